@@ -1,0 +1,117 @@
+// What the engine and its clients say to each other: port names, message IDs, the keys of requests and answers, and
+// the notifications. Everything here is fixed; docs/engine-link.md describes it for other languages.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vorn {
+
+inline constexpr std::string_view enginePortName = "VornCoreEngineMsgPort";
+inline constexpr std::string_view configuratorReplyPortName = "SkarnConfiguratorReplyPort";
+inline constexpr std::string_view configuratorIdentifier = "org.vorn.SkarnConfigurator";
+
+// Product IDs: the mouse on its cable, and the same mouse on its wireless receiver.
+inline constexpr std::int32_t wiredProductID = 273;
+inline constexpr std::int32_t wirelessProductID = 0;
+
+enum class MessageID : std::int32_t {
+  RegisterDevice = 0,
+  GetAllSettings = 4,
+  AddProfile = 5,
+  UpdateProfile = 6,
+  ReplaceAllProfiles = 7,
+  DeleteProfile = 9,
+  SwitchProfile = 10,
+  QueryFirmwareVersion = 14,
+  QueryBatteryLevel = 15,
+  QueryChargingStatus = 16,
+  StartMacroRecording = 18,
+  StopMacroRecording = 19,
+  SaveRecordedEvents = 20,
+  StartEditHID = 21,
+  DeleteMacro = 22,
+  RemoveMacroEvent = 23,
+  UpdateMacroEvent = 24,
+  RenameMacro = 25,
+  GetMacroDetails = 27,
+  GetMacroEvent = 28,
+  StartSingleKeyRecording = 29,
+  StopSingleKeyRecording = 30,
+  AddMacro = 32,
+  RemoveAllMacroEvents = 33,
+  SetAllEventsDelay = 34,
+  SetEventDelay = 37,
+  ReleaseDevice = 38,
+};
+
+// Time-outs of one message and of the wait for its answer.
+inline constexpr std::chrono::milliseconds sendTimeout{2000};
+inline constexpr std::chrono::milliseconds receiveTimeout{2000};
+inline constexpr std::chrono::milliseconds pollInterval{10};
+inline constexpr std::chrono::milliseconds addMacroPollInterval{20};
+inline constexpr int maximumPolls = 601;
+inline constexpr int sendRequestResult = -50;
+
+namespace requestKeys {
+using Key = std::string_view;
+inline constexpr Key ProductID = "ProductID";
+inline constexpr Key ResponseMsgPortName = "ResponseMsgPortName";
+inline constexpr Key ProductName = "ProductName";
+inline constexpr Key IsDeviceWired = "IsDeviceWired";
+inline constexpr Key DefaultVrPlistPath = "DefaultVrPlistPath";
+inline constexpr Key ProfileID = "ProfileID";
+inline constexpr Key DeviceSettingsDictionary = "DeviceSettingsDictionary";
+inline constexpr Key AllProfiles = "AllProfiles";
+inline constexpr Key MacroContents = "MacroContents";
+inline constexpr Key MacroID = "macroID";
+inline constexpr Key IsAppendRecording = "isAppendRecording";
+inline constexpr Key IndexOfMacroSequence = "IndexOfMacroSequence";
+inline constexpr Key SequenceIdx = "sequenceIdx";
+inline constexpr Key Sequence = "sequence";
+inline constexpr Key MacroEventTableIndex = "macroEventTableIndex";
+inline constexpr Key Delay = "delay";
+inline constexpr Key HasNoDelay = "HasNoDelay";
+inline constexpr Key SourceApp = "Source App";
+}  // namespace requestKeys
+
+namespace replyKeys {
+using Key = std::string_view;
+inline constexpr Key ReturnStatus = "ReturnStatus";
+inline constexpr Key ReturnDictionary = "ReturnDictionary";
+inline constexpr Key AllDevSettings = "AllDevSettings";
+inline constexpr Key MacroSequences = "MacroSequences";
+inline constexpr Key SequenceInMacro = "sequenceInMacro";
+}  // namespace replyKeys
+
+namespace newsKeys {
+using Key = std::string_view;
+inline constexpr Key SourceApp = "Source App";
+inline constexpr Key ProfileName = "Profile Name";
+inline constexpr Key UpdatedKeymapProfile = "Updated Keymap Profile";
+inline constexpr Key MessageID = "MessageID";
+inline constexpr Key BatteryPercentLevel = "BatteryPercentLevel";
+inline constexpr Key DeviceChargingStatus = "DeviceChargingStatus";
+inline constexpr Key ReturnStatus = "ReturnStatus";
+inline constexpr Key FirmwareVersion = "FirmwareVersion";
+inline constexpr Key DPIValue = "DPI Value";
+inline constexpr Key DPIYValue = "DPIY Value";
+inline constexpr Key MessagesArray = "messagesArray";
+inline constexpr Key SingleKey = "singleKey";
+inline constexpr Key SingleKeyModif = "singleKeyModif";
+}  // namespace newsKeys
+
+namespace notificationNames {
+inline std::string deviceAttached(std::int32_t product) { return "Device Attached " + std::to_string(product); }
+inline std::string deviceRemoved(std::int32_t product) { return "Device Removed " + std::to_string(product); }
+inline std::string profileUpdated(std::int32_t product) { return "Profile Updated " + std::to_string(product); }
+inline std::string dpiUpdated(std::int32_t product) { return "DPI Updated " + std::to_string(product); }
+inline std::string keymapUpdated(std::int32_t product) { return "Keymap Updated " + std::to_string(product); }
+inline std::string commandReply(std::int32_t product) { return "commandReplyNotification" + std::to_string(product); }
+inline std::string singleKeyEvent(std::int32_t number) { return "SingleKeyEvent" + std::to_string(number); }
+inline std::string macroSequence(std::int32_t number) { return "MacroSequence" + std::to_string(number); }
+}  // namespace notificationNames
+
+}  // namespace vorn

@@ -1,0 +1,52 @@
+// One connection to the user's session bus. A connection belongs to the thread that opened it; nothing here may be
+// called from another thread.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+struct sd_bus;
+
+namespace vorn {
+
+class BusConnection {
+ public:
+  // This thread's connection, opened on first use and kept until the thread ends. A connection that was lost is
+  // opened anew by the next call; check isOpen().
+  static BusConnection& forThisThread();
+
+  ~BusConnection();
+  BusConnection(const BusConnection&) = delete;
+  BusConnection& operator=(const BusConnection&) = delete;
+
+  // False where there is no session bus or it went away.
+  bool isOpen() const;
+  // Why the bus could not be reached, in English; empty while it is open.
+  const std::string& error() const;
+
+  // For an event loop: watch descriptor() for pollEvents() and call process() when it is ready or when timeout() has
+  // passed.
+  int descriptor() const;                                    // -1 when closed
+  short pollEvents() const;                                  // POLLIN and so on
+  std::optional<std::chrono::microseconds> timeout() const;  // from now; nothing = no limit, 0 = at once
+  // Handles everything that has arrived, without blocking. False when the connection was lost.
+  bool process();
+
+  // A blocking call of this connection may receive other messages meanwhile; they wait in the connection, and its
+  // descriptor does not become readable for them. The handler is then called, once per such call, so that the event
+  // loop can arrange for process() to run. It must not call process() itself.
+  void setQueuedHandler(std::function<void()> handler);
+
+  sd_bus* handle() const;          // null when closed; owned by the connection
+  void announceQueuedMessages();   // called by src/ports after each blocking call
+
+ private:
+  BusConnection();
+  struct State;
+  std::unique_ptr<State> mState;
+};
+
+}  // namespace vorn

@@ -1,0 +1,33 @@
+// News between processes by name: the signal Posted(s name, s object, ay userInfo) of
+// org.vorn.DistributedNotificationCenter1 from /org/vorn/DistributedNotificationCenter. One match rule per observed
+// name (with arg0) makes the bus filter, so that nobody is woken by other names.
+#pragma once
+
+#include <memory>
+
+#include "model/NotificationCenter.h"
+
+namespace vorn {
+
+inline constexpr const char* notificationCenterObjectPath = "/org/vorn/DistributedNotificationCenter";
+inline constexpr const char* notificationCenterInterface = "org.vorn.DistributedNotificationCenter1";
+
+class DistributedNotificationCenter : public NotificationCenter {
+ public:
+  // The centre of this thread's connection. Handlers run from BusConnection::process() of that connection.
+  static DistributedNotificationCenter& defaultCenter();
+  ~DistributedNotificationCenter() override;
+
+  void addObserver(Observer observer, std::string_view name, Handler handler) override;
+  void removeObserver(Observer observer, std::string_view name) override;
+  void removeObserver(Observer observer) override;
+  // A post that cannot be sent (no bus, userInfo that cannot be encoded) is dropped, with a line in the log.
+  void post(std::string_view name, std::string_view object, const PropertyList& userInfo) override;
+
+ private:
+  DistributedNotificationCenter();
+  struct State;
+  std::unique_ptr<State> mState;
+};
+
+}  // namespace vorn

@@ -1,0 +1,39 @@
+// The event loop of a thread that has no other: it serves this thread's bus connection, timers and signals, and
+// sleeps otherwise. All functions but stop() and perform() belong to the thread that created the loop.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace vorn {
+
+class RunLoop {
+ public:
+  using Timer = std::uint64_t;  // 0 is no timer
+
+  RunLoop();  // attaches the calling thread's connection
+  ~RunLoop();
+  RunLoop(const RunLoop&) = delete;
+  RunLoop& operator=(const RunLoop&) = delete;
+
+  // Returns after stop(), or with false when the bus connection is lost.
+  bool run();
+  // Any thread, also before run().
+  void stop();
+  // Runs the work on the loop's thread soon. Any thread.
+  void perform(std::function<void()> work);
+
+  Timer addTimer(std::chrono::microseconds delay, std::function<void()> work);  // fires once
+  void removeTimer(Timer timer);                                                // an unknown timer does nothing
+  // Calls the work on the loop's thread when the process receives the signal. Call it before other threads start:
+  // it blocks the signal's default delivery.
+  void onSignal(int signal, std::function<void()> work);
+
+ private:
+  struct State;
+  std::unique_ptr<State> mState;
+};
+
+}  // namespace vorn

@@ -1,0 +1,21 @@
+// What the Profiles tab asks of its owner. Main thread; each call blocks until the engine answered or the wait ended, and
+// is followed by a reload of the tab. A profile ID is the profile's index in the list.
+#pragma once
+
+#include "model/PropertyList.h"
+
+namespace skarn {
+
+class ProfileControllerDelegate {
+ public:
+  virtual ~ProfileControllerDelegate() = default;
+
+  virtual void addNewProfileWithSettings(const vorn::PropertyList& profile) = 0;
+  virtual void deleteProfileWithProfileID(int profileID) = 0;
+  virtual void switchProfileWithID(int profileID) = 0;
+  virtual void renameProfileWithProfileID(int profileID, const vorn::PropertyList& andSettings) = 0;
+  // Changes the given keys of the selected profile, or of the active one when no row is selected.
+  virtual void updateProfileWithSettings(const vorn::PropertyList& settings) = 0;
+};
+
+}  // namespace skarn
