@@ -19,6 +19,9 @@ class EngineLink {
  public:
   virtual ~EngineLink() = default;
 
+  // Starts the reply thread, which owns the reply port until this object goes. Returns when the port exists or could
+  // not be created (false; the failure is told on standard error, and no answer will ever be heard).
+  virtual bool createLocalPort() = 0;
   // Whether a port of the engine's name exists now. Any thread.
   virtual bool isEngineAvailable() = 0;
   // Serialises the request and sends it to the engine's port; without a port nothing is sent. The outcome is never

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <functional>
-#include <memory>
+#include <future>
+#include <mutex>
 #include <string>
 #include <thread>
 
@@ -27,9 +28,7 @@ class PortEngineLink : public EngineLink {
 
   void setTrace(Trace trace);  // before createLocalPort
 
-  // Starts the reply thread, which creates the local port and runs its loop until this object goes. Returns when the
-  // port exists or could not be created; the failure is told on standard error and the link then hears no answers.
-  bool createLocalPort();
+  bool createLocalPort() override;
 
   bool isEngineAvailable() override;
   int send(const PropertyList& request, MessageID messageID) override;
@@ -42,12 +41,15 @@ class PortEngineLink : public EngineLink {
   Bytes replyReceived(const LocalMessagePort::Message& message);
 
  private:
-  void runReplyThread();
+  void runReplyThread(std::promise<bool> created);
+  void publishReplyLoop(RunLoop* loop);
+  bool isReplyLoopRunning();
 
   std::string mReplyPortName;
   Trace mTrace;
   ReplySlot mSlot;
-  std::unique_ptr<RunLoop> mReplyLoop;
+  std::mutex mReplyLoopMutex;
+  RunLoop* mReplyLoop = nullptr;  // lives on the reply thread's stack; null when the thread does not run
   std::jthread mReplyThread;
 };
 

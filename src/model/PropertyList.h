@@ -9,7 +9,7 @@
 // string or an empty container. Tell missing from zero with contains() or isNone().
 #pragma once
 
-#include <compare>
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -26,17 +26,15 @@ using Bytes = std::vector<std::uint8_t>;
 using BytesView = std::span<const std::uint8_t>;
 
 namespace detail {
-struct Node;            // reference-counted storage of strings, data, arrays and dictionaries
-struct ArrayNode;
-struct DictionaryNode;
-class NodeFactory;      // the decoders' access to storage
+class NodeAccess;  // the codec's way to the storage of strings, data, arrays and dictionaries
+
+template <typename T>
+concept UnsignedNumber = std::unsigned_integral<T> && !std::same_as<T, bool>;
 }  // namespace detail
 
 class PropertyList {
  public:
-  enum class Type : std::uint8_t {
-    None, Boolean, Integer, Unsigned, Real, String, Data, Date, Uid, Array, Dictionary
-  };
+  enum class Type : std::uint8_t { None, Boolean, Integer, Unsigned, Real, String, Data, Date, Uid, Array, Dictionary };
 
   // A point in time, in seconds since 2001-01-01 00:00:00 UTC (the reference date of property lists).
   struct Date {
@@ -51,28 +49,43 @@ class PropertyList {
   using Pair = std::pair<std::string_view, PropertyList>;
 
   PropertyList() noexcept = default;  // none
-  PropertyList(const PropertyList& other) noexcept;
-  PropertyList(PropertyList&& other) noexcept;
-  PropertyList& operator=(const PropertyList& other) noexcept;
-  PropertyList& operator=(PropertyList&& other) noexcept;
-  ~PropertyList();
+  PropertyList(const PropertyList& other) noexcept : mType(other.mType), mBits(other.mBits) {
+    if (isShared()) retain();
+  }
+  PropertyList(PropertyList&& other) noexcept
+      : mType(std::exchange(other.mType, Type::None)), mBits(std::exchange(other.mBits, 0)) {}
+  PropertyList& operator=(const PropertyList& other) noexcept {
+    PropertyList copy(other);
+    swap(copy);
+    return *this;
+  }
+  PropertyList& operator=(PropertyList&& other) noexcept {
+    PropertyList moved(std::move(other));
+    swap(moved);
+    return *this;
+  }
+  ~PropertyList() {
+    if (isShared()) release();
+  }
+  void swap(PropertyList& other) noexcept {
+    std::swap(mType, other.mType);
+    std::swap(mBits, other.mBits);
+  }
 
   template <std::same_as<bool> T>
-  PropertyList(T value) noexcept : mType(Type::Boolean), mInteger(value ? 1 : 0) {}
+  PropertyList(T value) noexcept : mType(Type::Boolean), mBits(value ? 1 : 0) {}
   template <std::signed_integral T>
-  PropertyList(T value) noexcept : mType(Type::Integer), mInteger(value) {}
+  PropertyList(T value) noexcept : mType(Type::Integer), mBits(static_cast<std::uint64_t>(value)) {}
   // An unsigned number up to 2^63 - 1 becomes an Integer, a larger one an Unsigned.
-  template <std::unsigned_integral T>
-    requires(!std::same_as<T, bool>)
+  template <detail::UnsignedNumber T>
   PropertyList(T value) noexcept
-      : mType(static_cast<std::uint64_t>(value) >> 63 ? Type::Unsigned : Type::Integer),
-        mInteger(static_cast<std::int64_t>(value)) {}
-  PropertyList(double value) noexcept : mType(Type::Real), mReal(value) {}
+      : mType(static_cast<std::uint64_t>(value) >> 63 ? Type::Unsigned : Type::Integer), mBits(value) {}
+  PropertyList(double value) noexcept : mType(Type::Real), mBits(std::bit_cast<std::uint64_t>(value)) {}
   PropertyList(std::string_view text);
   PropertyList(const char* text) : PropertyList(std::string_view(text)) {}
   PropertyList(const std::string& text) : PropertyList(std::string_view(text)) {}
-  PropertyList(Date date) noexcept : mType(Type::Date), mReal(date.seconds) {}
-  PropertyList(Uid uid) noexcept : mType(Type::Uid), mInteger(static_cast<std::int64_t>(uid.value)) {}
+  PropertyList(Date date) noexcept : mType(Type::Date), mBits(std::bit_cast<std::uint64_t>(date.seconds)) {}
+  PropertyList(Uid uid) noexcept : mType(Type::Uid), mBits(uid.value) {}
 
   static PropertyList data(BytesView bytes);
   static PropertyList array(std::initializer_list<PropertyList> elements = {});
@@ -138,24 +151,26 @@ class PropertyList {
   PropertyList replacing(std::int64_t index, PropertyList element) const;
   PropertyList removing(std::int64_t index) const;
 
-  // Same type and same content; Integer and Unsigned compare as numbers, every other pair of types differs.
+  // Same type and same content; Integer and Unsigned compare as numbers, every other pair of types differs. Reals and
+  // dates compare by value, except that not-a-number equals itself.
   friend bool operator==(const PropertyList& left, const PropertyList& right) noexcept;
 
   // Readable one-line text for logs and test messages, cut with "..." at about maximum characters.
   std::string description(std::size_t maximum = 2000) const;
 
  private:
-  friend class detail::NodeFactory;
+  friend class detail::NodeAccess;
+
   bool isShared() const noexcept {
-    return mType == Type::String || mType == Type::Data || mType == Type::Array || mType == Type::Dictionary;
+    return mBits != 0 &&
+           (mType == Type::String || mType == Type::Data || mType == Type::Array || mType == Type::Dictionary);
   }
+  void retain() const noexcept;
+  void release() noexcept;
 
   Type mType = Type::None;
-  union {
-    std::int64_t mInteger = 0;
-    double mReal;
-    detail::Node* mNode;
-  };
+  // The number itself, or the address of the storage: zero for an empty string, data or container.
+  std::uint64_t mBits = 0;
 };
 
 }  // namespace vorn

@@ -19,12 +19,12 @@ class VRCDictionaryInspector {
   std::int32_t dpiX() const;
   std::int32_t dpiY() const;
   std::int32_t enableIndependentXY() const;
-  std::int32_t enableSensitivityOSD() const;    // the master switch of the sensitivity
-  std::int32_t enableAccelerationOSD() const;   // the acceleration flag
-  std::int32_t acceleration() const;            // the acceleration flag too, not its level
+  std::int32_t enableSensitivityOSD() const;   // the master switch of the sensitivity
+  std::int32_t enableAccelerationOSD() const;  // the acceleration flag
+  std::int32_t acceleration() const;           // the acceleration flag too, not its level
   std::int32_t pollingRate() const;
   PropertyList buttonsValues() const;
-  PropertyList ledColors() const;               // the stored value itself, whatever its type
+  PropertyList ledColors() const;  // the stored value itself, whatever its type
   PropertyList sensitivityStageValues() const;
   std::string profileName() const;
   PropertyList applicationInfo() const;
@@ -36,7 +36,7 @@ class VRCDictionaryInspector {
   std::string applicationSignature() const;
 
   std::int32_t enableAutoSwitch() const;
-  std::int32_t enableProfileOSD() const;        // the only read of the device settings
+  std::int32_t enableProfileOSD() const;  // the only read of the device settings
 
  private:
   PropertyList settingsDictionary;

@@ -1,26 +1,38 @@
 // A session bus of our own for the life of this object, so that tests never meet the user's engine or each other.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
-#include <sys/types.h>
+#include <string_view>
 
 namespace vorn::test {
 
+class ChildProcess;
+
 class PrivateBus {
  public:
-  // Starts dbus-daemon with a configuration that starts no services, and points DBUS_SESSION_BUS_ADDRESS of this
-  // process (and so of its children) at it. Aborts the test program with a message when that fails.
+  // A port whose bus name the daemon could start a service for; hasStartedService() tells whether it did.
+  static constexpr std::string_view startablePort = "StartableTestPort";
+
+  // Starts dbus-daemon with a configuration that knows no other service, and points DBUS_SESSION_BUS_ADDRESS of this
+  // process (and so of its children) at it. Aborts the test program with a message when that fails. Make it before
+  // other threads start.
   PrivateBus();
   ~PrivateBus();  // ends the daemon
   PrivateBus(const PrivateBus&) = delete;
   PrivateBus& operator=(const PrivateBus&) = delete;
 
   const std::string& address() const { return mAddress; }
+  bool hasStartedService() const;
+  // Kills the daemon, as seen by programs whose bus goes away.
+  void end();
 
  private:
   std::string mAddress;
   std::string mFolder;
-  pid_t mDaemon = -1;
+  std::optional<std::string> mPreviousAddress;
+  std::unique_ptr<ChildProcess> mDaemon;
 };
 
 }  // namespace vorn::test

@@ -1,0 +1,10 @@
+# The binary property-list codec beside libplist.
+pkg_check_modules(LIBPLIST IMPORTED_TARGET libplist-2.0)
+if(NOT LIBPLIST_FOUND)
+  message(STATUS "libplist-2.0 is not installed: the codec benchmark is left out")
+elseif(NOT TARGET test_bundle)
+  message(STATUS "the tests are not built: the codec benchmark is left out")
+else()
+  add_executable(bench_codec ${CMAKE_CURRENT_LIST_DIR}/codec.cpp)
+  target_link_libraries(bench_codec PRIVATE test_bundle PkgConfig::LIBPLIST skarn_warnings)
+endif()

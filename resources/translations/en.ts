@@ -1,0 +1,775 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name></name>
+    <message id="lkey1000Hz">
+        <source>1000 Hz</source>
+        <translation>1000 Hz</translation>
+    </message>
+    <message id="lkey125Hz">
+        <source>125 Hz</source>
+        <translation>125 Hz</translation>
+    </message>
+    <message id="lkey500Hz">
+        <source>500 Hz</source>
+        <translation>500 Hz</translation>
+    </message>
+    <message id="lkeyAcceleration">
+        <source>Acceleration</source>
+        <translation>Acceleration</translation>
+    </message>
+    <message id="lkeyAccelerationLevel">
+        <source>Level %1</source>
+        <translation>Level %1</translation>
+    </message>
+    <message id="lkeyActiveProfile">
+        <source>Active profile</source>
+        <translation>Active profile</translation>
+    </message>
+    <message id="lkeyApplicationName">
+        <source>Skarn</source>
+        <translation>Skarn</translation>
+    </message>
+    <message id="lkeyApply">
+        <source>Apply</source>
+        <translation>Apply</translation>
+    </message>
+    <message id="lkeyAssignApplication">
+        <source>Assign Application…</source>
+        <translation>Assign Application…</translation>
+    </message>
+    <message id="lkeyAssigned">
+        <source>Assigned</source>
+        <translation>Assigned</translation>
+    </message>
+    <message id="lkeyBackward">
+        <source>Backward</source>
+        <translation>Backward</translation>
+    </message>
+    <message id="lkeyBattery">
+        <source>Battery</source>
+        <translation>Battery</translation>
+    </message>
+    <message id="lkeyBrightness">
+        <source>Brightness</source>
+        <translation>Brightness</translation>
+    </message>
+    <message id="lkeyBrightnessBright">
+        <source>Bright</source>
+        <translation>Bright</translation>
+    </message>
+    <message id="lkeyBrightnessDim">
+        <source>Dim</source>
+        <translation>Dim</translation>
+    </message>
+    <message id="lkeyBrightnessNormal">
+        <source>Normal</source>
+        <translation>Normal</translation>
+    </message>
+    <message id="lkeyBrightnessOff">
+        <source>Off</source>
+        <translation>Off</translation>
+    </message>
+    <message id="lkeyBusy">
+        <source>Working</source>
+        <translation>Working</translation>
+    </message>
+    <message id="lkeyCancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="lkeyCommErrorDesc">
+        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
+        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</translation>
+    </message>
+    <message id="lkeyCommErrorTitle">
+        <source>The core engine does not answer</source>
+        <translation>The core engine does not answer</translation>
+    </message>
+    <message id="lkeyCommunity">
+        <source>Community</source>
+        <translation>Community</translation>
+    </message>
+    <message id="lkeyCommunityTip">
+        <source>Open the community page in your browser</source>
+        <translation>Open the community page in your browser</translation>
+    </message>
+    <message id="lkeyConnectivity">
+        <source>Connection</source>
+        <translation>Connection</translation>
+    </message>
+    <message id="lkeyControlEight">
+        <source>S</source>
+        <translation>S</translation>
+    </message>
+    <message id="lkeyControlEighteen">
+        <source>Wheel up</source>
+        <translation>Wheel up</translation>
+    </message>
+    <message id="lkeyControlEleven">
+        <source>Left Shift</source>
+        <translation>Left Shift</translation>
+    </message>
+    <message id="lkeyControlFifteen">
+        <source>Space</source>
+        <translation>Space</translation>
+    </message>
+    <message id="lkeyControlFive">
+        <source>R</source>
+        <translation>R</translation>
+    </message>
+    <message id="lkeyControlFour">
+        <source>E</source>
+        <translation>E</translation>
+    </message>
+    <message id="lkeyControlFourteen">
+        <source>C</source>
+        <translation>C</translation>
+    </message>
+    <message id="lkeyControlNine">
+        <source>D</source>
+        <translation>D</translation>
+    </message>
+    <message id="lkeyControlNineteen">
+        <source>Wheel down</source>
+        <translation>Wheel down</translation>
+    </message>
+    <message id="lkeyControlOne">
+        <source>Tab</source>
+        <translation>Tab</translation>
+    </message>
+    <message id="lkeyControlSeven">
+        <source>A</source>
+        <translation>A</translation>
+    </message>
+    <message id="lkeyControlSeventeen">
+        <source>Wheel button</source>
+        <translation>Wheel button</translation>
+    </message>
+    <message id="lkeyControlSix">
+        <source>Caps Lock</source>
+        <translation>Caps Lock</translation>
+    </message>
+    <message id="lkeyControlSixteen">
+        <source>Left Alt</source>
+        <translation>Left Alt</translation>
+    </message>
+    <message id="lkeyControlTen">
+        <source>F</source>
+        <translation>F</translation>
+    </message>
+    <message id="lkeyControlThirteen">
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message id="lkeyControlThree">
+        <source>W</source>
+        <translation>W</translation>
+    </message>
+    <message id="lkeyControlTwelve">
+        <source>Z</source>
+        <translation>Z</translation>
+    </message>
+    <message id="lkeyControlTwenty">
+        <source>Up</source>
+        <translation>Up</translation>
+    </message>
+    <message id="lkeyControlTwentyFive">
+        <source>Down left</source>
+        <translation>Down left</translation>
+    </message>
+    <message id="lkeyControlTwentyFour">
+        <source>Down</source>
+        <translation>Down</translation>
+    </message>
+    <message id="lkeyControlTwentyOne">
+        <source>Up right</source>
+        <translation>Up right</translation>
+    </message>
+    <message id="lkeyControlTwentySeven">
+        <source>Up left</source>
+        <translation>Up left</translation>
+    </message>
+    <message id="lkeyControlTwentySix">
+        <source>Left</source>
+        <translation>Left</translation>
+    </message>
+    <message id="lkeyControlTwentyThree">
+        <source>Down right</source>
+        <translation>Down right</translation>
+    </message>
+    <message id="lkeyControlTwentyTwo">
+        <source>Right</source>
+        <translation>Right</translation>
+    </message>
+    <message id="lkeyControlTwo">
+        <source>Q</source>
+        <translation>Q</translation>
+    </message>
+    <message id="lkeyCopy">
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message id="lkeyCopyDelay">
+        <source>Use This Delay for All</source>
+        <translation>Use This Delay for All</translation>
+    </message>
+    <message id="lkeyCurrentSensitivity">
+        <source>Current sensitivity</source>
+        <translation>Current sensitivity</translation>
+    </message>
+    <message id="lkeyCurrentStage">
+        <source>Current stage</source>
+        <translation>Current stage</translation>
+    </message>
+    <message id="lkeyDPI">
+        <source>DPI</source>
+        <translation>DPI</translation>
+    </message>
+    <message id="lkeyDefaultKey">
+        <source>Default</source>
+        <translation>Default</translation>
+    </message>
+    <message id="lkeyDelete">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="lkeyDeleteAllEvents">
+        <source>Delete All Events</source>
+        <translation>Delete All Events</translation>
+    </message>
+    <message id="lkeyDeleteEvent">
+        <source>Delete Event</source>
+        <translation>Delete Event</translation>
+    </message>
+    <message id="lkeyDeleteMacroAlertDesc">
+        <source>The macro and its recorded events are removed from the mouse. Buttons that play it lose this assignment. This cannot be undone.</source>
+        <translation>The macro and its recorded events are removed from the mouse. Buttons that play it lose this assignment. This cannot be undone.</translation>
+    </message>
+    <message id="lkeyDeleteMacroAlertTitle">
+        <source>Delete this macro?</source>
+        <translation>Delete this macro?</translation>
+    </message>
+    <message id="lkeyDeleteProfileAlertDesc">
+        <source>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</source>
+        <translation>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</translation>
+    </message>
+    <message id="lkeyDeleteProfileAlertTitle">
+        <source>Delete this profile?</source>
+        <translation>Delete this profile?</translation>
+    </message>
+    <message id="lkeyDeviceConnectionDesc">
+        <source>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</source>
+        <translation>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</translation>
+    </message>
+    <message id="lkeyDeviceConnectionTitle">
+        <source>No mouse connected</source>
+        <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyDeviceNotFoundDesc">
+        <source>Connect the mouse with its cable, or plug in its wireless receiver and switch the mouse on. Skarn shows it as soon as it is there.</source>
+        <translation>Connect the mouse with its cable, or plug in its wireless receiver and switch the mouse on. Skarn shows it as soon as it is there.</translation>
+    </message>
+    <message id="lkeyDeviceNotFoundTitle">
+        <source>No mouse found</source>
+        <translation>No mouse found</translation>
+    </message>
+    <message id="lkeyDirectionPad">
+        <source>Direction pad</source>
+        <translation>Direction pad</translation>
+    </message>
+    <message id="lkeyDisable">
+        <source>Disable</source>
+        <translation>Disable</translation>
+    </message>
+    <message id="lkeyDoubleClick">
+        <source>Double Click</source>
+        <translation>Double Click</translation>
+    </message>
+    <message id="lkeyDriverVersion">
+        <source>Driver version</source>
+        <translation>Driver version</translation>
+    </message>
+    <message id="lkeyEdit">
+        <source>Edit…</source>
+        <translation>Edit…</translation>
+    </message>
+    <message id="lkeyEffect">
+        <source>Effect</source>
+        <translation>Effect</translation>
+    </message>
+    <message id="lkeyEnterSleepMode">
+        <source>Enter sleep mode after</source>
+        <translation>Enter sleep mode after</translation>
+    </message>
+    <message id="lkeyExport">
+        <source>Export…</source>
+        <translation>Export…</translation>
+    </message>
+    <message id="lkeyFirmwareBusy">
+        <source>Reading the firmware version</source>
+        <translation>Reading the firmware version</translation>
+    </message>
+    <message id="lkeyFirmwareVersion">
+        <source>Firmware version</source>
+        <translation>Firmware version</translation>
+    </message>
+    <message id="lkeyFixedColor">
+        <source>Fixed colour</source>
+        <translation>Fixed colour</translation>
+    </message>
+    <message id="lkeyFlashFifteenPercent">
+        <source>15 % battery</source>
+        <translation>15 % battery</translation>
+    </message>
+    <message id="lkeyFlashFivePercent">
+        <source>5 % battery</source>
+        <translation>5 % battery</translation>
+    </message>
+    <message id="lkeyFlashScrollLight">
+        <source>Flash the scroll wheel at</source>
+        <translation>Flash the scroll wheel at</translation>
+    </message>
+    <message id="lkeyFlashTenPercent">
+        <source>10 % battery</source>
+        <translation>10 % battery</translation>
+    </message>
+    <message id="lkeyFlashTwentyFivePercent">
+        <source>25 % battery</source>
+        <translation>25 % battery</translation>
+    </message>
+    <message id="lkeyFlashTwentyPercent">
+        <source>20 % battery</source>
+        <translation>20 % battery</translation>
+    </message>
+    <message id="lkeyForward">
+        <source>Forward</source>
+        <translation>Forward</translation>
+    </message>
+    <message id="lkeyGuild">
+        <source>Vorn Guild</source>
+        <translation>Vorn Guild</translation>
+    </message>
+    <message id="lkeyGuildTip">
+        <source>Open the Vorn Guild page in your browser</source>
+        <translation>Open the Vorn Guild page in your browser</translation>
+    </message>
+    <message id="lkeyHeaderProfile">
+        <source>Profile:</source>
+        <translation>Profile:</translation>
+    </message>
+    <message id="lkeyHelp">
+        <source>Help</source>
+        <translation>Help</translation>
+    </message>
+    <message id="lkeyHelpBack">
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+    <message id="lkeyHelpForward">
+        <source>Forward</source>
+        <translation>Forward</translation>
+    </message>
+    <message id="lkeyHelpTip">
+        <source>Open the help</source>
+        <translation>Open the help</translation>
+    </message>
+    <message id="lkeyImport">
+        <source>Import…</source>
+        <translation>Import…</translation>
+    </message>
+    <message id="lkeyKeyMap">
+        <source>Keymap</source>
+        <translation>Keymap</translation>
+    </message>
+    <message id="lkeyKeymapEight">
+        <source>Keymap 8</source>
+        <translation>Keymap 8</translation>
+    </message>
+    <message id="lkeyKeymapFive">
+        <source>Keymap 5</source>
+        <translation>Keymap 5</translation>
+    </message>
+    <message id="lkeyKeymapFour">
+        <source>Keymap 4</source>
+        <translation>Keymap 4</translation>
+    </message>
+    <message id="lkeyKeymapOne">
+        <source>Keymap 1</source>
+        <translation>Keymap 1</translation>
+    </message>
+    <message id="lkeyKeymapSeven">
+        <source>Keymap 7</source>
+        <translation>Keymap 7</translation>
+    </message>
+    <message id="lkeyKeymapSix">
+        <source>Keymap 6</source>
+        <translation>Keymap 6</translation>
+    </message>
+    <message id="lkeyKeymapThree">
+        <source>Keymap 3</source>
+        <translation>Keymap 3</translation>
+    </message>
+    <message id="lkeyKeymapTwo">
+        <source>Keymap 2</source>
+        <translation>Keymap 2</translation>
+    </message>
+    <message id="lkeyKeymapsCycle">
+        <source>Cycle Keymaps</source>
+        <translation>Cycle Keymaps</translation>
+    </message>
+    <message id="lkeyLaunchProgram">
+        <source>Launch Program</source>
+        <translation>Launch Program</translation>
+    </message>
+    <message id="lkeyLeftClick">
+        <source>Left Click</source>
+        <translation>Left Click</translation>
+    </message>
+    <message id="lkeyLight">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="lkeyLightColor">
+        <source>Colour</source>
+        <translation>Colour</translation>
+    </message>
+    <message id="lkeyMacro">
+        <source>Macro</source>
+        <translation>Macro</translation>
+    </message>
+    <message id="lkeyMacroEvents">
+        <source>Events</source>
+        <translation>Events</translation>
+    </message>
+    <message id="lkeyMacroEventsColumn">
+        <source>Events</source>
+        <translation>Events</translation>
+    </message>
+    <message id="lkeyMacroNameColumn">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message id="lkeyMainLight">
+        <source>Main light</source>
+        <translation>Main light</translation>
+    </message>
+    <message id="lkeyManageMacro">
+        <source>Manage Macros…</source>
+        <translation>Manage Macros…</translation>
+    </message>
+    <message id="lkeyManageProfile">
+        <source>Manage Profiles…</source>
+        <translation>Manage Profiles…</translation>
+    </message>
+    <message id="lkeyMouseButton">
+        <source>Mouse Button</source>
+        <translation>Mouse Button</translation>
+    </message>
+    <message id="lkeyMouseButtonEight">
+        <source>Mouse Button 8</source>
+        <translation>Mouse Button 8</translation>
+    </message>
+    <message id="lkeyMouseButtonFive">
+        <source>Mouse Button 5</source>
+        <translation>Mouse Button 5</translation>
+    </message>
+    <message id="lkeyMouseButtonFour">
+        <source>Mouse Button 4</source>
+        <translation>Mouse Button 4</translation>
+    </message>
+    <message id="lkeyMouseButtonSeven">
+        <source>Mouse Button 7</source>
+        <translation>Mouse Button 7</translation>
+    </message>
+    <message id="lkeyMouseButtonSix">
+        <source>Mouse Button 6</source>
+        <translation>Mouse Button 6</translation>
+    </message>
+    <message id="lkeyMouseButtonThree">
+        <source>Mouse Button 3</source>
+        <translation>Mouse Button 3</translation>
+    </message>
+    <message id="lkeyMousePicture">
+        <source>The mouse with its numbered controls</source>
+        <translation>The mouse with its numbered controls</translation>
+    </message>
+    <message id="lkeyNew">
+        <source>New</source>
+        <translation>New</translation>
+    </message>
+    <message id="lkeyNews">
+        <source>News</source>
+        <translation>News</translation>
+    </message>
+    <message id="lkeyNewsTip">
+        <source>Open the news page in your browser</source>
+        <translation>Open the news page in your browser</translation>
+    </message>
+    <message id="lkeyNoDelay">
+        <source>Remove All Delays</source>
+        <translation>Remove All Delays</translation>
+    </message>
+    <message id="lkeyNoMacroSelected">
+        <source>Select a macro to see its events.</source>
+        <translation>Select a macro to see its events.</translation>
+    </message>
+    <message id="lkeyNoMacrosNote">
+        <source>A macro is a recorded sequence of keys and mouse buttons that one button plays back.</source>
+        <translation>A macro is a recorded sequence of keys and mouse buttons that one button plays back.</translation>
+    </message>
+    <message id="lkeyNoMacrosTitle">
+        <source>No macros yet</source>
+        <translation>No macros yet</translation>
+    </message>
+    <message id="lkeyNoMouseConnected">
+        <source>No mouse connected</source>
+        <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyOK">
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message id="lkeyOff">
+        <source>Off</source>
+        <translation>Off</translation>
+    </message>
+    <message id="lkeyOn">
+        <source>On</source>
+        <translation>On</translation>
+    </message>
+    <message id="lkeyOnTheFlySensitivity">
+        <source>On-the-Fly Sensitivity</source>
+        <translation>On-the-Fly Sensitivity</translation>
+    </message>
+    <message id="lkeyPlayMacroOnce">
+        <source>Play Macro Once</source>
+        <translation>Play Macro Once</translation>
+    </message>
+    <message id="lkeyPointerGroup">
+        <source>Pointer</source>
+        <translation>Pointer</translation>
+    </message>
+    <message id="lkeyPollingRate">
+        <source>Polling rate</source>
+        <translation>Polling rate</translation>
+    </message>
+    <message id="lkeyPowerGroup">
+        <source>Power of the wireless mouse</source>
+        <translation>Power of the wireless mouse</translation>
+    </message>
+    <message id="lkeyProfile">
+        <source>Profile</source>
+        <translation>Profile</translation>
+    </message>
+    <message id="lkeyProfileApplicationColumn">
+        <source>Application</source>
+        <translation>Application</translation>
+    </message>
+    <message id="lkeyProfileAutoSwitchColumn">
+        <source>Auto switch</source>
+        <translation>Auto switch</translation>
+    </message>
+    <message id="lkeyProfileCaption">
+        <source>Profile</source>
+        <translation>Profile</translation>
+    </message>
+    <message id="lkeyProfileNameColumn">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message id="lkeyProfileNumberColumn">
+        <source>No.</source>
+        <translation>No.</translation>
+    </message>
+    <message id="lkeyRecord">
+        <source>Record</source>
+        <translation>Record</translation>
+    </message>
+    <message id="lkeyReduceBrightness">
+        <source>Light brightness on battery</source>
+        <translation>Light brightness on battery</translation>
+    </message>
+    <message id="lkeyRemoveApplication">
+        <source>Remove Application</source>
+        <translation>Remove Application</translation>
+    </message>
+    <message id="lkeyRename">
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message id="lkeyRepeat10Times">
+        <source>Repeat 10 Times</source>
+        <translation>Repeat 10 Times</translation>
+    </message>
+    <message id="lkeyRepeat2Times">
+        <source>Repeat 2 Times</source>
+        <translation>Repeat 2 Times</translation>
+    </message>
+    <message id="lkeyRepeat3Times">
+        <source>Repeat 3 Times</source>
+        <translation>Repeat 3 Times</translation>
+    </message>
+    <message id="lkeyRepeat4Times">
+        <source>Repeat 4 Times</source>
+        <translation>Repeat 4 Times</translation>
+    </message>
+    <message id="lkeyRepeat5Times">
+        <source>Repeat 5 Times</source>
+        <translation>Repeat 5 Times</translation>
+    </message>
+    <message id="lkeyRepeat6Times">
+        <source>Repeat 6 Times</source>
+        <translation>Repeat 6 Times</translation>
+    </message>
+    <message id="lkeyRepeat7Times">
+        <source>Repeat 7 Times</source>
+        <translation>Repeat 7 Times</translation>
+    </message>
+    <message id="lkeyRepeat8Times">
+        <source>Repeat 8 Times</source>
+        <translation>Repeat 8 Times</translation>
+    </message>
+    <message id="lkeyRepeat9Times">
+        <source>Repeat 9 Times</source>
+        <translation>Repeat 9 Times</translation>
+    </message>
+    <message id="lkeyRepeatUntilPressedAgain">
+        <source>Repeat Until Pressed Again</source>
+        <translation>Repeat Until Pressed Again</translation>
+    </message>
+    <message id="lkeyRepeatUntilReleased">
+        <source>Repeat Until Released</source>
+        <translation>Repeat Until Released</translation>
+    </message>
+    <message id="lkeyRestoreDefault">
+        <source>Restore Defaults…</source>
+        <translation>Restore Defaults…</translation>
+    </message>
+    <message id="lkeyRestoreDefaultDesc">
+        <source>Assignments, sensitivity, lighting and power settings of the active profile go back to the factory state. The profile keeps its name; other profiles and your macros are not touched.</source>
+        <translation>Assignments, sensitivity, lighting and power settings of the active profile go back to the factory state. The profile keeps its name; other profiles and your macros are not touched.</translation>
+    </message>
+    <message id="lkeyRestoreDefaultTitle">
+        <source>Restore the factory settings?</source>
+        <translation>Restore the factory settings?</translation>
+    </message>
+    <message id="lkeyRestoringState">
+        <source>Waiting for the core engine and reading the settings of the mouse …</source>
+        <translation>Waiting for the core engine and reading the settings of the mouse …</translation>
+    </message>
+    <message id="lkeyRightClick">
+        <source>Right Click</source>
+        <translation>Right Click</translation>
+    </message>
+    <message id="lkeyScrollDown">
+        <source>Scroll Down</source>
+        <translation>Scroll Down</translation>
+    </message>
+    <message id="lkeyScrollUp">
+        <source>Scroll Up</source>
+        <translation>Scroll Up</translation>
+    </message>
+    <message id="lkeySensitivityGroup">
+        <source>Sensitivity</source>
+        <translation>Sensitivity</translation>
+    </message>
+    <message id="lkeySensitivityStageDown">
+        <source>Sensitivity Stage Down</source>
+        <translation>Sensitivity Stage Down</translation>
+    </message>
+    <message id="lkeySensitivityStageUp">
+        <source>Sensitivity Stage Up</source>
+        <translation>Sensitivity Stage Up</translation>
+    </message>
+    <message id="lkeySingleKey">
+        <source>Single Key</source>
+        <translation>Single Key</translation>
+    </message>
+    <message id="lkeySleepFifteenMinutes">
+        <source>15 minutes</source>
+        <translation>15 minutes</translation>
+    </message>
+    <message id="lkeySleepFiveMinutes">
+        <source>5 minutes</source>
+        <translation>5 minutes</translation>
+    </message>
+    <message id="lkeySleepOneMinute">
+        <source>1 minute</source>
+        <translation>1 minute</translation>
+    </message>
+    <message id="lkeySleepTenMinutes">
+        <source>10 minutes</source>
+        <translation>10 minutes</translation>
+    </message>
+    <message id="lkeySpectrumCycling">
+        <source>Spectrum cycling</source>
+        <translation>Spectrum cycling</translation>
+    </message>
+    <message id="lkeyStages">
+        <source>Stages (DPI)</source>
+        <translation>Stages (DPI)</translation>
+    </message>
+    <message id="lkeyStateNoDevice">
+        <source>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</source>
+        <translation>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</translation>
+    </message>
+    <message id="lkeyStateNoEngine">
+        <source>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</source>
+        <translation>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</translation>
+    </message>
+    <message id="lkeyStateStarting">
+        <source>Waiting for the core engine… This can take a few seconds.</source>
+        <translation>Waiting for the core engine… This can take a few seconds.</translation>
+    </message>
+    <message id="lkeyTabButtons">
+        <source>Buttons</source>
+        <translation>Buttons</translation>
+    </message>
+    <message id="lkeyTabLighting">
+        <source>Lighting</source>
+        <translation>Lighting</translation>
+    </message>
+    <message id="lkeyTabMacros">
+        <source>Macros</source>
+        <translation>Macros</translation>
+    </message>
+    <message id="lkeyTabMaintenance">
+        <source>Maintenance</source>
+        <translation>Maintenance</translation>
+    </message>
+    <message id="lkeyTabPerformance">
+        <source>Performance</source>
+        <translation>Performance</translation>
+    </message>
+    <message id="lkeyTabProfiles">
+        <source>Profiles</source>
+        <translation>Profiles</translation>
+    </message>
+    <message id="lkeyTemporaryDPISwitch">
+        <source>Temporary DPI Switch</source>
+        <translation>Temporary DPI Switch</translation>
+    </message>
+    <message id="lkeyThumbGrid">
+        <source>Thumb grid</source>
+        <translation>Thumb grid</translation>
+    </message>
+    <message id="lkeyVersionsGroup">
+        <source>Versions</source>
+        <translation>Versions</translation>
+    </message>
+    <message id="lkeyWheel">
+        <source>Wheel</source>
+        <translation>Wheel</translation>
+    </message>
+    <message id="lkeyX">
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message id="lkeyY">
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+</context>
+</TS>

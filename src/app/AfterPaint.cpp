@@ -1,0 +1,40 @@
+#include "app/AfterPaint.h"
+
+#include <QEvent>
+#include <QTimer>
+#include <chrono>
+#include <utility>
+
+namespace skarn {
+
+using namespace std::chrono_literals;
+
+void AfterPaint::run(const QList<QWidget*>& widgets, std::function<void()> work) {
+  new AfterPaint(widgets, std::move(work));
+}
+
+AfterPaint::AfterPaint(const QList<QWidget*>& widgets, std::function<void()> work)
+    : QObject(widgets.constFirst()), mWork(std::move(work)) {
+  for (QWidget* widget : widgets) {
+    mWaiting.insert(widget);
+    widget->installEventFilter(this);
+  }
+  QTimer::singleShot(1s, this, &AfterPaint::finish);
+}
+
+bool AfterPaint::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Paint && mWaiting.remove(watched) && mWaiting.isEmpty()) {
+    // The paint itself is still under way.
+    QTimer::singleShot(0, this, &AfterPaint::finish);
+  }
+  return false;
+}
+
+void AfterPaint::finish() {
+  const auto work = std::exchange(mWork, nullptr);
+  if (!work) return;
+  deleteLater();
+  work();
+}
+
+}  // namespace skarn

@@ -1,0 +1,32 @@
+// Runs work from the event loop as soon as all given widgets have been painted once, so that what blocks the main
+// thread never leaves a window empty.
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QSet>
+#include <QWidget>
+#include <functional>
+
+namespace skarn {
+
+class AfterPaint : public QObject {
+  Q_OBJECT
+
+ public:
+  // Owned by the first widget; deletes itself when the work has run. A desktop that shows no frames at all (a locked
+  // screen) does not hold the work up for longer than a second.
+  static void run(const QList<QWidget*>& widgets, std::function<void()> work);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  AfterPaint(const QList<QWidget*>& widgets, std::function<void()> work);
+  void finish();
+
+  QSet<QObject*> mWaiting;
+  std::function<void()> mWork;
+};
+
+}  // namespace skarn

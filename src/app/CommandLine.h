@@ -1,0 +1,32 @@
+// The configurator's command line.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "app/Vorn_ConfiguratorAppDelegate.h"
+
+namespace skarn {
+
+struct CommandLine {
+  enum class Appearance { Desktop, Light, Dark };
+
+  LaunchInformation launch;
+  bool isVerbose = false;
+  bool wantsHelp = false;
+  bool wantsVersion = false;
+  Appearance appearance = Appearance::Desktop;
+  QString picture;      // file for a picture of the started window; the program ends after it
+  QString tab;          // tab to show first; empty for the first one
+  QString error;        // what is wrong with the arguments; empty when they are good
+
+  // arguments: without the program's name.
+  static CommandLine parse(const QStringList& arguments);
+  static QString help();
+};
+
+// Names of the tabs on the command line, in the order of the window.
+const QStringList& tabNames();
+
+}  // namespace skarn

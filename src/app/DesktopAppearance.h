@@ -1,0 +1,23 @@
+// The look of the application: its style, and the light or dark palette that the desktop asks for.
+#pragma once
+
+#include <memory>
+
+#include "app/CommandLine.h"
+#include "ports/DesktopSettings.h"
+
+namespace skarn {
+
+class DesktopAppearance {
+ public:
+  // Sets style and palette of the application and follows the desktop from then on, unless a fixed appearance was
+  // asked for. A desktop that states no preference is followed by the palette that it gives to programs.
+  explicit DesktopAppearance(CommandLine::Appearance appearance);
+
+ private:
+  void apply(bool isDark);
+
+  std::unique_ptr<vorn::DesktopSettings> mSettings;
+};
+
+}  // namespace skarn

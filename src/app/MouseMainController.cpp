@@ -1,0 +1,343 @@
+#include "app/MouseMainController.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QToolButton>
+
+#include "app/MouseMainWindow.h"
+#include "app/NamedImageView.h"
+#include "app/Sheets.h"
+#include "app/VRCErrorHandler.h"
+#include "buttons/MouseButtonController.h"
+#include "lighting/MouseLightingController.h"
+#include "macros/MouseMacrosController.h"
+#include "maintenance/MouseMaintenanceController.h"
+#include "model/PropertyListCodec.h"
+#include "model/SettingsKeys.h"
+#include "performance/MousePerformanceController.h"
+#include "platform/Bundle.h"
+#include "platform/HelpBook.h"
+#include "platform/Localization.h"
+#include "profiles/MouseProfilesController.h"
+#include "ui_MouseMainWindow.h"
+#include "widgets/BusyIndicator.h"
+
+namespace skarn {
+
+using vorn::MessageID;
+using vorn::PropertyList;
+namespace keys = vorn::keys;
+namespace requestKeys = vorn::requestKeys;
+namespace replyKeys = vorn::replyKeys;
+
+namespace {
+
+constexpr const char* defaultSettingsFile = "Skarn.plist";
+constexpr const char* helpBookTitle = "Skarn Help";
+constexpr const char* helpBookFirstPage = "index.html";
+
+}  // namespace
+
+MouseMainController::MouseMainController(MouseMainWindow& window, HubServices services)
+    : mServices(std::move(services)),
+      mWindow(window),
+      mMouseTabView(window.ui().mMouseTabView),
+      mAppySettings(window.ui().mAppySettings),
+      mDeviceLogo(window.ui().mDeviceLogo),
+      mDeviceConnectivity(window.ui().mDeviceConnectivity),
+      mBattery(window.ui().mBattery),
+      mBusyIndicator(window.ui().mBusyIndicator),
+      mDeviceConnectionWindow(new DeviceConnectionSheet(&window)),
+      mCommunityFBLink(window.ui().mCommunityFBLink),
+      mCommunityTwitterLink(window.ui().mCommunityTwitterLink),
+      mCommunityVornGuildLink(window.ui().mCommunityVornGuildLink),
+      restoringStateWindow(new RestoringStateSheet(&window)),
+      mMouseButtonController(window.ui().MouseButtonController),
+      mMousePerformanceController(window.ui().MousePerformanceController),
+      mMouseProfilesController(window.ui().MouseProfilesController),
+      mMouseMacrosController(window.ui().MouseMacrosController),
+      mMouseLightingController(window.ui().MouseLightingController),
+      mMouseMaintenenceController(window.ui().MouseMaintenanceController),
+      mFirmwareThread(mServices.sleep),
+      mBatteryThread(mServices.sleep),
+      mChargingThread(mServices.sleep) {}
+
+MouseMainController::~MouseMainController() {
+  mMessagePortRunning = false;
+  if (mNotificationCenter) mNotificationCenter->removeObserver(this);
+}
+
+void MouseMainController::awakeFromNib() {
+  mNotificationCenter = &mServices.notifications;
+  mDeviceManager = std::make_unique<VRCDeviceManager>();
+  mEngineInterface = std::make_unique<VRCEngineInterface>(mDeviceManager.get());
+  defaultProfileDict = PropertyList::dictionary();
+  deviceSettingsDict = PropertyList::dictionary();
+  profilesArray = PropertyList::array();
+  macrosArray = PropertyList::array();
+  mBusyIndicator->stop();
+  mMessagePortRunning = false;
+  createLocalPort();
+  batteryStatus = 255;
+  mDeletedProfileID = 0;
+  mProfileDeleted = false;
+  mBattery->clearImage();
+  mDeviceConnectivity->clearImage();
+  setMFirmwareVersionString({});
+  mMouseButtonController->setMNotificationCenter(mNotificationCenter);
+  mMouseMacrosController->setMNotificationCenter(mNotificationCenter);
+  wireControls();
+}
+
+void MouseMainController::wireControls() {
+  connect(mAppySettings, &QPushButton::clicked, this, &MouseMainController::clickApplySettings);
+  connect(mDeviceConnectionWindow, &DeviceConnectionSheet::okClicked, this, &MouseMainController::clickOKButton);
+  connect(mWindow.ui().mHelpButton, &QToolButton::clicked, this, &MouseMainController::clickHelpButton);
+  const auto opens = [this](QToolButton* link, const char* address) {
+    connect(link, &QToolButton::clicked, this, [this, address] { mServices.openAddress(QUrl(QLatin1String(address))); });
+  };
+  opens(mCommunityFBLink, "https://community.skarn.example/");
+  opens(mCommunityTwitterLink, "https://news.skarn.example/");
+  opens(mCommunityVornGuildLink, "https://guild.skarn.example/");
+}
+
+void MouseMainController::createLocalPort() { mServices.link.createLocalPort(); }
+
+QWidget* MouseMainController::mMouseMainView() const { return mouseMainView; }
+
+void MouseMainController::setMMouseMainView(QWidget* window) { mouseMainView = window; }
+
+void MouseMainController::showRestoringStateWindow() {
+  restoringStateWindow->begin();
+}
+
+QWidget* MouseMainController::mRestoringStateWindow() const { return restoringStateWindow; }
+
+void MouseMainController::initializeDevice() {
+  mEngineInterface->setMParentWindow(mouseMainView);
+  QElapsedTimer clock;
+  clock.start();
+  const bool engineFound = mServices.link.isEngineAvailable();
+  mServices.report(engineFound ? "engine found" : "no engine: waiting for an answer all the same");
+
+  const PropertyList answer = sendAndWait(
+      MessageID::RegisterDevice,
+      PropertyList::dictionary({{requestKeys::ProductName, "Skarn"},
+                                {requestKeys::ProductID, vorn::wiredProductID},
+                                {requestKeys::ResponseMsgPortName, vorn::configuratorReplyPortName},
+                                {requestKeys::IsDeviceWired, 1},
+                                {requestKeys::DefaultVrPlistPath,
+                                 Bundle::mainBundle().resourcePath(defaultSettingsFile).toStdString()}}));
+  mServices.link.emptySlot();
+  loadDefaultDict();
+  restoringStateWindow->end();
+
+  devicePID = vorn::wiredProductID;
+  observe(vorn::notificationNames::commandReply(vorn::wiredProductID), &MouseMainController::commandReplyReceived);
+  isWiredDevice = true;
+
+  if (answer[replyKeys::ReturnStatus].toBool()) {
+    mServices.report("registered");
+    loadLatestSettings();
+    setProperties();
+    populateUISettings();
+    setPresence(Presence::Connected);
+    updateUISettings();
+    mServices.report("settings loaded: " + std::to_string(profilesArray.size()) + " profiles, " +
+                     std::to_string(macrosArray.size()) + " macros, in " + std::to_string(clock.elapsed()) + " ms");
+  } else if (!answer.isNone()) {
+    mServices.report("registered, but no mouse is connected; showing the default settings");
+    setMFirmwareVersionString("-");
+    redrawDefaults();
+    setPresence(Presence::NoDevice);
+    showErrorDialog();
+  } else {
+    mServices.report("not registered: no answer after " + std::to_string(clock.elapsed()) +
+                     " ms; showing the default settings");
+    redrawDefaults();
+    setPresence(Presence::NoEngine);
+    showErrorForErrorCode(0);
+  }
+
+  registerNotifications();
+  registerHelpBook();
+  FWQueryThreadAboutToRun();
+}
+
+void MouseMainController::redrawDefaults() {
+  loadDictionariesWithDefaultDict();
+  setProperties();
+  populateUISettings();
+  updateUISettings();
+  updateControlsWithState(false);
+}
+
+void MouseMainController::loadDefaultDict() {
+  const QString path = Bundle::mainBundle().resourcePath(defaultSettingsFile);
+  std::string error;
+  const auto file = vorn::readPropertyListFile(path.toStdString(), &error);
+  if (!file) mServices.report("default settings not read: " + error);
+  defaultSettingsDict = file ? (*file)[keys::DefaultSettings].dictionaryOrEmpty() : PropertyList::dictionary();
+  mMouseButtonController->setMDefaultDict(defaultSettingsDict);
+}
+
+void MouseMainController::loadDictionariesWithDefaultDict() {
+  profilesArray = defaultSettingsDict[keys::Profiles].arrayOrEmpty();
+  defaultProfileDict = profilesArray.at(0).dictionaryOrEmpty();
+  macrosArray = defaultSettingsDict[keys::Macros].arrayOrEmpty();
+}
+
+void MouseMainController::loadLatestSettings() {
+  const PropertyList answer = sendAndWait(MessageID::GetAllSettings, envelope());
+  if (answer.isNone()) return;
+  const PropertyList& bundle = answer[replyKeys::AllDevSettings];
+  if (bundle.isDictionary()) updateToLatestSettings(bundle);
+  mServices.link.emptySlot();
+}
+
+void MouseMainController::updateToLatestSettings(const PropertyList& bundle) {
+  deviceSettingsDict = bundle[keys::DeviceSettings].dictionaryOrEmpty();
+  profilesArray = bundle[keys::Profiles].arrayOrEmpty();
+  defaultProfileDict = profilesArray.at(deviceSettingsDict[keys::ActiveProfile].toInt()).dictionaryOrEmpty();
+  macrosArray = bundle[keys::Macros].arrayOrEmpty();
+}
+
+void MouseMainController::setProperties() {
+  const PropertyList defaultProfile = defaultSettingsDict[keys::Profiles].at(0).dictionaryOrEmpty();
+
+  mMouseButtonController->setMButtonsSettingsDict(defaultProfileDict);
+  mMouseButtonController->setMAllProfiles(profilesArray);
+  mMouseButtonController->setMAllMacros(macrosArray);
+  mMouseButtonController->setMDeviceSettingsDict(deviceSettingsDict);
+
+  mMousePerformanceController->setMPerformanceSettingsDict(defaultProfileDict);
+  mMousePerformanceController->setMDeviceSettingsDict(deviceSettingsDict);
+
+  mMouseProfilesController->setMProfileSettingsDict(defaultProfileDict);
+  mMouseProfilesController->setMDeviceSettingsDict(deviceSettingsDict);
+  mMouseProfilesController->setMProfilesArray(profilesArray);
+  mMouseProfilesController->setMDefaultDict(defaultProfile);
+
+  mMouseMacrosController->setMMacrosSettingsArray(macrosArray);
+
+  mMouseLightingController->setMLightingDict(defaultProfileDict);
+  mMouseLightingController->setMDeviceSettingsDict(deviceSettingsDict);
+  mMouseLightingController->setMAllProfiles(profilesArray);
+
+  mMouseMaintenenceController->setMMaintenanceSettingsDict(deviceSettingsDict);
+  mMouseMaintenenceController->setMMaintenanceDict(defaultProfileDict);
+  mMouseMaintenenceController->setMDefaultDict(defaultProfile);
+
+  mMouseProfilesController->setMProfileDelegate(this);
+  mMouseMacrosController->setMMacroDelegate(this);
+  mMousePerformanceController->setMMousePerformanceDelegate(this);
+  mMouseButtonController->setMButtonDelegate(this);
+  mMouseMaintenenceController->setMMouseMaintenanceDelegate(this);
+  mMouseLightingController->setMLightingDelegate(this);
+
+  mMouseButtonController->setMButtonWindow(mouseMainView);
+  mMousePerformanceController->setMPerformanceWindow(mouseMainView);
+  mMouseProfilesController->setMProfilesWindow(mouseMainView);
+  mMouseMacrosController->setMMacrosWindow(mouseMainView);
+  mMouseMaintenenceController->setMMaintenanceWindow(mouseMainView);
+}
+
+void MouseMainController::populateUISettings() {
+  mMouseButtonController->populateUISettings();
+  mMousePerformanceController->populateUISettings();
+}
+
+void MouseMainController::updateUISettings() {
+  mWindow.showProfileName(QString::fromStdString(defaultProfileDict[keys::ProfileName].toString()));
+  mMouseButtonController->updateUISettings();
+  mMousePerformanceController->updateUISettings();
+  mMouseProfilesController->updateUISettings();
+  mMouseLightingController->updateUISettings();
+  mMouseMaintenenceController->updateUISettings();
+  // The Macros tab is refreshed through its table only.
+  refreshControllersTableDisplay();
+}
+
+void MouseMainController::refreshControllersTableDisplay() {
+  mMouseProfilesController->refreshTableDisplay();
+  mMouseMacrosController->refreshTableDisplay();
+}
+
+void MouseMainController::reload() {
+  loadLatestSettings();
+  setProperties();
+  updateUISettings();
+}
+
+void MouseMainController::updateControlsWithState(bool state) {
+  mMouseButtonController->enableControlsState(state);
+  mMousePerformanceController->enableControlsState(state);
+  mMouseProfilesController->enableControlsState(state);
+  mMouseMacrosController->enableControlsState(state);
+  mMouseLightingController->enableControlsState(state);
+  mMouseMaintenenceController->enableControlsState(state);
+}
+
+void MouseMainController::updateProfilesControlState(bool state) {
+  if (state) {
+    mBusyIndicator->stop();
+  } else {
+    mBusyIndicator->start();
+  }
+  mMouseProfilesController->enableControlsState(state);
+}
+
+void MouseMainController::setPresence(Presence presence) {
+  switch (presence) {
+    case Presence::Starting:
+      mWindow.showState(localized("lkeyStateStarting"));
+      break;
+    case Presence::Connected:
+      mWindow.showState(QString());
+      break;
+    case Presence::NoDevice:
+      mWindow.showState(localized("lkeyStateNoDevice"));
+      break;
+    case Presence::NoEngine:
+      mWindow.showState(localized("lkeyStateNoEngine"));
+      break;
+  }
+}
+
+void MouseMainController::registerHelpBook() {
+  HelpBook::registerBook(QLatin1String(helpBookTitle), Bundle::mainBundle().resourcePath(QStringLiteral("help")));
+}
+
+void MouseMainController::openRegisteredHelpBook() {
+  HelpBook::openPage(QLatin1String(helpBookTitle), QLatin1String(helpBookFirstPage));
+}
+
+void MouseMainController::clickHelpButton() { openRegisteredHelpBook(); }
+
+void MouseMainController::selectTabAtIndex(int index) { mMouseTabView->setCurrentIndex(index); }
+
+void MouseMainController::showErrorForErrorCode(int code) {
+  struct Texts {
+    const char* title;
+    const char* description;
+    const char* button;
+  };
+  static constexpr Texts texts[] = {
+      {"lkeyCommErrorTitle", "lkeyCommErrorDesc", "lkeyOK"},
+      {"lkeyDeviceNotFoundTitle", "lkeyDeviceNotFoundDesc", "lkeyOK"},
+  };
+  if (code < 0 || code >= static_cast<int>(std::size(texts))) return;
+  const Texts& text = texts[code];
+  VRCErrorHandler::showErrorWithTitle(localized(text.title), localized(text.description), localized(text.button),
+                                      QString(), mouseMainView);
+}
+
+void MouseMainController::showErrorDialog() { mDeviceConnectionWindow->open(); }
+
+void MouseMainController::hideErrorDialog() { mDeviceConnectionWindow->close(); }
+
+void MouseMainController::clickOKButton() { hideErrorDialog(); }
+
+}  // namespace skarn

@@ -1,0 +1,278 @@
+// The hub: owns the working copy of the settings and the link to the engine, hands every tab its slices and carries
+// out what the tabs ask for.
+//
+// Settings are never edited in place. Each change goes to the engine, and the bundle that comes back replaces the
+// working copy whole; then setProperties hands out new slices and updateUISettings redraws. A command that gets no
+// answer changes nothing.
+//
+// Everything runs on the main thread, but for setDriverVersions and checkBatteryStatus, which any thread may call.
+// A waiting command blocks for up to about 6 s (12 s for adding a macro) and runs no event loop meanwhile.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QUrl>
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "app/RepeatingThread.h"
+#include "app/VRCDeviceManager.h"
+#include "app/VRCEngineInterface.h"
+#include "buttons/MouseButtonDelegate.h"
+#include "engine/EngineLink.h"
+#include "lighting/MouseLightingDelegate.h"
+#include "macros/MacroControllerDelegate.h"
+#include "maintenance/MouseMaintenanceDelegate.h"
+#include "model/NotificationCenter.h"
+#include "model/VRCDictionaryInspector.h"
+#include "performance/MousePerformanceDelegate.h"
+#include "profiles/ProfileControllerDelegate.h"
+
+class QLabel;
+class QPushButton;
+class QTabWidget;
+class QToolButton;
+
+namespace skarn {
+
+class BusyIndicator;
+class DeviceConnectionSheet;
+class MouseButtonController;
+class MouseLightingController;
+class MouseMacrosController;
+class MouseMainWindow;
+class MouseMaintenanceController;
+class MousePerformanceController;
+class MouseProfilesController;
+class NamedImageView;
+class RestoringStateSheet;
+
+// What the hub reaches outside itself; tests answer in place of the system.
+struct HubServices {
+  vorn::EngineLink& link;
+  vorn::NotificationCenter& notifications;
+  std::function<void(const QUrl&)> openAddress;           // the default web browser
+  std::function<void(const std::string& line)> report;    // start-up report, a line without a line break each
+  StoppableSleep sleep = systemSleep();                   // of the timer threads
+};
+
+class MouseMainController : public QObject,
+                            public MouseButtonDelegate,
+                            public ProfileControllerDelegate,
+                            public MacroControllerDelegate,
+                            public MousePerformanceDelegate,
+                            public MouseLightingDelegate,
+                            public MouseMaintenanceDelegate {
+  Q_OBJECT
+
+ public:
+  // The window holds the tabs and outlives the hub. Call awakeFromNib once before anything else.
+  MouseMainController(MouseMainWindow& window, HubServices services);
+  ~MouseMainController() override;
+
+  // --- Start-up
+  void awakeFromNib();
+  QWidget* mMouseMainView() const;
+  void setMMouseMainView(QWidget* window);
+  // Says in the window that it waits for the engine, before the wait blocks it.
+  void showThatItWaits() { setPresence(Presence::Starting); }
+  void showRestoringStateWindow();
+  QWidget* mRestoringStateWindow() const;
+  // Registers with the engine, loads settings or falls back on the defaults, draws, and starts to listen.
+  void initializeDevice();
+  // The body of the reply thread is the link's; this starts it.
+  void createLocalPort();
+  // Two operations without effect: the wait is part of each command, and observers are removed by name.
+  void waitForReply() {}
+  void removeSelfAsNotificationObserver() {}
+
+  // --- Settings
+  void loadDefaultDict();
+  void loadDictionariesWithDefaultDict();
+  void loadLatestSettings();
+  void updateToLatestSettings(const vorn::PropertyList& bundle);
+  void setProperties();
+  void populateUISettings();
+  void updateUISettings();
+  void refreshControllersTableDisplay();
+  const vorn::PropertyList& mDefaultSettingsDict() const { return defaultSettingsDict; }
+  const vorn::PropertyList& mDefaultProfileDict() const { return defaultProfileDict; }  // the active profile
+  const vorn::PropertyList& mDeviceSettingsDict() const { return deviceSettingsDict; }
+  const vorn::PropertyList& mProfilesArray() const { return profilesArray; }
+  const vorn::PropertyList& mMacrosArray() const { return macrosArray; }
+
+  // --- Controls of the window
+  void updateControlsWithState(bool state);
+  void updateProfilesControlState(bool state);
+  void clickApplySettings();
+  void registerHelpBook();
+  void openRegisteredHelpBook();
+  void clickHelpButton();
+  void selectTabAtIndex(int index) override;
+
+  // --- Errors
+  void showErrorForErrorCode(int code);
+  void showErrorDialog();
+  void hideErrorDialog();
+  void clickOKButton();
+
+  // --- News from the engine
+  void registerNotifications();
+  void addObserverDeviceAttachment();
+  void removeObserverDeviceAttachment();
+  void addObserverDeviceRemoval();
+  void removeObserverDeviceRemoval();
+  void addObserverProfileUpdate();
+  void removeObserverProfileUpdate();
+  void addObserverDPIUpdate();
+  void removeObserverDPIUpdate();
+  void addObserverKeymapPressed();
+  void removeObserverKeymapPressed();
+  void deviceConnectedNotification(const vorn::Notification& notification);
+  void deviceDisconnectedNotification(const vorn::Notification& notification);
+  void deamonProfileUpdateNotification(const vorn::Notification& notification);
+  void deamonDPIUpdateNotification(const vorn::Notification& notification);
+  void deamonKeyMapPressed(const vorn::Notification& notification);
+  void commandReplyReceived(const vorn::Notification& notification);
+
+  // --- Device presence
+  void updateDeviceConnectivityIcon();
+  void checkBatteryLevel();
+  void checkBatteryStatus();
+  // Asks for the firmware version as long as it is not known. Any thread.
+  void setDriverVersions();
+  void updateFWVersion(const vorn::PropertyList& info);
+  void updateBatteryLevel(const vorn::PropertyList& info);
+  void updateBatteryStatus(const vorn::PropertyList& info);
+  void runChargingBattery();
+  void FWQueryThreadAboutToRun();      // asks every 3 s
+  void batteryThreadAboutToRun();      // asks for the charging status every 10 s; nothing starts it
+  void chargingBatteryAboutToRun();    // steps the battery icon once a second, the first time at once
+  std::string mFirmwareVersionString() const;
+  std::uint32_t mBatteryStatus() const { return batteryStatus; }
+  std::uint32_t mDevicePID() const { return devicePID; }
+  bool mIsWiredDevice() const { return isWiredDevice; }
+
+  // --- Shutdown
+  // Tells the engine that the device is free again; waits for nothing.
+  void releaseVornDeviceInstance();
+  // Ends a macro recording that is under way.
+  void checkMacroRecordingStatus();
+
+  // --- Profiles
+  void addNewProfileWithSettings(const vorn::PropertyList& profile) override;
+  // A negative ID means the active profile.
+  void updateProfileWithID(int profileID, const vorn::PropertyList& andSettings);
+  void updateProfileWithSettings(const vorn::PropertyList& settings) override;
+  void updateButtonAssignmentWithSettings(const vorn::PropertyList& settings) override;
+  void updateButtonAssignmentWithSettings(const vorn::PropertyList& settings, int toProfileIndex) override;
+  void updateValueForSetting(const vorn::PropertyList& settings) override;
+  void renameProfileWithProfileID(int profileID, const vorn::PropertyList& andSettings) override;
+  void updateProfileKeyInDictionaryWithDictionary(const vorn::PropertyList& profiles) override;
+  void deleteProfileWithProfileID(int profileID) override;
+  void switchProfileWithID(int profileID) override;
+  // What the last successful add, update or switch would tell other programs: name, bundle and this application's
+  // identifier. It is not sent anywhere.
+  const vorn::PropertyList& changeNote() const { return mChangeNote; }
+
+  // --- Macros and key capture
+  void addMacroWithSettings(const vorn::PropertyList& macro) override;
+  void deleteMacroAtIndex(int macro) override;
+  void renameMacroAtIndex(int macro, std::string_view withNewName) override;
+  void getMacroDetailsForMacroAtIndex(int macro) override;
+  vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) override;
+  void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) override;
+  void removeEventAtIndex(int event, int forMacroAtIndex) override;
+  void removeAllEventsForMacroAtIndex(int macro) override;
+  void setAllEventsDelay(int delay, int forMacroAtIndex, bool hasNoDelay) override;
+  void setNewDelay(int milliseconds, int atMacroEventIndex, int forMacroAtIndex) override;
+  void startMacroRecording(bool append, int macroIndex) override;
+  void stopMacroRecording() override;
+  void saveRecordedEventsForMacroAtIndex(int macro, bool isNewRecording) override;
+  void startEditHID() override;
+  void startSingleKeyRecording() override;
+  void stopSingleKeyRecording() override;
+
+ private:
+  // What the strip under the header says.
+  enum class Presence { Starting, Connected, NoDevice, NoEngine };
+
+  vorn::PropertyList envelope() const;  // the keys that every request carries
+  // Sends the request and waits. The answer stays in the reply slot; none when the wait ended without one.
+  vorn::PropertyList sendAndWait(vorn::MessageID messageID, const vorn::PropertyList& request,
+                                 std::chrono::milliseconds interval = vorn::pollInterval);
+  // The same for commands that need no more of the answer than its status, which is taken out of the slot.
+  std::optional<int> statusOf(vorn::MessageID messageID, const vorn::PropertyList& request,
+                              std::chrono::milliseconds interval = vorn::pollInterval);
+  // The bundle of a profile command's answer; none when the answer lacks it. The answer is taken out of the slot.
+  vorn::PropertyList bundleOf(vorn::MessageID messageID, const vorn::PropertyList& request);
+  void applyChange(const vorn::PropertyList& bundle, std::string_view profileName);
+  void noteChange(const vorn::PropertyList& bundle, std::string_view profileName);
+  int profileTableRow() const;
+  void reload();        // loadLatestSettings, setProperties, updateUISettings
+  void redrawDefaults();  // shows the default settings in place of the engine's
+  void setPresence(Presence presence);
+  void setMFirmwareVersionString(const std::string& version);
+  void observe(const std::string& name, void (MouseMainController::*handler)(const vorn::Notification&));
+  void reloadUnlessOurs(const vorn::Notification& notification);
+  void sendQuery(vorn::MessageID messageID);
+  void stopChargingAnimation();
+  void wireControls();
+
+  HubServices mServices;
+  MouseMainWindow& mWindow;
+
+  // Controls, in the window's layout; not owned.
+  QTabWidget* mMouseTabView;
+  QPushButton* mAppySettings;
+  QLabel* mDeviceLogo;
+  NamedImageView* mDeviceConnectivity;
+  NamedImageView* mBattery;
+  BusyIndicator* mBusyIndicator;
+  DeviceConnectionSheet* mDeviceConnectionWindow;
+  QToolButton* mCommunityFBLink;
+  QToolButton* mCommunityTwitterLink;
+  QToolButton* mCommunityVornGuildLink;
+  RestoringStateSheet* restoringStateWindow;
+
+  MouseButtonController* mMouseButtonController;
+  MousePerformanceController* mMousePerformanceController;
+  MouseProfilesController* mMouseProfilesController;
+  MouseMacrosController* mMouseMacrosController;
+  MouseLightingController* mMouseLightingController;
+  MouseMaintenanceController* mMouseMaintenenceController;
+
+  QPointer<QWidget> mouseMainView;
+  vorn::PropertyList defaultSettingsDict;
+  vorn::PropertyList defaultProfileDict;
+  vorn::PropertyList deviceSettingsDict;
+  vorn::NotificationCenter* mNotificationCenter = nullptr;
+  vorn::PropertyList profilesArray;
+  vorn::PropertyList macrosArray;
+  mutable std::mutex mFirmwareVersionMutex;
+  std::string firmwareVersionString;  // empty until known, "-" without a device
+  std::atomic<std::uint32_t> devicePID{static_cast<std::uint32_t>(vorn::wiredProductID)};
+  std::uint32_t batteryStatus = 255;  // unknown
+  std::uint32_t mDeletedProfileID = 0;
+  bool isWiredDevice = false;
+  bool mProfileDeleted = false;
+  std::unique_ptr<VRCDeviceManager> mDeviceManager;
+  std::unique_ptr<VRCEngineInterface> mEngineInterface;
+  std::unique_ptr<vorn::VRCDictionaryInspector> mDictionaryInspector;  // stays empty
+  bool mMessagePortRunning = false;
+
+  vorn::PropertyList mChangeNote;
+
+  // Last, so that the threads end before anything that they use goes.
+  RepeatingThread mFirmwareThread;
+  RepeatingThread mBatteryThread;
+  RepeatingThread mChargingThread;
+};
+
+}  // namespace skarn

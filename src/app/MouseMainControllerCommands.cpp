@@ -1,0 +1,265 @@
+// The hub's requests to the engine and what follows each answer.
+#include <QTableView>
+#include <QItemSelectionModel>
+
+#include "widgets/BusyIndicator.h"
+#include "app/MouseMainController.h"
+#include "buttons/MouseButtonController.h"
+#include "lighting/MouseLightingController.h"
+#include "macros/MouseMacrosController.h"
+#include "model/SettingsKeys.h"
+#include "platform/Bundle.h"
+#include "profiles/MouseProfilesController.h"
+
+namespace skarn {
+
+using vorn::MessageID;
+using vorn::PropertyList;
+namespace keys = vorn::keys;
+namespace requestKeys = vorn::requestKeys;
+namespace replyKeys = vorn::replyKeys;
+
+namespace {
+
+// Commands whose number says what an assignment plays or switches to.
+constexpr int macroCommand = 10;
+constexpr int profileCommand = 17;
+
+}  // namespace
+
+PropertyList MouseMainController::envelope() const {
+  return PropertyList::dictionary({{requestKeys::ProductID, static_cast<std::int32_t>(devicePID)},
+                                   {requestKeys::ResponseMsgPortName, vorn::configuratorReplyPortName}});
+}
+
+PropertyList MouseMainController::sendAndWait(MessageID messageID, const PropertyList& request,
+                                              std::chrono::milliseconds interval) {
+  mServices.link.send(request, messageID);
+  if (!mServices.link.waitForReply(vorn::maximumPolls, interval)) return {};
+  return mServices.link.reply();
+}
+
+std::optional<int> MouseMainController::statusOf(MessageID messageID, const PropertyList& request,
+                                                 std::chrono::milliseconds interval) {
+  const PropertyList answer = sendAndWait(messageID, request, interval);
+  if (answer.isNone()) return std::nullopt;
+  mServices.link.emptySlot();
+  return answer[replyKeys::ReturnStatus].toInt();
+}
+
+PropertyList MouseMainController::bundleOf(MessageID messageID, const PropertyList& request) {
+  const PropertyList answer = sendAndWait(messageID, request);
+  if (answer.isNone()) return {};
+  mServices.link.emptySlot();
+  const PropertyList& bundle = answer[replyKeys::ReturnDictionary];
+  return bundle.isDictionary() ? bundle : PropertyList();
+}
+
+// --- Profiles
+
+void MouseMainController::noteChange(const PropertyList& bundle, std::string_view profileName) {
+  mChangeNote = PropertyList::dictionary({{vorn::newsKeys::ProfileName, profileName},
+                                          {replyKeys::AllDevSettings, bundle},
+                                          {requestKeys::SourceApp, Bundle::mainBundle().identifier().toStdString()}});
+}
+
+void MouseMainController::applyChange(const PropertyList& bundle, std::string_view profileName) {
+  if (bundle.isNone()) return;
+  updateToLatestSettings(bundle);
+  noteChange(bundle, profileName);
+  setProperties();
+  updateUISettings();
+}
+
+void MouseMainController::addNewProfileWithSettings(const PropertyList& profile) {
+  const PropertyList bundle =
+      bundleOf(MessageID::AddProfile, envelope().with(requestKeys::DeviceSettingsDictionary, profile));
+  applyChange(bundle, profile[keys::ProfileName].string());
+}
+
+void MouseMainController::updateProfileWithID(int profileID, const PropertyList& andSettings) {
+  const int target = profileID < 0 ? deviceSettingsDict[keys::ActiveProfile].toInt() : profileID;
+  const PropertyList bundle =
+      bundleOf(MessageID::UpdateProfile, envelope()
+                                             .with(requestKeys::ProfileID, target)
+                                             .with(requestKeys::DeviceSettingsDictionary, andSettings));
+  applyChange(bundle, andSettings[keys::ProfileName].string());
+}
+
+int MouseMainController::profileTableRow() const {
+  const QItemSelectionModel* selection = mMouseProfilesController->mProfilesTableView()->selectionModel();
+  if (selection == nullptr || !selection->hasSelection()) return -1;
+  return selection->selectedIndexes().constFirst().row();
+}
+
+void MouseMainController::updateProfileWithSettings(const PropertyList& settings) {
+  updateProfileWithID(profileTableRow(), settings);
+}
+
+void MouseMainController::updateButtonAssignmentWithSettings(const PropertyList& settings) {
+  updateProfileWithSettings(settings);
+}
+
+void MouseMainController::updateButtonAssignmentWithSettings(const PropertyList& settings, int toProfileIndex) {
+  updateProfileWithID(toProfileIndex, settings);
+}
+
+void MouseMainController::updateValueForSetting(const PropertyList& settings) { updateProfileWithSettings(settings); }
+
+void MouseMainController::renameProfileWithProfileID(int profileID, const PropertyList& andSettings) {
+  updateProfileWithID(profileID, andSettings);
+}
+
+void MouseMainController::clickApplySettings() {
+  // Always the first profile, whatever profile is active.
+  updateProfileWithID(0, mMouseLightingController->mUserSettingsDict());
+}
+
+void MouseMainController::updateProfileKeyInDictionaryWithDictionary(const PropertyList& profiles) {
+  bundleOf(MessageID::ReplaceAllProfiles, envelope().with(requestKeys::AllProfiles, profiles));
+}
+
+void MouseMainController::deleteProfileWithProfileID(int profileID) {
+  mProfileDeleted = true;
+  mDeletedProfileID = static_cast<std::uint32_t>(profileID);
+  updateProfilesControlState(false);
+  const PropertyList answer = sendAndWait(MessageID::DeleteProfile, envelope().with(requestKeys::ProfileID, profileID));
+  // An answer without the bundle stays in the slot for the next command, and the tab stays disabled.
+  if (!answer[replyKeys::ReturnDictionary].isDictionary()) return;
+  mServices.link.emptySlot();
+  switchProfileWithID(std::max(profileID - 1, 0));
+}
+
+void MouseMainController::switchProfileWithID(int profileID) {
+  const PropertyList answer = sendAndWait(MessageID::SwitchProfile, envelope().with(requestKeys::ProfileID, profileID));
+  if (answer.isNone()) return;
+  const PropertyList& bundle = answer[replyKeys::ReturnDictionary];
+  if (!bundle.isDictionary()) {
+    mServices.link.emptySlot();
+    return;
+  }
+  updateToLatestSettings(bundle);
+  noteChange(bundle, profilesArray.at(profileID)[keys::ProfileName].string());
+  setProperties();
+  // The clean-up's own commands wait for their own answers.
+  mServices.link.emptySlot();
+  if (mProfileDeleted) {
+    mMouseButtonController->removeMacroProfileMappings(static_cast<int>(mDeletedProfileID), profileCommand);
+    loadLatestSettings();
+    setProperties();
+  }
+  updateUISettings();
+  updateProfilesControlState(true);
+  mProfileDeleted = false;
+  mDeletedProfileID = 0;
+}
+
+// --- Macros
+
+void MouseMainController::addMacroWithSettings(const PropertyList& macro) {
+  const auto status = statusOf(MessageID::AddMacro, envelope().with(requestKeys::MacroContents, macro),
+                               vorn::addMacroPollInterval);
+  if (status == 0) reload();
+}
+
+void MouseMainController::deleteMacroAtIndex(int macro) {
+  if (statusOf(MessageID::DeleteMacro, envelope().with(requestKeys::MacroID, macro)) != 0) return;
+  loadLatestSettings();
+  setProperties();
+  mMouseButtonController->removeMacroProfileMappings(macro, macroCommand);
+  reload();
+}
+
+void MouseMainController::renameMacroAtIndex(int macro, std::string_view withNewName) {
+  const PropertyList contents =
+      PropertyList::dictionary({{keys::MacroName, withNewName}, {keys::MacroID, macro}});
+  if (statusOf(MessageID::RenameMacro, envelope().with(requestKeys::MacroContents, contents)) == 0) reload();
+}
+
+void MouseMainController::getMacroDetailsForMacroAtIndex(int macro) {
+  const PropertyList answer =
+      sendAndWait(MessageID::GetMacroDetails, envelope().with(requestKeys::IndexOfMacroSequence, macro));
+  if (answer.isNone()) return;
+  mServices.link.emptySlot();
+  mMouseMacrosController->updateSelectedMacroWithMacroDetails(answer[replyKeys::MacroSequences].arrayOrEmpty());
+}
+
+PropertyList MouseMainController::getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) {
+  const PropertyList answer = sendAndWait(
+      MessageID::GetMacroEvent,
+      envelope().with(requestKeys::MacroID, macro).with(requestKeys::SequenceIdx, eventIndex));
+  if (answer.isNone()) return PropertyList::dictionary();
+  mServices.link.emptySlot();
+  return answer[replyKeys::SequenceInMacro].dictionaryOrEmpty();
+}
+
+void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const PropertyList& newDict) {
+  const auto status = statusOf(MessageID::UpdateMacroEvent, envelope()
+                                                                .with(requestKeys::MacroID, macro)
+                                                                .with(requestKeys::SequenceIdx, eventIndex)
+                                                                .with(requestKeys::Sequence, newDict));
+  if (status != 0) return;
+  mMouseMacrosController->setStateOfMacroTableWithState(true);
+}
+
+void MouseMainController::removeEventAtIndex(int event, int forMacroAtIndex) {
+  statusOf(MessageID::RemoveMacroEvent, envelope()
+                                            .with(requestKeys::MacroID, forMacroAtIndex)
+                                            .with(requestKeys::MacroEventTableIndex, event));
+}
+
+void MouseMainController::removeAllEventsForMacroAtIndex(int macro) {
+  statusOf(MessageID::RemoveAllMacroEvents, envelope().with(requestKeys::MacroID, macro));
+}
+
+void MouseMainController::setAllEventsDelay(int delay, int forMacroAtIndex, bool hasNoDelay) {
+  statusOf(MessageID::SetAllEventsDelay, envelope()
+                                             .with(requestKeys::MacroID, forMacroAtIndex)
+                                             .with(requestKeys::Delay, delay)
+                                             .with(requestKeys::HasNoDelay, hasNoDelay));
+}
+
+void MouseMainController::setNewDelay(int milliseconds, int atMacroEventIndex, int forMacroAtIndex) {
+  statusOf(MessageID::SetEventDelay, envelope()
+                                         .with(requestKeys::Delay, milliseconds)
+                                         .with(requestKeys::SequenceIdx, atMacroEventIndex)
+                                         .with(requestKeys::MacroID, forMacroAtIndex));
+}
+
+void MouseMainController::startMacroRecording(bool append, int macroIndex) {
+  statusOf(MessageID::StartMacroRecording, envelope()
+                                               .with(requestKeys::MacroID, macroIndex)
+                                               .with(requestKeys::IsAppendRecording, append ? 1 : 0));
+}
+
+void MouseMainController::stopMacroRecording() { statusOf(MessageID::StopMacroRecording, envelope()); }
+
+void MouseMainController::saveRecordedEventsForMacroAtIndex(int macro, bool isNewRecording) {
+  const auto status = statusOf(MessageID::SaveRecordedEvents,
+                               envelope()
+                                   .with(requestKeys::MacroID, macro)
+                                   .with(requestKeys::IsAppendRecording, isNewRecording ? 1 : 0));
+  if (status == 0) reload();
+}
+
+void MouseMainController::startEditHID() { statusOf(MessageID::StartEditHID, envelope()); }
+
+void MouseMainController::startSingleKeyRecording() { statusOf(MessageID::StartSingleKeyRecording, envelope()); }
+
+void MouseMainController::stopSingleKeyRecording() { statusOf(MessageID::StopSingleKeyRecording, envelope()); }
+
+// --- Device
+
+void MouseMainController::sendQuery(MessageID messageID) { mServices.link.send(envelope(), messageID); }
+
+void MouseMainController::checkBatteryLevel() { sendQuery(MessageID::QueryBatteryLevel); }
+
+void MouseMainController::checkBatteryStatus() { sendQuery(MessageID::QueryChargingStatus); }
+
+void MouseMainController::releaseVornDeviceInstance() {
+  mServices.link.send(
+      PropertyList::dictionary({{requestKeys::ProductID, static_cast<std::int32_t>(devicePID)}}),
+      MessageID::ReleaseDevice);
+}
+
+}  // namespace skarn

@@ -1,0 +1,290 @@
+// What the hub does with the engine's news, and how it shows the device's presence, battery and versions.
+#include <QLabel>
+#include <QMetaObject>
+#include <charconv>
+#include <chrono>
+
+#include "app/MouseMainController.h"
+#include "app/MouseMainWindow.h"
+#include "app/NamedImageView.h"
+#include "macros/MouseMacrosController.h"
+#include "maintenance/MouseMaintenanceController.h"
+#include "platform/Bundle.h"
+
+namespace skarn {
+
+using vorn::MessageID;
+using vorn::Notification;
+using vorn::PropertyList;
+namespace names = vorn::notificationNames;
+namespace newsKeys = vorn::newsKeys;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::uint32_t unknownBatteryStatus = 255;
+
+// Values of the charging status.
+enum ChargingStatus { OnBattery = 0, Charging = 1, NoBattery = 2 };
+
+// The product of "Device Attached 273": the third of the name's words.
+int productOf(std::string_view name) {
+  for (int word = 0; word < 2; ++word) {
+    const std::size_t blank = name.find(' ');
+    if (blank == std::string_view::npos) return 0;
+    name.remove_prefix(blank + 1);
+  }
+  int product = 0;
+  std::from_chars(name.data(), name.data() + name.size(), product);
+  return product;
+}
+
+}  // namespace
+
+// --- Observers
+
+void MouseMainController::observe(const std::string& name, void (MouseMainController::*handler)(const Notification&)) {
+  mNotificationCenter->addObserver(this, name, [this, handler](const Notification& news) { (this->*handler)(news); });
+}
+
+void MouseMainController::registerNotifications() {
+  observe(names::deviceAttached(vorn::wiredProductID), &MouseMainController::deviceConnectedNotification);
+  addObserverDeviceRemoval();
+  addObserverProfileUpdate();
+  addObserverDPIUpdate();
+  addObserverKeymapPressed();
+  observe(names::deviceAttached(vorn::wirelessProductID), &MouseMainController::deviceConnectedNotification);
+}
+
+void MouseMainController::addObserverDeviceAttachment() {
+  observe(names::deviceAttached(vorn::wiredProductID), &MouseMainController::deviceConnectedNotification);
+  observe(names::deviceAttached(vorn::wirelessProductID), &MouseMainController::deviceConnectedNotification);
+}
+
+void MouseMainController::removeObserverDeviceAttachment() {
+  mNotificationCenter->removeObserver(this, names::deviceAttached(vorn::wiredProductID));
+  mNotificationCenter->removeObserver(this, names::deviceAttached(vorn::wirelessProductID));
+}
+
+void MouseMainController::addObserverDeviceRemoval() {
+  observe(names::deviceRemoved(vorn::wiredProductID), &MouseMainController::deviceDisconnectedNotification);
+}
+
+void MouseMainController::removeObserverDeviceRemoval() {
+  mNotificationCenter->removeObserver(this, names::deviceRemoved(vorn::wiredProductID));
+}
+
+void MouseMainController::addObserverProfileUpdate() {
+  observe(names::profileUpdated(vorn::wiredProductID), &MouseMainController::deamonProfileUpdateNotification);
+}
+
+void MouseMainController::removeObserverProfileUpdate() {
+  mNotificationCenter->removeObserver(this, names::profileUpdated(vorn::wiredProductID));
+}
+
+void MouseMainController::addObserverDPIUpdate() {
+  observe(names::dpiUpdated(vorn::wiredProductID), &MouseMainController::deamonDPIUpdateNotification);
+}
+
+void MouseMainController::removeObserverDPIUpdate() {
+  mNotificationCenter->removeObserver(this, names::dpiUpdated(vorn::wiredProductID));
+}
+
+void MouseMainController::addObserverKeymapPressed() {
+  observe(names::keymapUpdated(vorn::wiredProductID), &MouseMainController::deamonKeyMapPressed);
+}
+
+void MouseMainController::removeObserverKeymapPressed() {
+  mNotificationCenter->removeObserver(this, names::keymapUpdated(vorn::wiredProductID));
+}
+
+// --- Handlers
+
+void MouseMainController::deviceConnectedNotification(const Notification& notification) {
+  removeObserverDeviceAttachment();
+  setMFirmwareVersionString({});
+  const int product = productOf(notification.name);
+  hideErrorDialog();
+  if (product == vorn::wiredProductID || product == vorn::wirelessProductID) {
+    devicePID = static_cast<std::uint32_t>(product);
+    // An earlier observation is not removed: after two attachments each answer is handled twice.
+    observe(names::commandReply(product), &MouseMainController::commandReplyReceived);
+    isWiredDevice = product == vorn::wiredProductID;
+  }
+  loadLatestSettings();
+  setProperties();
+  updateControlsWithState(true);
+  setPresence(Presence::Connected);
+  updateUISettings();
+  updateDeviceConnectivityIcon();
+  setDriverVersions();
+  addObserverDeviceAttachment();
+}
+
+void MouseMainController::deviceDisconnectedNotification(const Notification&) {
+  removeObserverDeviceRemoval();
+  showErrorDialog();
+  mMouseMaintenenceController->mFirmwareVersion()->setText(QStringLiteral("-"));
+  mMouseMaintenenceController->stopProgressIndicatorAnimation();
+  mMouseMacrosController->stopAllMacroRecording();
+  stopChargingAnimation();
+  mBattery->clearImage();
+  mDeviceConnectivity->clearImage();
+  batteryStatus = unknownBatteryStatus;
+  updateControlsWithState(false);
+  setPresence(Presence::NoDevice);
+  addObserverDeviceRemoval();
+}
+
+void MouseMainController::reloadUnlessOurs(const Notification& notification) {
+  const std::string ours = Bundle::mainBundle().identifier().toStdString();
+  if (notification.userInfo[newsKeys::SourceApp].string() != ours) reload();
+}
+
+void MouseMainController::deamonProfileUpdateNotification(const Notification& notification) {
+  removeObserverProfileUpdate();
+  reloadUnlessOurs(notification);
+  addObserverProfileUpdate();
+}
+
+void MouseMainController::deamonDPIUpdateNotification(const Notification& notification) {
+  removeObserverDPIUpdate();
+  reloadUnlessOurs(notification);
+  addObserverDPIUpdate();
+}
+
+void MouseMainController::deamonKeyMapPressed(const Notification& notification) {
+  const PropertyList& bundle = notification.userInfo[newsKeys::UpdatedKeymapProfile];
+  if (!bundle.isDictionary()) return;
+  updateToLatestSettings(bundle);
+  setProperties();
+  updateUISettings();
+}
+
+void MouseMainController::commandReplyReceived(const Notification& notification) {
+  const PropertyList& info = notification.userInfo;
+  if (!info.isDictionary()) return;
+  switch (static_cast<MessageID>(info[newsKeys::MessageID].toInt())) {
+    case MessageID::QueryBatteryLevel:
+      updateBatteryLevel(info);
+      break;
+    case MessageID::QueryChargingStatus: {
+      const auto status = static_cast<std::uint32_t>(info[newsKeys::DeviceChargingStatus].toInt());
+      if (status == batteryStatus) break;
+      batteryStatus = status;
+      updateBatteryStatus(info);
+      break;
+    }
+    case MessageID::QueryFirmwareVersion:
+      mMouseMaintenenceController->stopProgressIndicatorAnimation();
+      updateFWVersion(info);
+      break;
+    default:
+      break;
+  }
+}
+
+void MouseMainController::checkMacroRecordingStatus() {
+  if (!mMouseMacrosController->mIsRecording()) return;
+  mMouseMacrosController->stopAllMacroRecording();
+}
+
+// --- Presence, battery, versions
+
+void MouseMainController::updateDeviceConnectivityIcon() {
+  mDeviceConnectivity->setImage(isWiredDevice ? QStringLiteral("usb.png") : QStringLiteral("wireless.png"));
+}
+
+std::string MouseMainController::mFirmwareVersionString() const {
+  const std::lock_guard lock(mFirmwareVersionMutex);
+  return firmwareVersionString;
+}
+
+void MouseMainController::setMFirmwareVersionString(const std::string& version) {
+  const std::lock_guard lock(mFirmwareVersionMutex);
+  firmwareVersionString = version;
+}
+
+void MouseMainController::setDriverVersions() {
+  if (!mFirmwareVersionString().empty()) return;
+  sendQuery(MessageID::QueryFirmwareVersion);
+  QMetaObject::invokeMethod(this, [this] {
+    // The answer may have been handled before this.
+    if (mFirmwareVersionString().empty()) mMouseMaintenenceController->startProgresIndicatorAnimation();
+  });
+}
+
+void MouseMainController::FWQueryThreadAboutToRun() {
+  mFirmwareThread.start(3s, [this] { setDriverVersions(); });
+}
+
+void MouseMainController::batteryThreadAboutToRun() {
+  mBatteryThread.start(10s, [this] { checkBatteryStatus(); });
+}
+
+void MouseMainController::updateFWVersion(const PropertyList& info) {
+  if (!info.isDictionary()) return;
+  const std::string version = info[newsKeys::FirmwareVersion].toString();
+  setMFirmwareVersionString(version);
+  if (info[newsKeys::ReturnStatus].toInt() != 0) return;
+  mMouseMaintenenceController->mDriverVersion()->setText(Bundle::mainBundle().version());
+  mMouseMaintenenceController->mFirmwareVersion()->setText(QString::fromStdString(version));
+}
+
+void MouseMainController::updateBatteryLevel(const PropertyList& info) {
+  if (!info.isDictionary()) return;
+  const int percent = info[newsKeys::BatteryPercentLevel].toInt();
+  if (percent < 34) {
+    mBattery->setImage(QStringLiteral("battery1.png"));
+  } else if (percent < 68) {
+    mBattery->setImage(QStringLiteral("battery2.png"));
+  } else if (percent <= 100) {
+    mBattery->setImage(QStringLiteral("battery3.png"));
+  }
+}
+
+void MouseMainController::updateBatteryStatus(const PropertyList& info) {
+  if (mBattery->imageName().isEmpty()) mBattery->setImage(QStringLiteral("battery3.png"));
+  if (!info.isDictionary()) return;
+  switch (info[newsKeys::DeviceChargingStatus].toInt()) {
+    case Charging:
+      chargingBatteryAboutToRun();
+      break;
+    case OnBattery:
+      stopChargingAnimation();
+      checkBatteryLevel();
+      break;
+    case NoBattery:
+      stopChargingAnimation();
+      mBattery->clearImage();
+      break;
+    default:
+      break;
+  }
+}
+
+void MouseMainController::chargingBatteryAboutToRun() {
+  const auto step = [this] { QMetaObject::invokeMethod(this, &MouseMainController::runChargingBattery); };
+  mChargingThread.start(1s, step, true);
+}
+
+void MouseMainController::stopChargingAnimation() { mChargingThread.stop(); }
+
+void MouseMainController::runChargingBattery() {
+  // A step that was under way when the animation stopped.
+  if (!mChargingThread.isRunning()) return;
+  if (mBattery->imageName().isEmpty()) mBattery->setImage(QStringLiteral("battery3.png"));
+  static const std::pair<QString, QString> steps[] = {
+      {QStringLiteral("battery"), QStringLiteral("battery1.png")},
+      {QStringLiteral("battery1"), QStringLiteral("battery2.png")},
+      {QStringLiteral("battery2"), QStringLiteral("battery3.png")},
+      {QStringLiteral("battery3"), QStringLiteral("battery.png")},
+  };
+  for (const auto& [from, to] : steps) {
+    if (mBattery->imageName() != from) continue;
+    mBattery->setImage(to);
+    return;
+  }
+}
+
+}  // namespace skarn

@@ -1,0 +1,70 @@
+#include "app/MouseMainWindow.h"
+
+#include <QEvent>
+#include <QFont>
+#include <QWindow>
+
+#include "platform/Images.h"
+#include "ui_MouseMainWindow.h"
+#include "widgets/Palettes.h"
+
+namespace skarn {
+
+MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::make_unique<Ui::MouseMainWindow>()) {
+  mUi->setupUi(this);
+  mUi->mDeviceLogo->setPixmap(image(QStringLiteral("mouse-small.png")));
+  QFont title = font();
+  title.setPointSizeF(title.pointSizeF() * 1.4);
+  title.setWeight(QFont::DemiBold);
+  mUi->mProductTitle->setFont(title);
+  QFont name = font();
+  name.setWeight(QFont::DemiBold);
+  mUi->mHeaderProfileName->setFont(name);
+  showProfileName(QString());
+  tintIcons();
+}
+
+MouseMainWindow::~MouseMainWindow() = default;
+
+void MouseMainWindow::showProfileName(const QString& name) {
+  mUi->mHeaderProfileName->setText(name);
+  for (QWidget* part : {mUi->mHeaderProfileCaption, mUi->mHeaderProfileDot, mUi->mHeaderProfileName}) {
+    part->setVisible(!name.isEmpty());
+  }
+}
+
+void MouseMainWindow::showState(const QString& text) {
+  mUi->mStateStrip->setText(text);
+  mUi->mStateStrip->setVisible(!text.isEmpty());
+}
+
+void MouseMainWindow::comeToFront(const QString& activationToken) {
+  // The desktop grants focus to a window that shows the token of the program that asked.
+  if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
+}
+
+void MouseMainWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) tintIcons();
+}
+
+void MouseMainWindow::tintIcons() {
+  const QColor text = palette().color(QPalette::WindowText);
+  mUi->mCommunityFBLink->setIcon(QIcon(tintedImage(QStringLiteral("communityDiscussion.png"), text)));
+  mUi->mCommunityTwitterLink->setIcon(QIcon(tintedImage(QStringLiteral("communityNews.png"), text)));
+  mUi->mCommunityVornGuildLink->setIcon(QIcon(tintedImage(QStringLiteral("communityGuild.png"), text)));
+  mUi->mHelpButton->setIcon(QIcon(tintedImage(QStringLiteral("help.png"), text)));
+
+  QPalette dot = palette();
+  dot.setColor(QPalette::WindowText, accentColor(palette()));
+  mUi->mHeaderProfileDot->setPalette(dot);
+  QPalette strip = palette();
+  strip.setColor(QPalette::Window, palette().color(QPalette::AlternateBase));
+  mUi->mStateStrip->setPalette(strip);
+}
+
+}  // namespace skarn

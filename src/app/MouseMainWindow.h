@@ -1,0 +1,38 @@
+// The main window: header, six tabs and footer. Layout only; the hub drives it.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+namespace skarn {
+
+namespace Ui {
+class MouseMainWindow;
+}
+
+class MouseMainWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit MouseMainWindow(QWidget* parent = nullptr);
+  ~MouseMainWindow() override;
+
+  // The controls by their names.
+  Ui::MouseMainWindow& ui() { return *mUi; }
+
+  void showProfileName(const QString& name);
+  // The strip under the header; an empty text hides it.
+  void showState(const QString& text);
+  // Brings the window to the front, also from being minimised.
+  void comeToFront(const QString& activationToken = {});
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void tintIcons();
+
+  std::unique_ptr<Ui::MouseMainWindow> mUi;
+};
+
+}  // namespace skarn

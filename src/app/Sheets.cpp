@@ -1,0 +1,40 @@
+#include "app/Sheets.h"
+
+#include <QFont>
+
+#include "ui_DeviceConnectionSheet.h"
+#include "ui_RestoringStateSheet.h"
+
+namespace skarn {
+
+DeviceConnectionSheet::DeviceConnectionSheet(QWidget* window)
+    : QDialog(window, Qt::Sheet), mUi(std::make_unique<Ui::DeviceConnectionSheet>()) {
+  mUi->setupUi(this);
+  QFont title = font();
+  title.setPointSizeF(title.pointSizeF() * 1.1);
+  title.setWeight(QFont::DemiBold);
+  mUi->mDeviceConnectionAlertTitle->setFont(title);
+  connect(mUi->mDeviceConnectionOK, &QPushButton::clicked, this, &DeviceConnectionSheet::okClicked);
+}
+
+DeviceConnectionSheet::~DeviceConnectionSheet() = default;
+
+RestoringStateSheet::RestoringStateSheet(QWidget* window)
+    : QDialog(window, Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
+      mUi(std::make_unique<Ui::RestoringStateSheet>()) {
+  mUi->setupUi(this);
+}
+
+RestoringStateSheet::~RestoringStateSheet() = default;
+
+void RestoringStateSheet::begin() {
+  mUi->mRestoringStateProgress->start();
+  open();
+}
+
+void RestoringStateSheet::end() {
+  mUi->mRestoringStateProgress->stop();
+  accept();
+}
+
+}  // namespace skarn

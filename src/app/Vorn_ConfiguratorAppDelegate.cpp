@@ -1,0 +1,74 @@
+#include "app/Vorn_ConfiguratorAppDelegate.h"
+
+#include <QMetaObject>
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+
+#include "app/AfterPaint.h"
+#include "app/MouseMainWindow.h"
+#include "app/Sheets.h"
+
+namespace skarn {
+
+using namespace std::chrono_literals;
+
+Vorn_ConfiguratorAppDelegate::Vorn_ConfiguratorAppDelegate(MouseMainWindow& mainWindow, HubServices services)
+    : window(mainWindow), mLink(services.link), mSleep(services.sleep), mHub(mainWindow, std::move(services)) {
+  mHub.awakeFromNib();
+}
+
+Vorn_ConfiguratorAppDelegate::~Vorn_ConfiguratorAppDelegate() = default;
+
+void Vorn_ConfiguratorAppDelegate::applicationDidFinishLaunching(const LaunchInformation& launch) {
+  mHub.setMMouseMainView(&window);
+  const bool waitsInBackground = launch.isDefaultLaunch == false;
+  if (waitsInBackground || !mLink.isEngineAvailable()) mHub.showThatItWaits();
+  window.show();
+  QList<QWidget*> painted{&window};
+  if (launch.isDefaultLaunch.has_value()) {
+    mHub.showRestoringStateWindow();
+    painted << mHub.mRestoringStateWindow();
+  }
+  if (waitsInBackground) {
+    mStartUpThread = std::jthread([this](std::stop_token stop) { doLoopInBackground(std::move(stop)); });
+    return;
+  }
+  AfterPaint::run(painted, [this] { initializeDevice(); });
+}
+
+void Vorn_ConfiguratorAppDelegate::initializeDevice() {
+  mHub.initializeDevice();
+  emit startUpFinished();
+}
+
+void Vorn_ConfiguratorAppDelegate::doLoopInBackground(std::stop_token stop) {
+  do {
+    if (!mSleep(stop, 1s)) return;
+  } while (!mLink.isEngineAvailable());
+
+  struct HandOver {
+    std::mutex mutex;
+    std::condition_variable_any changed;
+    bool isDone = false;
+  };
+  const auto handOver = std::make_shared<HandOver>();
+  QMetaObject::invokeMethod(this, [this, handOver] {
+    initializeDevice();
+    const std::lock_guard lock(handOver->mutex);
+    handOver->isDone = true;
+    handOver->changed.notify_all();
+  });
+  std::unique_lock lock(handOver->mutex);
+  handOver->changed.wait(lock, stop, [&] { return handOver->isDone; });
+}
+
+void Vorn_ConfiguratorAppDelegate::applicationWillResignActive() { mHub.checkMacroRecordingStatus(); }
+
+void Vorn_ConfiguratorAppDelegate::applicationWillTerminate() {
+  mHub.releaseVornDeviceInstance();
+  mHub.checkMacroRecordingStatus();
+}
+
+}  // namespace skarn

@@ -1,0 +1,160 @@
+#include <QApplication>
+#include <QDesktopServices>
+#include <QLocale>
+#include <QScreen>
+#include <QTimer>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+#include "app/AfterPaint.h"
+#include "app/BusNotifier.h"
+#include "app/CommandLine.h"
+#include "app/DesktopAppearance.h"
+#include "app/MouseMainWindow.h"
+#include "app/QuitOnSignals.h"
+#include "app/Vorn_ConfiguratorAppDelegate.h"
+#include "engine/PortEngineLink.h"
+#include "platform/Bundle.h"
+#include "platform/Localization.h"
+#include "ports/DistributedNotificationCenter.h"
+#include "ports/MessagePort.h"
+#include "ports/SingleInstance.h"
+#include "ui_MouseMainWindow.h"
+
+namespace {
+
+using namespace skarn;
+
+constexpr int exitBadArguments = 2;
+
+void report(const std::string& line) { std::cerr << "skarn-configurator: " << line << std::endl; }
+
+bool hasDisplay(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    if (QByteArrayView(argv[i]) == "-platform" || QByteArrayView(argv[i]) == "--platform") return true;
+  }
+  for (const char* variable : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY"}) {
+    if (!qEnvironmentVariableIsEmpty(variable)) return true;
+  }
+  return false;
+}
+
+// Help and version need neither a display nor a bus.
+std::optional<int> answerWithoutWindow(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    const QByteArrayView argument(argv[i]);
+    if (argument == "--help") {
+      std::cout << CommandLine::help().toStdString();
+      return EXIT_SUCCESS;
+    }
+    if (argument == "--version") {
+      std::cout << "skarn-configurator " << SKARN_VERSION << '\n';
+      return EXIT_SUCCESS;
+    }
+  }
+  if (hasDisplay(argc, argv)) return std::nullopt;
+  report("there is no display to show a window on (neither DISPLAY nor WAYLAND_DISPLAY is set)");
+  return EXIT_FAILURE;
+}
+
+// Another configurator runs: it comes to the front, and this one ends.
+std::optional<int> handOverToRunningOne(std::unique_ptr<vorn::SingleInstance>& instance, MouseMainWindow*& window) {
+  const std::string identifier(vorn::configuratorIdentifier);
+  bool isTaken = false;
+  instance = vorn::SingleInstance::claim(
+      identifier,
+      [&window](const std::string& token) {
+        if (window == nullptr) return;
+        report("another start brings the window to the front");
+        window->comeToFront(QString::fromStdString(token));
+      },
+      &isTaken);
+  if (!isTaken && !vorn::RemoteMessagePort::lookUp(vorn::configuratorReplyPortName)) return std::nullopt;
+  const std::string token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString();
+  const bool hasAnswered = isTaken && vorn::SingleInstance::activateOther(identifier, token);
+  report(hasAnswered ? "already running; its window comes to the front"
+                     : "already running, but it does not answer just now");
+  return EXIT_SUCCESS;
+}
+
+void trace(const char* direction, std::int32_t messageID, const vorn::PropertyList& body) {
+  report(std::string(direction) + " " + std::to_string(messageID) + ": " + body.description());
+}
+
+// Ends the program when the picture is saved.
+void savePicture(MouseMainWindow& window, const QString& file) {
+  AfterPaint::run({&window}, [&window, file] {
+    // The whole screen, so that sheets are on the picture too.
+    const QPixmap picture = window.screen()->grabWindow(0, window.x(), window.y(), window.width(), window.height());
+    const bool isSaved = !picture.isNull() && picture.save(file, "PNG");
+    report((isSaved ? "picture saved: " : "picture not saved: ") + file.toStdString());
+    QApplication::exit(isSaved ? EXIT_SUCCESS : EXIT_FAILURE);
+  });
+  window.update();
+}
+
+// For measuring the start-up from outside.
+void reportPaint(MouseMainWindow& window) {
+  AfterPaint::run({&window}, [&window] {
+    report("window painted: " + std::to_string(window.findChildren<QWidget*>().size() + 1) + " widgets");
+  });
+  window.update();
+}
+
+HubServices makeServices(vorn::EngineLink& link) {
+  return {.link = link,
+          .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
+          .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
+          .report = report};
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (const auto status = answerWithoutWindow(argc, argv)) return *status;
+
+  QApplication application(argc, argv);
+  const CommandLine line = CommandLine::parse(QApplication::arguments().mid(1));
+  if (!line.error.isEmpty()) {
+    report(line.error.toStdString() + " (see --help)");
+    return exitBadArguments;
+  }
+  QApplication::setApplicationName(QStringLiteral("skarn-configurator"));
+  QApplication::setDesktopFileName(Bundle::mainBundle().identifier());
+  QApplication::setApplicationVersion(Bundle::mainBundle().version());
+  installTranslations(QLocale::system().name());
+  const DesktopAppearance appearance(line.appearance);
+
+  const QuitOnSignals quitOnSignals;
+  MouseMainWindow* frontWindow = nullptr;
+  std::unique_ptr<vorn::SingleInstance> instance;
+  if (const auto status = handOverToRunningOne(instance, frontWindow)) return *status;
+
+  BusNotifier busNotifier(vorn::BusConnection::forThisThread());
+  vorn::PortEngineLink link;
+  if (line.isVerbose) link.setTrace(trace);
+
+  MouseMainWindow window;
+  frontWindow = &window;
+  if (!line.tab.isEmpty()) window.ui().mMouseTabView->setCurrentIndex(static_cast<int>(tabNames().indexOf(line.tab)));
+  Vorn_ConfiguratorAppDelegate delegate(window, makeServices(link));
+  QApplication::setQuitOnLastWindowClosed(delegate.applicationShouldTerminateAfterLastWindowClosed());
+  QObject::connect(&application, &QGuiApplication::applicationStateChanged, &delegate, [&](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationInactive) delegate.applicationWillResignActive();
+  });
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
+                   &Vorn_ConfiguratorAppDelegate::applicationWillTerminate);
+  if (line.isVerbose) {
+    QObject::connect(&delegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, &window, [&] { reportPaint(window); });
+  }
+  if (!line.picture.isEmpty()) {
+    QObject::connect(&delegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, &window,
+                     [&] { savePicture(window, line.picture); });
+  }
+  delegate.applicationDidFinishLaunching(line.launch);
+  const int status = QApplication::exec();
+  frontWindow = nullptr;
+  return status;
+}

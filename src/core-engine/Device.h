@@ -1,0 +1,71 @@
+// The mouse, as the engine sees it. One thread, the engine's.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace vorn::engine {
+
+// The values are those of "DeviceChargingStatus".
+enum class ChargingStatus : std::int32_t { OnBattery = 0, Charging = 1, NoBatteryDisplay = 2 };
+
+// The mouse came, went or changed between cable and receiver; ask the device which.
+struct ConnectionChanged {
+  friend bool operator==(const ConnectionChanged&, const ConnectionChanged&) = default;
+};
+// The battery level or the charging status changed.
+struct BatteryChanged {
+  friend bool operator==(const BatteryChanged&, const BatteryChanged&) = default;
+};
+// A control was pressed or released; control is its identifier (model/SettingsKeys.h). A step of the wheel is a press
+// and a release.
+struct ControlChanged {
+  std::string control;
+  bool isPressed = false;
+  friend bool operator==(const ControlChanged&, const ControlChanged&) = default;
+};
+using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged>;
+
+// Something the desktop receives from the mouse: the new value of a HID usage (USB HID Usage Tables), 1 and 0 for the
+// press and the release of a key (page 7) or a button (page 9), steps for the wheel (page 1, usage 0x38).
+struct OutputEvent {
+  std::uint16_t usagePage = 0;
+  std::uint16_t usage = 0;
+  std::int32_t value = 0;
+  friend bool operator==(const OutputEvent&, const OutputEvent&) = default;
+};
+
+class Device {
+ public:
+  enum class Connection { Absent, Wired, Wireless };
+  using EventHandler = std::function<void(const DeviceEvent&)>;
+
+  virtual ~Device() = default;
+
+  virtual Connection connection() const = 0;
+  // As the maker writes it; empty while the mouse is absent.
+  virtual std::string firmwareVersion() const = 0;
+  virtual int batteryPercent() const = 0;  // 0 to 100; 0 while the mouse is absent
+  virtual ChargingStatus chargingStatus() const = 0;
+  // Gives the event to the desktop. A mouse that is absent gives nothing.
+  virtual void emit(const OutputEvent& event) = 0;
+
+  bool isPresent() const { return connection() != Connection::Absent; }
+  bool isWired() const { return connection() == Connection::Wired; }
+
+  // Called from the engine's run loop after the change; one handler, an empty one for none.
+  void setEventHandler(EventHandler handler) { mEventHandler = std::move(handler); }
+
+ protected:
+  void notify(const DeviceEvent& event) const {
+    if (mEventHandler) mEventHandler(event);
+  }
+
+ private:
+  EventHandler mEventHandler;
+};
+
+}  // namespace vorn::engine

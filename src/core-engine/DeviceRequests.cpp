@@ -1,0 +1,35 @@
+#include "core-engine/DeviceRequests.h"
+
+#include "core-engine/SettingsRequests.h"
+
+namespace vorn::engine {
+
+namespace {
+
+Answer registered(bool isRegistered) {
+  return PropertyList::dictionary({{replyKeys::ReturnStatus, isRegistered}});
+}
+
+}  // namespace
+
+Answer registerDevice(EngineParts& parts, const Request& request) {
+  const std::int32_t product = request.productID();
+  if (product != wiredProductID && product != wirelessProductID) {
+    parts.log.fault(request.sender, "registration of an unknown product",
+                    "registers the unknown product " + std::to_string(product));
+    return registered(false);
+  }
+  if (!provideSettings(parts, request, request.body[requestKeys::DefaultVrPlistPath].toString())) {
+    return registered(false);
+  }
+  // Without a port there is nobody to tell anything to.
+  if (!request.replyPort().empty()) parts.clients.add({request.sender, request.replyPort(), product});
+  return registered(parts.device.isPresent());
+}
+
+Answer releaseDevice(EngineParts& parts, const Request& request) {
+  parts.clients.release(request.sender);
+  return std::nullopt;
+}
+
+}  // namespace vorn::engine

@@ -1,0 +1,48 @@
+// The few file operations that the engine's storage needs, behind an interface so that tests can make every one of
+// them fail. Paths are absolute. Errors are those of the operating system (std::errc compares with them); an empty
+// error code is success. One thread.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <system_error>
+
+#include "model/PropertyList.h"
+
+namespace vorn::engine {
+
+class FileSystem {
+ public:
+  using Handle = int;  // an open file; never negative
+
+  virtual ~FileSystem() = default;
+
+  // Reads a whole regular file of at most maximum bytes. std::errc::no_such_file_or_directory where there is none,
+  // file_too_large above the maximum, invalid_argument for anything that is no regular file.
+  virtual std::error_code read(const std::string& path, std::size_t maximum, Bytes& contents) = 0;
+
+  // Creates the folder and its missing parents, readable by the user alone.
+  virtual std::error_code createFolder(const std::string& path) = 0;
+  // Creates an empty file for writing, readable by the user alone, in place of one that exists.
+  virtual std::error_code create(const std::string& path, Handle& handle) = 0;
+  // Appends as many bytes as go in one piece; written may be less than asked for.
+  virtual std::error_code write(Handle handle, BytesView bytes, std::size_t& written) = 0;
+  // Returns when the file's contents are on the disk.
+  virtual std::error_code sync(Handle handle) = 0;
+  // The handle is gone afterwards, also after an error.
+  virtual std::error_code close(Handle handle) = 0;
+
+  // Renames within one folder, replacing what has the new name.
+  virtual std::error_code rename(const std::string& from, const std::string& to) = 0;
+  // The same, but fails with std::errc::file_exists where the new name is taken.
+  virtual std::error_code renameToFree(const std::string& from, const std::string& to) = 0;
+  virtual std::error_code remove(const std::string& path) = 0;
+  // Returns when the names in the folder are on the disk.
+  virtual std::error_code syncFolder(const std::string& path) = 0;
+
+  // Holds the file (created where missing) for this process until the process ends, however it ends.
+  // std::errc::resource_unavailable_try_again where another process holds it.
+  virtual std::error_code lock(const std::string& path) = 0;
+};
+
+}  // namespace vorn::engine

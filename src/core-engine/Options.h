@@ -1,0 +1,37 @@
+// The command line of vorn-core-engine.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+
+#include "core-engine/Device.h"
+
+namespace vorn::engine {
+
+struct Options {
+  bool isHelpWanted = false;
+  bool isVersionWanted = false;
+  bool isVerbose = false;
+  std::string stateFolder;   // empty: the usual one
+  std::string defaultsFile;  // empty: the one beside the program
+  Device::Connection connection = Device::Connection::Wired;
+};
+
+// What the arguments after the program's name ask for, or one line that says what is wrong with them. A value follows
+// its option as the next argument or after "=".
+std::variant<Options, std::string> parseOptions(std::span<const char* const> arguments);
+
+// The text of --help, with its last line break.
+std::string helpText();
+
+// The folder of the settings where none is asked for: $XDG_STATE_HOME/vorn-core-engine, or
+// ~/.local/state/vorn-core-engine where that variable is unset or no absolute path (XDG Base Directory Specification
+// 0.8). Empty where there is no home folder either.
+std::string usualStateFolder();
+
+// The default-settings file that was installed or built with this program; empty when the program cannot find itself.
+std::string usualDefaultsFile();
+
+}  // namespace vorn::engine

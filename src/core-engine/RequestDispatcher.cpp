@@ -1,0 +1,70 @@
+#include "core-engine/RequestDispatcher.h"
+
+#include <algorithm>
+#include <string>
+
+#include "model/PropertyListCodec.h"
+
+namespace vorn::engine {
+
+namespace {
+
+std::string title(const RequestKind& kind) {
+  return std::to_string(static_cast<std::int32_t>(kind.messageID)) + " (" + kind.name + ")";
+}
+
+}  // namespace
+
+RequestDispatcher::RequestDispatcher(EngineParts parts, ReplyPorts& ports, std::span<const RequestKind> kinds)
+    : mParts(parts), mPorts(ports), mKinds(kinds) {}
+
+Bytes RequestDispatcher::receive(const LocalMessagePort::Message& message) {
+  const auto kind = std::find_if(mKinds.begin(), mKinds.end(), [&](const RequestKind& each) {
+    return static_cast<std::int32_t>(each.messageID) == message.messageID;
+  });
+  if (kind == mKinds.end()) {
+    mParts.log.fault(message.sender, "unknown message", "unknown message " + std::to_string(message.messageID));
+    return {};
+  }
+  std::string error;
+  const auto body = decodeBinaryPropertyList(message.data, &error);
+  if (!body) {
+    mParts.log.fault(message.sender, "undecodable request", "request " + title(*kind) + " cannot be decoded: " + error);
+  } else if (!body->isDictionary()) {
+    mParts.log.fault(message.sender, "request without a dictionary", "request " + title(*kind) + " is no dictionary");
+  } else {
+    serve(*kind, {std::string(message.sender), *body});
+  }
+  return {};
+}
+
+void RequestDispatcher::serve(const RequestKind& kind, const Request& request) {
+  if (mParts.log.isVerbose()) {
+    mParts.log.line("request " + title(kind) + " of " + request.sender + ": " + request.body.description());
+  }
+  if (const Answer body = kind.handler(mParts, request)) answer(kind, request, *body);
+}
+
+void RequestDispatcher::answer(const RequestKind& kind, const Request& request, const PropertyList& body) {
+  const std::string portName = request.replyPort();
+  const auto fault = [&](std::string_view reason) {
+    mParts.log.fault(request.sender, reason,
+                     "no answer to request " + title(kind) + ": " + std::string(reason) + " (" + portName + ")");
+  };
+  // The engine's own port is no client's: the answer would come back as a request.
+  if (portName.empty() || portName == enginePortName) return fault("it names no port of a client");
+  std::string error;
+  const auto bytes = encodeBinaryPropertyList(body, &error);
+  if (!bytes) return fault(error);
+  switch (mPorts.post(portName, static_cast<std::int32_t>(kind.messageID), *bytes)) {
+    case ReplyPorts::Outcome::NoSuchPort:
+      return fault("there is no such port");
+    case ReplyPorts::Outcome::Failed:
+      return fault("the port cannot be reached");
+    case ReplyPorts::Outcome::Sent:
+      break;
+  }
+  if (mParts.log.isVerbose()) mParts.log.line("answer " + title(kind) + " to " + portName + ": " + body.description());
+}
+
+}  // namespace vorn::engine

@@ -1,0 +1,32 @@
+// From a message of the engine's port to its handler, and from the handler to the client's port. What is wrong with a
+// message is told in the log and harms nobody. One thread, the engine's.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "core-engine/ReplyPorts.h"
+#include "core-engine/Request.h"
+#include "ports/MessagePort.h"
+
+namespace vorn::engine {
+
+class RequestDispatcher {
+ public:
+  // The parts, the ports and the kinds outlive the dispatcher. kinds: one row for each message ID.
+  RequestDispatcher(EngineParts parts, ReplyPorts& ports, std::span<const RequestKind> kinds = requestKinds());
+
+  // The callback of the engine's port. The answer leaves through the client's port; nothing is returned.
+  Bytes receive(const LocalMessagePort::Message& message);
+
+ private:
+  void serve(const RequestKind& kind, const Request& request);
+  void answer(const RequestKind& kind, const Request& request, const PropertyList& body);
+
+  EngineParts mParts;
+  ReplyPorts& mPorts;
+  std::span<const RequestKind> mKinds;
+};
+
+}  // namespace vorn::engine

@@ -1,0 +1,141 @@
+#include "model/eventParser.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <mutex>
+#include <string_view>
+
+#include "model/HidUsages.h"
+#include "model/SettingsKeys.h"
+
+namespace vorn {
+
+namespace {
+
+constexpr std::string_view separator = " + ";
+
+struct HeldKeys {
+  std::mutex mutex;
+  std::vector<int> usages;  // in the order in which the keys went down
+};
+
+HeldKeys& heldKeys() {
+  static HeldKeys keys;
+  return keys;
+}
+
+void forgetHeldKeys() {
+  HeldKeys& held = heldKeys();
+  const std::lock_guard lock(held.mutex);
+  std::vector<int>().swap(held.usages);
+}
+
+bool holds(const std::vector<int>& usages, int usage) {
+  return std::ranges::find(usages, usage) != usages.end();
+}
+
+std::string delayLine(std::int64_t milliseconds) {
+  // Unlike the printf family, the conversion writes a decimal point in every locale.
+  std::array<char, 32> digits;
+  const std::to_chars_result result =
+      std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<double>(milliseconds) / 1000.0,
+                    std::chars_format::fixed, 3);
+  return std::string(digits.data(), result.ptr) + " seconds delay\n";
+}
+
+std::string buttonName(std::uint64_t button) {
+  if (button == hid::primaryButton) return "Left Button";
+  if (button == hid::secondaryButton) return "Right Button";
+  if (button >= hid::firstFurtherButton && button <= hid::lastFurtherButton) return "Button " + std::to_string(button);
+  return {};
+}
+
+// Empty when the event has none.
+std::string eventLine(const PropertyList& event) {
+  const auto command = static_cast<std::uint8_t>(event[keys::Command].toInt64());
+  if (command != eventParser::pressCommand && command != eventParser::releaseCommand) return {};
+  const bool isPress = command == eventParser::pressCommand;
+
+  const std::uint64_t argument = event[keys::Argument].toUnsigned();
+  switch (static_cast<std::uint8_t>(event[keys::Page].toInt64())) {
+    case hid::keyboardPage:
+      return (isPress ? "Key Press " : "Key Release ") +
+             eventParser::getStringWithHID(static_cast<std::int64_t>(argument), 0);
+    case hid::buttonPage: {
+      const std::string name = buttonName(argument);
+      return name.empty() ? name : name + (isPress ? " down\n" : " up\n");
+    }
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+std::string eventParser::getStringWithHID(std::int64_t hid, std::int64_t withModifier) {
+  std::string text;
+  const auto modifier = static_cast<std::uint8_t>(withModifier);
+  if (modifier == 0) {
+    forgetHeldKeys();
+  } else {
+    std::vector<int> usages;
+    getModifierHID(modifier, usages);
+    for (const int usage : usages) {
+      if (!text.empty()) text += separator;
+      text += hid::keyName(usage);
+    }
+    const bool isModifierAlone = hid >= 0 && hid < hid::firstKey;
+    if (!isModifierAlone) text += separator;
+  }
+  return text += hid::keyName(hid);
+}
+
+char eventParser::returnASCII(int hid) {
+  const auto usage = static_cast<std::uint8_t>(hid);
+  return usage >= hid::firstKey && usage <= hid::lastCharacterKey ? hid::keyName(usage).front() : '\0';
+}
+
+void eventParser::getModifierHID(int modifier, std::vector<int>& retVal) {
+  for (int bit = 0; bit < 8; ++bit)
+    if ((modifier >> bit & 1) != 0) retVal.push_back(hid::firstModifier + bit);
+}
+
+PropertyList eventParser::parseSequence(const PropertyList& event) {
+  if (!event.isDictionary()) return {};
+  std::vector<PropertyList> lines = {delayLine(event[keys::Delay].toInt64())};
+  if (const std::string line = eventLine(event); !line.empty()) lines.emplace_back(line);
+  return PropertyList::array(std::move(lines));
+}
+
+PropertyList eventParser::getMessagesArray(const PropertyList& events) {
+  std::vector<PropertyList> messages;
+  bool isFirst = true;
+  for (const PropertyList& event : events.elements()) {
+    const PropertyList lines = parseSequence(event);
+    if (lines.isEmpty()) return {};
+    const auto shown = lines.elements().subspan(isFirst ? 1 : 0);
+    messages.insert(messages.end(), shown.begin(), shown.end());
+    isFirst = false;
+  }
+  return PropertyList::array(std::move(messages));
+}
+
+void eventParser::manageHIDStack(std::vector<int>& argument) {
+  HeldKeys& held = heldKeys();
+  const std::lock_guard lock(held.mutex);
+  std::vector<int>& usages = held.usages;
+  if (usages.empty()) {
+    usages = argument;
+    return;
+  }
+  std::erase_if(usages, [&argument](int usage) { return !holds(argument, usage); });
+  // Every key that the list still has is down, so only new ones are left to add. One reported twice is added once.
+  for (const int usage : argument) {
+    if (usages.size() >= argument.size()) break;
+    if (!holds(usages, usage)) usages.push_back(usage);
+  }
+  argument = usages;
+}
+
+}  // namespace vorn

@@ -1,0 +1,67 @@
+#include "performance/StageChip.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <algorithm>
+
+#include "widgets/Palettes.h"
+
+namespace skarn {
+
+namespace {
+
+constexpr int sidePadding = 16;
+constexpr int leastWidth = 64;
+constexpr int verticalPadding = 8;
+constexpr qreal radius = 6;
+constexpr qreal outlineWidth = 2;
+
+}  // namespace
+
+StageChip::StageChip(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+}
+
+QFont StageChip::shownFont(bool current) const {
+  QFont shown = font();
+  shown.setWeight(current ? QFont::DemiBold : QFont::Normal);
+  return shown;
+}
+
+QSize StageChip::sizeHint() const {
+  // The wider font counts, so that a change of the stage moves no chip.
+  const QFontMetrics metrics(shownFont(true));
+  return {metrics.horizontalAdvance(text()) + 2 * sidePadding, metrics.height() + 2 * verticalPadding};
+}
+
+QSize StageChip::minimumSizeHint() const {
+  const QSize whole = sizeHint();
+  return {std::min(whole.width(), leastWidth), whole.height()};
+}
+
+void StageChip::setCurrent(bool current) {
+  if (mIsCurrent == current) return;
+  mIsCurrent = current;
+  update();
+}
+
+void StageChip::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const qreal inset = outlineWidth / 2;
+  painter.setBrush(palette().color(QPalette::Midlight));
+  painter.setPen(Qt::NoPen);
+  if (mIsCurrent) {
+    const QColor outline = isEnabled() ? accentColor(palette()) : palette().color(QPalette::Dark);
+    painter.setPen(QPen(outline, outlineWidth));
+    painter.setBrush(palette().color(QPalette::Base));
+  }
+  painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+  painter.setFont(shownFont(mIsCurrent));
+  const int room = rect().width() - 2 * sidePadding;
+  const QString shown = QFontMetrics(painter.font()).elidedText(text(), Qt::ElideMiddle, room);
+  style()->drawItemText(&painter, rect(), Qt::AlignCenter, palette(), isEnabled(), shown, foregroundRole());
+}
+
+}  // namespace skarn

@@ -1,0 +1,31 @@
+// One sensitivity stage: its value on a rounded ground. The current stage has the accent's outline and semibold text.
+// A value that is too long for its place is cut in the middle.
+#pragma once
+
+#include <QLabel>
+
+namespace skarn {
+
+class StageChip : public QLabel {
+  Q_OBJECT
+  Q_PROPERTY(bool current READ isCurrent WRITE setCurrent)
+
+ public:
+  explicit StageChip(QWidget* parent = nullptr);
+
+  bool isCurrent() const { return mIsCurrent; }
+  void setCurrent(bool current);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QFont shownFont(bool current) const;
+
+  bool mIsCurrent = false;
+};
+
+}  // namespace skarn

@@ -1,0 +1,31 @@
+// The window that shows the pages of a help book. Deletes itself when it is closed.
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+class QTextBrowser;
+class QToolButton;
+
+namespace skarn {
+
+class HelpWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The one help window; made when there is none.
+  static HelpWindow& shared();
+
+  // path: an existing HTML file. Links inside the book are followed here, others in the web browser.
+  void showPage(const QString& title, const QString& path);
+
+ private:
+  HelpWindow();
+
+  QTextBrowser* mBrowser;
+  QToolButton* mBack;
+  QToolButton* mForward;
+};
+
+}  // namespace skarn

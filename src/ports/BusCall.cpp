@@ -1,0 +1,92 @@
+#include "ports/BusCall.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+
+namespace vorn::bus {
+
+BusReference share(sd_bus* bus) {
+  return BusReference(sd_bus_ref(bus));
+}
+
+std::string Error::text() const {
+  if (mError.message != nullptr) return mError.message;
+  return mError.name != nullptr ? mError.name : "unknown error";
+}
+
+bool isWithoutNul(std::string_view text) {
+  return text.find('\0') == std::string_view::npos;
+}
+
+bool isValidBusName(std::string_view name) {
+  return isWithoutNul(name) && sd_bus_service_name_is_valid(std::string(name).c_str()) > 0;
+}
+
+MessageReference newCall(const BusConnection& connection, const std::string& destination, const std::string& path,
+                         const char* interface, const char* member) {
+  if (!connection.isOpen()) return nullptr;
+  sd_bus_message* message = nullptr;
+  if (sd_bus_message_new_method_call(connection.handle(), &message, destination.c_str(), path.c_str(), interface,
+                                     member) < 0)
+    return nullptr;
+  MessageReference call(message);
+  return sd_bus_message_set_auto_start(message, 0) < 0 ? nullptr : std::move(call);
+}
+
+MessageReference newBusCall(const BusConnection& connection, const char* member) {
+  return newCall(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", member);
+}
+
+bool appendBytes(sd_bus_message* message, BytesView bytes) {
+  // The bus ends the connection of a sender that goes beyond this.
+  if (bytes.size() > maximumDataSize) return false;
+  return sd_bus_message_append_array(message, SD_BUS_TYPE_BYTE, bytes.data(), bytes.size()) >= 0;
+}
+
+std::optional<BytesView> readBytes(sd_bus_message* message) {
+  const void* bytes = nullptr;
+  std::size_t size = 0;
+  if (sd_bus_message_read_array(message, SD_BUS_TYPE_BYTE, &bytes, &size) < 0) return std::nullopt;
+  return BytesView(static_cast<const std::uint8_t*>(bytes), size);
+}
+
+MessageReference call(BusConnection& connection, sd_bus_message* message, std::chrono::milliseconds timeout,
+                      Error& error) {
+  // A limit of 0 would mean sd-bus's own default.
+  const auto limit = std::max<std::int64_t>(std::chrono::microseconds(timeout).count(), 1);
+  const BusReference alive = share(connection.handle());
+  sd_bus_message* reply = nullptr;
+  const int result = sd_bus_call(alive.get(), message, static_cast<std::uint64_t>(limit), error.get(), &reply);
+  connection.announceQueuedMessages();
+  return result < 0 ? nullptr : MessageReference(reply);
+}
+
+bool hasOwner(BusConnection& connection, const std::string& busName) {
+  const MessageReference request = newBusCall(connection, "NameHasOwner");
+  if (!request || sd_bus_message_append(request.get(), "s", busName.c_str()) < 0) return false;
+  Error error;
+  const MessageReference answer = call(connection, request.get(), busTimeout, error);
+  int isOwned = 0;
+  return answer && sd_bus_message_read(answer.get(), "b", &isOwned) > 0 && isOwned != 0;
+}
+
+int claimName(BusConnection& connection, const std::string& busName) {
+  const int result = sd_bus_request_name(connection.handle(), busName.c_str(), 0);
+  connection.announceQueuedMessages();
+  if (result == -EALREADY) return -EEXIST;
+  return std::min(result, 0);
+}
+
+std::uint64_t monotonicMicroseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000 + static_cast<std::uint64_t>(now.tv_nsec) / 1'000;
+}
+
+void log(const std::string& line) {
+  std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+}  // namespace vorn::bus

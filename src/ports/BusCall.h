@@ -1,0 +1,78 @@
+// Private to src/ports: ownership of sd-bus objects, and the few calls that several files make.
+#pragma once
+
+#include <systemd/sd-bus.h>
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/PropertyList.h"
+#include "ports/BusConnection.h"
+
+namespace vorn::bus {
+
+struct Unref {
+  void operator()(sd_bus* bus) const { sd_bus_unref(bus); }
+  void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+  void operator()(sd_bus_slot* slot) const { sd_bus_slot_unref(slot); }
+};
+using BusReference = std::unique_ptr<sd_bus, Unref>;
+using MessageReference = std::unique_ptr<sd_bus_message, Unref>;
+using SlotReference = std::unique_ptr<sd_bus_slot, Unref>;
+
+BusReference share(sd_bus* bus);
+
+// The text of a D-Bus error reply.
+class Error {
+ public:
+  Error() = default;
+  ~Error() { sd_bus_error_free(&mError); }
+  Error(const Error&) = delete;
+  Error& operator=(const Error&) = delete;
+
+  sd_bus_error* get() { return &mError; }
+  bool is(const char* name) const { return sd_bus_error_has_name(&mError, name) > 0; }
+  std::string text() const;
+
+ private:
+  sd_bus_error mError{};
+};
+
+// How long the bus itself may take for an answer.
+inline constexpr std::chrono::milliseconds busTimeout{2000};
+// An array of bytes may be at most this long on the bus (D-Bus specification, "Marshaling (Wire Format)", ARRAY).
+inline constexpr std::size_t maximumDataSize = std::size_t{1} << 26;
+
+// A valid well-known bus name; also says no to a text that holds a NUL.
+bool isValidBusName(std::string_view name);
+// A text that can be sent as a D-Bus string, apart from its encoding, which sd-bus checks.
+bool isWithoutNul(std::string_view text);
+
+// A call that starts no service. Null when it cannot be built (no bus, an invalid name).
+MessageReference newCall(const BusConnection& connection, const std::string& destination, const std::string& path,
+                         const char* interface, const char* member);
+// A call of the bus itself.
+MessageReference newBusCall(const BusConnection& connection, const char* member);
+bool appendBytes(sd_bus_message* message, BytesView bytes);
+// Valid as long as the message.
+std::optional<BytesView> readBytes(sd_bus_message* message);
+
+// Sends the call and blocks until its answer came or the time has passed. Null on failure; error then tells why.
+MessageReference call(BusConnection& connection, sd_bus_message* message, std::chrono::milliseconds timeout,
+                      Error& error);
+
+bool hasOwner(BusConnection& connection, const std::string& busName);
+// Takes the name without queueing for it and without letting others replace us. 0 or a negative errno, -EEXIST when
+// it is somebody's already, also our own.
+int claimName(BusConnection& connection, const std::string& busName);
+
+// The clock of the bus and of the event loop.
+std::uint64_t monotonicMicroseconds();
+
+void log(const std::string& line);
+
+}  // namespace vorn::bus

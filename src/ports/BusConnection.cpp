@@ -1,0 +1,159 @@
+#include "ports/BusConnection.h"
+
+#include <poll.h>
+#include <systemd/sd-bus.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "ports/BusCall.h"
+
+namespace vorn {
+
+namespace {
+
+// How long the bus may take to greet a new connection, and to take what is still to be written at the end.
+constexpr std::chrono::milliseconds greetingTimeout{5000};
+constexpr std::chrono::milliseconds farewellTimeout{100};
+// So many messages are handled in one go; a flood must not keep the event loop from its other work.
+constexpr int maximumMessagesInOneGo = 256;
+
+bool isReadyFor(sd_bus* bus, short events, std::chrono::milliseconds timeout) {
+  pollfd watched{sd_bus_get_fd(bus), events, 0};
+  return watched.fd >= 0 && poll(&watched, 1, static_cast<int>(timeout.count())) > 0 && (watched.revents & events) != 0;
+}
+
+}  // namespace
+
+struct BusConnection::State {
+  bus::BusReference bus;
+  std::string error;
+  std::function<void()> queuedHandler;
+
+  // Also sees a connection whose end sd-bus has not read yet.
+  bool isAlive() const {
+    return bus && sd_bus_is_open(bus.get()) > 0 && !isReadyFor(bus.get(), POLLHUP, std::chrono::milliseconds(0));
+  }
+
+  void open();
+  void close();
+
+ private:
+  int greet();
+};
+
+void BusConnection::State::open() {
+  sd_bus* opened = nullptr;
+  int result = sd_bus_open_user(&opened);
+  bus.reset(opened);
+  if (result >= 0) result = greet();
+  if (result >= 0) {
+    error.clear();
+    return;
+  }
+  error = std::string("No session bus: ") + std::strerror(-result);
+  close();
+}
+
+int BusConnection::State::greet() {
+  const std::uint64_t deadline = bus::monotonicMicroseconds() + std::chrono::microseconds(greetingTimeout).count();
+  while (true) {
+    const int isReady = sd_bus_is_ready(bus.get());
+    if (isReady != 0) return isReady;
+    const int processed = sd_bus_process(bus.get(), nullptr);
+    if (processed < 0) return processed;
+    if (processed > 0) continue;
+    const std::uint64_t now = bus::monotonicMicroseconds();
+    if (now >= deadline) return -ETIMEDOUT;
+    const int waited = sd_bus_wait(bus.get(), deadline - now);
+    if (waited < 0 && waited != -EINTR) return waited;
+  }
+}
+
+void BusConnection::State::close() {
+  if (!bus) return;
+  std::uint64_t unwritten = 0;
+  if (sd_bus_get_n_queued_write(bus.get(), &unwritten) >= 0 && unwritten > 0 &&
+      isReadyFor(bus.get(), POLLOUT, farewellTimeout))
+    sd_bus_flush(bus.get());
+  sd_bus_close(bus.get());
+  bus.reset();
+}
+
+BusConnection& BusConnection::forThisThread() {
+  thread_local BusConnection connection;
+  State& state = *connection.mState;
+  if (state.isAlive()) return connection;
+  const bool wasOpen = state.bus != nullptr;
+  state.close();
+  state.open();
+  // The event loop still watches the descriptor of the lost connection.
+  if (wasOpen && state.queuedHandler) state.queuedHandler();
+  return connection;
+}
+
+BusConnection::BusConnection() : mState(std::make_unique<State>()) {}
+
+BusConnection::~BusConnection() {
+  mState->close();
+}
+
+bool BusConnection::isOpen() const {
+  return mState->bus && sd_bus_is_open(mState->bus.get()) > 0;
+}
+
+const std::string& BusConnection::error() const {
+  return mState->error;
+}
+
+int BusConnection::descriptor() const {
+  return isOpen() ? std::max(sd_bus_get_fd(mState->bus.get()), -1) : -1;
+}
+
+short BusConnection::pollEvents() const {
+  if (!isOpen()) return 0;
+  return static_cast<short>(std::max(sd_bus_get_events(mState->bus.get()), 0));
+}
+
+std::optional<std::chrono::microseconds> BusConnection::timeout() const {
+  std::uint64_t until = 0;
+  if (!isOpen() || sd_bus_get_timeout(mState->bus.get(), &until) <= 0 || until == UINT64_MAX) return std::nullopt;
+  const std::uint64_t now = bus::monotonicMicroseconds();
+  return std::chrono::microseconds(until > now ? until - now : 0);
+}
+
+bool BusConnection::process() {
+  // A handler may make a call that replaces a lost connection by a new one.
+  const bus::BusReference alive = bus::share(mState->bus.get());
+  if (!alive) return false;
+  for (int handled = 0; handled < maximumMessagesInOneGo; ++handled) {
+    const int result = sd_bus_process(alive.get(), nullptr);
+    if (result <= 0) break;
+  }
+  if (sd_bus_is_open(alive.get()) <= 0) {
+    if (mState->bus == alive) mState->error = "The session bus closed the connection";
+    return false;
+  }
+  announceQueuedMessages();
+  return true;
+}
+
+void BusConnection::setQueuedHandler(std::function<void()> handler) {
+  mState->queuedHandler = std::move(handler);
+}
+
+sd_bus* BusConnection::handle() const {
+  return mState->bus.get();
+}
+
+void BusConnection::announceQueuedMessages() {
+  if (!mState->queuedHandler || !isOpen()) return;
+  std::uint64_t unread = 0;
+  std::uint64_t unwritten = 0;
+  sd_bus_get_n_queued_read(mState->bus.get(), &unread);
+  sd_bus_get_n_queued_write(mState->bus.get(), &unwritten);
+  if (unread > 0 || unwritten > 0) mState->queuedHandler();
+}
+
+}  // namespace vorn

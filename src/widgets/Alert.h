@@ -1,0 +1,31 @@
+// An alert as a sheet on a window. Main thread.
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace skarn {
+
+class Alert : public QMessageBox {
+  Q_OBJECT
+
+ public:
+  // Return codes: the first button gives 1000, the second 1001, and so on.
+  static constexpr int firstButtonReturn = 1000;
+  static constexpr int secondButtonReturn = 1001;
+
+  using Ended = std::function<void(int returnCode)>;
+
+  // Shows a warning with at least one button and returns at once. The alert is a child of the window named "alert",
+  // is window-modal and deletes itself when it ends; ended is then called once, unless the window goes first. Return
+  // presses the first button, Escape the last. All texts are shown as they stand.
+  static Alert* show(QWidget* window, const QString& message, const QString& informativeText,
+                     const QStringList& buttons, Ended ended = {});
+
+ private:
+  explicit Alert(QWidget* window);
+};
+
+}  // namespace skarn

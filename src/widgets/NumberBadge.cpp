@@ -1,0 +1,34 @@
+#include "widgets/NumberBadge.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace skarn {
+
+namespace {
+
+constexpr int sidePadding = 5;
+constexpr qreal radius = 5;
+
+}  // namespace
+
+NumberBadge::NumberBadge(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+  setAlignment(Qt::AlignCenter);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize NumberBadge::sizeHint() const {
+  return {fontMetrics().horizontalAdvance(QStringLiteral("00")) + 2 * sidePadding, fontMetrics().height()};
+}
+
+void NumberBadge::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(palette().brush(QPalette::Midlight));
+  painter.drawRoundedRect(QRectF(rect()), radius, radius);
+  style()->drawItemText(&painter, rect(), Qt::AlignCenter, palette(), isEnabled(), text(), foregroundRole());
+}
+
+}  // namespace skarn

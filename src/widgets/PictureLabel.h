@@ -1,0 +1,20 @@
+// A label with a picture that shrinks with its place and keeps its proportions; it never grows beyond its own size.
+#pragma once
+
+#include <QLabel>
+
+namespace skarn {
+
+class PictureLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  explicit PictureLabel(QWidget* parent = nullptr);
+
+  QSize minimumSizeHint() const override { return {1, 1}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace skarn

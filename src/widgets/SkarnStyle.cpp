@@ -1,0 +1,306 @@
+#include "widgets/SkarnStyle.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleFactory>
+#include <QStyleOption>
+#include <QTableView>
+
+#include "widgets/Palettes.h"
+
+namespace skarn {
+
+namespace {
+
+constexpr qreal titleScale = 1.1;
+constexpr qreal captionScale = 0.92;
+constexpr qreal readoutScale = 2.2;
+constexpr int titleGap = 8;
+constexpr int tabSidePadding = 24;
+constexpr int tabVerticalPadding = 20;
+constexpr int underlineHeight = 3;
+constexpr int checkBoxSize = 16;
+constexpr qreal checkBoxRadius = 4;
+constexpr qreal checkStroke = 1.75;
+constexpr int headerHeight = 32;
+constexpr int headerPadding = 8;
+constexpr QSize buttonPadding(16, 6);
+
+QFont scaled(QFont font, qreal scale) {
+  if (font.pointSizeF() > 0) {
+    font.setPointSizeF(font.pointSizeF() * scale);
+  } else {
+    font.setPixelSize(qRound(font.pixelSize() * scale));
+  }
+  return font;
+}
+
+QFont semibold(QFont font) {
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
+
+QFont titleFont(const QWidget* widget) {
+  return semibold(scaled(widget ? widget->font() : qApp->font(), titleScale));
+}
+
+void applyTextRole(QLabel& label, const QString& role) {
+  if (role == QLatin1String("title")) {
+    label.setFont(titleFont(&label));
+  } else if (role == QLatin1String("caption")) {
+    label.setFont(scaled(label.font(), captionScale));
+    label.setForegroundRole(QPalette::PlaceholderText);
+  } else if (role == QLatin1String("muted")) {
+    label.setForegroundRole(QPalette::PlaceholderText);
+  } else if (role == QLatin1String("value")) {
+    label.setFont(semibold(label.font()));
+  } else if (role == QLatin1String("readout")) {
+    label.setFont(scaled(label.font(), readoutScale));
+  }
+}
+
+void drawRounded(QPainter* painter, const QRect& rect, const QBrush& fill, const QPen& outline) {
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setBrush(fill);
+  painter->setPen(outline);
+  // On pixel centres, so that a line of one pixel stays one.
+  painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), SkarnStyle::cornerRadius,
+                           SkarnStyle::cornerRadius);
+  painter->restore();
+}
+
+void drawButtonPanel(const QStyleOption* option, QPainter* painter, bool flat) {
+  const bool pressed = option->state & (QStyle::State_Sunken | QStyle::State_On);
+  const bool hovered = (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
+  if (flat && !pressed && !hovered) return;
+  const QPalette& palette = option->palette;
+  const QPalette::ColorRole fill =
+      pressed ? QPalette::Mid : (hovered ? QPalette::Midlight : (flat ? QPalette::Window : QPalette::Button));
+  drawRounded(painter, option->rect, palette.color(fill),
+              flat ? QPen(Qt::NoPen) : QPen(palette.color(QPalette::Mid), 1));
+}
+
+void drawCheckBox(const QStyleOption* option, QPainter* painter) {
+  const QPalette& palette = option->palette;
+  const bool isEnabled = option->state & QStyle::State_Enabled;
+  const QColor ink = isEnabled ? palette.color(QPalette::Text) : palette.color(QPalette::Disabled, QPalette::Text);
+  const QColor outline = isEnabled ? palette.color(QPalette::PlaceholderText) : ink;
+  const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(QPen((option->state & QStyle::State_Off) ? outline : ink, 1));
+  painter->setBrush((option->state & QStyle::State_Sunken) ? palette.color(QPalette::Midlight)
+                                                           : palette.color(QPalette::Base));
+  painter->drawRoundedRect(box, checkBoxRadius, checkBoxRadius);
+  painter->setPen(QPen(ink, checkStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  // Points of the marks as shares of the box.
+  const auto at = [&box](qreal x, qreal y) { return QPointF(box.x() + x * box.width(), box.y() + y * box.height()); };
+  if (option->state & QStyle::State_On) {
+    painter->drawPolyline(QPolygonF({at(0.24, 0.52), at(0.43, 0.71), at(0.77, 0.31)}));
+  } else if (option->state & QStyle::State_NoChange) {
+    painter->drawLine(at(0.26, 0.5), at(0.74, 0.5));
+  }
+  painter->restore();
+}
+
+void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
+  const bool selected = tab->state & QStyle::State_Selected;
+  const bool hovered = (tab->state & QStyle::State_MouseOver) && (tab->state & QStyle::State_Enabled);
+  if (!selected && !hovered) return;
+  const QRect line(tab->rect.left() + tabSidePadding / 2, tab->rect.bottom() - underlineHeight + 1,
+                   tab->rect.width() - tabSidePadding, underlineHeight);
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(Qt::NoPen);
+  painter->setBrush(selected ? accentColor(tab->palette) : tab->palette.color(QPalette::Mid));
+  painter->drawRoundedRect(QRectF(line), underlineHeight / 2.0, underlineHeight / 2.0);
+  painter->restore();
+}
+
+}  // namespace
+
+SkarnStyle::SkarnStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("fusion"))) {}
+
+void SkarnStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  if (auto* label = qobject_cast<QLabel*>(widget)) {
+    const QVariant role = label->property(textRoleProperty);
+    if (role.isValid()) applyTextRole(*label, role.toString());
+  } else if (auto* table = qobject_cast<QTableView*>(widget); table && table->frameShape() == QFrame::NoFrame) {
+    // A table without a frame lies on the page itself.
+    table->viewport()->setBackgroundRole(QPalette::Window);
+  }
+}
+
+void SkarnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+  switch (element) {
+    case PE_FrameTabWidget:
+    case PE_FrameGroupBox:
+      return;
+    case PE_FrameTabBarBase: {
+      painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
+      painter->drawLine(option->rect.bottomLeft(), option->rect.bottomRight());
+      return;
+    }
+    case PE_PanelButtonCommand:
+      drawButtonPanel(option, painter, false);
+      return;
+    case PE_PanelButtonTool:
+      drawButtonPanel(option, painter, true);
+      return;
+    case PE_IndicatorCheckBox:
+      drawCheckBox(option, painter);
+      return;
+    case PE_FrameFocusRect:
+      drawRounded(painter, option->rect, Qt::NoBrush, QPen(option->palette.color(QPalette::Dark), 1));
+      return;
+    default:
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+}
+
+void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+  switch (element) {
+    case CE_TabBarTabShape:
+      if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTabShape(tab, painter);
+      return;
+    case CE_TabBarTabLabel:
+      if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) {
+        const bool selected = tab->state & State_Selected;
+        painter->save();
+        painter->setFont(selected ? semibold(painter->font()) : painter->font());
+        drawItemText(painter, tab->rect, Qt::AlignCenter | Qt::TextShowMnemonic, tab->palette,
+                     tab->state & State_Enabled, tab->text,
+                     selected ? QPalette::WindowText : QPalette::PlaceholderText);
+        if (tab->state & State_HasFocus) {
+          QStyleOptionFocusRect focus;
+          focus.QStyleOption::operator=(*tab);
+          focus.rect = tab->rect.adjusted(tabSidePadding / 4, tabVerticalPadding / 4, -tabSidePadding / 4,
+                                          -tabVerticalPadding / 4 - underlineHeight);
+          proxy()->drawPrimitive(PE_FrameFocusRect, &focus, painter, widget);
+        }
+        painter->restore();
+      }
+      return;
+    case CE_HeaderSection:
+      painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+      painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
+      painter->drawLine(option->rect.bottomLeft(), option->rect.bottomRight());
+      return;
+    case CE_HeaderEmptyArea:
+      painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+      return;
+    case CE_HeaderLabel:
+      if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
+        painter->save();
+        painter->setFont(scaled(painter->font(), captionScale));
+        drawItemText(painter, header->rect.adjusted(headerPadding, 0, -headerPadding, 0),
+                     static_cast<int>(header->textAlignment), header->palette, header->state & State_Enabled,
+                     header->text, QPalette::PlaceholderText);
+        painter->restore();
+      }
+      return;
+    default:
+      QProxyStyle::drawControl(element, option, painter, widget);
+  }
+}
+
+void SkarnStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                    const QWidget* widget) const {
+  const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+  if (control != CC_GroupBox || box == nullptr || (box->subControls & SC_GroupBoxCheckBox)) {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    return;
+  }
+  const bool isDimmed = widget != nullptr && widget->property(isDimmedProperty).toBool();
+  painter->save();
+  painter->setFont(titleFont(widget));
+  QPalette palette = box->palette;
+  if (isDimmed) palette.setCurrentColorGroup(QPalette::Disabled);
+  drawItemText(painter, subControlRect(CC_GroupBox, box, SC_GroupBoxLabel, widget), Qt::AlignLeft | Qt::AlignVCenter,
+               palette, (box->state & State_Enabled) && !isDimmed, box->text, QPalette::WindowText);
+  painter->restore();
+}
+
+QRect SkarnStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
+                                 const QWidget* widget) const {
+  const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+  if (control != CC_GroupBox || box == nullptr || (box->subControls & SC_GroupBoxCheckBox)) {
+    return QProxyStyle::subControlRect(control, option, subControl, widget);
+  }
+  const int titleHeight = QFontMetrics(titleFont(widget)).height();
+  switch (subControl) {
+    case SC_GroupBoxLabel:
+      return {box->rect.left(), box->rect.top(), box->rect.width(), titleHeight};
+    case SC_GroupBoxContents:
+    case SC_GroupBoxFrame:
+      return box->rect.adjusted(0, titleHeight + titleGap, 0, 0);
+    default:
+      return QProxyStyle::subControlRect(control, option, subControl, widget);
+  }
+}
+
+QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                   const QWidget* widget) const {
+  QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+  switch (type) {
+    case CT_TabBarTab:
+      // The current tab's semibold text must not move its neighbours.
+      if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) {
+        const QFont font = widget ? widget->font() : qApp->font();
+        size.rwidth() +=
+            QFontMetrics(semibold(font)).horizontalAdvance(tab->text) - QFontMetrics(font).horizontalAdvance(tab->text);
+      }
+      return size;
+    case CT_PushButton:
+      return contents + 2 * buttonPadding;
+    case CT_HeaderSection:
+      return {size.width() + 2 * headerPadding, std::max(size.height(), headerHeight)};
+    default:
+      return size;
+  }
+}
+
+int SkarnStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  switch (metric) {
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+      return checkBoxSize;
+    case PM_TabBarTabHSpace:
+      return tabSidePadding;
+    case PM_TabBarTabVSpace:
+      return tabVerticalPadding;
+    case PM_TabBarTabOverlap:
+    case PM_TabBarBaseOverlap:
+    case PM_TabBarTabShiftVertical:
+    case PM_TabBarTabShiftHorizontal:
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+      return 0;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* result) const {
+  switch (hint) {
+    case SH_EtchDisabledText:
+    case SH_DitherDisabledText:
+      return 0;
+    case SH_TabBar_Alignment:
+      return Qt::AlignLeft;
+    case SH_UnderlineShortcut:
+      return 0;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+}
+
+}  // namespace skarn

@@ -1,0 +1,44 @@
+// The look of the application: a flat style over Fusion that takes every colour from the palette.
+//
+// A label states its role in the dynamic property "textRole", set before it is first shown:
+//   title     semibold, 1.1 of the base size: group titles
+//   caption   muted, 0.92 of the base size: captions and notes
+//   muted     muted, base size: secondary values
+//   value     semibold, base size: what a page is about, such as the profile's name
+//   readout   2.2 of the base size: the one number that a page is about
+// Labels without a role are plain text. A group box whose dynamic property "isDimmed" is true has a disabled title.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace skarn {
+
+class SkarnStyle : public QProxyStyle {
+  Q_OBJECT
+
+ public:
+  static constexpr const char* textRoleProperty = "textRole";
+  static constexpr const char* isDimmedProperty = "isDimmed";
+  static constexpr int cornerRadius = 6;  // device-independent pixels
+
+  SkarnStyle();
+
+  void polish(QWidget* widget) override;
+  using QProxyStyle::polish;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget = nullptr) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget = nullptr) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget = nullptr) const override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget = nullptr) const override;
+  QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
+                       const QWidget* widget = nullptr) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option = nullptr,
+                  const QWidget* widget = nullptr) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
+                QStyleHintReturn* result = nullptr) const override;
+};
+
+}  // namespace skarn

@@ -1,0 +1,64 @@
+// An engine link without an engine: records what is sent and answers as the test says.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "engine/EngineLink.h"
+
+namespace skarn::test {
+
+class ScriptedLink : public vorn::EngineLink {
+ public:
+  struct Request {
+    vorn::MessageID messageID;
+    vorn::PropertyList body;
+    friend bool operator==(const Request&, const Request&) = default;
+  };
+  struct Wait {
+    int polls;
+    std::chrono::milliseconds interval;
+    friend bool operator==(const Wait&, const Wait&) = default;
+  };
+
+  // The answer to every further request of that ID; none for no answer.
+  void answer(vorn::MessageID messageID, vorn::PropertyList reply) { mAnswers[messageID] = std::move(reply); }
+  // Puts something into the reply slot, as a late answer would.
+  void store(vorn::PropertyList reply) { mSlot = std::move(reply); }
+
+  std::vector<Request> requests;
+  std::vector<Wait> unansweredWaits;
+  int lookUps = 0;
+  bool isAvailable = true;
+  bool hasPort = false;
+  std::function<void(const Request&)> onSend;
+
+  bool createLocalPort() override { return hasPort = true; }
+  bool isEngineAvailable() override {
+    ++lookUps;
+    return isAvailable;
+  }
+  int send(const vorn::PropertyList& request, vorn::MessageID messageID) override {
+    requests.push_back({messageID, request});
+    if (onSend) onSend(requests.back());
+    const auto found = mAnswers.find(messageID);
+    if (found != mAnswers.end() && !found->second.isNone()) mSlot = found->second;
+    return vorn::sendRequestResult;
+  }
+  bool waitForReply(int polls, std::chrono::milliseconds interval) override {
+    if (!mSlot.isNone()) return true;
+    unansweredWaits.push_back({polls, interval});
+    return false;
+  }
+  vorn::PropertyList reply() const override { return mSlot; }
+  void emptySlot() override { mSlot = {}; }
+
+ private:
+  std::map<vorn::MessageID, vorn::PropertyList> mAnswers;
+  vorn::PropertyList mSlot;
+};
+
+}  // namespace skarn::test

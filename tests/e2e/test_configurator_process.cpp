@@ -1,0 +1,223 @@
+// The configurator as a process of its own: with the real engine, and with engines that misbehave.
+#include <gtest/gtest.h>
+#include <filesystem>
+#include <thread>
+
+#include "ConfiguratorProcess.h"
+#include "engine/EngineProtocol.h"
+#include "ports/MessagePort.h"
+#include "support/FakeEngineProcess.h"
+#include "support/PrivateBus.h"
+
+namespace vorn::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct TemporaryFolder {
+  TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "skarn-e2e-XXXXXX").string();
+    path = mkdtemp(pattern.data());
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+  std::string path;
+};
+
+class ConfiguratorProcessTest : public testing::Test {
+ protected:
+  // Registered at once, with settings that have no profiles.
+  std::vector<std::string> friendly() const {
+    return {"on 0 reply " + mTrue.path(), "on 4 reply " + mSettings.path()};
+  }
+
+  // The configurator says nothing while it looks for the engine, but its reply port is there.
+  static bool waitForReplyPort() {
+    const auto deadline = std::chrono::steady_clock::now() + ChildProcess::defaultDeadline;
+    while (!RemoteMessagePort::lookUp(configuratorReplyPortName)) {
+      if (std::chrono::steady_clock::now() > deadline) return false;
+      std::this_thread::yield();
+    }
+    return true;
+  }
+
+  PropertyListFile mTrue{PropertyList::dictionary({{"ReturnStatus", true}})};
+  PropertyListFile mSettings{PropertyList::dictionary(
+      {{"AllDevSettings",
+        PropertyList::dictionary({{"Profiles", PropertyList::array({PropertyList::dictionary(
+                                                   {{"ProfileName", "Work"}})})},
+                                  {"Macros", PropertyList::array()},
+                                  {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}})}})};
+  PrivateBus mBus;
+};
+
+TEST_F(ConfiguratorProcessTest, ShowsTheSettingsOfTheRealEngineAndReleasesItsDeviceAtTheEnd) {
+  const TemporaryFolder folder;
+  EngineProcess engine(folder.path);
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("engine found"), "");
+  EXPECT_NE(configurator.waitFor("registered"), "");
+  EXPECT_NE(configurator.waitFor("settings loaded: 1 profiles, 0 macros"), "");
+  EXPECT_NE(configurator.waitFor("window painted"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+  EXPECT_TRUE(engine.process().isRunning());
+}
+
+TEST_F(ConfiguratorProcessTest, ShowsTheConnectionSheetWhenTheEngineHasNoMouse) {
+  const TemporaryFolder folder;
+  EngineProcess engine(folder.path, {"--device", "absent"});
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("no mouse is connected"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, SendsRegistrationSettingsAndReleaseAsWholeRequests) {
+  FakeEngineProcess engine(friendly());
+  ConfiguratorProcess configurator;
+  ASSERT_NE(configurator.waitFor("settings loaded: 1 profiles"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+  const auto registration = engine.waitForRequest(0);
+  ASSERT_TRUE(registration);
+  EXPECT_EQ(registration->body.without("DefaultVrPlistPath"),
+            PropertyList::dictionary({{"ProductName", "Skarn"},
+                                      {"ProductID", 273},
+                                      {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"},
+                                      {"IsDeviceWired", 1}}));
+  const std::string defaults = registration->body["DefaultVrPlistPath"].toString();
+  EXPECT_TRUE(std::filesystem::path(defaults).is_absolute()) << defaults;
+  EXPECT_TRUE(std::filesystem::is_regular_file(defaults)) << defaults;
+  const auto settings = engine.waitForRequest(4);
+  ASSERT_TRUE(settings);
+  EXPECT_EQ(settings->body, PropertyList::dictionary(
+                                {{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}}));
+  const auto release = engine.waitForRequest(38);
+  ASSERT_TRUE(release);
+  EXPECT_EQ(release->body, PropertyList::dictionary({{"ProductID", 273}}));
+}
+
+TEST_F(ConfiguratorProcessTest, WaitsItsWholeTimeForAnEngineThatIsNotThereAndStaysUsable) {
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("no engine"), "");
+  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_NE(configurator.waitFor("window painted"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatNeverAnswers) {
+  FakeEngineProcess engine;
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatFreezesWhileItTakesTheRegistration) {
+  FakeEngineProcess engine({"on 0 freeze"});
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatDiesAtTheRegistration) {
+  FakeEngineProcess engine({"on 0 exit"});
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, TakesGarbageForARefusedRegistration) {
+  FakeEngineProcess engine({"on 0 data 00ff6270"});
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("no mouse is connected"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, SurvivesGarbageInPlaceOfTheSettings) {
+  FakeEngineProcess engine({"on 0 reply " + mTrue.path(), "on 4 data 62706c6973743030ff"});
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("settings loaded: 0 profiles, 0 macros"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, TakesASlowAnswerThatComesWithinTheWait) {
+  FakeEngineProcess engine({"on 0 after 300 reply " + mTrue.path(), "on 4 after 300 reply " + mSettings.path()});
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("settings loaded: 1 profiles"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, LooksForTheEngineUntilItComesAfterALaunchInTheBackground) {
+  ConfiguratorProcess configurator({"--verbose", "--launch-in-background"});
+  ASSERT_TRUE(waitForReplyPort());
+  FakeEngineProcess engine(friendly());
+  EXPECT_NE(configurator.waitFor("settings loaded: 1 profiles"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, EndsWhileItLooksForTheEngineInTheBackground) {
+  ConfiguratorProcess configurator({"--launch-in-background"});
+  ASSERT_TRUE(waitForReplyPort());
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, ASecondOneBringsTheFirstToTheFrontAndEnds) {
+  FakeEngineProcess engine(friendly());
+  ConfiguratorProcess first;
+  ASSERT_NE(first.waitFor("settings loaded"), "");
+  ConfiguratorProcess second;
+  EXPECT_NE(second.waitFor("already running; its window comes to the front"), "");
+  EXPECT_EQ(second.process().waitForEnd(), 0);
+  EXPECT_NE(first.waitFor("another start brings the window to the front"), "");
+  EXPECT_TRUE(first.process().isRunning());
+  ASSERT_TRUE(engine.waitForRequest(0));
+  for (const auto& request : engine.takeRequests()) EXPECT_NE(request.messageID, 0);
+  EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, FollowsAnAttachmentThatTheEnginePosts) {
+  const PropertyListFile refused(PropertyList::dictionary({{"ReturnStatus", false}}));
+  FakeEngineProcess engine({"on 0 reply " + refused.path(), "on 4 reply " + mSettings.path()});
+  ConfiguratorProcess configurator;
+  ASSERT_NE(configurator.waitFor("window painted"), "");
+  ASSERT_TRUE(engine.obey("post \"Device Attached 273\""));
+  EXPECT_TRUE(engine.waitForRequest(4));
+  const auto firmware = engine.waitForRequest(14);
+  ASSERT_TRUE(firmware);
+  EXPECT_EQ(firmware->body, PropertyList::dictionary(
+                                {{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}}));
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, SavesAPictureOfItsWindowAndEnds) {
+  const TemporaryFolder folder;
+  FakeEngineProcess engine(friendly());
+  ConfiguratorProcess configurator({"--picture", folder.path + "/window.png"});
+  EXPECT_NE(configurator.waitFor("picture saved"), "");
+  EXPECT_EQ(configurator.process().waitForEnd(), 0);
+  EXPECT_TRUE(std::filesystem::exists(folder.path + "/window.png"));
+}
+
+TEST_F(ConfiguratorProcessTest, SaysWhatIsWrongWithItsArgumentsAndEndsWithTwo) {
+  ConfiguratorProcess configurator({"--nonsense"});
+  EXPECT_NE(configurator.waitFor("unknown argument --nonsense"), "");
+  EXPECT_EQ(configurator.process().waitForEnd(), 2);
+}
+
+TEST(ConfiguratorWithoutADisplay, SaysSoAndEnds) {
+  ChildProcess configurator({"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u", "QT_QPA_PLATFORM", "sh", "-c",
+                             "exec \"$0\" 2>&1", CONFIGURATOR_PROGRAM});
+  EXPECT_TRUE(configurator.waitForLine(
+      [](const std::string& line) { return line.find("no display") != std::string::npos; }));
+  EXPECT_EQ(configurator.waitForEnd(), 1);
+}
+
+TEST(ConfiguratorWithoutABus, StartsAllTheSameAndSaysThatThereIsNone) {
+  setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/skarn-bus", 1);
+  ConfiguratorProcess configurator;
+  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+}  // namespace
+}  // namespace vorn::test

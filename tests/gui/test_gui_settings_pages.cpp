@@ -1,0 +1,336 @@
+// The Performance, Lighting and Maintenance tabs.
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+#include <cmath>
+#include <limits>
+
+#include "SampleSettings.h"
+#include "lighting/ColorSwatch.h"
+#include "lighting/MouseLightingController.h"
+#include "maintenance/MouseMaintenanceController.h"
+#include "performance/MousePerformanceController.h"
+#include "performance/StageChip.h"
+#include "platform/Localization.h"
+#include "widgets/BusyIndicator.h"
+
+using namespace skarn;
+using namespace skarn::test;
+
+namespace {
+
+QString textOfLabel(const QWidget& page, const char* name) {
+  const auto* label = page.findChild<QLabel*>(QLatin1String(name));
+  return label ? label->text() : QStringLiteral("(no label %1)").arg(QLatin1String(name));
+}
+
+QStringList textsOf(const QWidget& page, std::initializer_list<const char*> names) {
+  QStringList texts;
+  for (const char* name : names) texts << textOfLabel(page, name);
+  return texts;
+}
+
+// The stages that are shown, the current one in brackets.
+QStringList stagesOf(const QWidget& page) {
+  QStringList texts;
+  for (const char* name : {"mStageOne", "mStageTwo", "mStageThree", "mStageFour", "mStageFive"}) {
+    const auto* chip = page.findChild<StageChip*>(QLatin1String(name));
+    if (chip == nullptr || chip->isHidden()) continue;
+    texts << (chip->isCurrent() ? QStringLiteral("[%1]").arg(chip->text()) : chip->text());
+  }
+  return texts;
+}
+
+QStringList performanceTexts(const QWidget& page) {
+  return textsOf(page, {"mProfileNameLabel", "mDpiValue", "mOnTheFlyValue", "mPollingRateValue", "mAccelerationValue"});
+}
+
+QStringList lightingTexts(const QWidget& page) {
+  return textsOf(page, {"mProfileNameLabel", "mMainValue", "mLightningValue", "mMainColorHex", "mBrightnessText"});
+}
+
+QStringList maintenanceTexts(const QWidget& page) {
+  return textsOf(page, {"mProfileNameLabel", "mLightBrightnessValue", "mSleepModeValue", "mFlashScrollWheelValue"});
+}
+
+QStringList blank(int count) {
+  return QStringList(count, QString());
+}
+
+void hand(MousePerformanceController& tab, const PropertyList& active, const PropertyList& device) {
+  tab.setMPerformanceSettingsDict(active);
+  tab.setMDeviceSettingsDict(device);
+  tab.populateUISettings();
+  tab.updateUISettings();
+}
+
+}  // namespace
+
+class SettingsPagesTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
+
+  void theSensitivityIsOneNumberWhileTheAxesAreLocked() {
+    MousePerformanceController tab;
+    QCOMPARE(tab.objectName(), QStringLiteral("MousePerformanceController"));
+    hand(tab, profile("Work"), deviceSettings());
+    QCOMPARE(performanceTexts(tab), (QStringList{"Work", "800 DPI", "On", "500 Hz", "Level 7"}));
+    QCOMPARE(stagesOf(tab), (QStringList{"400", "[800]", "1600 × 800", "3200", "5600"}));
+    QCOMPARE(textOfLabel(tab, "mCurrentProfileLabel"), QStringLiteral("Profile"));
+  }
+
+  void theSensitivityNamesBothAxesWhileTheyAreIndependent() {
+    MousePerformanceController tab;
+    hand(tab, profile("Work").with(keys::IndependentXYOn, 1).with(keys::DPIY, 1600), deviceSettings());
+    QCOMPARE(textOfLabel(tab, "mDpiValue"), QStringLiteral("X = 800, Y = 1600 DPI"));
+  }
+
+  void thePollingRateComesFromTheDevice() {
+    MousePerformanceController tab;
+    QStringList texts;
+    for (const int rate : {125, 500, 1000, 250, 0}) {
+      hand(tab, profile("Work").with(keys::PollingRate, 1000), deviceSettings().with(keys::PollingRate, rate));
+      texts << textOfLabel(tab, "mPollingRateValue");
+    }
+    QCOMPARE(texts, (QStringList{"125 Hz", "500 Hz", "1000 Hz", "", ""}));
+  }
+
+  void accelerationShowsItsLevelWhileItIsOn() {
+    MousePerformanceController tab;
+    hand(tab, profile("Work").with(keys::AccelerationOn, 0).with(keys::SensitivityOSDOn, 0), deviceSettings());
+    QCOMPARE(textOfLabel(tab, "mAccelerationValue"), QStringLiteral("Off"));
+    QCOMPARE(textOfLabel(tab, "mOnTheFlyValue"), QStringLiteral("Off"));
+    hand(tab, profile("Work").with(keys::AccelerationOn, true).without(keys::Acceleration), deviceSettings());
+    QCOMPARE(textOfLabel(tab, "mAccelerationValue"), QStringLiteral("On"));
+  }
+
+  void onlyTheStagesThatThereAreAreShown() {
+    MousePerformanceController tab;
+    QCOMPARE(stagesOf(tab), QStringList());
+    const PropertyList two = PropertyList::array({stage(100, 100, false), stage(5600, 5600, false)});
+    hand(tab, profile("Work").with(keys::Stages, two).with(keys::StageValue, 5), deviceSettings());
+    QCOMPARE(stagesOf(tab), (QStringList{"100", "5600"}));
+    PropertyList seven = two;
+    for (int extra = 0; extra < 5; ++extra) seven = seven.appending(stage(700, 700, false));
+    hand(tab, profile("Work").with(keys::Stages, seven).with(keys::StageValue, 0), deviceSettings());
+    QCOMPARE(stagesOf(tab), (QStringList{"[100]", "5600", "700", "700", "700"}));
+  }
+
+  void aStageIsReadOutWithItsUnit() {
+    MousePerformanceController tab;
+    hand(tab, profile("Work"), deviceSettings());
+    const auto* current = tab.findChild<StageChip*>(QStringLiteral("mStageTwo"));
+    const auto* independent = tab.findChild<StageChip*>(QStringLiteral("mStageThree"));
+    QCOMPARE(current->accessibleName(), QStringLiteral("800 DPI"));
+    QCOMPARE(current->accessibleDescription(), QStringLiteral("Current stage"));
+    QCOMPARE(independent->accessibleName(), QStringLiteral("X = 1600, Y = 800 DPI"));
+    QCOMPARE(independent->accessibleDescription(), QString());
+  }
+
+  void fiveIndependentStagesAreWholeInTheSmallestWindow() {
+    MousePerformanceController tab;
+    PropertyList wide = PropertyList::array();
+    for (int index = 0; index < 5; ++index) wide = wide.appending(stage(5600, 5500, true));
+    hand(tab, profile("Work").with(keys::Stages, wide), deviceSettings());
+    tab.resize(1024, 476);
+    tab.show();
+    for (const StageChip* chip : tab.findChildren<StageChip*>()) {
+      QCOMPARE(chip->width(), chip->sizeHint().width());
+      QVERIFY(tab.rect().contains(QRect(chip->mapTo(&tab, QPoint()), chip->size())));
+    }
+  }
+
+  void hugeValuesDoNotWidenTheWindow() {
+    constexpr int huge = std::numeric_limits<int>::min();
+    const std::string name(300, 'W');
+    MousePerformanceController performance;
+    PropertyList stages = PropertyList::array();
+    for (int index = 0; index < 5; ++index) stages = stages.appending(stage(huge, huge, true));
+    hand(performance,
+         profile(name)
+             .with(keys::Stages, stages)
+             .with(keys::DPIX, huge)
+             .with(keys::DPIY, huge)
+             .with(keys::IndependentXYOn, 1),
+         deviceSettings());
+    MouseMaintenanceController maintenance;
+    maintenance.setMMaintenanceSettingsDict(deviceSettings());
+    maintenance.setMMaintenanceDict(profile(name));
+    maintenance.mFirmwareVersion()->setText(QString(500, QLatin1Char('9')));
+    maintenance.updateUISettings();
+    for (const QWidget* page : std::initializer_list<QWidget*>{&performance, &maintenance}) {
+      const QSize least = page->minimumSizeHint();
+      QVERIFY2(least.width() <= 1024 && least.height() <= 476, qPrintable(QString::number(least.width())));
+    }
+  }
+
+  void hostilePerformanceSettingsShowNothing() {
+    const PropertyList hostile[] = {
+        PropertyList("text"), PropertyList::array({1}),
+        PropertyList::dictionary({{keys::ProfileName, 1},
+                                  {keys::DPIX, "many"},
+                                  {keys::IndependentXYOn, 1},
+                                  {keys::Stages, PropertyList::array({1, "x", PropertyList::dictionary()})},
+                                  {keys::StageValue, "1"},
+                                  {keys::AccelerationOn, "yes"},
+                                  {keys::SensitivityOSDOn, PropertyList::array()}})};
+    for (const PropertyList& settings : hostile) {
+      MousePerformanceController tab;
+      hand(tab, profile("Work"), deviceSettings());
+      hand(tab, settings, PropertyList::array());
+      QCOMPARE(performanceTexts(tab), blank(5));
+      QCOMPARE(stagesOf(tab), QStringList());
+    }
+  }
+
+  void withoutAProfileRecordNothingChanges() {
+    MousePerformanceController performance;
+    hand(performance, profile("Work"), deviceSettings());
+    hand(performance, PropertyList(), deviceSettings());
+    QCOMPARE(performanceTexts(performance), (QStringList{"Work", "800 DPI", "On", "500 Hz", "Level 7"}));
+    MouseLightingController lighting;
+    lighting.setMLightingDict(profile("Work"));
+    lighting.updateUISettings();
+    lighting.setMLightingDict(PropertyList());
+    lighting.updateUISettings();
+    QCOMPARE(textOfLabel(lighting, "mProfileNameLabel"), QStringLiteral("Work"));
+    MouseMaintenanceController maintenance;
+    maintenance.setMMaintenanceSettingsDict(deviceSettings());
+    maintenance.setMMaintenanceDict(profile("Work"));
+    maintenance.updateUISettings();
+    maintenance.setMMaintenanceSettingsDict(PropertyList());
+    maintenance.setMMaintenanceDict(profile("Other"));
+    maintenance.updateUISettings();
+    QCOMPARE(maintenanceTexts(maintenance), (QStringList{"Work", "Dim", "10 minutes", "5 % battery"}));
+  }
+
+  void theLightIsShownWithItsColour() {
+    MouseLightingController tab;
+    QCOMPARE(tab.objectName(), QStringLiteral("MouseLightingController"));
+    tab.setMLightingDict(profile("Work"));
+    tab.setMAllProfiles(profiles());
+    tab.updateUISettings();
+    QCOMPARE(lightingTexts(tab), (QStringList{"Work", "On", "Fixed colour", "#FF8000", "Normal"}));
+    auto* swatch = tab.findChild<ColorSwatch*>(QStringLiteral("mMainColor"));
+    QCOMPARE(swatch->color().name(), QStringLiteral("#ff8000"));
+    const QImage seen = swatch->grab().toImage();
+    QCOMPARE(QColor(seen.pixel(seen.rect().center())), QColor(0xff, 0x80, 0x00));
+    QVERIFY(tab.mUserSettingsDict() == PropertyList::dictionary());
+  }
+
+  void everyEffectAndBrightnessHasItsWord() {
+    MouseLightingController tab;
+    tab.setMLightingDict(
+        profile("Work").with(keys::LEDEffects, 4).with(keys::ScrollLED, 0).with(keys::BrightnessKBNormal, 1));
+    tab.updateUISettings();
+    QCOMPARE(lightingTexts(tab), (QStringList{"Work", "Off", "Spectrum cycling", "#FF8000", "Off"}));
+    tab.setMLightingDict(profile("Work").with(keys::LEDEffects, 2).with(keys::BrightnessKBNormal, 5));
+    tab.updateUISettings();
+    QCOMPARE(lightingTexts(tab), (QStringList{"Work", "On", "", "#FF8000", ""}));
+  }
+
+  void hostileColoursAreBroughtIntoTheRangeOrLeftOut() {
+    MouseLightingController tab;
+    const auto hexOf = [&tab](const PropertyList& colors) {
+      tab.setMLightingDict(PropertyList::dictionary({{keys::LEDColors, colors}}));
+      tab.updateUISettings();
+      return textOfLabel(tab, "mMainColorHex");
+    };
+    QCOMPARE(hexOf(PropertyList::array({color(-3, 7, 1e300)})), QStringLiteral("#00FFFF"));
+    QCOMPARE(
+        hexOf(PropertyList::array({PropertyList::dictionary({{keys::Red, 1}, {keys::Green, 0}, {keys::Blue, 1}})})),
+        QStringLiteral("#FF00FF"));
+    QCOMPARE(hexOf(PropertyList::array({color(std::nan(""), 0, 0)})), QString());
+    QCOMPARE(hexOf(PropertyList::array({color(1, 1, 1).without(keys::Blue)})), QString());
+    QCOMPARE(hexOf(PropertyList::array({color(1, 1, 1).with(keys::Blue, "1")})), QString());
+    QCOMPARE(hexOf(PropertyList::array()), QString());
+    QCOMPARE(hexOf(PropertyList("red")), QString());
+    QVERIFY(!tab.findChild<ColorSwatch*>(QStringLiteral("mMainColor"))->color().isValid());
+  }
+
+  void hostileLightingSettingsShowNothing() {
+    MouseLightingController tab;
+    tab.setMLightingDict(profile("Work"));
+    tab.updateUISettings();
+    tab.setMLightingDict(PropertyList::dictionary({{keys::ProfileName, PropertyList::dictionary()},
+                                                   {keys::ScrollLED, "on"},
+                                                   {keys::LEDEffects, "0"},
+                                                   {keys::LEDColors, 1},
+                                                   {keys::BrightnessKBNormal, PropertyList()}}));
+    tab.updateUISettings();
+    QCOMPARE(lightingTexts(tab), blank(5));
+  }
+
+  void powerSettingsAreShownByTheirLabels() {
+    MouseMaintenanceController tab;
+    QCOMPARE(tab.objectName(), QStringLiteral("MouseMaintenanceController"));
+    tab.setMMaintenanceDict(profile("Work"));
+    QStringList texts;
+    for (int position = 0; position <= 6; ++position) {
+      tab.setMMaintenanceSettingsDict(PropertyList::dictionary(
+          {{keys::BrightnessBattery, position}, {keys::PowerSaver, position}, {keys::BatteryCriticalLevel, position}}));
+      tab.updateUISettings();
+      texts << maintenanceTexts(tab).join(QLatin1String(", "));
+    }
+    QCOMPARE(texts, (QStringList{"Work, , , ", "Work, Off, 1 minute, 5 % battery", "Work, Dim, 5 minutes, 10 % battery",
+                                 "Work, Normal, 10 minutes, 15 % battery", "Work, Bright, 15 minutes, 20 % battery",
+                                 "Work, , , 25 % battery", "Work, , , "}));
+  }
+
+  void hostileMaintenanceSettingsShowNothing() {
+    MouseMaintenanceController tab;
+    tab.setMMaintenanceSettingsDict(deviceSettings());
+    tab.setMMaintenanceDict(profile("Work"));
+    tab.updateUISettings();
+    tab.setMMaintenanceSettingsDict(PropertyList::dictionary({{keys::PowerSaver, "3"}, {keys::BrightnessBattery, -2}}));
+    tab.setMMaintenanceDict(PropertyList::array());
+    tab.setMDefaultDict(PropertyList("x"));
+    tab.updateUISettings();
+    QCOMPARE(maintenanceTexts(tab), blank(4));
+  }
+
+  void theOwnerFillsTheVersions() {
+    MouseMaintenanceController tab;
+    QCOMPARE(tab.mDriverVersion()->objectName(), QStringLiteral("mDriverVersion"));
+    QCOMPARE(tab.mFirmwareVersion()->objectName(), QStringLiteral("mFirmwareVersion"));
+    QCOMPARE(tab.mFirmwareVersion()->textFormat(), Qt::PlainText);
+    tab.mFirmwareVersion()->setText(QStringLiteral("1.04"));
+    tab.updateUISettings();
+    QCOMPARE(textOfLabel(tab, "mFirmwareVersion"), QStringLiteral("1.04"));
+  }
+
+  void theFirmwareIndicatorIsSeenOnlyWhileItRuns() {
+    MouseMaintenanceController tab;
+    const auto* indicator = tab.findChild<BusyIndicator*>(QStringLiteral("mFirmwareVersionIndicator"));
+    QVERIFY(indicator->isHidden() && !indicator->isRunning());
+    tab.startProgresIndicatorAnimation();
+    QVERIFY(!indicator->isHidden() && indicator->isRunning());
+    tab.stopProgressIndicatorAnimation();
+    QVERIFY(indicator->isHidden() && !indicator->isRunning());
+  }
+
+  void withoutADeviceEveryLabelIsGreyAndSaysWhy() {
+    MousePerformanceController performance;
+    MouseLightingController lighting;
+    MouseMaintenanceController maintenance;
+    for (const bool enabled : {false, true}) {
+      performance.enableControlsState(enabled);
+      lighting.enableControlsState(enabled);
+      maintenance.enableControlsState(enabled);
+      for (const QWidget* page : std::initializer_list<QWidget*>{&performance, &lighting, &maintenance}) {
+        const QList<QLabel*> labels = page->findChildren<QLabel*>();
+        QVERIFY(labels.size() >= 7);
+        for (const QLabel* label : labels) {
+          QCOMPARE(label->palette().color(QPalette::WindowText),
+                   page->palette().color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+        }
+        QCOMPARE(page->toolTip(), enabled ? QString() : QStringLiteral("No mouse connected"));
+      }
+    }
+  }
+};
+
+QTEST_MAIN(SettingsPagesTest)
+#include "test_gui_settings_pages.moc"

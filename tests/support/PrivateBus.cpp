@@ -1,0 +1,79 @@
+#include "support/PrivateBus.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "support/ChildProcess.h"
+
+namespace vorn::test {
+
+namespace {
+
+constexpr const char* addressVariable = "DBUS_SESSION_BUS_ADDRESS";
+
+[[noreturn]] void giveUp(const char* what) {
+  std::fprintf(stderr, "No private bus: %s\n", what);
+  std::abort();
+}
+
+std::string makeFolder() {
+  std::string name = (std::filesystem::temp_directory_path() / "skarn-bus-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) giveUp("no temporary folder");
+  return name;
+}
+
+// One service that would be started on demand, so that tests can prove that nobody demands it.
+void writeConfiguration(const std::string& folder) {
+  const std::string service = "org.vorn.MessagePort.StartableTestPort";
+  std::ofstream(folder + "/" + service + ".service")
+      << "[D-BUS Service]\nName=" << service << "\nExec=/bin/sh -c \"touch " << folder << "/started\"\n";
+  std::ofstream(folder + "/bus.conf")
+      << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN\"\n"
+         " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+         "<busconfig>\n  <type>session</type>\n  <listen>unix:path="
+      << folder << "/bus</listen>\n  <auth>EXTERNAL</auth>\n  <servicedir>" << folder
+      << "</servicedir>\n"
+         "  <policy context=\"default\">\n"
+         "    <allow send_destination=\"*\" eavesdrop=\"true\"/>\n    <allow eavesdrop=\"true\"/>\n"
+         "    <allow own=\"*\"/>\n  </policy>\n</busconfig>\n";
+}
+
+}  // namespace
+
+PrivateBus::PrivateBus() : mFolder(makeFolder()) {
+  writeConfiguration(mFolder);
+  mDaemon = std::make_unique<ChildProcess>(std::vector<std::string>{
+      "dbus-daemon", "--config-file=" + mFolder + "/bus.conf", "--nofork", "--nopidfile", "--print-address=1"});
+  const auto address = mDaemon->waitForLine([](const std::string&) { return true; });
+  if (!address) giveUp("dbus-daemon did not start");
+  mAddress = *address;
+  if (const char* previous = getenv(addressVariable)) mPreviousAddress = previous;
+  setenv(addressVariable, mAddress.c_str(), 1);
+}
+
+PrivateBus::~PrivateBus() {
+  end();
+  if (mPreviousAddress)
+    setenv(addressVariable, mPreviousAddress->c_str(), 1);
+  else
+    unsetenv(addressVariable);
+  std::error_code ignored;
+  std::filesystem::remove_all(mFolder, ignored);
+}
+
+void PrivateBus::end() {
+  mDaemon->signal(SIGKILL);
+  mDaemon->waitForEnd();
+}
+
+bool PrivateBus::hasStartedService() const {
+  return std::filesystem::exists(mFolder + "/started");
+}
+
+}  // namespace vorn::test
