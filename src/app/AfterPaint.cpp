@@ -9,12 +9,12 @@ namespace skarn {
 
 using namespace std::chrono_literals;
 
-void AfterPaint::run(const QList<QWidget*>& widgets, std::function<void()> work) {
-  new AfterPaint(widgets, std::move(work));
+void AfterPaint::run(const QList<QWidget*>& widgets, QObject* context, std::function<void()> work) {
+  new AfterPaint(widgets, context, std::move(work));
 }
 
-AfterPaint::AfterPaint(const QList<QWidget*>& widgets, std::function<void()> work)
-    : QObject(widgets.constFirst()), mWork(std::move(work)) {
+AfterPaint::AfterPaint(const QList<QWidget*>& widgets, QObject* context, std::function<void()> work)
+    : QObject(widgets.constFirst()), mContext(context), mWork(std::move(work)) {
   for (QWidget* widget : widgets) {
     mWaiting.insert(widget);
     widget->installEventFilter(this);
@@ -34,7 +34,7 @@ void AfterPaint::finish() {
   const auto work = std::exchange(mWork, nullptr);
   if (!work) return;
   deleteLater();
-  work();
+  if (mContext) work();
 }
 
 }  // namespace skarn

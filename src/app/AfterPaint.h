@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QWidget>
 #include <functional>
@@ -14,18 +15,19 @@ class AfterPaint : public QObject {
   Q_OBJECT
 
  public:
-  // Owned by the first widget; deletes itself when the work has run. A desktop that shows no frames at all (a locked
-  // screen) does not hold the work up for longer than a second.
-  static void run(const QList<QWidget*>& widgets, std::function<void()> work);
+  // The work is dropped when the context or the first widget goes first. A desktop that shows no frames at all (a
+  // locked screen) does not hold the work up for longer than a second.
+  static void run(const QList<QWidget*>& widgets, QObject* context, std::function<void()> work);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  AfterPaint(const QList<QWidget*>& widgets, std::function<void()> work);
+  AfterPaint(const QList<QWidget*>& widgets, QObject* context, std::function<void()> work);
   void finish();
 
   QSet<QObject*> mWaiting;
+  QPointer<QObject> mContext;
   std::function<void()> mWork;
 };
 

@@ -16,7 +16,9 @@ BusNotifier::BusNotifier(vorn::BusConnection& connection, QObject* parent) : QOb
   arm();
 }
 
-BusNotifier::~BusNotifier() { mConnection.setQueuedHandler({}); }
+BusNotifier::~BusNotifier() {
+  mConnection.setQueuedHandler({});
+}
 
 void BusNotifier::process() {
   mConnection.process();
@@ -26,8 +28,11 @@ void BusNotifier::process() {
 void BusNotifier::arm() {
   if (mConnection.descriptor() != mDescriptor) {
     // This may run inside a notifier's own signal.
-    if (mReadable) mReadable.release()->deleteLater();
-    if (mWritable) mWritable.release()->deleteLater();
+    for (auto* notifier : {&mReadable, &mWritable}) {
+      if (!*notifier) continue;
+      (*notifier)->setEnabled(false);
+      notifier->release()->deleteLater();
+    }
     mDescriptor = mConnection.descriptor();
     if (mDescriptor >= 0) {
       mReadable = std::make_unique<QSocketNotifier>(mDescriptor, QSocketNotifier::Read);

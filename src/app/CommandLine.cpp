@@ -52,7 +52,8 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
       line.picture = *picture;
     } else if (const auto tab = takeValue(QStringLiteral("--tab"), argument)) {
       line.tab = *tab;
-      if (line.error.isEmpty() && !tabNames().contains(*tab)) line.error = QStringLiteral("no tab is named %1").arg(*tab);
+      if (line.error.isEmpty() && !tabNames().contains(*tab))
+        line.error = QStringLiteral("no tab is named %1").arg(*tab);
     } else if (const auto appearance = takeValue(QStringLiteral("--appearance"), argument)) {
       static const QStringList names{"desktop", "light", "dark"};
       const auto index = names.indexOf(*appearance);

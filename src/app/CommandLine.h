@@ -17,9 +17,9 @@ struct CommandLine {
   bool wantsHelp = false;
   bool wantsVersion = false;
   Appearance appearance = Appearance::Desktop;
-  QString picture;      // file for a picture of the started window; the program ends after it
-  QString tab;          // tab to show first; empty for the first one
-  QString error;        // what is wrong with the arguments; empty when they are good
+  QString picture;  // file for a picture of the started window; the program ends after it
+  QString tab;      // tab to show first; empty for the first one
+  QString error;    // what is wrong with the arguments; empty when they are good
 
   // arguments: without the program's name.
   static CommandLine parse(const QStringList& arguments);

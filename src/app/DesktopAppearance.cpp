@@ -19,11 +19,13 @@ DesktopAppearance::DesktopAppearance(CommandLine::Appearance appearance) {
   const auto wantsDark = [programsAreDark](ColorScheme scheme) {
     return scheme == ColorScheme::NoPreference ? programsAreDark : scheme == ColorScheme::Dark;
   };
-  mSettings = std::make_unique<vorn::DesktopSettings>(
-      [this, wantsDark](ColorScheme scheme) { apply(wantsDark(scheme)); });
+  mSettings =
+      std::make_unique<vorn::DesktopSettings>([this, wantsDark](ColorScheme scheme) { apply(wantsDark(scheme)); });
   apply(wantsDark(mSettings->colorScheme()));
 }
 
-void DesktopAppearance::apply(bool isDark) { QApplication::setPalette(isDark ? darkPalette() : lightPalette()); }
+void DesktopAppearance::apply(bool isDark) {
+  QApplication::setPalette(isDark ? darkPalette() : lightPalette());
+}
 
 }  // namespace skarn

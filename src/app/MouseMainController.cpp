@@ -1,5 +1,6 @@
 #include "app/MouseMainController.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
@@ -67,6 +68,19 @@ MouseMainController::MouseMainController(MouseMainWindow& window, HubServices se
 MouseMainController::~MouseMainController() {
   mMessagePortRunning = false;
   if (mNotificationCenter) mNotificationCenter->removeObserver(this);
+  leaveTabs();
+}
+
+// The window with its tabs lives longer than the hub.
+void MouseMainController::leaveTabs() {
+  mMouseProfilesController->setMProfileDelegate(nullptr);
+  mMouseMacrosController->setMMacroDelegate(nullptr);
+  mMouseMacrosController->setMNotificationCenter(nullptr);
+  mMousePerformanceController->setMMousePerformanceDelegate(nullptr);
+  mMouseButtonController->setMButtonDelegate(nullptr);
+  mMouseButtonController->setMNotificationCenter(nullptr);
+  mMouseMaintenenceController->setMMouseMaintenanceDelegate(nullptr);
+  mMouseLightingController->setMLightingDelegate(nullptr);
 }
 
 void MouseMainController::awakeFromNib() {
@@ -93,27 +107,37 @@ void MouseMainController::awakeFromNib() {
 
 void MouseMainController::wireControls() {
   connect(mAppySettings, &QPushButton::clicked, this, &MouseMainController::clickApplySettings);
+  connect(restoringStateWindow, &RestoringStateSheet::closed, this, [] { QCoreApplication::exit(); });
   connect(mDeviceConnectionWindow, &DeviceConnectionSheet::okClicked, this, &MouseMainController::clickOKButton);
   connect(mWindow.ui().mHelpButton, &QToolButton::clicked, this, &MouseMainController::clickHelpButton);
   const auto opens = [this](QToolButton* link, const char* address) {
-    connect(link, &QToolButton::clicked, this, [this, address] { mServices.openAddress(QUrl(QLatin1String(address))); });
+    connect(link, &QToolButton::clicked, this,
+            [this, address] { mServices.openAddress(QUrl(QLatin1String(address))); });
   };
   opens(mCommunityFBLink, "https://community.skarn.example/");
   opens(mCommunityTwitterLink, "https://news.skarn.example/");
   opens(mCommunityVornGuildLink, "https://guild.skarn.example/");
 }
 
-void MouseMainController::createLocalPort() { mServices.link.createLocalPort(); }
+void MouseMainController::createLocalPort() {
+  mServices.link.createLocalPort();
+}
 
-QWidget* MouseMainController::mMouseMainView() const { return mouseMainView; }
+QWidget* MouseMainController::mMouseMainView() const {
+  return mouseMainView;
+}
 
-void MouseMainController::setMMouseMainView(QWidget* window) { mouseMainView = window; }
+void MouseMainController::setMMouseMainView(QWidget* window) {
+  mouseMainView = window;
+}
 
 void MouseMainController::showRestoringStateWindow() {
   restoringStateWindow->begin();
 }
 
-QWidget* MouseMainController::mRestoringStateWindow() const { return restoringStateWindow; }
+QWidget* MouseMainController::mRestoringStateWindow() const {
+  return restoringStateWindow;
+}
 
 void MouseMainController::initializeDevice() {
   mEngineInterface->setMParentWindow(mouseMainView);
@@ -124,12 +148,12 @@ void MouseMainController::initializeDevice() {
 
   const PropertyList answer = sendAndWait(
       MessageID::RegisterDevice,
-      PropertyList::dictionary({{requestKeys::ProductName, "Skarn"},
-                                {requestKeys::ProductID, vorn::wiredProductID},
-                                {requestKeys::ResponseMsgPortName, vorn::configuratorReplyPortName},
-                                {requestKeys::IsDeviceWired, 1},
-                                {requestKeys::DefaultVrPlistPath,
-                                 Bundle::mainBundle().resourcePath(defaultSettingsFile).toStdString()}}));
+      PropertyList::dictionary(
+          {{requestKeys::ProductName, "Skarn"},
+           {requestKeys::ProductID, vorn::wiredProductID},
+           {requestKeys::ResponseMsgPortName, vorn::configuratorReplyPortName},
+           {requestKeys::IsDeviceWired, 1},
+           {requestKeys::DefaultVrPlistPath, Bundle::mainBundle().resourcePath(defaultSettingsFile).toStdString()}}));
   mServices.link.emptySlot();
   loadDefaultDict();
   restoringStateWindow->end();
@@ -148,7 +172,7 @@ void MouseMainController::initializeDevice() {
     mServices.report("settings loaded: " + std::to_string(profilesArray.size()) + " profiles, " +
                      std::to_string(macrosArray.size()) + " macros, in " + std::to_string(clock.elapsed()) + " ms");
   } else if (!answer.isNone()) {
-    mServices.report("registered, but no mouse is connected; showing the default settings");
+    mServices.report("not registered: no mouse is connected; showing the default settings");
     setMFirmwareVersionString("-");
     redrawDefaults();
     setPresence(Presence::NoDevice);
@@ -200,7 +224,7 @@ void MouseMainController::loadLatestSettings() {
 void MouseMainController::updateToLatestSettings(const PropertyList& bundle) {
   deviceSettingsDict = bundle[keys::DeviceSettings].dictionaryOrEmpty();
   profilesArray = bundle[keys::Profiles].arrayOrEmpty();
-  defaultProfileDict = profilesArray.at(deviceSettingsDict[keys::ActiveProfile].toInt()).dictionaryOrEmpty();
+  defaultProfileDict = profilesArray.at(deviceSettingsDict[keys::ActiveProfile].toInt64()).dictionaryOrEmpty();
   macrosArray = bundle[keys::Macros].arrayOrEmpty();
 }
 
@@ -314,9 +338,13 @@ void MouseMainController::openRegisteredHelpBook() {
   HelpBook::openPage(QLatin1String(helpBookTitle), QLatin1String(helpBookFirstPage));
 }
 
-void MouseMainController::clickHelpButton() { openRegisteredHelpBook(); }
+void MouseMainController::clickHelpButton() {
+  openRegisteredHelpBook();
+}
 
-void MouseMainController::selectTabAtIndex(int index) { mMouseTabView->setCurrentIndex(index); }
+void MouseMainController::selectTabAtIndex(int index) {
+  mMouseTabView->setCurrentIndex(index);
+}
 
 void MouseMainController::showErrorForErrorCode(int code) {
   struct Texts {
@@ -334,10 +362,16 @@ void MouseMainController::showErrorForErrorCode(int code) {
                                       QString(), mouseMainView);
 }
 
-void MouseMainController::showErrorDialog() { mDeviceConnectionWindow->open(); }
+void MouseMainController::showErrorDialog() {
+  mDeviceConnectionWindow->open();
+}
 
-void MouseMainController::hideErrorDialog() { mDeviceConnectionWindow->close(); }
+void MouseMainController::hideErrorDialog() {
+  mDeviceConnectionWindow->close();
+}
 
-void MouseMainController::clickOKButton() { hideErrorDialog(); }
+void MouseMainController::clickOKButton() {
+  hideErrorDialog();
+}
 
 }  // namespace skarn

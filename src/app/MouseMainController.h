@@ -57,9 +57,9 @@ class RestoringStateSheet;
 struct HubServices {
   vorn::EngineLink& link;
   vorn::NotificationCenter& notifications;
-  std::function<void(const QUrl&)> openAddress;           // the default web browser
-  std::function<void(const std::string& line)> report;    // start-up report, a line without a line break each
-  StoppableSleep sleep = systemSleep();                   // of the timer threads
+  std::function<void(const QUrl&)> openAddress;         // the default web browser
+  std::function<void(const std::string& line)> report;  // start-up report, a line without a line break each
+  StoppableSleep sleep = systemSleep();                 // of the timer threads
 };
 
 class MouseMainController : public QObject,
@@ -151,9 +151,9 @@ class MouseMainController : public QObject,
   void updateBatteryLevel(const vorn::PropertyList& info);
   void updateBatteryStatus(const vorn::PropertyList& info);
   void runChargingBattery();
-  void FWQueryThreadAboutToRun();      // asks every 3 s
-  void batteryThreadAboutToRun();      // asks for the charging status every 10 s; nothing starts it
-  void chargingBatteryAboutToRun();    // steps the battery icon once a second, the first time at once
+  void FWQueryThreadAboutToRun();    // asks every 3 s
+  void batteryThreadAboutToRun();    // asks for the charging status every 10 s; nothing starts it
+  void chargingBatteryAboutToRun();  // steps the battery icon once a second, the first time at once
   std::string mFirmwareVersionString() const;
   std::uint32_t mBatteryStatus() const { return batteryStatus; }
   std::uint32_t mDevicePID() const { return devicePID; }
@@ -215,7 +215,7 @@ class MouseMainController : public QObject,
   void applyChange(const vorn::PropertyList& bundle, std::string_view profileName);
   void noteChange(const vorn::PropertyList& bundle, std::string_view profileName);
   int profileTableRow() const;
-  void reload();        // loadLatestSettings, setProperties, updateUISettings
+  void reload();          // loadLatestSettings, setProperties, updateUISettings
   void redrawDefaults();  // shows the default settings in place of the engine's
   void setPresence(Presence presence);
   void setMFirmwareVersionString(const std::string& version);
@@ -223,6 +223,8 @@ class MouseMainController : public QObject,
   void reloadUnlessOurs(const vorn::Notification& notification);
   void sendQuery(vorn::MessageID messageID);
   void stopChargingAnimation();
+  void observeDeviceAttached(std::int32_t product);
+  void leaveTabs();
   void wireControls();
 
   HubServices mServices;
@@ -255,10 +257,11 @@ class MouseMainController : public QObject,
   vorn::NotificationCenter* mNotificationCenter = nullptr;
   vorn::PropertyList profilesArray;
   vorn::PropertyList macrosArray;
+  vorn::Bytes mCallbackData;  // not used
   mutable std::mutex mFirmwareVersionMutex;
-  std::string firmwareVersionString;  // empty until known, "-" without a device
-  std::atomic<std::uint32_t> devicePID{static_cast<std::uint32_t>(vorn::wiredProductID)};
-  std::uint32_t batteryStatus = 255;  // unknown
+  std::string firmwareVersionString;        // empty until known, "-" without a device
+  std::atomic<std::uint32_t> devicePID{0};  // that of every request, once registered
+  std::uint32_t batteryStatus = 255;        // unknown
   std::uint32_t mDeletedProfileID = 0;
   bool isWiredDevice = false;
   bool mProfileDeleted = false;
@@ -273,6 +276,7 @@ class MouseMainController : public QObject,
   RepeatingThread mFirmwareThread;
   RepeatingThread mBatteryThread;
   RepeatingThread mChargingThread;
+  unsigned mChargingAnimation = 0;  // counts the animations, to tell a step of an earlier one
 };
 
 }  // namespace skarn

@@ -1,8 +1,7 @@
 // The hub's requests to the engine and what follows each answer.
-#include <QTableView>
 #include <QItemSelectionModel>
+#include <QTableView>
 
-#include "widgets/BusyIndicator.h"
 #include "app/MouseMainController.h"
 #include "buttons/MouseButtonController.h"
 #include "lighting/MouseLightingController.h"
@@ -10,6 +9,7 @@
 #include "model/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "profiles/MouseProfilesController.h"
+#include "widgets/BusyIndicator.h"
 
 namespace skarn {
 
@@ -79,10 +79,9 @@ void MouseMainController::addNewProfileWithSettings(const PropertyList& profile)
 
 void MouseMainController::updateProfileWithID(int profileID, const PropertyList& andSettings) {
   const int target = profileID < 0 ? deviceSettingsDict[keys::ActiveProfile].toInt() : profileID;
-  const PropertyList bundle =
-      bundleOf(MessageID::UpdateProfile, envelope()
-                                             .with(requestKeys::ProfileID, target)
-                                             .with(requestKeys::DeviceSettingsDictionary, andSettings));
+  const PropertyList bundle = bundleOf(
+      MessageID::UpdateProfile,
+      envelope().with(requestKeys::ProfileID, target).with(requestKeys::DeviceSettingsDictionary, andSettings));
   applyChange(bundle, andSettings[keys::ProfileName].string());
 }
 
@@ -104,7 +103,9 @@ void MouseMainController::updateButtonAssignmentWithSettings(const PropertyList&
   updateProfileWithID(toProfileIndex, settings);
 }
 
-void MouseMainController::updateValueForSetting(const PropertyList& settings) { updateProfileWithSettings(settings); }
+void MouseMainController::updateValueForSetting(const PropertyList& settings) {
+  updateProfileWithSettings(settings);
+}
 
 void MouseMainController::renameProfileWithProfileID(int profileID, const PropertyList& andSettings) {
   updateProfileWithID(profileID, andSettings);
@@ -157,8 +158,8 @@ void MouseMainController::switchProfileWithID(int profileID) {
 // --- Macros
 
 void MouseMainController::addMacroWithSettings(const PropertyList& macro) {
-  const auto status = statusOf(MessageID::AddMacro, envelope().with(requestKeys::MacroContents, macro),
-                               vorn::addMacroPollInterval);
+  const auto status =
+      statusOf(MessageID::AddMacro, envelope().with(requestKeys::MacroContents, macro), vorn::addMacroPollInterval);
   if (status == 0) reload();
 }
 
@@ -171,8 +172,7 @@ void MouseMainController::deleteMacroAtIndex(int macro) {
 }
 
 void MouseMainController::renameMacroAtIndex(int macro, std::string_view withNewName) {
-  const PropertyList contents =
-      PropertyList::dictionary({{keys::MacroName, withNewName}, {keys::MacroID, macro}});
+  const PropertyList contents = PropertyList::dictionary({{keys::MacroName, withNewName}, {keys::MacroID, macro}});
   if (statusOf(MessageID::RenameMacro, envelope().with(requestKeys::MacroContents, contents)) == 0) reload();
 }
 
@@ -185,9 +185,9 @@ void MouseMainController::getMacroDetailsForMacroAtIndex(int macro) {
 }
 
 PropertyList MouseMainController::getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) {
-  const PropertyList answer = sendAndWait(
-      MessageID::GetMacroEvent,
-      envelope().with(requestKeys::MacroID, macro).with(requestKeys::SequenceIdx, eventIndex));
+  const PropertyList answer =
+      sendAndWait(MessageID::GetMacroEvent,
+                  envelope().with(requestKeys::MacroID, macro).with(requestKeys::SequenceIdx, eventIndex));
   if (answer.isNone()) return PropertyList::dictionary();
   mServices.link.emptySlot();
   return answer[replyKeys::SequenceInMacro].dictionaryOrEmpty();
@@ -203,9 +203,8 @@ void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t ev
 }
 
 void MouseMainController::removeEventAtIndex(int event, int forMacroAtIndex) {
-  statusOf(MessageID::RemoveMacroEvent, envelope()
-                                            .with(requestKeys::MacroID, forMacroAtIndex)
-                                            .with(requestKeys::MacroEventTableIndex, event));
+  statusOf(MessageID::RemoveMacroEvent,
+           envelope().with(requestKeys::MacroID, forMacroAtIndex).with(requestKeys::MacroEventTableIndex, event));
 }
 
 void MouseMainController::removeAllEventsForMacroAtIndex(int macro) {
@@ -227,39 +226,50 @@ void MouseMainController::setNewDelay(int milliseconds, int atMacroEventIndex, i
 }
 
 void MouseMainController::startMacroRecording(bool append, int macroIndex) {
-  statusOf(MessageID::StartMacroRecording, envelope()
-                                               .with(requestKeys::MacroID, macroIndex)
-                                               .with(requestKeys::IsAppendRecording, append ? 1 : 0));
+  statusOf(MessageID::StartMacroRecording,
+           envelope().with(requestKeys::MacroID, macroIndex).with(requestKeys::IsAppendRecording, append ? 1 : 0));
 }
 
-void MouseMainController::stopMacroRecording() { statusOf(MessageID::StopMacroRecording, envelope()); }
+void MouseMainController::stopMacroRecording() {
+  statusOf(MessageID::StopMacroRecording, envelope());
+}
 
 void MouseMainController::saveRecordedEventsForMacroAtIndex(int macro, bool isNewRecording) {
-  const auto status = statusOf(MessageID::SaveRecordedEvents,
-                               envelope()
-                                   .with(requestKeys::MacroID, macro)
-                                   .with(requestKeys::IsAppendRecording, isNewRecording ? 1 : 0));
+  const auto status = statusOf(
+      MessageID::SaveRecordedEvents,
+      envelope().with(requestKeys::MacroID, macro).with(requestKeys::IsAppendRecording, isNewRecording ? 1 : 0));
   if (status == 0) reload();
 }
 
-void MouseMainController::startEditHID() { statusOf(MessageID::StartEditHID, envelope()); }
+void MouseMainController::startEditHID() {
+  statusOf(MessageID::StartEditHID, envelope());
+}
 
-void MouseMainController::startSingleKeyRecording() { statusOf(MessageID::StartSingleKeyRecording, envelope()); }
+void MouseMainController::startSingleKeyRecording() {
+  statusOf(MessageID::StartSingleKeyRecording, envelope());
+}
 
-void MouseMainController::stopSingleKeyRecording() { statusOf(MessageID::StopSingleKeyRecording, envelope()); }
+void MouseMainController::stopSingleKeyRecording() {
+  statusOf(MessageID::StopSingleKeyRecording, envelope());
+}
 
 // --- Device
 
-void MouseMainController::sendQuery(MessageID messageID) { mServices.link.send(envelope(), messageID); }
+void MouseMainController::sendQuery(MessageID messageID) {
+  mServices.link.post(envelope(), messageID);
+}
 
-void MouseMainController::checkBatteryLevel() { sendQuery(MessageID::QueryBatteryLevel); }
+void MouseMainController::checkBatteryLevel() {
+  sendQuery(MessageID::QueryBatteryLevel);
+}
 
-void MouseMainController::checkBatteryStatus() { sendQuery(MessageID::QueryChargingStatus); }
+void MouseMainController::checkBatteryStatus() {
+  sendQuery(MessageID::QueryChargingStatus);
+}
 
 void MouseMainController::releaseVornDeviceInstance() {
-  mServices.link.send(
-      PropertyList::dictionary({{requestKeys::ProductID, static_cast<std::int32_t>(devicePID)}}),
-      MessageID::ReleaseDevice);
+  mServices.link.post(PropertyList::dictionary({{requestKeys::ProductID, static_cast<std::int32_t>(devicePID)}}),
+                      MessageID::ReleaseDevice);
 }
 
 }  // namespace skarn

@@ -47,18 +47,22 @@ void MouseMainController::observe(const std::string& name, void (MouseMainContro
   mNotificationCenter->addObserver(this, name, [this, handler](const Notification& news) { (this->*handler)(news); });
 }
 
+void MouseMainController::observeDeviceAttached(std::int32_t product) {
+  observe(names::deviceAttached(product), &MouseMainController::deviceConnectedNotification);
+}
+
 void MouseMainController::registerNotifications() {
-  observe(names::deviceAttached(vorn::wiredProductID), &MouseMainController::deviceConnectedNotification);
+  observeDeviceAttached(vorn::wiredProductID);
   addObserverDeviceRemoval();
   addObserverProfileUpdate();
   addObserverDPIUpdate();
   addObserverKeymapPressed();
-  observe(names::deviceAttached(vorn::wirelessProductID), &MouseMainController::deviceConnectedNotification);
+  observeDeviceAttached(vorn::wirelessProductID);
 }
 
 void MouseMainController::addObserverDeviceAttachment() {
-  observe(names::deviceAttached(vorn::wiredProductID), &MouseMainController::deviceConnectedNotification);
-  observe(names::deviceAttached(vorn::wirelessProductID), &MouseMainController::deviceConnectedNotification);
+  observeDeviceAttached(vorn::wiredProductID);
+  observeDeviceAttached(vorn::wirelessProductID);
 }
 
 void MouseMainController::removeObserverDeviceAttachment() {
@@ -264,15 +268,22 @@ void MouseMainController::updateBatteryStatus(const PropertyList& info) {
 }
 
 void MouseMainController::chargingBatteryAboutToRun() {
-  const auto step = [this] { QMetaObject::invokeMethod(this, &MouseMainController::runChargingBattery); };
+  const unsigned animation = mChargingAnimation;
+  const auto step = [this, animation] {
+    // A step may still be on its way when its animation has been stopped.
+    QMetaObject::invokeMethod(this, [this, animation] {
+      if (animation == mChargingAnimation) runChargingBattery();
+    });
+  };
   mChargingThread.start(1s, step, true);
 }
 
-void MouseMainController::stopChargingAnimation() { mChargingThread.stop(); }
+void MouseMainController::stopChargingAnimation() {
+  ++mChargingAnimation;
+  mChargingThread.stop();
+}
 
 void MouseMainController::runChargingBattery() {
-  // A step that was under way when the animation stopped.
-  if (!mChargingThread.isRunning()) return;
   if (mBattery->imageName().isEmpty()) mBattery->setImage(QStringLiteral("battery3.png"));
   static const std::pair<QString, QString> steps[] = {
       {QStringLiteral("battery"), QStringLiteral("battery1.png")},

@@ -27,6 +27,8 @@ void NamedImageView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange && !mFileName.isEmpty()) render();
 }
 
-void NamedImageView::render() { setPixmap(tintedImage(mFileName, palette().color(QPalette::WindowText))); }
+void NamedImageView::render() {
+  setPixmap(tintedImage(mFileName, palette().color(QPalette::WindowText)));
+}
 
 }  // namespace skarn

@@ -1,5 +1,6 @@
 #include "app/Sheets.h"
 
+#include <QCloseEvent>
 #include <QFont>
 
 #include "ui_DeviceConnectionSheet.h"
@@ -20,12 +21,17 @@ DeviceConnectionSheet::DeviceConnectionSheet(QWidget* window)
 DeviceConnectionSheet::~DeviceConnectionSheet() = default;
 
 RestoringStateSheet::RestoringStateSheet(QWidget* window)
-    : QDialog(window, Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
+    : QDialog(window, Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
       mUi(std::make_unique<Ui::RestoringStateSheet>()) {
   mUi->setupUi(this);
 }
 
 RestoringStateSheet::~RestoringStateSheet() = default;
+
+void RestoringStateSheet::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  emit closed();
+}
 
 void RestoringStateSheet::begin() {
   mUi->mRestoringStateProgress->start();

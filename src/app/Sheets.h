@@ -26,7 +26,7 @@ class DeviceConnectionSheet : public QDialog {
   std::unique_ptr<Ui::DeviceConnectionSheet> mUi;
 };
 
-// Shown while the settings are fetched at start-up. It cannot be closed by the user.
+// Shown while the settings are fetched at start-up. Escape does not close it; closing it gives the start up.
 class RestoringStateSheet : public QDialog {
   Q_OBJECT
 
@@ -37,8 +37,13 @@ class RestoringStateSheet : public QDialog {
   // Shows the sheet with its indicator turning.
   void begin();
   void end();
-  // Does nothing: neither Escape nor the desktop may close it.
   void reject() override {}
+
+ signals:
+  void closed();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   std::unique_ptr<Ui::RestoringStateSheet> mUi;

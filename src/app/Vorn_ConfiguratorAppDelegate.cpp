@@ -24,7 +24,8 @@ Vorn_ConfiguratorAppDelegate::~Vorn_ConfiguratorAppDelegate() = default;
 void Vorn_ConfiguratorAppDelegate::applicationDidFinishLaunching(const LaunchInformation& launch) {
   mHub.setMMouseMainView(&window);
   const bool waitsInBackground = launch.isDefaultLaunch == false;
-  if (waitsInBackground || !mLink.isEngineAvailable()) mHub.showThatItWaits();
+  // The restoring sheet says it too, but not when it is known that the wait will be long, or without the sheet.
+  if (waitsInBackground || !launch.isDefaultLaunch.has_value() || !mLink.isEngineAvailable()) mHub.showThatItWaits();
   window.show();
   QList<QWidget*> painted{&window};
   if (launch.isDefaultLaunch.has_value()) {
@@ -35,7 +36,7 @@ void Vorn_ConfiguratorAppDelegate::applicationDidFinishLaunching(const LaunchInf
     mStartUpThread = std::jthread([this](std::stop_token stop) { doLoopInBackground(std::move(stop)); });
     return;
   }
-  AfterPaint::run(painted, [this] { initializeDevice(); });
+  AfterPaint::run(painted, this, [this] { initializeDevice(); });
 }
 
 void Vorn_ConfiguratorAppDelegate::initializeDevice() {
@@ -64,7 +65,9 @@ void Vorn_ConfiguratorAppDelegate::doLoopInBackground(std::stop_token stop) {
   handOver->changed.wait(lock, stop, [&] { return handOver->isDone; });
 }
 
-void Vorn_ConfiguratorAppDelegate::applicationWillResignActive() { mHub.checkMacroRecordingStatus(); }
+void Vorn_ConfiguratorAppDelegate::applicationWillResignActive() {
+  mHub.checkMacroRecordingStatus();
+}
 
 void Vorn_ConfiguratorAppDelegate::applicationWillTerminate() {
   mHub.releaseVornDeviceInstance();

@@ -28,8 +28,13 @@ namespace {
 using namespace skarn;
 
 constexpr int exitBadArguments = 2;
+// So that layouts and sheets have come to rest.
+constexpr std::chrono::milliseconds pictureDelay{400};
 
-void report(const std::string& line) { std::cerr << "skarn-configurator: " << line << std::endl; }
+// One write a line: several threads report.
+void report(const std::string& line) {
+  std::cerr << "skarn-configurator: " + line + "\n" << std::flush;
+}
 
 bool hasDisplay(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
@@ -84,20 +89,17 @@ void trace(const char* direction, std::int32_t messageID, const vorn::PropertyLi
 }
 
 // Ends the program when the picture is saved.
-void savePicture(MouseMainWindow& window, const QString& file) {
-  AfterPaint::run({&window}, [&window, file] {
-    // The whole screen, so that sheets are on the picture too.
-    const QPixmap picture = window.screen()->grabWindow(0, window.x(), window.y(), window.width(), window.height());
-    const bool isSaved = !picture.isNull() && picture.save(file, "PNG");
-    report((isSaved ? "picture saved: " : "picture not saved: ") + file.toStdString());
-    QApplication::exit(isSaved ? EXIT_SUCCESS : EXIT_FAILURE);
-  });
-  window.update();
+void savePicture(const MouseMainWindow& window, const QString& file) {
+  // The whole screen, so that sheets are on the picture too.
+  const QPixmap picture = window.screen()->grabWindow(0, window.x(), window.y(), window.width(), window.height());
+  const bool isSaved = !picture.isNull() && picture.save(file, "PNG");
+  report((isSaved ? "picture saved: " : "picture not saved: ") + file.toStdString());
+  QApplication::exit(isSaved ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
 // For measuring the start-up from outside.
 void reportPaint(MouseMainWindow& window) {
-  AfterPaint::run({&window}, [&window] {
+  AfterPaint::run({&window}, &window, [&window] {
     report("window painted: " + std::to_string(window.findChildren<QWidget*>().size() + 1) + " widgets");
   });
   window.update();
@@ -151,7 +153,7 @@ int main(int argc, char** argv) {
   }
   if (!line.picture.isEmpty()) {
     QObject::connect(&delegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, &window,
-                     [&] { savePicture(window, line.picture); });
+                     [&] { QTimer::singleShot(pictureDelay, &window, [&] { savePicture(window, line.picture); }); });
   }
   delegate.applicationDidFinishLaunching(line.launch);
   const int status = QApplication::exec();

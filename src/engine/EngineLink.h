@@ -27,6 +27,9 @@ class EngineLink {
   // Serialises the request and sends it to the engine's port; without a port nothing is sent. The outcome is never
   // told: the result is always sendRequestResult. Any thread; blocks up to sendTimeout.
   virtual int send(const PropertyList& request, MessageID messageID) = 0;
+  // Sends a request that has no answer on the reply port, and does not wait until the engine has taken it either. Any
+  // thread.
+  virtual void post(const PropertyList& request, MessageID messageID) = 0;
   // Polls the slot at most polls times with interval in between and ends as soon as it holds a dictionary; true when
   // it does. One thread at a time, as a rule the main thread.
   virtual bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) = 0;

@@ -47,9 +47,8 @@ enum class MessageID : std::int32_t {
   ReleaseDevice = 38,
 };
 
-// Time-outs of one message and of the wait for its answer.
+// Time-out of one message, there and back, and the wait for its answer.
 inline constexpr std::chrono::milliseconds sendTimeout{2000};
-inline constexpr std::chrono::milliseconds receiveTimeout{2000};
 inline constexpr std::chrono::milliseconds pollInterval{10};
 inline constexpr std::chrono::milliseconds addMacroPollInterval{20};
 inline constexpr int maximumPolls = 601;
@@ -88,7 +87,7 @@ inline constexpr Key SequenceInMacro = "sequenceInMacro";
 
 namespace newsKeys {
 using Key = std::string_view;
-inline constexpr Key SourceApp = "Source App";
+inline constexpr Key SourceApp = requestKeys::SourceApp;
 inline constexpr Key ProfileName = "Profile Name";
 inline constexpr Key UpdatedKeymapProfile = "Updated Keymap Profile";
 inline constexpr Key MessageID = "MessageID";
@@ -104,14 +103,30 @@ inline constexpr Key SingleKeyModif = "singleKeyModif";
 }  // namespace newsKeys
 
 namespace notificationNames {
-inline std::string deviceAttached(std::int32_t product) { return "Device Attached " + std::to_string(product); }
-inline std::string deviceRemoved(std::int32_t product) { return "Device Removed " + std::to_string(product); }
-inline std::string profileUpdated(std::int32_t product) { return "Profile Updated " + std::to_string(product); }
-inline std::string dpiUpdated(std::int32_t product) { return "DPI Updated " + std::to_string(product); }
-inline std::string keymapUpdated(std::int32_t product) { return "Keymap Updated " + std::to_string(product); }
-inline std::string commandReply(std::int32_t product) { return "commandReplyNotification" + std::to_string(product); }
-inline std::string singleKeyEvent(std::int32_t number) { return "SingleKeyEvent" + std::to_string(number); }
-inline std::string macroSequence(std::int32_t number) { return "MacroSequence" + std::to_string(number); }
+inline std::string deviceAttached(std::int32_t product) {
+  return "Device Attached " + std::to_string(product);
+}
+inline std::string deviceRemoved(std::int32_t product) {
+  return "Device Removed " + std::to_string(product);
+}
+inline std::string profileUpdated(std::int32_t product) {
+  return "Profile Updated " + std::to_string(product);
+}
+inline std::string dpiUpdated(std::int32_t product) {
+  return "DPI Updated " + std::to_string(product);
+}
+inline std::string keymapUpdated(std::int32_t product) {
+  return "Keymap Updated " + std::to_string(product);
+}
+inline std::string commandReply(std::int32_t product) {
+  return "commandReplyNotification" + std::to_string(product);
+}
+inline std::string singleKeyEvent(std::int32_t number) {
+  return "SingleKeyEvent" + std::to_string(number);
+}
+inline std::string macroSequence(std::int32_t number) {
+  return "MacroSequence" + std::to_string(number);
+}
 }  // namespace notificationNames
 
 }  // namespace vorn

@@ -78,6 +78,13 @@ int PortEngineLink::send(const PropertyList& request, MessageID messageID) {
   return sendRequest(request, messageID);
 }
 
+void PortEngineLink::post(const PropertyList& request, MessageID messageID) {
+  if (mTrace) mTrace("request", static_cast<std::int32_t>(messageID), request);
+  const std::optional<RemoteMessagePort> port = RemoteMessagePort::lookUp(enginePortName);
+  const std::optional<Bytes> data = VrCoreUtility::convertDictionaryToData(request);
+  if (port && data) port->post(static_cast<std::int32_t>(messageID), *data);
+}
+
 bool PortEngineLink::waitForReply(int polls, std::chrono::milliseconds interval) {
   return mSlot.wait(polls, interval);
 }

@@ -32,6 +32,7 @@ class PortEngineLink : public EngineLink {
 
   bool isEngineAvailable() override;
   int send(const PropertyList& request, MessageID messageID) override;
+  void post(const PropertyList& request, MessageID messageID) override;
   bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
   PropertyList reply() const override;
   void emptySlot() override;

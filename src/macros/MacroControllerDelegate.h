@@ -1,5 +1,5 @@
-// What the Macros tab asks of its owner. Main thread; each call blocks until the engine answered or the wait ended. A macro
-// is named by its index in the list, an event by its row in the details table.
+// What the Macros tab asks of its owner. Main thread; each call blocks until the engine answered or the wait ended. A
+// macro is named by its index in the list, an event by its row in the details table.
 #pragma once
 
 #include <cstdint>

@@ -403,6 +403,8 @@ bool BinaryPropertyListReader::makeShape(KnownShape& known, BytesView references
     if (i == 0 || textOf(sorted.back()) != textOf(key)) {
       sorted.push_back(key);
       if (key != nullptr) addReference(key);
+    } else {
+      mReplaced.push_back(keys[order[i]]);
     }
     if (!ascending) mSlotOrders.back()[order[i]] = static_cast<std::uint32_t>(sorted.size() - 1);
   }

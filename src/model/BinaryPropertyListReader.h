@@ -114,7 +114,7 @@ class BinaryPropertyListReader {
 
   std::array<KnownShape, 64> mShapes;  // found by some of their references; a newer one replaces an older one
   std::deque<std::vector<std::uint32_t>> mSlotOrders;  // a deque, as they are pointed at
-  std::vector<PropertyList> mReplaced;  // values of keys that came again, alive while they may be referred to
+  std::vector<PropertyList> mReplaced;  // keys and values that came again, alive while they may be referred to
 };
 
 }  // namespace vorn::detail

@@ -118,15 +118,6 @@ PropertyList makeArray(Range&& elements) {
   return NodeAccess::make(PropertyList::Type::Array, node);
 }
 
-// A copy of the container with the same number of values, in storage of its own.
-ContainerNode* duplicate(const ContainerNode* original) {
-  ContainerNode* node = NodeAccess::newArray(original->count);
-  if (original->shape != nullptr) NodeAccess::retain(original->shape);
-  node->shape = original->shape;
-  std::copy_n(original->values(), original->count, node->values());
-  return node;
-}
-
 }  // namespace
 
 PropertyList::PropertyList(std::string_view text)
@@ -240,10 +231,13 @@ PropertyList PropertyList::arrayOrEmpty() const {
 }
 
 PropertyList PropertyList::with(std::string_view key, PropertyList value) const {
-  const std::size_t count = isDictionary() ? size() : 0;
-  const std::size_t index = count != 0 ? NodeAccess::shape(*this)->find(key) : 0;
+  Shape* shape = isDictionary() ? NodeAccess::shape(*this) : nullptr;
+  const std::size_t count = shape != nullptr ? shape->count : 0;
+  const std::size_t index = shape != nullptr ? shape->find(key) : 0;
   if (index < count) {
-    ContainerNode* node = duplicate(NodeAccess::container(*this));
+    NodeAccess::retain(shape);
+    ContainerNode* node = NodeAccess::newDictionary(shape);
+    std::copy_n(NodeAccess::container(*this)->values(), count, node->values());
     node->values()[index] = std::move(value);
     return NodeAccess::make(Type::Dictionary, node);
   }
@@ -293,8 +287,10 @@ PropertyList PropertyList::appending(PropertyList element) const {
 }
 
 PropertyList PropertyList::replacing(std::int64_t index, PropertyList element) const {
-  if (index < 0 || static_cast<std::uint64_t>(index) >= elements().size()) return arrayOrEmpty();
-  ContainerNode* node = duplicate(NodeAccess::container(*this));
+  const std::span<const PropertyList> old = elements();
+  if (index < 0 || static_cast<std::uint64_t>(index) >= old.size()) return arrayOrEmpty();
+  ContainerNode* node = NodeAccess::newArray(old.size());
+  std::copy(old.begin(), old.end(), node->values());
   node->values()[index] = std::move(element);
   return NodeAccess::make(Type::Array, node);
 }

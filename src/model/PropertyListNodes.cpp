@@ -26,7 +26,7 @@ constexpr bool slabsInUse = !__has_feature(address_sanitizer);
 constexpr bool slabsInUse = true;
 #endif
 
-constexpr std::size_t slabSize = 16 * 1024;
+constexpr std::size_t slabSize = std::size_t{16} * 1024;
 // What is larger than this has memory of its own, so that no slab is kept for it and none is left half empty.
 constexpr std::size_t largestInSlab = 1024;
 
@@ -172,7 +172,7 @@ TextNode* NodeAccess::newText(std::string_view text) {
 }
 
 Shape* NodeAccess::newShape(std::span<TextNode* const> sortedKeys, SlabAllocator* slabs) {
-  Shape* shape = allocate<Shape>(sortedKeys.size(), sizeof(TextNode*), slabs);
+  Shape* shape = allocate<Shape>(sortedKeys.size(), sizeof(void*), slabs);
   std::copy(sortedKeys.begin(), sortedKeys.end(), shape->keys());
   return shape;
 }

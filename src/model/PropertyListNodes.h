@@ -7,6 +7,7 @@
 #pragma once
 
 #include <atomic>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -127,7 +128,7 @@ class NodeAccess {
   static std::uint64_t addressBits(Node* node) noexcept { return reinterpret_cast<std::uintptr_t>(node); }
   template <typename T>
   static T* nodeAt(std::uint64_t bits) noexcept {
-    return static_cast<T*>(reinterpret_cast<Node*>(static_cast<std::uintptr_t>(bits)));
+    return static_cast<T*>(std::bit_cast<Node*>(static_cast<std::uintptr_t>(bits)));
   }
 };
 

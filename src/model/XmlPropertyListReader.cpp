@@ -27,8 +27,12 @@ Element elementNamed(std::string_view name) noexcept {
   return Element::Unknown;
 }
 
+bool isContainer(Element element) noexcept {
+  return element == Element::Dict || element == Element::Array;
+}
+
 bool holdsElements(Element element) noexcept {
-  return element == Element::Plist || element == Element::Dict || element == Element::Array;
+  return element == Element::Plist || isContainer(element);
 }
 
 class XmlReader {
@@ -89,8 +93,7 @@ class XmlReader {
     if (element == Element::Plist ? !mOpen.empty() : !placeFor(element)) {
       return fail(std::string(name) + " is not expected here");
     }
-    // The plist element itself is no level of the value.
-    if (mOpen.size() > maximumDepth) return fail("the property list is nested too deeply");
+    if (isContainer(element) && ++mDepth > maximumDepth) return fail("the property list is nested too deeply");
     if (++mElements > maximumExpandedCount) return fail("the property list has too many elements");
     mOpen.push_back({element, {}, {}});
     mText.clear();
@@ -117,6 +120,7 @@ class XmlReader {
     if (!mError.empty()) return;
     Open open = std::move(mOpen.back());
     mOpen.pop_back();
+    if (isContainer(open.element)) --mDepth;
     if (open.element == Element::Key) {
       mOpen.back().keys.push_back(std::move(mText));
       mText.clear();
@@ -189,6 +193,7 @@ class XmlReader {
   std::vector<Open> mOpen;
   std::string mText;
   std::size_t mElements = 0;
+  std::size_t mDepth = 0;  // open arrays and dictionaries
   std::optional<PropertyList> mResult;
   std::string mError;
 };

@@ -59,7 +59,8 @@ void StageChip::paintEvent(QPaintEvent*) {
   }
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
   painter.setFont(shownFont(mIsCurrent));
-  const int room = rect().width() - 2 * sidePadding;
+  // A chip in its natural width keeps its whole text, however the font rounds.
+  const int room = rect().width() - sidePadding;
   const QString shown = QFontMetrics(painter.font()).elidedText(text(), Qt::ElideMiddle, room);
   style()->drawItemText(&painter, rect(), Qt::AlignCenter, palette(), isEnabled(), shown, foregroundRole());
 }

@@ -40,8 +40,8 @@ class BusConnection {
   // loop can arrange for process() to run. It must not call process() itself.
   void setQueuedHandler(std::function<void()> handler);
 
-  sd_bus* handle() const;          // null when closed; owned by the connection
-  void announceQueuedMessages();   // called by src/ports after each blocking call
+  sd_bus* handle() const;         // null when closed; owned by the connection
+  void announceQueuedMessages();  // called by src/ports after each blocking call
 
  private:
   BusConnection();

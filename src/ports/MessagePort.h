@@ -45,16 +45,16 @@ class LocalMessagePort {
  public:
   struct Message {
     std::int32_t messageID = 0;
-    BytesView data;             // valid during the call
-    std::string_view sender;    // unique bus name of the sending connection
+    BytesView data;           // valid during the call
+    std::string_view sender;  // unique bus name of the sending connection
   };
   // Runs on the thread that created the port, from its run loop. What it returns goes back to the sender.
   using Callback = std::function<Bytes(const Message&)>;
 
   enum class Failure { NoBus, NameTaken, InvalidName, Other };
 
-  static std::unique_ptr<LocalMessagePort> create(std::string_view name, Callback callback,
-                                                  Failure* failure = nullptr, std::string* error = nullptr);
+  static std::unique_ptr<LocalMessagePort> create(std::string_view name, Callback callback, Failure* failure = nullptr,
+                                                  std::string* error = nullptr);
   ~LocalMessagePort();
   LocalMessagePort(const LocalMessagePort&) = delete;
   LocalMessagePort& operator=(const LocalMessagePort&) = delete;

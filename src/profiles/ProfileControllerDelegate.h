@@ -1,5 +1,5 @@
-// What the Profiles tab asks of its owner. Main thread; each call blocks until the engine answered or the wait ended, and
-// is followed by a reload of the tab. A profile ID is the profile's index in the list.
+// What the Profiles tab asks of its owner. Main thread; each call blocks until the engine answered or the wait ended,
+// and is followed by a reload of the tab. A profile ID is the profile's index in the list.
 #pragma once
 
 #include "model/PropertyList.h"

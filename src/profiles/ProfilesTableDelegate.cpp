@@ -1,6 +1,5 @@
 #include "profiles/ProfilesTableDelegate.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <QStyle>
 
@@ -18,7 +17,7 @@ constexpr int dotFromRight = 8;
 
 void ProfilesTableDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   RowDelegate::initStyleOption(option, index);
-  // The box is drawn here, in the middle of its cell.
+  // The state is drawn here, in words, in the middle of its cell.
   option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
   if (index.column() == ProfilesTableModel::Name && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     option->font.setWeight(QFont::DemiBold);
@@ -29,7 +28,6 @@ void ProfilesTableDelegate::initStyleOption(QStyleOptionViewItem* option, const 
 void ProfilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                   const QModelIndex& index) const {
   RowDelegate::paint(painter, option, index);
-  const QWidget* view = option.widget;
   if (index.column() == ProfilesTableModel::Id && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
@@ -43,15 +41,9 @@ void ProfilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
     painter->restore();
   }
   if (index.column() == ProfilesTableModel::AutoSwitch) {
-    const QStyle* style = view ? view->style() : QApplication::style();
-    QStyleOptionButton box;
-    box.palette = option.palette;
-    box.state = QStyle::State_Enabled & option.state;
-    box.state |= index.data(Qt::CheckStateRole).toInt() == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
-    const QSize size(style->pixelMetric(QStyle::PM_IndicatorWidth, &box, view),
-                     style->pixelMetric(QStyle::PM_IndicatorHeight, &box, view));
-    box.rect = QStyle::alignedRect(option.direction, Qt::AlignCenter, size, option.rect);
-    style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, view);
+    painter->setPen(option.palette.color(option.state & QStyle::State_Enabled ? QPalette::Normal : QPalette::Disabled,
+                                         QPalette::Text));
+    painter->drawText(option.rect, Qt::AlignCenter, index.data(Qt::AccessibleTextRole).toString());
   }
 }
 

@@ -1,4 +1,4 @@
-// Draws the cells of the profiles table: the active row's dot beside its number, and auto switch as a centred box.
+// Draws the cells of the profiles table: the active row's dot beside its number, and auto switch in words.
 #pragma once
 
 #include "widgets/RowDelegate.h"

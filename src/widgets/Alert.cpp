@@ -1,8 +1,17 @@
 #include "widgets/Alert.h"
 
+#include <QLabel>
 #include <QPushButton>
 
+#include "widgets/SkarnStyle.h"
+
 namespace skarn {
+
+namespace {
+
+constexpr int leastTextWidth = 320;
+
+}  // namespace
 
 Alert::Alert(QWidget* window) : QMessageBox(window) {
   setObjectName(QStringLiteral("alert"));
@@ -12,11 +21,23 @@ Alert::Alert(QWidget* window) : QMessageBox(window) {
   setTextFormat(Qt::PlainText);
 }
 
+void Alert::layOutTexts() {
+  // The labels are the message box's own and have these names in every version of Qt 5 and 6.
+  if (auto* title = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+    title->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("title"));
+  }
+  if (auto* description = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
+    description->setTextFormat(Qt::PlainText);
+    description->setMinimumWidth(leastTextWidth);
+  }
+}
+
 Alert* Alert::show(QWidget* window, const QString& message, const QString& informativeText, const QStringList& buttons,
                    Ended ended) {
   auto* alert = new Alert(window);
   alert->setText(message);
   alert->setInformativeText(informativeText);
+  alert->layOutTexts();
   QList<QPushButton*> made;
   for (const QString& title : buttons) {
     QString shown = title;

@@ -26,6 +26,7 @@ class Alert : public QMessageBox {
 
  private:
   explicit Alert(QWidget* window);
+  void layOutTexts();
 };
 
 }  // namespace skarn

@@ -1,10 +1,14 @@
 #include "widgets/SkarnStyle.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QEvent>
 #include <QGroupBox>
+#include <QIcon>
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmap>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QTableView>
@@ -19,6 +23,7 @@ constexpr qreal titleScale = 1.1;
 constexpr qreal captionScale = 0.92;
 constexpr qreal readoutScale = 2.2;
 constexpr int titleGap = 8;
+constexpr int pageMargin = 24;
 constexpr int tabSidePadding = 24;
 constexpr int tabVerticalPadding = 20;
 constexpr int underlineHeight = 3;
@@ -121,12 +126,28 @@ void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
   painter->restore();
 }
 
+// A triangle with an exclamation mark, in lines.
+QIcon warningIcon(const QPalette& palette, qreal devicePixelRatio) {
+  constexpr int side = 40;
+  QPixmap pixmap(QSize(side, side) * devicePixelRatio);
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(palette.color(QPalette::WindowText), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolygon(QPolygonF({{20, 5}, {36, 34}, {4, 34}}));
+  painter.drawLine(QPointF(20, 15), QPointF(20, 23));
+  painter.drawPoint(QPointF(20, 28.5));
+  return QIcon(pixmap);
+}
+
 }  // namespace
 
 SkarnStyle::SkarnStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("fusion"))) {}
 
 void SkarnStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
+  if (qobject_cast<QDialog*>(widget)) widget->installEventFilter(this);
   if (auto* label = qobject_cast<QLabel*>(widget)) {
     const QVariant role = label->property(textRoleProperty);
     if (role.isValid()) applyTextRole(*label, role.toString());
@@ -267,6 +288,13 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
   }
 }
 
+QRect SkarnStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  // The first tab's text stands at the page's margin.
+  if (element == SE_TabWidgetTabBar) return rect.adjusted(pageMargin - tabSidePadding / 2, 0, 0, 0);
+  return rect;
+}
+
 int SkarnStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   switch (metric) {
     case PM_IndicatorWidth:
@@ -301,6 +329,27 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     default:
       return QProxyStyle::styleHint(hint, option, widget, result);
   }
+}
+
+void SkarnStyle::unpolish(QWidget* widget) {
+  widget->removeEventFilter(this);
+  QProxyStyle::unpolish(widget);
+}
+
+bool SkarnStyle::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Paint) {
+    if (auto* dialog = qobject_cast<QDialog*>(watched)) {
+      QPainter painter(dialog);
+      painter.setPen(QPen(dialog->palette().color(QPalette::Mid), 1));
+      painter.drawRect(dialog->rect().adjusted(0, 0, -1, -1));
+    }
+  }
+  return QProxyStyle::eventFilter(watched, event);
+}
+
+QIcon SkarnStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+  if (icon != SP_MessageBoxWarning) return QProxyStyle::standardIcon(icon, option, widget);
+  return warningIcon(widget ? widget->palette() : qApp->palette(), widget ? widget->devicePixelRatioF() : 1);
 }
 
 }  // namespace skarn

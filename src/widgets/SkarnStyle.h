@@ -25,6 +25,8 @@ class SkarnStyle : public QProxyStyle {
 
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;
+  void unpolish(QWidget* widget) override;
+  using QProxyStyle::unpolish;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget = nullptr) const override;
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -35,10 +37,17 @@ class SkarnStyle : public QProxyStyle {
                          const QWidget* widget = nullptr) const override;
   QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
                        const QWidget* widget = nullptr) const override;
+  QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget = nullptr) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option = nullptr,
                   const QWidget* widget = nullptr) const override;
   int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
                 QStyleHintReturn* result = nullptr) const override;
+  QIcon standardIcon(StandardPixmap standardIcon, const QStyleOption* option = nullptr,
+                     const QWidget* widget = nullptr) const override;
+
+ protected:
+  // Frames dialogs with a hairline: sheets have no border of their own on desktops that draw none.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 }  // namespace skarn

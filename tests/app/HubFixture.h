@@ -61,8 +61,6 @@ inline vorn::PropertyList statusAnswer(const vorn::PropertyList& status) {
 }
 
 struct HubFixture {
-  HubFixture() { installTranslations(QStringLiteral("en")); }
-
   HubServices services() {
     return {.link = link,
             .notifications = notifications,
@@ -95,6 +93,15 @@ struct HubFixture {
     const auto* found = window.findChild<QLabel*>(QLatin1String(label));
     return found ? found->text() : QStringLiteral("(no label %1)").arg(QLatin1String(label));
   }
+  // The names of the pages that are as they are while a mouse is connected.
+  QStringList enabledPages() {
+    QStringList enabled;
+    for (int i = 0; i < window.ui().mMouseTabView->count(); ++i) {
+      const QWidget* page = window.ui().mMouseTabView->widget(i);
+      if (page->toolTip().isEmpty()) enabled << page->objectName();
+    }
+    return enabled;
+  }
   QWidget* page(const char* name) { return window.findChild<QWidget*>(QLatin1String(name)); }
   QDialog* sheet(const char* name) { return window.findChild<QDialog*>(QLatin1String(name)); }
   bool isShown(const char* sheetName) {
@@ -102,6 +109,7 @@ struct HubFixture {
     return found != nullptr && found->isVisible();
   }
 
+  const bool hasTexts = installTranslations(QStringLiteral("en"));  // before the window takes its texts
   ScriptedLink link;
   RecordingNotificationCenter notifications;
   std::vector<std::string> opened;

@@ -48,6 +48,10 @@ class ScriptedLink : public vorn::EngineLink {
     if (found != mAnswers.end() && !found->second.isNone()) mSlot = found->second;
     return vorn::sendRequestResult;
   }
+  void post(const vorn::PropertyList& request, vorn::MessageID messageID) override {
+    requests.push_back({messageID, request});
+    if (onSend) onSend(requests.back());
+  }
   bool waitForReply(int polls, std::chrono::milliseconds interval) override {
     if (!mSlot.isNone()) return true;
     unansweredWaits.push_back({polls, interval});

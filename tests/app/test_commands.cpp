@@ -104,8 +104,8 @@ const std::vector<Command>& commands() {
        request({{"delay", 999999}, {"sequenceIdx", 5}, {"macroID", 3}}), Follow::Nothing},
       {"start single-key recording", MessageID::StartSingleKeyRecording,
        [](Hub& hub) { hub.startSingleKeyRecording(); }, request({}), Follow::Nothing},
-      {"stop single-key recording", MessageID::StopSingleKeyRecording,
-       [](Hub& hub) { hub.stopSingleKeyRecording(); }, request({}), Follow::Nothing},
+      {"stop single-key recording", MessageID::StopSingleKeyRecording, [](Hub& hub) { hub.stopSingleKeyRecording(); },
+       request({}), Follow::Nothing},
       {"start editing a key event", MessageID::StartEditHID, [](Hub& hub) { hub.startEditHID(); }, request({}),
        Follow::Nothing},
   };
@@ -129,8 +129,29 @@ Shown shown(HubFixture& fixture) {
           ui.MouseMacrosController->mMacrosSettingsArray()};
 }
 
-const PropertyList oldBundle() { return bundleWith({"Work", "Play", "Draw"}, {"One", "Two", "Three", "Four"}, 1); }
-const PropertyList newBundle() { return bundleWith({"Alpha", "Beta"}, {"Five"}, 0); }
+const PropertyList oldBundle() {
+  return bundleWith({"Work", "Play", "Draw"}, {"One", "Two", "Three", "Four"}, 1);
+}
+const PropertyList newBundle() {
+  return bundleWith({"Alpha", "Beta"}, {"Five"}, 0);
+}
+
+struct KeyAssignment {
+  const char* identifier;
+  int command;
+  int param1;
+};
+// The bundle with these assignments in the keys of its first profile.
+PropertyList withAssignments(const PropertyList& bundle, std::initializer_list<KeyAssignment> assignments) {
+  const PropertyList& profiles = bundle[keys::Profiles];
+  PropertyList group = profiles.at(0)[keys::Keys];
+  for (const auto& assignment : assignments) {
+    group = group.with(assignment.identifier, PropertyList::dictionary({{keys::Command, assignment.command},
+                                                                        {keys::Param1, assignment.param1},
+                                                                        {keys::Param2, 0}}));
+  }
+  return bundle.with(keys::Profiles, profiles.replacing(0, profiles.at(0).with(keys::Keys, group)));
+}
 
 }  // namespace
 
@@ -299,8 +320,9 @@ void CommandsTest::deleting_a_profile_switches_to_the_one_before() {
   QFETCH(int, next);
   HubFixture fixture;
   fixture.startConnected(oldBundle());
-  fixture.link.answer(MessageID::DeleteProfile, changeAnswer(newBundle()));
-  fixture.link.answer(MessageID::SwitchProfile, changeAnswer(newBundle()));
+  const PropertyList assigned = withAssignments(newBundle(), {{"43", 17, deleted}, {"20", 10, 0}, {"26", 17, 0}});
+  fixture.link.answer(MessageID::DeleteProfile, changeAnswer(assigned));
+  fixture.link.answer(MessageID::SwitchProfile, changeAnswer(assigned));
   fixture.link.answer(MessageID::ReplaceAllProfiles, changeAnswer(newBundle()));
   fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(newBundle()));
   bool wasBusy = false;
@@ -318,6 +340,11 @@ void CommandsTest::deleting_a_profile_switches_to_the_one_before() {
   QVERIFY(order == expected);
   QVERIFY(fixture.link.requests[0].body == request({{"ProfileID", deleted}}));
   QVERIFY(fixture.link.requests[1].body == request({{"ProfileID", next}}));
+  // What pointed at the deleted profile, or beyond the two that are left, is put back; the macro stays.
+  PropertyList cleaned = newBundle();
+  cleaned = withAssignments(cleaned, {{"20", 10, 0}});
+  if (deleted != 0) cleaned = withAssignments(cleaned, {{"26", 17, 0}});
+  QVERIFY(fixture.link.requests[2].body == request({{"AllProfiles", cleaned[keys::Profiles]}}));
   QVERIFY(wasBusy);
   QVERIFY(wasDisabled);
   QVERIFY(!fixture.window.ui().mBusyIndicator->isRunning());
@@ -341,7 +368,8 @@ void CommandsTest::deleting_a_macro_cleans_its_assignments_and_loads_the_setting
   fixture.startConnected(oldBundle());
   fixture.link.answer(MessageID::DeleteMacro, statusAnswer(0));
   fixture.link.answer(MessageID::ReplaceAllProfiles, changeAnswer(newBundle()));
-  fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(newBundle()));
+  const PropertyList assigned = withAssignments(newBundle(), {{"43", 10, 2}, {"20", 10, 0}, {"26", 17, 2}});
+  fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(assigned));
   fixture.hub().deleteMacroAtIndex(2);
   std::vector<MessageID> order;
   for (const auto& sent : fixture.link.requests) order.push_back(sent.messageID);
@@ -349,6 +377,8 @@ void CommandsTest::deleting_a_macro_cleans_its_assignments_and_loads_the_setting
                                         MessageID::ReplaceAllProfiles, MessageID::GetAllSettings};
   QVERIFY(order == expected);
   QVERIFY(fixture.link.requests[0].body == request({{"macroID", 2}}));
+  const PropertyList cleaned = withAssignments(newBundle(), {{"20", 10, 0}, {"26", 17, 2}});
+  QVERIFY(fixture.link.requests[2].body == request({{"AllProfiles", cleaned[keys::Profiles]}}));
 }
 
 void CommandsTest::one_macro_event_is_returned_as_the_engine_gave_it() {
@@ -377,10 +407,9 @@ void CommandsTest::the_change_note_names_profile_bundle_and_application() {
   fixture.startConnected(oldBundle());
   fixture.link.answer(MessageID::UpdateProfile, changeAnswer(newBundle()));
   fixture.hub().updateProfileWithID(0, record());
-  QVERIFY(fixture.hub().changeNote() ==
-          PropertyList::dictionary({{"Profile Name", "Draw"},
-                                    {"AllDevSettings", newBundle()},
-                                    {"Source App", "org.vorn.SkarnConfigurator"}}));
+  QVERIFY(fixture.hub().changeNote() == PropertyList::dictionary({{"Profile Name", "Draw"},
+                                                                  {"AllDevSettings", newBundle()},
+                                                                  {"Source App", "org.vorn.SkarnConfigurator"}}));
   fixture.link.answer(MessageID::SwitchProfile, changeAnswer(newBundle()));
   fixture.hub().switchProfileWithID(1);
   QVERIFY(fixture.hub().changeNote()["Profile Name"] == PropertyList("Beta"));

@@ -3,6 +3,8 @@
 #include <QTest>
 #include <condition_variable>
 #include <mutex>
+#include <set>
+#include <thread>
 
 #include "HubFixture.h"
 #include "app/NamedImageView.h"
@@ -15,10 +17,16 @@ namespace keys = vorn::keys;
 
 namespace {
 
-PropertyList oldBundle() { return bundleWith({"Work"}); }
-PropertyList newBundle() { return bundleWith({"Play"}); }
+PropertyList oldBundle() {
+  return bundleWith({"Work"});
+}
+PropertyList newBundle() {
+  return bundleWith({"Play"});
+}
 
-PropertyList source(const char* application) { return PropertyList::dictionary({{"Source App", application}}); }
+PropertyList source(const char* application) {
+  return PropertyList::dictionary({{"Source App", application}});
+}
 
 PropertyList queryAnswer(int messageID, std::initializer_list<PropertyList::Pair> entries = {}) {
   return PropertyList::dictionary({{"MessageID", messageID}}).merging(PropertyList::dictionary(entries));
@@ -67,6 +75,8 @@ class NewsTest : public QObject {
   void after_a_removal_the_first_charging_status_is_handled_again();
   void charging_steps_the_icon_once_a_second_and_stops_on_battery();
   void no_battery_clears_the_icon();
+  void a_step_of_the_animation_follows_the_current_picture_data();
+  void a_step_of_the_animation_follows_the_current_picture();
   void a_failing_firmware_answer_without_a_version_keeps_the_query_running();
   void a_failing_firmware_answer_with_a_version_ends_the_query_and_shows_nothing();
   void the_battery_status_is_asked_for_every_ten_seconds_by_its_own_thread();
@@ -86,10 +96,10 @@ void NewsTest::each_observer_is_added_and_removed_by_its_own_name() {
   hub.addObserverDPIUpdate();
   hub.removeObserverKeymapPressed();
   hub.addObserverKeymapPressed();
-  const std::vector<std::string> expected{
-      "-Device Attached 273", "-Device Attached 0",  "+Device Attached 273", "+Device Attached 0",
-      "-Device Removed 273",  "+Device Removed 273", "-Profile Updated 273", "+Profile Updated 273",
-      "-DPI Updated 273",     "+DPI Updated 273",    "-Keymap Updated 273",  "+Keymap Updated 273"};
+  const std::vector<std::string> expected{"-Device Attached 273", "-Device Attached 0",   "+Device Attached 273",
+                                          "+Device Attached 0",   "-Device Removed 273",  "+Device Removed 273",
+                                          "-Profile Updated 273", "+Profile Updated 273", "-DPI Updated 273",
+                                          "+DPI Updated 273",     "-Keymap Updated 273",  "+Keymap Updated 273"};
   QVERIFY(log == expected);
 }
 
@@ -176,13 +186,14 @@ void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings() {
   base.notifications.post("Device Attached " + std::to_string(product), "", {});
   QVERIFY(!base.isShown("mDeviceConnectionWindow"));
   QVERIFY(!base.window.ui().mStateStrip->isVisible());
+  QCOMPARE(base.enabledPages().size(), 6);
   QVERIFY(base.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
   QCOMPARE(base.window.ui().mHeaderProfileName->text(), QStringLiteral("Play"));
   QCOMPARE(base.window.ui().mDeviceConnectivity->imageName(), picture);
   QCOMPARE(base.hub().mIsWiredDevice(), isWired);
   QCOMPARE(base.hub().mDevicePID(), static_cast<std::uint32_t>(product));
-  const PropertyList envelope = PropertyList::dictionary(
-      {{"ProductID", product}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}});
+  const PropertyList envelope =
+      PropertyList::dictionary({{"ProductID", product}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}});
   const std::vector<ScriptedLink::Request> expected{{MessageID::GetAllSettings, envelope},
                                                     {MessageID::QueryFirmwareVersion, envelope}};
   QVERIFY(base.link.requests == expected);
@@ -213,6 +224,7 @@ void NewsTest::a_removal_disables_the_tabs_and_shows_the_connection_sheet() {
   QVERIFY(fixture.battery().isEmpty());
   QVERIFY(fixture.connectivity().isEmpty());
   QCOMPARE(fixture.hub().mBatteryStatus(), 255U);
+  QCOMPARE(fixture.enabledPages(), QStringList());
   QVERIFY(!fixture.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
   QVERIFY(fixture.link.requests.empty());
   const std::vector<std::string> log{"-Device Removed 273", "+Device Removed 273"};
@@ -248,7 +260,7 @@ void NewsTest::the_battery_level_shows_one_two_or_three_bars_data() {
   QTest::newRow("67") << 67 << "battery2";
   QTest::newRow("68") << 68 << "battery3";
   QTest::newRow("100") << 100 << "battery3";
-  QTest::newRow("101 leaves it") << 101 << "";
+  QTest::newRow("101 leaves two bars") << 101 << "battery2";
   QTest::newRow("negative") << -1 << "battery1";
 }
 
@@ -256,6 +268,8 @@ void NewsTest::the_battery_level_shows_one_two_or_three_bars() {
   QFETCH(int, percent);
   QFETCH(QString, picture);
   Connected fixture;
+  fixture.level(50);
+  QCOMPARE(fixture.battery(), QStringLiteral("battery2"));
   fixture.level(percent);
   QCOMPARE(fixture.battery(), picture);
 }
@@ -286,13 +300,13 @@ void NewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
     std::mutex mutex;
     std::condition_variable_any changed;
     int permits = 0;
-    int threads = 0;
+    std::set<std::thread::id> threads;
   } charging;
   HubFixture fixture;
   fixture.sleep = [&charging](std::stop_token stop, std::chrono::milliseconds interval) {
     std::unique_lock lock(charging.mutex);
     const bool isOurs = interval == std::chrono::seconds(1);
-    if (isOurs && charging.permits == 0) ++charging.threads;
+    if (isOurs) charging.threads.insert(std::this_thread::get_id());
     charging.changed.wait(lock, stop, [&] { return isOurs && charging.permits > 0; });
     if (stop.stop_requested()) return false;
     --charging.permits;
@@ -318,6 +332,10 @@ void NewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
     QVERIFY(shows(picture));
   }
   status(1);
+  {
+    const std::lock_guard lock(charging.mutex);
+    QCOMPARE(charging.threads.size(), std::size_t{1});
+  }
   status(0);
   QCOMPARE(fixture.link.requests.back().messageID, MessageID::QueryBatteryLevel);
   fixture.notifications.post("commandReplyNotification273", "", queryAnswer(15, {{"BatteryPercentLevel", 50}}));
@@ -325,6 +343,28 @@ void NewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
   letOnePass();
   QTest::qWait(0);
   QCOMPARE(battery->imageName(), QStringLiteral("battery2"));
+}
+
+void NewsTest::a_step_of_the_animation_follows_the_current_picture_data() {
+  QTest::addColumn<QString>("from");
+  QTest::addColumn<QString>("to");
+  QTest::newRow("nothing counts as full") << ""
+                                          << "battery";
+  QTest::newRow("full") << "battery3.png"
+                        << "battery";
+  QTest::newRow("empty") << "battery.png"
+                         << "battery1";
+  QTest::newRow("any other picture stays") << "usb.png"
+                                           << "usb";
+}
+
+void NewsTest::a_step_of_the_animation_follows_the_current_picture() {
+  QFETCH(QString, from);
+  QFETCH(QString, to);
+  Connected fixture;
+  if (!from.isEmpty()) fixture.window.ui().mBattery->setImage(from);
+  fixture.hub().runChargingBattery();
+  QCOMPARE(fixture.battery(), to);
 }
 
 void NewsTest::no_battery_clears_the_icon() {

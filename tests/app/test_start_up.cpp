@@ -3,6 +3,7 @@
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <condition_variable>
 #include <mutex>
 
@@ -21,13 +22,12 @@ namespace requestKeys = vorn::requestKeys;
 namespace {
 
 PropertyList registration() {
-  return PropertyList::dictionary(
-      {{requestKeys::ProductName, "Skarn"},
-       {requestKeys::ProductID, 273},
-       {requestKeys::ResponseMsgPortName, "SkarnConfiguratorReplyPort"},
-       {requestKeys::IsDeviceWired, 1},
-       {requestKeys::DefaultVrPlistPath,
-        Bundle::mainBundle().resourcePath(QStringLiteral("Skarn.plist")).toStdString()}});
+  return PropertyList::dictionary({{requestKeys::ProductName, "Skarn"},
+                                   {requestKeys::ProductID, 273},
+                                   {requestKeys::ResponseMsgPortName, "SkarnConfiguratorReplyPort"},
+                                   {requestKeys::IsDeviceWired, 1},
+                                   {requestKeys::DefaultVrPlistPath,
+                                    Bundle::mainBundle().resourcePath(QStringLiteral("Skarn.plist")).toStdString()}});
 }
 
 PropertyList envelope() {
@@ -35,7 +35,9 @@ PropertyList envelope() {
       {{requestKeys::ProductID, 273}, {requestKeys::ResponseMsgPortName, "SkarnConfiguratorReplyPort"}});
 }
 
-QMessageBox* alertOf(QWidget& window) { return window.findChild<QMessageBox*>(QStringLiteral("alert")); }
+QMessageBox* alertOf(QWidget& window) {
+  return window.findChild<QMessageBox*>(QStringLiteral("alert"));
+}
 
 // Sleeps that the test lets pass one by one.
 struct SteppedSleep {
@@ -107,6 +109,9 @@ class StartUpTest : public QObject {
   void a_firmware_version_that_is_unknown_for_lack_of_a_device_is_not_asked_for();
   void quitting_releases_the_device_with_its_product_only_and_waits_for_nothing();
   void closing_the_last_window_ends_the_program();
+  void closing_the_restoring_sheet_gives_the_start_up();
+  void the_tabs_outlive_the_hub();
+  void leaving_the_application_ends_a_recording_under_way();
   void a_bundle_of_any_shape_shows_empty_values_data();
   void a_bundle_of_any_shape_shows_empty_values();
   void the_default_profile_is_the_first_of_the_file_whatever_profile_it_calls_active();
@@ -184,6 +189,7 @@ void StartUpTest::a_registered_device_shows_the_engines_settings_in_every_tab() 
   QCOMPARE(ui.MouseMacrosController->mMacrosWindow(), &fixture.window);
   QCOMPARE(ui.MouseMaintenanceController->mMaintenanceWindow(), &fixture.window);
 
+  QCOMPARE(fixture.enabledPages().size(), 6);
   QVERIFY(!fixture.isShown("mRestoringStateWindow"));
   QVERIFY(!fixture.isShown("mDeviceConnectionWindow"));
   QVERIFY(alertOf(fixture.window) == nullptr);
@@ -229,14 +235,13 @@ void StartUpTest::a_refused_registration_shows_the_first_default_profile_disable
   QVERIFY(fixture.hub().mMacrosArray() == factorySettings()[keys::Macros]);
   QVERIFY(fixture.hub().mDeviceSettingsDict() == PropertyList::dictionary());
   QCOMPARE(fixture.hub().mFirmwareVersionString(), std::string("-"));
+  QCOMPARE(fixture.enabledPages(), QStringList());
   QVERIFY(fixture.isShown("mDeviceConnectionWindow"));
   QVERIFY(!fixture.isShown("mRestoringStateWindow"));
   QVERIFY(fixture.window.ui().mStateStrip->isVisible());
   QCOMPARE(fixture.window.ui().mStateStrip->text(), localized("lkeyStateNoDevice"));
 
-  fixture.sheet("mDeviceConnectionWindow")
-      ->findChild<QAbstractButton*>(QStringLiteral("mDeviceConnectionOK"))
-      ->click();
+  fixture.sheet("mDeviceConnectionWindow")->findChild<QAbstractButton*>(QStringLiteral("mDeviceConnectionOK"))->click();
   QVERIFY(!fixture.isShown("mDeviceConnectionWindow"));
   QVERIFY(fixture.window.ui().mStateStrip->isVisible());
 }
@@ -251,6 +256,7 @@ void StartUpTest::an_unanswered_registration_shows_the_defaults_disabled_and_rep
   QVERIFY(fixture.link.unansweredWaits == waits);
   QVERIFY(fixture.hub().mDefaultProfileDict() == factorySettings()[keys::Profiles].at(0));
   QCOMPARE(fixture.hub().mFirmwareVersionString(), std::string());
+  QCOMPARE(fixture.enabledPages(), QStringList());
   QVERIFY(!fixture.isShown("mDeviceConnectionWindow"));
   const QMessageBox* alert = alertOf(fixture.window);
   QVERIFY(alert != nullptr && alert->isVisible());
@@ -283,8 +289,12 @@ void StartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed()
   if (outcome < 2) fixture.link.answer(MessageID::RegisterDevice, statusAnswer(outcome == 0));
   if (outcome == 0) fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Work"})));
   fixture.start({});
-  const std::vector<std::string> expected{"commandReplyNotification273", "Device Attached 273", "Device Removed 273",
-                                          "Profile Updated 273",         "DPI Updated 273",     "Keymap Updated 273",
+  const std::vector<std::string> expected{"commandReplyNotification273",
+                                          "Device Attached 273",
+                                          "Device Removed 273",
+                                          "Profile Updated 273",
+                                          "DPI Updated 273",
+                                          "Keymap Updated 273",
                                           "Device Attached 0"};
   QVERIFY(fixture.notifications.observed() == expected);
   QCOMPARE(fixture.hub().mDevicePID(), 273U);
@@ -448,8 +458,54 @@ void StartUpTest::quitting_releases_the_device_with_its_product_only_and_waits_f
 
 void StartUpTest::closing_the_last_window_ends_the_program() {
   HubFixture fixture;
+  fixture.startConnected(bundleWith({"Work"}));
+  QGuiApplication::setQuitOnLastWindowClosed(fixture.delegate->applicationShouldTerminateAfterLastWindowClosed());
+  QObject::connect(qApp, &QCoreApplication::aboutToQuit, fixture.delegate.get(),
+                   &Vorn_ConfiguratorAppDelegate::applicationWillTerminate);
+  QTimer::singleShot(0, &fixture.window, &QWidget::close);
+  QCOMPARE(QCoreApplication::exec(), 0);
+  QCOMPARE(fixture.link.requests.size(), std::size_t{1});
+  QCOMPARE(fixture.link.requests[0].messageID, MessageID::ReleaseDevice);
+}
+
+void StartUpTest::closing_the_restoring_sheet_gives_the_start_up() {
+  SteppedSleep stepped;
+  HubFixture fixture;
+  fixture.sleep = stepped.sleep();
+  fixture.link.isAvailable = false;
   fixture.create();
-  QVERIFY(fixture.delegate->applicationShouldTerminateAfterLastWindowClosed());
+  fixture.delegate->applicationDidFinishLaunching({.isDefaultLaunch = false});
+  QSignalSpy closed(static_cast<RestoringStateSheet*>(fixture.sheet("mRestoringStateWindow")),
+                    &RestoringStateSheet::closed);
+  fixture.sheet("mRestoringStateWindow")->close();
+  QCOMPARE(closed.count(), 1);
+}
+
+void StartUpTest::the_tabs_outlive_the_hub() {
+  HubFixture fixture;
+  fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
+  fixture.delegate.reset();
+  fixture.window.ui().MouseMacrosController->mMacroTableView()->selectRow(0);
+  QVERIFY(fixture.window.ui().MouseMacrosController->mMacroDelegate() == nullptr);
+  QVERIFY(fixture.window.ui().MouseProfilesController->mProfileDelegate() == nullptr);
+  QVERIFY(fixture.window.ui().MouseButtonController->mButtonDelegate() == nullptr);
+  QVERIFY(fixture.notifications.observed().empty());
+}
+
+void StartUpTest::leaving_the_application_ends_a_recording_under_way() {
+  HubFixture fixture;
+  fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
+  fixture.window.ui().MouseMacrosController->mMacroTableView()->selectRow(0);
+  fixture.link.requests.clear();
+  fixture.delegate->applicationWillResignActive();
+  QVERIFY(fixture.link.requests.empty());
+  fixture.window.ui().MouseMacrosController->setMIsRecording(true);
+  fixture.delegate->applicationWillResignActive();
+  std::vector<MessageID> order;
+  for (const auto& sent : fixture.link.requests) order.push_back(sent.messageID);
+  QVERIFY(order == (std::vector<MessageID>{MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
+                                           MessageID::GetMacroDetails}));
+  QVERIFY(!fixture.window.ui().MouseMacrosController->mIsRecording());
 }
 
 void StartUpTest::a_bundle_of_any_shape_shows_empty_values_data() {
@@ -461,13 +517,14 @@ void StartUpTest::a_bundle_of_any_shape_shows_empty_values_data() {
   QTest::newRow("negative active profile") << 4;
   QTest::newRow("an empty list of profiles") << 5;
   QTest::newRow("a profile whose values have other types") << 6;
+  QTest::newRow("an active profile of more than 32 bits") << 7;
 }
 
 void StartUpTest::a_bundle_of_any_shape_shows_empty_values() {
   QFETCH(int, shape);
   PropertyList bundle = bundleWith({"Work"});
   const PropertyList junk = PropertyList::array({PropertyList("x"), PropertyList(7), PropertyList::array()});
-  const auto active = [&](int profile) {
+  const auto active = [&](std::int64_t profile) {
     return bundle.with(keys::DeviceSettings, bundle[keys::DeviceSettings].with(keys::ActiveProfile, profile));
   };
   if (shape == 0) bundle = PropertyList::dictionary();
@@ -477,6 +534,7 @@ void StartUpTest::a_bundle_of_any_shape_shows_empty_values() {
   if (shape == 2) bundle = bundle.with(keys::Profiles, junk).with(keys::Macros, junk);
   if (shape == 3) bundle = active(1);
   if (shape == 4) bundle = active(-1);
+  if (shape == 7) bundle = active(std::int64_t{1} << 32);
   if (shape == 5) bundle = bundle.with(keys::Profiles, PropertyList::array());
   if (shape == 6) {
     PropertyList profile = bundle[keys::Profiles].at(0);

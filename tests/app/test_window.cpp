@@ -18,7 +18,9 @@ using vorn::PropertyList;
 
 namespace {
 
-QList<QMessageBox*> alertsOf(QWidget& window) { return window.findChildren<QMessageBox*>(QStringLiteral("alert")); }
+QList<QMessageBox*> alertsOf(QWidget& window) {
+  return window.findChildren<QMessageBox*>(QStringLiteral("alert"));
+}
 
 }  // namespace
 
@@ -50,13 +52,28 @@ class WindowTest : public QObject {
 
 void WindowTest::every_control_is_found_by_its_name_data() {
   QTest::addColumn<QString>("name");
-  for (const char* name :
-       {"mMouseTabView", "mAppySettings", "mDeviceLogo", "mDeviceConnectivity", "mBattery", "mBusyIndicator",
-        "mDeviceConnectionWindow", "mDeviceConnectionAlertTitle", "mDeviceConnectionAlertDesc", "mDeviceConnectionOK",
-        "mCommunityFBLink", "mCommunityTwitterLink", "mCommunityVornGuildLink", "mRestoringStateWindow",
-        "mRestoringStateProgress", "mHelpButton", "MouseButtonController", "MouseProfilesController",
-        "MouseMacrosController", "MousePerformanceController", "MouseLightingController",
-        "MouseMaintenanceController"}) {
+  for (const char* name : {"mMouseTabView",
+                           "mAppySettings",
+                           "mDeviceLogo",
+                           "mDeviceConnectivity",
+                           "mBattery",
+                           "mBusyIndicator",
+                           "mDeviceConnectionWindow",
+                           "mDeviceConnectionAlertTitle",
+                           "mDeviceConnectionAlertDesc",
+                           "mDeviceConnectionOK",
+                           "mCommunityFBLink",
+                           "mCommunityTwitterLink",
+                           "mCommunityVornGuildLink",
+                           "mRestoringStateWindow",
+                           "mRestoringStateProgress",
+                           "mHelpButton",
+                           "MouseButtonController",
+                           "MouseProfilesController",
+                           "MouseMacrosController",
+                           "MousePerformanceController",
+                           "MouseLightingController",
+                           "MouseMaintenanceController"}) {
     QTest::newRow(name) << name;
   }
 }
@@ -242,16 +259,24 @@ void WindowTest::the_command_line_is_read_whole_data() {
   QTest::addColumn<QString>("picture");
   QTest::addColumn<QString>("tab");
   QTest::addColumn<bool>("isBad");
-  QTest::newRow("nothing") << QStringList{} << 1 << false << "" << "" << false;
-  QTest::newRow("background") << QStringList{"--launch-in-background"} << 0 << false << "" << "" << false;
-  QTest::newRow("no key") << QStringList{"--no-launch-key", "--verbose"} << -1 << true << "" << "" << false;
-  QTest::newRow("values") << QStringList{"--picture", "a.png", "--tab=macros"} << 1 << false << "a.png" << "macros"
-                          << false;
-  QTest::newRow("missing value") << QStringList{"--picture"} << 1 << false << "" << "" << true;
-  QTest::newRow("unknown tab") << QStringList{"--tab", "x"} << 1 << false << "" << "x" << true;
-  QTest::newRow("unknown appearance") << QStringList{"--appearance", "x"} << 1 << false << "" << "" << true;
-  QTest::newRow("unknown option") << QStringList{"--nonsense"} << 1 << false << "" << "" << true;
-  QTest::newRow("a stray word") << QStringList{"word"} << 1 << false << "" << "" << true;
+  QTest::newRow("nothing") << QStringList{} << 1 << false << ""
+                           << "" << false;
+  QTest::newRow("background") << QStringList{"--launch-in-background"} << 0 << false << ""
+                              << "" << false;
+  QTest::newRow("no key") << QStringList{"--no-launch-key", "--verbose"} << -1 << true << ""
+                          << "" << false;
+  QTest::newRow("values") << QStringList{"--picture", "a.png", "--tab=macros"} << 1 << false << "a.png"
+                          << "macros" << false;
+  QTest::newRow("missing value") << QStringList{"--picture"} << 1 << false << ""
+                                 << "" << true;
+  QTest::newRow("unknown tab") << QStringList{"--tab", "x"} << 1 << false << ""
+                               << "x" << true;
+  QTest::newRow("unknown appearance") << QStringList{"--appearance", "x"} << 1 << false << ""
+                                      << "" << true;
+  QTest::newRow("unknown option") << QStringList{"--nonsense"} << 1 << false << ""
+                                  << "" << true;
+  QTest::newRow("a stray word") << QStringList{"word"} << 1 << false << ""
+                                << "" << true;
 }
 
 void WindowTest::the_command_line_is_read_whole() {

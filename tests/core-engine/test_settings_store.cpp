@@ -217,10 +217,26 @@ TEST_P(SettingsStoreFault, RefusesTheChangeWhicheverStepFailsOnce) {
     EXPECT_EQ(engine.store.bundle(), bundle("old")) << operation;
     EXPECT_EQ(engine.lines, Lines{"vorn-core-engine: cannot save the settings in /state: " +
                                   std::make_error_code(GetParam()).message()});
+    EXPECT_EQ(disk.contents(currentPath), encoded(bundle("old"))) << operation;
+    EXPECT_EQ(disk.contents(folder + "/settings.new.plist"), std::nullopt) << operation;
     EXPECT_EQ(stored(disk), bundle("old")) << operation;
     disk.work();
     EXPECT_EQ(engine.change(bundle("new")), Outcome::Done) << operation;
     EXPECT_EQ(stored(disk), bundle("new")) << operation;
+    ASSERT_LT(operation, 100);
+  }
+}
+
+TEST_P(SettingsStoreFault, PutsNothingInForceWhicheverStepFailsOnceWithOnlyTheLastGoodFile) {
+  for (int operation = 1;; ++operation) {
+    MemoryFileSystem disk;
+    disk.put(lastGoodPath, encoded(bundle("old")));
+    Engine engine(disk);
+    disk.failAt(operation, GetParam());
+    const Outcome outcome = engine.change(bundle("new"));
+    if (disk.operations() < operation) break;
+    EXPECT_EQ(outcome, Outcome::NotSaved) << operation;
+    EXPECT_EQ(disk.paths(), std::vector<std::string>{lastGoodPath}) << operation;
     ASSERT_LT(operation, 100);
   }
 }

@@ -17,8 +17,7 @@ class ConfiguratorProcess {
 
   // Its next line that holds the text; empty when it ends or does not say it in time.
   std::string waitFor(const std::string& text, std::chrono::seconds deadline = std::chrono::seconds(60)) {
-    return mProcess
-        .waitForLine([&](const std::string& line) { return line.find(text) != std::string::npos; }, deadline)
+    return mProcess.waitForLine([&](const std::string& line) { return line.find(text) != std::string::npos; }, deadline)
         .value_or("");
   }
   // Asks it to end and gives the status.
@@ -42,11 +41,13 @@ class ConfiguratorProcess {
 // The real engine with its settings in a folder of the test's own.
 class EngineProcess {
  public:
-  explicit EngineProcess(const std::string& stateFolder, std::vector<std::string> further = {}) : mProcess([&] {
-    std::vector<std::string> line{"sh", "-c", "exec \"$@\" 2>&1", "sh", ENGINE_PROGRAM, "--state-dir", stateFolder};
-    line.insert(line.end(), further.begin(), further.end());
-    return line;
-  }()) {
+  explicit EngineProcess(const std::string& stateFolder, std::vector<std::string> further = {})
+      : mProcess([&] {
+          std::vector<std::string> line{"sh",           "-c",          "exec \"$@\" 2>&1", "sh",
+                                        ENGINE_PROGRAM, "--state-dir", stateFolder};
+          line.insert(line.end(), further.begin(), further.end());
+          return line;
+        }()) {
     mProcess.waitForLine([](const std::string& line) { return line.find("ready") != std::string::npos; });
   }
   ChildProcess& process() { return mProcess; }

@@ -1,5 +1,7 @@
 // The configurator as a process of its own: with the real engine, and with engines that misbehave.
 #include <gtest/gtest.h>
+
+#include <csignal>
 #include <filesystem>
 #include <thread>
 
@@ -29,9 +31,7 @@ struct TemporaryFolder {
 class ConfiguratorProcessTest : public testing::Test {
  protected:
   // Registered at once, with settings that have no profiles.
-  std::vector<std::string> friendly() const {
-    return {"on 0 reply " + mTrue.path(), "on 4 reply " + mSettings.path()};
-  }
+  std::vector<std::string> friendly() const { return {"on 0 reply " + mTrue.path(), "on 4 reply " + mSettings.path()}; }
 
   // The configurator says nothing while it looks for the engine, but its reply port is there.
   static bool waitForReplyPort() {
@@ -45,15 +45,14 @@ class ConfiguratorProcessTest : public testing::Test {
 
   PropertyListFile mTrue{PropertyList::dictionary({{"ReturnStatus", true}})};
   PropertyListFile mSettings{PropertyList::dictionary(
-      {{"AllDevSettings",
-        PropertyList::dictionary({{"Profiles", PropertyList::array({PropertyList::dictionary(
-                                                   {{"ProfileName", "Work"}})})},
-                                  {"Macros", PropertyList::array()},
-                                  {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}})}})};
+      {{"AllDevSettings", PropertyList::dictionary(
+                              {{"Profiles", PropertyList::array({PropertyList::dictionary({{"ProfileName", "Work"}})})},
+                               {"Macros", PropertyList::array()},
+                               {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}})}})};
   PrivateBus mBus;
 };
 
-TEST_F(ConfiguratorProcessTest, ShowsTheSettingsOfTheRealEngineAndReleasesItsDeviceAtTheEnd) {
+TEST_F(ConfiguratorProcessTest, ShowsTheSettingsOfTheRealEngineAndLeavesItRunning) {
   const TemporaryFolder folder;
   EngineProcess engine(folder.path);
   ConfiguratorProcess configurator;
@@ -90,8 +89,8 @@ TEST_F(ConfiguratorProcessTest, SendsRegistrationSettingsAndReleaseAsWholeReques
   EXPECT_TRUE(std::filesystem::is_regular_file(defaults)) << defaults;
   const auto settings = engine.waitForRequest(4);
   ASSERT_TRUE(settings);
-  EXPECT_EQ(settings->body, PropertyList::dictionary(
-                                {{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}}));
+  EXPECT_EQ(settings->body,
+            PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}}));
   const auto release = engine.waitForRequest(38);
   ASSERT_TRUE(release);
   EXPECT_EQ(release->body, PropertyList::dictionary({{"ProductID", 273}}));
@@ -116,6 +115,42 @@ TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatFreezesWhileItTakesTheRegist
   FakeEngineProcess engine({"on 0 freeze"});
   ConfiguratorProcess configurator;
   EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, EndsAtOnceWhileAFrozenEngineTakesNeitherItsReleaseNorItsQueries) {
+  auto commands = friendly();
+  commands.push_back("on * freeze");
+  FakeEngineProcess engine(commands);
+  ConfiguratorProcess configurator;
+  ASSERT_NE(configurator.waitFor("request 14"), "");
+  configurator.process().signal(SIGTERM);
+  EXPECT_EQ(configurator.process().waitForEnd(1500ms), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatDiesAndComesBackWhileTheWindowIsOpen) {
+  ConfiguratorProcess configurator;
+  {
+    FakeEngineProcess engine(friendly());
+    ASSERT_NE(configurator.waitFor("settings loaded"), "");
+    engine.process().signal(SIGKILL);
+    EXPECT_TRUE(engine.process().waitForEnd());
+  }
+  FakeEngineProcess again(friendly());
+  ASSERT_TRUE(again.obey("post \"Device Attached 273\""));
+  EXPECT_TRUE(again.waitForRequest(4));
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
+TEST_F(ConfiguratorProcessTest, ShowsEmptyValuesWhenItsDefaultSettingsAreMissing) {
+  const TemporaryFolder folder;
+  const PropertyListFile refused(PropertyList::dictionary({{"ReturnStatus", false}}));
+  FakeEngineProcess engine({"on 0 reply " + refused.path()});
+  setenv("SKARN_SHARE_DIR", folder.path.c_str(), 1);
+  ConfiguratorProcess configurator;
+  unsetenv("SKARN_SHARE_DIR");
+  EXPECT_NE(configurator.waitFor("default settings not read"), "");
+  EXPECT_NE(configurator.waitFor("window painted"), "");
   EXPECT_EQ(configurator.quit(), 0);
 }
 
@@ -184,8 +219,8 @@ TEST_F(ConfiguratorProcessTest, FollowsAnAttachmentThatTheEnginePosts) {
   EXPECT_TRUE(engine.waitForRequest(4));
   const auto firmware = engine.waitForRequest(14);
   ASSERT_TRUE(firmware);
-  EXPECT_EQ(firmware->body, PropertyList::dictionary(
-                                {{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}}));
+  EXPECT_EQ(firmware->body,
+            PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}}));
   EXPECT_EQ(configurator.quit(), 0);
 }
 
@@ -207,8 +242,8 @@ TEST_F(ConfiguratorProcessTest, SaysWhatIsWrongWithItsArgumentsAndEndsWithTwo) {
 TEST(ConfiguratorWithoutADisplay, SaysSoAndEnds) {
   ChildProcess configurator({"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u", "QT_QPA_PLATFORM", "sh", "-c",
                              "exec \"$0\" 2>&1", CONFIGURATOR_PROGRAM});
-  EXPECT_TRUE(configurator.waitForLine(
-      [](const std::string& line) { return line.find("no display") != std::string::npos; }));
+  EXPECT_TRUE(
+      configurator.waitForLine([](const std::string& line) { return line.find("no display") != std::string::npos; }));
   EXPECT_EQ(configurator.waitForEnd(), 1);
 }
 

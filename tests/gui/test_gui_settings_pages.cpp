@@ -142,6 +142,27 @@ class SettingsPagesTest : public QObject {
     }
   }
 
+  void aStageInItsNaturalWidthIsNotCut() {
+    for (const bool isCurrent : {false, true}) {
+      StageChip chip;
+      chip.setText(QStringLiteral("800"));
+      chip.setCurrent(isCurrent);
+      chip.resize(chip.sizeHint());
+      const QImage seen = chip.grab().toImage();
+      // Ink of the text, well inside the outline.
+      const QRect inner = seen.rect().adjusted(6, 4, -6, -4);
+      const QRgb ground = seen.pixel(inner.topLeft());
+      QRect ink;
+      for (int y = inner.top(); y <= inner.bottom(); ++y) {
+        for (int x = inner.left(); x <= inner.right(); ++x) {
+          if (seen.pixel(x, y) != ground) ink |= QRect(x, y, 1, 1);
+        }
+      }
+      QVERIFY(ink.width() > chip.fontMetrics().horizontalAdvance(chip.text()) * 2 / 3);
+      QVERIFY(ink.height() > chip.fontMetrics().height() / 3);
+    }
+  }
+
   void hugeValuesDoNotWidenTheWindow() {
     constexpr int huge = std::numeric_limits<int>::min();
     const std::string name(300, 'W');

@@ -10,8 +10,8 @@ namespace vorn::test {
 
 namespace {
 
-constexpr int profileCount = 5;
-constexpr int eventCount = 40;
+constexpr std::size_t profileCount = 5;
+constexpr std::size_t eventCount = 40;
 
 template <typename Make>
 PropertyList arrayOf(std::size_t count, const Make& make) {
@@ -85,20 +85,16 @@ PropertyList profile(int index) {
 }
 
 PropertyList macro(int index) {
-  std::vector<std::string> positions;
-  for (int event = 0; event < eventCount; ++event) positions.push_back(std::to_string(event));
-  std::vector<PropertyList::Pair> events;
-  for (int event = 0; event < eventCount; ++event) {
-    events.emplace_back(positions[static_cast<std::size_t>(event)],
-                        PropertyList::dictionary({{keys::Command, 1 - event % 2},
-                                                  {keys::Delay, 10 + (7 * event + 13 * index) % 500},
-                                                  {keys::Page, 7},
-                                                  {keys::Argument, 4 + (event / 2 + index) % 36}}));
-  }
+  const PropertyList events = arrayOf(eventCount, [index](int event) {
+    return PropertyList::dictionary({{keys::Command, 1 - event % 2},
+                                     {keys::Delay, 10 + (7 * event + 13 * index) % 500},
+                                     {keys::Page, 7},
+                                     {keys::Argument, 4 + (event / 2 + index) % 36}});
+  });
   return PropertyList::dictionary({{keys::MacroName, "Macro " + std::to_string(index + 1)},
                                    {keys::MacroID, index},
                                    {keys::Delay, 20},
-                                   {keys::Sequence, PropertyList::dictionary(std::move(events))}});
+                                   {keys::Sequence, PropertyList::dictionary({{"events", events}})}});
 }
 
 }  // namespace

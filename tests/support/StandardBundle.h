@@ -9,7 +9,7 @@ namespace vorn::test {
 
 // A bundle of 5 profiles with 8 keymaps each, every keymap with all 24 keys and 3 buttons assigned, and so many macros
 // of 40 events each. Names are unique ("Profile 1", "Macro 1"), profile 0 is active, and an assignment or event
-// differs from its neighbours. A macro's events lie in its sequence under their decimal index.
+// differs from its neighbours. A macro's events are the array under "events" in its sequence.
 PropertyList bundleWithMacros(std::size_t macros);
 
 inline PropertyList standardBundle() {

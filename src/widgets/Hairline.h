@@ -1,0 +1,18 @@
+// A separator of one pixel in the palette's hairline colour, as wide as its place.
+#pragma once
+
+#include <QWidget>
+
+namespace skarn {
+
+class Hairline : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit Hairline(QWidget* parent = nullptr);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace skarn

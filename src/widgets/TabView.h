@@ -1,0 +1,18 @@
+// A tab widget whose tabs begin at the page's margin, over a hairline as wide as the window.
+#pragma once
+
+#include <QTabWidget>
+
+namespace skarn {
+
+class TabView : public QTabWidget {
+  Q_OBJECT
+
+ public:
+  explicit TabView(QWidget* parent = nullptr);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace skarn
