@@ -1,4 +1,4 @@
-// The one place where an answer of the engine waits to be read. Store, take and wait are atomic towards each other;
+// The one place where an answer of the engine waits to be read. Store, peek, empty and wait are atomic each;
 // any thread may call them.
 #pragma once
 
