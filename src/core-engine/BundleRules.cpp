@@ -27,10 +27,6 @@ bool isParameter(const PropertyList& value) {
   return value.isNumber() || value.isString();
 }
 
-bool isAssignment(const PropertyList& record) {
-  return record[keys::Command].isNumber() && isParameter(record[keys::Param1]) && isParameter(record[keys::Param2]);
-}
-
 bool isPosition(const PropertyList& value, std::size_t count) {
   return value.isNumber() && value.toInt64() >= 0 && std::cmp_less(value.toInt64(), count);
 }
@@ -100,6 +96,10 @@ PropertyList repairedMacros(const PropertyList& macros) {
 }
 
 }  // namespace
+
+bool isAssignment(const PropertyList& record) {
+  return record[keys::Command].isNumber() && isParameter(record[keys::Param1]) && isParameter(record[keys::Param2]);
+}
 
 PropertyList factoryAssignment(std::string_view identifier) {
   if (identifier == "03") return assignment(middleClick, 0);

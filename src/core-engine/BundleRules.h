@@ -16,6 +16,10 @@
 
 namespace vorn::engine {
 
+// Whether a record has all that an assignment needs: a number under "command" and a number or a string under "param1"
+// and "param2".
+bool isAssignment(const PropertyList& record);
+
 // The assignment of a control as it leaves the factory: a key sends its own usage, the wheel button and the two
 // directions of the wheel do what their names say. Disabled (command 20) for an unknown identifier.
 PropertyList factoryAssignment(std::string_view identifier);

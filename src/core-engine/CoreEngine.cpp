@@ -8,7 +8,6 @@
 #include "engine/EngineProtocol.h"
 #include "model/SettingsKeys.h"
 #include "ports/MessagePort.h"
-#include "ports/RunLoop.h"
 
 namespace vorn::engine {
 
@@ -18,13 +17,16 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mStore(mFile, log),
       mDefaults(mFiles, options.defaultsFile),
       mDevice(options.connection),
-      mClients(mReplyPorts),
-      mDispatcher({mStore, mDevice, mClients, mDefaults, log}, mReplyPorts) {}
+      mClients(mReplyPorts) {
+  mDispatcher.setObserver(this);
+  mStore.setChangeHandler(
+      [this](const PropertyList& before, const PropertyList& after) { mNews.settingsChanged(before, after); });
+  mDevice.setEventHandler([this](const DeviceEvent& event) { handle(event); });
+}
 
 int CoreEngine::run() {
-  RunLoop loop;
-  loop.onSignal(SIGTERM, [&] { loop.stop(); });
-  loop.onSignal(SIGINT, [&] { loop.stop(); });
+  mLoop.onSignal(SIGTERM, [this] { mLoop.stop(); });
+  mLoop.onSignal(SIGINT, [this] { mLoop.stop(); });
   // The port comes first: its name decides which of two engines goes on. Requests wait until the loop runs.
   LocalMessagePort::Failure failure{};
   std::string error;
@@ -38,10 +40,29 @@ int CoreEngine::run() {
   }
   if (!claimFolder()) return 1;
   mStore.load([this] { return mDefaults.ownProfile(); });
+  if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
+  // Windows that an earlier engine left behind show what it told last.
+  mDeviceNews.announce();
   logReady();
-  if (loop.run()) return 0;
+  if (mLoop.run()) return 0;
   mLog.line("the session bus is gone");
   return 1;
+}
+
+void CoreEngine::willServe(const RequestKind&, const Request& request) {
+  mNews.setSourceApp(sourceAppOf(request));
+}
+
+void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
+  // What happens between two requests is the doing of the mouse.
+  mNews.setSourceApp({});
+  mAnnouncer.noteServed(kind.messageID, request);
+}
+
+void CoreEngine::handle(const DeviceEvent& event) {
+  mPlayer.handle(event);
+  if (std::holds_alternative<ConnectionChanged>(event)) mDeviceNews.announce();
+  if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();
 }
 
 bool CoreEngine::claimFolder() {

@@ -1,20 +1,31 @@
 // The engine as a whole: its parts, put together and run until it is told to end.
 #pragma once
 
+#include "core-engine/Announcer.h"
+#include "core-engine/AssignmentPlayer.h"
+#include "core-engine/BusNewsPort.h"
 #include "core-engine/ClientRegistry.h"
+#include "core-engine/DeviceNews.h"
 #include "core-engine/FactoryDefaults.h"
+#include "core-engine/KeyCapture.h"
 #include "core-engine/Log.h"
+#include "core-engine/MacroRecorder.h"
+#include "core-engine/News.h"
 #include "core-engine/Options.h"
 #include "core-engine/PosixFileSystem.h"
+#include "core-engine/PosixProgramLauncher.h"
 #include "core-engine/ReplyPorts.h"
 #include "core-engine/RequestDispatcher.h"
+#include "core-engine/Scheduler.h"
 #include "core-engine/SettingsFile.h"
 #include "core-engine/SettingsStore.h"
 #include "core-engine/VirtualDevice.h"
+#include "core-engine/VirtualMouseService.h"
+#include "ports/RunLoop.h"
 
 namespace vorn::engine {
 
-class CoreEngine {
+class CoreEngine : private RequestObserver {
  public:
   // The paths in the options are absolute; an empty defaultsFile is none. The log outlives the engine.
   CoreEngine(const Options& options, Log& log);
@@ -26,8 +37,12 @@ class CoreEngine {
  private:
   bool claimFolder();
   void logReady();
+  void willServe(const RequestKind& kind, const Request& request) override;
+  void hasServed(const RequestKind& kind, const Request& request) override;
+  void handle(const DeviceEvent& event);
 
   Log& mLog;
+  RunLoop mLoop;
   PosixFileSystem mFiles;
   BusReplyPorts mReplyPorts;
   SettingsFile mFile;
@@ -35,7 +50,18 @@ class CoreEngine {
   FactoryDefaults mDefaults;
   VirtualDevice mDevice;
   ClientRegistry mClients;
-  RequestDispatcher mDispatcher;
+  BusNewsPort mNewsPort;
+  RunLoopScheduler mScheduler{mLoop};
+  News mNews{mNewsPort, mScheduler};
+  DeviceNews mDeviceNews{mDevice, mNewsPort};
+  Announcer mAnnouncer{mClients, mDevice, mDeviceNews, mScheduler};
+  MacroRecorder mRecorder{mNewsPort, mScheduler};
+  KeyCapture mCapture{mNewsPort};
+  PosixProgramLauncher mLauncher{mFiles};
+  EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture};
+  AssignmentPlayer mPlayer{mParts, mLauncher};
+  VirtualMouseService mVirtualMouse{mDevice, mScheduler};
+  RequestDispatcher mDispatcher{mParts, mReplyPorts};
 };
 
 }  // namespace vorn::engine

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -20,14 +21,27 @@ struct ConnectionChanged {
 struct BatteryChanged {
   friend bool operator==(const BatteryChanged&, const BatteryChanged&) = default;
 };
-// A control was pressed or released; control is its identifier (model/SettingsKeys.h). A step of the wheel is a press
-// and a release.
+// Keys of the mouse that always do the same and belong to no profile.
+inline constexpr std::string_view keymapKey = "keymap";  // the next keymap
+inline constexpr std::string_view stageUpKey = "stage-up";
+inline constexpr std::string_view stageDownKey = "stage-down";
+
+// A control was pressed or released; control is its identifier (model/SettingsKeys.h), or one of the keys above. A step
+// of the wheel is a press and a release.
 struct ControlChanged {
   std::string control;
   bool isPressed = false;
   friend bool operator==(const ControlChanged&, const ControlChanged&) = default;
 };
-using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged>;
+// A person typed a key or clicked a button somewhere while the engine may be recording or capturing: a keyboard usage
+// (page 7) or a button number (page 9).
+struct KeyChanged {
+  std::uint16_t usagePage = 0;
+  std::uint16_t usage = 0;
+  bool isPressed = false;
+  friend bool operator==(const KeyChanged&, const KeyChanged&) = default;
+};
+using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged, KeyChanged>;
 
 // Something the desktop receives from the mouse: the new value of a HID usage (USB HID Usage Tables), 1 and 0 for the
 // press and the release of a key (page 7) or a button (page 9), steps for the wheel (page 1, usage 0x38).
@@ -46,7 +60,7 @@ class Device {
   virtual ~Device() = default;
 
   virtual Connection connection() const = 0;
-  // As the maker writes it; empty while the mouse is absent.
+  // As the maker writes it; empty while the mouse is absent or does not tell.
   virtual std::string firmwareVersion() const = 0;
   virtual int batteryPercent() const = 0;  // 0 to 100; 0 while the mouse is absent
   virtual ChargingStatus chargingStatus() const = 0;

@@ -9,7 +9,11 @@
 #include "core-engine/ClientRegistry.h"
 #include "core-engine/Device.h"
 #include "core-engine/FactoryDefaults.h"
+#include "core-engine/KeyCapture.h"
 #include "core-engine/Log.h"
+#include "core-engine/MacroRecorder.h"
+#include "core-engine/NewsPort.h"
+#include "core-engine/Scheduler.h"
 #include "core-engine/SettingsStore.h"
 #include "engine/EngineProtocol.h"
 #include "model/PropertyList.h"
@@ -33,6 +37,10 @@ struct EngineParts {
   ClientRegistry& clients;
   const FactoryDefaults& defaults;
   Log& log;
+  NewsPort& news;
+  Scheduler& scheduler;
+  MacroRecorder& recorder;
+  KeyCapture& capture;
 };
 
 // The body of the answer, a dictionary; nothing for a request that has no answer.

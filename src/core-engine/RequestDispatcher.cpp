@@ -42,7 +42,9 @@ void RequestDispatcher::serve(const RequestKind& kind, const Request& request) {
   if (mParts.log.isVerbose()) {
     mParts.log.line("request " + title(kind) + " of " + request.sender + ": " + request.body.description());
   }
+  if (mObserver) mObserver->willServe(kind, request);
   if (const Answer body = kind.handler(mParts, request)) answer(kind, request, *body);
+  if (mObserver) mObserver->hasServed(kind, request);
 }
 
 void RequestDispatcher::answer(const RequestKind& kind, const Request& request, const PropertyList& body) {

@@ -12,10 +12,22 @@
 
 namespace vorn::engine {
 
+// Is told of every request that is served.
+class RequestObserver {
+ public:
+  virtual ~RequestObserver() = default;
+  virtual void willServe(const RequestKind& kind, const Request& request) = 0;
+  // Its answer, if it has one, has left.
+  virtual void hasServed(const RequestKind& kind, const Request& request) = 0;
+};
+
 class RequestDispatcher {
  public:
   // The parts, the ports and the kinds outlive the dispatcher. kinds: one row for each message ID.
   RequestDispatcher(EngineParts parts, ReplyPorts& ports, std::span<const RequestKind> kinds = requestKinds());
+
+  // One observer, which outlives the dispatcher; null for none.
+  void setObserver(RequestObserver* observer) { mObserver = observer; }
 
   // The callback of the engine's port. The answer leaves through the client's port; nothing is returned.
   Bytes receive(const LocalMessagePort::Message& message);
@@ -27,6 +39,7 @@ class RequestDispatcher {
   EngineParts mParts;
   ReplyPorts& mPorts;
   std::span<const RequestKind> mKinds;
+  RequestObserver* mObserver = nullptr;
 };
 
 }  // namespace vorn::engine

@@ -1,5 +1,7 @@
 #include "core-engine/SettingsStore.h"
 
+#include <utility>
+
 #include "core-engine/BundleRules.h"
 
 namespace vorn::engine {
@@ -27,9 +29,11 @@ SettingsStore::Outcome SettingsStore::apply(const Transformation& transformation
   if (isEmpty()) return Outcome::Refused;
   const std::optional<PropertyList> changed = transformation(mBundle);
   if (!changed || !isCompleteBundle(*changed)) return Outcome::Refused;
-  if (mIsOnDisk && *changed == mBundle) return Outcome::Done;
+  const bool isSame = *changed == mBundle;
+  if (isSame && mIsOnDisk) return Outcome::Done;
   if (!save(*changed)) return Outcome::NotSaved;
-  mBundle = *changed;
+  const PropertyList before = std::exchange(mBundle, *changed);
+  if (mChangeHandler && !isSame) mChangeHandler(before, mBundle);
   return Outcome::Done;
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "core-engine/Log.h"
 #include "core-engine/SettingsFile.h"
@@ -19,6 +20,9 @@ class SettingsStore {
   // The factory's profile record, for what a stored profile lacks; none where there is no factory file.
   using FactoryProfile = std::function<PropertyList()>;
 
+  // Told of a bundle that came into force in place of another one, when it is on the disk.
+  using ChangeHandler = std::function<void(const PropertyList& before, const PropertyList& after)>;
+
   enum class Outcome {
     Done,      // the result of the transformation is in force and on the disk
     Refused,   // by the transformation, or because its result is no complete bundle
@@ -27,6 +31,9 @@ class SettingsStore {
 
   // The file and the log outlive the store.
   SettingsStore(SettingsFile& file, Log& log);
+
+  // One handler, an empty one for none. It must not change the settings itself.
+  void setChangeHandler(ChangeHandler handler) { mChangeHandler = std::move(handler); }
 
   // Takes what the disk holds; incomplete contents are completed. The factory profile is asked for only then.
   void load(const FactoryProfile& factoryProfile);
@@ -48,6 +55,7 @@ class SettingsStore {
 
   SettingsFile& mFile;
   Log& mLog;
+  ChangeHandler mChangeHandler;
   PropertyList mBundle;
   bool mIsOnDisk = false;
   std::string mLastSaveError;  // empty after a save that succeeded

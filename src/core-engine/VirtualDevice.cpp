@@ -1,26 +1,25 @@
 #include "core-engine/VirtualDevice.h"
 
 #include <algorithm>
+#include <array>
 
+#include "core-engine/OutputKeys.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
 
-namespace {
+VirtualDevice::VirtualDevice(Connection connection) : mConnection(connection) {}
 
-bool isControl(std::string_view identifier) {
+bool VirtualDevice::isControl(std::string_view identifier) {
   const auto holds = [&](const auto& identifiers) {
     return std::find(identifiers.begin(), identifiers.end(), identifier) != identifiers.end();
   };
-  return holds(keys::keyIdentifiers) || holds(keys::buttonIdentifiers);
+  return holds(keys::keyIdentifiers) || holds(keys::buttonIdentifiers) ||
+         holds(std::array{keymapKey, stageUpKey, stageDownKey});
 }
 
-}  // namespace
-
-VirtualDevice::VirtualDevice(Connection connection) : mConnection(connection) {}
-
 std::string VirtualDevice::firmwareVersion() const {
-  return isPresent() ? mFirmwareVersion : std::string();
+  return isPresent() && !mIsFirmwareFailing ? mFirmwareVersion : std::string();
 }
 
 int VirtualDevice::batteryPercent() const {
@@ -28,9 +27,10 @@ int VirtualDevice::batteryPercent() const {
 }
 
 ChargingStatus VirtualDevice::chargingStatus() const {
-  if (mConnection == Connection::Wireless) return ChargingStatus::OnBattery;
-  const bool isCharging = isWired() && mBatteryPercent < 100;
-  return isCharging ? ChargingStatus::Charging : ChargingStatus::NoBatteryDisplay;
+  if (!isPresent()) return ChargingStatus::NoBatteryDisplay;
+  if (mChargingStatus) return *mChargingStatus;
+  if (!isWired()) return ChargingStatus::OnBattery;
+  return mBatteryPercent < 100 ? ChargingStatus::Charging : ChargingStatus::NoBatteryDisplay;
 }
 
 void VirtualDevice::emit(const OutputEvent& event) {
@@ -40,19 +40,40 @@ void VirtualDevice::emit(const OutputEvent& event) {
 void VirtualDevice::setConnection(Connection connection) {
   if (connection == mConnection) return;
   mConnection = connection;
+  mChargingStatus.reset();
+  mPressedControls.clear();
   notify(ConnectionChanged{});
 }
 
 void VirtualDevice::setBattery(int percent) {
-  const int clamped = std::clamp(percent, 0, 100);
-  if (clamped == mBatteryPercent) return;
-  mBatteryPercent = clamped;
-  notify(BatteryChanged{});
+  const int before = batteryPercent();
+  mBatteryPercent = std::clamp(percent, 0, 100);
+  if (batteryPercent() != before) notify(BatteryChanged{});
+}
+
+void VirtualDevice::setChargingStatus(std::optional<ChargingStatus> status) {
+  const ChargingStatus before = chargingStatus();
+  mChargingStatus = status;
+  if (chargingStatus() != before) notify(BatteryChanged{});
 }
 
 bool VirtualDevice::setControl(std::string_view identifier, bool isPressed) {
   if (!isPresent() || !isControl(identifier)) return false;
+  const auto found = mPressedControls.find(identifier);
+  if ((found != mPressedControls.end()) == isPressed) return true;
+  if (isPressed) {
+    mPressedControls.emplace(identifier);
+  } else {
+    mPressedControls.erase(found);
+  }
   notify(ControlChanged{std::string(identifier), isPressed});
+  return true;
+}
+
+bool VirtualDevice::typeKey(std::uint32_t usagePage, std::uint32_t usage, bool isPressed) {
+  const auto key = outputKey(usagePage, usage);
+  if (!key) return false;
+  notify(KeyChanged{key->usagePage, key->usage, isPressed});
   return true;
 }
 

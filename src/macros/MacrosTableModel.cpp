@@ -1,5 +1,6 @@
 #include "macros/MacrosTableModel.h"
 
+#include <algorithm>
 #include <array>
 
 #include "model/SettingsKeys.h"
@@ -14,16 +15,9 @@ namespace {
 
 constexpr std::array<const char*, 2> headerKeys = {"lkeyMacroNameColumn", "lkeyMacroEventsColumn"};
 
-// Events lie in the sequence as dictionaries, whatever the engine keeps beside them.
 int eventCount(const vorn::PropertyList& sequence) {
-  int count = 0;
-  if (sequence.isArray()) {
-    for (const vorn::PropertyList& event : sequence.elements()) count += event.isDictionary() ? 1 : 0;
-  } else if (sequence.isDictionary()) {
-    for (std::size_t entry = 0; entry < sequence.size(); ++entry)
-      count += sequence.valueAt(entry).isDictionary() ? 1 : 0;
-  }
-  return count;
+  const auto events = sequence[keys::Events].elements();
+  return static_cast<int>(std::ranges::count_if(events, &vorn::PropertyList::isDictionary));
 }
 
 }  // namespace

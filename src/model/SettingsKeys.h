@@ -81,6 +81,7 @@ inline constexpr Key MacroName = "MacroName";
 inline constexpr Key MacroID = "macroID";
 inline constexpr Key Delay = "delay";  // milliseconds
 inline constexpr Key Sequence = "sequence";
+inline constexpr Key Events = "events";  // within the sequence: array of macro events, in their order
 
 // Macro event (with command and delay)
 inline constexpr Key Page = "page";

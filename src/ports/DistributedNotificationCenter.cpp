@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include "model/PropertyListCodec.h"
@@ -47,6 +49,10 @@ struct Registration {
 struct DistributedNotificationCenter::State {
   std::vector<std::shared_ptr<Registration>> registrations;
   std::map<std::string, std::size_t, std::less<>> observersOfName;
+  // While notifications are delivered, the rules of names without observers stay for a moment: a handler that removes
+  // its observer and adds it again must not miss what is posted in between.
+  int deliveries = 0;
+  std::set<std::string, std::less<>> idleRules;
   // The connection that carries the match rules; another one after the bus was lost.
   bus::BusReference bus;
   bus::SlotReference filter;
@@ -60,6 +66,7 @@ struct DistributedNotificationCenter::State {
   static int handleMessage(sd_bus_message* message, void* state, sd_bus_error*);
   void addRule(BusConnection& connection, const std::string& name);
   void removeRule(BusConnection& connection, const std::string& name);
+  void removeIdleRules();
 };
 
 BusConnection& DistributedNotificationCenter::State::connection() {
@@ -72,6 +79,7 @@ BusConnection& DistributedNotificationCenter::State::connection() {
   const int result = sd_bus_add_filter(bus.get(), &slot, handleMessage, this);
   filter.reset(slot);
   if (result < 0) bus::log(std::string("Cannot observe notifications: ") + std::strerror(-result));
+  idleRules.clear();
   for (const auto& [name, count] : observersOfName) addRule(connection, name);
   return connection;
 }
@@ -96,11 +104,12 @@ void DistributedNotificationCenter::State::add(std::shared_ptr<Registration> reg
   BusConnection& current = connection();
   const std::string name = registration->name;
   registrations.push_back(std::move(registration));
-  if (++observersOfName[name] == 1 && current.isOpen()) addRule(current, name);
+  const bool isFirst = ++observersOfName[name] == 1;
+  if (isFirst && idleRules.erase(name) == 0 && current.isOpen()) addRule(current, name);
 }
 
 void DistributedNotificationCenter::State::removeIf(const std::function<bool(const Registration&)>& isMeant) {
-  BusConnection& current = connection();
+  connection();
   const auto removed = std::stable_partition(registrations.begin(), registrations.end(),
                                              [&](const auto& registration) { return !isMeant(*registration); });
   // A removed handler may own what called us; it goes when everything here is consistent again.
@@ -111,7 +120,15 @@ void DistributedNotificationCenter::State::removeIf(const std::function<bool(con
     const auto found = observersOfName.find(registration->name);
     if (--found->second > 0) continue;
     observersOfName.erase(found);
-    if (current.isOpen()) removeRule(current, registration->name);
+    idleRules.insert(registration->name);
+  }
+  if (deliveries == 0) removeIdleRules();
+}
+
+void DistributedNotificationCenter::State::removeIdleRules() {
+  BusConnection& current = connection();
+  for (const std::string& name : std::exchange(idleRules, {})) {
+    if (current.isOpen()) removeRule(current, name);
   }
 }
 
@@ -119,8 +136,10 @@ void DistributedNotificationCenter::State::deliver(const Notification& notificat
   std::vector<std::shared_ptr<Registration>> concerned;
   std::copy_if(registrations.begin(), registrations.end(), std::back_inserter(concerned),
                [&](const auto& registration) { return registration->name == notification.name; });
+  ++deliveries;
   for (const auto& registration : concerned)
     if (!registration->isRemoved) registration->handler(notification);
+  if (--deliveries == 0) removeIdleRules();
 }
 
 int DistributedNotificationCenter::State::handleMessage(sd_bus_message* message, void* state, sd_bus_error*) {

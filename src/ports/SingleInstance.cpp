@@ -18,7 +18,8 @@ constexpr const char* tokenKey = "activation-token";
 constexpr std::chrono::milliseconds activateTimeout{25000};
 
 std::string objectPathOf(std::string_view identifier) {
-  std::string path = "/" + std::string(identifier);
+  std::string path("/");
+  path += identifier;
   std::replace(path.begin(), path.end(), '.', '/');
   std::replace(path.begin(), path.end(), '-', '_');
   return path;

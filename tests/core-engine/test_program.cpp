@@ -1,5 +1,6 @@
 // The program itself on a bus of its own, spoken to as a client speaks to it.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -31,12 +32,21 @@ PropertyList allSettings(const PropertyList& bundle) {
   return PropertyList::dictionary({{"AllDevSettings", bundle}, {"ReturnStatus", 0}});
 }
 
-// The program with its log on the output that ChildProcess reads.
-std::unique_ptr<ChildProcess> start(const Arguments& arguments, const Arguments& environment = {}) {
+PropertyList changed(const PropertyList& bundle) {
+  return PropertyList::dictionary({{"ReturnDictionary", bundle}, {"ReturnStatus", 0}});
+}
+
+PropertyList notSaved(const PropertyList& bundle) {
+  return PropertyList::dictionary({{"ReturnDictionary", bundle}, {"ReturnStatus", 4}});
+}
+
+// The program with its log on the output that ChildProcess reads. The shell runs it with the prefix before its words.
+std::unique_ptr<ChildProcess> start(const Arguments& arguments, const Arguments& environment = {},
+                                    const std::string& prefix = "exec") {
   Arguments commandLine = {"env"};
   commandLine.insert(commandLine.end(), environment.begin(), environment.end());
-  for (const char* word : {"/bin/sh", "-c", "exec \"$0\" \"$@\" 2>&1", CORE_ENGINE_PROGRAM})
-    commandLine.push_back(word);
+  const std::string script = prefix + " \"$0\" \"$@\" 2>&1";
+  for (const std::string& word : Arguments{"/bin/sh", "-c", script, CORE_ENGINE_PROGRAM}) commandLine.push_back(word);
   commandLine.insert(commandLine.end(), arguments.begin(), arguments.end());
   return std::make_unique<ChildProcess>(commandLine);
 }
@@ -52,10 +62,10 @@ bool saysSoon(ChildProcess& process, std::string_view text) {
 class CoreEngineProgram : public testing::Test {
  protected:
   // Starts an engine on the state folder and waits until it is ready.
-  std::unique_ptr<ChildProcess> startEngine(const Arguments& more = {}) {
+  std::unique_ptr<ChildProcess> startEngine(const Arguments& more = {}, const std::string& prefix = "exec") {
     Arguments arguments = {"--state-dir", state};
     arguments.insert(arguments.end(), more.begin(), more.end());
-    auto engine = start(arguments);
+    auto engine = start(arguments, {}, prefix);
     EXPECT_TRUE(saysSoon(*engine, "ready, "));
     return engine;
   }
@@ -71,6 +81,12 @@ class CoreEngineProgram : public testing::Test {
     link.emptySlot();
     link.send(body, messageID);
     return link.waitForReply() ? link.reply() : PropertyList();
+  }
+
+  PropertyList renaming(std::string_view name) const {
+    return request()
+        .with("ProfileID", 0)
+        .with("DeviceSettingsDictionary", PropertyList::dictionary({{"ProfileName", name}}));
   }
 
   const std::string replyPort = "CoreEngineTestReplyPort";
@@ -139,6 +155,38 @@ TEST_F(CoreEngineProgram, ServesTheDefaultsWhereNothingCanBeWritten) {
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
   EXPECT_TRUE(saysSoon(*engine, "cannot save the settings in " + impossible + ": Not a directory"));
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, KeepsAndServesWhatIsStoredWhenTheDiskTakesNoMore) {
+  auto engine = startEngine({"--defaults", defaults});
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("stored")), changed(bundle("stored")));
+  engine.reset();
+  // No file may grow beyond 512 bytes.
+  engine = startEngine({}, "trap '' XFSZ; ulimit -f 1; exec");
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("refused")), notSaved(bundle("stored")));
+  EXPECT_TRUE(saysSoon(*engine, "cannot save the settings in " + state + ": File too large"));
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("stored")));
+  engine.reset();
+  engine = startEngine();
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("stored")));
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("new")), changed(bundle("new")));
+}
+
+TEST_F(CoreEngineProgram, KeepsWhatIsStoredInAFolderThatCannotBeWrittenAndTakesChangesAgainWhenItCan) {
+  // Nothing is forbidden to root as long as it has its capabilities.
+  const bool isRoot = geteuid() == 0;
+  const std::string prefix = isRoot ? "exec setpriv --inh-caps=-all --bounding-set=-all" : "exec";
+  const auto engine = startEngine({"--defaults", defaults}, prefix);
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("stored")), changed(bundle("stored")));
+  namespace fs = std::filesystem;
+  fs::permissions(state, fs::perms::owner_read | fs::perms::owner_exec);
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("refused")), notSaved(bundle("stored")));
+  EXPECT_TRUE(saysSoon(*engine, "cannot save the settings in " + state + ": Permission denied"));
+  EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), bundle("stored"));
+  fs::permissions(state, fs::perms::owner_all);
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("new")), changed(bundle("new")));
+  EXPECT_TRUE(saysSoon(*engine, "the settings are saved again"));
+  EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), bundle("new"));
 }
 
 TEST_F(CoreEngineProgram, EndsCleanlyOnSignals) {

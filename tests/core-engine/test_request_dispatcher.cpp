@@ -2,11 +2,8 @@
 
 #include <set>
 
-#include "core-engine/MemoryFileSystem.h"
-#include "core-engine/MemoryPorts.h"
 #include "core-engine/RequestDispatcher.h"
-#include "core-engine/TestBundle.h"
-#include "core-engine/VirtualDevice.h"
+#include "core-engine/TestParts.h"
 
 namespace vorn::engine::test {
 namespace {
@@ -17,7 +14,6 @@ using Connection = Device::Connection;
 
 const std::string client = ":1.7";
 const std::string port = "ClientPort";
-const std::string ownDefaults = "/own/Skarn.plist";
 
 PropertyList dictionary(std::initializer_list<PropertyList::Pair> entries) {
   return PropertyList::dictionary(entries);
@@ -35,7 +31,7 @@ PropertyList plainRequest() {
   return dictionary({{"ProductID", 273}, {"ResponseMsgPortName", port}});
 }
 
-class RequestDispatcherTest : public testing::Test {
+class RequestDispatcherTest : public testing::Test, protected TestParts {
  protected:
   RequestDispatcherTest() {
     ports.names = {port};
@@ -63,16 +59,7 @@ class RequestDispatcherTest : public testing::Test {
     return ports.answers[0].body;
   }
 
-  Lines lines;
-  Log log{[this](const std::string& line) { lines.push_back(line); }};
-  MemoryFileSystem disk;
-  MemoryPorts ports;
-  SettingsFile file{disk, log, "/state"};
-  SettingsStore store{file, log};
-  FactoryDefaults defaults{disk, ownDefaults};
-  VirtualDevice device;
-  ClientRegistry clients{ports};
-  RequestDispatcher dispatcher{{store, device, clients, defaults, log}, ports};
+  RequestDispatcher dispatcher{parts(), ports};
 };
 
 const PropertyList accepted = PropertyList::dictionary({{"ReturnStatus", true}});
@@ -242,13 +229,39 @@ TEST_F(RequestDispatcherTest, TracesRequestsAndAnswersWhenAskedTo) {
                           "vorn-core-engine: answer 0 (register device) to ClientPort: " + refused.description()}));
 }
 
+TEST_F(RequestDispatcherTest, TellsItsObserverBeforeARequestIsServedAndAfterItsAnswerLeft) {
+  struct Observer : RequestObserver {
+    explicit Observer(const MemoryPorts& ports) : mPorts(ports) {}
+    void willServe(const RequestKind& kind, const Request& request) override { note("will serve", kind, request); }
+    void hasServed(const RequestKind& kind, const Request& request) override { note("has served", kind, request); }
+    void note(const std::string& moment, const RequestKind& kind, const Request& request) {
+      calls.push_back(moment + " " + kind.name + " of " + request.sender +
+                      ", answers: " + std::to_string(mPorts.answers.size()));
+    }
+    const MemoryPorts& mPorts;
+    Lines calls;
+  } observer(ports);
+  dispatcher.setObserver(&observer);
+  send(4, plainRequest());
+  send(38, plainRequest());
+  send(99, plainRequest());
+  sendBytes(4, {});
+  EXPECT_EQ(observer.calls,
+            (Lines{"will serve get all settings of :1.7, answers: 0", "has served get all settings of :1.7, answers: 1",
+                   "will serve release device of :1.7, answers: 1", "has served release device of :1.7, answers: 1"}));
+  dispatcher.setObserver(nullptr);
+  send(4, plainRequest());
+  EXPECT_EQ(observer.calls.size(), 4U);
+}
+
 TEST(RequestKinds, AreListedOnce) {
-  std::set<MessageID> listed;
+  std::set<std::int32_t> listed;
   for (const RequestKind& kind : requestKinds()) {
-    EXPECT_TRUE(listed.insert(kind.messageID).second) << kind.name;
+    EXPECT_TRUE(listed.insert(static_cast<std::int32_t>(kind.messageID)).second) << kind.name;
     EXPECT_NE(kind.handler, nullptr) << kind.name;
   }
-  EXPECT_EQ(listed, (std::set{MessageID::RegisterDevice, MessageID::GetAllSettings, MessageID::ReleaseDevice}));
+  EXPECT_EQ(listed, (std::set<std::int32_t>{0,  4,  5,  6,  7,  9,  10, 14, 15, 16, 18, 19, 20, 21,
+                                            22, 23, 24, 25, 27, 28, 29, 30, 32, 33, 34, 37, 38}));
 }
 
 }  // namespace

@@ -105,6 +105,37 @@ TEST(SettingsStore, GivesATransformationTheBundleInForce) {
   EXPECT_EQ(stored(disk), engine.store.bundle());
 }
 
+TEST(SettingsStore, TellsAChangeWhenItIsOnTheDisk) {
+  MemoryFileSystem disk = diskWith(bundle("old"));
+  Engine engine(disk);
+  Lines calls;
+  engine.store.setChangeHandler([&](const PropertyList& before, const PropertyList& after) {
+    const PropertyList saved = stored(disk);
+    for (const PropertyList& each : {before, after, saved}) {
+      calls.push_back(each["Profiles"].at(0)["ProfileName"].toString());
+    }
+  });
+  EXPECT_EQ(engine.change(bundle("new")), Outcome::Done);
+  EXPECT_EQ(calls, (Lines{"old", "new", "new"}));
+  EXPECT_EQ(engine.change(bundle("new")), Outcome::Done);
+  EXPECT_EQ(engine.store.apply([](const PropertyList&) { return std::nullopt; }), Outcome::Refused);
+  disk.failFrom(1, std::errc::no_space_on_device);
+  EXPECT_EQ(engine.change(bundle("newer")), Outcome::NotSaved);
+  EXPECT_EQ(calls.size(), 3U);
+}
+
+TEST(SettingsStore, TellsNoChangeWhereItsFirstBundleIsOnlySaved) {
+  MemoryFileSystem disk;
+  Engine engine(disk);
+  int calls = 0;
+  engine.store.setChangeHandler([&](const PropertyList&, const PropertyList&) { ++calls; });
+  disk.failFrom(1, std::errc::no_space_on_device);
+  engine.store.fill(bundle("factory"));
+  disk.work();
+  EXPECT_EQ(engine.change(bundle("factory")), Outcome::Done);
+  EXPECT_EQ(calls, 0);
+}
+
 TEST(SettingsStore, RefusesWhatTheTransformationRefuses) {
   MemoryFileSystem disk = diskWith(bundle("old"));
   Engine engine(disk);

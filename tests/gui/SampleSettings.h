@@ -1,6 +1,8 @@
 // Settings as an engine would hand them out, for tests of the tabs.
 #pragma once
 
+#include <vector>
+
 #include "buttons/ControlTable.h"
 #include "model/PropertyList.h"
 #include "model/SettingsKeys.h"
@@ -81,16 +83,16 @@ inline PropertyList macroEvent(int command, int argument) {
       {{keys::Command, command}, {keys::Delay, 20}, {keys::Page, 7}, {keys::Argument, argument}});
 }
 
-inline PropertyList macro(std::string_view name, PropertyList sequence) {
-  return PropertyList::dictionary({{keys::MacroName, name}, {keys::Sequence, std::move(sequence)}});
+inline PropertyList macro(std::string_view name, std::vector<PropertyList> events) {
+  return PropertyList::dictionary(
+      {{keys::MacroName, name},
+       {keys::Sequence, PropertyList::dictionary({{keys::Events, PropertyList::array(std::move(events))}})}});
 }
 
 inline PropertyList macros() {
-  return PropertyList::array(
-      {macro("Fireball", PropertyList::dictionary({{"0", macroEvent(1, 9)}, {"1", macroEvent(0, 9)}})),
-       macro("Build order, first two minutes, second base", PropertyList::dictionary()),
-       macro("Greeting", PropertyList::dictionary(
-                             {{"0", macroEvent(1, 11)}, {"1", macroEvent(0, 11)}, {"2", macroEvent(1, 12)}}))});
+  return PropertyList::array({macro("Fireball", {macroEvent(1, 9), macroEvent(0, 9)}),
+                              macro("Build order, first two minutes, second base", {}),
+                              macro("Greeting", {macroEvent(1, 11), macroEvent(0, 11), macroEvent(1, 12)})});
 }
 
 inline PropertyList macroLines() {

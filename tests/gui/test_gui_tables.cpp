@@ -225,10 +225,11 @@ class TablesTest : public QObject {
     MouseMacrosController tab;
     tab.setMMacrosSettingsArray(PropertyList::array(
         {5, PropertyList::dictionary({{keys::MacroName, PropertyList::array()}, {keys::Sequence, "x"}}),
-         macro("Array", PropertyList::array({macroEvent(1, 4), "junk", macroEvent(0, 4)})),
-         macro("Mixed", PropertyList::dictionary({{"0", macroEvent(1, 4)}, {"length", 1}}))}));
+         macro("Mixed", {macroEvent(1, 4), "junk", macroEvent(0, 4)}),
+         PropertyList::dictionary(
+             {{keys::MacroName, "Array"}, {keys::Sequence, PropertyList::array({macroEvent(1, 4)})}})}));
     tab.refreshTableDisplay();
-    QCOMPARE(rowsOf(*tab.mMacroTableView()), (QStringList{" | ", " | 0", "Array | 2", "Mixed | 1"}));
+    QCOMPARE(rowsOf(*tab.mMacroTableView()), (QStringList{" | ", " | 0", "Mixed | 2", "Array | 0"}));
   }
 
   void selectingAMacroAsksForItsLinesAndShowsThem() {

@@ -127,6 +127,35 @@ TEST_F(Notifications, AreStillDeliveredWhileOneObserverOfTheNameIsLeft) {
   EXPECT_EQ(counter.count(), 1);  // the one that settles
 }
 
+TEST_F(Notifications, AreNotMissedWhileAHandlerHasItsObserverRemovedForAMoment) {
+  mCenter.addObserver(this, "News", [this](const Notification& news) {
+    mHeard.push_back({news.name, news.object, news.userInfo});
+    mCenter.removeObserver(this, "News");
+    postElsewhere("News", PropertyList::dictionary({{"n", 2}}));
+    observe("News");
+  });
+  postElsewhere("News", PropertyList::dictionary({{"n", 1}}));
+  EXPECT_TRUE(test::serveBusUntil([&] { return mHeard.size() == 2; }));
+  settle();
+  EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "", PropertyList::dictionary({{"n", 1}})},
+                                        {"News", "", PropertyList::dictionary({{"n", 2}})}}));
+}
+
+TEST_F(Notifications, StopForANameThatAHandlerNoLongerObserves) {
+  mCenter.addObserver(this, "News", [this](const Notification& news) {
+    mHeard.push_back({news.name, news.object, news.userInfo});
+    mCenter.removeObserver(this, "News");
+  });
+  postElsewhere("News");
+  settle();
+  RemoteMessagePort::lookUp("BehindTheRemoval");
+  SignalCounter counter;
+  postElsewhere("News");
+  settle();
+  EXPECT_EQ(mHeard.size(), 1U);
+  EXPECT_EQ(counter.count(), 1);  // the one that settles
+}
+
 TEST_F(Notifications, CallAnObserverThatWasAddedTwiceTwice) {
   observe("News");
   observe("News");

@@ -1,0 +1,87 @@
+#include "core-engine/MacroPlayer.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "model/SettingsKeys.h"
+#include "model/eventParser.h"
+
+namespace vorn::engine {
+
+namespace {
+
+constexpr std::int32_t maximumRuns = 10;
+
+Scheduler::Duration delayOf(const PropertyList& event) {
+  return std::chrono::milliseconds(event[keys::Delay].toInt64());
+}
+
+}  // namespace
+
+void MacroPlayer::start(const std::string& control, const PropertyList& events, std::int32_t repeatMode) {
+  if (events.elements().empty() || isPlaying(control)) return;
+  auto playback = std::make_unique<Playback>(mOutput);
+  playback->events = events;
+  playback->repeatMode = repeatMode;
+  const bool isEndless = repeatMode == untilPressedAgain || repeatMode == untilReleased;
+  const bool isCounted = repeatMode >= 1 && repeatMode <= maximumRuns;
+  playback->runsLeft = isEndless ? std::numeric_limits<std::int64_t>::max() : (isCounted ? repeatMode : 1);
+  startRun(*playback, mScheduler.now());
+  mPlaybacks.emplace(control, std::move(playback));
+  proceed(control);
+}
+
+std::int32_t MacroPlayer::repeatModeOf(std::string_view control) const {
+  const auto found = mPlaybacks.find(control);
+  return found == mPlaybacks.end() ? 0 : found->second->repeatMode;
+}
+
+void MacroPlayer::stop(std::string_view control) {
+  const auto found = mPlaybacks.find(control);
+  if (found == mPlaybacks.end()) return;
+  mScheduler.cancel(found->second->ticket);
+  mPlaybacks.erase(found);
+}
+
+void MacroPlayer::stopAll() {
+  while (!mPlaybacks.empty()) stop(mPlaybacks.begin()->first);
+}
+
+void MacroPlayer::startRun(Playback& playback, Scheduler::Duration time) {
+  playback.next = 0;
+  playback.runStart = time;
+  playback.due = time + delayOf(playback.event());
+}
+
+void MacroPlayer::proceed(const std::string& control) {
+  Playback& playback = *mPlaybacks.find(control)->second;
+  while (playback.due <= mScheduler.now()) {
+    perform(playback);
+    if (++playback.next < playback.events.size()) {
+      // From the time when this event was due, or what the machine is late by would add up.
+      playback.due += delayOf(playback.event());
+      continue;
+    }
+    playback.hold.releaseAll();
+    if (--playback.runsLeft == 0) {
+      mPlaybacks.erase(control);
+      return;
+    }
+    const Scheduler::Duration earliest = playback.runStart + shortestRun;
+    startRun(playback, std::max({playback.due, earliest, mScheduler.now()}));
+  }
+  playback.ticket = mScheduler.after(playback.due - mScheduler.now(), [this, control] { proceed(control); });
+}
+
+void MacroPlayer::perform(Playback& playback) {
+  const PropertyList& event = playback.event();
+  const auto key = outputKey(event[keys::Page].toInt64(), event[keys::Argument].toInt64());
+  if (!key) return;
+  if (event[keys::Command].toInt() == eventParser::pressCommand) {
+    playback.hold.press(*key);
+  } else {
+    playback.hold.release(*key);
+  }
+}
+
+}  // namespace vorn::engine

@@ -1,0 +1,146 @@
+#include "ports/BusValue.h"
+
+#include <concepts>
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "ports/BusCall.h"
+
+namespace vorn::bus {
+
+namespace {
+
+template <std::integral Number>
+bool appendNumber(sd_bus_message* message, char type, const PropertyList& value) {
+  if (!value.isInteger()) return false;
+  const bool isLarge = value.type() == PropertyList::Type::Unsigned;
+  if (isLarge ? !std::in_range<Number>(value.toUnsigned()) : !std::in_range<Number>(value.toInt64())) return false;
+  const auto number = static_cast<Number>(value.toUnsigned());
+  return sd_bus_message_append_basic(message, type, &number) >= 0;
+}
+
+bool appendBasicValue(sd_bus_message* message, char type, const PropertyList& value) {
+  switch (type) {
+    case SD_BUS_TYPE_BOOLEAN: {
+      const int isTrue = value.toBool() ? 1 : 0;
+      return value.isBoolean() && sd_bus_message_append_basic(message, type, &isTrue) >= 0;
+    }
+    case SD_BUS_TYPE_INT16:
+      return appendNumber<std::int16_t>(message, type, value);
+    case SD_BUS_TYPE_UINT16:
+      return appendNumber<std::uint16_t>(message, type, value);
+    case SD_BUS_TYPE_INT32:
+      return appendNumber<std::int32_t>(message, type, value);
+    case SD_BUS_TYPE_UINT32:
+      return appendNumber<std::uint32_t>(message, type, value);
+    case SD_BUS_TYPE_INT64:
+      return appendNumber<std::int64_t>(message, type, value);
+    case SD_BUS_TYPE_UINT64:
+      return appendNumber<std::uint64_t>(message, type, value);
+    case SD_BUS_TYPE_STRING: {
+      const std::string text = value.toString();
+      return value.isString() && isWithoutNul(text) && sd_bus_message_append_basic(message, type, text.c_str()) >= 0;
+    }
+    default:
+      return false;
+  }
+}
+
+// The length of the first complete type; the types come from our own descriptions, which sd-bus has checked.
+std::size_t lengthOfType(std::string_view types) {
+  std::size_t length = 0;
+  int depth = 0;
+  while (length < types.size()) {
+    const char type = types[length++];
+    depth += type == '(' || type == '{' ? 1 : 0;
+    depth -= type == ')' || type == '}' ? 1 : 0;
+    if (depth == 0 && type != 'a') break;
+  }
+  return length;
+}
+
+bool appendArray(sd_bus_message* message, std::string_view elementType, const PropertyList& value) {
+  if (!value.isArray()) return false;
+  if (sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, std::string(elementType).c_str()) < 0) return false;
+  for (const PropertyList& element : value.elements()) {
+    if (!appendValue(message, elementType, element)) return false;
+  }
+  return sd_bus_message_close_container(message) >= 0;
+}
+
+bool appendStructure(sd_bus_message* message, std::string_view types, const PropertyList& value) {
+  if (sd_bus_message_open_container(message, SD_BUS_TYPE_STRUCT, std::string(types).c_str()) < 0) return false;
+  for (const PropertyList& field : value.elements()) {
+    const std::size_t length = lengthOfType(types);
+    if (length == 0 || !appendValue(message, types.substr(0, length), field)) return false;
+    types.remove_prefix(length);
+  }
+  return types.empty() && sd_bus_message_close_container(message) >= 0;
+}
+
+const char* variantTypeOf(const PropertyList& value) {
+  if (value.isBoolean()) return "b";
+  if (value.isInteger()) return "x";
+  return value.isArray() ? "as" : "s";
+}
+
+bool appendDictionary(sd_bus_message* message, const PropertyList& value) {
+  if (!value.isDictionary() || sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "{sv}") < 0) return false;
+  for (std::size_t index = 0; index < value.size(); ++index) {
+    const PropertyList& entry = value.valueAt(index);
+    const char* type = variantTypeOf(entry);
+    const bool isAppended = sd_bus_message_open_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv") >= 0 &&
+                            appendBasicValue(message, SD_BUS_TYPE_STRING, value.keyAt(index)) &&
+                            sd_bus_message_open_container(message, SD_BUS_TYPE_VARIANT, type) >= 0 &&
+                            appendValue(message, type, entry) && sd_bus_message_close_container(message) >= 0 &&
+                            sd_bus_message_close_container(message) >= 0;
+    if (!isAppended) return false;
+  }
+  return sd_bus_message_close_container(message) >= 0;
+}
+
+template <typename Number>
+std::optional<PropertyList> readNumber(sd_bus_message* message, char type) {
+  Number number{};
+  if (sd_bus_message_read_basic(message, type, &number) <= 0) return std::nullopt;
+  return PropertyList(number);
+}
+
+}  // namespace
+
+bool appendValue(sd_bus_message* message, std::string_view type, const PropertyList& value) {
+  if (type == "a{sv}") return appendDictionary(message, value);
+  if (type.starts_with('a')) return appendArray(message, type.substr(1), value);
+  if (type.starts_with('(')) return appendStructure(message, type.substr(1, type.size() - 2), value);
+  return type.size() == 1 && appendBasicValue(message, type.front(), value);
+}
+
+std::optional<PropertyList> readBasicValue(sd_bus_message* message, char type) {
+  switch (type) {
+    case SD_BUS_TYPE_BOOLEAN: {
+      int isTrue = 0;
+      if (sd_bus_message_read_basic(message, type, &isTrue) <= 0) return std::nullopt;
+      return PropertyList(isTrue != 0);
+    }
+    case SD_BUS_TYPE_INT16:
+      return readNumber<std::int16_t>(message, type);
+    case SD_BUS_TYPE_UINT16:
+      return readNumber<std::uint16_t>(message, type);
+    case SD_BUS_TYPE_INT32:
+      return readNumber<std::int32_t>(message, type);
+    case SD_BUS_TYPE_UINT32:
+      return readNumber<std::uint32_t>(message, type);
+    case SD_BUS_TYPE_INT64:
+      return readNumber<std::int64_t>(message, type);
+    case SD_BUS_TYPE_UINT64:
+      return readNumber<std::uint64_t>(message, type);
+    case SD_BUS_TYPE_STRING:
+      return readNumber<const char*>(message, type);
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace vorn::bus

@@ -1,0 +1,286 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "core-engine/AssignmentFixture.h"
+
+namespace vorn::engine::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+PropertyList event(std::int32_t command, std::int32_t delay, std::int32_t argument, std::int32_t page = 7) {
+  return PropertyList::dictionary({{"command", command}, {"delay", delay}, {"page", page}, {"argument", argument}});
+}
+
+// Presses A after 5 ms and lets it go 20 ms later.
+PropertyList shortMacro() {
+  return PropertyList::array({event(1, 5, 4), event(0, 20, 4)});
+}
+
+class MacroPlayerTest : public testing::Test {
+ protected:
+  void advance(Scheduler::Duration duration) { scheduler.advance(duration); }
+  Outputs take() { return std::exchange(outputs, {}); }
+
+  ManualScheduler scheduler;
+  Outputs outputs;
+  OutputKeys output{[this](const OutputEvent& sent) {
+    outputs.push_back({std::chrono::duration_cast<std::chrono::milliseconds>(scheduler.now()).count(), sent});
+  }};
+  MacroPlayer player{scheduler, output};
+};
+
+TEST_F(MacroPlayerTest, PlaysOnceWithTrueDelays) {
+  player.start("43", shortMacro(), 1);
+  EXPECT_TRUE(player.isPlaying("43"));
+  advance(1s);
+  EXPECT_EQ(take(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}}));
+  EXPECT_FALSE(player.isPlaying("43"));
+  EXPECT_EQ(scheduler.pending(), 0U);
+}
+
+TEST_F(MacroPlayerTest, PlaysWhatIsDueAtOnceAtOnce) {
+  player.start("43", PropertyList::array({event(1, 0, 1, 9), event(0, 0, 1, 9)}), 1);
+  EXPECT_EQ(take(), (Outputs{{0, buttonDown(1)}, {0, buttonUp(1)}}));
+  EXPECT_FALSE(player.isPlaying("43"));
+}
+
+TEST_F(MacroPlayerTest, RepeatsAsOftenAsItIsTold) {
+  for (const std::int32_t count : {2, 10}) {
+    player.start("43", shortMacro(), count);
+    advance(10s);
+    EXPECT_EQ(take().size(), static_cast<std::size_t>(2 * count));
+  }
+}
+
+TEST_F(MacroPlayerTest, StartsARepetitionWhereTheRunBeforeItEnded) {
+  player.start("43", shortMacro(), 2);
+  advance(1s);
+  EXPECT_EQ(take(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}, {30, keyDown(4)}, {50, keyUp(4)}}));
+}
+
+TEST_F(MacroPlayerTest, TakesAnUnknownRepeatModeForOnce) {
+  for (const std::int32_t mode : {-1, 0, 11, 253, 256}) {
+    player.start("43", shortMacro(), mode);
+    advance(1s);
+    EXPECT_EQ(take().size(), 2U);
+  }
+}
+
+TEST_F(MacroPlayerTest, RepeatsWithoutEndUntilItIsStopped) {
+  for (const std::int32_t mode : {MacroPlayer::untilPressedAgain, MacroPlayer::untilReleased}) {
+    player.start("43", shortMacro(), mode);
+    EXPECT_EQ(player.repeatModeOf("43"), mode);
+    advance(25ms * 100);
+    EXPECT_EQ(take().size(), 200U);
+    player.stop("43");
+    EXPECT_EQ(player.repeatModeOf("43"), 0);
+    advance(1s);
+    EXPECT_EQ(take(), Outputs());
+    EXPECT_EQ(scheduler.pending(), 0U);
+  }
+}
+
+TEST_F(MacroPlayerTest, LetsTheKeysGoThatItHoldsWhenItIsStopped) {
+  player.start("43", shortMacro(), 1);
+  advance(10ms);
+  player.stop("43");
+  EXPECT_EQ(take(), (Outputs{{5, keyDown(4)}, {10, keyUp(4)}}));
+}
+
+TEST_F(MacroPlayerTest, LetsTheKeysGoThatTheMacroForgetsAfterEveryRun) {
+  player.start("43", PropertyList::array({event(1, 0, 225), event(1, 20, 4)}), 2);
+  advance(1s);
+  EXPECT_EQ(take(), (Outputs{{0, keyDown(225)},
+                             {20, keyDown(4)},
+                             {20, keyUp(4)},
+                             {20, keyUp(225)},
+                             {20, keyDown(225)},
+                             {40, keyDown(4)},
+                             {40, keyUp(4)},
+                             {40, keyUp(225)}}));
+}
+
+TEST_F(MacroPlayerTest, LeavesKeysDownThatSomebodyElseHolds) {
+  output.press({7, 4});
+  player.start("43", shortMacro(), 1);
+  advance(1s);
+  EXPECT_EQ(take(), (Outputs{{0, keyDown(4)}}));
+  output.release({7, 4});
+  EXPECT_EQ(take(), (Outputs{{1000, keyUp(4)}}));
+}
+
+TEST_F(MacroPlayerTest, IgnoresTheReleaseOfAKeyThatItDoesNotHold) {
+  player.start("43", PropertyList::array({event(0, 10, 4), event(1, 10, 4), event(1, 10, 4), event(0, 10, 4)}), 1);
+  advance(1s);
+  EXPECT_EQ(take(), (Outputs{{20, keyDown(4)}, {40, keyUp(4)}}));
+}
+
+TEST_F(MacroPlayerTest, PlaysNothingWhereThereAreNoEvents) {
+  for (const PropertyList& events : {PropertyList(), PropertyList("text"), PropertyList::array()}) {
+    player.start("43", events, MacroPlayer::untilPressedAgain);
+    EXPECT_FALSE(player.isPlaying("43"));
+  }
+}
+
+TEST_F(MacroPlayerTest, RestsBetweenTheRunsOfAMacroWithoutDelays) {
+  player.start("43", PropertyList::array({event(1, 0, 4), event(0, 0, 4)}), MacroPlayer::untilReleased);
+  advance(100ms);
+  EXPECT_EQ(take().size(), 2U * 11U);
+  player.stopAll();
+}
+
+TEST_F(MacroPlayerTest, PlaysTheMacrosOfSeveralControlsSideBySide) {
+  player.start("43", PropertyList::array({event(1, 10, 4), event(0, 10, 4)}), 1);
+  player.start("20", PropertyList::array({event(1, 15, 5), event(0, 10, 5)}), 1);
+  advance(1s);
+  EXPECT_EQ(take(), (Outputs{{10, keyDown(4)}, {15, keyDown(5)}, {20, keyUp(4)}, {25, keyUp(5)}}));
+}
+
+TEST_F(MacroPlayerTest, GoesOnWhenItsControlAsksForItAgain) {
+  player.start("43", shortMacro(), 1);
+  advance(10ms);
+  player.start("43", shortMacro(), 10);
+  advance(1s);
+  EXPECT_EQ(take().size(), 2U);
+}
+
+// A machine that is late: the work happens when the test says so.
+class LateScheduler : public Scheduler {
+ public:
+  Duration now() const override { return mNow; }
+  Ticket after(Duration delay, std::function<void()> work) override {
+    delays.push_back(delay / 1ms);
+    mWork = std::move(work);
+    return 1;
+  }
+  void cancel(Ticket) override { mWork = {}; }
+  // Lets the time pass and does the work that was asked for last.
+  void wakeAfter(Duration duration) {
+    mNow += duration;
+    const auto work = std::exchange(mWork, {});
+    work();
+  }
+
+  std::vector<std::int64_t> delays;  // asked for so far, in milliseconds
+
+ private:
+  Duration mNow{};
+  std::function<void()> mWork;
+};
+
+TEST(MacroPlayerOnALateMachine, MakesUpForTheDelayWithinARun) {
+  LateScheduler scheduler;
+  OutputEvents sent;
+  OutputKeys output([&](const OutputEvent& each) { sent.push_back(each); });
+  MacroPlayer player(scheduler, output);
+  player.start("43", PropertyList::array({event(1, 10, 4), event(0, 10, 4), event(1, 10, 5), event(0, 10, 5)}), 1);
+  scheduler.wakeAfter(13ms);
+  EXPECT_EQ(sent, OutputEvents{keyDown(4)});
+  scheduler.wakeAfter(18ms);
+  EXPECT_EQ(sent, (OutputEvents{keyDown(4), keyUp(4), keyDown(5)}));
+  EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{10, 7, 9}));
+}
+
+TEST(MacroPlayerOnALateMachine, DoesNotMakeUpForRunsThatItMissed) {
+  LateScheduler scheduler;
+  OutputEvents sent;
+  OutputKeys output([&](const OutputEvent& each) { sent.push_back(each); });
+  MacroPlayer player(scheduler, output);
+  player.start("43", shortMacro(), MacroPlayer::untilReleased);
+  scheduler.wakeAfter(1h);
+  EXPECT_EQ(sent, (OutputEvents{keyDown(4), keyUp(4)}));
+  EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{5, 5}));
+}
+
+class MacroAssignment : public AssignmentFixture {
+ protected:
+  void SetUp() override {
+    const PropertyList macro = PropertyList::dictionary(
+        {{"MacroName", "A"}, {"sequence", PropertyList::dictionary({{"events", shortMacro()}})}});
+    EXPECT_EQ(parts.store.apply(
+                  [&](const PropertyList& bundle) { return bundle.with("Macros", PropertyList::array({macro})); }),
+              SettingsStore::Outcome::Done);
+  }
+};
+
+TEST_F(MacroAssignment, PlaysOnAfterTheControlIsLetGo) {
+  assign("43", record(10, 0, 1));
+  tap("43");
+  parts.scheduler.advance(1s);
+  EXPECT_EQ(takeOutputs(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}}));
+}
+
+TEST_F(MacroAssignment, EndsWithItsControlWhenItRepeatsUntilReleased) {
+  assign("43", record(10, 0, 255));
+  press("43");
+  parts.scheduler.advance(35ms);
+  release("43");
+  parts.scheduler.advance(1s);
+  EXPECT_EQ(takeOutputs(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}, {30, keyDown(4)}, {35, keyUp(4)}}));
+}
+
+TEST_F(MacroAssignment, EndsAtTheNextPressWhenItRepeatsUntilPressedAgain) {
+  assign("43", record(10, 0, 254));
+  tap("43");
+  parts.scheduler.advance(25ms);
+  press("43");
+  release("43");
+  parts.scheduler.advance(1s);
+  EXPECT_EQ(takeOutputs(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}}));
+  tap("43");
+  parts.scheduler.advance(25ms);
+  EXPECT_EQ(takeOutputs().size(), 2U);
+}
+
+TEST_F(MacroAssignment, EndsAtTheNextPressAlsoWhenTheControlDoesSomethingElseNow) {
+  assign("43", record(10, 0, 254));
+  tap("43");
+  assign("43", record(1, 0));
+  tap("43");
+  parts.scheduler.advance(1s);
+  EXPECT_EQ(takeEvents(), (OutputEvents{buttonDown(1), buttonUp(1)}));
+}
+
+TEST_F(MacroAssignment, EndsWhenTheMouseIsUnplugged) {
+  assign("43", record(10, 0, 254));
+  tap("43");
+  parts.device.setConnection(Device::Connection::Absent);
+  EXPECT_EQ(parts.scheduler.pending(), 0U);
+}
+
+TEST_F(MacroAssignment, PlaysNothingForAMacroThatIsNotThere) {
+  for (const std::int32_t macro : {-1, 1, 1000}) {
+    assign("43", record(10, macro, 1));
+    tap("43");
+    EXPECT_EQ(parts.scheduler.pending(), 0U);
+  }
+}
+
+TEST_F(MacroAssignment, LeavesOutWhatIsNoEvent) {
+  const PropertyList events = PropertyList::array({event(2, 10, 4), PropertyList("text"), event(1, 10, 6)});
+  EXPECT_EQ(parts.store.apply([&](const PropertyList& bundle) {
+    const PropertyList sequence = PropertyList::dictionary({{"events", events}});
+    return bundle.with("Macros", PropertyList::array({bundle["Macros"].at(0).with("sequence", sequence)}));
+  }),
+            SettingsStore::Outcome::Done);
+  assign("43", record(10, 0, 1));
+  tap("43");
+  parts.scheduler.advance(1s);
+  EXPECT_EQ(takeOutputs(), (Outputs{{10, keyDown(6)}, {10, keyUp(6)}}));
+}
+
+TEST_F(MacroAssignment, PlaysWhatTheMacroWasWhenItBegan) {
+  assign("43", record(10, 0, 1));
+  tap("43");
+  EXPECT_EQ(parts.store.apply([](const PropertyList& bundle) { return bundle.with("Macros", PropertyList::array()); }),
+            SettingsStore::Outcome::Done);
+  parts.scheduler.advance(1s);
+  EXPECT_EQ(takeEvents(), (OutputEvents{keyDown(4), keyUp(4)}));
+}
+
+}  // namespace
+}  // namespace vorn::engine::test

@@ -1,0 +1,35 @@
+// What a person does to the engine's virtual mouse, from a process of its own.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/ChildProcess.h"
+
+namespace vorn::test {
+
+class VirtualMouse {
+ public:
+  // connection: "wired" or "wireless". Each of these is done when it returns true.
+  static bool plug(const std::string& connection) { return call("Plug", {"string:" + connection}); }
+  static bool unplug() { return call("Unplug"); }
+  static bool setBattery(int percent) { return call("SetBattery", {"int32:" + std::to_string(percent)}); }
+  // A control by its identifier is pressed and released.
+  static bool click(const std::string& control) {
+    return call("Press", {"string:" + control}) && call("Release", {"string:" + control});
+  }
+
+ private:
+  static bool call(const std::string& method, const std::vector<std::string>& arguments = {}) {
+    std::vector<std::string> line{"dbus-send",
+                                  "--session",
+                                  "--print-reply",
+                                  "--dest=org.vorn.VirtualMouse",
+                                  "/org/vorn/VirtualMouse",
+                                  "org.vorn.VirtualMouse1." + method};
+    line.insert(line.end(), arguments.begin(), arguments.end());
+    return ChildProcess(line).waitForEnd() == 0;
+  }
+};
+
+}  // namespace vorn::test

@@ -1,0 +1,351 @@
+// The real window in this process, and the real engine in another one, whose mouse is plugged, pressed and emptied.
+#include <QDialog>
+#include <QLabel>
+#include <QTableView>
+#include <QTest>
+#include <atomic>
+#include <csignal>
+#include <memory>
+
+#include "ConfiguratorProcess.h"
+#include "VirtualMouse.h"
+#include "app/BusNotifier.h"
+#include "app/MouseMainWindow.h"
+#include "app/NamedImageView.h"
+#include "app/Vorn_ConfiguratorAppDelegate.h"
+#include "core-engine/TemporaryFolder.h"
+#include "engine/PortEngineLink.h"
+#include "model/SettingsKeys.h"
+#include "platform/Localization.h"
+#include "ports/DistributedNotificationCenter.h"
+#include "profiles/MouseProfilesController.h"
+#include "support/PrivateBus.h"
+#include "ui_MouseMainWindow.h"
+
+using namespace skarn;
+using vorn::MessageID;
+using vorn::PropertyList;
+using vorn::test::EngineProcess;
+using vorn::test::VirtualMouse;
+namespace keys = vorn::keys;
+namespace requestKeys = vorn::requestKeys;
+namespace replyKeys = vorn::replyKeys;
+
+namespace {
+
+constexpr int deadline = 20'000;  // milliseconds, for news to arrive
+
+// A window with all that the program gives it, from its start to the end of its start-up.
+class OpenWindow {
+ public:
+  OpenWindow()
+      : mDelegate(mWindow, {.link = traced(mLink),
+                            .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
+                            .openAddress = [](const QUrl&) {},
+                            .report = [](const std::string&) {}}) {
+    bool isFinished = false;
+    QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isFinished = true; });
+    mDelegate.applicationDidFinishLaunching({});
+    // Without an engine the start-up takes its time.
+    if (!QTest::qWaitFor([&] { return isFinished; }, 60'000)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
+  }
+  ~OpenWindow() { mDelegate.applicationWillTerminate(); }
+  OpenWindow(const OpenWindow&) = delete;
+  OpenWindow& operator=(const OpenWindow&) = delete;
+
+  MouseMainController& hub() { return mDelegate.mMouseMainController(); }
+  QString connectivity() { return mWindow.ui().mDeviceConnectivity->imageName(); }
+  QString battery() { return mWindow.ui().mBattery->imageName(); }
+  QString profileName() { return mWindow.ui().mHeaderProfileName->text(); }
+  QString text(const char* label) { return mWindow.findChild<QLabel*>(QLatin1String(label))->text(); }
+  bool isEnabled() { return mWindow.ui().MouseProfilesController->mProfilesTableView()->isEnabled(); }
+  bool asksForTheMouse() { return mWindow.findChild<QDialog*>(QStringLiteral("mDeviceConnectionWindow"))->isVisible(); }
+  PropertyList setting(keys::Key key) { return hub().mDefaultProfileDict()[key]; }
+  // How often it has asked for all settings.
+  int settingsRequests() const { return mSettingsRequests; }
+
+ private:
+  vorn::EngineLink& traced(vorn::PortEngineLink& link) {
+    link.setTrace([this](std::string_view direction, std::int32_t messageID, const PropertyList&) {
+      const bool isRead = messageID == static_cast<std::int32_t>(MessageID::GetAllSettings);
+      if (direction == "request" && isRead) ++mSettingsRequests;
+    });
+    return link;
+  }
+
+  std::atomic<int> mSettingsRequests = 0;
+  vorn::PortEngineLink mLink;
+  MouseMainWindow mWindow;
+  Vorn_ConfiguratorAppDelegate mDelegate;
+};
+
+// Another program of the session.
+class OtherClient {
+ public:
+  OtherClient() { mLink.createLocalPort(); }
+
+  // The bundle after the request.
+  PropertyList change(MessageID messageID, const PropertyList& keys) {
+    mLink.send(keys.with(requestKeys::ProductID, vorn::wiredProductID)
+                   .with(requestKeys::ResponseMsgPortName, portName)
+                   .with(requestKeys::SourceApp, "org.example.OtherClient"),
+               messageID);
+    const PropertyList answer = mLink.waitForReply() ? mLink.reply() : PropertyList();
+    mLink.emptySlot();
+    return answer[replyKeys::ReturnDictionary];
+  }
+  PropertyList updateProfile(int profileID, const PropertyList& settings) {
+    return change(MessageID::UpdateProfile,
+                  PropertyList::dictionary(
+                      {{requestKeys::ProfileID, profileID}, {requestKeys::DeviceSettingsDictionary, settings}}));
+  }
+  // A further profile like the first, under another name.
+  PropertyList addProfile(const PropertyList& settings) {
+    return change(MessageID::AddProfile, PropertyList::dictionary({{requestKeys::DeviceSettingsDictionary, settings}}));
+  }
+  PropertyList switchProfile(int profileID) {
+    return change(MessageID::SwitchProfile, PropertyList::dictionary({{requestKeys::ProfileID, profileID}}));
+  }
+  // Gives one of the keys in the first profile another assignment.
+  PropertyList assign(const PropertyList& profile, keys::Key key, int command, int param1) {
+    const PropertyList record =
+        PropertyList::dictionary({{keys::Command, command}, {keys::Param1, param1}, {keys::Param2, 0}});
+    return updateProfile(0, PropertyList::dictionary({{keys::Keys, profile[keys::Keys].with(key, record)}}));
+  }
+
+ private:
+  static constexpr const char* portName = "OtherClientReplyPort";
+  vorn::PortEngineLink mLink{portName};
+};
+
+}  // namespace
+
+class WindowWithEngineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase();
+  void init();
+  void cleanup();
+
+  void the_mouse_is_announced_after_the_start();
+  void the_firmware_version_is_shown();
+  void the_window_follows_the_mouse_that_goes_and_comes();
+  void the_window_follows_the_mouse_between_cable_and_receiver();
+  void the_window_shows_the_battery_going_down_charging_and_full();
+  void a_profile_switched_by_another_client_is_shown();
+  void a_profile_switched_on_the_mouse_is_shown();
+  void a_stage_changed_on_the_mouse_is_shown();
+  void a_keymap_changed_on_the_mouse_is_shown();
+  void a_macro_added_by_another_client_is_shown();
+  void changes_of_its_own_are_told_in_its_name_and_not_read_again_data();
+  void changes_of_its_own_are_told_in_its_name_and_not_read_again();
+  void an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened();
+  void a_mouse_that_went_while_no_engine_ran_is_noticed();
+  void a_window_without_an_engine_comes_to_life_with_the_engine();
+
+ private:
+  void startEngine(std::vector<std::string> options = {}) {
+    mEngine.reset();
+    options.insert(options.end(), {"--defaults", BUILT_DEFAULTS});
+    mEngine = std::make_unique<EngineProcess>(mFolder->path("state"), options);
+  }
+  void killEngine() {
+    mEngine->process().signal(SIGKILL);
+    mEngine->process().waitForEnd();
+  }
+
+  vorn::test::PrivateBus mBus;
+  std::unique_ptr<BusNotifier> mNotifier;
+  std::unique_ptr<vorn::engine::test::TemporaryFolder> mFolder;
+  std::unique_ptr<EngineProcess> mEngine;
+};
+
+void WindowWithEngineTest::initTestCase() {
+  installTranslations(QStringLiteral("en"));
+  mNotifier = std::make_unique<BusNotifier>(vorn::BusConnection::forThisThread());
+}
+
+void WindowWithEngineTest::init() {
+  mFolder = std::make_unique<vorn::engine::test::TemporaryFolder>();
+  startEngine();
+}
+
+void WindowWithEngineTest::cleanup() {
+  mEngine.reset();
+  mFolder.reset();
+}
+
+void WindowWithEngineTest::the_mouse_is_announced_after_the_start() {
+  OpenWindow open;
+  QVERIFY(open.isEnabled());
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QCOMPARE(open.battery(), QString());
+}
+
+void WindowWithEngineTest::the_firmware_version_is_shown() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.text("mFirmwareVersion"), QStringLiteral("1.00"), deadline);
+}
+
+void WindowWithEngineTest::the_window_follows_the_mouse_that_goes_and_comes() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QVERIFY(VirtualMouse::unplug());
+  QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
+  QVERIFY(!open.isEnabled());
+  QCOMPARE(open.connectivity(), QString());
+  QCOMPARE(open.text("mFirmwareVersion"), QStringLiteral("-"));
+  QVERIFY(VirtualMouse::plug("wired"));
+  QTRY_VERIFY_WITH_TIMEOUT(!open.asksForTheMouse(), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QVERIFY(open.isEnabled());
+  QTRY_COMPARE_WITH_TIMEOUT(open.text("mFirmwareVersion"), QStringLiteral("1.00"), deadline);
+}
+
+void WindowWithEngineTest::the_window_follows_the_mouse_between_cable_and_receiver() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QVERIFY(VirtualMouse::plug("wireless"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("wireless"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery3"), deadline);
+  QVERIFY(open.isEnabled());
+  QVERIFY(!open.asksForTheMouse());
+  QVERIFY(VirtualMouse::plug("wired"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QString(), deadline);
+}
+
+void WindowWithEngineTest::the_window_shows_the_battery_going_down_charging_and_full() {
+  QVERIFY(VirtualMouse::plug("wireless"));
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("wireless"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery3"), deadline);
+  QVERIFY(VirtualMouse::setBattery(50));
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery2"), deadline);
+  QVERIFY(VirtualMouse::setBattery(20));
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery1"), deadline);
+  QVERIFY(VirtualMouse::plug("wired"));
+  // Charging runs through the pictures.
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery3"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery"), deadline);
+  QVERIFY(VirtualMouse::setBattery(100));
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QString(), deadline);
+}
+
+void WindowWithEngineTest::a_profile_switched_by_another_client_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  const PropertyList added = other.addProfile(open.hub().mDefaultProfileDict().with(keys::ProfileName, "Travel"));
+  QTRY_VERIFY_WITH_TIMEOUT(open.hub().mProfilesArray() == added[keys::Profiles], deadline);
+  other.switchProfile(1);
+  QTRY_COMPARE_WITH_TIMEOUT(open.profileName(), QStringLiteral("Travel"), deadline);
+}
+
+void WindowWithEngineTest::a_profile_switched_on_the_mouse_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  const PropertyList record = open.hub().mDefaultProfileDict();
+  other.addProfile(record.with(keys::ProfileName, "Travel"));
+  other.assign(record, "43", 17, 1);
+  QVERIFY(VirtualMouse::click("43"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.profileName(), QStringLiteral("Travel"), deadline);
+}
+
+void WindowWithEngineTest::a_stage_changed_on_the_mouse_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  const auto stage = [](int dpi) {
+    return PropertyList::dictionary({{keys::StageDpiX, dpi}, {keys::StageDpiY, dpi}, {keys::StageIndependentXY, 0}});
+  };
+  other.updateProfile(0, PropertyList::dictionary({{keys::Stages, PropertyList::array({stage(400), stage(1600)})},
+                                                   {keys::StageValue, 0},
+                                                   {keys::DPIX, 400},
+                                                   {keys::DPIY, 400}}));
+  QTRY_COMPARE_WITH_TIMEOUT(open.setting(keys::DPIX).toInt(), 400, deadline);
+  QVERIFY(VirtualMouse::click("stage-up"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.setting(keys::DPIX).toInt(), 1600, deadline);
+}
+
+void WindowWithEngineTest::a_keymap_changed_on_the_mouse_is_shown() {
+  OpenWindow open;
+  const int before = open.setting(keys::KeymapID).toInt();
+  QVERIFY(VirtualMouse::click("keymap"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.setting(keys::KeymapID).toInt(), (before + 1) % static_cast<int>(keys::keymapCount),
+                            deadline);
+}
+
+void WindowWithEngineTest::a_macro_added_by_another_client_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  other.change(MessageID::AddMacro,
+               PropertyList::dictionary(
+                   {{requestKeys::MacroContents, PropertyList::dictionary({{keys::MacroName, "Greeting"}})}}));
+  QTRY_COMPARE_WITH_TIMEOUT(open.hub().mMacrosArray().size(), std::size_t{1}, deadline);
+  QVERIFY(open.hub().mMacrosArray().at(0)[keys::MacroName] == PropertyList("Greeting"));
+}
+
+void WindowWithEngineTest::changes_of_its_own_are_told_in_its_name_and_not_read_again_data() {
+  QTest::addColumn<QString>("key");
+  QTest::addColumn<int>("value");
+  QTest::addColumn<QString>("notification");
+  QTest::newRow("polling rate") << "PollingRate" << 500 << "Profile Updated 273";
+  QTest::newRow("sensitivity") << "DPIX" << 1200 << "DPI Updated 273";
+  QTest::newRow("keymap") << "KeymapID" << 3 << "Keymap Updated 273";
+}
+
+void WindowWithEngineTest::changes_of_its_own_are_told_in_its_name_and_not_read_again() {
+  QFETCH(QString, key);
+  QFETCH(int, value);
+  QFETCH(QString, notification);
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  auto& center = vorn::DistributedNotificationCenter::defaultCenter();
+  std::vector<PropertyList> sources;
+  // The window observes the name too and is told before this test.
+  center.addObserver(this, notification.toStdString(), [&](const vorn::Notification& news) {
+    sources.push_back(news.userInfo[vorn::newsKeys::SourceApp]);
+  });
+  const int before = open.settingsRequests();
+  open.hub().updateProfileWithID(0, PropertyList::dictionary({{key.toStdString(), value}}));
+  QTRY_COMPARE_WITH_TIMEOUT(sources.size(), std::size_t{1}, deadline);
+  center.removeObserver(this);
+  QVERIFY(sources[0] == PropertyList(vorn::configuratorIdentifier));
+  QCOMPARE(open.settingsRequests(), before);
+  QCOMPARE(open.setting(key.toStdString()).toInt(), value);
+}
+
+void WindowWithEngineTest::an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  open.hub().updateProfileWithID(0, open.hub().mDefaultProfileDict().with(keys::ProfileName, "Before"));
+  QCOMPARE(open.profileName(), QStringLiteral("Before"));
+  killEngine();
+  startEngine({"--device", "wireless"});
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("wireless"), deadline);
+  QCOMPARE(open.profileName(), QStringLiteral("Before"));
+  QVERIFY(open.isEnabled());
+  open.hub().updateProfileWithID(0, open.hub().mDefaultProfileDict().with(keys::ProfileName, "After"));
+  QCOMPARE(open.profileName(), QStringLiteral("After"));
+}
+
+void WindowWithEngineTest::a_mouse_that_went_while_no_engine_ran_is_noticed() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  killEngine();
+  startEngine({"--device", "absent"});
+  QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
+  QVERIFY(!open.isEnabled());
+}
+
+void WindowWithEngineTest::a_window_without_an_engine_comes_to_life_with_the_engine() {
+  killEngine();
+  OpenWindow open;
+  QVERIFY(!open.isEnabled());
+  startEngine();
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QVERIFY(open.isEnabled());
+}
+
+QTEST_MAIN(WindowWithEngineTest)
+#include "test_window_with_engine.moc"
