@@ -12,7 +12,7 @@ build_packages=(
 display_packages=(xvfb xauth fonts-dejavu-core)
 # To run the tests, besides the above.
 test_packages=(
-  libgtest-dev libplist-dev libplist-utils clang-format desktop-file-utils
+  libgtest-dev libplist-dev libplist-utils clang-format clang-tidy desktop-file-utils
   xvfb xauth fonts-dejavu-core
 )
 

@@ -86,9 +86,9 @@ PropertyList withMacro(const PropertyList& bundle, const PropertyList& macroID, 
 using EventEdit = std::function<MacroResult(const PropertyList& events)>;
 
 MacroResult withEditedEvents(const PropertyList& bundle, const PropertyList& macroID, const EventEdit& edit) {
-  const MacroResult macro = macroAt(bundle, macroID);
+  MacroResult macro = macroAt(bundle, macroID);
   if (macro.status != ReturnStatus::Done) return macro;
-  const MacroResult events = edit(macroEvents(macro.value));
+  MacroResult events = edit(macroEvents(macro.value));
   if (events.status != ReturnStatus::Done) return events;
   const PropertyList sequence = macro.value[keys::Sequence].with(keys::Events, events.value);
   const PropertyList edited = macro.value.with(keys::Sequence, sequence);
@@ -127,7 +127,7 @@ MacroResult macroAt(const PropertyList& bundle, const PropertyList& macroID) {
 }
 
 MacroResult eventAt(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row) {
-  const MacroResult macro = macroAt(bundle, macroID);
+  MacroResult macro = macroAt(bundle, macroID);
   if (macro.status != ReturnStatus::Done) return macro;
   const PropertyList events = macroEvents(macro.value);
   if (const auto complaint = complaintAboutRow(row, events)) return *complaint;
@@ -145,7 +145,7 @@ MacroResult withAddedMacro(const PropertyList& bundle, const PropertyList& recor
 }
 
 MacroResult withRenamedMacro(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& name) {
-  const MacroResult macro = macroAt(bundle, macroID);
+  MacroResult macro = macroAt(bundle, macroID);
   if (macro.status != ReturnStatus::Done) return macro;
   if (name.string().empty()) return refused(ReturnStatus::Malformed, "the new name is empty");
   const PropertyList renamed = macro.value.with(keys::MacroName, name);
@@ -154,7 +154,7 @@ MacroResult withRenamedMacro(const PropertyList& bundle, const PropertyList& mac
 }
 
 MacroResult withoutMacro(const PropertyList& bundle, const PropertyList& macroID) {
-  const MacroResult macro = macroAt(bundle, macroID);
+  MacroResult macro = macroAt(bundle, macroID);
   if (macro.status != ReturnStatus::Done) return macro;
   std::vector<PropertyList> macros = copied(bundle[keys::Macros]);
   macros.erase(macros.begin() + macroID.toInt64());

@@ -38,7 +38,7 @@ std::string foundProgram(const std::string& name) {
   const std::string folders = environmentValue("PATH", "/usr/local/bin:/usr/bin:/bin");
   for (std::size_t start = 0; start <= folders.size();) {
     const std::size_t end = std::min(folders.find(':', start), folders.size());
-    const std::string path = folders.substr(start, end - start) + "/" + name;
+    std::string path = folders.substr(start, end - start) + "/" + name;
     if (path.front() == '/' && path != "/" + name && isProgram(path)) return path;
     start = end + 1;
   }
@@ -75,6 +75,7 @@ bool start(const LaunchCommand& command, std::string& error) {
   const std::string program = foundProgram(arguments.front());
   const std::string folder = command.folder.empty() ? environmentValue("HOME", "/") : command.folder;
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
 
