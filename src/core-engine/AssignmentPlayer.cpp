@@ -67,10 +67,10 @@ AssignmentPlayer::AssignmentPlayer(const EngineParts& parts, ProgramLauncher& la
     : mParts(parts),
       mLauncher(launcher),
       mOutput([this](const OutputEvent& event) { send(event); }),
-      mMacros(mParts.scheduler, mOutput),
-      mProfiles(mParts.store) {}
+      mMacros(mParts.scheduler, mOutput) {}
 
 void AssignmentPlayer::handle(const DeviceEvent& event) {
+  mParts.profiles.takeBackReleased();
   if (const auto* control = std::get_if<ControlChanged>(&event)) {
     control->isPressed ? press(control->control) : release(control->control);
   } else if (const auto* key = std::get_if<KeyChanged>(&event)) {
@@ -96,7 +96,7 @@ void AssignmentPlayer::press(const std::string& control) {
   const bool isTurning = turnsSensitivity(control);
   Press& made = *mPresses.emplace(control, std::make_unique<Press>(mOutput)).first->second;
   if (isTurning) {
-    mProfiles.change(dpiStep(mProfiles.activeProfile(), control == wheelUp ? onTheFlyStep : -onTheFlyStep));
+    mParts.profiles.change(dpiStep(mParts.profiles.activeProfile(), control == wheelUp ? onTheFlyStep : -onTheFlyStep));
     return;
   }
   const PropertyList assignment = assignmentOf(control);
@@ -113,7 +113,7 @@ void AssignmentPlayer::release(const std::string& control) {
   if (found == mPresses.end()) return;
   mPresses.erase(found);
   if (mMacros.repeatModeOf(control) == MacroPlayer::untilReleased) mMacros.stop(control);
-  mProfiles.release(control);
+  mParts.profiles.release(control);
 }
 
 void AssignmentPlayer::releaseAll() {
@@ -136,7 +136,7 @@ PropertyList AssignmentPlayer::assignmentOf(std::string_view control) const {
   if (mParts.store.isEmpty()) return factoryAssignment(control);
   const auto& buttons = keys::buttonIdentifiers;
   const bool isButton = std::find(buttons.begin(), buttons.end(), control) != buttons.end();
-  const PropertyList& assignment = mProfiles.activeProfile()[isButton ? keys::Buttons : keys::Keys][control];
+  const PropertyList& assignment = mParts.profiles.activeProfile()[isButton ? keys::Buttons : keys::Keys][control];
   // A button of the mouse is no key and has no usage under "param1".
   if (isButton && commandOf(assignment) == AssignmentCommand::DefaultKey) return factoryAssignment(control);
   return assignment;
@@ -147,15 +147,15 @@ void AssignmentPlayer::carryOut(const std::string& control, const PropertyList& 
     case AssignmentCommand::Macro:
       return playMacro(control, assignment);
     case AssignmentCommand::StageUp:
-      return mProfiles.change(stageStep(mProfiles.activeProfile(), 1));
+      return mParts.profiles.change(stageStep(mParts.profiles.activeProfile(), 1));
     case AssignmentCommand::StageDown:
-      return mProfiles.change(stageStep(mProfiles.activeProfile(), -1));
+      return mParts.profiles.change(stageStep(mParts.profiles.activeProfile(), -1));
     case AssignmentCommand::Profile:
-      return mProfiles.switchTo(assignment[keys::Param1]);
+      return mParts.profiles.switchTo(assignment[keys::Param1]);
     case AssignmentCommand::Keymap:
       return switchKeymap(control, assignment);
     case AssignmentCommand::TemporarySensitivity:
-      return mProfiles.changeWhileHeld(control, slowestSensitivity(mProfiles.activeProfile()));
+      return mParts.profiles.changeWhileHeld(control, slowestSensitivity(mParts.profiles.activeProfile()));
     case AssignmentCommand::LaunchProgram:
       return launch(assignment);
     default:
@@ -203,12 +203,12 @@ void AssignmentPlayer::pressDefault(std::int64_t code, KeyHold& hold) {
 void AssignmentPlayer::switchKeymap(const std::string& control, const PropertyList& assignment) {
   const PropertyList& target = assignment[keys::Param1];
   if (target.toInt() == nextKeymap) {
-    const std::int32_t now = mProfiles.activeProfile()[keys::KeymapID].toInt();
-    mProfiles.change(keymapSetting((now + 1) % static_cast<std::int32_t>(keys::keymapCount)));
+    const std::int32_t now = mParts.profiles.activeProfile()[keys::KeymapID].toInt();
+    mParts.profiles.change(keymapSetting((now + 1) % static_cast<std::int32_t>(keys::keymapCount)));
   } else if (assignment[keys::Param2].toInt() == 1) {
-    mProfiles.changeWhileHeld(control, keymapSetting(target));
+    mParts.profiles.changeWhileHeld(control, keymapSetting(target));
   } else {
-    mProfiles.change(keymapSetting(target));
+    mParts.profiles.change(keymapSetting(target));
   }
 }
 

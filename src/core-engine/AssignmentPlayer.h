@@ -14,7 +14,6 @@
 #include "core-engine/AssignmentCommand.h"
 #include "core-engine/MacroPlayer.h"
 #include "core-engine/OutputKeys.h"
-#include "core-engine/ProfileChanger.h"
 #include "core-engine/ProgramLauncher.h"
 #include "core-engine/Request.h"
 
@@ -60,7 +59,6 @@ class AssignmentPlayer {
   ProgramLauncher& mLauncher;
   OutputKeys mOutput;
   MacroPlayer mMacros;
-  ProfileChanger mProfiles;
   std::map<std::string, std::unique_ptr<Press>, std::less<>> mPresses;
 };
 

@@ -31,11 +31,16 @@ bool isPosition(const PropertyList& value, std::size_t count) {
   return value.isNumber() && value.toInt64() >= 0 && std::cmp_less(value.toInt64(), count);
 }
 
+// A command code; codes that nobody knows are kept.
+bool isCommand(const PropertyList& value) {
+  return value.isInteger() && value.toInt64() == value.toInt();
+}
+
 PropertyList repairedAssignment(const PropertyList& record, const PropertyList& factoryRecord,
                                 std::string_view identifier) {
   if (isAssignment(record)) return record;
   const PropertyList factory = isAssignment(factoryRecord) ? factoryRecord : factoryAssignment(identifier);
-  if (!record[keys::Command].isNumber()) return record.dictionaryOrEmpty().merging(factory);
+  if (!isCommand(record[keys::Command])) return record.dictionaryOrEmpty().merging(factory);
   PropertyList result = record;
   // A missing parameter of another command than the factory's has no better value than 0.
   const bool isFactoryCommand = record[keys::Command].toInt() == factory[keys::Command].toInt();
@@ -98,7 +103,7 @@ PropertyList repairedMacros(const PropertyList& macros) {
 }  // namespace
 
 bool isAssignment(const PropertyList& record) {
-  return record[keys::Command].isNumber() && isParameter(record[keys::Param1]) && isParameter(record[keys::Param2]);
+  return isCommand(record[keys::Command]) && isParameter(record[keys::Param1]) && isParameter(record[keys::Param2]);
 }
 
 PropertyList factoryAssignment(std::string_view identifier) {

@@ -56,6 +56,7 @@ void CoreEngine::willServe(const RequestKind&, const Request& request) {
 void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
   // What happens between two requests is the doing of the mouse.
   mNews.setSourceApp({});
+  mProfiles.takeBackReleased();
   mAnnouncer.noteServed(kind.messageID, request);
 }
 

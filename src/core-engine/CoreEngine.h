@@ -14,6 +14,7 @@
 #include "core-engine/Options.h"
 #include "core-engine/PosixFileSystem.h"
 #include "core-engine/PosixProgramLauncher.h"
+#include "core-engine/ProfileChanger.h"
 #include "core-engine/ReplyPorts.h"
 #include "core-engine/RequestDispatcher.h"
 #include "core-engine/Scheduler.h"
@@ -57,8 +58,9 @@ class CoreEngine : private RequestObserver {
   Announcer mAnnouncer{mClients, mDevice, mDeviceNews, mScheduler};
   MacroRecorder mRecorder{mNewsPort, mScheduler};
   KeyCapture mCapture{mNewsPort};
+  ProfileChanger mProfiles{mStore};
   PosixProgramLauncher mLauncher{mFiles};
-  EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture};
+  EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
   AssignmentPlayer mPlayer{mParts, mLauncher};
   VirtualMouseService mVirtualMouse{mDevice, mScheduler};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};

@@ -55,7 +55,7 @@ void MacroPlayer::startRun(Playback& playback, Scheduler::Duration time) {
 
 void MacroPlayer::proceed(const std::string& control) {
   Playback& playback = *mPlaybacks.find(control)->second;
-  while (playback.due <= mScheduler.now()) {
+  for (std::size_t count = 0; count < eventsPerTurn && playback.due <= mScheduler.now(); ++count) {
     perform(playback);
     if (++playback.next < playback.events.size()) {
       // From the time when this event was due, or what the machine is late by would add up.
@@ -67,10 +67,18 @@ void MacroPlayer::proceed(const std::string& control) {
       mPlaybacks.erase(control);
       return;
     }
-    const Scheduler::Duration earliest = playback.runStart + shortestRun;
-    startRun(playback, std::max({playback.due, earliest, mScheduler.now()}));
+    startNextRun(playback, mScheduler.now());
+    break;
   }
-  playback.ticket = mScheduler.after(playback.due - mScheduler.now(), [this, control] { proceed(control); });
+  const Scheduler::Duration wait = std::max(playback.due - mScheduler.now(), Scheduler::Duration(0));
+  playback.ticket = mScheduler.after(wait, [this, control] { proceed(control); });
+}
+
+void MacroPlayer::startNextRun(Playback& playback, Scheduler::Duration now) {
+  const bool isLong = playback.due - playback.runStart >= shortestRun;
+  const bool isInTime = now - playback.due < shortestRun;
+  // Also what is slow to send leaves room for everything else then.
+  startRun(playback, isLong && isInTime ? now : now + shortestRun);
 }
 
 void MacroPlayer::perform(Playback& playback) {

@@ -20,9 +20,11 @@ class MacroPlayer {
   // Repeat modes: 1 to 10 runs, or one of these two. Any other is one run.
   static constexpr std::int32_t untilPressedAgain = 254;
   static constexpr std::int32_t untilReleased = 255;
-  // A repetition starts this long after the run before it at the earliest, so that a macro without delays cannot keep
-  // the machine busy.
+  // A repetition starts where the run before it ended; after a run whose delays are shorter than this in total, or that
+  // ended so much too late, it starts this long after the end. So a macro cannot keep the machine busy.
   static constexpr Scheduler::Duration shortestRun = std::chrono::milliseconds(10);
+  // So many events that are due happen one after the other, of one run at most; then everything else has its turn.
+  static constexpr std::size_t eventsPerTurn = 256;
 
   // Both outlive the player.
   MacroPlayer(Scheduler& scheduler, OutputKeys& output) : mScheduler(scheduler), mOutput(output) {}
@@ -58,6 +60,7 @@ class MacroPlayer {
 
   void proceed(const std::string& control);
   static void startRun(Playback& playback, Scheduler::Duration time);
+  static void startNextRun(Playback& playback, Scheduler::Duration now);
   static void perform(Playback& playback);
 
   Scheduler& mScheduler;

@@ -1,6 +1,7 @@
 #include "core-engine/ProfileChanger.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "core-engine/ProfileRules.h"
 #include "model/SettingsKeys.h"
@@ -40,31 +41,53 @@ void ProfileChanger::change(const PropertyList& settings) {
   changeProfile(activeProfileID(), settings);
 }
 
-void ProfileChanger::changeProfile(std::int64_t profileID, const PropertyList& settings) {
-  mStore.apply([&](const PropertyList& bundle) { return withUpdatedProfile(bundle, profileID, settings).bundle; });
+SettingsStore::Outcome ProfileChanger::changeProfile(std::int64_t profileID, const PropertyList& settings) {
+  return mStore.apply(
+      [&](const PropertyList& bundle) { return withUpdatedProfile(bundle, profileID, settings).bundle; });
 }
 
 void ProfileChanger::changeWhileHeld(std::string_view control, const PropertyList& settings) {
   const std::int64_t profileID = activeProfileID();
   const PropertyList before = valuesUnderKeysOf(settings, activeProfile());
-  changeProfile(profileID, settings);
+  if (changeProfile(profileID, settings) != SettingsStore::Outcome::Done) return;
   mHeldChanges.push_back({std::string(control), profileID, before, valuesUnderKeysOf(settings, profileAt(profileID))});
 }
 
 void ProfileChanger::release(std::string_view control) {
-  const auto found = std::find_if(mHeldChanges.begin(), mHeldChanges.end(),
-                                  [&](const HeldChange& each) { return each.control == control; });
-  if (found == mHeldChanges.end()) return;
-  const HeldChange ended = *found;
-  const auto next = mHeldChanges.erase(found);
-  const auto later = std::find_if(next, mHeldChanges.end(), [&](const HeldChange& each) {
-    return each.profileID == ended.profileID && each.before == ended.after;
+  for (HeldChange& each : mHeldChanges) {
+    if (each.control == control) each.isHeld = false;
+  }
+  takeBackReleased();
+}
+
+void ProfileChanger::takeBackReleased() {
+  // The earliest first: a later one may take over what it has to put back.
+  for (auto each = mHeldChanges.begin(); each != mHeldChanges.end();) {
+    each = !each->isHeld && takeBack(each) ? mHeldChanges.erase(each) : std::next(each);
+  }
+}
+
+bool ProfileChanger::takeBack(HeldChanges::iterator ended) {
+  const auto later = std::find_if(std::next(ended), mHeldChanges.end(), [&](const HeldChange& each) {
+    return each.profileID == ended->profileID && each.before == ended->after;
   });
   if (later != mHeldChanges.end()) {
-    later->before = ended.before;
-  } else if (valuesUnderKeysOf(ended.after, profileAt(ended.profileID)) == ended.after) {
-    changeProfile(ended.profileID, ended.before);
+    later->before = ended->before;
+    return true;
   }
+  if (valuesUnderKeysOf(ended->after, profileAt(ended->profileID)) != ended->after) return true;
+  return changeProfile(ended->profileID, ended->before) != SettingsStore::Outcome::NotSaved;
+}
+
+void ProfileChanger::profileDeleted(std::int64_t profileID) {
+  std::erase_if(mHeldChanges, [&](const HeldChange& each) { return each.profileID == profileID; });
+  for (HeldChange& each : mHeldChanges) {
+    if (each.profileID > profileID) --each.profileID;
+  }
+}
+
+void ProfileChanger::profilesReplaced() {
+  mHeldChanges.clear();
 }
 
 }  // namespace vorn::engine

@@ -28,8 +28,16 @@ class ProfileChanger {
   void change(const PropertyList& settings);
   // The same for as long as the control is held.
   void changeWhileHeld(std::string_view control, const PropertyList& settings);
-  // Takes back what the control changed while it was held, if it changed anything.
+  // Takes back what the control changed while it was held, if it changed anything. What the disk does not take is
+  // kept for takeBackReleased.
   void release(std::string_view control);
+  // Tries again what could not be saved when its control was let go; nothing happens where there is no such thing.
+  void takeBackReleased();
+
+  // A profile was deleted: what was changed in it is forgotten, what was changed in one behind it moves up with it.
+  void profileDeleted(std::int64_t profileID);
+  // Other profiles are in the place of all: nothing of the former ones is put back.
+  void profilesReplaced();
 
  private:
   struct HeldChange {
@@ -37,14 +45,18 @@ class ProfileChanger {
     std::int64_t profileID = 0;
     PropertyList before;  // what the keys had
     PropertyList after;   // what they had then
+    bool isHeld = true;   // false: the take-back was not saved yet
   };
+  using HeldChanges = std::vector<HeldChange>;
 
   std::int64_t activeProfileID() const;
   const PropertyList& profileAt(std::int64_t profileID) const;
-  void changeProfile(std::int64_t profileID, const PropertyList& settings);
+  SettingsStore::Outcome changeProfile(std::int64_t profileID, const PropertyList& settings);
+  // False: it could not be saved.
+  bool takeBack(HeldChanges::iterator ended);
 
   SettingsStore& mStore;
-  std::vector<HeldChange> mHeldChanges;  // the latest last
+  HeldChanges mHeldChanges;  // the latest last
 };
 
 }  // namespace vorn::engine

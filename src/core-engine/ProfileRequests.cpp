@@ -21,9 +21,12 @@ void report(Log& log, const std::string& client, std::string_view title, const C
   log.fault(client, kind, complaint.detail.empty() ? kind : kind + " (" + complaint.detail + ")");
 }
 
-// title: the request, for the log. change makes a ProfileChange of the bundle.
-template <typename Change>
-Answer changeProfiles(EngineParts& parts, const Request& request, std::string_view title, const Change& change) {
+void doNothing() {}
+
+// title: the request, for the log. change makes a ProfileChange of the bundle; follow is called when it is in force.
+template <typename Change, typename Follow = void (*)()>
+Answer changeProfiles(EngineParts& parts, const Request& request, std::string_view title, const Change& change,
+                      const Follow& follow = doNothing) {
   if (!provideSettings(parts, request, {})) {
     return PropertyList::dictionary({{replyKeys::ReturnStatus, statusValue(ReturnStatus::NoSettings)}});
   }
@@ -32,8 +35,14 @@ Answer changeProfiles(EngineParts& parts, const Request& request, std::string_vi
     result = change(bundle);
     return result.bundle;
   });
+  if (outcome == SettingsStore::Outcome::Done) follow();
   for (const Complaint& complaint : result.complaints) report(parts.log, request.sender, title, complaint);
-  const ReturnStatus status = outcome == SettingsStore::Outcome::NotSaved ? ReturnStatus::NotSaved : result.status;
+  ReturnStatus status = result.status;
+  if (outcome == SettingsStore::Outcome::NotSaved) status = ReturnStatus::NotSaved;
+  if (outcome == SettingsStore::Outcome::Refused && status == ReturnStatus::Done) {
+    report(parts.log, request.sender, title, {"the result is no complete bundle", {}});
+    status = ReturnStatus::Malformed;
+  }
   return PropertyList::dictionary(
       {{replyKeys::ReturnDictionary, parts.store.bundle()}, {replyKeys::ReturnStatus, statusValue(status)}});
 }
@@ -54,15 +63,17 @@ Answer updateProfile(EngineParts& parts, const Request& request) {
 }
 
 Answer replaceAllProfiles(EngineParts& parts, const Request& request) {
-  return changeProfiles(parts, request, "replace all profiles", [&](const PropertyList& bundle) {
+  const auto replace = [&](const PropertyList& bundle) {
     return withReplacedProfiles(bundle, request.body[requestKeys::AllProfiles], parts.defaults.ownProfile());
-  });
+  };
+  return changeProfiles(parts, request, "replace all profiles", replace, [&] { parts.profiles.profilesReplaced(); });
 }
 
 Answer deleteProfile(EngineParts& parts, const Request& request) {
-  return changeProfiles(parts, request, "delete profile", [&](const PropertyList& bundle) {
-    return withoutProfile(bundle, request.body[requestKeys::ProfileID]);
-  });
+  const PropertyList& profileID = request.body[requestKeys::ProfileID];
+  const auto remove = [&](const PropertyList& bundle) { return withoutProfile(bundle, profileID); };
+  return changeProfiles(parts, request, "delete profile", remove,
+                        [&] { parts.profiles.profileDeleted(profileID.toInt64()); });
 }
 
 Answer switchProfile(EngineParts& parts, const Request& request) {

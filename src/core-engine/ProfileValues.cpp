@@ -60,13 +60,18 @@ bool isNumberWithin(const PropertyList& value, std::int32_t minimum, std::int32_
   return value.isNumber() && value.toDouble() >= minimum && value.toDouble() <= maximum;
 }
 
+// A count, a position or a level; a flag may be a boolean.
+bool isIntegerWithin(const PropertyList& value, std::int32_t minimum, std::int32_t maximum) {
+  return (value.isInteger() || (value.isBoolean() && maximum == 1)) && isNumberWithin(value, minimum, maximum);
+}
+
 bool isMissingOrWithin(const PropertyList& value, std::int32_t minimum, std::int32_t maximum) {
   return value.isNone() || isNumberWithin(value, minimum, maximum);
 }
 
 bool isStage(const PropertyList& stage) {
-  return isNumberWithin(stage[keys::StageDpiX], minimumDpi, maximumDpi) &&
-         isNumberWithin(stage[keys::StageDpiY], minimumDpi, maximumDpi) &&
+  return isIntegerWithin(stage[keys::StageDpiX], minimumDpi, maximumDpi) &&
+         isIntegerWithin(stage[keys::StageDpiY], minimumDpi, maximumDpi) &&
          isMissingOrWithin(stage[keys::StageIndependentXY], 0, 1);
 }
 
@@ -86,7 +91,7 @@ bool fits(const Rule& rule, const PropertyList& value) {
     case Kind::Text:
       return value.isString();
     case Kind::Number:
-      return isNumberWithin(value, rule.minimum, rule.maximum);
+      return isIntegerWithin(value, rule.minimum, rule.maximum);
     case Kind::Dictionary:
     case Kind::Group:
       return value.isDictionary();
@@ -110,7 +115,7 @@ std::string expectation(const Rule& rule) {
     case Kind::Text:
       return "a text";
     case Kind::Number:
-      return "a number from " + std::to_string(rule.minimum) + " to " + std::to_string(rule.maximum);
+      return "a whole number from " + std::to_string(rule.minimum) + " to " + std::to_string(rule.maximum);
     case Kind::Dictionary:
     case Kind::Group:
       return "a dictionary";
@@ -126,21 +131,22 @@ std::string expectation(const Rule& rule) {
   return {};
 }
 
-// The first control of the group whose record is there and incomplete.
-std::optional<keys::Key> incompleteRecord(const PropertyList& group, std::span<const keys::Key> identifiers) {
-  const auto found = std::find_if(identifiers.begin(), identifiers.end(), [&](keys::Key identifier) {
-    return group.contains(identifier) && !isAssignment(group[identifier]);
-  });
-  return found == identifiers.end() ? std::nullopt : std::optional(*found);
+// The first identifier in the group whose record is incomplete; identifiers beyond the controls need whole records too.
+std::optional<std::string_view> incompleteRecordOf(const PropertyList& group) {
+  if (!group.isDictionary()) return std::nullopt;
+  for (std::size_t entry = 0; entry < group.size(); ++entry) {
+    if (!isAssignment(group.valueAt(entry))) return group.keyAt(entry);
+  }
+  return std::nullopt;
 }
 
 // holder: a profile record or a keymap.
-std::optional<keys::Key> incompleteRecord(const PropertyList& holder) {
-  const auto key = incompleteRecord(holder[keys::Keys], keys::keyIdentifiers);
-  return key ? key : incompleteRecord(holder[keys::Buttons], keys::buttonIdentifiers);
+std::optional<std::string_view> incompleteRecord(const PropertyList& holder) {
+  const auto key = incompleteRecordOf(holder[keys::Keys]);
+  return key ? key : incompleteRecordOf(holder[keys::Buttons]);
 }
 
-std::optional<keys::Key> incompleteAssignment(const PropertyList& settings) {
+std::optional<std::string_view> incompleteAssignment(const PropertyList& settings) {
   if (const auto identifier = incompleteRecord(settings)) return identifier;
   for (const PropertyList& keymap : settings[keys::Keymap].elements()) {
     if (const auto identifier = incompleteRecord(keymap)) return identifier;

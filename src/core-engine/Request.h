@@ -13,6 +13,7 @@
 #include "core-engine/Log.h"
 #include "core-engine/MacroRecorder.h"
 #include "core-engine/NewsPort.h"
+#include "core-engine/ProfileChanger.h"
 #include "core-engine/Scheduler.h"
 #include "core-engine/SettingsStore.h"
 #include "engine/EngineProtocol.h"
@@ -41,6 +42,7 @@ struct EngineParts {
   Scheduler& scheduler;
   MacroRecorder& recorder;
   KeyCapture& capture;
+  ProfileChanger& profiles;
 };
 
 // The body of the answer, a dictionary; nothing for a request that has no answer.

@@ -80,7 +80,7 @@ struct TestParts {
   TestParts(const TestParts&) = delete;
   TestParts& operator=(const TestParts&) = delete;
 
-  EngineParts parts() { return {store, device, clients, defaults, log, news, scheduler, recorder, capture}; }
+  EngineParts parts() { return {store, device, clients, defaults, log, news, scheduler, recorder, capture, profiles}; }
 
   // What a start of the engine would find on the disk now.
   PropertyList stored() const {
@@ -108,6 +108,7 @@ struct TestParts {
   ManualScheduler scheduler;
   MacroRecorder recorder{news, scheduler};
   KeyCapture capture{news};
+  ProfileChanger profiles{store};
 };
 
 }  // namespace vorn::engine::test

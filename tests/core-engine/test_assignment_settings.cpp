@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core-engine/AssignmentFixture.h"
+#include "core-engine/ProfileRequests.h"
 
 namespace vorn::engine::test {
 namespace {
@@ -21,12 +22,35 @@ class AssignmentSettings : public AssignmentFixture {
                       .with("StageValue", current)
                       .with("IndependentXYOn", 0));
   }
+  // Serves a request of a client; the status of its answer.
+  std::int32_t ask(RequestHandler handler, std::string_view key, const PropertyList& value) {
+    EngineParts all = parts.parts();
+    const Answer answer = handler(all, {":1.7", PropertyList::dictionary({{key, value}})});
+    return answer.value()["ReturnStatus"].toInt();
+  }
+  // The second profile becomes active; there, "43" holds the fourth keymap.
+  void holdKeymapInSecondProfile() {
+    parts.profiles.switchTo(1);
+    const PropertyList second = profile(1);
+    setProfile(1, second.with("Keys", second["Keys"].with("43", record(50, 3, 1))));
+    press("43");
+    EXPECT_EQ(keymap(1), 3);
+  }
+  // All profiles, one after the other.
+  std::vector<std::int32_t> keymaps() {
+    std::vector<std::int32_t> result;
+    for (const PropertyList& each : parts.store.bundle()["Profiles"].elements()) {
+      result.push_back(each["KeymapID"].toInt());
+    }
+    return result;
+  }
   void giveThreeStages(std::int32_t current) {
     giveStages({stage(400, 400), stage(1600, 800, 1), stage(3200, 3200)}, current);
   }
 };
 
 using Sensitivity = std::vector<std::int32_t>;
+using Keymaps = std::vector<std::int32_t>;
 
 TEST_F(AssignmentSettings, SwitchesTheProfile) {
   assign("43", record(17, 2));
@@ -139,6 +163,54 @@ TEST_F(AssignmentSettings, SwitchesBackInEachOfTwoProfiles) {
   EXPECT_EQ(keymap(0), 0);
   release("4");
   EXPECT_EQ(keymap(1), 3);
+}
+
+TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenOneBeforeItIsDeleted) {
+  holdKeymapInSecondProfile();
+  setProfile(2, profile(2).with("KeymapID", 3));
+  EXPECT_EQ(ask(deleteProfile, requestKeys::ProfileID, 0), 0);
+  EXPECT_EQ(keymaps(), (Keymaps{3, 3}));
+  const PropertyList before = parts.store.bundle();
+  release("43");
+  EXPECT_EQ(profile(0)["ProfileName"], "Two");
+  EXPECT_EQ(keymaps(), (Keymaps{0, 3}));
+  EXPECT_EQ(parts.store.bundle()["Profiles"].at(1), before["Profiles"].at(1));
+  EXPECT_EQ(parts.store.bundle()["DeviceSettings"], before["DeviceSettings"]);
+}
+
+TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenOneBehindItIsDeleted) {
+  holdKeymapInSecondProfile();
+  EXPECT_EQ(ask(deleteProfile, requestKeys::ProfileID, 2), 0);
+  release("43");
+  EXPECT_EQ(keymaps(), (Keymaps{0, 0}));
+}
+
+TEST_F(AssignmentSettings, SwitchesNothingBackWhenItsProfileIsDeleted) {
+  holdKeymapInSecondProfile();
+  setProfile(2, profile(2).with("KeymapID", 3));
+  EXPECT_EQ(ask(deleteProfile, requestKeys::ProfileID, 1), 0);
+  release("43");
+  EXPECT_EQ(keymaps(), (Keymaps{0, 3}));
+}
+
+TEST_F(AssignmentSettings, SwitchesBackWhereItSwitchedWhenADeletionIsRefusedOrNotSaved) {
+  holdKeymapInSecondProfile();
+  EXPECT_NE(ask(deleteProfile, requestKeys::ProfileID, 3), 0);
+  EXPECT_NE(ask(deleteProfile, requestKeys::ProfileID, "0"), 0);
+  parts.disk.failFrom(1, std::errc::no_space_on_device);
+  EXPECT_NE(ask(deleteProfile, requestKeys::ProfileID, 0), 0);
+  EXPECT_NE(ask(replaceAllProfiles, requestKeys::AllProfiles, PropertyList::array({profile(0)})), 0);
+  parts.disk.work();
+  release("43");
+  EXPECT_EQ(keymaps(), (Keymaps{0, 0, 0}));
+}
+
+TEST_F(AssignmentSettings, SwitchesNothingBackInProfilesThatReplacedAll) {
+  holdKeymapInSecondProfile();
+  const PropertyList other = profile(1).with("ProfileName", "Other");
+  EXPECT_EQ(ask(replaceAllProfiles, requestKeys::AllProfiles, PropertyList::array({other, other})), 0);
+  release("43");
+  EXPECT_EQ(keymaps(), (Keymaps{3, 3}));
 }
 
 TEST_F(AssignmentSettings, TakesARepeatedPressForOne) {
@@ -279,6 +351,56 @@ TEST_F(AssignmentSettings, LeavesTheSettingsAloneWhenTheDiskIsFull) {
   parts.disk.work();
   release("43");
   EXPECT_EQ(parts.store.bundle(), before);
+}
+
+TEST_F(AssignmentSettings, SwitchesBackAtTheNextEventWhenTheDiskWasFull) {
+  assign("43", record(50, 3, 1));
+  press("43");
+  parts.disk.failFrom(1, std::errc::no_space_on_device);
+  release("43");
+  player.handle(KeyChanged{7, 4, true});
+  EXPECT_EQ(keymap(), 3);
+  parts.disk.work();
+  player.handle(KeyChanged{7, 4, false});
+  EXPECT_EQ(keymap(), 0);
+  EXPECT_EQ(parts.stored(), parts.store.bundle());
+}
+
+TEST_F(AssignmentSettings, SwitchesBackWithTheNextPressThatSwitchesTheSame) {
+  assign("43", record(50, 3, 1));
+  assign("43", record(50, 3, 1), 3);
+  press("43");
+  parts.disk.failFrom(1, std::errc::no_space_on_device);
+  release("43");
+  press("43");
+  EXPECT_EQ(keymap(), 3);
+  parts.disk.work();
+  release("43");
+  EXPECT_EQ(keymap(), 0);
+}
+
+TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenADeletionComesBeforeTheDiskWorksAgain) {
+  holdKeymapInSecondProfile();
+  parts.disk.failFrom(1, std::errc::no_space_on_device);
+  release("43");
+  parts.disk.work();
+  EXPECT_EQ(ask(deleteProfile, requestKeys::ProfileID, 0), 0);
+  parts.profiles.takeBackReleased();
+  EXPECT_EQ(keymaps(), (Keymaps{0, 0}));
+}
+
+TEST_F(AssignmentSettings, LeavesAKeymapThatSomebodyElseChoseBeforeTheDiskWorkedAgain) {
+  assign("43", record(50, 3, 1));
+  press("43");
+  parts.disk.failFrom(1, std::errc::no_space_on_device);
+  release("43");
+  parts.disk.work();
+  setProfile(0, profile().with("KeymapID", 5));
+  parts.profiles.takeBackReleased();
+  EXPECT_EQ(keymap(), 5);
+  setProfile(0, profile().with("KeymapID", 3));
+  parts.profiles.takeBackReleased();
+  EXPECT_EQ(keymap(), 3);
 }
 
 TEST_F(AssignmentSettings, ChangesNothingWithoutSettings) {

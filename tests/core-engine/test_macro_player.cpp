@@ -158,9 +158,10 @@ class LateScheduler : public Scheduler {
     return 1;
   }
   void cancel(Ticket) override { mWork = {}; }
+  void pass(Duration duration) { mNow += duration; }
   // Lets the time pass and does the work that was asked for last.
   void wakeAfter(Duration duration) {
-    mNow += duration;
+    pass(duration);
     const auto work = std::exchange(mWork, {});
     work();
   }
@@ -193,7 +194,72 @@ TEST(MacroPlayerOnALateMachine, DoesNotMakeUpForRunsThatItMissed) {
   player.start("43", shortMacro(), MacroPlayer::untilReleased);
   scheduler.wakeAfter(1h);
   EXPECT_EQ(sent, (OutputEvents{keyDown(4), keyUp(4)}));
-  EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{5, 5}));
+  // A rest of 10 ms, then the delay of the first event.
+  EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{5, 15}));
+}
+
+// Every event takes this machine a millisecond to send.
+class MacroPlayerOnASlowMachine : public testing::Test {
+ protected:
+  // Presses and releases A so often, without a delay.
+  static PropertyList fastMacro(std::size_t taps) {
+    std::vector<PropertyList> events;
+    for (std::size_t tap = 0; tap < taps; ++tap) {
+      events.push_back(event(1, 0, 4));
+      events.push_back(event(0, 0, 4));
+    }
+    return PropertyList::array(std::move(events));
+  }
+
+  LateScheduler scheduler;
+  std::size_t sent = 0;
+  OutputKeys output{[this](const OutputEvent&) {
+    ++sent;
+    scheduler.pass(1ms);
+  }};
+  MacroPlayer player{scheduler, output};
+};
+
+TEST_F(MacroPlayerOnASlowMachine, LetsTheMachineRestAfterEveryRun) {
+  for (const std::int32_t mode : {3, MacroPlayer::untilReleased}) {
+    sent = 0;
+    scheduler.delays.clear();
+    player.start("43", fastMacro(50), mode);
+    ASSERT_EQ(sent, 100U);
+    scheduler.wakeAfter(10ms);
+    ASSERT_EQ(sent, 200U);
+    EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{10, 10}));
+    scheduler.wakeAfter(10ms);
+    EXPECT_EQ(sent, 300U);
+    EXPECT_EQ(player.isPlaying("43"), mode == MacroPlayer::untilReleased);
+  }
+}
+
+TEST_F(MacroPlayerOnASlowMachine, RestsAlsoAfterARunThatTookLongerThanItsDelays) {
+  const PropertyList slow = fastMacro(20);
+  player.start("43", slow.replacing(0, slow.at(0).with("delay", 20)), 2);
+  scheduler.wakeAfter(20ms);
+  EXPECT_EQ(sent, 40U);
+  EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{20, 30}));
+}
+
+TEST_F(MacroPlayerOnASlowMachine, SendsALongRunInSeveralTurns) {
+  player.start("43", fastMacro(300), 1);
+  EXPECT_EQ(sent, 256U);
+  scheduler.wakeAfter(0ms);
+  EXPECT_EQ(sent, 512U);
+  EXPECT_TRUE(player.isPlaying("43"));
+  scheduler.wakeAfter(0ms);
+  EXPECT_EQ(sent, 600U);
+  EXPECT_FALSE(player.isPlaying("43"));
+  EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{0, 0}));
+}
+
+TEST_F(MacroPlayerOnASlowMachine, IsStoppedBetweenTheTurnsOfARun) {
+  player.start("43", fastMacro(300), MacroPlayer::untilReleased);
+  player.stop("43");
+  EXPECT_FALSE(player.isPlaying("43"));
+  EXPECT_EQ(sent, 256U);
 }
 
 class MacroAssignment : public AssignmentFixture {

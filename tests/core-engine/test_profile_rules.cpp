@@ -119,7 +119,7 @@ TEST(AddedProfile, KeepsFurtherKeysAndLeavesDeviceSettingsAlone) {
 
 TEST(AddedProfile, TakesUnusableValuesFromTheFactoryProfile) {
   expectPartlyRefused(withAddedProfile(profiles({"one"}), profile("two").with("DPIX", "fast"), profile("factory")),
-                      profiles({"one", "two"}), {{"\"DPIX\" takes a number from 100 to 5600", "\"fast\""}});
+                      profiles({"one", "two"}), {{"\"DPIX\" takes a whole number from 100 to 5600", "\"fast\""}});
 }
 
 TEST(AddedProfile, IsADictionary) {
@@ -228,6 +228,28 @@ TEST(UpdatedProfile, KeepsAssignmentsThatComeIncomplete) {
                       {{"an assignment is incomplete", "control 43"}});
 }
 
+TEST(UpdatedProfile, TakesWholeNumbersOnlyForPositionsAndCounts) {
+  for (const auto& [key, value] : {std::pair<const char*, PropertyList>{"KeymapID", 2.5},
+                                   {"KeymapID", true},
+                                   {"DPIX", 800.7},
+                                   {"DPIX", "800"},
+                                   {"PowerSaver", true}}) {
+    const PropertyList before = bundle("Old");
+    const ProfileChange change = withUpdatedProfile(before, 0, dictionary({{key, value}}));
+    EXPECT_EQ(change.complaints.size(), 1U) << key;
+    EXPECT_EQ(change.bundle.value_or(before), before) << key;
+  }
+  EXPECT_TRUE(withUpdatedProfile(bundle("Old"), 0, dictionary({{"AccelerationOn", true}})).complaints.empty());
+}
+
+TEST(UpdatedProfile, TakesNoIncompleteAssignmentUnderAnyIdentifier) {
+  for (const char* identifier : {"43", "999"}) {
+    const PropertyList before = bundle("Old");
+    const PropertyList group = dictionary({{identifier, dictionary({{"command", 1}})}});
+    EXPECT_FALSE(withUpdatedProfile(before, 0, dictionary({{"Keys", group}})).complaints.empty()) << identifier;
+  }
+}
+
 TEST(UpdatedProfile, KeepsValuesThatComeUnusable) {
   const PropertyList settings = dictionary({{"ProfileName", 5},
                                             {"Keys", list({})},
@@ -250,16 +272,17 @@ TEST(UpdatedProfile, KeepsValuesThatComeUnusable) {
   EXPECT_EQ(change.status, ReturnStatus::PartlyRefused);
   std::vector<std::string> reasons;
   for (const Complaint& complaint : change.complaints) reasons.push_back(complaint.reason);
-  EXPECT_EQ(reasons,
-            (std::vector<std::string>{
-                "\"ProfileName\" takes a text", "\"Keys\" takes a dictionary", "\"Buttons\" takes a dictionary",
-                "\"Keymap\" takes an array of 1 to 8 keymaps", "\"KeymapID\" takes a number from 0 to 7",
-                "\"Stages\" takes an array of 1 to 5 stages from 100 to 5600 DPI",
-                "\"StageValue\" takes a number from 0 to 4", "\"DPIX\" takes a number from 100 to 5600",
-                "\"DPIY\" takes a number from 100 to 5600", "\"IndependentXYOn\" takes a number from 0 to 1",
-                "\"Sensitivity\" takes an array", "\"PollingRate\" takes a number from 125 to 1000",
-                "\"LEDColors\" takes an array of colours with components from 0 to 1",
-                "\"PowerSaver\" takes a number from 0 to 255", "\"AppInfo\" takes a dictionary"}));
+  EXPECT_EQ(
+      reasons,
+      (std::vector<std::string>{
+          "\"ProfileName\" takes a text", "\"Keys\" takes a dictionary", "\"Buttons\" takes a dictionary",
+          "\"Keymap\" takes an array of 1 to 8 keymaps", "\"KeymapID\" takes a whole number from 0 to 7",
+          "\"Stages\" takes an array of 1 to 5 stages from 100 to 5600 DPI",
+          "\"StageValue\" takes a whole number from 0 to 4", "\"DPIX\" takes a whole number from 100 to 5600",
+          "\"DPIY\" takes a whole number from 100 to 5600", "\"IndependentXYOn\" takes a whole number from 0 to 1",
+          "\"Sensitivity\" takes an array", "\"PollingRate\" takes a whole number from 125 to 1000",
+          "\"LEDColors\" takes an array of colours with components from 0 to 1",
+          "\"PowerSaver\" takes a whole number from 0 to 255", "\"AppInfo\" takes a dictionary"}));
 }
 
 TEST(UpdatedProfile, TakesEveryKeyThatAClientSends) {
@@ -394,7 +417,7 @@ TEST(ReplacedProfiles, AreRefusedTogether) {
   expectRefused(withReplacedProfiles(profiles({"one"}), list({profile("A"), "B"}), {}), ReturnStatus::Malformed,
                 {"a profile is no dictionary", "\"B\""});
   expectRefused(withReplacedProfiles(profiles({"one"}), list({profile("A"), profile("B").with("KeymapID", 9)}), {}),
-                ReturnStatus::Malformed, {"\"KeymapID\" takes a number from 0 to 7", "9"});
+                ReturnStatus::Malformed, {"\"KeymapID\" takes a whole number from 0 to 7", "9"});
   expectRefused(
       withReplacedProfiles(profiles({"one"}), list({profile("A").with("Note", std::string(1024 * 1024, 'x'))}), {}),
       ReturnStatus::TooLarge, {"the record is larger than 1 MiB or has more than 32 levels", ""});

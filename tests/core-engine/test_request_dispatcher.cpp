@@ -85,6 +85,18 @@ TEST_F(RequestDispatcherTest, RegistersWithTheEnginesOwnDefaultSettingsWhereNone
   EXPECT_EQ(store.bundle(), bundle("own"));
 }
 
+TEST_F(RequestDispatcherTest, ChangesNothingForAnUnknownProduct) {
+  store.fill(bundle("Old"));
+  const PropertyList before = store.bundle();
+  const PropertyList request = plainRequest()
+                                   .with("ProductID", 999)
+                                   .with("ProfileID", 0)
+                                   .with("DeviceSettingsDictionary", dictionary({{"ProfileName", "New"}}));
+  EXPECT_EQ(answerTo(6, request), dictionary({{"ReturnStatus", 3}}));
+  EXPECT_EQ(store.bundle(), before);
+  EXPECT_EQ(lines, Lines{"vorn-core-engine: client :1.7: request 6 (update profile) is for the unknown product 999"});
+}
+
 TEST_F(RequestDispatcherTest, TellsThatTheMouseIsAbsentAndRemembersTheClient) {
   device.setConnection(Connection::Absent);
   EXPECT_EQ(answerTo(0, registration()), refused);
