@@ -5,6 +5,7 @@
 #include <limits>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "ports/BusCall.h"
 
@@ -108,7 +109,48 @@ std::optional<PropertyList> readNumber(sd_bus_message* message, char type) {
   return PropertyList(number);
 }
 
+std::optional<PropertyList> readDictionary(sd_bus_message* message) {
+  std::vector<PropertyList> entries;
+  while (sd_bus_message_enter_container(message, SD_BUS_TYPE_DICT_ENTRY, nullptr) > 0) {
+    auto entry = readValues(message);
+    if (!entry || entry->size() != 2 || sd_bus_message_exit_container(message) < 0) return std::nullopt;
+    entries.push_back(PropertyList::array(std::move(*entry)));
+  }
+  std::vector<PropertyList::Pair> pairs;
+  pairs.reserve(entries.size());
+  for (const PropertyList& entry : entries) pairs.emplace_back(entry.at(0).string(), entry.at(1));
+  return PropertyList::dictionary(std::move(pairs));
+}
+
+// An array, a structure or a variant. Their depth is limited by the bus.
+std::optional<PropertyList> readContainer(sd_bus_message* message, char type, const char* contents) {
+  if (sd_bus_message_enter_container(message, type, contents) < 0) return std::nullopt;
+  std::optional<PropertyList> result;
+  if (type == SD_BUS_TYPE_ARRAY && std::string_view(contents).starts_with("{s")) {
+    result = readDictionary(message);
+  } else if (auto values = readValues(message)) {
+    if (type != SD_BUS_TYPE_VARIANT) result = PropertyList::array(std::move(*values));
+    if (type == SD_BUS_TYPE_VARIANT && values->size() == 1) result = values->front();
+  }
+  if (!result || sd_bus_message_exit_container(message) < 0) return std::nullopt;
+  return result;
+}
+
 }  // namespace
+
+std::optional<std::vector<PropertyList>> readValues(sd_bus_message* message) {
+  std::vector<PropertyList> values;
+  char type = 0;
+  const char* contents = nullptr;
+  int result = sd_bus_message_peek_type(message, &type, &contents);
+  for (; result > 0; result = sd_bus_message_peek_type(message, &type, &contents)) {
+    const bool isContainer = type == SD_BUS_TYPE_ARRAY || type == SD_BUS_TYPE_STRUCT || type == SD_BUS_TYPE_VARIANT;
+    auto value = isContainer ? readContainer(message, type, contents) : readBasicValue(message, type);
+    if (!value) return std::nullopt;
+    values.push_back(std::move(*value));
+  }
+  return result < 0 ? std::nullopt : std::optional(std::move(values));
+}
 
 bool appendValue(sd_bus_message* message, std::string_view type, const PropertyList& value) {
   if (type == "a{sv}") return appendDictionary(message, value);

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "model/PropertyList.h"
 
@@ -15,5 +16,9 @@ bool appendValue(sd_bus_message* message, std::string_view type, const PropertyL
 
 // Reads one value of a basic type. Nothing when the message holds another one.
 std::optional<PropertyList> readBasicValue(sd_bus_message* message, char type);
+
+// Reads all values that are left in the message or in its container. Nothing when one of them has a type that is not
+// listed there; a variant reads as what it holds.
+std::optional<std::vector<PropertyList>> readValues(sd_bus_message* message);
 
 }  // namespace vorn::bus

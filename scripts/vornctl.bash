@@ -1,0 +1,120 @@
+# Completion of vornctl for bash; installed as share/bash-completion/completions/vornctl.
+
+# The names of profiles or macros ($1) of the running engine, one a line.
+_vornctl_names() {
+  vornctl --timeout 1 "$1" list 2>/dev/null | sed -E 's/^[* ] +[0-9]+  //'
+}
+
+# Offers lines of standard input that begin with the current word; a name with blanks is quoted.
+_vornctl_offer() {
+  local line
+  while IFS= read -r line; do
+    [[ -n $line && $line == "$cur"* ]] && COMPREPLY+=("$(printf '%q' "$line")")
+  done
+}
+
+_vornctl_words() {
+  mapfile -t COMPREPLY < <(compgen -W "$1" -- "$cur")
+}
+
+_vornctl_files() {
+  compopt -o filenames 2>/dev/null
+  mapfile -t COMPREPLY < <(compgen -f -X "!*.$1" -- "$cur"; compgen -d -- "$cur")
+}
+
+_vornctl_keys='ProfileName KeymapID DPIX DPIY IndependentXYOn Stages StageValue SensitivityOSDOn AccelerationOn
+  Acceleration PollingRate LEDColors LEDEffects ScrollLED BrightnessKBNormal AutoSwitchOn ProfileOSDOn
+  BrightnessNormal BrightnessBattery PowerSaver BatteryCriticalLevel Keys/ Buttons/ Keymap/'
+
+_vornctl_controls='Tab Q W E R Caps-Lock A S D F Left-Shift Z X C Space Left-Alt wheel wheel-up wheel-down Up-Arrow
+  Up-Right Right-Arrow Down-Right Down-Arrow Down-Left Left-Arrow Up-Left'
+
+_vornctl_assign() {
+  case $# in
+    1) _vornctl_words "$_vornctl_controls" ;;
+    2)
+      _vornctl_words 'default disable key macro profile keymap button scroll stage forward backward sensitivity launch'
+      ;;
+    3)
+      case $2 in
+        macro | profile) _vornctl_offer < <(_vornctl_names "${2}s") ;;
+        keymap) _vornctl_words '1 2 3 4 5 6 7 8 cycle' ;;
+        button) _vornctl_words '1 2 3 4 5 6 7 8 double' ;;
+        scroll | stage) _vornctl_words 'up down' ;;
+        sensitivity) _vornctl_words 'on-the-fly temporary' ;;
+        launch)
+          compopt -o filenames 2>/dev/null
+          mapfile -t COMPREPLY < <(compgen -f -- "$cur")
+          ;;
+      esac
+      ;;
+  esac
+}
+
+_vornctl_records() {
+  local kind=$1 extension=$2
+  shift 2
+  case $1:$# in
+    switch:2 | copy:2 | rename:2 | delete:2 | export:2 | show:2) _vornctl_offer < <(_vornctl_names "$kind") ;;
+    import:2) _vornctl_files "$extension" ;;
+    export:3) _vornctl_files "$extension" ;;
+  esac
+}
+
+_vornctl_device() {
+  case $1:$# in
+    plug:2) _vornctl_words 'wired wireless' ;;
+    press:2 | release:2 | click:2) _vornctl_words "$_vornctl_controls keymap stage-up stage-down" ;;
+    charging:2) _vornctl_words 'battery charging none usual' ;;
+  esac
+}
+
+_vornctl() {
+  local cur=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} index
+  local -a words=()
+  COMPREPLY=()
+  case $previous in
+    --profile)
+      _vornctl_offer < <(_vornctl_names profiles)
+      return
+      ;;
+    --repeat)
+      _vornctl_words '1 2 3 4 5 6 7 8 9 10 held toggle'
+      return
+      ;;
+    --with)
+      _vornctl_words 'Control Shift Alt Command Right-Control Right-Shift Right-Alt Right-Command'
+      return
+      ;;
+    --timeout) return ;;
+  esac
+  if [[ $cur == -* ]]; then
+    _vornctl_words '--json --help --version --timeout --profile --with --repeat --switch-back --failing --press --release'
+    return
+  fi
+  # The words before the cursor without options and their values.
+  for ((index = 1; index < COMP_CWORD; ++index)); do
+    case ${COMP_WORDS[index]} in
+      --profile | --with | --repeat | --timeout) ((++index)) ;;
+      --*) ;;
+      *) words+=("${COMP_WORDS[index]}") ;;
+    esac
+  done
+  words+=("$cur")
+  if ((${#words[@]} == 1)); then
+    _vornctl_words 'status profiles get set macros assign monitor device'
+    return
+  fi
+  case ${words[0]}:${#words[@]} in
+    profiles:2) _vornctl_words 'list switch add copy rename delete export import' ;;
+    macros:2) _vornctl_words 'list show rename delete export import' ;;
+    device:2) _vornctl_words 'plug unplug press release click type battery charging firmware state output' ;;
+    get:2 | set:2) _vornctl_words "$_vornctl_keys" ;;
+    profiles:*) _vornctl_records profiles SkarnProfile "${words[@]:1}" ;;
+    macros:*) _vornctl_records macros SkarnMacro "${words[@]:1}" ;;
+    device:*) _vornctl_device "${words[@]:1}" ;;
+    assign:*) _vornctl_assign "${words[@]:1}" ;;
+  esac
+}
+
+complete -F _vornctl vornctl

@@ -1,0 +1,177 @@
+#include "ctl/Assignment.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "ctl/Keys.h"
+#include "ctl/Numbers.h"
+#include "ctl/Settings.h"
+#include "model/HidUsages.h"
+
+namespace vorn::ctl {
+
+namespace {
+
+using Command = AssignmentCommand;
+
+constexpr std::int32_t untilPressedAgain = 254;
+constexpr std::int32_t untilReleased = 255;
+
+// What the action is made of.
+struct Request {
+  const Control& control;
+  const Arguments& words;
+  const CommandLine& line;
+};
+
+Failure wrong(std::string text) {
+  return {ExitStatus::Usage, std::move(text)};
+}
+
+Result<PropertyList> disabled(const Request& request) {
+  return assignmentRecord(Command::Disable, request.control.isDirectionPad() ? request.control.code() : 0);
+}
+
+Result<PropertyList> key(const Request& request) {
+  const auto usage = keyUsage(request.words[1]);
+  if (!usage) return wrong("there is no key \"" + request.words[1] + "\"");
+  std::int32_t modifiers = 0;
+  for (const std::string& name : request.line.modifiers) {
+    const auto modifier = modifierUsage(name);
+    if (!modifier) return wrong("there is no modifier \"" + name + "\"");
+    modifiers |= 1 << (*modifier - hid::firstModifier);
+  }
+  return assignmentRecord(Command::SingleKey, *usage, modifiers);
+}
+
+Result<PropertyList> macro(const Request& request) {
+  const std::string mode = request.line.repeatMode.value_or("1");
+  const bool isOpenEnded = mode == "held" || mode == "toggle";
+  const auto times = numberOf(mode, 1, 10);
+  if (!isOpenEnded && !times) return wrong("--repeat takes 1 to 10, held or toggle");
+  if (isOpenEnded && request.control.isWheelTurn()) return wrong("the wheel repeats a macro 1 to 10 times");
+  const std::int64_t repeat = times ? *times : (mode == "held" ? untilReleased : untilPressedAgain);
+  return assignmentRecord(Command::Macro, 0, repeat);
+}
+
+Result<PropertyList> keymap(const Request& request) {
+  const bool isSwitchBack = request.line.isSwitchBack;
+  if (isSwitchBack && request.control.isWheelTurn()) return wrong("the wheel cannot switch back");
+  if (request.words[1] == "cycle") {
+    if (isSwitchBack) return wrong("keymap cycle cannot switch back");
+    return assignmentRecord(Command::Keymap, nextKeymap);
+  }
+  const auto number = numberOf(request.words[1], 1, static_cast<std::int64_t>(keys::keymapCount));
+  if (!number) return wrong("keymap takes 1 to 8 or cycle");
+  return assignmentRecord(Command::Keymap, *number - 1, isSwitchBack ? 1 : 0);
+}
+
+Result<PropertyList> button(const Request& request) {
+  if (request.words[1] == "double") return assignmentRecord(Command::DoubleClick);
+  const auto number = numberOf(request.words[1], 1, 8);
+  if (!number) return wrong("button takes 1 to 8 or double");
+  return assignmentRecord(static_cast<Command>(*number));
+}
+
+Result<PropertyList> launch(const Request& request) {
+  std::error_code code;
+  const auto path = std::filesystem::absolute(request.words[1], code).lexically_normal();
+  if (code || !std::filesystem::exists(path, code)) {
+    return Failure{ExitStatus::FileError, request.words[1] + ": " + (code ? code.message() : "no such application")};
+  }
+  return assignmentRecord(Command::LaunchProgram, path.string(), "");
+}
+
+struct Action {
+  std::string_view name;  // one word, or two of which the second is a choice
+  bool takesValue;        // one more word
+  Command command;        // where there is no function
+  Result<PropertyList> (*parse)(const Request& request);
+  std::string_view option;  // that it takes
+};
+
+constexpr Action actions[] = {
+    {"default",
+     false,
+     {},
+     [](const Request& request) -> Result<PropertyList> { return factoryAssignment(request.control.identifier); },
+     ""},
+    {"disable", false, {}, disabled, ""},
+    {"key", true, {}, key, "--with"},
+    {"macro", true, {}, macro, "--repeat"},
+    {"profile", true, Command::Profile, nullptr, ""},
+    {"keymap", true, {}, keymap, "--switch-back"},
+    {"button", true, {}, button, ""},
+    {"launch", true, {}, launch, ""},
+    {"scroll up", false, Command::ScrollUp, nullptr, ""},
+    {"scroll down", false, Command::ScrollDown, nullptr, ""},
+    {"stage up", false, Command::StageUp, nullptr, ""},
+    {"stage down", false, Command::StageDown, nullptr, ""},
+    {"forward", false, Command::Forward, nullptr, ""},
+    {"backward", false, Command::Backward, nullptr, ""},
+    {"sensitivity on-the-fly", false, Command::OnTheFlySensitivity, nullptr, ""},
+    {"sensitivity temporary", false, Command::TemporarySensitivity, nullptr, ""},
+};
+
+const Action* actionNamed(const Arguments& words) {
+  const std::string pair = words.size() == 2 ? words[0] + " " + words[1] : "";
+  for (const Action& action : actions) {
+    const std::size_t count = action.takesValue ? 2 : 1;
+    if (action.name == pair || (words.size() == count && action.name == words[0])) return &action;
+  }
+  return nullptr;
+}
+
+bool isAbout(const PropertyList& record, Command command) {
+  return record[keys::Command].toInt() == static_cast<std::int32_t>(command);
+}
+
+std::string joined(const Arguments& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+}  // namespace
+
+PropertyList assignmentRecord(Command command, const PropertyList& param1, const PropertyList& param2) {
+  return PropertyList::dictionary(
+      {{keys::Command, static_cast<std::int32_t>(command)}, {keys::Param1, param1}, {keys::Param2, param2}});
+}
+
+PropertyList factoryAssignment(std::string_view identifier) {
+  const auto control = std::find_if(controls.begin(), controls.end(),
+                                    [&](const Control& each) { return each.identifier == identifier; });
+  if (control == controls.end()) return assignmentRecord(Command::Disable);
+  if (!control->isButton) return assignmentRecord(Command::DefaultKey, control->code());
+  if (identifier == "06") return assignmentRecord(Command::ScrollUp);
+  if (identifier == "07") return assignmentRecord(Command::ScrollDown);
+  constexpr auto middleClick = static_cast<Command>(3);
+  return assignmentRecord(middleClick);
+}
+
+Result<ParsedAction> parseAction(const Control& control, const Arguments& action, const CommandLine& line) {
+  const Action* found = actionNamed(action);
+  if (found == nullptr) return wrong("unknown action \"" + joined(action) + "\"; --help lists them");
+  for (const std::string& option : line.commandOptions) {
+    if (option != "--profile" && option != found->option) {
+      return wrong(std::string(found->name) + " takes no option " + option);
+    }
+  }
+  const Result<PropertyList> record =
+      found->parse != nullptr ? found->parse({control, action, line}) : assignmentRecord(found->command);
+  if (!record) return record.failure();
+  if (!isAbout(*record, Command::Macro) && !isAbout(*record, Command::Profile)) return ParsedAction{*record, {}};
+  return ParsedAction{record->without(keys::Param1), action[1]};
+}
+
+Result<PropertyList> resolvedAction(const ParsedAction& action, const PropertyList& bundle) {
+  if (action.record.contains(keys::Param1)) return action.record;
+  const auto position =
+      isAbout(action.record, Command::Macro) ? macroNamed(bundle, action.target) : profileNamed(bundle, action.target);
+  if (!position) return position.failure();
+  return action.record.with(keys::Param1, *position);
+}
+
+}  // namespace vorn::ctl

@@ -1,0 +1,41 @@
+// The words of vornctl's command line, sorted into options and arguments.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "ctl/Failure.h"
+
+namespace vorn::ctl {
+
+struct CommandLine {
+  static constexpr std::chrono::milliseconds defaultTimeout{5000};
+
+  bool isJson = false;
+  bool isHelpWanted = false;
+  bool isVersionWanted = false;
+  std::chrono::milliseconds timeout = defaultTimeout;  // for each answer; 10 ms to one hour
+
+  // Options of single commands
+  std::optional<std::string> profile;
+  std::vector<std::string> modifiers;
+  std::optional<std::string> repeatMode;
+  bool isSwitchBack = false;
+  bool isFailing = false;
+  bool isPressOnly = false;
+  bool isReleaseOnly = false;
+
+  std::vector<std::string> commandOptions;  // names of those that were given
+  std::vector<std::string> words;           // everything that is no option
+
+  friend bool operator==(const CommandLine&, const CommandLine&) = default;
+};
+
+// Options may stand anywhere before "--"; a value follows as the next word or after "=". A word like "-5" or "-" is no
+// option.
+Result<CommandLine> parseCommandLine(std::span<const char* const> arguments);
+
+}  // namespace vorn::ctl

@@ -1,0 +1,114 @@
+#include "ctl/CommandTable.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "ctl/Commands.h"
+
+namespace vorn::ctl {
+
+namespace {
+
+constexpr std::size_t any = SIZE_MAX;
+
+constexpr Command table[] = {
+    {"status", "", 0, 0, "", "what the engine and the mouse are at", status},
+    {"profiles list", "", 0, 0, "", "list the profiles; * marks the active one", listProfiles},
+    {"profiles switch", "PROFILE", 1, 1, "", "make a profile the active one", switchProfile},
+    {"profiles add", "[NAME]", 0, 1, "", "add a profile with the factory settings", addProfile},
+    {"profiles copy", "PROFILE [NAME]", 1, 2, "", "add a copy of a profile", copyProfile},
+    {"profiles rename", "PROFILE NAME", 2, 2, "", "rename a profile", renameProfile},
+    {"profiles delete", "PROFILE", 1, 1, "", "delete a profile", deleteProfile},
+    {"profiles export", "PROFILE FILE", 2, 2, "", "write a profile to FILE.SkarnProfile", exportProfile},
+    {"profiles import", "FILE", 1, 1, "", "add the profile of a file", importProfile},
+    {"get", "KEY", 1, 1, "--profile", "print a value of a profile, e.g. DPIX or Stages/0/dpix", getValue},
+    {"set", "KEY VALUE", 2, 2, "--profile", "change a value of a profile", setValue},
+    {"macros list", "", 0, 0, "", "list the macros", listMacros},
+    {"macros show", "MACRO", 1, 1, "", "print the events of a macro", showMacro},
+    {"macros rename", "MACRO NAME", 2, 2, "", "rename a macro", renameMacro},
+    {"macros delete", "MACRO", 1, 1, "", "delete a macro", deleteMacro},
+    {"macros export", "MACRO FILE", 2, 2, "", "write a macro to FILE.SkarnMacro", exportMacro},
+    {"macros import", "FILE", 1, 1, "", "add the macro of a file", importMacro},
+    {"assign", "CONTROL ACTION...", 2, any, "--profile --with --repeat --switch-back", "change what a control does",
+     assign},
+    {"monitor", "", 0, 0, "", "print what the engine tells, until SIGINT or SIGTERM", monitor},
+    {"device plug", "wired|wireless", 1, 1, "", "plug the virtual mouse in", plugDevice},
+    {"device unplug", "", 0, 0, "", "take the virtual mouse away", unplugDevice},
+    {"device press", "CONTROL", 1, 1, "", "press a control", pressControl},
+    {"device release", "CONTROL", 1, 1, "", "release a control", releaseControl},
+    {"device click", "CONTROL", 1, 1, "", "press and release a control", clickControl},
+    {"device type", "KEY", 1, 1, "--press --release", "press and release a key of another device", typeKey},
+    {"device battery", "PERCENT", 1, 1, "", "set the battery level, 0 to 100", setBattery},
+    {"device charging", "battery|charging|none|usual", 1, 1, "", "set the charging status", setCharging},
+    {"device firmware", "VERSION", 1, 1, "--failing", "set the firmware version", setFirmware},
+    {"device state", "", 0, 0, "", "print the state of the virtual mouse", deviceState},
+    {"device output", "", 0, 0, "", "print and take what it sent to the desktop", deviceOutput},
+};
+
+Failure wrong(std::string text) {
+  return {ExitStatus::Usage, std::move(text)};
+}
+
+bool takes(const Command& command, const std::string& option) {
+  return (" " + std::string(command.options) + " ").find(" " + option + " ") != std::string::npos;
+}
+
+Outcome complaint(const Command& command, const CommandLine& line, std::size_t argumentCount) {
+  for (const std::string& option : line.commandOptions) {
+    if (!takes(command, option)) return wrong(std::string(command.name) + " takes no option " + option);
+  }
+  if (argumentCount >= command.minimum && argumentCount <= command.maximum) return std::nullopt;
+  const std::string usage = std::string(command.name) + (command.arguments.empty() ? "" : " ");
+  return wrong("usage: vornctl " + usage + std::string(command.arguments));
+}
+
+}  // namespace
+
+std::span<const Command> commandTable() {
+  return table;
+}
+
+Result<Invocation> findCommand(const CommandLine& line) {
+  const auto& words = line.words;
+  if (words.empty()) return wrong("no command; --help lists them");
+  const std::string pair = words.size() > 1 ? words[0] + " " + words[1] : "";
+  for (const Command& command : table) {
+    const bool isPair = command.name == pair;
+    if (!isPair && command.name != words[0]) continue;
+    const std::ptrdiff_t used = isPair ? 2 : 1;
+    Invocation result{&command, Arguments(words.begin() + used, words.end())};
+    if (auto failure = complaint(command, line, result.arguments.size())) return *failure;
+    return result;
+  }
+  return wrong("unknown command \"" + (pair.empty() ? words[0] : pair) + "\"; --help lists them");
+}
+
+std::string helpText() {
+  std::string text =
+      "Usage: vornctl [OPTION]... COMMAND [ARGUMENT]...\n"
+      "Shows and changes the settings of the mouse through its core engine.\n"
+      "\n";
+  constexpr std::size_t width = 42;
+  for (const Command& command : table) {
+    std::string left = "  " + std::string(command.name) + " " + std::string(command.arguments);
+    left.resize(std::max(left.size() + 1, width), ' ');
+    text += left + std::string(command.summary) + "\n";
+  }
+  return text +
+         "\n"
+         "PROFILE and MACRO are a number, counted from 1, or a name. CONTROL is a number from 1 to 27, a name (Tab,\n"
+         "wheel-up) or an identifier (id:20). ACTION is one of\n"
+         "  default | disable | button 1-8|double | scroll up|down | forward | backward\n"
+         "  key KEY [--with MODIFIER]... | macro MACRO [--repeat 1-10|held|toggle] | profile PROFILE\n"
+         "  keymap 1-8|cycle [--switch-back] | stage up|down | sensitivity on-the-fly|temporary | launch PATH\n"
+         "\n"
+         "  --profile PROFILE  of get, set and assign: another profile than the active one\n"
+         "  --json             print JSON; positions count from 0 there\n"
+         "  --timeout SECONDS  how long to wait for each answer (default: 5)\n"
+         "  --help, --version  print and end\n"
+         "\n"
+         "Ends with 0 when done, 1 when refused, 2 on a wrong command line, 3 without an engine or session bus,\n"
+         "4 without an answer in time, 5 on trouble with a file.\n";
+}
+
+}  // namespace vorn::ctl

@@ -1,0 +1,178 @@
+#include <optional>
+#include <string_view>
+
+#include "ctl/Commands.h"
+#include "ctl/Controls.h"
+#include "ctl/Keys.h"
+#include "ctl/Numbers.h"
+#include "ctl/Values.h"
+#include "ports/BusMethodCall.h"
+
+namespace vorn::ctl {
+
+namespace {
+
+Result<std::vector<PropertyList>> call(const Context& context, const std::string& method,
+                                       const std::vector<BusInput>& inputs = {}) {
+  static const BusTarget mouse{"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"};
+  BusAnswer answer = callBusMethod(mouse, method, inputs, context.line.timeout);
+  using Status = BusAnswer::Status;
+  switch (answer.status) {
+    case Status::Success:
+      return std::move(answer.values);
+    case Status::NoBus:
+      return Failure{ExitStatus::NoEngine, "cannot reach the session bus: " + answer.error};
+    case Status::NoOwner:
+      return Failure{ExitStatus::NoEngine, "no core engine with a virtual mouse runs in this session"};
+    case Status::Timeout:
+      return Failure{ExitStatus::NoAnswer, "the virtual mouse does not answer in time"};
+    case Status::Error:
+    case Status::Invalid:
+      break;
+  }
+  return Failure{ExitStatus::Refused, answer.error};
+}
+
+Outcome perform(const Context& context, const std::string& method, const std::vector<BusInput>& inputs = {}) {
+  const auto values = call(context, method, inputs);
+  return values ? std::nullopt : Outcome(values.failure());
+}
+
+// The identifier of a control, or one of the mouse's keys that nothing can be assigned to.
+Result<std::string> controlArgument(const std::string& word) {
+  for (const char* key : {"keymap", "stage-up", "stage-down"}) {
+    if (word == key) return word;
+  }
+  const Control* control = controlNamed(word);
+  if (control == nullptr) return Failure{ExitStatus::Usage, "there is no control \"" + word + "\""};
+  return std::string(control->identifier);
+}
+
+Outcome performOnControl(const Context& context, const std::string& word, const std::vector<std::string>& methods) {
+  const auto control = controlArgument(word);
+  if (!control) return control.failure();
+  for (const std::string& method : methods) {
+    if (auto failure = perform(context, method, {{"s", *control}})) return failure;
+  }
+  return std::nullopt;
+}
+
+struct KeyOrButton {
+  hid::UsagePage page = 0;
+  hid::Usage usage = 0;
+};
+
+std::optional<KeyOrButton> keyOrButton(const std::string& word) {
+  constexpr std::string_view prefix = "button:";
+  if (word.starts_with(prefix)) {
+    const auto number =
+        numberOf(std::string_view(word).substr(prefix.size()), hid::primaryButton, hid::lastFurtherButton);
+    if (!number) return std::nullopt;
+    return KeyOrButton{hid::buttonPage, static_cast<hid::Usage>(*number)};
+  }
+  const auto usage = keyUsage(word);
+  if (!usage) return std::nullopt;
+  return KeyOrButton{hid::keyboardPage, *usage};
+}
+
+// One event of the output: time, usage page, usage, value.
+std::string textOfOutput(const PropertyList& event) {
+  const std::int64_t page = event.at(1).toInt64();
+  const std::int64_t usage = event.at(2).toInt64();
+  const std::int64_t value = event.at(3).toInt64();
+  const std::string time = std::to_string(event.at(0).toInt64()) + "  ";
+  if (page == hid::genericDesktopPage && usage == hid::wheel) return time + "wheel " + std::to_string(value);
+  const std::string action = value != 0 ? "press " : "release ";
+  if (page == hid::buttonPage) return time + action + "button " + std::to_string(usage);
+  const std::string_view name = page == hid::keyboardPage ? hid::keyName(usage) : "";
+  if (!name.empty()) return time + action + std::string(name);
+  return time + action + "usage " + std::to_string(usage) + " of page " + std::to_string(page);
+}
+
+}  // namespace
+
+Outcome plugDevice(Context& context, const Arguments& arguments) {
+  if (arguments[0] != "wired" && arguments[0] != "wireless") {
+    return Failure{ExitStatus::Usage, "device plug takes wired or wireless"};
+  }
+  return perform(context, "Plug", {{"s", arguments[0]}});
+}
+
+Outcome unplugDevice(Context& context, const Arguments&) {
+  return perform(context, "Unplug");
+}
+
+Outcome pressControl(Context& context, const Arguments& arguments) {
+  return performOnControl(context, arguments[0], {"Press"});
+}
+
+Outcome releaseControl(Context& context, const Arguments& arguments) {
+  return performOnControl(context, arguments[0], {"Release"});
+}
+
+Outcome clickControl(Context& context, const Arguments& arguments) {
+  return performOnControl(context, arguments[0], {"Press", "Release"});
+}
+
+Outcome typeKey(Context& context, const Arguments& arguments) {
+  const auto key = keyOrButton(arguments[0]);
+  if (!key) return Failure{ExitStatus::Usage, "there is no key \"" + arguments[0] + "\""};
+  const bool isBoth = context.line.isPressOnly == context.line.isReleaseOnly;
+  for (const bool isPressed : {true, false}) {
+    if (!isBoth && isPressed != context.line.isPressOnly) continue;
+    if (auto failure = perform(context, "Type", {{"u", key->page}, {"u", key->usage}, {"b", isPressed}})) {
+      return failure;
+    }
+  }
+  return std::nullopt;
+}
+
+Outcome setBattery(Context& context, const Arguments& arguments) {
+  const auto percent = numberOf(arguments[0], 0, 100);
+  if (!percent) return Failure{ExitStatus::Usage, "device battery takes a percentage from 0 to 100"};
+  return perform(context, "SetBattery", {{"i", *percent}});
+}
+
+Outcome setCharging(Context& context, const Arguments& arguments) {
+  for (const char* status : {"battery", "charging", "none", "usual"}) {
+    if (arguments[0] == status) return perform(context, "SetCharging", {{"s", arguments[0]}});
+  }
+  return Failure{ExitStatus::Usage, "device charging takes battery, charging, none or usual"};
+}
+
+Outcome setFirmware(Context& context, const Arguments& arguments) {
+  return perform(context, "SetFirmware", {{"s", arguments[0]}, {"b", context.line.isFailing}});
+}
+
+Outcome deviceState(Context& context, const Arguments&) {
+  const auto values = call(context, "State");
+  if (!values) return values.failure();
+  const PropertyList state = values->empty() ? PropertyList::dictionary() : values->front();
+  if (context.output.isJson()) {
+    context.output.json(state);
+    return std::nullopt;
+  }
+  for (std::size_t index = 0; index < state.size(); ++index) {
+    context.output.line(std::string(state.keyAt(index)) + ": " + textOf(state.valueAt(index)));
+  }
+  return std::nullopt;
+}
+
+Outcome deviceOutput(Context& context, const Arguments&) {
+  const auto values = call(context, "TakeOutput");
+  if (!values) return values.failure();
+  const PropertyList events = values->empty() ? PropertyList::array() : values->front();
+  PropertyList list = PropertyList::array();
+  for (const PropertyList& event : events.elements()) {
+    if (!context.output.isJson()) {
+      context.output.line(textOfOutput(event));
+      continue;
+    }
+    list = list.appending(PropertyList::dictionary(
+        {{"time", event.at(0)}, {"usagePage", event.at(1)}, {"usage", event.at(2)}, {"value", event.at(3)}}));
+  }
+  if (context.output.isJson()) context.output.json(list);
+  return std::nullopt;
+}
+
+}  // namespace vorn::ctl

@@ -1,0 +1,55 @@
+// vornctl's road to the core engine: one request at a time, each answered on a reply port of this process's own.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "ctl/Failure.h"
+#include "engine/EngineProtocol.h"
+#include "model/PropertyList.h"
+#include "ports/MessagePort.h"
+#include "ports/RunLoop.h"
+
+namespace vorn::ctl {
+
+inline constexpr std::string_view sourceApp = "org.vorn.vornctl";
+
+// One thread. Connects when it is used first.
+class EngineClient {
+ public:
+  explicit EngineClient(std::chrono::milliseconds timeout);  // for each answer
+  ~EngineClient();
+  EngineClient(const EngineClient&) = delete;
+  EngineClient& operator=(const EngineClient&) = delete;
+
+  std::chrono::milliseconds timeout() const { return mTimeout; }
+  const std::string& replyPortName() const { return mReplyPortName; }
+
+  // Sends the request, with the keys that every request has, and waits for the answer with the same message ID: a
+  // dictionary.
+  Result<PropertyList> request(MessageID messageID, const PropertyList& body = PropertyList::dictionary());
+  // Sends a request that is answered in another way.
+  Outcome send(MessageID messageID, const PropertyList& body = PropertyList::dictionary());
+
+  // Serves the bus until isDone() is true after something arrived; a failure when the time-out passes before.
+  Outcome waitUntil(const std::function<bool()>& isDone);
+
+  // Connects to the session bus; not to the engine.
+  Outcome connect();
+  RunLoop& loop() { return *mLoop; }  // after connect
+
+ private:
+  Bytes take(const LocalMessagePort::Message& message);
+
+  std::chrono::milliseconds mTimeout;
+  std::string mReplyPortName;
+  std::unique_ptr<RunLoop> mLoop;
+  std::unique_ptr<LocalMessagePort> mReplyPort;
+  std::optional<MessageID> mAwaited;
+  std::optional<PropertyList> mAnswer;
+};
+
+}  // namespace vorn::ctl

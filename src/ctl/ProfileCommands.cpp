@@ -1,0 +1,133 @@
+#include "ctl/Commands.h"
+#include "ctl/RecordFile.h"
+#include "ctl/References.h"
+#include "ctl/Settings.h"
+#include "model/SettingsKeys.h"
+#include "model/VrCoreUtility.h"
+
+namespace vorn::ctl {
+
+namespace {
+
+constexpr std::string_view newProfileName = "Untitled Profile";
+
+std::string lineOf(const PropertyList& bundle, std::int64_t position) {
+  const PropertyList& profile = bundle[keys::Profiles].at(position);
+  const bool isActive = position == activeProfileID(bundle);
+  return (isActive ? "* " : "  ") + std::to_string(position + 1) + "  " + profile[keys::ProfileName].toString();
+}
+
+Failure namelessness() {
+  return {ExitStatus::Usage, "a profile needs a name"};
+}
+
+// The new profile with its name made unique among the others, sent to the engine and told to the user.
+Outcome add(Context& context, const PropertyList& bundle, const PropertyList& record, std::string_view wantedName) {
+  if (wantedName.empty()) return namelessness();
+  const PropertyList& profiles = bundle[keys::Profiles];
+  const std::string name = VrCoreUtility::generateName(profiles, wantedName, keys::ProfileName);
+  const auto answer =
+      change(context.engine, MessageID::AddProfile,
+             PropertyList::dictionary({{requestKeys::DeviceSettingsDictionary, record.with(keys::ProfileName, name)}}));
+  if (!answer) return answer.failure();
+  const auto position = static_cast<std::int64_t>(profiles.size());
+  context.output.either(titleOf("Profile", position, name),
+                        PropertyList::dictionary({{"id", position}, {"name", name}}));
+  return std::nullopt;
+}
+
+struct Chosen {
+  PropertyList bundle;
+  std::int64_t position = 0;
+  const PropertyList& profile() const { return bundle[keys::Profiles].at(position); }
+};
+
+Result<Chosen> choose(Context& context, const std::string& word) {
+  const auto bundle = allSettings(context.engine);
+  if (!bundle) return bundle.failure();
+  const auto position = profileNamed(*bundle, word);
+  if (!position) return position.failure();
+  return Chosen{*bundle, *position};
+}
+
+PropertyList profileRequest(std::int64_t position) {
+  return PropertyList::dictionary({{requestKeys::ProfileID, position}});
+}
+
+}  // namespace
+
+Outcome listProfiles(Context& context, const Arguments&) {
+  const auto bundle = allSettings(context.engine);
+  if (!bundle) return bundle.failure();
+  PropertyList list = PropertyList::array();
+  for (std::int64_t position = 0; position < static_cast<std::int64_t>((*bundle)[keys::Profiles].size()); ++position) {
+    if (!context.output.isJson()) context.output.line(lineOf(*bundle, position));
+    list = list.appending(
+        PropertyList::dictionary({{"id", position},
+                                  {"name", (*bundle)[keys::Profiles].at(position)[keys::ProfileName].toString()},
+                                  {"isActive", position == activeProfileID(*bundle)}}));
+  }
+  if (context.output.isJson()) context.output.json(list);
+  return std::nullopt;
+}
+
+Outcome switchProfile(Context& context, const Arguments& arguments) {
+  const auto chosen = choose(context, arguments[0]);
+  if (!chosen) return chosen.failure();
+  return outcomeOf(change(context.engine, MessageID::SwitchProfile, profileRequest(chosen->position)));
+}
+
+Outcome addProfile(Context& context, const Arguments& arguments) {
+  const auto bundle = allSettings(context.engine);
+  if (!bundle) return bundle.failure();
+  return add(context, *bundle, PropertyList::dictionary(), arguments.empty() ? newProfileName : arguments[0]);
+}
+
+Outcome copyProfile(Context& context, const Arguments& arguments) {
+  const auto chosen = choose(context, arguments[0]);
+  if (!chosen) return chosen.failure();
+  const std::string name = arguments.size() > 1 ? arguments[1] : chosen->profile()[keys::ProfileName].toString();
+  return add(context, chosen->bundle, chosen->profile(), name);
+}
+
+Outcome renameProfile(Context& context, const Arguments& arguments) {
+  if (arguments[1].empty()) return namelessness();
+  const auto chosen = choose(context, arguments[0]);
+  if (!chosen) return chosen.failure();
+  // Its own name does not stand in its way.
+  const PropertyList others =
+      chosen->bundle[keys::Profiles].replacing(chosen->position, chosen->profile().with(keys::ProfileName, ""));
+  const std::string name = VrCoreUtility::generateName(others, arguments[1], keys::ProfileName);
+  if (auto failure =
+          updateProfile(context.engine, chosen->position, PropertyList::dictionary({{keys::ProfileName, name}}))) {
+    return failure;
+  }
+  context.output.either(titleOf("Profile", chosen->position, name),
+                        PropertyList::dictionary({{"id", chosen->position}, {"name", name}}));
+  return std::nullopt;
+}
+
+Outcome deleteProfile(Context& context, const Arguments& arguments) {
+  const auto chosen = choose(context, arguments[0]);
+  if (!chosen) return chosen.failure();
+  const auto answer = change(context.engine, MessageID::DeleteProfile, profileRequest(chosen->position));
+  if (!answer) return answer.failure();
+  return removeReferences(context.engine, (*answer)[replyKeys::ReturnDictionary], AssignmentCommand::Profile,
+                          chosen->position);
+}
+
+Outcome exportProfile(Context& context, const Arguments& arguments) {
+  const auto chosen = choose(context, arguments[0]);
+  if (!chosen) return chosen.failure();
+  return writeRecord(withExtension(arguments[1], RecordKind::Profile), chosen->profile());
+}
+
+Outcome importProfile(Context& context, const Arguments& arguments) {
+  const auto record = readRecord(arguments[0], RecordKind::Profile);
+  if (!record) return record.failure();
+  const auto bundle = allSettings(context.engine);
+  if (!bundle) return bundle.failure();
+  return add(context, *bundle, *record, (*record)[keys::ProfileName].string());
+}
+
+}  // namespace vorn::ctl

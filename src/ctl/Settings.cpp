@@ -1,0 +1,93 @@
+#include "ctl/Settings.h"
+
+#include <array>
+
+#include "ctl/Numbers.h"
+#include "model/SettingsKeys.h"
+
+namespace vorn::ctl {
+
+namespace {
+
+constexpr std::array<std::string_view, 8> reasons = {
+    "",
+    "the engine has no settings",
+    "the engine could not use the request",
+    "out of range: no such position, no room for one more, or the last one",
+    "the engine could not save the change",
+    "the record is too large",
+    "the engine left out values that it cannot use",
+    "nothing is running or recorded",
+};
+
+Result<std::int64_t> positionNamed(const PropertyList& records, std::string_view nameKey, std::string_view noun,
+                                   std::string_view word) {
+  const auto count = static_cast<std::int64_t>(records.size());
+  if (const auto number = numberOf(word)) {
+    if (*number >= 1 && *number <= count) return *number - 1;
+  } else {
+    for (std::int64_t position = 0; position < count; ++position) {
+      if (records.at(position)[nameKey].string() == word) return position;
+    }
+  }
+  return Failure{ExitStatus::Refused, "there is no " + std::string(noun) + " \"" + std::string(word) + "\""};
+}
+
+}  // namespace
+
+Result<PropertyList> allSettings(EngineClient& engine) {
+  const auto answer = engine.request(MessageID::GetAllSettings);
+  if (!answer) return answer;
+  if (auto failure = refusal(*answer)) return *failure;
+  const PropertyList& bundle = (*answer)[replyKeys::AllDevSettings];
+  if (bundle[keys::Profiles].isEmpty()) return Failure{ExitStatus::Refused, "the engine has no settings"};
+  return bundle;
+}
+
+Outcome refusal(const PropertyList& answer) {
+  const std::int64_t status = answer[replyKeys::ReturnStatus].toInt64();
+  if (status == 0) return std::nullopt;
+  const bool isKnown = status > 0 && status < static_cast<std::int64_t>(reasons.size());
+  return Failure{ExitStatus::Refused, isKnown ? std::string(reasons[static_cast<std::size_t>(status)])
+                                              : "the engine refused with status " + std::to_string(status)};
+}
+
+Result<PropertyList> change(EngineClient& engine, MessageID messageID, const PropertyList& body) {
+  const auto answer = engine.request(messageID, body);
+  if (!answer) return answer;
+  if (auto failure = refusal(*answer)) return *failure;
+  return answer;
+}
+
+Outcome outcomeOf(const Result<PropertyList>& answer) {
+  return answer ? std::nullopt : Outcome(answer.failure());
+}
+
+Outcome updateProfile(EngineClient& engine, std::int64_t profileID, const PropertyList& settings) {
+  return outcomeOf(change(engine, MessageID::UpdateProfile,
+                          PropertyList::dictionary({{requestKeys::ProfileID, profileID},
+                                                    {requestKeys::DeviceSettingsDictionary, settings}})));
+}
+
+std::int64_t activeProfileID(const PropertyList& bundle) {
+  return bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64();
+}
+
+Result<std::int64_t> profileNamed(const PropertyList& bundle, std::string_view word) {
+  return positionNamed(bundle[keys::Profiles], keys::ProfileName, "profile", word);
+}
+
+Result<std::int64_t> macroNamed(const PropertyList& bundle, std::string_view word) {
+  return positionNamed(bundle[keys::Macros], keys::MacroName, "macro", word);
+}
+
+Result<std::int64_t> chosenProfile(const PropertyList& bundle, const CommandLine& line) {
+  if (line.profile) return profileNamed(bundle, *line.profile);
+  return activeProfileID(bundle);
+}
+
+std::string titleOf(std::string_view noun, std::int64_t position, const PropertyList& name) {
+  return std::string(noun) + " " + std::to_string(position + 1) + " \"" + name.toString() + "\"";
+}
+
+}  // namespace vorn::ctl

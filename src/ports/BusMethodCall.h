@@ -1,0 +1,42 @@
+// Calls of methods of other programs' objects on the session bus, with property lists for their values.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "model/PropertyList.h"
+
+namespace vorn {
+
+struct BusTarget {
+  std::string busName;
+  std::string path;
+  std::string interface;
+};
+
+struct BusInput {
+  std::string type;  // one of the basic types of BusObject.h
+  PropertyList value;
+};
+
+struct BusAnswer {
+  enum class Status : std::uint8_t {
+    Success,
+    Error,    // the object answered with an error
+    NoBus,    // no session bus, or it went away
+    NoOwner,  // nobody owns the bus name; no service is started
+    Timeout,
+    Invalid,  // the call cannot be made, or the answer holds types that BusObject.h does not list
+  };
+  Status status = Status::Success;
+  std::vector<PropertyList> values{};  // what the method returned
+  std::string error{};                 // English; empty for success
+};
+
+// Calls the method on this thread's connection and blocks until it has returned or the time has passed.
+BusAnswer callBusMethod(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
+                        std::chrono::milliseconds timeout);
+
+}  // namespace vorn

@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# What the completion of vornctl offers; $1 is its script. Needs no engine.
+source "$1"
+failures=0
+
+# The offers for a command line, whose last word is the one to complete, against the first argument.
+expect() {
+  local expected=$1
+  shift
+  COMP_WORDS=(vornctl "$@")
+  COMP_CWORD=$#
+  _vornctl
+  if [[ ${COMPREPLY[*]} != "$expected" ]]; then
+    echo "vornctl $*: expected \"$expected\", got \"${COMPREPLY[*]}\""
+    failures=1
+  fi
+}
+
+expect 'status profiles get set macros assign monitor device' ''
+expect 'profiles' pro
+expect 'export' profiles e
+expect 'key keymap' assign 1 ke
+expect 'key keymap' --json --timeout 5 assign --profile 2 1 ke
+expect '1 2 3 4 5 6 7 8 cycle' assign 1 keymap ''
+expect 'up down' assign 1 stage ''
+expect 'Control Command' assign 1 key A --with Co
+expect 'held' assign 1 macro 1 --repeat h
+expect 'battery charging none usual' device charging ''
+expect 'stage-up stage-down' device press stage
+expect '--repeat --release' --re
+expect 'DPIX DPIY' get DPI
+expect '' monitor ''
+exit "$failures"
