@@ -36,7 +36,7 @@ Result<std::int64_t> positionNamed(const PropertyList& records, std::string_view
 }  // namespace
 
 Result<PropertyList> allSettings(EngineClient& engine) {
-  const auto answer = engine.request(MessageID::GetAllSettings);
+  auto answer = engine.request(MessageID::GetAllSettings);
   if (!answer) return answer;
   if (auto failure = refusal(*answer)) return *failure;
   const PropertyList& bundle = (*answer)[replyKeys::AllDevSettings];
@@ -53,7 +53,7 @@ Outcome refusal(const PropertyList& answer) {
 }
 
 Result<PropertyList> change(EngineClient& engine, MessageID messageID, const PropertyList& body) {
-  const auto answer = engine.request(messageID, body);
+  auto answer = engine.request(messageID, body);
   if (!answer) return answer;
   if (auto failure = refusal(*answer)) return *failure;
   return answer;
