@@ -163,7 +163,7 @@ CheckedSettings checkedSettings(const PropertyList& settings) {
     if (value.isNone() || fits(rule, value)) continue;
     result.settings = result.settings.without(rule.key);
     result.complaints.push_back(
-        {"\"" + std::string(rule.key) + "\" takes " + expectation(rule), value.description(100)});
+        {std::string("\"").append(rule.key).append("\" takes ").append(expectation(rule)), value.description(100)});
     result.isWhole = false;
   }
   if (const auto identifier = incompleteAssignment(result.settings)) {

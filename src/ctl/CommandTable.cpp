@@ -50,7 +50,8 @@ Failure wrong(std::string text) {
 }
 
 bool takes(const Command& command, const std::string& option) {
-  return (" " + std::string(command.options) + " ").find(" " + option + " ") != std::string::npos;
+  const auto spaced = [](std::string_view words) { return std::string(" ").append(words).append(" "); };
+  return spaced(command.options).find(spaced(option)) != std::string::npos;
 }
 
 Outcome complaint(const Command& command, const CommandLine& line, std::size_t argumentCount) {

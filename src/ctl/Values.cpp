@@ -46,7 +46,7 @@ std::optional<double> realOf(std::string_view word) {
 }
 
 Failure wrong(std::string_view word, std::string_view expected) {
-  return {ExitStatus::Usage, "\"" + std::string(word) + "\" is not " + std::string(expected)};
+  return {ExitStatus::Usage, std::string("\"").append(word).append("\" is not ").append(expected)};
 }
 
 }  // namespace
