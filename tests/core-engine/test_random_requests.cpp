@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -74,6 +75,7 @@ class RandomRequests : public testing::Test, protected TestParts {
         {{"command", below(3)}, {"delay", below(100)}, {"page", below(2) == 0 ? 7 : 9}, {"argument", below(12)}});
     return PropertyList::dictionary(
         {{"MacroName", "macro " + std::to_string(below(5))},
+         {"macroID", anyPosition()},
          {"sequence", PropertyList::dictionary({{"events", PropertyList::array({event, event})}})}});
   }
 
@@ -113,6 +115,9 @@ class RandomRequests : public testing::Test, protected TestParts {
     for (const PropertyList& profile : bundle[keys::Profiles].elements()) {
       ASSERT_EQ(profile[keys::Keymap].size(), keys::keymapCount);
       expectWholeGroups(profile);
+      const PropertyList& inForce = profile[keys::Keymap].at(profile[keys::KeymapID].toInt64());
+      ASSERT_EQ(profile[keys::Keys], inForce[keys::Keys]) << "after request " << round;
+      ASSERT_EQ(profile[keys::Buttons], inForce[keys::Buttons]) << "after request " << round;
       for (const PropertyList& keymap : profile[keys::Keymap].elements()) expectWholeGroups(keymap);
     }
   }
@@ -136,16 +141,27 @@ TEST_F(RandomRequests, TenThousandNeverBreakTheSettings) {
   ports.names = {port};
   store.fill(bundle("Start"));
   PropertyList last;
+  std::set<std::int32_t> changing;
   for (int round = 0; round < 10'000; ++round) {
     const std::int32_t message = messages[below(std::size(messages))];
+    if (below(20) == 0) disk.failAt(static_cast<int>(below(8)) + 1, std::errc::no_space_on_device);
     dispatcher.receive({message, *encodeBinaryPropertyList(anyBody()), client});
+    disk.work();
+    for (const MemoryPorts::Answer& answer : ports.answers) {
+      const PropertyList& returned = answer.body["ReturnDictionary"];
+      ASSERT_TRUE(returned.isNone() || returned == store.bundle()) << "after request " << round;
+    }
     ports.answers.clear();
     if (store.bundle() == last) continue;
     last = store.bundle();
+    changing.insert(message);
     expectWhole(last, round);
     if (HasFatalFailure()) return;
+    ASSERT_EQ(stored(), last) << "after request " << round;
   }
-  EXPECT_GT(last[keys::Profiles].size(), 0U);
+  // Requests that are all refused would break nothing either.
+  for (const std::int32_t message : {5, 6, 7, 9, 10, 22, 23, 24, 25, 32, 33, 34, 37})
+    EXPECT_TRUE(changing.contains(message)) << message;
 }
 
 }  // namespace
