@@ -194,8 +194,9 @@ void drawMenuItem(const QStyleOptionMenuItem* option, QPainter* painter) {
   painter->save();
   painter->setFont(option->font);
   painter->setPen(ink);
-  painter->drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextHideMnemonic | Qt::TextSingleLine,
-                    parts.constFirst());
+  constexpr int flags = Qt::AlignVCenter | Qt::TextHideMnemonic | Qt::TextSingleLine;
+  painter->drawText(text, Qt::AlignLeft | flags,
+                    painter->fontMetrics().elidedText(parts.constFirst(), Qt::ElideMiddle, text.width(), flags));
   if (parts.size() > 1) {
     painter->setPen(isEnabled ? palette.color(QPalette::PlaceholderText) : ink);
     painter->drawText(text, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, parts.at(1));

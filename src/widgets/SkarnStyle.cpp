@@ -233,6 +233,7 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
       if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) drawMenuItem(item, painter);
       return;
     case CE_MenuEmptyArea:
+      painter->fillRect(option->rect, option->palette.color(QPalette::Base));
       return;
     case CE_TabBarTabShape:
       if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTabShape(tab, painter);
@@ -345,7 +346,7 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
       }
       return size;
     case CT_PushButton:
-      return contents + 2 * buttonPadding;
+      return QSize(contents + 2 * buttonPadding).expandedTo({0, controlHeight});
     case CT_ComboBox:
       return {contents.width() + 2 * fieldPadding + chevronWidth, std::max(size.height(), controlHeight)};
     case CT_LineEdit:
@@ -362,6 +363,7 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
 
 QRect SkarnStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
   const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  if (element == SE_LineEditContents) return rect.adjusted(fieldPadding - 2, 0, 2 - fieldPadding, 0);
   // The first tab's text stands at the page's margin.
   if (element == SE_TabWidgetTabBar) return rect.adjusted(pageMargin - tabSidePadding / 2, 0, 0, 0);
   return rect;
@@ -412,7 +414,8 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
       // A click on the track moves the handle there.
       return Qt::LeftButton;
     case SH_ComboBox_Popup:
-      return 0;
+      // The list of a pop-up list looks like the menus.
+      return 1;
     case SH_Menu_SubMenuPopupDelay:
       return submenuDelay;
     case SH_TabBar_Alignment:
