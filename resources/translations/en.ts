@@ -75,6 +75,10 @@
         <source>Off</source>
         <translation>Off</translation>
     </message>
+    <message id="lkeyBrowse">
+        <source>Browse…</source>
+        <translation>Browse…</translation>
+    </message>
     <message id="lkeyBusy">
         <source>Working</source>
         <translation>Working</translation>
@@ -82,6 +86,14 @@
     <message id="lkeyCancel">
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message id="lkeyChoose">
+        <source>Choose</source>
+        <translation>Choose</translation>
+    </message>
+    <message id="lkeyChooseApplication">
+        <source>Choose an Application</source>
+        <translation>Choose an Application</translation>
     </message>
     <message id="lkeyCommErrorDesc">
         <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
@@ -459,6 +471,10 @@
         <source>“%1” could not be imported</source>
         <translation>“%1” could not be imported</translation>
     </message>
+    <message id="lkeyInstalledApplications">
+        <source>Installed applications</source>
+        <translation>Installed applications</translation>
+    </message>
     <message id="lkeyKeyMap">
         <source>Keymap</source>
         <translation>Keymap</translation>
@@ -586,6 +602,18 @@
     <message id="lkeyNewsTip">
         <source>Open the news page in your browser</source>
         <translation>Open the news page in your browser</translation>
+    </message>
+    <message id="lkeyNoApplicationFound">
+        <source>No application is called “%1”.</source>
+        <translation>No application is called “%1”.</translation>
+    </message>
+    <message id="lkeyNoApplicationSelected">
+        <source>Select an application in the list first</source>
+        <translation>Select an application in the list first</translation>
+    </message>
+    <message id="lkeyNoApplications">
+        <source>No installed applications were found. Choose Browse to look for one.</source>
+        <translation>No installed applications were found. Choose Browse to look for one.</translation>
     </message>
     <message id="lkeyNoDelay">
         <source>Remove All Delays</source>
@@ -766,6 +794,10 @@
     <message id="lkeyScrollUp">
         <source>Scroll Up</source>
         <translation>Scroll Up</translation>
+    </message>
+    <message id="lkeySearchApplications">
+        <source>Search applications</source>
+        <translation>Search applications</translation>
     </message>
     <message id="lkeySensitivityGroup">
         <source>Sensitivity</source>
