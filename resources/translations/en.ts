@@ -267,6 +267,10 @@
         <source>Delete this macro?</source>
         <translation>Delete this macro?</translation>
     </message>
+    <message id="lkeyDeleteProfile">
+        <source>Delete the selected profile</source>
+        <translation>Delete the selected profile</translation>
+    </message>
     <message id="lkeyDeleteProfileAlertDesc">
         <source>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</source>
         <translation>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</translation>
@@ -515,6 +519,10 @@
         <source>Cycle Keymaps</source>
         <translation>Cycle Keymaps</translation>
     </message>
+    <message id="lkeyLastProfileStays">
+        <source>The last profile cannot be deleted.</source>
+        <translation>The last profile cannot be deleted.</translation>
+    </message>
     <message id="lkeyLaunchProgram">
         <source>Launch Program</source>
         <translation>Launch Program</translation>
@@ -595,6 +603,10 @@
         <source>New</source>
         <translation>New</translation>
     </message>
+    <message id="lkeyNewProfile">
+        <source>New profile</source>
+        <translation>New profile</translation>
+    </message>
     <message id="lkeyNews">
         <source>News</source>
         <translation>News</translation>
@@ -602,6 +614,10 @@
     <message id="lkeyNewsTip">
         <source>Open the news page in your browser</source>
         <translation>Open the news page in your browser</translation>
+    </message>
+    <message id="lkeyNoApplicationAssigned">
+        <source>No application is assigned to this profile.</source>
+        <translation>No application is assigned to this profile.</translation>
     </message>
     <message id="lkeyNoApplicationFound">
         <source>No application is called “%1”.</source>
@@ -634,6 +650,10 @@
     <message id="lkeyNoMouseConnected">
         <source>No mouse connected</source>
         <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyNoRoomForProfile">
+        <source>The mouse holds five profiles. Delete one first.</source>
+        <translation>The mouse holds five profiles. Delete one first.</translation>
     </message>
     <message id="lkeyOK">
         <source>OK</source>
@@ -683,6 +703,10 @@
         <source>Profile</source>
         <translation>Profile</translation>
     </message>
+    <message id="lkeyProfileMenu">
+        <source>More for profiles</source>
+        <translation>More for profiles</translation>
+    </message>
     <message id="lkeyProfileNameColumn">
         <source>Name</source>
         <translation>Name</translation>
@@ -690,6 +714,10 @@
     <message id="lkeyProfileNumberColumn">
         <source>No.</source>
         <translation>No.</translation>
+    </message>
+    <message id="lkeyProfileOnScreenDisplay">
+        <source>Show the profile on screen when it changes</source>
+        <translation>Show the profile on screen when it changes</translation>
     </message>
     <message id="lkeyRecord">
         <source>Record</source>

@@ -1,72 +1,427 @@
 #include "profiles/MouseProfilesController.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QScopedValueRollback>
 #include <optional>
 
 #include "model/SettingsKeys.h"
+#include "model/VrCoreUtility.h"
+#include "platform/Images.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "profiles/NSTableViewSubClass.h"
+#include "profiles/ProfileMenu.h"
 #include "profiles/ProfilesTableDelegate.h"
 #include "profiles/ProfilesTableModel.h"
 #include "ui_MouseProfilesController.h"
+#include "widgets/Alert.h"
 #include "widgets/LabelState.h"
 
 namespace skarn {
 
 namespace keys = vorn::keys;
+using vorn::PropertyList;
+
+namespace {
+
+// The name of a new profile, in every language.
+constexpr std::string_view untitledName = "Untitled Profile";
+
+}  // namespace
 
 MouseProfilesController::MouseProfilesController(QWidget* parent)
-    : QWidget(parent), mUi(std::make_unique<Ui::MouseProfilesController>()), mModel(new ProfilesTableModel(this)) {
+    : QWidget(parent),
+      mUi(std::make_unique<Ui::MouseProfilesController>()),
+      mModel(new ProfilesTableModel(this)),
+      mCells(new ProfilesTableDelegate(this)) {
   mUi->setupUi(this);
-  NSTableViewSubClass* table = mUi->mProfilesTableView;
-  table->mouseProfilesController = this;
-  table->setModel(mModel);
-  table->setItemDelegate(new ProfilesTableDelegate(table));
-  table->horizontalHeader()->setSectionResizeMode(ProfilesTableModel::Id, QHeaderView::Fixed);
-  table->horizontalHeader()->setSectionResizeMode(ProfilesTableModel::Name, QHeaderView::Stretch);
-  table->horizontalHeader()->setSectionResizeMode(ProfilesTableModel::Application, QHeaderView::Stretch);
-  table->horizontalHeader()->setSectionResizeMode(ProfilesTableModel::AutoSwitch, QHeaderView::Fixed);
+  setUpTable();
+  setUpGearMenu();
+  connect(mUi->mAddProfile, &QAbstractButton::clicked, this, [this] { clickAdd(); });
+  connect(mUi->mDeleteProfile, &QAbstractButton::clicked, this, [this] { clickDelete(); });
+  connect(mUi->mEnableOnScreenDisplay, &QAbstractButton::clicked, this, &MouseProfilesController::tickEnableOnScreen);
+  tintIcons();
+  explainControls();
 }
 
 MouseProfilesController::~MouseProfilesController() = default;
+
+void MouseProfilesController::setUpTable() {
+  NSTableViewSubClass* table = mUi->mProfilesTableView;
+  table->mouseProfilesController = this;
+  table->setSelectionMode(QAbstractItemView::SingleSelection);
+  table->setModel(mModel);
+  table->setItemDelegate(mCells);
+  QHeaderView* header = table->horizontalHeader();
+  header->setSectionResizeMode(ProfilesTableModel::Id, QHeaderView::Fixed);
+  header->setSectionResizeMode(ProfilesTableModel::Name, QHeaderView::Stretch);
+  header->setSectionResizeMode(ProfilesTableModel::Application, QHeaderView::Stretch);
+  header->setSectionResizeMode(ProfilesTableModel::AutoSwitch, QHeaderView::Fixed);
+  connect(mModel, &ProfilesTableModel::edited, this, &MouseProfilesController::tableViewSetObjectValueForTableColumn);
+  connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    if (!mIsReloading) tableViewSelectionDidChange();
+  });
+  connect(mCells, &ProfilesTableDelegate::nameEntered, mModel,
+          [this](const QModelIndex& index, const QString& name) { mModel->setData(index, name, Qt::EditRole); });
+  // A name given up after an add leaves the new row selected, and the tabs would change a profile that they do not
+  // show.
+  connect(mCells, &ProfilesTableDelegate::editAbandoned, this, [this] { selectRow(activeProfile()); });
+}
+
+void MouseProfilesController::setUpGearMenu() {
+  PullDownButton* gear = mUi->mSettingsButton;
+  gear->setItems(profileMenuItems(), QStringLiteral("selectMenuItem"), [this](int tag) { selectMenuItem(tag); });
+  gear->setValidator([this](const QAction& item) { return validateMenuItem(item); });
+  gear->menu()->setToolTipsVisible(true);
+  connect(gear->menu(), &QMenu::aboutToShow, this, [this, gear] {
+    for (QAction* item : gear->menu()->actions()) item->setToolTip(reasonAgainst(tagOf(*item)));
+  });
+}
+
+void MouseProfilesController::tintIcons() {
+  const QColor text = palette().color(QPalette::WindowText);
+  mUi->mAddProfile->setIcon(tintedIcon(QStringLiteral("add.png"), text));
+  mUi->mDeleteProfile->setIcon(tintedIcon(QStringLiteral("remove.png"), text));
+  QIcon gear;
+  gear.addPixmap(tintedImage(QStringLiteral("GearOn.png"), text), QIcon::Normal);
+  gear.addPixmap(tintedImage(QStringLiteral("GearOff.png"), text), QIcon::Disabled);
+  mUi->mSettingsButton->setIcon(gear);
+}
+
+void MouseProfilesController::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) tintIcons();
+}
 
 QTableView* MouseProfilesController::mProfilesTableView() const {
   return mUi->mProfilesTableView;
 }
 
+QWidget* MouseProfilesController::sheetParent() const {
+  return profilesWindow ? profilesWindow.data() : window();
+}
+
 int MouseProfilesController::activeProfile() const {
   const std::optional<int> active = numberOf(deviceSettingsDict, keys::ActiveProfile);
-  if (!active || *active < 0 || *active >= static_cast<int>(profilesArray.arrayOrEmpty().size())) return -1;
+  if (!active || *active < 0 || *active >= static_cast<int>(profilesArray.size())) return -1;
   return *active;
 }
 
-void MouseProfilesController::selectRow(int row) {
-  QItemSelectionModel* selection = mUi->mProfilesTableView->selectionModel();
-  if (row < 0 || row >= mModel->rowCount()) {
-    selection->clearSelection();
-  } else {
-    selection->select(mModel->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  }
+int MouseProfilesController::selectedRow() const {
+  return mUi->mProfilesTableView->selectedRow();
 }
+
+const PropertyList& MouseProfilesController::selectedProfile() const {
+  return profilesArray.at(selectedRow());
+}
+
+bool MouseProfilesController::isFull() const {
+  return profilesArray.size() >= mostProfiles;
+}
+
+// --- Selection
+
+void MouseProfilesController::selectRow(int row, bool byExtending) {
+  if (row < 0 || row >= mModel->rowCount()) return;
+  const auto how = byExtending ? QItemSelectionModel::Select : QItemSelectionModel::ClearAndSelect;
+  mUi->mProfilesTableView->selectionModel()->setCurrentIndex(mModel->index(row, ProfilesTableModel::Name),
+                                                             how | QItemSelectionModel::Rows);
+}
+
+void MouseProfilesController::deselect() {
+  mUi->mProfilesTableView->clearSelection();
+}
+
+void MouseProfilesController::selectLastRow() {
+  selectRow(mModel->rowCount() - 1);
+}
+
+// Only the selected row's name: a rename goes to the selected row, whatever row was edited.
+void MouseProfilesController::editName(int row) {
+  NSTableViewSubClass* table = mUi->mProfilesTableView;
+  if (row < 0 || row != selectedRow() || !table->isVisible() || !table->isEnabled()) return;
+  if (mCells->editedRow() == row) {
+    mCells->restartEdit();
+    return;
+  }
+  mCells->discardEdit();
+  table->setFocus();
+  table->edit(mModel->index(row, ProfilesTableModel::Name));
+}
+
+void MouseProfilesController::discardStaleEdit(int rowToBeSelected) {
+  const int row = mCells->editedRow();
+  const bool isFresh = row == rowToBeSelected && row < static_cast<int>(profilesArray.size()) &&
+                       textOf(profilesArray.at(row), keys::ProfileName) == mCells->nameBefore();
+  if (!isFresh) mCells->discardEdit();
+}
+
+void MouseProfilesController::tableViewSelectionDidChange() {
+  const int row = selectedRow();
+  if (row >= 0 && row < static_cast<int>(profilesArray.size()) && !mIsAddProfile && profileDelegate) {
+    if (!mIsFirstLaunch && row != activeProfile()) {
+      mNeedsProfileEditing = false;
+      profileDelegate->switchProfileWithID(row);
+    } else if (mIsFirstLaunch && !mNeedsUpdate) {
+      selectRow(activeProfile());
+    }
+  }
+  enableAddByCount();
+  mIsFirstLaunch = false;
+}
+
+// --- Drawing
 
 void MouseProfilesController::updateUISettings() {
   if (profileSettingsDict.isNone()) return;
-  mModel->setProfiles(profilesArray, activeProfile());
-  selectRow(activeProfile());
+  refreshTableDisplay();
+  if (!mIsAddProfile) {
+    discardStaleEdit(activeProfile());
+    deselect();
+    mUi->mEnableOnScreenDisplay->setChecked(numberOf(deviceSettingsDict, keys::ProfileOSDOn).value_or(0) != 0);
+    selectRow(activeProfile(), mNeedsUpdate);
+  }
+  if (mNeedsProfileEditing) editName(mModel->rowCount() - 1);
+  enableAddByCount();
 }
 
 void MouseProfilesController::refreshTableDisplay() {
-  const QModelIndexList selected = mUi->mProfilesTableView->selectionModel()->selectedRows();
-  const int row = selected.isEmpty() ? -1 : selected.constFirst().row();
-  mModel->setProfiles(profilesArray, activeProfile());
-  selectRow(row);
+  const int before = selectedRow();
+  discardStaleEdit(before);
+  {
+    const QScopedValueRollback reloading(mIsReloading, true);
+    mModel->setProfiles(profilesArray, activeProfile());
+    if (before < mModel->rowCount()) {
+      selectRow(before);
+    } else {
+      deselect();
+    }
+  }
+  numberOfRowsInTableView();
+  if (selectedRow() != before) tableViewSelectionDidChange();
+}
+
+int MouseProfilesController::numberOfRowsInTableView() {
+  mUi->mDeleteProfile->setEnabled(mHasDeviceConnected && profilesArray.size() != 1);
+  explainControls();
+  return static_cast<int>(profilesArray.size());
+}
+
+void MouseProfilesController::enableAddByCount() {
+  mUi->mAddProfile->setEnabled(mHasDeviceConnected && !isFull());
+  explainControls();
 }
 
 void MouseProfilesController::enableControlsState(bool enabled) {
-  mUi->mProfilesTableView->setEnabled(enabled);
+  mHasDeviceConnected = enabled;
+  // A table that is disabled lets go of the keyboard, and the edit would be taken over as a rename.
+  if (!enabled) mCells->discardEdit();
+  for (QWidget* control : std::initializer_list<QWidget*>{mUi->mProfilesTableView, mUi->mAddProfile,
+                                                          mUi->mSettingsButton, mUi->mEnableOnScreenDisplay}) {
+    control->setEnabled(enabled);
+  }
   setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
+  numberOfRowsInTableView();
+  enableAddByCount();
+}
+
+void MouseProfilesController::enableControlsForAddProfiles(bool enabled) {
+  mUi->mDeleteProfile->setEnabled(enabled);
+  mUi->mSettingsButton->setEnabled(enabled);
+  mUi->mEnableOnScreenDisplay->setEnabled(enabled);
+  enableAddByCount();
+}
+
+// Each control says what it does, or why it cannot.
+void MouseProfilesController::explainControls() {
+  const QString noMouse = mHasDeviceConnected ? QString() : localized("lkeyNoMouseConnected");
+  const auto explain = [&noMouse](QWidget* control, const QString& purpose, const QString& obstacle = {}) {
+    control->setToolTip(!noMouse.isEmpty() ? noMouse : obstacle.isEmpty() ? purpose : obstacle);
+  };
+  explain(mUi->mAddProfile, mUi->mAddProfile->accessibleName(), reasonAgainst(static_cast<int>(ProfileItem::New)));
+  explain(mUi->mDeleteProfile, mUi->mDeleteProfile->accessibleName(),
+          reasonAgainst(static_cast<int>(ProfileItem::Delete)));
+  explain(mUi->mSettingsButton, mUi->mSettingsButton->accessibleName());
+  explain(mUi->mEnableOnScreenDisplay, QString());
+}
+
+// --- Menus
+
+void MouseProfilesController::addMenuItems(QMenu& menu) {
+  addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), [this](int tag) { selectMenuItem(tag); });
+}
+
+QString MouseProfilesController::reasonAgainst(int tag) const {
+  switch (static_cast<ProfileItem>(tag)) {
+    case ProfileItem::New:
+    case ProfileItem::Import:
+    case ProfileItem::Copy:
+      return isFull() ? localized("lkeyNoRoomForProfile") : QString();
+    case ProfileItem::Delete:
+      return profilesArray.size() == 1 ? localized("lkeyLastProfileStays") : QString();
+    case ProfileItem::RemoveApplication:
+      return textOf(selectedProfile()[keys::AppInfo], keys::Application).isEmpty()
+                 ? localized("lkeyNoApplicationAssigned")
+                 : QString();
+    default:
+      return {};
+  }
+}
+
+bool MouseProfilesController::validateMenuItem(const QAction& item) const {
+  return reasonAgainst(tagOf(item)).isEmpty();
+}
+
+void MouseProfilesController::selectMenuItem(int tag) {
+  switch (static_cast<ProfileItem>(tag)) {
+    case ProfileItem::Rename:
+      editName(selectedRow());
+      break;
+    case ProfileItem::New:
+      clickAdd();
+      break;
+    case ProfileItem::Import:
+      loadPanelForIdentifier(ProfileFileContext);
+      break;
+    case ProfileItem::Export:
+      loadSaveAsPanel();
+      break;
+    case ProfileItem::Delete:
+      clickDelete();
+      break;
+    case ProfileItem::Copy:
+      copyProfile();
+      break;
+    case ProfileItem::AssignApplication:
+      loadPanelForIdentifier(ApplicationContext);
+      break;
+    case ProfileItem::RemoveApplication:
+      removeApplication();
+      break;
+    case ProfileItem::RestoreDefault:
+      showAlert("lkeyRestoreDefaultTitle", "lkeyRestoreDefaultDesc", RestoreContext);
+      break;
+  }
+}
+
+// --- Add, copy, rename
+
+std::string MouseProfilesController::checkForDuplicateName(const PropertyList& profiles,
+                                                           std::string_view usingDefaultName) {
+  return vorn::VrCoreUtility::generateName(profiles, usingDefaultName, keys::ProfileName);
+}
+
+void MouseProfilesController::clickAdd() {
+  // A menu that was open while the list grew still offers it.
+  if (!profileDelegate || isFull()) return;
+  mIsAddProfile = true;
+  mNeedsProfileEditing = true;
+  deselect();
+  const PropertyList profile = defaultDict.with(keys::ProfileName, checkForDuplicateName(profilesArray, untitledName));
+  profilesArray = profilesArray.appending(profile);
+  enableControlsForAddProfiles(false);
+  refreshTableDisplay();
+  selectLastRow();
+  profileDelegate->addNewProfileWithSettings(profile);
+  enableControlsForAddProfiles(true);
+  mIsAddProfile = false;
+  // The reload may have begun the edit; it holds the keyboard then.
+  if (mCells->editedRow() < 0) mUi->mProfilesTableView->setFocus();
+  editName(mModel->rowCount() - 1);
+}
+
+void MouseProfilesController::copyProfile() {
+  const PropertyList original = selectedProfile();
+  if (!profileDelegate || isFull() || original.isNone()) return;
+  mIsAddProfile = true;
+  const PropertyList profile =
+      original.with(keys::ProfileName, checkForDuplicateName(profilesArray, original[keys::ProfileName].string()));
+  profilesArray = profilesArray.appending(profile);
+  refreshTableDisplay();
+  deselect();
+  selectLastRow();
+  editName(mModel->rowCount() - 1);
+  profileDelegate->addNewProfileWithSettings(profile);
+  mIsAddProfile = false;
+}
+
+void MouseProfilesController::renameProfile(int row, const QString& name) {
+  const PropertyList& record = profilesArray.at(row);
+  if (name.isEmpty() || record.isNone() || !profileDelegate) return;
+  // Without its own old name the profile may keep it. The record moves to the end of the working list and also takes
+  // its old place there; the reload that follows puts the engine's list in its place.
+  const PropertyList others = profilesArray.removing(row);
+  const PropertyList nameless = record.with(keys::ProfileName, "");
+  const PropertyList renamed =
+      nameless.with(keys::ProfileName, checkForDuplicateName(others.appending(nameless), name.toStdString()));
+  userSettingsDict = renamed;
+  profilesArray = others.appending(renamed).replacing(row, renamed);
+  mNeedsProfileEditing = false;
+  profileDelegate->renameProfileWithProfileID(selectedRow(), renamed);
+}
+
+void MouseProfilesController::tableViewSetObjectValueForTableColumn(const QVariant& value, const QString& column,
+                                                                    int row) {
+  if (column == QLatin1String(ProfilesTableModel::nameColumn)) {
+    renameProfile(row, value.toString());
+  } else if (column == QLatin1String(ProfilesTableModel::autoSwitchColumn)) {
+    setAutoSwitch(row, value.toInt());
+  }
+}
+
+// --- Delete, restore
+
+void MouseProfilesController::showAlert(const char* messageKey, const char* informativeKey, int contextInfo) {
+  Alert::show(sheetParent(), localized(messageKey), localized(informativeKey),
+              {localized("lkeyOK"), localized("lkeyCancel")}, [tab = QPointer(this), contextInfo](int returnCode) {
+                if (tab) tab->sheetDidEnd(returnCode, contextInfo);
+              });
+}
+
+void MouseProfilesController::clickDelete() {
+  showAlert("lkeyDeleteProfileAlertTitle", "lkeyDeleteProfileAlertDesc", DeleteContext);
+}
+
+void MouseProfilesController::deleteProfile() {
+  const int row = selectedRow();
+  if (profilesArray.size() > 1 && row >= 0 && profileDelegate) {
+    mNeedsUpdate = true;
+    mNeedsProfileEditing = false;
+    mCells->discardEdit();
+    profileDelegate->deleteProfileWithProfileID(row);
+    refreshTableDisplay();
+    mUi->mProfilesTableView->setFocus();
+    mNeedsUpdate = false;
+  }
+  enableAddByCount();
+}
+
+void MouseProfilesController::restoreProfileToDefaultSettings() {
+  const PropertyList& profile = selectedProfile();
+  if (!profileDelegate || profile.isNone()) return;
+  profileDelegate->updateProfileWithSettings(defaultDict.with(keys::ProfileName, profile[keys::ProfileName].string()));
+}
+
+void MouseProfilesController::sheetDidEnd(int returnCode, int contextInfo, const QString& path) {
+  if (contextInfo == ExportContext) {
+    exportPanelDidEnd(returnCode, path);
+  } else if (returnCode == Alert::firstButtonReturn && contextInfo == RestoreContext) {
+    restoreProfileToDefaultSettings();
+  } else if (returnCode == Alert::firstButtonReturn && contextInfo == DeleteContext) {
+    deleteProfile();
+  }
+}
+
+// --- Single settings
+
+void MouseProfilesController::updateValue(int value, std::string_view ofSetting) {
+  if (profileDelegate) profileDelegate->updateProfileWithSettings(PropertyList::dictionary({{ofSetting, value}}));
+}
+
+void MouseProfilesController::tickEnableOnScreen(bool on) {
+  updateValue(on ? 1 : 0, keys::ProfileOSDOn);
 }
 
 }  // namespace skarn

@@ -1,12 +1,127 @@
 #include "profiles/NSTableViewSubClass.h"
 
+#include <QContextMenuEvent>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "platform/Localization.h"
+#include "profiles/MouseProfilesController.h"
+#include "profiles/ProfileMenu.h"
+#include "profiles/ProfilesTableModel.h"
+
 namespace skarn {
 
 NSTableViewSubClass::NSTableViewSubClass(QWidget* parent) : QTableView(parent) {
   setSelectionBehavior(SelectRows);
-  // The selection follows the active profile.
-  setSelectionMode(NoSelection);
-  setEditTriggers(NoEditTriggers);
+  setEditTriggers(DoubleClicked);
+}
+
+int NSTableViewSubClass::selectedRow() const {
+  const QModelIndexList rows = selectionModel() ? selectionModel()->selectedRows() : QModelIndexList();
+  return rows.isEmpty() ? -1 : rows.constFirst().row();
+}
+
+void NSTableViewSubClass::rightMouseDown(const QPoint& globalPosition) {
+  if (mouseProfilesController == nullptr) return;
+  if (mMenu) mMenu->close();
+  mMenu = new QMenu(this);
+  mMenu->setToolTipsVisible(true);
+  connect(mMenu, &QMenu::aboutToHide, mMenu, &QObject::deleteLater);
+  mouseProfilesController->addMenuItems(*mMenu);
+  for (QAction* item : mMenu->actions()) {
+    explainItem(*item,
+                isEnabled() ? mouseProfilesController->reasonAgainst(tagOf(*item)) : localized("lkeyNoMouseConnected"));
+  }
+  mMenu->popup(globalPosition);
+}
+
+// A disabled table gets no mouse events but these.
+bool NSTableViewSubClass::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress) {
+    const auto* press = static_cast<QMouseEvent*>(event);
+    if (press->button() == Qt::RightButton) {
+      rightMouseDown(press->globalPosition().toPoint());
+      return true;
+    }
+  }
+  return QTableView::viewportEvent(event);
+}
+
+void NSTableViewSubClass::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
+  // A press of the right button has opened it already.
+  if (isMouse && mMenu) return;
+  const QRect row = visualRect(model()->index(selectedRow(), ProfilesTableModel::Name));
+  rightMouseDown(isMouse ? event->globalPos() : viewport()->mapToGlobal(row.bottomLeft()));
+}
+
+QModelIndex NSTableViewSubClass::boxAt(const QPoint& position) const {
+  const QModelIndex index = indexAt(position);
+  return index.column() == ProfilesTableModel::AutoSwitch ? index : QModelIndex();
+}
+
+void NSTableViewSubClass::toggle(const QModelIndex& box) {
+  if (!box.isValid()) return;
+  const bool isOn = box.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  model()->setData(box, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}
+
+void NSTableViewSubClass::mousePressEvent(QMouseEvent* event) {
+  mPressedBox = event->button() == Qt::LeftButton ? boxAt(event->pos()) : QModelIndex();
+  if (!mPressedBox.isValid()) QTableView::mousePressEvent(event);
+}
+
+void NSTableViewSubClass::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (boxAt(event->pos()).isValid()) {
+    mousePressEvent(event);
+  } else {
+    QTableView::mouseDoubleClickEvent(event);
+  }
+}
+
+void NSTableViewSubClass::mouseMoveEvent(QMouseEvent* event) {
+  if (event->buttons() == Qt::NoButton) QTableView::mouseMoveEvent(event);
+}
+
+void NSTableViewSubClass::mouseReleaseEvent(QMouseEvent* event) {
+  if (!mPressedBox.isValid()) {
+    QTableView::mouseReleaseEvent(event);
+    return;
+  }
+  const QModelIndex pressed = mPressedBox;
+  mPressedBox = QModelIndex();
+  if (boxAt(event->pos()) == pressed) toggle(pressed);
+}
+
+void NSTableViewSubClass::keyPressEvent(QKeyEvent* event) {
+  const int row = selectedRow();
+  const bool canAct = row >= 0 && mouseProfilesController;
+  switch (event->key()) {
+    case Qt::Key_Space:
+      if (canAct) toggle(model()->index(row, ProfilesTableModel::AutoSwitch));
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_F2:
+      if (canAct) mouseProfilesController->selectMenuItem(static_cast<int>(ProfileItem::Rename));
+      break;
+    case Qt::Key_Delete:
+      if (canAct && mouseProfilesController->reasonAgainst(static_cast<int>(ProfileItem::Delete)).isEmpty()) {
+        mouseProfilesController->clickDelete();
+      }
+      break;
+    default:
+      QTableView::keyPressEvent(event);
+  }
+}
+
+QItemSelectionModel::SelectionFlags NSTableViewSubClass::selectionCommand(const QModelIndex& index,
+                                                                          const QEvent* event) const {
+  const auto command = QTableView::selectionCommand(index, event);
+  if (!(command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))) return command;
+  return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 }
 
 }  // namespace skarn

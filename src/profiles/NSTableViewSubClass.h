@@ -1,6 +1,14 @@
-// The table of profiles.
+// The table of profiles: a table with a menu on the right mouse button and the Menu key. Main thread.
+//
+// The menu acts on the selected row; opening it never changes the selection. A click in the column of check boxes acts
+// on the box alone. From the keyboard, Space ticks or unticks the selected row's box, Return or F2 edits its name and
+// Delete asks to delete it. One row is selected: neither Ctrl nor Shift takes a row out or adds one, and dragging over
+// rows selects none of them.
 #pragma once
 
+#include <QMenu>
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QTableView>
 
 namespace skarn {
@@ -13,8 +21,31 @@ class NSTableViewSubClass : public QTableView {
  public:
   explicit NSTableViewSubClass(QWidget* parent = nullptr);
 
-  // Set by the controller when it is made; not owned.
+  // The selected row, -1 without one.
+  int selectedRow() const;
+
+  // Opens a fresh menu at a position on the screen and returns at once. In a disabled table all its items are disabled.
+  void rightMouseDown(const QPoint& globalPosition);
+
+  // Set by the controller when it is made; not owned. Without it there is no menu and nothing to act on.
   MouseProfilesController* mouseProfilesController = nullptr;
+
+ protected:
+  bool viewportEvent(QEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
+
+ private:
+  QModelIndex boxAt(const QPoint& position) const;
+  void toggle(const QModelIndex& box);
+
+  QPersistentModelIndex mPressedBox;
+  QPointer<QMenu> mMenu;
 };
 
 }  // namespace skarn

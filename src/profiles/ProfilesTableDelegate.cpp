@@ -1,8 +1,13 @@
 #include "profiles/ProfilesTableDelegate.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QStyle>
 
+#include "platform/Localization.h"
 #include "profiles/ProfilesTableModel.h"
 #include "widgets/Palettes.h"
 
@@ -12,13 +17,35 @@ namespace {
 
 constexpr int dotSize = 8;
 constexpr int dotFromRight = 8;
+constexpr int editorMargin = 2;
+
+void paintDot(QPainter* painter, const QStyleOptionViewItem& option) {
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(Qt::NoPen);
+  painter->setBrush((option.state & QStyle::State_Enabled) ? accentColor(option.palette)
+                                                           : option.palette.color(QPalette::Disabled, QPalette::Text));
+  painter->drawEllipse(QRectF(option.rect.right() - dotFromRight - dotSize,
+                              option.rect.center().y() - dotSize / 2.0 + 0.5, dotSize, dotSize));
+  painter->restore();
+}
+
+void paintCheckBox(QPainter* painter, const QStyleOptionViewItem& option, bool isOn) {
+  const QStyle& style = *option.widget->style();
+  QStyleOptionButton box;
+  box.palette = option.palette;
+  box.state =
+      (option.state & (QStyle::State_Enabled | QStyle::State_Active)) | (isOn ? QStyle::State_On : QStyle::State_Off);
+  const QSize size(style.pixelMetric(QStyle::PM_IndicatorWidth), style.pixelMetric(QStyle::PM_IndicatorHeight));
+  box.rect = QStyle::alignedRect(option.direction, Qt::AlignCenter, size, option.rect);
+  style.drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, option.widget);
+}
 
 }  // namespace
 
 void ProfilesTableDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   RowDelegate::initStyleOption(option, index);
-  // The state is drawn here, in words, in the middle of its cell.
-  option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
+  option->features &= ~QStyleOptionViewItem::HasCheckIndicator;  // drawn here, in the middle
   if (index.column() == ProfilesTableModel::Name && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     option->font.setWeight(QFont::DemiBold);
   }
@@ -29,21 +56,90 @@ void ProfilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
                                   const QModelIndex& index) const {
   RowDelegate::paint(painter, option, index);
   if (index.column() == ProfilesTableModel::Id && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush((option.state & QStyle::State_Enabled)
-                          ? accentColor(option.palette)
-                          : option.palette.color(QPalette::Disabled, QPalette::Text));
-    const QRectF dot(option.rect.right() - dotFromRight - dotSize, option.rect.center().y() - dotSize / 2.0 + 0.5,
-                     dotSize, dotSize);
-    painter->drawEllipse(dot);
-    painter->restore();
+    paintDot(painter, option);
+  } else if (index.column() == ProfilesTableModel::AutoSwitch) {
+    paintCheckBox(painter, option, index.data(Qt::CheckStateRole).toInt() == Qt::Checked);
   }
-  if (index.column() == ProfilesTableModel::AutoSwitch) {
-    painter->setPen(option.palette.color(option.state & QStyle::State_Enabled ? QPalette::Normal : QPalette::Disabled,
-                                         QPalette::Text));
-    painter->drawText(option.rect, Qt::AlignCenter, index.data(Qt::AccessibleTextRole).toString());
+}
+
+void ProfilesTableDelegate::restartEdit() {
+  if (auto* name = qobject_cast<QLineEdit*>(mEditor)) {
+    name->setFocus();
+    name->selectAll();
+  }
+}
+
+void ProfilesTableDelegate::discardEdit() {
+  if (mEditor) emit closeEditor(mEditor, RevertModelCache);
+}
+
+void ProfilesTableDelegate::takeEditOver() {
+  const auto* edit = qobject_cast<QLineEdit*>(mEditor);
+  if (edit == nullptr) return;
+  const QString name = edit->text();
+  const QPersistentModelIndex index = mEditedIndex;
+  emit closeEditor(mEditor, NoHint);
+  emit nameEntered(index, name);
+}
+
+QWidget* ProfilesTableDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                             const QModelIndex& index) const {
+  auto* name = new QLineEdit(parent);
+  name->setAccessibleName(localized("lkeyProfileNameColumn"));
+  name->setText(index.data().toString());
+  mEditor = name;
+  mEditedIndex = index;
+  mNameBefore = name->text();
+  return name;
+}
+
+// Called with every new list, too.
+void ProfilesTableDelegate::setEditorData(QWidget*, const QModelIndex&) const {}
+
+// The table takes an edit over whenever its current row changes, which is not the user's doing.
+void ProfilesTableDelegate::setModelData(QWidget*, QAbstractItemModel*, const QModelIndex&) const {}
+
+void ProfilesTableDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                                 const QModelIndex&) const {
+  editor->setGeometry(option.rect.adjusted(0, editorMargin, 0, -editorMargin - 1));
+}
+
+void ProfilesTableDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
+  if (editor == mEditor) mEditor = nullptr;
+  RowDelegate::destroyEditor(editor, index);
+}
+
+bool ProfilesTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) {
+  if (!view->isEnabled()) return false;
+  QStyleOptionViewItem cell = option;
+  initStyleOption(&cell, index);
+  const int room = option.rect.width() - 2 * sidePadding;
+  if (QFontMetrics(cell.font).horizontalAdvance(cell.text) <= room) return false;
+  return RowDelegate::helpEvent(event, view, option, index);
+}
+
+bool ProfilesTableDelegate::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != mEditor) return RowDelegate::eventFilter(watched, event);
+  if (event->type() == QEvent::FocusOut) {
+    // The menu of the line edit takes the keyboard for a while, and leaves it the focus.
+    if (!mEditor->isActiveWindow() || QApplication::focusWidget() != mEditor) takeEditOver();
+    return false;
+  }
+  if (event->type() != QEvent::KeyPress) return RowDelegate::eventFilter(watched, event);
+  switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Escape:
+      discardEdit();
+      emit editAbandoned();
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      takeEditOver();
+      return true;
+    default:
+      return RowDelegate::eventFilter(watched, event);
   }
 }
 

@@ -1,5 +1,12 @@
-// Draws the cells of the profiles table: the active row's dot beside its number, and auto switch in words.
+// Draws the cells of the profiles table (the active row's dot beside its number, the application's icon beside its
+// name, auto switch as a check box in the middle of its cell) and edits names in their place. Main thread.
+//
+// Return, Tab and a loss of the keyboard take a typed name over: the line edit is closed, then nameEntered is sent, so
+// that what follows from the rename finds no edit under way. While a name is edited, a new list leaves the typed text
+// alone; the owner ends an edit that no longer belongs to its row with discardEdit.
 #pragma once
+
+#include <QPointer>
 
 #include "widgets/RowDelegate.h"
 
@@ -11,10 +18,41 @@ class ProfilesTableDelegate : public RowDelegate {
  public:
   using RowDelegate::RowDelegate;
 
+  // The row whose name is being edited; -1 for none.
+  int editedRow() const { return mEditor ? mEditedIndex.row() : -1; }
+  // The name that the edit began with.
+  const QString& nameBefore() const { return mNameBefore; }
+  // Goes on with the edit from the start: everything selected. Nothing without one.
+  void restartEdit();
+  // Ends the edit without a rename. Nothing without one.
+  void discardEdit();
+
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+  void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+  void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const override;
+  void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
+  // Tells a text that does not fit its cell.
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
+
+ signals:
+  void nameEntered(const QModelIndex& index, const QString& name);
+  // The user gave up an edit.
+  void editAbandoned();
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void takeEditOver();
+
+  mutable QPointer<QWidget> mEditor;
+  mutable QPersistentModelIndex mEditedIndex;
+  mutable QString mNameBefore;
 };
 
 }  // namespace skarn

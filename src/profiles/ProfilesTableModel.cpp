@@ -3,6 +3,7 @@
 #include <array>
 
 #include "model/SettingsKeys.h"
+#include "platform/ApplicationInfo.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 
@@ -12,16 +13,41 @@ namespace keys = vorn::keys;
 
 namespace {
 
-constexpr std::array<const char*, 4> headerKeys = {"lkeyProfileNumberColumn", "lkeyProfileNameColumn",
-                                                   "lkeyProfileApplicationColumn", "lkeyProfileAutoSwitchColumn"};
+struct ColumnTexts {
+  const char* identifier;
+  const char* title;
+};
+
+constexpr std::array<ColumnTexts, 4> columns = {{
+    {ProfilesTableModel::idColumn, "lkeyProfileNumberColumn"},
+    {ProfilesTableModel::nameColumn, "lkeyProfileNameColumn"},
+    {ProfilesTableModel::applicationColumn, "lkeyProfileApplicationColumn"},
+    {ProfilesTableModel::autoSwitchColumn, "lkeyProfileAutoSwitchColumn"},
+}};
+
+QString identifierOf(int column) {
+  return QLatin1String(columns[static_cast<std::size_t>(column)].identifier);
+}
 
 }  // namespace
 
 void ProfilesTableModel::setProfiles(const vorn::PropertyList& profiles, int activeProfile) {
-  beginResetModel();
-  mProfiles = profiles.arrayOrEmpty();
+  const vorn::PropertyList next = profiles.arrayOrEmpty();
+  const int before = rowCount();
+  const int after = static_cast<int>(next.size());
+  if (after < before) {
+    beginRemoveRows({}, after, before - 1);
+  } else if (after > before) {
+    beginInsertRows({}, before, after - 1);
+  }
+  mProfiles = next;
   mActiveProfile = activeProfile;
-  endResetModel();
+  if (after < before) {
+    endRemoveRows();
+  } else if (after > before) {
+    endInsertRows();
+  }
+  if (after > 0) emit dataChanged(index(0, 0), index(after - 1, columnCount() - 1));
 }
 
 int ProfilesTableModel::rowCount(const QModelIndex& parent) const {
@@ -29,42 +55,97 @@ int ProfilesTableModel::rowCount(const QModelIndex& parent) const {
 }
 
 int ProfilesTableModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(headerKeys.size());
+  return parent.isValid() ? 0 : static_cast<int>(columns.size());
+}
+
+bool ProfilesTableModel::isAutoSwitchOn(int row) const {
+  return numberOf(mProfiles.at(row), keys::AutoSwitchOn).value_or(0) != 0;
+}
+
+QVariant ProfilesTableModel::text(const QModelIndex& index) const {
+  switch (index.column()) {
+    case Id:
+      return index.row() + 1;
+    case Name:
+      return textOf(mProfiles.at(index.row()), keys::ProfileName);
+    case Application:
+      return textOf(mProfiles.at(index.row())[keys::AppInfo], keys::Application);
+    default:
+      return {};
+  }
+}
+
+QIcon ProfilesTableModel::applicationIcon(int row) const {
+  const QString identifier = textOf(mProfiles.at(row)[keys::AppInfo], keys::Identifier);
+  if (identifier.isEmpty()) return {};
+  const auto known = mIcons.constFind(identifier);
+  if (known != mIcons.constEnd()) return *known;
+  return *mIcons.insert(identifier, ApplicationInfo::iconForIdentifier(identifier));
 }
 
 QVariant ProfilesTableModel::data(const QModelIndex& index, int role) const {
-  const vorn::PropertyList& profile = mProfiles.at(index.row());
-  if (role == IsActiveRole) return index.row() == mActiveProfile;
-  if (role == Qt::DisplayRole) {
-    switch (index.column()) {
-      case Id:
-        return index.row() + 1;
-      case Name:
-        return textOf(profile, keys::ProfileName);
-      case Application:
-        return textOf(profile[keys::AppInfo], keys::Application);
-      default:
-        return {};
-    }
+  const bool isActive = index.row() == mActiveProfile;
+  switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+      return text(index);
+    case Qt::ToolTipRole:
+      return index.column() == Id ? QVariant() : text(index);
+    case Qt::DecorationRole:
+      // Without an icon, an application's name still begins where the others do.
+      if (index.column() != Application || text(index).toString().isEmpty()) return {};
+      return applicationIcon(index.row());
+    case Qt::CheckStateRole:
+      if (index.column() != AutoSwitch) return {};
+      return static_cast<int>(isAutoSwitchOn(index.row()) ? Qt::Checked : Qt::Unchecked);
+    case Qt::AccessibleTextRole:
+      return index.column() == AutoSwitch ? localized(isAutoSwitchOn(index.row()) ? "lkeyOn" : "lkeyOff") : QVariant();
+    case Qt::AccessibleDescriptionRole:
+      return isActive && index.column() == Id ? localized("lkeyActiveProfile") : QVariant();
+    case IsActiveRole:
+      return isActive;
+    default:
+      return {};
   }
-  if (index.column() == AutoSwitch) {
-    const bool isOn = numberOf(profile, keys::AutoSwitchOn).value_or(0) != 0;
-    if (role == Qt::CheckStateRole) return static_cast<int>(isOn ? Qt::Checked : Qt::Unchecked);
-    if (role == Qt::AccessibleTextRole) return localized(isOn ? "lkeyOn" : "lkeyOff");
-  }
-  if (index.column() == Id && role == Qt::AccessibleDescriptionRole && index.row() == mActiveProfile) {
-    return localized("lkeyActiveProfile");
-  }
-  return {};
 }
 
 QVariant ProfilesTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-  if (role == Qt::DisplayRole) return localized(headerKeys[static_cast<std::size_t>(section)]);
-  if (role == Qt::TextAlignmentRole) {
-    return static_cast<int>(section == AutoSwitch ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
+  switch (role) {
+    case Qt::DisplayRole:
+      return localized(columns[static_cast<std::size_t>(section)].title);
+    case Qt::TextAlignmentRole:
+      return static_cast<int>(section == AutoSwitch ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
+    case IdentifierRole:
+      return identifierOf(section);
+    default:
+      return {};
   }
-  return {};
+}
+
+Qt::ItemFlags ProfilesTableModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  switch (index.column()) {
+    case Name:
+      return flags | Qt::ItemIsEditable;
+    case AutoSwitch:
+      return flags | Qt::ItemIsUserCheckable;
+    default:
+      return flags;
+  }
+}
+
+bool ProfilesTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  const bool isName = index.column() == Name && role == Qt::EditRole;
+  const bool isCheck = index.column() == AutoSwitch && role == Qt::CheckStateRole;
+  if (!index.isValid() || (!isName && !isCheck)) return false;
+  const QString column = identifierOf(index.column());
+  if (isName) {
+    emit edited(value.toString(), column, index.row());
+  } else {
+    emit edited(value.toInt() == Qt::Unchecked ? 0 : 1, column, index.row());
+  }
+  return true;
 }
 
 }  // namespace skarn

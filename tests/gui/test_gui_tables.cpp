@@ -1,6 +1,4 @@
-// The Profiles and the Macros tab.
-#include <QApplication>
-#include <QHeaderView>
+// The Macros tab.
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QTableView>
@@ -9,8 +7,6 @@
 #include "SampleSettings.h"
 #include "macros/MouseMacrosController.h"
 #include "platform/Localization.h"
-#include "profiles/MouseProfilesController.h"
-#include "widgets/Palettes.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -37,15 +33,6 @@ QStringList rowsOf(const QTableView& table) {
 int selectedRow(const QTableView& table) {
   const QModelIndexList rows = table.selectionModel()->selectedRows();
   return rows.size() == 1 ? rows.constFirst().row() : -1;
-}
-
-void hand(MouseProfilesController& tab, const PropertyList& all, const PropertyList& device) {
-  tab.setMProfileSettingsDict(all.at(device[keys::ActiveProfile].toInt()).dictionaryOrEmpty());
-  tab.setMDeviceSettingsDict(device);
-  tab.setMProfilesArray(all);
-  tab.setMDefaultDict(profile("Default"));
-  tab.updateUISettings();
-  tab.refreshTableDisplay();
 }
 
 class RecordingMacroDelegate : public MacroControllerDelegate {
@@ -89,112 +76,13 @@ class TablesTest : public QObject {
  private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
 
-  void theProfilesAreListedInTheirOrder() {
-    MouseProfilesController tab;
-    QCOMPARE(tab.objectName(), QStringLiteral("MouseProfilesController"));
-    hand(tab, profiles(), deviceSettings());
-    QCOMPARE(tab.mProfilesTableView()->objectName(), QStringLiteral("mProfilesTableView"));
-    QCOMPARE(rowsOf(*tab.mProfilesTableView()),
-             (QStringList{"1 | Default |  | [ ]", "2 | Work | LibreOffice Writer | [ ]",
-                          "3 | Raid: Molten Depths, healer set-up for the second boss | Skirmish Online | [x]",
-                          "4 | Racing |  | [ ]"}));
-    QStringList headers;
-    for (int column = 0; column < 4; ++column) {
-      headers << tab.mProfilesTableView()->model()->headerData(column, Qt::Horizontal).toString();
-    }
-    QCOMPARE(headers, (QStringList{"No.", "Name", "Application", "Auto switch"}));
-  }
-
-  void theActiveProfileIsSelectedAndHasTheDot() {
-    QApplication::setPalette(lightPalette());
-    MouseProfilesController tab;
-    hand(tab, profiles(), deviceSettings());
-    QTableView* table = tab.mProfilesTableView();
-    QCOMPARE(selectedRow(*table), 1);
-    tab.resize(800, 400);
-    tab.show();
-    const QImage seen = table->viewport()->grab().toImage();
-    QList<int> dots;
-    for (int row = 0; row < table->model()->rowCount(); ++row) {
-      const QRect cell = table->visualRect(table->model()->index(row, 0));
-      bool found = false;
-      for (int x = cell.left(); x <= cell.right() && !found; ++x) {
-        found = QColor(seen.pixel(x, cell.center().y())) == accentColor(lightPalette());
-      }
-      if (found) dots << row;
-    }
-    QCOMPARE(dots, QList<int>{1});
-  }
-
-  void theSelectionFollowsTheActiveProfileAndNotTheMouse() {
-    MouseProfilesController tab;
-    hand(tab, profiles(), deviceSettings());
-    QTableView* table = tab.mProfilesTableView();
-    tab.resize(800, 400);
-    tab.show();
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(table->model()->index(3, 1)).center());
-    QCOMPARE(selectedRow(*table), 1);
-    hand(tab, profiles(), deviceSettings().with(keys::ActiveProfile, 3));
-    QCOMPARE(selectedRow(*table), 3);
-  }
-
-  void aRefreshKeepsTheSelectedRowByItsIndex() {
-    MouseProfilesController tab;
-    hand(tab, profiles(), deviceSettings().with(keys::ActiveProfile, 2));
-    tab.setMProfilesArray(profiles().removing(0));
-    tab.refreshTableDisplay();
-    QCOMPARE(selectedRow(*tab.mProfilesTableView()), 2);
-    QCOMPARE(rowsOf(*tab.mProfilesTableView()).size(), 3);
-    tab.setMProfilesArray(PropertyList::array({profile("Only")}));
-    tab.refreshTableDisplay();
-    QCOMPARE(selectedRow(*tab.mProfilesTableView()), -1);
-  }
-
-  void noRowIsSelectedForAnActiveProfileOutsideTheList() {
-    const PropertyList outside[] = {4, -1, "1", PropertyList::array(), PropertyList()};
-    for (const PropertyList& active : outside) {
-      MouseProfilesController tab;
-      hand(tab, profiles(), deviceSettings().with(keys::ActiveProfile, active));
-      QCOMPARE(selectedRow(*tab.mProfilesTableView()), -1);
-    }
-  }
-
-  void hostileProfilesShowEmptyCells() {
-    MouseProfilesController tab;
-    hand(tab,
-         PropertyList::array(
-             {7, "text", PropertyList(),
-              PropertyList::dictionary(
-                  {{keys::ProfileName, 3}, {keys::AppInfo, "app"}, {keys::AutoSwitchOn, PropertyList::array()}}),
-              PropertyList::dictionary({{keys::AppInfo, PropertyList::dictionary({{keys::Application, 1}})}})}),
-         deviceSettings());
-    QCOMPARE(rowsOf(*tab.mProfilesTableView()),
-             (QStringList{"1 |  |  | [ ]", "2 |  |  | [ ]", "3 |  |  | [ ]", "4 |  |  | [ ]", "5 |  |  | [ ]"}));
-    hand(tab, PropertyList("no array"), PropertyList(1));
-    QCOMPARE(rowsOf(*tab.mProfilesTableView()), QStringList());
-    QCOMPARE(selectedRow(*tab.mProfilesTableView()), -1);
-  }
-
-  void autoSwitchCannotBeEditedYet() {
-    MouseProfilesController tab;
-    hand(tab, profiles(), deviceSettings());
-    const QAbstractItemModel* model = tab.mProfilesTableView()->model();
-    for (int column = 0; column < 4; ++column) {
-      QVERIFY(!(model->index(0, column).flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)));
-    }
-  }
-
   void withoutADeviceTheTablesAreDisabledAndSayWhy() {
-    MouseProfilesController profilesTab;
     MouseMacrosController macrosTab;
     for (const bool enabled : {false, true}) {
-      profilesTab.enableControlsState(enabled);
       macrosTab.enableControlsState(enabled);
-      QCOMPARE(profilesTab.mProfilesTableView()->isEnabled(), enabled);
       QCOMPARE(macrosTab.mMacroTableView()->isEnabled(), enabled);
       QCOMPARE(macrosTab.mMacroDetailsTableView()->isEnabled(), enabled);
       const QString why = enabled ? QString() : QStringLiteral("No mouse connected");
-      QCOMPARE(profilesTab.toolTip(), why);
       QCOMPARE(macrosTab.toolTip(), why);
     }
   }

@@ -1,0 +1,167 @@
+// Profile files, and the applications that profiles are tied to.
+#include <QDialog>
+#include <QFileDialog>
+
+#include "model/SettingsKeys.h"
+#include "platform/ApplicationInfo.h"
+#include "platform/ApplicationPanel.h"
+#include "platform/FilePanel.h"
+#include "platform/Localization.h"
+#include "platform/RecordFile.h"
+#include "platform/SettingsText.h"
+#include "profiles/MouseProfilesController.h"
+#include "profiles/ProfileMenu.h"
+
+namespace skarn {
+
+namespace keys = vorn::keys;
+using vorn::PropertyList;
+
+namespace {
+
+constexpr const char* fileType = "SkarnProfile";
+constexpr const char* documents = "file://localhost/Documents/";
+constexpr const char* applications = "/Applications/";
+
+const std::vector<RecordMember>& expectedMembers() {
+  static const std::vector<RecordMember> members = {{keys::ProfileName, RecordMember::Type::Text},
+                                                    {keys::Keys, RecordMember::Type::Dictionary},
+                                                    {keys::Buttons, RecordMember::Type::Dictionary}};
+  return members;
+}
+
+// Where each member of "AppInfo" comes from in an application's information dictionary. The name is an exception.
+struct ApplicationMember {
+  keys::Key key;
+  std::string_view source;
+};
+constexpr ApplicationMember applicationMembers[] = {
+    {keys::Application, ApplicationInfo::nameKey},
+    {keys::Executable, ApplicationInfo::executableKey},
+    {keys::Identifier, ApplicationInfo::identifierKey},
+    {keys::Signature, ApplicationInfo::signatureKey},
+};
+
+// appInfo with the application of this information dictionary; an empty one takes the application away.
+PropertyList tiedTo(const PropertyList& appInfo, const PropertyList& information) {
+  PropertyList result = appInfo.dictionaryOrEmpty();
+  for (const ApplicationMember& member : applicationMembers) {
+    std::string_view value = information[member.source].string();
+    if (member.key == keys::Application && value.empty()) value = information[ApplicationInfo::executableKey].string();
+    result = result.with(member.key, value);
+  }
+  return result;
+}
+
+}  // namespace
+
+// --- Panels
+
+void MouseProfilesController::loadPanelForIdentifier(int identifier) {
+  static const QString name = QStringLiteral("mProfileOpenPanel");
+  const auto ended = [tab = QPointer(this), identifier](int returnCode, const QString& path) {
+    if (tab) tab->openPanelDidEnd(returnCode, path, identifier);
+  };
+  delete mProfileOpenPanel;
+  switch (identifier) {
+    case ApplicationContext:
+      mProfileOpenPanel =
+          ApplicationPanel::open(sheetParent(), name, {QStringLiteral("app")}, QLatin1String(applications), ended);
+      break;
+    case ProfileFileContext:
+      mProfileOpenPanel =
+          FilePanel::open(sheetParent(), name, {QLatin1String(fileType)}, QLatin1String(documents), ended);
+      break;
+    default:
+      mProfileOpenPanel = FilePanel::open(sheetParent(), name, {}, {}, ended);
+  }
+}
+
+void MouseProfilesController::loadSaveAsPanel() {
+  if (selectedProfile().isNone()) return;
+  delete mProfileSavePanel;
+  mProfileSavePanel =
+      FilePanel::save(sheetParent(), QStringLiteral("mProfileSavePanel"), textOf(selectedProfile(), keys::ProfileName),
+                      QLatin1String(documents), [tab = QPointer(this)](int returnCode, const QString& path) {
+                        if (tab) tab->sheetDidEnd(returnCode, ExportContext, path);
+                      });
+}
+
+void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& path, int contextInfo) {
+  const bool isChosen = returnCode == FilePanel::okButton;
+  if (contextInfo == ApplicationContext) {
+    if (isChosen) {
+      assignApplication(path);
+    } else {
+      updateValue(0, keys::AutoSwitchOn);
+    }
+    refreshTableDisplay();
+  } else if (contextInfo == ProfileFileContext && isChosen) {
+    importProfile(path);
+  }
+}
+
+// --- Files
+
+void MouseProfilesController::exportPanelDidEnd(int returnCode, const QString& path) {
+  const PropertyList profile = selectedProfile();
+  if (returnCode != FilePanel::okButton || profile.isNone()) return;
+  exportRecord(sheetParent(), path + QLatin1Char('.') + QLatin1String(fileType), profile);
+}
+
+void MouseProfilesController::importProfile(const QString& path) {
+  const RecordFileContents file = readRecordFile(path, expectedMembers());
+  // The list may have grown while the panel was open.
+  const QString problem = file.problem.isEmpty() ? reasonAgainst(static_cast<int>(ProfileItem::Import)) : file.problem;
+  if (!problem.isEmpty()) {
+    showImportProblem(sheetParent(), path, problem);
+    return;
+  }
+  if (!profileDelegate) return;
+  const PropertyList profile = file.record.with(
+      keys::ProfileName, checkForDuplicateName(profilesArray, file.record[keys::ProfileName].string()));
+  deselect();
+  profilesArray = profilesArray.appending(profile);
+  profileDelegate->addNewProfileWithSettings(profile);
+  refreshTableDisplay();
+  selectLastRow();
+}
+
+// --- Applications
+
+void MouseProfilesController::assignApplication(const QString& path) {
+  if (!profileDelegate) return;
+  mNeedsUpdate = false;
+  const PropertyList appInfo = tiedTo(selectedProfile()[keys::AppInfo], ApplicationInfo::infoDictionary(path));
+  profileDelegate->updateProfileWithSettings(
+      PropertyList::dictionary({{keys::AutoSwitchOn, 1}, {keys::AppInfo, appInfo}}));
+  // Stays on; the next reload selects the active row by extending an empty selection.
+  mNeedsUpdate = true;
+}
+
+void MouseProfilesController::removeApplication() {
+  if (!profileDelegate || selectedProfile().isNone()) return;
+  const PropertyList appInfo = tiedTo(selectedProfile()[keys::AppInfo], PropertyList());
+  profileDelegate->updateProfileWithSettings(
+      PropertyList::dictionary({{keys::AutoSwitchOn, false}, {keys::AppInfo, appInfo}}));
+  refreshTableDisplay();
+}
+
+void MouseProfilesController::setAutoSwitch(int row, int value) {
+  if (!profileDelegate) return;
+  // Settings are always those of the active profile.
+  if (row != activeProfile()) profileDelegate->switchProfileWithID(row);
+  if (value == 0) {
+    updateValue(0, keys::AutoSwitchOn);
+  } else {
+    mTableObjectValue = value;
+    if (textOf(profilesArray.at(row)[keys::AppInfo], keys::Application).isEmpty()) {
+      loadPanelForIdentifier(ApplicationContext);
+    } else {
+      updateValue(value, keys::AutoSwitchOn);
+    }
+  }
+  refreshTableDisplay();
+}
+
+}  // namespace skarn
