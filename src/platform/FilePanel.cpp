@@ -3,10 +3,16 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QLayout>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QStandardPaths>
+#include <QToolButton>
+#include <QTreeView>
 #include <QUrl>
 
+#include "platform/Images.h"
 #include "platform/Localization.h"
 #include "widgets/Alert.h"
 
@@ -34,6 +40,18 @@ QString filterFor(const QStringList& types) {
   return localized("lkeyFilesOfType").arg(patterns.join(QLatin1Char(' ')));
 }
 
+constexpr QSize naturalSize(800, 520);
+constexpr int margin = 24;
+
+// The dialog's own tools, which have these names in every version of Qt 5 and 6, and their pictures.
+struct Tool {
+  const char* name;
+  const char* picture;
+};
+constexpr Tool tools[] = {{"backButton", "panelBack.png"},       {"forwardButton", "panelForward.png"},
+                          {"toParentButton", "panelParent.png"}, {"newFolderButton", "panelNewFolder.png"},
+                          {"listModeButton", "panelList.png"},   {"detailModeButton", "panelDetails.png"}};
+
 // A name for the file system: a text of the user's without what would make it a path or cannot be seen.
 QString fileNameFrom(QString text) {
   for (QChar& character : text) {
@@ -60,6 +78,7 @@ class Panel : public QFileDialog {
     setDirectory(startFolder(directory));
     mNameEdit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     Q_ASSERT(mNameEdit);
+    dress();
 
     // To enter a package is to choose it; to go to one is to name it.
     connect(this, &QFileDialog::directoryEntered, this, [this](const QString& path) {
@@ -100,6 +119,31 @@ class Panel : public QFileDialog {
   }
 
  private:
+  // What the dialog brings along looks like another program's.
+  void dress() {
+    resize(naturalSize);
+    setSizeGripEnabled(false);
+    layout()->setContentsMargins(margin, margin, margin, margin);
+    for (const Tool& tool : tools) {
+      if (auto* button = findChild<QToolButton*>(QLatin1String(tool.name))) {
+        button->setIcon(tintedIcon(QLatin1String(tool.picture), palette().color(QPalette::ButtonText)));
+      }
+    }
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+      button->setIcon(QIcon());
+      const auto explain = [button] {
+        button->setToolTip(button->isEnabled() ? QString() : localized("lkeyNoFileNamed"));
+      };
+      // After the dialog itself, which enables its button on the same signal.
+      connect(mNameEdit, &QLineEdit::textChanged, button, explain);
+      explain();
+    }
+    if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+      details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+      details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+  }
+
   QString pathOf(const QString& text) const {
     QString path = text;
     if (path == QLatin1String("~") || path.startsWith(QLatin1String("~/"))) path.replace(0, 1, QDir::homePath());

@@ -5,10 +5,12 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QToolButton>
 #include <memory>
 
 #include "PanelTest.h"
 #include "platform/FilePanel.h"
+#include "platform/Images.h"
 #include "platform/Localization.h"
 
 using namespace skarn;
@@ -119,6 +121,34 @@ class FilePanelTest : public QObject {
     QCOMPARE(panel()->nameFilters(), QStringList{QStringLiteral("Files of this kind (*.SkarnMacro)")});
     QCOMPARE(QDir(panel()->directory()).canonicalPath(), QDir(mFolder->path()).canonicalPath());
     QCOMPARE(mEnds.ends, Ends());
+  }
+
+  void aPanelHasTheApplicationsOwnPictures() {
+    open(macroTypes);
+    const std::pair<const char*, const char*> tools[] = {
+        {"backButton", "panelBack.png"},       {"forwardButton", "panelForward.png"},
+        {"toParentButton", "panelParent.png"}, {"newFolderButton", "panelNewFolder.png"},
+        {"listModeButton", "panelList.png"},   {"detailModeButton", "panelDetails.png"}};
+    const QColor color = panel()->palette().color(QPalette::ButtonText);
+    for (const auto& [name, picture] : tools) {
+      const auto* tool = panel()->findChild<QToolButton*>(QLatin1String(name));
+      QVERIFY2(tool, name);
+      const QImage expected = tintedIcon(QLatin1String(picture), color).pixmap(16, 16).toImage();
+      QVERIFY2(!expected.isNull(), picture);
+      QCOMPARE(tool->icon().pixmap(16, 16).toImage(), expected);
+      QVERIFY(!tool->accessibleName().isEmpty());
+    }
+    for (auto which : {QDialogButtonBox::Open, QDialogButtonBox::Cancel}) QVERIFY(button(which)->icon().isNull());
+  }
+
+  void theDisabledButtonSaysWhy() {
+    open(macroTypes);
+    QVERIFY(!button(QDialogButtonBox::Open)->isEnabled());
+    QCOMPARE(button(QDialogButtonBox::Open)->toolTip(), localized("lkeyNoFileNamed"));
+    typeName(QStringLiteral("Fire.SkarnMacro"));
+    QVERIFY(button(QDialogButtonBox::Open)->isEnabled());
+    QCOMPARE(button(QDialogButtonBox::Open)->toolTip(), QString());
+    QCOMPARE(button(QDialogButtonBox::Cancel)->toolTip(), QString());
   }
 
   void withoutTypesAllFilesAreShown() {
