@@ -1,5 +1,6 @@
 #include "platform/FilePanel.h"
 
+#include <QAction>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -7,6 +8,7 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QToolButton>
 #include <QTreeView>
@@ -14,6 +16,7 @@
 
 #include "platform/Images.h"
 #include "platform/Localization.h"
+#include "platform/ShownName.h"
 #include "widgets/Alert.h"
 
 namespace skarn {
@@ -72,6 +75,7 @@ class Panel : public QFileDialog {
     setWindowModality(Qt::WindowModal);
     setOptions(DontUseNativeDialog | DontConfirmOverwrite);
     setAcceptMode(mode);
+    forbidDeleting();
     // A missing file is told here; the mode for existing files would disable the button without a word.
     setFileMode(AnyFile);
     setNameFilter(filterFor(types));
@@ -119,6 +123,21 @@ class Panel : public QFileDialog {
   }
 
  private:
+  // Who looks for a file changes nothing in the folder; who saves one may at most make a folder for it.
+  void forbidDeleting() {
+    setOption(ReadOnly, acceptMode() == AcceptOpen);
+    if (auto* button = findChild<QToolButton*>(QStringLiteral("newFolderButton"))) {
+      button->setVisible(acceptMode() == AcceptSave);
+    }
+    if (auto* action = findChild<QAction*>(QStringLiteral("qt_delete_action"))) {
+      action->setVisible(false);
+      action->setShortcut({});
+    }
+    for (QShortcut* shortcut : findChildren<QShortcut*>()) {
+      if (shortcut->key() == QKeySequence(QKeySequence::Delete)) shortcut->setEnabled(false);
+    }
+  }
+
   // What the dialog brings along looks like another program's.
   void dress() {
     resize(naturalSize);
@@ -166,7 +185,7 @@ class Panel : public QFileDialog {
   }
 
   void refuse(const char* title, const QString& name, const char* reason) {
-    Alert::show(this, localized(title).arg(name), localized(reason), {localized("lkeyOK")});
+    Alert::show(this, localized(title).arg(shownName(name)), localized(reason), {localized("lkeyOK")});
   }
 
   QStringList mTypes;

@@ -245,6 +245,45 @@ class FilePanelTest : public QObject {
     verifyEndsWith(FilePanel::okButton, inFolder(QStringLiteral("Fire.SkarnMacro")));
   }
 
+  void aLongNameIsToldWithoutItsMiddle() {
+    open(macroTypes);
+    nameEdit()->setText(QString(200, QLatin1Char('n')));
+    QTest::keyClick(nameEdit(), Qt::Key_Return);
+    const QString half(30, QLatin1Char('n'));
+    verifyStaysOpenWith({QStringLiteral("“%1…%1” was not found").arg(half), localized("lkeyFileNotFoundDesc")});
+  }
+
+  void aPathMayBeginAtHome() {
+    const QString path = QDir::homePath() + QStringLiteral("/Home.SkarnMacro");
+    QVERIFY(writeTestFile(path, "x"));
+    open(macroTypes);
+    enter(QStringLiteral("~/Home.SkarnMacro"));
+    verifyEndsWith(FilePanel::okButton, path);
+  }
+
+  void nothingIsDeletedInAPanel_data() {
+    QTest::addColumn<bool>("isSave");
+    QTest::newRow("open") << false;
+    QTest::newRow("save") << true;
+  }
+  void nothingIsDeletedInAPanel() {
+    QFETCH(bool, isSave);
+    if (isSave) {
+      save(QStringLiteral("Work"));
+    } else {
+      open(macroTypes);
+    }
+    QTRY_VERIFY(isShown(QStringLiteral("Fire.SkarnMacro")));
+    list()->setFocus();
+    list()->setCurrentIndex(row(QStringLiteral("Fire.SkarnMacro")));
+    QTest::keyClick(list(), Qt::Key_Delete);
+    QVERIFY(panel()->findChildren<QMessageBox*>().isEmpty());
+    QVERIFY(QFile::exists(inFolder(QStringLiteral("Fire.SkarnMacro"))));
+    QVERIFY(!panel()->findChild<QAction*>(QStringLiteral("qt_delete_action"))->isVisible());
+    QCOMPARE(panel()->findChild<QToolButton*>(QStringLiteral("newFolderButton"))->isVisible(), isSave);
+    QCOMPARE(panel()->testOption(QFileDialog::ReadOnly), !isSave);
+  }
+
   void aFileOfAnotherTypeIsRefused() {
     open(macroTypes);
     enter(QStringLiteral("notes.txt"));
