@@ -635,6 +635,10 @@
         <source>Remove All Delays</source>
         <translation>Remove All Delays</translation>
     </message>
+    <message id="lkeyNoFileNamed">
+        <source>Name a file or choose one in the list</source>
+        <translation>Name a file or choose one in the list</translation>
+    </message>
     <message id="lkeyNoMacroSelected">
         <source>Select a macro to see its events.</source>
         <translation>Select a macro to see its events.</translation>
