@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyleOptionToolButton>
 
 namespace skarn {
 
@@ -68,6 +69,11 @@ void PullDownButton::keyPressEvent(QKeyEvent* event) {
     default:
       QToolButton::keyPressEvent(event);
   }
+}
+
+void PullDownButton::initStyleOption(QStyleOptionToolButton* option) const {
+  QToolButton::initStyleOption(option);
+  option->features &= ~QStyleOptionToolButton::HasMenu;
 }
 
 void PullDownButton::setItems(const std::vector<TaggedItem>& items, const QString& operation,

@@ -22,7 +22,7 @@ void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QSt
 QString titleOf(const QAction& item);
 int tagOf(const QAction& item);
 
-// A button that pulls down a menu: on a press, Space, Return, Down or F4.
+// A button that pulls down a menu: on a press, Space, Return, Down or F4. Its icon says so; there is no arrow.
 class PullDownButton : public QToolButton {
   Q_OBJECT
 
@@ -39,6 +39,7 @@ class PullDownButton : public QToolButton {
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void initStyleOption(QStyleOptionToolButton* option) const override;
 
  private:
   std::function<bool(const QAction& item)> mIsEnabled;
