@@ -1,0 +1,384 @@
+// The Profiles tab in the real window, with the real engine in another process: the table always shows the engine's
+// list, and the selected row is the active profile.
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+#include <memory>
+#include <mutex>
+
+#include "ConfiguratorProcess.h"
+#include "VirtualMouse.h"
+#include "app/BusNotifier.h"
+#include "app/MouseMainWindow.h"
+#include "app/Vorn_ConfiguratorAppDelegate.h"
+#include "core-engine/TemporaryFolder.h"
+#include "engine/PortEngineLink.h"
+#include "model/PropertyListCodec.h"
+#include "model/SettingsKeys.h"
+#include "platform/Localization.h"
+#include "ports/DistributedNotificationCenter.h"
+#include "profiles/MouseProfilesController.h"
+#include "support/PrivateBus.h"
+#include "ui_MouseMainWindow.h"
+
+using namespace skarn;
+using vorn::MessageID;
+using vorn::PropertyList;
+using vorn::test::EngineProcess;
+using vorn::test::VirtualMouse;
+namespace keys = vorn::keys;
+namespace requestKeys = vorn::requestKeys;
+namespace replyKeys = vorn::replyKeys;
+
+namespace {
+
+constexpr int deadline = 20'000;  // milliseconds, for news to arrive
+
+// Another program of the session; it reads what the engine holds and assigns a control.
+class OtherClient {
+ public:
+  OtherClient() { mLink.createLocalPort(); }
+
+  PropertyList ask(MessageID messageID, const PropertyList& keys) {
+    mLink.send(keys.with(requestKeys::ProductID, vorn::wiredProductID)
+                   .with(requestKeys::ResponseMsgPortName, portName)
+                   .with(requestKeys::SourceApp, "org.example.OtherClient"),
+               messageID);
+    const PropertyList answer = mLink.waitForReply() ? mLink.reply() : PropertyList();
+    mLink.emptySlot();
+    return answer;
+  }
+  PropertyList bundle() {
+    return ask(MessageID::GetAllSettings, PropertyList::dictionary())[replyKeys::AllDevSettings];
+  }
+  PropertyList switchProfile(int profileID) {
+    return ask(MessageID::SwitchProfile, PropertyList::dictionary({{requestKeys::ProfileID, profileID}}));
+  }
+  // A click on the key then makes that profile the active one.
+  void assignSwitch(int ofProfile, keys::Key key, int toProfile) {
+    const PropertyList keysOfProfile = bundle()[keys::Profiles].at(ofProfile)[keys::Keys];
+    const PropertyList record =
+        PropertyList::dictionary({{keys::Command, 17}, {keys::Param1, toProfile}, {keys::Param2, 0}});
+    ask(MessageID::UpdateProfile,
+        PropertyList::dictionary({{requestKeys::ProfileID, ofProfile},
+                                  {requestKeys::DeviceSettingsDictionary,
+                                   PropertyList::dictionary({{keys::Keys, keysOfProfile.with(key, record)}})}}));
+  }
+
+ private:
+  static constexpr const char* portName = "OtherClientReplyPort";
+  vorn::PortEngineLink mLink{portName};
+};
+
+// The window with the tab in front, and what it asks of the engine.
+class OpenWindow {
+ public:
+  OpenWindow()
+      : mDelegate(mWindow, {.link = traced(mLink),
+                            .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
+                            .openAddress = [](const QUrl&) {},
+                            .report = [](const std::string&) {}}) {
+    bool isFinished = false;
+    QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isFinished = true; });
+    mDelegate.applicationDidFinishLaunching({});
+    if (!QTest::qWaitFor([&] { return isFinished; }, 60'000)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
+    mWindow.ui().mMouseTabView->setCurrentWidget(&tab());
+    mWindow.show();
+    mWindow.activateWindow();
+    if (!QTest::qWaitForWindowActive(&mWindow)) QTest::qFail("the window is active", __FILE__, __LINE__);
+  }
+  ~OpenWindow() { mDelegate.applicationWillTerminate(); }
+  OpenWindow(const OpenWindow&) = delete;
+  OpenWindow& operator=(const OpenWindow&) = delete;
+
+  MouseMainController& hub() { return mDelegate.mMouseMainController(); }
+  MouseProfilesController& tab() { return *mWindow.ui().MouseProfilesController; }
+  QTableView& table() { return *tab().mProfilesTableView(); }
+  template <typename Widget>
+  Widget* find(const char* name) {
+    return mWindow.findChild<Widget*>(QLatin1String(name));
+  }
+
+  int selectedRow() {
+    const QModelIndexList rows = table().selectionModel()->selectedRows();
+    return rows.size() == 1 ? rows.constFirst().row() : -1;
+  }
+  QStringList names() {
+    QStringList names;
+    for (int row = 0; row < table().model()->rowCount(); ++row)
+      names << table().model()->index(row, 1).data().toString();
+    return names;
+  }
+  void click(int row, int column = 1) {
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {},
+                      table().visualRect(table().model()->index(row, column)).center());
+  }
+  QLineEdit* editor() {
+    for (auto* edit : table().viewport()->findChildren<QLineEdit*>()) {
+      if (edit->isVisible()) return edit;
+    }
+    return nullptr;
+  }
+  void enterName(const QString& name) {
+    QVERIFY(editor());
+    QTest::keyClicks(editor(), name);
+    QTest::keyClick(editor(), Qt::Key_Return);
+    QVERIFY(!editor());
+  }
+  void add(const QString& name) {
+    QTest::mouseClick(find<QToolButton>("mAddProfile"), Qt::LeftButton);
+    enterName(name);
+  }
+  void choose(int tag) { tab().selectMenuItem(tag); }
+  void acceptAlert() {
+    QVERIFY(find<QMessageBox>("alert"));
+    QTest::keyClick(find<QMessageBox>("alert"), Qt::Key_Return);
+    QTRY_VERIFY(!find<QMessageBox>("alert"));
+  }
+  void deleteRow(int row) {
+    click(row);
+    QTest::mouseClick(find<QToolButton>("mDeleteProfile"), Qt::LeftButton);
+    acceptAlert();
+  }
+  void enterPath(const char* panel, const QString& path) {
+    auto* dialog = find<QFileDialog>(panel);
+    QVERIFY(dialog);
+    QVERIFY(QTest::qWaitForWindowExposed(dialog));
+    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    name->setText(path);
+    QTest::keyClick(name, Qt::Key_Return);
+    QTRY_VERIFY(!find<QFileDialog>(panel));
+  }
+  void exportTo(const QString& path) {
+    choose(4);
+    enterPath("mProfileSavePanel", path);
+  }
+  void importFile(const QString& path) {
+    choose(3);
+    enterPath("mProfileOpenPanel", path);
+  }
+
+  // How many requests with this ID it has sent.
+  int requests(MessageID messageID) {
+    const std::scoped_lock lock(mMutex);
+    return static_cast<int>(std::count(mRequests.begin(), mRequests.end(), static_cast<std::int32_t>(messageID)));
+  }
+
+ private:
+  vorn::EngineLink& traced(vorn::PortEngineLink& link) {
+    link.setTrace([this](std::string_view direction, std::int32_t messageID, const PropertyList&) {
+      if (direction != "request") return;
+      const std::scoped_lock lock(mMutex);
+      mRequests.push_back(messageID);
+    });
+    return link;
+  }
+
+  std::mutex mMutex;
+  std::vector<std::int32_t> mRequests;
+  vorn::PortEngineLink mLink;
+  MouseMainWindow mWindow;
+  Vorn_ConfiguratorAppDelegate mDelegate;
+};
+
+}  // namespace
+
+class ProfilesWithEngineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() {
+    installTranslations(QStringLiteral("en"));
+    mNotifier = std::make_unique<BusNotifier>(vorn::BusConnection::forThisThread());
+  }
+  void init() {
+    mFolder = std::make_unique<vorn::engine::test::TemporaryFolder>();
+    mEngine =
+        std::make_unique<EngineProcess>(mFolder->path("state"), std::vector<std::string>{"--defaults", BUILT_DEFAULTS});
+    mWindow = std::make_unique<OpenWindow>();
+    mOther = std::make_unique<OtherClient>();
+  }
+  void cleanup() {
+    mOther.reset();
+    mWindow.reset();
+    mEngine.reset();
+    mFolder.reset();
+  }
+
+  void five_profiles_are_added_under_unique_names_and_no_sixth() {
+    fill();
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 0);
+    QVERIFY(!mWindow->find<QToolButton>("mAddProfile")->isEnabled());
+    mWindow->choose(2);
+    mWindow->choose(6);
+    QCOMPARE(mWindow->requests(MessageID::AddProfile), 4);
+    QCOMPARE(mWindow->requests(MessageID::UpdateProfile), 4);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+  }
+
+  void a_copy_has_the_settings_of_its_original() {
+    mWindow->add(QStringLiteral("Work"));
+    mWindow->click(1);
+    verifyShows({"Default", "Work"}, 1);
+    mOther->ask(MessageID::UpdateProfile, PropertyList::dictionary({{requestKeys::ProfileID, 1},
+                                                                    {requestKeys::DeviceSettingsDictionary,
+                                                                     PropertyList::dictionary({{keys::DPIX, 1234}})}}));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->hub().mDefaultProfileDict()[keys::DPIX].toInt(), 1234, deadline);
+    mWindow->choose(6);
+    mWindow->enterName(QStringLiteral("Copy"));
+    verifyShows({"Default", "Work", "Copy"}, 1);
+    const PropertyList profiles = mOther->bundle()[keys::Profiles];
+    QVERIFY(profiles.at(2) == profiles.at(1).with(keys::ProfileName, "Copy"));
+  }
+
+  void profiles_are_renamed_to_clashing_names() {
+    fill();
+    mWindow->click(2);
+    for (const char* name : {"Work", "Raid", "Play", "Play"}) {
+      mWindow->choose(1);
+      mWindow->enterName(QLatin1String(name));
+      QCOMPARE(mWindow->names().count(mWindow->names().at(2)), 1);
+      verifyShows(mWindow->names(), 2);
+    }
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 2);
+  }
+
+  void profiles_are_deleted_in_every_position_down_to_the_last() {
+    fill();
+    mWindow->deleteRow(4);
+    verifyShows({"Default", "Work", "Play", "Work(2)"}, 3);
+    mWindow->deleteRow(1);
+    verifyShows({"Default", "Play", "Work(2)"}, 0);
+    mWindow->deleteRow(0);
+    verifyShows({"Play", "Work(2)"}, 0);
+    mWindow->deleteRow(1);
+    verifyShows({"Play"}, 0);
+    QVERIFY(!mWindow->find<QToolButton>("mDeleteProfile")->isEnabled());
+    mWindow->tab().deleteProfile();
+    QCOMPARE(mWindow->requests(MessageID::DeleteProfile), 4);
+  }
+
+  void a_profile_is_restored_under_its_name() {
+    mWindow->add(QStringLiteral("Work"));
+    mWindow->click(1);
+    mWindow->hub().updateProfileWithID(1, PropertyList::dictionary({{keys::DPIX, 1234}, {keys::AutoSwitchOn, 1}}));
+    mWindow->choose(9);
+    mWindow->acceptAlert();
+    verifyShows({"Default", "Work"}, 1);
+    const PropertyList profiles = mOther->bundle()[keys::Profiles];
+    QVERIFY(profiles.at(1)[keys::DPIX] == mWindow->tab().mDefaultDict()[keys::DPIX]);
+    QCOMPARE(profiles.at(1)[keys::AutoSwitchOn].toInt(), 0);
+  }
+
+  void a_profile_survives_export_and_import() {
+    const QString path = QString::fromStdString(mFolder->path("Kept"));
+    mWindow->hub().updateProfileWithID(0, PropertyList::dictionary({{keys::DPIX, 1234}}));
+    mWindow->exportTo(path);
+    const auto file = vorn::readPropertyListFile(mFolder->path("Kept.SkarnProfile"));
+    QVERIFY(file && *file == mOther->bundle()[keys::Profiles].at(0));
+    mWindow->importFile(path + QStringLiteral(".SkarnProfile"));
+    // The imported row is selected and so becomes the active one, by one switch.
+    verifyShows({"Default", "Default(2)"}, 1);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 1);
+    const PropertyList profiles = mOther->bundle()[keys::Profiles];
+    QVERIFY(profiles.at(1) == profiles.at(0).with(keys::ProfileName, "Default(2)"));
+  }
+
+  void a_full_list_offers_no_import_and_takes_none() {
+    const QString path = QString::fromStdString(mFolder->path("Kept"));
+    mWindow->exportTo(path);
+    fill();
+    QVERIFY(!mWindow->tab().reasonAgainst(3).isEmpty());
+    mWindow->importFile(path + QStringLiteral(".SkarnProfile"));
+    mWindow->acceptAlert();
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 0);
+    // With room again, the same file is taken.
+    mWindow->deleteRow(4);
+    mWindow->importFile(path + QStringLiteral(".SkarnProfile"));
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Default(2)"}, 4);
+  }
+
+  void switches_on_the_mouse_are_followed_and_not_answered() {
+    fill();
+    mOther->assignSwitch(0, "43", 3);
+    QVERIFY(VirtualMouse::click("43"));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 3, deadline);
+    mOther->switchProfile(1);
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 1, deadline);
+    mOther->switchProfile(0);
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 0, deadline);
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 0);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+  }
+
+  void a_switch_on_the_mouse_ends_an_edit_without_a_rename() {
+    fill();
+    mOther->assignSwitch(0, "43", 2);
+    mWindow->choose(1);
+    QTest::keyClicks(mWindow->editor(), QStringLiteral("Half a na"));
+    const int before = mWindow->requests(MessageID::UpdateProfile);
+    QVERIFY(VirtualMouse::click("43"));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 2, deadline);
+    QVERIFY(!mWindow->editor());
+    QCOMPARE(mWindow->requests(MessageID::UpdateProfile), before);
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 2);
+  }
+
+  void boxes_and_the_on_screen_display_reach_the_engine() {
+    mWindow->add(QStringLiteral("Work"));
+    const QString entry = QString::fromStdString(mFolder->path("editor.desktop"));
+    QFile file(entry);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[Desktop Entry]\nType=Application\nName=Editor\nExec=editor\n");
+    file.close();
+    mWindow->click(1);
+    mWindow->tab().openPanelDidEnd(1, entry, 1);
+    verifyShows({"Default", "Work"}, 1);
+    PropertyList work = mOther->bundle()[keys::Profiles].at(1);
+    QVERIFY(work[keys::AppInfo][keys::Application] == PropertyList("Editor"));
+    QCOMPARE(work[keys::AutoSwitchOn].toInt(), 1);
+    mWindow->click(0);
+    mWindow->click(1, 3);
+    verifyShows({"Default", "Work"}, 1);
+    QCOMPARE(mOther->bundle()[keys::Profiles].at(1)[keys::AutoSwitchOn].toInt(), 0);
+    mWindow->choose(8);
+    work = mOther->bundle()[keys::Profiles].at(1);
+    QVERIFY(work[keys::AppInfo][keys::Application] == PropertyList(""));
+    auto* onScreen = mWindow->find<QCheckBox>("mEnableOnScreenDisplay");
+    const int on = onScreen->isChecked() ? 0 : 1;
+    QTest::keyClick(onScreen, Qt::Key_Space);
+    QCOMPARE(mOther->bundle()[keys::DeviceSettings][keys::ProfileOSDOn].toInt(), on);
+    QCOMPARE(onScreen->isChecked(), on == 1);
+  }
+
+ private:
+  void fill() {
+    for (const char* name : {"Work", "Play", "Work", "Raid"}) mWindow->add(QLatin1String(name));
+  }
+  void verifyShows(const QStringList& names, int active) {
+    const PropertyList bundle = mOther->bundle();
+    QStringList held;
+    for (const PropertyList& profile : bundle[keys::Profiles].elements()) {
+      held << QString::fromStdString(profile[keys::ProfileName].toString());
+    }
+    QCOMPARE(held, names);
+    QCOMPARE(mWindow->names(), names);
+    QCOMPARE(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt(), active);
+    QCOMPARE(mWindow->selectedRow(), active);
+  }
+
+  vorn::test::PrivateBus mBus;
+  std::unique_ptr<BusNotifier> mNotifier;
+  std::unique_ptr<vorn::engine::test::TemporaryFolder> mFolder;
+  std::unique_ptr<EngineProcess> mEngine;
+  std::unique_ptr<OpenWindow> mWindow;
+  std::unique_ptr<OtherClient> mOther;
+};
+
+QTEST_MAIN(ProfilesWithEngineTest)
+#include "test_profiles_with_engine.moc"
