@@ -29,6 +29,9 @@ namespace {
 // The name of a new profile, in every language.
 constexpr std::string_view untitledName = "Untitled Profile";
 
+// The picture is faint by itself; with this it is as faint as the other disabled icons.
+constexpr float disabledGearOpacity = 0.73F;
+
 }  // namespace
 
 MouseProfilesController::MouseProfilesController(QWidget* parent)
@@ -84,9 +87,11 @@ void MouseProfilesController::tintIcons() {
   const QColor text = palette().color(QPalette::WindowText);
   mUi->mAddProfile->setIcon(tintedIcon(QStringLiteral("add.png"), text));
   mUi->mDeleteProfile->setIcon(tintedIcon(QStringLiteral("remove.png"), text));
+  QColor faint = text;
+  faint.setAlphaF(disabledGearOpacity);
   QIcon gear;
   gear.addPixmap(tintedImage(QStringLiteral("GearOn.png"), text), QIcon::Normal);
-  gear.addPixmap(tintedImage(QStringLiteral("GearOff.png"), text), QIcon::Disabled);
+  gear.addPixmap(tintedImage(QStringLiteral("GearOff.png"), faint), QIcon::Disabled);
   mUi->mSettingsButton->setIcon(gear);
 }
 

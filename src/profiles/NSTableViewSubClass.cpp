@@ -4,6 +4,8 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
 
 #include "platform/Localization.h"
 #include "profiles/MouseProfilesController.h"
@@ -115,6 +117,18 @@ void NSTableViewSubClass::keyPressEvent(QKeyEvent* event) {
     default:
       QTableView::keyPressEvent(event);
   }
+}
+
+void NSTableViewSubClass::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  const int row = selectedRow();
+  if (!hasFocus() || row < 0) return;
+  QStyleOptionFocusRect frame;
+  frame.initFrom(this);
+  const int last = ProfilesTableModel::AutoSwitch;
+  frame.rect = visualRect(model()->index(row, 0)).united(visualRect(model()->index(row, last)));
+  QPainter painter(viewport());
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
 }
 
 QItemSelectionModel::SelectionFlags NSTableViewSubClass::selectionCommand(const QModelIndex& index,

@@ -38,6 +38,8 @@ class NSTableViewSubClass : public QTableView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  // With the keyboard's focus, the selected row has the frame that shows it.
+  void paintEvent(QPaintEvent* event) override;
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
  private:

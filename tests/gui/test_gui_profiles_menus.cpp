@@ -336,6 +336,26 @@ class ProfilesMenusTest : public QObject {
     }
     QCOMPARE(reached, (QList<QWidget*>{&test.table(), &test.add(), &test.remove(), &test.gear(), &test.onScreen()}));
   }
+
+  void theKeyboardsFocusIsSeenAtTheSelectedRow() {
+    ProfilesTab test;
+    test.show();
+    test.add().setFocus();
+    const QImage without = test.table().viewport()->grab().toImage();
+    test.table().setFocus();
+    const QImage with = test.table().viewport()->grab().toImage();
+    const QRect row =
+        test.table().visualRect(test.table().model()->index(1, 0)).adjusted(0, 0, test.table().viewport()->width(), 0);
+    int changed = 0;
+    for (int y = 0; y < with.height(); ++y) {
+      for (int x = 0; x < with.width(); ++x) {
+        if (with.pixel(x, y) == without.pixel(x, y)) continue;
+        QVERIFY(row.contains(x, y));
+        ++changed;
+      }
+    }
+    QVERIFY(changed > 0);
+  }
 };
 
 QTEST_MAIN(ProfilesMenusTest)
