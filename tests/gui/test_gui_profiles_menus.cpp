@@ -2,6 +2,7 @@
 #include <QContextMenuEvent>
 
 #include "ProfilesTabTest.h"
+#include "widgets/SkarnStyle.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -338,6 +339,7 @@ class ProfilesMenusTest : public QObject {
   }
 
   void theKeyboardsFocusIsSeenAtTheSelectedRow() {
+    QApplication::setStyle(new SkarnStyle);
     ProfilesTab test;
     test.show();
     test.add().setFocus();
