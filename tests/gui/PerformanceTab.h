@@ -6,9 +6,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QSlider>
-#include <QStyleOptionSlider>
 #include <QTableView>
 #include <QTest>
 #include <QVBoxLayout>
@@ -16,6 +14,7 @@
 #include <vector>
 
 #include "SampleSettings.h"
+#include "SliderDrag.h"
 #include "performance/MousePerformanceController.h"
 #include "performance/StageChip.h"
 
@@ -95,9 +94,9 @@ class PerformanceTab {
   void click(const char* name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
 
   // --- A drag, in its parts. Positions are values of the slider.
-  void press(const char* name, int position) { send(name, QEvent::MouseButtonPress, position, Qt::LeftButton); }
-  void drag(const char* name, int position) { send(name, QEvent::MouseMove, position, Qt::LeftButton); }
-  void release(const char* name, int position) { send(name, QEvent::MouseButtonRelease, position, Qt::NoButton); }
+  void press(const char* name, int position) const { pressSlider(*slider(name), position); }
+  void drag(const char* name, int position) const { dragSlider(*slider(name), position); }
+  void release(const char* name, int position) const { releaseSlider(*slider(name), position); }
 
   // The requests so far, when all that was put off is done; the next call begins anew.
   std::vector<PropertyList> takeRequests() {
@@ -108,25 +107,6 @@ class PerformanceTab {
   QWidget window;
   MousePerformanceController tab;
   PerformanceRecorder recorder;
-
- private:
-  static QPoint handleAt(const QSlider& slider, int position) {
-    QStyleOptionSlider option;
-    option.initFrom(&slider);
-    option.orientation = slider.orientation();
-    option.minimum = slider.minimum();
-    option.maximum = slider.maximum();
-    option.sliderPosition = position;
-    option.subControls = QStyle::SC_All;
-    return slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider).center();
-  }
-  void send(const char* name, QEvent::Type type, int position, Qt::MouseButtons buttons) {
-    QSlider* target = slider(name);
-    const QPoint at = handleAt(*target, position);
-    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, at, target->mapToGlobal(at), button, buttons, Qt::NoModifier);
-    QApplication::sendEvent(target, &event);
-  }
 };
 
 }  // namespace skarn::test
