@@ -367,13 +367,29 @@
         <source>Back</source>
         <translation>Back</translation>
     </message>
+    <message id="lkeyHelpContents">
+        <source>Contents</source>
+        <translation>Contents</translation>
+    </message>
     <message id="lkeyHelpForward">
         <source>Forward</source>
         <translation>Forward</translation>
     </message>
+    <message id="lkeyHelpNothingFound">
+        <source>No page has the words “%1”.</source>
+        <translation>No page has the words “%1”.</translation>
+    </message>
+    <message id="lkeyHelpResults">
+        <source>Pages found</source>
+        <translation>Pages found</translation>
+    </message>
+    <message id="lkeyHelpSearch">
+        <source>Search the help</source>
+        <translation>Search the help</translation>
+    </message>
     <message id="lkeyHelpTip">
-        <source>Open the help</source>
-        <translation>Open the help</translation>
+        <source>Open the help (F1: about this tab)</source>
+        <translation>Open the help (F1: about this tab)</translation>
     </message>
     <message id="lkeyImport">
         <source>Import…</source>

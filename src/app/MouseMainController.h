@@ -114,6 +114,8 @@ class MouseMainController : public QObject,
   void registerHelpBook();
   void openRegisteredHelpBook();
   void clickHelpButton();
+  // The page of the help book about the tab in front; F1.
+  void openHelpOfTab();
   void selectTabAtIndex(int index) override;
 
   // --- Errors
