@@ -12,6 +12,7 @@ namespace {
 
 constexpr const char* searchScheme = "help-search";
 constexpr const char* firstPage = "index.html";
+constexpr const char* styleSheetName = "help.css";
 
 bool isSearch(const QUrl& address) {
   return address.scheme() == QLatin1String(searchScheme);
@@ -52,7 +53,13 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
 
 QString HelpBrowser::resultsPage(const QString& words) {
   const std::vector<HelpHit> hits = mPages ? mPages->search(words) : std::vector<HelpHit>();
-  QString page = QStringLiteral("<title>%1</title><h1>%1</h1>").arg(localized("lkeyHelpResults").toHtmlEscaped());
+  const QUrl styleSheet =
+      mPages ? QUrl::fromLocalFile(QDir(mPages->folder()).filePath(QLatin1String(styleSheetName))) : QUrl();
+  QString page =
+      QStringLiteral(
+          "<head><title>%1</title><link rel=\"stylesheet\" type=\"text/css\" href=\"%2\"></head>"
+          "<h1>%1</h1>")
+          .arg(localized("lkeyHelpResults").toHtmlEscaped(), styleSheet.toString(QUrl::FullyEncoded).toHtmlEscaped());
   if (hits.empty()) {
     return page + QStringLiteral("<p>%1</p>").arg(localized("lkeyHelpNothingFound").arg(words).toHtmlEscaped());
   }
