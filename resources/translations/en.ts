@@ -80,8 +80,8 @@
         <translation>Cancel</translation>
     </message>
     <message id="lkeyCommErrorDesc">
-        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
-        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</translation>
+        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</source>
+        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</translation>
     </message>
     <message id="lkeyCommErrorTitle">
         <source>The core engine does not answer</source>
@@ -732,8 +732,8 @@
         <translation>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</translation>
     </message>
     <message id="lkeyStateNoEngine">
-        <source>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</source>
-        <translation>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</translation>
+        <source>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</source>
+        <translation>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</translation>
     </message>
     <message id="lkeyStateStarting">
         <source>Waiting for the core engine… This can take a few seconds.</source>
