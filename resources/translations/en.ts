@@ -51,6 +51,18 @@
         <source>Battery</source>
         <translation>Battery</translation>
     </message>
+    <message id="lkeyBatteryCharging">
+        <source>Battery charging</source>
+        <translation>Battery charging</translation>
+    </message>
+    <message id="lkeyBatteryChargingPercent">
+        <source>Battery charging, %1 percent</source>
+        <translation>Battery charging, %1 percent</translation>
+    </message>
+    <message id="lkeyBatteryPercent">
+        <source>Battery at %1 percent</source>
+        <translation>Battery at %1 percent</translation>
+    </message>
     <message id="lkeyBrightness">
         <source>Brightness</source>
         <translation>Brightness</translation>
@@ -94,6 +106,14 @@
     <message id="lkeyCommunityTip">
         <source>Open the community page in your browser</source>
         <translation>Open the community page in your browser</translation>
+    </message>
+    <message id="lkeyConnectedByCable">
+        <source>Connected by cable</source>
+        <translation>Connected by cable</translation>
+    </message>
+    <message id="lkeyConnectedWireless">
+        <source>Connected by the wireless receiver</source>
+        <translation>Connected by the wireless receiver</translation>
     </message>
     <message id="lkeyConnectivity">
         <source>Connection</source>
