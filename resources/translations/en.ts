@@ -51,6 +51,18 @@
         <source>Battery</source>
         <translation>Battery</translation>
     </message>
+    <message id="lkeyBatteryCharging">
+        <source>Battery charging</source>
+        <translation>Battery charging</translation>
+    </message>
+    <message id="lkeyBatteryChargingPercent">
+        <source>Battery charging, %1 percent</source>
+        <translation>Battery charging, %1 percent</translation>
+    </message>
+    <message id="lkeyBatteryPercent">
+        <source>Battery at %1 percent</source>
+        <translation>Battery at %1 percent</translation>
+    </message>
     <message id="lkeyBrightness">
         <source>Brightness</source>
         <translation>Brightness</translation>
@@ -80,8 +92,8 @@
         <translation>Cancel</translation>
     </message>
     <message id="lkeyCommErrorDesc">
-        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
-        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</translation>
+        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</source>
+        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</translation>
     </message>
     <message id="lkeyCommErrorTitle">
         <source>The core engine does not answer</source>
@@ -94,6 +106,14 @@
     <message id="lkeyCommunityTip">
         <source>Open the community page in your browser</source>
         <translation>Open the community page in your browser</translation>
+    </message>
+    <message id="lkeyConnectedByCable">
+        <source>Connected by cable</source>
+        <translation>Connected by cable</translation>
+    </message>
+    <message id="lkeyConnectedWireless">
+        <source>Connected by the wireless receiver</source>
+        <translation>Connected by the wireless receiver</translation>
     </message>
     <message id="lkeyConnectivity">
         <source>Connection</source>
@@ -367,13 +387,29 @@
         <source>Back</source>
         <translation>Back</translation>
     </message>
+    <message id="lkeyHelpContents">
+        <source>Contents</source>
+        <translation>Contents</translation>
+    </message>
     <message id="lkeyHelpForward">
         <source>Forward</source>
         <translation>Forward</translation>
     </message>
+    <message id="lkeyHelpNothingFound">
+        <source>No page has the words “%1”.</source>
+        <translation>No page has the words “%1”.</translation>
+    </message>
+    <message id="lkeyHelpResults">
+        <source>Pages found</source>
+        <translation>Pages found</translation>
+    </message>
+    <message id="lkeyHelpSearch">
+        <source>Search the help</source>
+        <translation>Search the help</translation>
+    </message>
     <message id="lkeyHelpTip">
-        <source>Open the help</source>
-        <translation>Open the help</translation>
+        <source>Open the help (F1: about this tab)</source>
+        <translation>Open the help (F1: about this tab)</translation>
     </message>
     <message id="lkeyImport">
         <source>Import…</source>
@@ -716,8 +752,8 @@
         <translation>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</translation>
     </message>
     <message id="lkeyStateNoEngine">
-        <source>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</source>
-        <translation>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</translation>
+        <source>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</source>
+        <translation>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</translation>
     </message>
     <message id="lkeyStateStarting">
         <source>Waiting for the core engine… This can take a few seconds.</source>
