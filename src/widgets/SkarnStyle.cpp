@@ -86,6 +86,12 @@ void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
   painter->restore();
 }
 
+void drawArrow(const QStyleOption* option, QPainter* painter, Qt::ArrowType direction) {
+  const bool isEnabled = option->state & QStyle::State_Enabled;
+  drawChevron(painter, option->rect,
+              option->palette.color(isEnabled ? QPalette::Normal : QPalette::Disabled, QPalette::Text), direction);
+}
+
 // Its ground and chevron; the text is the control's label.
 void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter) {
   const bool isEnabled = list->state & QStyle::State_Enabled;
@@ -204,6 +210,18 @@ void SkarnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
       return;
     case PE_IndicatorRadioButton:
       drawRadioButton(option, painter);
+      return;
+    case PE_IndicatorArrowLeft:
+      drawArrow(option, painter, Qt::LeftArrow);
+      return;
+    case PE_IndicatorArrowRight:
+      drawArrow(option, painter, Qt::RightArrow);
+      return;
+    case PE_IndicatorArrowUp:
+      drawArrow(option, painter, Qt::UpArrow);
+      return;
+    case PE_IndicatorArrowDown:
+      drawArrow(option, painter, Qt::DownArrow);
       return;
     case PE_PanelLineEdit:
       if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0) {
