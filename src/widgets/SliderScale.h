@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 
 class QLabel;
 class QSlider;
@@ -32,6 +33,8 @@ class SliderScale : public QWidget {
  private:
   QSlider* slider() const;
   QList<QLabel*> labels() const;
+  // The same by position.
+  std::map<int, QList<QLabel*>> labelsByPosition() const;
   // Where the middle of the slider's handle stands at a position, in this widget's coordinates.
   int middleAt(const QSlider& slider, int position) const;
   void placeChildren();
