@@ -327,7 +327,7 @@ QRect SkarnStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
       return {box->rect.left(), box->rect.top(), box->rect.width(), titleHeight};
     case SC_GroupBoxContents:
     case SC_GroupBoxFrame:
-      return box->rect.adjusted(0, titleHeight + titleGap, 0, 0);
+      return box->text.isEmpty() ? box->rect : box->rect.adjusted(0, titleHeight + titleGap, 0, 0);
     default:
       return QProxyStyle::subControlRect(control, option, subControl, widget);
   }

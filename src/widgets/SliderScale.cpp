@@ -43,6 +43,15 @@ std::map<int, QList<QLabel*>> SliderScale::labelsByPosition() const {
   return groups;
 }
 
+QString SliderScale::textAt(int position) const {
+  const auto groups = labelsByPosition();
+  const auto found = groups.find(position);
+  if (found == groups.end()) return {};
+  QStringList texts;
+  for (const QLabel* label : found->second) texts << label->text();
+  return texts.join(QLatin1Char(' '));
+}
+
 QSize SliderScale::sizeHint() const {
   int width = 0;
   int labelHeight = 0;

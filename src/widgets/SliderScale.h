@@ -21,6 +21,9 @@ class SliderScale : public QWidget {
 
   explicit SliderScale(QWidget* parent = nullptr);
 
+  // What the labels of a position say, for whoever cannot see where the slider stands; empty where there is none.
+  QString textAt(int position) const;
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 

@@ -1,18 +1,13 @@
-// The Performance, Lighting and Maintenance tabs.
+// The Performance tab.
 #include <QApplication>
 #include <QLabel>
 #include <QTest>
-#include <cmath>
 #include <limits>
 
 #include "SampleSettings.h"
-#include "lighting/ColorSwatch.h"
-#include "lighting/MouseLightingController.h"
-#include "maintenance/MouseMaintenanceController.h"
 #include "performance/MousePerformanceController.h"
 #include "performance/StageChip.h"
 #include "platform/Localization.h"
-#include "widgets/BusyIndicator.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -43,14 +38,6 @@ QStringList stagesOf(const QWidget& page) {
 
 QStringList performanceTexts(const QWidget& page) {
   return textsOf(page, {"mProfileNameLabel", "mDpiValue", "mOnTheFlyValue", "mPollingRateValue", "mAccelerationValue"});
-}
-
-QStringList lightingTexts(const QWidget& page) {
-  return textsOf(page, {"mProfileNameLabel", "mMainValue", "mLightningValue", "mMainColorHex", "mBrightnessText"});
-}
-
-QStringList maintenanceTexts(const QWidget& page) {
-  return textsOf(page, {"mProfileNameLabel", "mLightBrightnessValue", "mSleepModeValue", "mFlashScrollWheelValue"});
 }
 
 QStringList blank(int count) {
@@ -176,15 +163,8 @@ class SettingsPagesTest : public QObject {
              .with(keys::DPIY, huge)
              .with(keys::IndependentXYOn, 1),
          deviceSettings());
-    MouseMaintenanceController maintenance;
-    maintenance.setMMaintenanceSettingsDict(deviceSettings());
-    maintenance.setMMaintenanceDict(profile(name));
-    maintenance.mFirmwareVersion()->setText(QString(500, QLatin1Char('9')));
-    maintenance.updateUISettings();
-    for (const QWidget* page : std::initializer_list<QWidget*>{&performance, &maintenance}) {
-      const QSize least = page->minimumSizeHint();
-      QVERIFY2(least.width() <= 1024 && least.height() <= 476, qPrintable(QString::number(least.width())));
-    }
+    const QSize least = performance.minimumSizeHint();
+    QVERIFY2(least.width() <= 1024 && least.height() <= 476, qPrintable(QString::number(least.width())));
   }
 
   void hostilePerformanceSettingsShowNothing() {
@@ -211,144 +191,19 @@ class SettingsPagesTest : public QObject {
     hand(performance, profile("Work"), deviceSettings());
     hand(performance, PropertyList(), deviceSettings());
     QCOMPARE(performanceTexts(performance), (QStringList{"Work", "800 DPI", "On", "500 Hz", "Level 7"}));
-    MouseLightingController lighting;
-    lighting.setMLightingDict(profile("Work"));
-    lighting.updateUISettings();
-    lighting.setMLightingDict(PropertyList());
-    lighting.updateUISettings();
-    QCOMPARE(textOfLabel(lighting, "mProfileNameLabel"), QStringLiteral("Work"));
-    MouseMaintenanceController maintenance;
-    maintenance.setMMaintenanceSettingsDict(deviceSettings());
-    maintenance.setMMaintenanceDict(profile("Work"));
-    maintenance.updateUISettings();
-    maintenance.setMMaintenanceSettingsDict(PropertyList());
-    maintenance.setMMaintenanceDict(profile("Other"));
-    maintenance.updateUISettings();
-    QCOMPARE(maintenanceTexts(maintenance), (QStringList{"Work", "Dim", "10 minutes", "5 % battery"}));
-  }
-
-  void theLightIsShownWithItsColour() {
-    MouseLightingController tab;
-    QCOMPARE(tab.objectName(), QStringLiteral("MouseLightingController"));
-    tab.setMLightingDict(profile("Work"));
-    tab.setMAllProfiles(profiles());
-    tab.updateUISettings();
-    QCOMPARE(lightingTexts(tab), (QStringList{"Work", "On", "Fixed colour", "#FF8000", "Normal"}));
-    auto* swatch = tab.findChild<ColorSwatch*>(QStringLiteral("mMainColor"));
-    QCOMPARE(swatch->color().name(), QStringLiteral("#ff8000"));
-    const QImage seen = swatch->grab().toImage();
-    QCOMPARE(QColor(seen.pixel(seen.rect().center())), QColor(0xff, 0x80, 0x00));
-    QVERIFY(tab.mUserSettingsDict() == PropertyList::dictionary());
-  }
-
-  void everyEffectAndBrightnessHasItsWord() {
-    MouseLightingController tab;
-    tab.setMLightingDict(
-        profile("Work").with(keys::LEDEffects, 4).with(keys::ScrollLED, 0).with(keys::BrightnessKBNormal, 1));
-    tab.updateUISettings();
-    QCOMPARE(lightingTexts(tab), (QStringList{"Work", "Off", "Spectrum cycling", "#FF8000", "Off"}));
-    tab.setMLightingDict(profile("Work").with(keys::LEDEffects, 2).with(keys::BrightnessKBNormal, 5));
-    tab.updateUISettings();
-    QCOMPARE(lightingTexts(tab), (QStringList{"Work", "On", "", "#FF8000", ""}));
-  }
-
-  void hostileColoursAreBroughtIntoTheRangeOrLeftOut() {
-    MouseLightingController tab;
-    const auto hexOf = [&tab](const PropertyList& colors) {
-      tab.setMLightingDict(PropertyList::dictionary({{keys::LEDColors, colors}}));
-      tab.updateUISettings();
-      return textOfLabel(tab, "mMainColorHex");
-    };
-    QCOMPARE(hexOf(PropertyList::array({color(-3, 7, 1e300)})), QStringLiteral("#00FFFF"));
-    QCOMPARE(
-        hexOf(PropertyList::array({PropertyList::dictionary({{keys::Red, 1}, {keys::Green, 0}, {keys::Blue, 1}})})),
-        QStringLiteral("#FF00FF"));
-    QCOMPARE(hexOf(PropertyList::array({color(std::nan(""), 0, 0)})), QString());
-    QCOMPARE(hexOf(PropertyList::array({color(1, 1, 1).without(keys::Blue)})), QString());
-    QCOMPARE(hexOf(PropertyList::array({color(1, 1, 1).with(keys::Blue, "1")})), QString());
-    QCOMPARE(hexOf(PropertyList::array()), QString());
-    QCOMPARE(hexOf(PropertyList("red")), QString());
-    QVERIFY(!tab.findChild<ColorSwatch*>(QStringLiteral("mMainColor"))->color().isValid());
-  }
-
-  void hostileLightingSettingsShowNothing() {
-    MouseLightingController tab;
-    tab.setMLightingDict(profile("Work"));
-    tab.updateUISettings();
-    tab.setMLightingDict(PropertyList::dictionary({{keys::ProfileName, PropertyList::dictionary()},
-                                                   {keys::ScrollLED, "on"},
-                                                   {keys::LEDEffects, "0"},
-                                                   {keys::LEDColors, 1},
-                                                   {keys::BrightnessKBNormal, PropertyList()}}));
-    tab.updateUISettings();
-    QCOMPARE(lightingTexts(tab), blank(5));
-  }
-
-  void powerSettingsAreShownByTheirLabels() {
-    MouseMaintenanceController tab;
-    QCOMPARE(tab.objectName(), QStringLiteral("MouseMaintenanceController"));
-    tab.setMMaintenanceDict(profile("Work"));
-    QStringList texts;
-    for (int position = 0; position <= 6; ++position) {
-      tab.setMMaintenanceSettingsDict(PropertyList::dictionary(
-          {{keys::BrightnessBattery, position}, {keys::PowerSaver, position}, {keys::BatteryCriticalLevel, position}}));
-      tab.updateUISettings();
-      texts << maintenanceTexts(tab).join(QLatin1String(", "));
-    }
-    QCOMPARE(texts, (QStringList{"Work, , , ", "Work, Off, 1 minute, 5 % battery", "Work, Dim, 5 minutes, 10 % battery",
-                                 "Work, Normal, 10 minutes, 15 % battery", "Work, Bright, 15 minutes, 20 % battery",
-                                 "Work, , , 25 % battery", "Work, , , "}));
-  }
-
-  void hostileMaintenanceSettingsShowNothing() {
-    MouseMaintenanceController tab;
-    tab.setMMaintenanceSettingsDict(deviceSettings());
-    tab.setMMaintenanceDict(profile("Work"));
-    tab.updateUISettings();
-    tab.setMMaintenanceSettingsDict(PropertyList::dictionary({{keys::PowerSaver, "3"}, {keys::BrightnessBattery, -2}}));
-    tab.setMMaintenanceDict(PropertyList::array());
-    tab.setMDefaultDict(PropertyList("x"));
-    tab.updateUISettings();
-    QCOMPARE(maintenanceTexts(tab), blank(4));
-  }
-
-  void theOwnerFillsTheVersions() {
-    MouseMaintenanceController tab;
-    QCOMPARE(tab.mDriverVersion()->objectName(), QStringLiteral("mDriverVersion"));
-    QCOMPARE(tab.mFirmwareVersion()->objectName(), QStringLiteral("mFirmwareVersion"));
-    QCOMPARE(tab.mFirmwareVersion()->textFormat(), Qt::PlainText);
-    tab.mFirmwareVersion()->setText(QStringLiteral("1.04"));
-    tab.updateUISettings();
-    QCOMPARE(textOfLabel(tab, "mFirmwareVersion"), QStringLiteral("1.04"));
-  }
-
-  void theFirmwareIndicatorIsSeenOnlyWhileItRuns() {
-    MouseMaintenanceController tab;
-    const auto* indicator = tab.findChild<BusyIndicator*>(QStringLiteral("mFirmwareVersionIndicator"));
-    QVERIFY(indicator->isHidden() && !indicator->isRunning());
-    tab.startProgresIndicatorAnimation();
-    QVERIFY(!indicator->isHidden() && indicator->isRunning());
-    tab.stopProgressIndicatorAnimation();
-    QVERIFY(indicator->isHidden() && !indicator->isRunning());
   }
 
   void withoutADeviceEveryLabelIsGreyAndSaysWhy() {
     MousePerformanceController performance;
-    MouseLightingController lighting;
-    MouseMaintenanceController maintenance;
     for (const bool enabled : {false, true}) {
       performance.enableControlsState(enabled);
-      lighting.enableControlsState(enabled);
-      maintenance.enableControlsState(enabled);
-      for (const QWidget* page : std::initializer_list<QWidget*>{&performance, &lighting, &maintenance}) {
-        const QList<QLabel*> labels = page->findChildren<QLabel*>();
-        QVERIFY(labels.size() >= 7);
-        for (const QLabel* label : labels) {
-          QCOMPARE(label->palette().color(QPalette::WindowText),
-                   page->palette().color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
-        }
-        QCOMPARE(page->toolTip(), enabled ? QString() : QStringLiteral("No mouse connected"));
+      const QList<QLabel*> labels = performance.findChildren<QLabel*>();
+      QVERIFY(labels.size() >= 7);
+      for (const QLabel* label : labels) {
+        QCOMPARE(label->palette().color(QPalette::WindowText),
+                 performance.palette().color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
       }
+      QCOMPARE(performance.toolTip(), enabled ? QString() : QStringLiteral("No mouse connected"));
     }
   }
 };
