@@ -80,6 +80,9 @@ class SliderScaleTest : public QObject {
     QCOMPARE(unit.bottom(), number.bottom());
     QVERIFY(std::abs((number | unit).center().x() - scale.handleMiddle(2)) <= 2);
     QVERIFY(!unit.intersects(scale.labels[3]->geometry()));
+    QCOMPARE(scale.scale.textAt(2), QStringLiteral("2 min"));
+    QCOMPARE(scale.scale.textAt(4), QStringLiteral("4"));
+    QCOMPARE(scale.scale.textAt(5), QString());
   }
 
   void theScaleFollowsItsWidth() {
