@@ -20,12 +20,20 @@
         <translation>Acceleration</translation>
     </message>
     <message id="lkeyAccelerationLevel">
-        <source>Level %1</source>
-        <translation>Level %1</translation>
+        <source>Acceleration level</source>
+        <translation>Acceleration level</translation>
+    </message>
+    <message id="lkeyAccelerationOff">
+        <source>Acceleration is off.</source>
+        <translation>Acceleration is off.</translation>
     </message>
     <message id="lkeyActiveProfile">
         <source>Active profile</source>
         <translation>Active profile</translation>
+    </message>
+    <message id="lkeyAddStage">
+        <source>Add Stage</source>
+        <translation>Add Stage</translation>
     </message>
     <message id="lkeyApplicationName">
         <source>Skarn</source>
@@ -42,6 +50,10 @@
     <message id="lkeyAssigned">
         <source>Assigned</source>
         <translation>Assigned</translation>
+    </message>
+    <message id="lkeyAxesLocked">
+        <source>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</source>
+        <translation>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</translation>
     </message>
     <message id="lkeyBackward">
         <source>Backward</source>
@@ -271,6 +283,10 @@
         <source>Delete this profile?</source>
         <translation>Delete this profile?</translation>
     </message>
+    <message id="lkeyDeleteStage">
+        <source>Delete Stage</source>
+        <translation>Delete Stage</translation>
+    </message>
     <message id="lkeyDeviceConnectionDesc">
         <source>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</source>
         <translation>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</translation>
@@ -306,6 +322,10 @@
     <message id="lkeyEdit">
         <source>Edit…</source>
         <translation>Edit…</translation>
+    </message>
+    <message id="lkeyEditStages">
+        <source>Edit Stages…</source>
+        <translation>Edit Stages…</translation>
     </message>
     <message id="lkeyEffect">
         <source>Effect</source>
@@ -391,6 +411,10 @@
         <source>Import…</source>
         <translation>Import…</translation>
     </message>
+    <message id="lkeyIndependentXY">
+        <source>Independent X and Y</source>
+        <translation>Independent X and Y</translation>
+    </message>
     <message id="lkeyKeyMap">
         <source>Keymap</source>
         <translation>Keymap</translation>
@@ -430,6 +454,10 @@
     <message id="lkeyKeymapsCycle">
         <source>Cycle Keymaps</source>
         <translation>Cycle Keymaps</translation>
+    </message>
+    <message id="lkeyLastStage">
+        <source>One stage must remain.</source>
+        <translation>One stage must remain.</translation>
     </message>
     <message id="lkeyLaunchProgram">
         <source>Launch Program</source>
@@ -490,6 +518,10 @@
     <message id="lkeyMinuteUnit">
         <source>min</source>
         <translation>min</translation>
+    </message>
+    <message id="lkeyMostStages">
+        <source>The mouse holds five stages at most.</source>
+        <translation>The mouse holds five stages at most.</translation>
     </message>
     <message id="lkeyMouseButton">
         <source>Mouse Button</source>
@@ -555,6 +587,10 @@
         <source>No mouse connected</source>
         <translation>No mouse connected</translation>
     </message>
+    <message id="lkeyNoStageSelected">
+        <source>No stage is selected.</source>
+        <translation>No stage is selected.</translation>
+    </message>
     <message id="lkeyOK">
         <source>OK</source>
         <translation>OK</translation>
@@ -582,6 +618,10 @@
     <message id="lkeyPollingRate">
         <source>Polling rate</source>
         <translation>Polling rate</translation>
+    </message>
+    <message id="lkeyPollingRateNote">
+        <source>The same for every profile</source>
+        <translation>The same for every profile</translation>
     </message>
     <message id="lkeyPowerGroup">
         <source>Power of the wireless mouse</source>
@@ -703,6 +743,10 @@
         <source>Scroll Up</source>
         <translation>Scroll Up</translation>
     </message>
+    <message id="lkeySelectedStage">
+        <source>Selected stage</source>
+        <translation>Selected stage</translation>
+    </message>
     <message id="lkeySensitivityGroup">
         <source>Sensitivity</source>
         <translation>Sensitivity</translation>
@@ -714,6 +758,14 @@
     <message id="lkeySensitivityStageUp">
         <source>Sensitivity Stage Up</source>
         <translation>Sensitivity Stage Up</translation>
+    </message>
+    <message id="lkeySensitivityX">
+        <source>X sensitivity in DPI</source>
+        <translation>X sensitivity in DPI</translation>
+    </message>
+    <message id="lkeySensitivityY">
+        <source>Y sensitivity in DPI</source>
+        <translation>Y sensitivity in DPI</translation>
     </message>
     <message id="lkeySideStrips">
         <source>Side strips</source>
@@ -727,9 +779,33 @@
         <source>Spectrum cycling</source>
         <translation>Spectrum cycling</translation>
     </message>
+    <message id="lkeyStageColumn">
+        <source>Stage</source>
+        <translation>Stage</translation>
+    </message>
+    <message id="lkeyStageSensitivityX">
+        <source>X sensitivity of the stage in DPI</source>
+        <translation>X sensitivity of the stage in DPI</translation>
+    </message>
+    <message id="lkeyStageSensitivityY">
+        <source>Y sensitivity of the stage in DPI</source>
+        <translation>Y sensitivity of the stage in DPI</translation>
+    </message>
+    <message id="lkeyStageValueColumn">
+        <source>Sensitivity</source>
+        <translation>Sensitivity</translation>
+    </message>
     <message id="lkeyStages">
         <source>Stages (DPI)</source>
         <translation>Stages (DPI)</translation>
+    </message>
+    <message id="lkeyStagesTable">
+        <source>Stages</source>
+        <translation>Stages</translation>
+    </message>
+    <message id="lkeyStagesTitle">
+        <source>Sensitivity Stages</source>
+        <translation>Sensitivity Stages</translation>
     </message>
     <message id="lkeyStateNoDevice">
         <source>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</source>
