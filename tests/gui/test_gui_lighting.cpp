@@ -8,11 +8,11 @@
 #include <QProxyStyle>
 #include <QRadioButton>
 #include <QSlider>
-#include <QStyleOptionSlider>
 #include <QTest>
 #include <cmath>
 
 #include "SampleSettings.h"
+#include "SliderDrag.h"
 #include "lighting/ColorWell.h"
 #include "lighting/LightPreview.h"
 #include "lighting/MouseLightingController.h"
@@ -119,18 +119,6 @@ struct Fixture {
   MouseLightingController tab;
   Owner owner{tab};
 };
-
-// Where the handle of a slider stands at a position.
-QPoint handleAt(const QSlider& slider, int position) {
-  QStyleOptionSlider option;
-  option.initFrom(&slider);
-  option.orientation = Qt::Horizontal;
-  option.minimum = slider.minimum();
-  option.maximum = slider.maximum();
-  option.sliderPosition = position;
-  option.subControls = QStyle::SC_All;
-  return slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider).center();
-}
 
 // A style without animations, as a desktop asks for that wants less motion.
 class StillStyle : public QProxyStyle {
@@ -339,14 +327,11 @@ class LightingTest : public QObject {
   void aDragOfTheBrightnessSendsEveryValueOnce() {
     Fixture fixture;
     QSlider& slider = fixture.slider();
-    const QPoint start = handleAt(slider, 3);
-    const QPoint end = handleAt(slider, 1);
-    QTest::mousePress(&slider, Qt::LeftButton, {}, start);
-    for (int x = start.x(); x >= end.x(); x -= 3) QTest::mouseMove(&slider, QPoint(x, start.y()));
-    QTest::mouseMove(&slider, end);
+    pressSlider(slider, 3);
+    for (const int position : {3, 2, 2, 1, 1}) dragSlider(slider, position);
     COMPARE_CALLS(fixture.owner.take(),
                   {update({{keys::BrightnessKBNormal, 2}}), update({{keys::BrightnessKBNormal, 1}})});
-    QTest::mouseRelease(&slider, Qt::LeftButton, {}, end);
+    releaseSlider(slider, 1);
     COMPARE_CALLS(fixture.owner.take(), {});
   }
 

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "SampleSettings.h"
+#include "SliderDrag.h"
 #include "maintenance/MouseMaintenanceController.h"
 #include "platform/Localization.h"
 #include "widgets/Alert.h"
@@ -192,10 +193,12 @@ class MaintenanceTest : public QObject {
     QSlider& slider = fixture.slider(one.name);
     QTest::keyClick(&slider, Qt::Key_Home);
     fixture.owner.take();
-    const int middle = slider.height() / 2;
-    QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(8, middle));
-    for (int x = 8; x < slider.width(); x += 3) QTest::mouseMove(&slider, QPoint(x, middle));
-    QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(slider.width() - 1, middle));
+    pressSlider(slider, 1);
+    for (int position = 1; position <= slider.maximum(); ++position) {
+      dragSlider(slider, position);
+      dragSlider(slider, position);
+    }
+    releaseSlider(slider, slider.maximum());
     Updates wanted;
     for (int position = 2; position <= slider.maximum(); ++position) {
       wanted.push_back(PropertyList::dictionary({{one.key, position}}));
