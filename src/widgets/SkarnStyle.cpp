@@ -351,6 +351,9 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
       return {contents.width() + 2 * fieldPadding + chevronWidth, std::max(size.height(), controlHeight)};
     case CT_LineEdit:
       return {size.width(), std::max(size.height(), controlHeight)};
+    case CT_SpinBox:
+      // Its field is padded as any other.
+      return {size.width() + 2 * fieldPadding, std::max(size.height(), controlHeight)};
     case CT_MenuItem:
       if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) return menuItemSize(*item, size);
       return size;
