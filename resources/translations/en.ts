@@ -35,6 +35,10 @@
         <source>Add Stage</source>
         <translation>Add Stage</translation>
     </message>
+    <message id="lkeyAllFiles">
+        <source>All files (%1)</source>
+        <translation>All files (%1)</translation>
+    </message>
     <message id="lkeyApplicationName">
         <source>Skarn</source>
         <translation>Skarn</translation>
@@ -63,6 +67,18 @@
         <source>Battery</source>
         <translation>Battery</translation>
     </message>
+    <message id="lkeyBatteryCharging">
+        <source>Battery charging</source>
+        <translation>Battery charging</translation>
+    </message>
+    <message id="lkeyBatteryChargingPercent">
+        <source>Battery charging, %1 percent</source>
+        <translation>Battery charging, %1 percent</translation>
+    </message>
+    <message id="lkeyBatteryPercent">
+        <source>Battery at %1 percent</source>
+        <translation>Battery at %1 percent</translation>
+    </message>
     <message id="lkeyBrightness">
         <source>Brightness</source>
         <translation>Brightness</translation>
@@ -87,6 +103,10 @@
         <source>Off</source>
         <translation>Off</translation>
     </message>
+    <message id="lkeyBrowse">
+        <source>Browse…</source>
+        <translation>Browse…</translation>
+    </message>
     <message id="lkeyBusy">
         <source>Working</source>
         <translation>Working</translation>
@@ -103,9 +123,17 @@
         <source>Opens the support page in your web browser</source>
         <translation>Opens the support page in your web browser</translation>
     </message>
+    <message id="lkeyChoose">
+        <source>Choose</source>
+        <translation>Choose</translation>
+    </message>
+    <message id="lkeyChooseApplication">
+        <source>Choose an Application</source>
+        <translation>Choose an Application</translation>
+    </message>
     <message id="lkeyCommErrorDesc">
-        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
-        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</translation>
+        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</source>
+        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</translation>
     </message>
     <message id="lkeyCommErrorTitle">
         <source>The core engine does not answer</source>
@@ -118,6 +146,14 @@
     <message id="lkeyCommunityTip">
         <source>Open the community page in your browser</source>
         <translation>Open the community page in your browser</translation>
+    </message>
+    <message id="lkeyConnectedByCable">
+        <source>Connected by cable</source>
+        <translation>Connected by cable</translation>
+    </message>
+    <message id="lkeyConnectedWireless">
+        <source>Connected by the wireless receiver</source>
+        <translation>Connected by the wireless receiver</translation>
     </message>
     <message id="lkeyConnectivity">
         <source>Connection</source>
@@ -339,6 +375,70 @@
         <source>Export…</source>
         <translation>Export…</translation>
     </message>
+    <message id="lkeyExportFailedTitle">
+        <source>“%1” could not be exported</source>
+        <translation>“%1” could not be exported</translation>
+    </message>
+    <message id="lkeyFileHasBadMember">
+        <source>The record in this file has a “%1” that cannot be used.</source>
+        <translation>The record in this file has a “%1” that cannot be used.</translation>
+    </message>
+    <message id="lkeyFileIsEmpty">
+        <source>This file is empty.</source>
+        <translation>This file is empty.</translation>
+    </message>
+    <message id="lkeyFileIsMissing">
+        <source>There is no such file.</source>
+        <translation>There is no such file.</translation>
+    </message>
+    <message id="lkeyFileIsNoPropertyList">
+        <source>This file is not a property list: %1.</source>
+        <translation>This file is not a property list: %1.</translation>
+    </message>
+    <message id="lkeyFileIsNoRecord">
+        <source>This file holds something else than a record.</source>
+        <translation>This file holds something else than a record.</translation>
+    </message>
+    <message id="lkeyFileIsNotReadable">
+        <source>This file cannot be read: %1</source>
+        <translation>This file cannot be read: %1</translation>
+    </message>
+    <message id="lkeyFileIsNotRegular">
+        <source>This is not an ordinary file.</source>
+        <translation>This is not an ordinary file.</translation>
+    </message>
+    <message id="lkeyFileIsNotWritable">
+        <source>The file cannot be written: %1.</source>
+        <translation>The file cannot be written: %1.</translation>
+    </message>
+    <message id="lkeyFileIsTooLarge">
+        <source>This file is too large.</source>
+        <translation>This file is too large.</translation>
+    </message>
+    <message id="lkeyFileLacksMember">
+        <source>The record in this file has no “%1”.</source>
+        <translation>The record in this file has no “%1”.</translation>
+    </message>
+    <message id="lkeyFileNotFoundDesc">
+        <source>Check the name, or choose the file in the list.</source>
+        <translation>Check the name, or choose the file in the list.</translation>
+    </message>
+    <message id="lkeyFileNotFoundTitle">
+        <source>“%1” was not found</source>
+        <translation>“%1” was not found</translation>
+    </message>
+    <message id="lkeyFileTypeDesc">
+        <source>Choose a file of the kind that the list shows.</source>
+        <translation>Choose a file of the kind that the list shows.</translation>
+    </message>
+    <message id="lkeyFileTypeTitle">
+        <source>“%1” cannot be chosen here</source>
+        <translation>“%1” cannot be chosen here</translation>
+    </message>
+    <message id="lkeyFilesOfType">
+        <source>Files of this kind (%1)</source>
+        <translation>Files of this kind (%1)</translation>
+    </message>
     <message id="lkeyFirmwareBusy">
         <source>Reading the firmware version</source>
         <translation>Reading the firmware version</translation>
@@ -375,6 +475,14 @@
         <source>20 %</source>
         <translation>20 %</translation>
     </message>
+    <message id="lkeyFolderNotFoundDesc">
+        <source>Choose a folder that exists.</source>
+        <translation>Choose a folder that exists.</translation>
+    </message>
+    <message id="lkeyFolderNotFoundTitle">
+        <source>There is no folder “%1”</source>
+        <translation>There is no folder “%1”</translation>
+    </message>
     <message id="lkeyForward">
         <source>Forward</source>
         <translation>Forward</translation>
@@ -399,21 +507,45 @@
         <source>Back</source>
         <translation>Back</translation>
     </message>
+    <message id="lkeyHelpContents">
+        <source>Contents</source>
+        <translation>Contents</translation>
+    </message>
     <message id="lkeyHelpForward">
         <source>Forward</source>
         <translation>Forward</translation>
     </message>
+    <message id="lkeyHelpNothingFound">
+        <source>No page has the words “%1”.</source>
+        <translation>No page has the words “%1”.</translation>
+    </message>
+    <message id="lkeyHelpResults">
+        <source>Pages found</source>
+        <translation>Pages found</translation>
+    </message>
+    <message id="lkeyHelpSearch">
+        <source>Search the help</source>
+        <translation>Search the help</translation>
+    </message>
     <message id="lkeyHelpTip">
-        <source>Open the help</source>
-        <translation>Open the help</translation>
+        <source>Open the help (F1: about this tab)</source>
+        <translation>Open the help (F1: about this tab)</translation>
     </message>
     <message id="lkeyImport">
         <source>Import…</source>
         <translation>Import…</translation>
     </message>
+    <message id="lkeyImportFailedTitle">
+        <source>“%1” could not be imported</source>
+        <translation>“%1” could not be imported</translation>
+    </message>
     <message id="lkeyIndependentXY">
         <source>Independent X and Y</source>
         <translation>Independent X and Y</translation>
+    </message>
+    <message id="lkeyInstalledApplications">
+        <source>Installed applications</source>
+        <translation>Installed applications</translation>
     </message>
     <message id="lkeyKeyMap">
         <source>Keymap</source>
@@ -567,9 +699,25 @@
         <source>Open the news page in your browser</source>
         <translation>Open the news page in your browser</translation>
     </message>
+    <message id="lkeyNoApplicationFound">
+        <source>No application is called “%1”.</source>
+        <translation>No application is called “%1”.</translation>
+    </message>
+    <message id="lkeyNoApplicationSelected">
+        <source>Select an application in the list first</source>
+        <translation>Select an application in the list first</translation>
+    </message>
+    <message id="lkeyNoApplications">
+        <source>No installed applications were found. Choose Browse to look for one.</source>
+        <translation>No installed applications were found. Choose Browse to look for one.</translation>
+    </message>
     <message id="lkeyNoDelay">
         <source>Remove All Delays</source>
         <translation>Remove All Delays</translation>
+    </message>
+    <message id="lkeyNoFileNamed">
+        <source>Name a file or choose one in the list</source>
+        <translation>Name a file or choose one in the list</translation>
     </message>
     <message id="lkeyNoMacroSelected">
         <source>Select a macro to see its events.</source>
@@ -655,6 +803,10 @@
         <source>Record</source>
         <translation>Record</translation>
     </message>
+    <message id="lkeyRecordIsNotWritable">
+        <source>This record cannot be put into a file.</source>
+        <translation>This record cannot be put into a file.</translation>
+    </message>
     <message id="lkeyReduceBrightness">
         <source>Light brightness on battery</source>
         <translation>Light brightness on battery</translation>
@@ -711,6 +863,18 @@
         <source>Repeat Until Released</source>
         <translation>Repeat Until Released</translation>
     </message>
+    <message id="lkeyReplace">
+        <source>Replace</source>
+        <translation>Replace</translation>
+    </message>
+    <message id="lkeyReplaceFileDesc">
+        <source>Do you want to replace it? What it holds now will be lost.</source>
+        <translation>Do you want to replace it? What it holds now will be lost.</translation>
+    </message>
+    <message id="lkeyReplaceFileTitle">
+        <source>“%1” already exists</source>
+        <translation>“%1” already exists</translation>
+    </message>
     <message id="lkeyRestoreDefault">
         <source>Restore Defaults…</source>
         <translation>Restore Defaults…</translation>
@@ -742,6 +906,10 @@
     <message id="lkeyScrollUp">
         <source>Scroll Up</source>
         <translation>Scroll Up</translation>
+    </message>
+    <message id="lkeySearchApplications">
+        <source>Search applications</source>
+        <translation>Search applications</translation>
     </message>
     <message id="lkeySelectedStage">
         <source>Selected stage</source>
@@ -812,8 +980,8 @@
         <translation>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</translation>
     </message>
     <message id="lkeyStateNoEngine">
-        <source>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</source>
-        <translation>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</translation>
+        <source>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</source>
+        <translation>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</translation>
     </message>
     <message id="lkeyStateStarting">
         <source>Waiting for the core engine… This can take a few seconds.</source>

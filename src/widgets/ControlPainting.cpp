@@ -113,7 +113,19 @@ void drawChevron(QPainter* painter, const QRect& rect, const QColor& color, Qt::
   painter->setPen(QPen(color, chevronStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter->setBrush(Qt::NoBrush);
   painter->translate(QRectF(rect).center());
-  if (direction == Qt::RightArrow) painter->rotate(-90);
+  switch (direction) {
+    case Qt::RightArrow:
+      painter->rotate(-90);
+      break;
+    case Qt::LeftArrow:
+      painter->rotate(90);
+      break;
+    case Qt::UpArrow:
+      painter->rotate(180);
+      break;
+    default:
+      break;
+  }
   painter->drawPolyline(QPolygonF({QPointF(-4, -2), QPointF(0, 2), QPointF(4, -2)}));
 }
 
