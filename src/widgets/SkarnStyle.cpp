@@ -37,7 +37,8 @@ constexpr int fieldPadding = 8;
 constexpr int chevronWidth = 24;
 constexpr int smallestThumb = 32;
 constexpr int menuMargin = 4;
-constexpr int submenuDelay = 150;  // milliseconds
+constexpr int submenuDelay = 150;       // milliseconds
+constexpr int animationDuration = 140;  // milliseconds
 
 QFont scaled(QFont font, qreal scale) {
   if (font.pointSizeF() > 0) {
@@ -445,8 +446,19 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
       return Qt::AlignLeft;
     case SH_UnderlineShortcut:
       return 0;
+    case SH_Widget_Animation_Duration:
+      return mIsAnimated ? animationDuration : 0;
     default:
       return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+}
+
+void SkarnStyle::setAnimated(bool isAnimated) {
+  if (mIsAnimated == isAnimated) return;
+  mIsAnimated = isAnimated;
+  for (QWidget* widget : QApplication::allWidgets()) {
+    QEvent change(QEvent::StyleChange);
+    QApplication::sendEvent(widget, &change);
   }
 }
 

@@ -5,7 +5,6 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QProxyStyle>
 #include <QRadioButton>
 #include <QSlider>
 #include <QTest>
@@ -118,15 +117,6 @@ struct Fixture {
 
   MouseLightingController tab;
   Owner owner{tab};
-};
-
-// A style without animations, as a desktop asks for that wants less motion.
-class StillStyle : public QProxyStyle {
- public:
-  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                QStyleHintReturn* result) const override {
-    return hint == SH_Widget_Animation_Duration ? 0 : QProxyStyle::styleHint(hint, option, widget, result);
-  }
 };
 
 const std::initializer_list<const char*> liveControls = {"mProfileListPopUp", "mMain", "mMainColor", "mLightning",
@@ -691,8 +681,8 @@ class LightingTest : public QObject {
     LightPreview& preview = fixture.preview();
     preview.setLight({LightPreview::Effect::SpectrumCycling, Qt::red, 1});
     QVERIFY(preview.isAnimated());
-    StillStyle still;
-    preview.setStyle(&still);
+    auto* style = qobject_cast<SkarnStyle*>(QApplication::style());
+    style->setAnimated(false);
     QVERIFY(!preview.isAnimated());
     // Side by side stand more colours than a step of the cycle has.
     QSet<int> hues;
@@ -704,7 +694,7 @@ class LightingTest : public QObject {
       }
     }
     QVERIFY2(hues.size() >= 4, qPrintable(QString::number(hues.size())));
-    preview.setStyle(nullptr);
+    style->setAnimated(true);
     QVERIFY(preview.isAnimated());
   }
 };
