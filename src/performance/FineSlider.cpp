@@ -4,6 +4,8 @@
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOptionSlider>
+#include <QWheelEvent>
+#include <cstdlib>
 
 namespace skarn {
 
@@ -22,6 +24,20 @@ void FineSlider::mousePressEvent(QMouseEvent* event) {
   const QSignalBlocker silence(this);
   QSlider::mousePressEvent(event);
   setValue(exact);
+}
+
+void FineSlider::wheelEvent(QWheelEvent* event) {
+  const QPoint turned = event->angleDelta();
+  const int angle =
+      (std::abs(turned.x()) > std::abs(turned.y()) ? turned.x() : turned.y()) * (event->inverted() ? -1 : 1);
+  // A turn back does not have to undo the rest of the turn before.
+  if ((angle > 0) != (mWheelAngle > 0)) mWheelAngle = 0;
+  mWheelAngle += angle;
+  const int notches = mWheelAngle / QWheelEvent::DefaultDeltasPerStep;
+  mWheelAngle %= QWheelEvent::DefaultDeltasPerStep;
+  const bool isPage = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+  setSliderPosition(sliderPosition() + notches * (isPage ? pageStep() : singleStep()));
+  event->accept();
 }
 
 }  // namespace skarn

@@ -15,10 +15,11 @@ PropertyList axes(int x, int y) {
   return request({{"DPIX", x}, {"DPIY", y}});
 }
 
-void turnWheel(QSlider* slider, int notches) {
+// angle: 120 is a notch.
+void turnWheel(QSlider* slider, int angle, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
   const QPointF at = slider->rect().center();
-  QWheelEvent event(at, slider->mapToGlobal(at), {}, QPoint(0, 120 * notches), Qt::NoButton, Qt::NoModifier,
-                    Qt::NoScrollPhase, false);
+  QWheelEvent event(at, slider->mapToGlobal(at), {}, QPoint(0, angle), Qt::NoButton, modifiers, Qt::NoScrollPhase,
+                    false);
   QApplication::sendEvent(slider, &event);
 }
 
@@ -89,8 +90,8 @@ class PerformanceChangesTest : public QObject {
     QTest::newRow("page down") << int(Qt::Key_PageDown) << 0 << 900;
     QTest::newRow("home") << int(Qt::Key_Home) << 0 << 100;
     QTest::newRow("end") << int(Qt::Key_End) << 0 << 5600;
-    QTest::newRow("wheel up") << 0 << 1 << 1100;
-    QTest::newRow("wheel down") << 0 << -1 << 900;
+    QTest::newRow("wheel up") << 0 << 1 << 1050;
+    QTest::newRow("wheel down") << 0 << -1 << 950;
   }
   void eachStepOfAKeyOrOfTheWheelIsSentOnce() {
     QFETCH(int, key);
@@ -101,11 +102,26 @@ class PerformanceChangesTest : public QObject {
       if (key != 0) {
         QTest::keyClick(open.slider(name), Qt::Key(key));
       } else {
-        turnWheel(open.slider(name), notches);
+        turnWheel(open.slider(name), 120 * notches);
       }
       const bool isX = QByteArrayView(name) == "mXDpiSlider";
       COMPARE_REQUESTS(open, axes(isX ? expected : 1000, isX ? 1000 : expected));
     }
+  }
+
+  void aFineWheelStepsOnceANotch() {
+    PerformanceTab open;
+    for (const int angle : {30, 30, 30}) turnWheel(open.slider("mXDpiSlider"), angle);
+    COMPARE_REQUESTS(open);
+    turnWheel(open.slider("mXDpiSlider"), 30);
+    COMPARE_REQUESTS(open, axes(850, 850));
+    turnWheel(open.slider("mXDpiSlider"), 90);
+    turnWheel(open.slider("mXDpiSlider"), -90);
+    COMPARE_REQUESTS(open);
+    turnWheel(open.slider("mXDpiSlider"), -30);
+    COMPARE_REQUESTS(open, axes(800, 800));
+    turnWheel(open.slider("mXDpiSlider"), 120, Qt::ControlModifier);
+    COMPARE_REQUESTS(open, axes(900, 900));
   }
 
   void severalStepsAreSentOneByOne() {
@@ -311,7 +327,7 @@ class PerformanceChangesTest : public QObject {
     COMPARE_REQUESTS(open, request({{"Acceleration", 8}}), request({{"Acceleration", 9}}));
     QTest::keyClick(open.slider("mAccelerationSlider"), Qt::Key_Left);
     COMPARE_REQUESTS(open, request({{"Acceleration", 8}}));
-    turnWheel(open.slider("mAccelerationSlider"), 1);
+    turnWheel(open.slider("mAccelerationSlider"), 120);
     COMPARE_REQUESTS(open, request({{"Acceleration", 9}}));
   }
 
