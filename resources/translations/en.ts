@@ -95,6 +95,10 @@
         <source>Normal</source>
         <translation>Normal</translation>
     </message>
+    <message id="lkeyBrightnessNote">
+        <source>A darker light makes the battery last longer.</source>
+        <translation>A darker light makes the battery last longer.</translation>
+    </message>
     <message id="lkeyBrightnessOff">
         <source>Off</source>
         <translation>Off</translation>
@@ -110,6 +114,14 @@
     <message id="lkeyCancel">
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message id="lkeyCheckUpdates">
+        <source>Check for Updates</source>
+        <translation>Check for Updates</translation>
+    </message>
+    <message id="lkeyCheckUpdatesTip">
+        <source>Opens the support page in your web browser</source>
+        <translation>Opens the support page in your web browser</translation>
     </message>
     <message id="lkeyChoose">
         <source>Choose</source>
@@ -444,28 +456,28 @@
         <translation>Fixed colour</translation>
     </message>
     <message id="lkeyFlashFifteenPercent">
-        <source>15 % battery</source>
-        <translation>15 % battery</translation>
+        <source>15 %</source>
+        <translation>15 %</translation>
     </message>
     <message id="lkeyFlashFivePercent">
-        <source>5 % battery</source>
-        <translation>5 % battery</translation>
+        <source>5 %</source>
+        <translation>5 %</translation>
     </message>
     <message id="lkeyFlashScrollLight">
         <source>Flash the scroll wheel at</source>
         <translation>Flash the scroll wheel at</translation>
     </message>
     <message id="lkeyFlashTenPercent">
-        <source>10 % battery</source>
-        <translation>10 % battery</translation>
+        <source>10 %</source>
+        <translation>10 %</translation>
     </message>
     <message id="lkeyFlashTwentyFivePercent">
-        <source>25 % battery</source>
-        <translation>25 % battery</translation>
+        <source>25 %</source>
+        <translation>25 %</translation>
     </message>
     <message id="lkeyFlashTwentyPercent">
-        <source>20 % battery</source>
-        <translation>20 % battery</translation>
+        <source>20 %</source>
+        <translation>20 %</translation>
     </message>
     <message id="lkeyFolderNotFoundDesc">
         <source>Choose a folder that exists.</source>
@@ -599,9 +611,21 @@
         <source>Light</source>
         <translation>Light</translation>
     </message>
+    <message id="lkeyLightAppliedNote">
+        <source>Takes effect with Apply</source>
+        <translation>Takes effect with Apply</translation>
+    </message>
     <message id="lkeyLightColor">
         <source>Colour</source>
         <translation>Colour</translation>
+    </message>
+    <message id="lkeyLightOffDescription">
+        <source>Light off</source>
+        <translation>Light off</translation>
+    </message>
+    <message id="lkeyLightPreview">
+        <source>Preview of the light</source>
+        <translation>Preview of the light</translation>
     </message>
     <message id="lkeyMacro">
         <source>Macro</source>
@@ -630,6 +654,10 @@
     <message id="lkeyManageProfile">
         <source>Manage Profiles…</source>
         <translation>Manage Profiles…</translation>
+    </message>
+    <message id="lkeyMinuteUnit">
+        <source>min</source>
+        <translation>min</translation>
     </message>
     <message id="lkeyMostStages">
         <source>The mouse holds five stages at most.</source>
@@ -887,6 +915,10 @@
         <source>Restore the factory settings?</source>
         <translation>Restore the factory settings?</translation>
     </message>
+    <message id="lkeyRestoreNote">
+        <source>Gives this profile its factory settings. It keeps its name; other profiles and the macros stay as they are.</source>
+        <translation>Gives this profile its factory settings. It keeps its name; other profiles and the macros stay as they are.</translation>
+    </message>
     <message id="lkeyRestoringState">
         <source>Waiting for the core engine and reading the settings of the mouse …</source>
         <translation>Waiting for the core engine and reading the settings of the mouse …</translation>
@@ -931,25 +963,13 @@
         <source>Y sensitivity in DPI</source>
         <translation>Y sensitivity in DPI</translation>
     </message>
+    <message id="lkeySideStrips">
+        <source>Side strips</source>
+        <translation>Side strips</translation>
+    </message>
     <message id="lkeySingleKey">
         <source>Single Key</source>
         <translation>Single Key</translation>
-    </message>
-    <message id="lkeySleepFifteenMinutes">
-        <source>15 minutes</source>
-        <translation>15 minutes</translation>
-    </message>
-    <message id="lkeySleepFiveMinutes">
-        <source>5 minutes</source>
-        <translation>5 minutes</translation>
-    </message>
-    <message id="lkeySleepOneMinute">
-        <source>1 minute</source>
-        <translation>1 minute</translation>
-    </message>
-    <message id="lkeySleepTenMinutes">
-        <source>10 minutes</source>
-        <translation>10 minutes</translation>
     </message>
     <message id="lkeySpectrumCycling">
         <source>Spectrum cycling</source>
@@ -1027,9 +1047,13 @@
         <source>Thumb grid</source>
         <translation>Thumb grid</translation>
     </message>
+    <message id="lkeyUnderglow">
+        <source>Underglow</source>
+        <translation>Underglow</translation>
+    </message>
     <message id="lkeyVersionsGroup">
-        <source>Versions</source>
-        <translation>Versions</translation>
+        <source>Versions and updates</source>
+        <translation>Versions and updates</translation>
     </message>
     <message id="lkeyWheel">
         <source>Wheel</source>

@@ -7,21 +7,25 @@
 
 namespace skarn {
 
-using ColorScheme = vorn::DesktopSettings::ColorScheme;
+using vorn::DesktopSettings;
 
-DesktopAppearance::DesktopAppearance(CommandLine::Appearance appearance) {
-  const bool programsAreDark = isDark(QApplication::palette());
-  QApplication::setStyle(new SkarnStyle);
+DesktopAppearance::DesktopAppearance(CommandLine::Appearance appearance)
+    : mProgramsAreDark(isDark(QApplication::palette())), mStyle(new SkarnStyle) {
+  QApplication::setStyle(mStyle);
   if (appearance != CommandLine::Appearance::Desktop) {
     apply(appearance == CommandLine::Appearance::Dark);
     return;
   }
-  const auto wantsDark = [programsAreDark](ColorScheme scheme) {
-    return scheme == ColorScheme::NoPreference ? programsAreDark : scheme == ColorScheme::Dark;
-  };
-  mSettings =
-      std::make_unique<vorn::DesktopSettings>([this, wantsDark](ColorScheme scheme) { apply(wantsDark(scheme)); });
-  apply(wantsDark(mSettings->colorScheme()));
+  mSettings = std::make_unique<DesktopSettings>(
+      [this](const DesktopSettings::Preferences& preferences) { follow(preferences); });
+  follow(mSettings->preferences());
+}
+
+void DesktopAppearance::follow(const DesktopSettings::Preferences& preferences) {
+  using ColorScheme = DesktopSettings::ColorScheme;
+  mStyle->setAnimated(!preferences.wantsLessMotion);
+  apply(preferences.colorScheme == ColorScheme::NoPreference ? mProgramsAreDark
+                                                             : preferences.colorScheme == ColorScheme::Dark);
 }
 
 void DesktopAppearance::apply(bool isDark) {

@@ -1,4 +1,4 @@
-// The look of the application: its style, and the light or dark palette that the desktop asks for.
+// The look of the application: its style, the light or dark palette that the desktop asks for, and whether it moves.
 #pragma once
 
 #include <memory>
@@ -8,6 +8,8 @@
 
 namespace skarn {
 
+class SkarnStyle;
+
 class DesktopAppearance {
  public:
   // Sets style and palette of the application and follows the desktop from then on, unless a fixed appearance was
@@ -16,7 +18,10 @@ class DesktopAppearance {
 
  private:
   void apply(bool isDark);
+  void follow(const vorn::DesktopSettings::Preferences& preferences);
 
+  const bool mProgramsAreDark;
+  SkarnStyle* mStyle;  // the application's
   std::unique_ptr<vorn::DesktopSettings> mSettings;
 };
 

@@ -82,6 +82,7 @@ void MouseMainController::leaveTabs() {
   mMouseButtonController->setMButtonDelegate(nullptr);
   mMouseButtonController->setMNotificationCenter(nullptr);
   mMouseMaintenenceController->setMMouseMaintenanceDelegate(nullptr);
+  mMouseMaintenenceController->setOpenAddress({});
   mMouseLightingController->setMLightingDelegate(nullptr);
 }
 
@@ -104,6 +105,7 @@ void MouseMainController::awakeFromNib() {
   setMFirmwareVersionString({});
   mMouseButtonController->setMNotificationCenter(mNotificationCenter);
   mMouseMacrosController->setMNotificationCenter(mNotificationCenter);
+  mMouseMaintenenceController->setOpenAddress(mServices.openAddress);
   wireControls();
 }
 

@@ -1,35 +1,73 @@
 #include "maintenance/MouseMaintenanceController.h"
 
-#include <array>
+#include <QSignalBlocker>
 
 #include "model/SettingsKeys.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "ui_MouseMaintenanceController.h"
+#include "widgets/Alert.h"
 #include "widgets/LabelState.h"
 
 namespace skarn {
 
+using vorn::PropertyList;
 namespace keys = vorn::keys;
 
 namespace {
 
-// Texts along the scales.
-constexpr std::array<const char*, 4> sleepKeys = {"lkeySleepOneMinute", "lkeySleepFiveMinutes", "lkeySleepTenMinutes",
-                                                  "lkeySleepFifteenMinutes"};
-constexpr std::array<const char*, 5> flashKeys = {"lkeyFlashFivePercent", "lkeyFlashTenPercent",
-                                                  "lkeyFlashFifteenPercent", "lkeyFlashTwentyPercent",
-                                                  "lkeyFlashTwentyFivePercent"};
+constexpr const char* supportPage = "https://support.skarn.example/";
+
+using Layout = Ui::MouseMaintenanceController;
+
+struct PowerSlider {
+  QSlider* Layout::*slider;
+  SliderScale* Layout::*scale;
+  keys::Key key;
+  void (MouseMaintenanceController::*changed)();
+};
+constexpr PowerSlider powerSliders[] = {
+    {&Layout::mLightBrightnessSlider, &Layout::mLightBrightnessScale, keys::BrightnessBattery,
+     &MouseMaintenanceController::lightBrightnessValueChanges},
+    {&Layout::mSleepModeSlider, &Layout::mSleepModeScale, keys::PowerSaver,
+     &MouseMaintenanceController::sleepModeValueChanges},
+    {&Layout::mFLashScrollWheelSlider, &Layout::mFlashScrollWheelScale, keys::BatteryCriticalLevel,
+     &MouseMaintenanceController::flashScrollWheelValueChanges},
+};
+
+void describe(const Layout& ui, const PowerSlider& row) {
+  QSlider& slider = *(ui.*row.slider);
+  slider.setAccessibleDescription((ui.*row.scale)->textAt(slider.value()));
+}
+
+// What restoring gives besides the factory profile, whatever that says.
+constexpr int restoredBrightness = 4;           // bright
+constexpr int restoredSleepMode = 3;            // 10 minutes
+constexpr int restoredCriticalLevel = 1;        // 5 percent
+constexpr int restoredBrightnessOnBattery = 2;  // dim
 
 }  // namespace
 
 MouseMaintenanceController::MouseMaintenanceController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MouseMaintenanceController>()) {
   mUi->setupUi(this);
+  wireControls();
   stopProgressIndicatorAnimation();
 }
 
 MouseMaintenanceController::~MouseMaintenanceController() = default;
+
+void MouseMaintenanceController::wireControls() {
+  for (const PowerSlider& row : powerSliders) {
+    describe(*mUi, row);
+    connect(mUi.get()->*row.slider, &QSlider::valueChanged, this, [this, &row] {
+      describe(*mUi, row);
+      (this->*row.changed)();
+    });
+  }
+  connect(mUi->mCheckUpdates, &QPushButton::clicked, this, &MouseMaintenanceController::clickCheckUpdates);
+  connect(mUi->mRestoreSettings, &QPushButton::clicked, this, &MouseMaintenanceController::clickRestoreSettings);
+}
 
 QLabel* MouseMaintenanceController::mFirmwareVersion() const {
   return mUi->mFirmwareVersion;
@@ -39,13 +77,63 @@ QLabel* MouseMaintenanceController::mDriverVersion() const {
   return mUi->mDriverVersion;
 }
 
+// --- Handlers
+
+void MouseMaintenanceController::send(const PropertyList& settings) {
+  if (mouseMaintenanceDelegate != nullptr) mouseMaintenanceDelegate->updateValueForSetting(settings);
+}
+
+void MouseMaintenanceController::updateValue(int value, std::string_view forSetting) {
+  send(PropertyList::dictionary({{forSetting, value}}));
+}
+
+void MouseMaintenanceController::lightBrightnessValueChanges() {
+  updateValue(mUi->mLightBrightnessSlider->value(), keys::BrightnessBattery);
+}
+
+void MouseMaintenanceController::sleepModeValueChanges() {
+  updateValue(mUi->mSleepModeSlider->value(), keys::PowerSaver);
+}
+
+void MouseMaintenanceController::flashScrollWheelValueChanges() {
+  updateValue(mUi->mFLashScrollWheelSlider->value(), keys::BatteryCriticalLevel);
+}
+
+void MouseMaintenanceController::clickCheckUpdates() {
+  if (mOpenAddress) mOpenAddress(QUrl(QLatin1String(supportPage)));
+}
+
+void MouseMaintenanceController::clickRestoreSettings() {
+  Alert::show(maintenanceWindow ? maintenanceWindow.data() : window(), localized("lkeyRestoreDefaultTitle"),
+              localized("lkeyRestoreDefaultDesc"), {localized("lkeyOK"), localized("lkeyCancel")},
+              [tab = QPointer(this)](int returnCode) {
+                if (tab && returnCode == Alert::firstButtonReturn) tab->restoreSettings();
+              });
+}
+
+void MouseMaintenanceController::restoreSettings() {
+  send(defaultDict.with(keys::ProfileName, maintenanceDict[keys::ProfileName].string())
+           .with(keys::BrightnessNormal, restoredBrightness)
+           .with(keys::ProfileOSDOn, true)
+           .with(keys::PowerSaver, restoredSleepMode)
+           .with(keys::BatteryCriticalLevel, restoredCriticalLevel)
+           .with(keys::BrightnessBattery, restoredBrightnessOnBattery));
+}
+
+// --- Drawing
+
 void MouseMaintenanceController::updateUISettings() {
-  if (maintenanceSettingsDict.isNone()) return;
+  userSettings = maintenanceSettingsDict;
+  if (userSettings.isNone()) return;
+  if (!userSettings.isEmpty()) {
+    for (const PowerSlider& row : powerSliders) {
+      QSlider& slider = *(mUi.get()->*row.slider);
+      const QSignalBlocker quiet(slider);
+      slider.setValue(userSettings[row.key].toInt());
+      describe(*mUi, row);
+    }
+  }
   mUi->mProfileNameLabel->setText(textOf(maintenanceDict, keys::ProfileName));
-  mUi->mLightBrightnessValue->setText(brightnessText(numberOf(maintenanceSettingsDict, keys::BrightnessBattery)));
-  mUi->mSleepModeValue->setText(scaleText(sleepKeys, numberOf(maintenanceSettingsDict, keys::PowerSaver)));
-  mUi->mFlashScrollWheelValue->setText(
-      scaleText(flashKeys, numberOf(maintenanceSettingsDict, keys::BatteryCriticalLevel)));
 }
 
 void MouseMaintenanceController::startProgresIndicatorAnimation() {
@@ -59,7 +147,14 @@ void MouseMaintenanceController::stopProgressIndicatorAnimation() {
 }
 
 void MouseMaintenanceController::enableControlsState(bool enabled) {
-  setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
+  const QString whyNot = localized("lkeyNoMouseConnected");
+  setLabelsEnabled(*this, enabled, whyNot);
+  mUi->mRestoreSettings->setEnabled(enabled);
+  mUi->mRestoreSettings->setToolTip(enabled ? QString() : whyNot);
+  for (const PowerSlider& row : powerSliders) {
+    (mUi.get()->*row.slider)->setEnabled(enabled);
+    (mUi.get()->*row.slider)->setToolTip(enabled ? QString() : whyNot);
+  }
 }
 
 }  // namespace skarn

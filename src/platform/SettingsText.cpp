@@ -1,8 +1,5 @@
 #include "platform/SettingsText.h"
 
-#include <array>
-#include <cstddef>
-
 #include "platform/Localization.h"
 
 namespace skarn {
@@ -21,17 +18,6 @@ std::optional<std::int32_t> numberOf(const vorn::PropertyList& dictionary, std::
 QString onOffText(std::optional<std::int32_t> flag) {
   if (!flag) return {};
   return localized(*flag != 0 ? "lkeyOn" : "lkeyOff");
-}
-
-QString scaleText(std::span<const char* const> keys, std::optional<std::int32_t> position) {
-  if (!position || *position < 1 || *position > static_cast<std::int32_t>(keys.size())) return {};
-  return localized(keys[static_cast<std::size_t>(*position - 1)]);
-}
-
-QString brightnessText(std::optional<std::int32_t> position) {
-  static constexpr std::array<const char*, 4> keys = {"lkeyBrightnessOff", "lkeyBrightnessDim", "lkeyBrightnessNormal",
-                                                      "lkeyBrightnessBright"};
-  return scaleText(keys, position);
 }
 
 }  // namespace skarn

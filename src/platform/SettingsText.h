@@ -4,7 +4,6 @@
 #include <QString>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string_view>
 
 #include "model/PropertyList.h"
@@ -19,12 +18,5 @@ std::optional<std::int32_t> numberOf(const vorn::PropertyList& dictionary, std::
 
 // A flag as a word of the interface; empty for none.
 QString onOffText(std::optional<std::int32_t> flag);
-
-// The text whose key stands at a position of a labelled scale; positions count from 1. Empty for none and for a
-// position outside the scale.
-QString scaleText(std::span<const char* const> keys, std::optional<std::int32_t> position);
-
-// The same for the scale of brightness that the light has in use and on battery: off, dim, normal, bright.
-QString brightnessText(std::optional<std::int32_t> position);
 
 }  // namespace skarn

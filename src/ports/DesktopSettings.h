@@ -1,5 +1,6 @@
-// The desktop's preference for light or dark, from the settings portal (XDG desktop portal, interface
-// org.freedesktop.portal.Settings, key color-scheme of org.freedesktop.appearance).
+// What the desktop prefers, from the settings portal (XDG desktop portal, interface org.freedesktop.portal.Settings):
+// light or dark, and more or less motion. The keys are color-scheme and reduced-motion of org.freedesktop.appearance
+// and, for desktops without the latter, enable-animations of org.gnome.desktop.interface.
 #pragma once
 
 #include <functional>
@@ -10,7 +11,12 @@ namespace vorn {
 class DesktopSettings {
  public:
   enum class ColorScheme { NoPreference, Dark, Light };
-  using ChangeHandler = std::function<void(ColorScheme)>;
+  struct Preferences {
+    ColorScheme colorScheme = ColorScheme::NoPreference;
+    bool wantsLessMotion = false;
+    friend bool operator==(const Preferences&, const Preferences&) = default;
+  };
+  using ChangeHandler = std::function<void(const Preferences&)>;
 
   // Asks on this thread's connection, if a portal runs, and calls the handler from its process() when the desktop
   // changes its mind. Without a bus or a portal there is no preference.
@@ -19,7 +25,7 @@ class DesktopSettings {
   DesktopSettings(const DesktopSettings&) = delete;
   DesktopSettings& operator=(const DesktopSettings&) = delete;
 
-  ColorScheme colorScheme() const;
+  Preferences preferences() const;
 
  private:
   struct State;

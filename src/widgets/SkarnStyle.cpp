@@ -37,7 +37,8 @@ constexpr int fieldPadding = 8;
 constexpr int chevronWidth = 24;
 constexpr int smallestThumb = 32;
 constexpr int menuMargin = 4;
-constexpr int submenuDelay = 150;  // milliseconds
+constexpr int submenuDelay = 150;       // milliseconds
+constexpr int animationDuration = 140;  // milliseconds
 
 QFont scaled(QFont font, qreal scale) {
   if (font.pointSizeF() > 0) {
@@ -346,7 +347,7 @@ QRect SkarnStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
       return {box->rect.left(), box->rect.top(), box->rect.width(), titleHeight};
     case SC_GroupBoxContents:
     case SC_GroupBoxFrame:
-      return box->rect.adjusted(0, titleHeight + titleGap, 0, 0);
+      return box->text.isEmpty() ? box->rect : box->rect.adjusted(0, titleHeight + titleGap, 0, 0);
     default:
       return QProxyStyle::subControlRect(control, option, subControl, widget);
   }
@@ -370,6 +371,9 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
       return {contents.width() + 2 * fieldPadding + chevronWidth, std::max(size.height(), controlHeight)};
     case CT_LineEdit:
       return {size.width(), std::max(size.height(), controlHeight)};
+    case CT_SpinBox:
+      // Its field is padded as any other.
+      return {size.width() + 2 * fieldPadding, std::max(size.height(), controlHeight)};
     case CT_MenuItem:
       if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) return menuItemSize(*item, size);
       return size;
@@ -442,8 +446,19 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
       return Qt::AlignLeft;
     case SH_UnderlineShortcut:
       return 0;
+    case SH_Widget_Animation_Duration:
+      return mIsAnimated ? animationDuration : 0;
     default:
       return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+}
+
+void SkarnStyle::setAnimated(bool isAnimated) {
+  if (mIsAnimated == isAnimated) return;
+  mIsAnimated = isAnimated;
+  for (QWidget* widget : QApplication::allWidgets()) {
+    QEvent change(QEvent::StyleChange);
+    QApplication::sendEvent(widget, &change);
   }
 }
 

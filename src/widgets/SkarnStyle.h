@@ -23,6 +23,10 @@ class SkarnStyle : public QProxyStyle {
 
   SkarnStyle();
 
+  // Whether anything may move (SH_Widget_Animation_Duration is 0 otherwise), at first yes. Every widget is told by a
+  // style change.
+  void setAnimated(bool isAnimated);
+
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;
   void unpolish(QWidget* widget) override;
@@ -48,6 +52,9 @@ class SkarnStyle : public QProxyStyle {
  protected:
   // Frames dialogs with a hairline: sheets have no border of their own on desktops that draw none.
   bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool mIsAnimated = true;
 };
 
 }  // namespace skarn

@@ -12,7 +12,14 @@ namespace skarn {
 namespace {
 
 constexpr int tickHeight = 6;
-constexpr int gap = 3;  // between slider, ticks and labels
+constexpr int gap = 3;      // between slider, ticks and labels
+constexpr int unitGap = 4;  // between labels of one position
+
+int widthOf(const QList<QLabel*>& group) {
+  int width = -unitGap;
+  for (const QLabel* label : group) width += unitGap + label->sizeHint().width();
+  return width;
+}
 
 }  // namespace
 
@@ -30,12 +37,27 @@ QList<QLabel*> SliderScale::labels() const {
   return scale;
 }
 
+std::map<int, QList<QLabel*>> SliderScale::labelsByPosition() const {
+  std::map<int, QList<QLabel*>> groups;
+  for (QLabel* label : labels()) groups[label->property(positionProperty).toInt()] << label;
+  return groups;
+}
+
+QString SliderScale::textAt(int position) const {
+  const auto groups = labelsByPosition();
+  const auto found = groups.find(position);
+  if (found == groups.end()) return {};
+  QStringList texts;
+  for (const QLabel* label : found->second) texts << label->text();
+  return texts.join(QLatin1Char(' '));
+}
+
 QSize SliderScale::sizeHint() const {
   int width = 0;
   int labelHeight = 0;
-  for (const QLabel* label : labels()) {
-    width += label->sizeHint().width() + 2 * gap;
-    labelHeight = std::max(labelHeight, label->sizeHint().height());
+  for (const auto& [position, group] : labelsByPosition()) {
+    width += widthOf(group) + 2 * gap;
+    for (const QLabel* label : group) labelHeight = std::max(labelHeight, label->sizeHint().height());
   }
   const QSlider* control = slider();
   const int sliderHeight = control ? control->sizeHint().height() : 0;
@@ -60,11 +82,13 @@ void SliderScale::placeChildren() {
   const int sliderHeight = control->sizeHint().height();
   control->setGeometry(0, 0, width(), sliderHeight);
   const int top = sliderHeight + gap + tickHeight + gap;
-  for (QLabel* label : labels()) {
-    const QSize size = label->sizeHint();
-    const int middle = middleAt(*control, label->property(positionProperty).toInt());
-    const int left = std::clamp(middle - size.width() / 2, 0, std::max(0, width() - size.width()));
-    label->setGeometry(left, top, size.width(), size.height());
+  for (const auto& [position, group] : labelsByPosition()) {
+    const int groupWidth = widthOf(group);
+    int left = std::clamp(middleAt(*control, position) - groupWidth / 2, 0, std::max(0, width() - groupWidth));
+    for (QLabel* label : group) {
+      label->setGeometry(QRect(QPoint(left, top), label->sizeHint()));
+      left += label->width() + unitGap;
+    }
   }
   update();
 }
@@ -94,8 +118,8 @@ void SliderScale::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(QPen(palette().color(QPalette::Dark), 1));
   const int top = control->sizeHint().height() + gap;
-  for (const QLabel* label : labels()) {
-    const int x = middleAt(*control, label->property(positionProperty).toInt());
+  for (const auto& [position, group] : labelsByPosition()) {
+    const int x = middleAt(*control, position);
     painter.drawLine(x, top, x, top + tickHeight - 1);
   }
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 
 class QLabel;
 class QSlider;
@@ -20,6 +21,9 @@ class SliderScale : public QWidget {
 
   explicit SliderScale(QWidget* parent = nullptr);
 
+  // What the labels of a position say, for whoever cannot see where the slider stands; empty where there is none.
+  QString textAt(int position) const;
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -32,6 +36,8 @@ class SliderScale : public QWidget {
  private:
   QSlider* slider() const;
   QList<QLabel*> labels() const;
+  // The same by position.
+  std::map<int, QList<QLabel*>> labelsByPosition() const;
   // Where the middle of the slider's handle stands at a position, in this widget's coordinates.
   int middleAt(const QSlider& slider, int position) const;
   void placeChildren();

@@ -60,6 +60,23 @@ inline vorn::PropertyList statusAnswer(const vorn::PropertyList& status) {
   return vorn::PropertyList::dictionary({{vorn::replyKeys::ReturnStatus, status}});
 }
 
+// What the first redraw of the Lighting tab sends back after a start with a factory profile: effect, then brightness.
+inline std::vector<ScriptedLink::Request> lightingRequests(int profileID) {
+  namespace keys = vorn::keys;
+  namespace requestKeys = vorn::requestKeys;
+  std::vector<ScriptedLink::Request> requests;
+  for (const auto& settings : {vorn::PropertyList::dictionary({{keys::ScrollLED, 1}, {keys::LEDEffects, 0}}),
+                               vorn::PropertyList::dictionary({{keys::BrightnessNormal, 4}})}) {
+    requests.push_back(
+        {vorn::MessageID::UpdateProfile,
+         vorn::PropertyList::dictionary({{requestKeys::ProductID, 273},
+                                         {requestKeys::ResponseMsgPortName, "SkarnConfiguratorReplyPort"},
+                                         {requestKeys::ProfileID, profileID},
+                                         {requestKeys::DeviceSettingsDictionary, settings}})});
+  }
+  return requests;
+}
+
 struct HubFixture {
   HubServices services() {
     return {.link = link,
@@ -79,6 +96,7 @@ struct HubFixture {
     link.answer(vorn::MessageID::GetAllSettings, allSettingsAnswer(bundle));
     start({});
     link.requests.clear();
+    link.unansweredWaits.clear();
     notifications.log.clear();
   }
   void start(const LaunchInformation& launch) {

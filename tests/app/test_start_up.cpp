@@ -39,6 +39,14 @@ QMessageBox* alertOf(QWidget& window) {
   return window.findChild<QMessageBox*>(QStringLiteral("alert"));
 }
 
+using Requests = std::vector<ScriptedLink::Request>;
+
+// The requests with those of the first lighting redraw after them.
+Requests withLighting(Requests requests, int profileID = 0) {
+  for (auto& request : lightingRequests(profileID)) requests.push_back(std::move(request));
+  return requests;
+}
+
 // Sleeps that the test lets pass one by one.
 struct SteppedSleep {
   StoppableSleep sleep() {
@@ -90,6 +98,7 @@ class StartUpTest : public QObject {
  private slots:
   void waking_up_starts_the_reply_port_and_leaves_everything_unknown();
   void registration_and_settings_are_asked_for_with_exactly_these_requests();
+  void the_first_lighting_redraw_writes_to_the_active_profile_and_later_ones_send_nothing();
   void a_registered_device_shows_the_engines_settings_in_every_tab();
   void any_non_zero_return_status_means_registered_data();
   void any_non_zero_return_status_means_registered();
@@ -139,10 +148,25 @@ void StartUpTest::registration_and_settings_are_asked_for_with_exactly_these_req
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(true));
   fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Work"})));
   fixture.start({});
-  const std::vector<ScriptedLink::Request> expected{{MessageID::RegisterDevice, registration()},
-                                                    {MessageID::GetAllSettings, envelope()}};
-  QVERIFY(fixture.link.requests == expected);
+  QVERIFY(fixture.link.requests ==
+          withLighting({{MessageID::RegisterDevice, registration()}, {MessageID::GetAllSettings, envelope()}}));
   QVERIFY(fixture.link.reply().isNone());
+}
+
+void StartUpTest::the_first_lighting_redraw_writes_to_the_active_profile_and_later_ones_send_nothing() {
+  HubFixture fixture;
+  const PropertyList bundle = bundleWith({"Work", "Play"}, {}, 1);
+  fixture.link.answer(MessageID::RegisterDevice, statusAnswer(true));
+  fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundle));
+  fixture.link.answer(MessageID::UpdateProfile, changeAnswer(bundleWith({"Work", "Changed"}, {}, 1)));
+  fixture.start({});
+  QVERIFY(fixture.link.requests ==
+          withLighting({{MessageID::RegisterDevice, registration()}, {MessageID::GetAllSettings, envelope()}}, 1));
+  QVERIFY(fixture.link.unansweredWaits.empty());
+  QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Changed"));
+  fixture.link.requests.clear();
+  fixture.notifications.post("Device Attached 273", "", {});
+  for (const auto& request : fixture.link.requests) QVERIFY(request.messageID != MessageID::UpdateProfile);
 }
 
 void StartUpTest::a_registered_device_shows_the_engines_settings_in_every_tab() {
@@ -228,8 +252,7 @@ void StartUpTest::a_refused_registration_shows_the_first_default_profile_disable
   HubFixture fixture;
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(false));
   fixture.start({});
-  const std::vector<ScriptedLink::Request> expected{{MessageID::RegisterDevice, registration()}};
-  QVERIFY(fixture.link.requests == expected);
+  QVERIFY(fixture.link.requests == withLighting({{MessageID::RegisterDevice, registration()}}));
   QVERIFY(fixture.hub().mDefaultProfileDict() == factorySettings()[keys::Profiles].at(0));
   QVERIFY(fixture.hub().mProfilesArray() == factorySettings()[keys::Profiles]);
   QVERIFY(fixture.hub().mMacrosArray() == factorySettings()[keys::Macros]);
@@ -250,9 +273,9 @@ void StartUpTest::an_unanswered_registration_shows_the_defaults_disabled_and_rep
   HubFixture fixture;
   fixture.link.isAvailable = false;
   fixture.start({});
-  const std::vector<ScriptedLink::Request> expected{{MessageID::RegisterDevice, registration()}};
-  QVERIFY(fixture.link.requests == expected);
-  const std::vector<ScriptedLink::Wait> waits{{601, 10ms}};
+  QVERIFY(fixture.link.requests == withLighting({{MessageID::RegisterDevice, registration()}}));
+  // The registration and the two requests of the first lighting redraw take their whole waits.
+  const std::vector<ScriptedLink::Wait> waits(3, {601, 10ms});
   QVERIFY(fixture.link.unansweredWaits == waits);
   QVERIFY(fixture.hub().mDefaultProfileDict() == factorySettings()[keys::Profiles].at(0));
   QCOMPARE(fixture.hub().mFirmwareVersionString(), std::string());
@@ -363,7 +386,8 @@ void StartUpTest::the_window_and_the_restoring_sheet_are_painted_before_the_firs
   int paintsOfWindow = 0;
   int paintsOfSheet = 0;
   bool isTurning = false;
-  fixture.link.onSend = [&](const ScriptedLink::Request&) {
+  fixture.link.onSend = [&](const ScriptedLink::Request& request) {
+    if (request.messageID != MessageID::RegisterDevice) return;
     paintsOfWindow = window.paints;
     paintsOfSheet = sheet.paints;
     isTurning = fixture.window.findChild<BusyIndicator*>(QStringLiteral("mRestoringStateProgress"))->isRunning();
@@ -379,10 +403,10 @@ void StartUpTest::the_window_and_the_restoring_sheet_are_painted_before_the_firs
 void StartUpTest::the_window_says_what_it_waits_for_while_no_engine_is_there() {
   HubFixture fixture;
   fixture.link.isAvailable = false;
-  QString said;
-  fixture.link.onSend = [&](const ScriptedLink::Request&) { said = fixture.window.ui().mStateStrip->text(); };
+  QStringList said;
+  fixture.link.onSend = [&](const ScriptedLink::Request&) { said << fixture.window.ui().mStateStrip->text(); };
   fixture.start({});
-  QCOMPARE(said, localized("lkeyStateStarting"));
+  QCOMPARE(said, QStringList(3, localized("lkeyStateStarting")));
 }
 
 void StartUpTest::the_restoring_sheet_cannot_be_closed_by_the_user() {

@@ -48,6 +48,7 @@ class WindowTest : public QObject {
   void selecting_a_tab_by_index_shows_it_and_sends_nothing();
   void everything_fits_at_the_least_size_of_the_window();
   void the_community_buttons_open_one_address_each();
+  void looking_for_updates_opens_the_support_page();
   void the_help_button_opens_the_first_page_of_the_help_book();
   void the_help_key_opens_the_page_of_the_tab_in_front_data();
   void the_help_key_opens_the_page_of_the_tab_in_front();
@@ -133,6 +134,19 @@ void WindowTest::everything_fits_at_the_least_size_of_the_window() {
   QCOMPARE(fixture.window.size(), QSize(1024, 680));
   QVERIFY(fixture.window.minimumSizeHint().width() <= 1024);
   QVERIFY(fixture.window.minimumSizeHint().height() <= 680);
+}
+
+void WindowTest::looking_for_updates_opens_the_support_page() {
+  HubFixture fixture;
+  fixture.create();
+  auto* button = fixture.window.findChild<QAbstractButton*>(QStringLiteral("mCheckUpdates"));
+  button->click();
+  QCOMPARE(fixture.opened, std::vector<std::string>{"https://support.skarn.example/"});
+  QVERIFY(fixture.link.requests.empty());
+  // The window outlives the hub and its services.
+  fixture.delegate.reset();
+  button->click();
+  QCOMPARE(fixture.opened.size(), std::size_t{1});
 }
 
 void WindowTest::the_community_buttons_open_one_address_each() {

@@ -42,6 +42,7 @@ class OpenWindow {
     mDelegate.applicationDidFinishLaunching({});
     // Without an engine the start-up takes its time.
     if (!QTest::qWaitFor([&] { return isFinished; }, 60'000)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
+    mStartUpdates = mProfileUpdates.exchange(0);
   }
   ~OpenWindow() { mDelegate.applicationWillTerminate(); }
   OpenWindow(const OpenWindow&) = delete;
@@ -56,9 +57,10 @@ class OpenWindow {
   bool isEnabled() { return mWindow.ui().MouseProfilesController->mProfilesTableView()->isEnabled(); }
   bool asksForTheMouse() { return mWindow.findChild<QDialog*>(QStringLiteral("mDeviceConnectionWindow"))->isVisible(); }
   vorn::PropertyList setting(vorn::keys::Key key) { return hub().mDefaultProfileDict()[key]; }
-  // How often it has asked for all settings, and for a change of a profile.
+  // How often it has asked for all settings, and, since its start-up and during it, for a change of a profile.
   int settingsRequests() const { return mSettingsRequests; }
   int profileUpdates() const { return mProfileUpdates; }
+  int startUpdates() const { return mStartUpdates; }
 
  private:
   vorn::EngineLink& traced(vorn::PortEngineLink& link) {
@@ -72,6 +74,7 @@ class OpenWindow {
 
   std::atomic<int> mSettingsRequests = 0;
   std::atomic<int> mProfileUpdates = 0;
+  int mStartUpdates = 0;
   vorn::PortEngineLink mLink;
   MouseMainWindow mWindow;
   Vorn_ConfiguratorAppDelegate mDelegate;

@@ -30,8 +30,12 @@ struct TemporaryFolder {
 
 class ConfiguratorProcessTest : public testing::Test {
  protected:
-  // Registered at once, with settings that have no profiles.
-  std::vector<std::string> friendly() const { return {"on 0 reply " + mTrue.path(), "on 4 reply " + mSettings.path()}; }
+  // Registered at once, with settings that have one profile and do not change.
+  std::vector<std::string> friendly() const {
+    return {"on 0 reply " + mTrue.path(), "on 4 reply " + mSettings.path(), takesChanges()};
+  }
+  // Answers what the first redraw of the Lighting tab sends back.
+  std::string takesChanges() const { return "on 6 reply " + mChanged.path(); }
 
   // The configurator says nothing while it looks for the engine, but its reply port is there.
   static bool waitForReplyPort() {
@@ -44,11 +48,13 @@ class ConfiguratorProcessTest : public testing::Test {
   }
 
   PropertyListFile mTrue{PropertyList::dictionary({{"ReturnStatus", true}})};
-  PropertyListFile mSettings{PropertyList::dictionary(
-      {{"AllDevSettings", PropertyList::dictionary(
-                              {{"Profiles", PropertyList::array({PropertyList::dictionary({{"ProfileName", "Work"}})})},
-                               {"Macros", PropertyList::array()},
-                               {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}})}})};
+  PropertyListFile mRefused{PropertyList::dictionary({{"ReturnStatus", false}})};
+  const PropertyList mBundle = PropertyList::dictionary(
+      {{"Profiles", PropertyList::array({PropertyList::dictionary({{"ProfileName", "Work"}, {"LEDEffects", 4}})})},
+       {"Macros", PropertyList::array()},
+       {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}});
+  PropertyListFile mSettings{PropertyList::dictionary({{"AllDevSettings", mBundle}})};
+  PropertyListFile mChanged{PropertyList::dictionary({{"ReturnStatus", 0}, {"ReturnDictionary", mBundle}})};
   PrivateBus mBus;
 };
 
@@ -72,7 +78,7 @@ TEST_F(ConfiguratorProcessTest, ShowsTheConnectionSheetWhenTheEngineHasNoMouse) 
   EXPECT_EQ(configurator.quit(), 0);
 }
 
-TEST_F(ConfiguratorProcessTest, SendsRegistrationSettingsAndReleaseAsWholeRequests) {
+TEST_F(ConfiguratorProcessTest, SendsRegistrationSettingsLightAndReleaseAsWholeRequests) {
   FakeEngineProcess engine(friendly());
   ConfiguratorProcess configurator;
   ASSERT_NE(configurator.waitFor("settings loaded: 1 profiles"), "");
@@ -91,15 +97,26 @@ TEST_F(ConfiguratorProcessTest, SendsRegistrationSettingsAndReleaseAsWholeReques
   ASSERT_TRUE(settings);
   EXPECT_EQ(settings->body,
             PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}}));
+  const PropertyList change = settings->body.with("ProfileID", 0);
+  const auto effect = engine.waitForRequest(6);
+  ASSERT_TRUE(effect);
+  EXPECT_EQ(effect->body, change.with("DeviceSettingsDictionary", PropertyList::dictionary({{"LEDEffects", 4}})));
+  const auto brightness = engine.waitForRequest(6);
+  ASSERT_TRUE(brightness);
+  EXPECT_EQ(brightness->body,
+            change.with("DeviceSettingsDictionary", PropertyList::dictionary({{"BrightnessNormal", 1}})));
   const auto release = engine.waitForRequest(38);
   ASSERT_TRUE(release);
   EXPECT_EQ(release->body, PropertyList::dictionary({{"ProductID", 273}}));
 }
 
-TEST_F(ConfiguratorProcessTest, WaitsItsWholeTimeForAnEngineThatIsNotThereAndStaysUsable) {
+// Three waits: for the registration, and for what the first redraw of the Lighting tab sends back.
+TEST_F(ConfiguratorProcessTest, WaitsItsWholeTimesForAnEngineThatIsNotThereAndStaysUsable) {
   ConfiguratorProcess configurator;
   EXPECT_NE(configurator.waitFor("no engine"), "");
   EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_NE(configurator.waitFor("request 6: "), "");
+  EXPECT_NE(configurator.waitFor("request 6: "), "");
   EXPECT_NE(configurator.waitFor("window painted"), "");
   EXPECT_EQ(configurator.quit(), 0);
 }
@@ -144,8 +161,7 @@ TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatDiesAndComesBackWhileTheWind
 
 TEST_F(ConfiguratorProcessTest, ShowsEmptyValuesWhenItsDefaultSettingsAreMissing) {
   const TemporaryFolder folder;
-  const PropertyListFile refused(PropertyList::dictionary({{"ReturnStatus", false}}));
-  FakeEngineProcess engine({"on 0 reply " + refused.path()});
+  FakeEngineProcess engine({"on 0 reply " + mRefused.path(), takesChanges()});
   setenv("SKARN_SHARE_DIR", folder.path.c_str(), 1);
   ConfiguratorProcess configurator;
   unsetenv("SKARN_SHARE_DIR");
@@ -162,21 +178,22 @@ TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatDiesAtTheRegistration) {
 }
 
 TEST_F(ConfiguratorProcessTest, TakesGarbageForARefusedRegistration) {
-  FakeEngineProcess engine({"on 0 data 00ff6270"});
+  FakeEngineProcess engine({"on 0 data 00ff6270", takesChanges()});
   ConfiguratorProcess configurator;
   EXPECT_NE(configurator.waitFor("no mouse is connected"), "");
   EXPECT_EQ(configurator.quit(), 0);
 }
 
-TEST_F(ConfiguratorProcessTest, SurvivesGarbageInPlaceOfTheSettings) {
-  FakeEngineProcess engine({"on 0 reply " + mTrue.path(), "on 4 data 62706c6973743030ff"});
+TEST_F(ConfiguratorProcessTest, SurvivesGarbageInPlaceOfTheSettingsAndOfChangedOnes) {
+  FakeEngineProcess engine({"on 0 reply " + mTrue.path(), "on 4 data 62706c6973743030ff", "on 6 data 00"});
   ConfiguratorProcess configurator;
   EXPECT_NE(configurator.waitFor("settings loaded: 0 profiles, 0 macros"), "");
   EXPECT_EQ(configurator.quit(), 0);
 }
 
 TEST_F(ConfiguratorProcessTest, TakesASlowAnswerThatComesWithinTheWait) {
-  FakeEngineProcess engine({"on 0 after 300 reply " + mTrue.path(), "on 4 after 300 reply " + mSettings.path()});
+  FakeEngineProcess engine({"on 0 after 300 reply " + mTrue.path(), "on 4 after 300 reply " + mSettings.path(),
+                            "on 6 after 300 reply " + mChanged.path()});
   ConfiguratorProcess configurator;
   EXPECT_NE(configurator.waitFor("settings loaded: 1 profiles"), "");
   EXPECT_EQ(configurator.quit(), 0);
@@ -211,8 +228,7 @@ TEST_F(ConfiguratorProcessTest, ASecondOneBringsTheFirstToTheFrontAndEnds) {
 }
 
 TEST_F(ConfiguratorProcessTest, FollowsAnAttachmentThatTheEnginePosts) {
-  const PropertyListFile refused(PropertyList::dictionary({{"ReturnStatus", false}}));
-  FakeEngineProcess engine({"on 0 reply " + refused.path(), "on 4 reply " + mSettings.path()});
+  FakeEngineProcess engine({"on 0 reply " + mRefused.path(), "on 4 reply " + mSettings.path(), takesChanges()});
   ConfiguratorProcess configurator;
   ASSERT_NE(configurator.waitFor("window painted"), "");
   ASSERT_TRUE(engine.obey("post \"Device Attached 273\""));

@@ -52,6 +52,7 @@ struct Pages {
     performance.setMPerformanceSettingsDict(active);
     performance.setMDeviceSettingsDict(deviceSettings());
     performance.updateUISettings();
+    lighting.setMAllProfiles(profiles());
     lighting.setMLightingDict(active);
     lighting.updateUISettings();
     maintenance.setMMaintenanceSettingsDict(deviceSettings());

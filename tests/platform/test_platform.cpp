@@ -182,12 +182,7 @@ class PlatformTest : public QObject {
     QCOMPARE(numberOf(PropertyList(), vorn::keys::DPIX), std::optional<std::int32_t>());
   }
 
-  void aPositionOutsideItsScaleShowsNothing() {
-    QStringList texts;
-    for (int position = -1; position <= 5; ++position) texts << brightnessText(position);
-    QCOMPARE(texts, (QStringList{QString(), QString(), QStringLiteral("Off"), QStringLiteral("Dim"),
-                                 QStringLiteral("Normal"), QStringLiteral("Bright"), QString()}));
-    QCOMPARE(brightnessText(std::nullopt), QString());
+  void aFlagThatIsNotThereShowsNothing() {
     QCOMPARE(onOffText(std::nullopt), QString());
     QCOMPARE(onOffText(0), QStringLiteral("Off"));
     QCOMPARE(onOffText(7), QStringLiteral("On"));

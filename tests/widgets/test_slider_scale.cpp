@@ -70,6 +70,21 @@ class SliderScaleTest : public QObject {
     }
   }
 
+  void labelsOfOnePositionStandSideBySideUnderIt() {
+    Scale scale(1, 4, {1, 2, 2, 3, 4});
+    scale.labels[2]->setText(QStringLiteral("min"));
+    scale.scale.resize(601, scale.scale.height());
+    const QRect number = scale.labels[1]->geometry();
+    const QRect unit = scale.labels[2]->geometry();
+    QVERIFY(unit.left() > number.right() && unit.left() <= number.right() + 8);
+    QCOMPARE(unit.bottom(), number.bottom());
+    QVERIFY(std::abs((number | unit).center().x() - scale.handleMiddle(2)) <= 2);
+    QVERIFY(!unit.intersects(scale.labels[3]->geometry()));
+    QCOMPARE(scale.scale.textAt(2), QStringLiteral("2 min"));
+    QCOMPARE(scale.scale.textAt(4), QStringLiteral("4"));
+    QCOMPARE(scale.scale.textAt(5), QString());
+  }
+
   void theScaleFollowsItsWidth() {
     Scale scale(0, 10, {5});
     const int before = scale.labels.first()->geometry().center().x();
