@@ -127,6 +127,10 @@
         <source>C</source>
         <translation>C</translation>
     </message>
+    <message id="lkeyControlName">
+        <source>Button %1, %2</source>
+        <translation>Button %1, %2</translation>
+    </message>
     <message id="lkeyControlNine">
         <source>D</source>
         <translation>D</translation>
@@ -138,6 +142,10 @@
     <message id="lkeyControlOne">
         <source>Tab</source>
         <translation>Tab</translation>
+    </message>
+    <message id="lkeyControlRepeat">
+        <source>Repeat of button %1</source>
+        <translation>Repeat of button %1</translation>
     </message>
     <message id="lkeyControlSeven">
         <source>A</source>
@@ -450,6 +458,10 @@
     <message id="lkeyMacroNameColumn">
         <source>Name</source>
         <translation>Name</translation>
+    </message>
+    <message id="lkeyMacroRepeat">
+        <source>How often the macro plays</source>
+        <translation>How often the macro plays</translation>
     </message>
     <message id="lkeyMainLight">
         <source>Main light</source>

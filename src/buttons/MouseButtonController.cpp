@@ -6,11 +6,11 @@
 #include "buttons/AssignmentCleanUp.h"
 #include "buttons/ControlRow.h"
 #include "model/SettingsKeys.h"
-#include "platform/Images.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "ui_MouseButtonController.h"
 #include "widgets/LabelState.h"
+#include "widgets/PopUpButton.h"
 
 namespace skarn {
 
@@ -22,27 +22,6 @@ namespace {
 constexpr int macroCommand = 10;
 constexpr int profileCommand = 17;
 constexpr int defaultCommand = 45;
-
-struct KeymapDescriptor {
-  const char* nameKey;
-  const char* picture;  // the eighth begins with a capital letter
-};
-
-constexpr std::array<KeymapDescriptor, keys::keymapCount> keymaps = {{
-    {"lkeyKeymapOne", "skarn_keymap1.png"},
-    {"lkeyKeymapTwo", "skarn_keymap2.png"},
-    {"lkeyKeymapThree", "skarn_keymap3.png"},
-    {"lkeyKeymapFour", "skarn_keymap4.png"},
-    {"lkeyKeymapFive", "skarn_keymap5.png"},
-    {"lkeyKeymapSix", "skarn_keymap6.png"},
-    {"lkeyKeymapSeven", "skarn_keymap7.png"},
-    {"lkeyKeymapEight", "Skarn_keymap8.png"},
-}};
-
-const KeymapDescriptor* keymapAt(std::optional<int> keymap) {
-  if (!keymap || *keymap < 0 || *keymap >= static_cast<int>(keymaps.size())) return nullptr;
-  return &keymaps[static_cast<std::size_t>(*keymap)];
-}
 
 }  // namespace
 
@@ -70,17 +49,17 @@ MouseButtonController::MouseButtonController(QWidget* parent)
 MouseButtonController::~MouseButtonController() = default;
 
 void MouseButtonController::populateUISettings() {
-  for (ControlRow* row : mRows) row->showAssignment(assignmentText(row->control()));
+  for (ControlRow* row : mRows) row->popUp()->selectItemWithTitle(assignmentText(row->control()));
 }
 
 void MouseButtonController::updateUISettings() {
   mButtonsDict = buttonsSettingsDict[keys::Buttons].dictionaryOrEmpty();
   mKeysDict = buttonsSettingsDict[keys::Keys].dictionaryOrEmpty();
-  mUi->mProfileNameLabel->setText(textOf(buttonsSettingsDict, keys::ProfileName));
-  const std::optional<int> keymap = numberOf(buttonsSettingsDict, keys::KeymapID);
-  const KeymapDescriptor* active = keymapAt(keymap);
-  mUi->mActiveKeymapLabel->setText(active ? localized(active->nameKey) : QString());
-  if (active) changeKeymapImage(*keymap);
+  mUi->mProfileListPopUp->clear();
+  mUi->mProfileListPopUp->addItem(textOf(buttonsSettingsDict, keys::ProfileName));
+  const int keymap = numberOf(buttonsSettingsDict, keys::KeymapID).value_or(-1);
+  mUi->mKeymapSegment->selectSegment(keymap);
+  changeKeymapImage(keymap);
   populateUISettings();
 }
 
@@ -89,21 +68,7 @@ void MouseButtonController::enableControlsState(bool enabled) {
 }
 
 void MouseButtonController::changeKeymapImage(int keymap) {
-  const KeymapDescriptor* descriptor = keymapAt(keymap);
-  if (descriptor == nullptr) return;
-  mKeymapPicture = QLatin1String(descriptor->picture);
-  if (isVisible()) showKeymapImage();
-}
-
-void MouseButtonController::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
-  showKeymapImage();
-}
-
-void MouseButtonController::showKeymapImage() {
-  if (mKeymapPicture == mShownPicture) return;
-  mShownPicture = mKeymapPicture;
-  mUi->mMainSkarn->setPixmap(image(mShownPicture));
+  mUi->mMainSkarn->setKeymapPicture(keymap);
 }
 
 void MouseButtonController::removeMacroProfileMappings(int deletedIndex, int forMapping) {

@@ -62,13 +62,9 @@ class MouseButtonController : public QWidget {
   // delegate. Any other mapping counts as an empty list.
   void removeMacroProfileMappings(int deletedIndex, int forMapping);
 
- protected:
-  void showEvent(QShowEvent* event) override;
-
  private:
   // "Default" or "Assigned"; empty for a control without a record.
   QString assignmentText(const ControlDescriptor& control) const;
-  void showKeymapImage();
 
   std::unique_ptr<Ui::MouseButtonController> mUi;
   std::array<ControlRow*, controlTable.size()> mRows{};
@@ -79,8 +75,6 @@ class MouseButtonController : public QWidget {
   vorn::PropertyList defaultDict = vorn::PropertyList::dictionary();
   vorn::PropertyList mKeysDict;
   vorn::PropertyList mButtonsDict;
-  QString mKeymapPicture;  // file name; decoded when the tab is first seen
-  QString mShownPicture;
   MouseButtonDelegate* buttonDelegate = nullptr;
   QPointer<QWidget> buttonWindow;
   vorn::NotificationCenter* notificationCenter = nullptr;

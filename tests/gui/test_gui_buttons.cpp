@@ -1,5 +1,6 @@
 // The Buttons tab and its table of controls.
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QSet>
 #include <QTest>
@@ -10,6 +11,8 @@
 #include "buttons/MouseButtonController.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
+#include "widgets/PopUpButton.h"
+#include "widgets/SegmentedControl.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -40,9 +43,17 @@ QStringList assignments(const QWidget& page) {
   QStringList texts;
   for (const ControlDescriptor& control : controlTable) {
     const auto* row = page.findChild<ControlRow*>(QLatin1String(control.fieldName) + QStringLiteral("Row"));
-    texts << row->findChild<QLabel*>(QStringLiteral("assignment"))->text();
+    texts << row->popUp()->shownTitle();
   }
   return texts;
+}
+
+QString shownProfile(const QWidget& page) {
+  return page.findChild<QComboBox*>(QStringLiteral("mProfileListPopUp"))->currentText();
+}
+
+int shownKeymap(const QWidget& page) {
+  return page.findChild<SegmentedControl*>(QStringLiteral("mKeymapSegment"))->selectedSegment();
 }
 
 QStringList everywhere(const QString& text) {
@@ -196,8 +207,8 @@ class ButtonsTest : public QObject {
     active = active.with(keys::Keys, active[keys::Keys].with("20", assignment(16, 4)).without("26"));
     active = active.with(keys::Buttons, active[keys::Buttons].with("03", assignment(1)));
     hand(tab, active);
-    QCOMPARE(textOfLabel(tab, "mProfileNameLabel"), QStringLiteral("Work"));
-    QCOMPARE(textOfLabel(tab, "mActiveKeymapLabel"), QStringLiteral("Keymap 3"));
+    QCOMPARE(shownProfile(tab), QStringLiteral("Work"));
+    QCOMPARE(shownKeymap(tab), 2);
     QStringList expected = everywhere(QStringLiteral("Default"));
     expected[1] = QStringLiteral("Assigned");
     expected[2] = QString();
@@ -269,8 +280,8 @@ class ButtonsTest : public QObject {
     tab.setMDeviceSettingsDict(PropertyList(true));
     tab.setMButtonsSettingsDict(hostile[number]);
     tab.updateUISettings();
-    QCOMPARE(textOfLabel(tab, "mProfileNameLabel"), QString());
-    QCOMPARE(textOfLabel(tab, "mActiveKeymapLabel"), QString());
+    QCOMPARE(shownProfile(tab), QString());
+    QCOMPARE(shownKeymap(tab), -1);
     QCOMPARE(assignments(tab), everywhere(QString()));
   }
 
