@@ -35,10 +35,6 @@ QString inOneLine(QString title) {
 
 }  // namespace
 
-QString titleOf(const QAction& item) {
-  return item.text().replace(QLatin1String("&&"), QLatin1String("&"));
-}
-
 // A menu whose categories can be chosen themselves.
 class PopUpButton::ItemMenu : public QMenu {
  public:

@@ -13,13 +13,12 @@
 #include <functional>
 #include <vector>
 
+#include "widgets/PullDownButton.h"
+
 class QAction;
 class QMenu;
 
 namespace skarn {
-
-// The title of an item as it was given. Unescaped.
-QString titleOf(const QAction& item);
 
 class PopUpButton : public QToolButton {
   Q_OBJECT
