@@ -27,6 +27,10 @@
         <source>Active profile</source>
         <translation>Active profile</translation>
     </message>
+    <message id="lkeyAllFiles">
+        <source>All files (%1)</source>
+        <translation>All files (%1)</translation>
+    </message>
     <message id="lkeyApplicationName">
         <source>Skarn</source>
         <translation>Skarn</translation>
@@ -71,6 +75,10 @@
         <source>Off</source>
         <translation>Off</translation>
     </message>
+    <message id="lkeyBrowse">
+        <source>Browse…</source>
+        <translation>Browse…</translation>
+    </message>
     <message id="lkeyBusy">
         <source>Working</source>
         <translation>Working</translation>
@@ -78,6 +86,14 @@
     <message id="lkeyCancel">
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message id="lkeyChoose">
+        <source>Choose</source>
+        <translation>Choose</translation>
+    </message>
+    <message id="lkeyChooseApplication">
+        <source>Choose an Application</source>
+        <translation>Choose an Application</translation>
     </message>
     <message id="lkeyCommErrorDesc">
         <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
@@ -315,6 +331,70 @@
         <source>Export…</source>
         <translation>Export…</translation>
     </message>
+    <message id="lkeyExportFailedTitle">
+        <source>“%1” could not be exported</source>
+        <translation>“%1” could not be exported</translation>
+    </message>
+    <message id="lkeyFileHasBadMember">
+        <source>The record in this file has a “%1” that cannot be used.</source>
+        <translation>The record in this file has a “%1” that cannot be used.</translation>
+    </message>
+    <message id="lkeyFileIsEmpty">
+        <source>This file is empty.</source>
+        <translation>This file is empty.</translation>
+    </message>
+    <message id="lkeyFileIsMissing">
+        <source>There is no such file.</source>
+        <translation>There is no such file.</translation>
+    </message>
+    <message id="lkeyFileIsNoPropertyList">
+        <source>This file is not a property list: %1.</source>
+        <translation>This file is not a property list: %1.</translation>
+    </message>
+    <message id="lkeyFileIsNoRecord">
+        <source>This file holds something else than a record.</source>
+        <translation>This file holds something else than a record.</translation>
+    </message>
+    <message id="lkeyFileIsNotReadable">
+        <source>This file cannot be read: %1</source>
+        <translation>This file cannot be read: %1</translation>
+    </message>
+    <message id="lkeyFileIsNotRegular">
+        <source>This is not an ordinary file.</source>
+        <translation>This is not an ordinary file.</translation>
+    </message>
+    <message id="lkeyFileIsNotWritable">
+        <source>The file cannot be written: %1.</source>
+        <translation>The file cannot be written: %1.</translation>
+    </message>
+    <message id="lkeyFileIsTooLarge">
+        <source>This file is too large.</source>
+        <translation>This file is too large.</translation>
+    </message>
+    <message id="lkeyFileLacksMember">
+        <source>The record in this file has no “%1”.</source>
+        <translation>The record in this file has no “%1”.</translation>
+    </message>
+    <message id="lkeyFileNotFoundDesc">
+        <source>Check the name, or choose the file in the list.</source>
+        <translation>Check the name, or choose the file in the list.</translation>
+    </message>
+    <message id="lkeyFileNotFoundTitle">
+        <source>“%1” was not found</source>
+        <translation>“%1” was not found</translation>
+    </message>
+    <message id="lkeyFileTypeDesc">
+        <source>Choose a file of the kind that the list shows.</source>
+        <translation>Choose a file of the kind that the list shows.</translation>
+    </message>
+    <message id="lkeyFileTypeTitle">
+        <source>“%1” cannot be chosen here</source>
+        <translation>“%1” cannot be chosen here</translation>
+    </message>
+    <message id="lkeyFilesOfType">
+        <source>Files of this kind (%1)</source>
+        <translation>Files of this kind (%1)</translation>
+    </message>
     <message id="lkeyFirmwareBusy">
         <source>Reading the firmware version</source>
         <translation>Reading the firmware version</translation>
@@ -351,6 +431,14 @@
         <source>20 % battery</source>
         <translation>20 % battery</translation>
     </message>
+    <message id="lkeyFolderNotFoundDesc">
+        <source>Choose a folder that exists.</source>
+        <translation>Choose a folder that exists.</translation>
+    </message>
+    <message id="lkeyFolderNotFoundTitle">
+        <source>There is no folder “%1”</source>
+        <translation>There is no folder “%1”</translation>
+    </message>
     <message id="lkeyForward">
         <source>Forward</source>
         <translation>Forward</translation>
@@ -386,6 +474,14 @@
     <message id="lkeyImport">
         <source>Import…</source>
         <translation>Import…</translation>
+    </message>
+    <message id="lkeyImportFailedTitle">
+        <source>“%1” could not be imported</source>
+        <translation>“%1” could not be imported</translation>
+    </message>
+    <message id="lkeyInstalledApplications">
+        <source>Installed applications</source>
+        <translation>Installed applications</translation>
     </message>
     <message id="lkeyKeyMap">
         <source>Keymap</source>
@@ -519,6 +615,18 @@
         <source>Open the news page in your browser</source>
         <translation>Open the news page in your browser</translation>
     </message>
+    <message id="lkeyNoApplicationFound">
+        <source>No application is called “%1”.</source>
+        <translation>No application is called “%1”.</translation>
+    </message>
+    <message id="lkeyNoApplicationSelected">
+        <source>Select an application in the list first</source>
+        <translation>Select an application in the list first</translation>
+    </message>
+    <message id="lkeyNoApplications">
+        <source>No installed applications were found. Choose Browse to look for one.</source>
+        <translation>No installed applications were found. Choose Browse to look for one.</translation>
+    </message>
     <message id="lkeyNoDelay">
         <source>Remove All Delays</source>
         <translation>Remove All Delays</translation>
@@ -599,6 +707,10 @@
         <source>Record</source>
         <translation>Record</translation>
     </message>
+    <message id="lkeyRecordIsNotWritable">
+        <source>This record cannot be put into a file.</source>
+        <translation>This record cannot be put into a file.</translation>
+    </message>
     <message id="lkeyReduceBrightness">
         <source>Light brightness on battery</source>
         <translation>Light brightness on battery</translation>
@@ -655,6 +767,18 @@
         <source>Repeat Until Released</source>
         <translation>Repeat Until Released</translation>
     </message>
+    <message id="lkeyReplace">
+        <source>Replace</source>
+        <translation>Replace</translation>
+    </message>
+    <message id="lkeyReplaceFileDesc">
+        <source>Do you want to replace it? What it holds now will be lost.</source>
+        <translation>Do you want to replace it? What it holds now will be lost.</translation>
+    </message>
+    <message id="lkeyReplaceFileTitle">
+        <source>“%1” already exists</source>
+        <translation>“%1” already exists</translation>
+    </message>
     <message id="lkeyRestoreDefault">
         <source>Restore Defaults…</source>
         <translation>Restore Defaults…</translation>
@@ -682,6 +806,10 @@
     <message id="lkeyScrollUp">
         <source>Scroll Up</source>
         <translation>Scroll Up</translation>
+    </message>
+    <message id="lkeySearchApplications">
+        <source>Search applications</source>
+        <translation>Search applications</translation>
     </message>
     <message id="lkeySensitivityGroup">
         <source>Sensitivity</source>

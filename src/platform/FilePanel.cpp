@@ -1,0 +1,150 @@
+#include "platform/FilePanel.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include "platform/Localization.h"
+#include "widgets/Alert.h"
+
+namespace skarn {
+
+namespace {
+
+QString startFolder(const QString& directory) {
+  QString path = directory;
+  QUrl url(directory);
+  if (url.isLocalFile()) {
+    // With the host taken off, or the path would be one of a network share.
+    if (url.host() == QLatin1String("localhost")) url.setHost(QString());
+    path = url.toLocalFile();
+  }
+  if (!path.isEmpty() && QFileInfo(path).isDir()) return path;
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+QString filterFor(const QStringList& types) {
+  if (types.isEmpty()) return localized("lkeyAllFiles").arg(QStringLiteral("*"));
+  QStringList patterns;
+  for (const QString& type : types) patterns << QStringLiteral("*.") + type;
+  return localized("lkeyFilesOfType").arg(patterns.join(QLatin1Char(' ')));
+}
+
+// A name for the file system: a text of the user's without what would make it a path or cannot be seen.
+QString fileNameFrom(QString text) {
+  for (QChar& character : text) {
+    if (character == QLatin1Char('/') || character.category() == QChar::Other_Control) character = QLatin1Char('-');
+  }
+  return text;
+}
+
+// Qt's own dialog and never the desktop's: a folder that is an application has to count as a file, and the desktop's
+// would ask about replacing a file under a name that is not yet the final one.
+class Panel : public QFileDialog {
+ public:
+  Panel(QWidget* window, AcceptMode mode, const QString& name, const QStringList& types, const QString& directory,
+        FilePanel::Ended ended)
+      : QFileDialog(window), mTypes(types) {
+    setObjectName(name);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowModality(Qt::WindowModal);
+    setOptions(DontUseNativeDialog | DontConfirmOverwrite);
+    setAcceptMode(mode);
+    // A missing file is told here; the mode for existing files would disable the button without a word.
+    setFileMode(AnyFile);
+    setNameFilter(filterFor(types));
+    setDirectory(startFolder(directory));
+    mNameEdit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    Q_ASSERT(mNameEdit);
+
+    // To enter a package is to choose it; to go to one is to name it.
+    connect(this, &QFileDialog::directoryEntered, this, [this](const QString& path) {
+      if (isPackage(path)) choose(path);
+    });
+    connect(this, &QFileDialog::currentChanged, this, [this](const QString& path) {
+      if (isPackage(path)) mNameEdit->setText(QFileInfo(path).fileName());
+    });
+    connect(this, &QDialog::finished, this, [this, ended = std::move(ended)](int result) {
+      if (!ended) return;
+      if (result == QDialog::Accepted) {
+        ended(FilePanel::okButton, mChosen);
+      } else {
+        ended(FilePanel::cancelButton, QString());
+      }
+    });
+  }
+
+ protected:
+  // Takes the place of the base's, whose warnings wait in a loop of their own.
+  void accept() override {
+    const QString text = mNameEdit->text();
+    if (text.isEmpty()) return;
+    const QString path = pathOf(text);
+    const QFileInfo file(path);
+    if (file.isDir() && !isPackage(path)) {
+      setDirectory(path);
+      mNameEdit->clear();
+    } else if (acceptMode() == AcceptSave && !file.absoluteDir().exists()) {
+      refuse("lkeyFolderNotFoundTitle", file.absolutePath(), "lkeyFolderNotFoundDesc");
+    } else if (acceptMode() == AcceptOpen && !file.exists()) {
+      refuse("lkeyFileNotFoundTitle", text, "lkeyFileNotFoundDesc");
+    } else if (acceptMode() == AcceptOpen && !hasType(path)) {
+      refuse("lkeyFileTypeTitle", text, "lkeyFileTypeDesc");
+    } else {
+      choose(path);
+    }
+  }
+
+ private:
+  QString pathOf(const QString& text) const {
+    QString path = text;
+    if (path == QLatin1String("~") || path.startsWith(QLatin1String("~/"))) path.replace(0, 1, QDir::homePath());
+    return QDir::cleanPath(directory().absoluteFilePath(path));
+  }
+
+  bool hasType(const QString& path) const {
+    return mTypes.isEmpty() || mTypes.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
+  }
+
+  // A folder that counts as a file.
+  bool isPackage(const QString& path) const {
+    return acceptMode() == AcceptOpen && !mTypes.isEmpty() && QFileInfo(path).isDir() && hasType(path);
+  }
+
+  void choose(const QString& path) {
+    mChosen = path;
+    emit fileSelected(path);
+    QDialog::accept();
+  }
+
+  void refuse(const char* title, const QString& name, const char* reason) {
+    Alert::show(this, localized(title).arg(name), localized(reason), {localized("lkeyOK")});
+  }
+
+  QStringList mTypes;
+  QLineEdit* mNameEdit = nullptr;
+  QString mChosen;
+};
+
+}  // namespace
+
+QFileDialog* FilePanel::open(QWidget* window, const QString& name, const QStringList& types, const QString& directory,
+                             Ended ended) {
+  auto* panel = new Panel(window, QFileDialog::AcceptOpen, name, types, directory, std::move(ended));
+  panel->open();
+  return panel;
+}
+
+QFileDialog* FilePanel::save(QWidget* window, const QString& name, const QString& suggestedName,
+                             const QString& directory, Ended ended) {
+  auto* panel = new Panel(window, QFileDialog::AcceptSave, name, {}, directory, std::move(ended));
+  panel->selectFile(fileNameFrom(suggestedName));
+  panel->open();
+  return panel;
+}
+
+}  // namespace skarn
