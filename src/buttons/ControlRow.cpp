@@ -3,8 +3,11 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QPainter>
 #include <QToolButton>
+#include <algorithm>
+#include <utility>
 
 #include "platform/Images.h"
 #include "platform/Localization.h"
@@ -17,15 +20,29 @@ namespace skarn {
 
 namespace {
 
-// Rows share one width, so equal shares line up as columns.
-constexpr int nameShare = 3;
-constexpr int popUpShare = 7;
 constexpr int columnGap = 8;
 constexpr int sidePadding = 4;
-constexpr int naturalHeight = 32;
+constexpr int naturalHeight = 27;
 constexpr int leastHeight = 22;
+constexpr int greatestHeight = 36;
+constexpr int gapBetweenPopUps = 2;
+constexpr int greatestPopUpHeight = 30;
 constexpr int repeatButtonSize = 22;
 constexpr int repeatIconSize = 16;
+
+// The two families at the right share one column.
+bool isAtTheLeft(ControlFamily family) {
+  return family == ControlFamily::ThumbGrid;
+}
+
+int widthOfNames(ControlFamily family, const QFontMetrics& metrics) {
+  int widest = 0;
+  for (const ControlDescriptor& control : controlTable) {
+    if (isAtTheLeft(control.family) != isAtTheLeft(family)) continue;
+    widest = std::max(widest, metrics.horizontalAdvance(localized(control.nameKey)));
+  }
+  return widest;
+}
 
 bool isKeyboard(Qt::FocusReason reason) {
   return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
@@ -41,36 +58,45 @@ ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
       mRepeatButton(new QToolButton(this)) {
   const QString field = QLatin1String(control.fieldName);
   setObjectName(field + QStringLiteral("Row"));
+  setMaximumHeight(greatestHeight);
   auto* badge = new NumberBadge(this);
   badge->setText(QString::number(control.ordinal));
   badge->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("caption"));
   mName->setObjectName(field + QStringLiteral("Label"));
   mName->setText(localized(control.nameKey));
   mName->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("muted"));
-  mName->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  mName->setFixedWidth(widthOfNames(control.family, fontMetrics()));
   mPopUp->setObjectName(field);
   mPopUp->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  mPopUp->setMaximumHeight(greatestPopUpHeight);
   mPopUp->setAccessibleName(localized("lkeyControlName").arg(control.ordinal).arg(localized(control.nameKey)));
-  mRepeatButton->setObjectName(QLatin1String(control.repeatButton));
-  mRepeatButton->setAccessibleName(localized("lkeyControlRepeat").arg(control.ordinal));
+  mPopUp->installEventFilter(this);
+  makeRepeatButton();
+
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(sidePadding, gapBetweenPopUps / 2, 0, gapBetweenPopUps / 2);
+  layout->setSpacing(columnGap);
+  layout->addWidget(badge);
+  layout->addWidget(mName);
+  layout->addWidget(mPopUp, 1);
+  layout->addWidget(mRepeatButton);
+  connect(mPopUp->menu(), &QMenu::aboutToShow, this, [this] { emit hovered(true); });
+  connect(mPopUp->menu(), &QMenu::aboutToHide, this, [this] { emit hovered(underMouse() || mIsReached); });
+}
+
+void ControlRow::makeRepeatButton() {
+  mRepeatButton->setObjectName(QLatin1String(mControl.repeatButton));
+  mRepeatButton->setAccessibleName(localized("lkeyControlRepeat").arg(mControl.ordinal));
   mRepeatButton->setToolTip(localized("lkeyMacroRepeat"));
   mRepeatButton->setFixedSize(repeatButtonSize, repeatButtonSize);
   mRepeatButton->setIconSize({repeatIconSize, repeatIconSize});
   mRepeatButton->setFocusPolicy(Qt::StrongFocus);
+  // The columns must not move when it comes and goes.
   QSizePolicy place = mRepeatButton->sizePolicy();
   place.setRetainSizeWhenHidden(true);
   mRepeatButton->setSizePolicy(place);
   mRepeatButton->hide();
-  for (QWidget* widget : {static_cast<QWidget*>(mPopUp), static_cast<QWidget*>(mRepeatButton)})
-    widget->installEventFilter(this);
-
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(sidePadding, 0, 0, 0);
-  layout->setSpacing(columnGap);
-  layout->addWidget(badge);
-  layout->addWidget(mName, nameShare);
-  layout->addWidget(mPopUp, popUpShare);
-  layout->addWidget(mRepeatButton);
+  mRepeatButton->installEventFilter(this);
   tintRepeatIcon();
 }
 
@@ -89,10 +115,12 @@ void ControlRow::setHighlighted(bool highlighted) {
 }
 
 bool ControlRow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusIn) {
-    if (isKeyboard(static_cast<QFocusEvent*>(event)->reason())) emit hovered(true);
-  } else if (event->type() == QEvent::FocusOut) {
-    if (isKeyboard(static_cast<QFocusEvent*>(event)->reason())) emit hovered(false);
+  if (event->type() == QEvent::FocusIn && isKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
+    mIsReached = true;
+    emit hovered(true);
+  } else if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
+             std::exchange(mIsReached, false)) {
+    emit hovered(false);
   }
   return QWidget::eventFilter(watched, event);
 }
@@ -103,7 +131,8 @@ void ControlRow::enterEvent(QEnterEvent* event) {
 }
 
 void ControlRow::leaveEvent(QEvent* event) {
-  emit hovered(false);
+  // A menu takes the pointer away; the control that it belongs to stays lit.
+  if (!mPopUp->menu()->isVisible()) emit hovered(false);
   QWidget::leaveEvent(event);
 }
 

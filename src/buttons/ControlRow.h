@@ -32,7 +32,7 @@ class ControlRow : public QWidget {
   QSize minimumSizeHint() const override;
 
  signals:
-  // The pointer came or went, or the keyboard reached one of the row's controls or left it.
+  // True: the pointer came, the keyboard reached one of the row's controls, or its menu opened. False: that ended.
   void hovered(bool isHovered);
 
  protected:
@@ -43,6 +43,7 @@ class ControlRow : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void makeRepeatButton();
   void tintRepeatIcon();
 
   const ControlDescriptor& mControl;
@@ -50,6 +51,7 @@ class ControlRow : public QWidget {
   PopUpButton* mPopUp;
   QToolButton* mRepeatButton;
   bool mIsHighlighted = false;
+  bool mIsReached = false;  // by the keyboard
 };
 
 }  // namespace skarn

@@ -21,7 +21,10 @@ namespace {
 constexpr int longestItem = 440;  // device-independent pixels of text
 constexpr int sidePadding = 8;
 constexpr int chevronWidth = 24;
+constexpr int itemIconSize = 16;
 constexpr int verticalPadding = 3;
+constexpr int usualLength = 24;  // characters
+constexpr int leastLength = 6;
 
 QString escaped(QString title) {
   return title.replace(QLatin1Char('&'), QLatin1String("&&"));
@@ -56,6 +59,7 @@ class PopUpButton::ItemMenu : public QMenu {
     QMenu::mousePressEvent(event);
   }
 
+  // A press outside that is dragged here chooses on its release, as in every menu.
   void mouseMoveEvent(QMouseEvent* event) override {
     if (event->buttons() != Qt::NoButton && actionAt(event->position().toPoint())) mWasPressedHere = true;
     QMenu::mouseMoveEvent(event);
@@ -153,6 +157,7 @@ void PopUpButton::setValidator(std::function<bool(const QAction&)> validator) {
 void PopUpButton::openMenu() {
   if (mItems.empty() || !isEnabled() || mMenu->isVisible()) return;
   prepareMenu();
+  mMenu->setAccessibleName(accessibleName());
   mMenu->setMinimumWidth(width());
   if (QAction* selected = itemAt(mSelected)) mMenu->setActiveAction(selected);
   mMenu->popup(placeOfMenu());
@@ -178,7 +183,9 @@ void PopUpButton::fillSubmenu(QAction* item, QMenu& submenu) {
   const int index = indexOf(item);
   if (index < 0) return;
   submenu.clear();
-  mItems[static_cast<std::size_t>(index)].fill(submenu);
+  // The items may be replaced meanwhile.
+  const std::function<void(QMenu&)> fill = mItems[static_cast<std::size_t>(index)].fill;
+  fill(submenu);
   validateItems(submenu);
 }
 
@@ -207,6 +214,7 @@ int PopUpButton::indexOf(const QAction* item) const {
 void PopUpButton::show(const QString& title) {
   if (title == mShownTitle) return;
   mShownTitle = title;
+  setAccessibleDescription(title);
   setText(escaped(inOneLine(title)));
 }
 
@@ -221,16 +229,12 @@ QPoint PopUpButton::placeOfMenu() const {
 }
 
 QSize PopUpButton::sizeHint() const {
-  const int text = fontMetrics().averageCharWidth() * 24;
-  return {text + sidePadding + chevronWidth, fontMetrics().height() + 2 * verticalPadding};
+  return {fontMetrics().averageCharWidth() * usualLength + sidePadding + chevronWidth,
+          fontMetrics().height() + 2 * verticalPadding};
 }
 
 QSize PopUpButton::minimumSizeHint() const {
-  return {fontMetrics().averageCharWidth() * 6 + sidePadding + chevronWidth, fontMetrics().height() + 2};
-}
-
-QRect PopUpButton::titleRect() const {
-  return QStyle::visualRect(layoutDirection(), rect(), rect().adjusted(sidePadding, 0, -chevronWidth, 0));
+  return {fontMetrics().averageCharWidth() * leastLength + sidePadding + chevronWidth, fontMetrics().height() + 2};
 }
 
 bool PopUpButton::event(QEvent* event) {
@@ -250,9 +254,18 @@ void PopUpButton::paintEvent(QPaintEvent*) {
   option.subControls = QStyle::SC_ComboBoxFrame | QStyle::SC_ComboBoxArrow;
   if (mMenu->isVisible()) option.state |= QStyle::State_On;
   style()->drawComplexControl(QStyle::CC_ComboBox, &option, &painter, this);
-  const QString title = fontMetrics().elidedText(inOneLine(mShownTitle), Qt::ElideMiddle, titleRect().width());
+  const QAction* selected = itemAt(mSelected);
+  const int iconWidth = selected != nullptr && !selected->icon().isNull() ? itemIconSize + sidePadding : 0;
+  const QRect content = rect().adjusted(sidePadding, 0, -chevronWidth, 0);
+  if (iconWidth > 0) {
+    const QRect place(content.left(), content.top(), itemIconSize, content.height());
+    selected->icon().paint(&painter, QStyle::visualRect(layoutDirection(), rect(), place), Qt::AlignCenter,
+                           isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  }
+  const QRect place = QStyle::visualRect(layoutDirection(), rect(), content.adjusted(iconWidth, 0, 0, 0));
+  const QString title = fontMetrics().elidedText(inOneLine(mShownTitle), Qt::ElideMiddle, place.width());
   const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-  style()->drawItemText(&painter, titleRect(), static_cast<int>(alignment), palette(), isEnabled(), title,
+  style()->drawItemText(&painter, place, static_cast<int>(alignment), palette(), isEnabled(), title,
                         QPalette::ButtonText);
 }
 

@@ -86,7 +86,6 @@ class PopUpButton : public QToolButton {
   int indexOf(const QAction* item) const;
   void show(const QString& title);
   QPoint placeOfMenu() const;
-  QRect titleRect() const;
 
   ItemMenu* mMenu;
   std::vector<Item> mItems;

@@ -1,10 +1,12 @@
 #include "widgets/SegmentedControl.h"
 
+#include <QAccessible>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRadioButton>
 #include <QStyle>
 #include <QToolTip>
 #include <algorithm>
@@ -19,6 +21,26 @@ namespace {
 
 constexpr int segmentWidth = 36;
 constexpr int verticalPadding = 6;
+constexpr int separatorInset = 7;
+constexpr int focusInset = 3;
+
+// Neither drawn nor pointed at: the control does both for all its segments.
+class Segment : public QRadioButton {
+ public:
+  explicit Segment(QWidget* parent) : QRadioButton(parent) {
+    setAutoExclusive(false);
+    setFocusPolicy(Qt::NoFocus);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {}
+};
+
+// The accent reads best under the darker ink of either palette.
+QColor inkOnAccent(const QPalette& palette) {
+  return palette.color(isDark(palette) ? QPalette::Base : QPalette::Text);
+}
 
 }  // namespace
 
@@ -29,47 +51,63 @@ SegmentedControl::SegmentedControl(QWidget* parent) : QWidget(parent) {
 }
 
 void SegmentedControl::setSegmentCount(int count) {
-  mCount = std::max(count, 0);
+  const std::size_t wanted = static_cast<std::size_t>(std::max(count, 0));
+  while (mSegments.size() > wanted) {
+    delete mSegments.back();
+    mSegments.pop_back();
+  }
+  while (mSegments.size() < wanted) {
+    const int segment = segmentCount();
+    auto* button = new Segment(this);
+    button->setAccessibleName(QString::number(segment + 1));
+    connect(button, &QAbstractButton::clicked, this, [this, segment] { choose(segment); });
+    mSegments.push_back(button);
+  }
   mCurrent = 0;
-  if (mSelected >= mCount) mSelected = -1;
+  selectSegment(mSelected);
   updateGeometry();
-  update();
 }
 
 void SegmentedControl::setSegmentNames(const QStringList& names) {
-  mNames = names;
+  for (int segment = 0; segment < segmentCount(); ++segment) {
+    mSegments[static_cast<std::size_t>(segment)]->setAccessibleName(names.value(segment, QString::number(segment + 1)));
+  }
 }
 
 QString SegmentedControl::segmentName(int segment) const {
-  return mNames.value(segment, QString::number(segment + 1));
+  return segment >= 0 && segment < segmentCount() ? mSegments[static_cast<std::size_t>(segment)]->accessibleName()
+                                                  : QString();
 }
 
 void SegmentedControl::selectSegment(int segment) {
-  mSelected = segment >= 0 && segment < mCount ? segment : -1;
+  mSelected = segment >= 0 && segment < segmentCount() ? segment : -1;
+  for (int one = 0; one < segmentCount(); ++one) mSegments[static_cast<std::size_t>(one)]->setChecked(one == mSelected);
   update();
 }
 
 QRect SegmentedControl::segmentRect(int segment) const {
-  const int left = width() * segment / std::max(mCount, 1);
-  const int right = width() * (segment + 1) / std::max(mCount, 1);
+  const int count = std::max(segmentCount(), 1);
+  const int left = width() * segment / count;
+  const int right = width() * (segment + 1) / count;
   return QStyle::visualRect(layoutDirection(), rect(), QRect(left, 0, right - left, height()));
 }
 
 int SegmentedControl::segmentAt(const QPointF& position) const {
-  for (int segment = 0; segment < mCount; ++segment) {
+  for (int segment = 0; segment < segmentCount(); ++segment) {
     if (segmentRect(segment).contains(position.toPoint())) return segment;
   }
   return -1;
 }
 
 QSize SegmentedControl::sizeHint() const {
-  return {mCount * segmentWidth, fontMetrics().height() + 2 * verticalPadding};
+  return {segmentCount() * segmentWidth, fontMetrics().height() + 2 * verticalPadding};
 }
 
 bool SegmentedControl::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && isEnabled()) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const int segment = segmentAt(help->pos());
+    // Markup in a name must not come to life.
     if (segment >= 0) QToolTip::showText(help->globalPos(), segmentName(segment).toHtmlEscaped(), this);
     return true;
   }
@@ -83,22 +121,40 @@ void SegmentedControl::paintEvent(QPaintEvent*) {
   outline.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), SkarnStyle::cornerRadius,
                          SkarnStyle::cornerRadius);
   painter.fillPath(outline, palette().brush(QPalette::Button));
-  for (int segment = 0; segment < mCount; ++segment) {
-    const QRect place = segmentRect(segment);
-    const bool isSelected = segment == mSelected;
-    const QColor ground = isSelected ? accentColor(palette()) : palette().color(QPalette::Midlight);
-    painter.save();
-    painter.setClipRect(place);
-    if (isSelected || (segment == mHovered && isEnabled())) painter.fillPath(outline, ground);
-    painter.restore();
-    QFont digits = font();
-    if (isSelected) digits.setWeight(QFont::Bold);
-    painter.setFont(digits);
-    painter.setPen(isSelected ? palette().color(QPalette::Base) : palette().color(QPalette::ButtonText));
-    painter.drawText(place, Qt::AlignCenter, QString::number(segment + 1));
-  }
-  painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Dark : QPalette::Mid), 1));
+  painter.save();
+  painter.setClipPath(outline);
+  for (int segment = 0; segment < segmentCount(); ++segment) drawSegment(painter, segment);
+  painter.restore();
+  painter.setPen(QPen(palette().color(QPalette::Mid), 1));
   painter.drawPath(outline);
+  if (hasFocus() && segmentCount() > 0) drawFocus(painter);
+}
+
+void SegmentedControl::drawSegment(QPainter& painter, int segment) const {
+  const QRect place = segmentRect(segment);
+  const bool isSelected = segment == mSelected;
+  if (isSelected) {
+    painter.fillRect(place, isEnabled() ? accentColor(palette()) : palette().color(QPalette::Mid));
+  } else if (segment == mHovered && isEnabled()) {
+    painter.fillRect(place, palette().brush(QPalette::Midlight));
+  }
+  if (segment > 0 && !isSelected && segment - 1 != mSelected) {
+    painter.setPen(QPen(palette().color(QPalette::Mid), 1));
+    const qreal x = isRightToLeft() ? place.right() + 0.5 : place.left() + 0.5;
+    painter.drawLine(QPointF(x, place.top() + separatorInset), QPointF(x, place.bottom() - separatorInset));
+  }
+  QFont digits = font();
+  if (isSelected) digits.setWeight(QFont::Bold);
+  painter.setFont(digits);
+  painter.setPen(isSelected && isEnabled() ? inkOnAccent(palette()) : palette().color(QPalette::ButtonText));
+  painter.drawText(place, Qt::AlignCenter, QString::number(segment + 1));
+}
+
+void SegmentedControl::drawFocus(QPainter& painter) const {
+  const QRectF ring = QRectF(segmentRect(mCurrent)).adjusted(0.5, 0.5, -0.5, -0.5);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(mCurrent == mSelected ? inkOnAccent(palette()) : palette().color(QPalette::PlaceholderText), 1));
+  painter.drawRoundedRect(ring.adjusted(focusInset, focusInset, -focusInset, -focusInset), focusInset, focusInset);
 }
 
 void SegmentedControl::mousePressEvent(QMouseEvent* event) {
@@ -113,12 +169,17 @@ void SegmentedControl::mouseMoveEvent(QMouseEvent* event) {
 void SegmentedControl::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const int segment = segmentAt(event->position());
-  if (segment >= 0 && std::exchange(mPressed, -1) == segment) choose(segment);
+  if (std::exchange(mPressed, -1) == segment && segment >= 0) choose(segment);
 }
 
 void SegmentedControl::leaveEvent(QEvent*) {
   mHovered = -1;
   update();
+}
+
+void SegmentedControl::resizeEvent(QResizeEvent*) {
+  for (int segment = 0; segment < segmentCount(); ++segment)
+    mSegments[static_cast<std::size_t>(segment)]->setGeometry(segmentRect(segment));
 }
 
 void SegmentedControl::keyPressEvent(QKeyEvent* event) {
@@ -134,21 +195,24 @@ void SegmentedControl::keyPressEvent(QKeyEvent* event) {
       moveTo(0);
       return;
     case Qt::Key_End:
-      moveTo(mCount - 1);
+      moveTo(segmentCount() - 1);
       return;
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (mCurrent < mCount) choose(mCurrent);
+      if (!event->isAutoRepeat() && mCurrent < segmentCount()) choose(mCurrent);
       return;
     default:
       QWidget::keyPressEvent(event);
   }
 }
 
-void SegmentedControl::focusInEvent(QFocusEvent* event) {
-  mCurrent = std::max(mSelected, 0);
-  QWidget::focusInEvent(event);
+void SegmentedControl::focusInEvent(QFocusEvent*) {
+  moveTo(mSelected);
+}
+
+void SegmentedControl::focusOutEvent(QFocusEvent*) {
+  update();
 }
 
 void SegmentedControl::choose(int segment) {
@@ -158,8 +222,11 @@ void SegmentedControl::choose(int segment) {
 }
 
 void SegmentedControl::moveTo(int segment) {
-  mCurrent = std::clamp(segment, 0, std::max(mCount - 1, 0));
+  mCurrent = std::clamp(segment, 0, std::max(segmentCount() - 1, 0));
   update();
+  if (segmentCount() == 0) return;
+  QAccessibleEvent reached(mSegments[static_cast<std::size_t>(mCurrent)], QAccessible::Focus);
+  QAccessible::updateAccessibility(&reached);
 }
 
 }  // namespace skarn

@@ -1,11 +1,15 @@
-// A row of segments of equal width, numbered from 1, of which one can be selected. Main thread.
+// A row of segments of equal width, shown as the numbers from 1, of which one can be selected. Main thread.
 //
 // Left, Right, Home and End move among the segments without choosing; Space and Return choose the one reached. The
-// selected segment is told by weight as well as by the accent.
+// selected segment is told by weight as well as by the accent. Screen readers find a radio button per segment.
 #pragma once
 
 #include <QStringList>
 #include <QWidget>
+#include <vector>
+
+class QPainter;
+class QRadioButton;
 
 namespace skarn {
 
@@ -16,7 +20,7 @@ class SegmentedControl : public QWidget {
  public:
   explicit SegmentedControl(QWidget* parent = nullptr);
 
-  int segmentCount() const { return mCount; }
+  int segmentCount() const { return static_cast<int>(mSegments.size()); }
   void setSegmentCount(int count);
   // What screen readers and tooltips call the segments.
   void setSegmentNames(const QStringList& names);
@@ -43,16 +47,19 @@ class SegmentedControl : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   int segmentAt(const QPointF& position) const;
   void choose(int segment);
   void moveTo(int segment);
+  void drawSegment(QPainter& painter, int segment) const;
+  void drawFocus(QPainter& painter) const;
 
-  int mCount = 0;
-  QStringList mNames;
+  std::vector<QRadioButton*> mSegments;  // seen by screen readers only
   int mSelected = -1;
   int mHovered = -1;
   int mPressed = -1;
