@@ -101,6 +101,7 @@ void MouseMainController::awakeFromNib() {
   mDeviceConnectivity->clearImage();
   setMFirmwareVersionString({});
   mMouseButtonController->setMNotificationCenter(mNotificationCenter);
+  mMouseButtonController->registerNotification();
   mMouseMacrosController->setMNotificationCenter(mNotificationCenter);
   wireControls();
 }
