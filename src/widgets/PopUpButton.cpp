@@ -1,6 +1,8 @@
 #include "widgets/PopUpButton.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -38,10 +40,18 @@ QString inOneLine(QString title) {
 
 }  // namespace
 
-// A menu whose categories can be chosen themselves.
+// A menu whose categories can be chosen themselves, and whose items are found by typing the beginning of their titles.
 class PopUpButton::ItemMenu : public QMenu {
  public:
   ItemMenu(PopUpButton* button, QWidget* parent) : QMenu(parent), mButton(button) {}
+
+  // Without opening its submenu.
+  void makeActive(QAction* item) {
+    QMenu* submenu = item->menu();
+    item->setMenu(static_cast<QMenu*>(nullptr));
+    setActiveAction(item);
+    item->setMenu(submenu);
+  }
 
  protected:
   void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override {
@@ -73,7 +83,8 @@ class PopUpButton::ItemMenu : public QMenu {
   void keyPressEvent(QKeyEvent* event) override {
     const int key = event->key();
     const bool chooses = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-    if (!chooses || !chooseCategory(activeAction())) QMenu::keyPressEvent(event);
+    if (chooses ? chooseCategory(activeAction()) : find(*event)) return;
+    QMenu::keyPressEvent(event);
   }
 
  private:
@@ -84,8 +95,34 @@ class PopUpButton::ItemMenu : public QMenu {
     return true;
   }
 
+  bool find(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (text.isEmpty() || !text.at(0).isPrint() || (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)))
+      return false;
+    if (!mSinceLastKey.isValid() || mSinceLastKey.elapsed() > QApplication::keyboardInputInterval()) mTyped.clear();
+    mSinceLastKey.start();
+    // One letter again and again goes through all that begin with it.
+    const bool isRepeated = mTyped == text;
+    if (!isRepeated) mTyped += text;
+    if (QAction* item = nextBeginningWith(mTyped, isRepeated || mTyped == text)) makeActive(item);
+    return true;
+  }
+
+  QAction* nextBeginningWith(const QString& beginning, bool afterActive) const {
+    const QList<QAction*> items = actions();
+    const qsizetype first = std::max<qsizetype>(items.indexOf(activeAction()) + (afterActive ? 1 : 0), 0);
+    for (qsizetype step = 0; step < items.size(); ++step) {
+      QAction* item = items.at((first + step) % items.size());
+      if (item->isVisible() && item->isEnabled() && titleOf(*item).startsWith(beginning, Qt::CaseInsensitive))
+        return item;
+    }
+    return nullptr;
+  }
+
   PopUpButton* mButton;
   bool mWasPressedHere = false;
+  QString mTyped;
+  QElapsedTimer mSinceLastKey;
 };
 
 PopUpButton::PopUpButton(QWidget* parent) : QToolButton(parent), mMenu(new ItemMenu(this, this)) {
@@ -111,7 +148,7 @@ void PopUpButton::removeAllItems() {
   }
   mItems.clear();
   mSelected = -1;
-  show(QString());
+  showTitle(QString());
 }
 
 QAction* PopUpButton::addItem(const QString& title) {
@@ -139,14 +176,14 @@ QAction* PopUpButton::itemAt(int index) const {
 
 void PopUpButton::selectItem(int index) {
   mSelected = itemAt(index) ? index : -1;
-  show(itemTitle(mSelected));
+  showTitle(itemTitle(mSelected));
 }
 
 bool PopUpButton::selectItemWithTitle(const QString& title) {
   const auto found =
       std::find_if(mItems.begin(), mItems.end(), [&title](const Item& item) { return titleOf(*item.action) == title; });
   mSelected = found == mItems.end() ? -1 : static_cast<int>(found - mItems.begin());
-  show(title);
+  showTitle(title);
   return mSelected >= 0;
 }
 
@@ -159,8 +196,8 @@ void PopUpButton::openMenu() {
   prepareMenu();
   mMenu->setAccessibleName(accessibleName());
   mMenu->setMinimumWidth(width());
-  if (QAction* selected = itemAt(mSelected)) mMenu->setActiveAction(selected);
   mMenu->popup(placeOfMenu());
+  if (QAction* selected = itemAt(mSelected)) mMenu->makeActive(selected);
   update();
 }
 
@@ -183,9 +220,7 @@ void PopUpButton::fillSubmenu(QAction* item, QMenu& submenu) {
   const int index = indexOf(item);
   if (index < 0) return;
   submenu.clear();
-  // The items may be replaced meanwhile.
-  const std::function<void(QMenu&)> fill = mItems[static_cast<std::size_t>(index)].fill;
-  fill(submenu);
+  mItems[static_cast<std::size_t>(index)].fill(submenu);
   validateItems(submenu);
 }
 
@@ -211,7 +246,7 @@ int PopUpButton::indexOf(const QAction* item) const {
   return found == mItems.end() ? -1 : static_cast<int>(found - mItems.begin());
 }
 
-void PopUpButton::show(const QString& title) {
+void PopUpButton::showTitle(const QString& title) {
   if (title == mShownTitle) return;
   mShownTitle = title;
   setAccessibleDescription(title);

@@ -5,8 +5,8 @@
 // is cut in its middle, and the tooltip says the whole; one that is too long for the menu is cut there too.
 //
 // The menu (menu()) takes over the items, and submenus come into being, when it is about to be shown; so items are
-// cheap to replace. Everything may be called from a handler of an item that the user has just chosen, and while the
-// menu is open, which then closes.
+// cheap to replace. Typing finds an item of the open menu by the beginning of its title. Everything may be called from
+// a handler of an item that the user has just chosen, and while the menu is open, which then closes.
 #pragma once
 
 #include <QToolButton>
@@ -32,7 +32,8 @@ class PopUpButton : public QToolButton {
   // Appended. The item belongs to the button and lives until removeAllItems.
   QAction* addItem(const QString& title);
   // Makes an item a category: fill is called with the empty submenu whenever that is about to be shown. Hovering or the
-  // Right key opens the submenu; a click, Return or Space on the item chooses the item itself.
+  // Right key opens the submenu; a click, Return or Space on the item chooses the item itself. fill changes nothing but
+  // the submenu.
   void setSubmenu(QAction* item, const QString& objectName, std::function<void(QMenu&)> fill);
 
   int numberOfItems() const { return static_cast<int>(mItems.size()); }
@@ -84,7 +85,7 @@ class PopUpButton : public QToolButton {
   void validateItems(const QMenu& menu) const;
   void choose(const QAction* item);
   int indexOf(const QAction* item) const;
-  void show(const QString& title);
+  void showTitle(const QString& title);
   QPoint placeOfMenu() const;
 
   ItemMenu* mMenu;

@@ -24,25 +24,31 @@ constexpr int verticalPadding = 6;
 constexpr int separatorInset = 7;
 constexpr int focusInset = 3;
 
-// Neither drawn nor pointed at: the control does both for all its segments.
-class Segment : public QRadioButton {
- public:
-  explicit Segment(QWidget* parent) : QRadioButton(parent) {
-    setAutoExclusive(false);
-    setFocusPolicy(Qt::NoFocus);
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {}
-};
-
 // The accent reads best under the darker ink of either palette.
 QColor inkOnAccent(const QPalette& palette) {
   return palette.color(isDark(palette) ? QPalette::Base : QPalette::Text);
 }
 
 }  // namespace
+
+// Seen by screen readers only; neither drawn nor pointed at: the control does both for all its segments.
+class SegmentedControl::Segment : public QRadioButton {
+ public:
+  explicit Segment(QWidget* parent) : QRadioButton(parent) {
+    setFocusPolicy(Qt::NoFocus);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+  }
+
+  // One of an exclusive group cannot be unchecked alone.
+  void mark(bool isSelected) {
+    setAutoExclusive(false);
+    setChecked(isSelected);
+    setAutoExclusive(true);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {}
+};
 
 SegmentedControl::SegmentedControl(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::StrongFocus);
@@ -81,7 +87,7 @@ QString SegmentedControl::segmentName(int segment) const {
 
 void SegmentedControl::selectSegment(int segment) {
   mSelected = segment >= 0 && segment < segmentCount() ? segment : -1;
-  for (int one = 0; one < segmentCount(); ++one) mSegments[static_cast<std::size_t>(one)]->setChecked(one == mSelected);
+  for (int one = 0; one < segmentCount(); ++one) mSegments[static_cast<std::size_t>(one)]->mark(one == mSelected);
   update();
 }
 

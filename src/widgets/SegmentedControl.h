@@ -9,7 +9,6 @@
 #include <vector>
 
 class QPainter;
-class QRadioButton;
 
 namespace skarn {
 
@@ -53,13 +52,15 @@ class SegmentedControl : public QWidget {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  class Segment;
+
   int segmentAt(const QPointF& position) const;
   void choose(int segment);
   void moveTo(int segment);
   void drawSegment(QPainter& painter, int segment) const;
   void drawFocus(QPainter& painter) const;
 
-  std::vector<QRadioButton*> mSegments;  // seen by screen readers only
+  std::vector<Segment*> mSegments;
   int mSelected = -1;
   int mHovered = -1;
   int mPressed = -1;
