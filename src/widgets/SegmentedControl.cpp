@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadioButton>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QToolTip>
 #include <algorithm>
@@ -39,8 +40,9 @@ class SegmentedControl::Segment : public QRadioButton {
     setAttribute(Qt::WA_TransparentForMouseEvents);
   }
 
-  // One of an exclusive group cannot be unchecked alone.
+  // Silently. One of an exclusive group cannot be unchecked alone.
   void mark(bool isSelected) {
+    const QSignalBlocker blocker(this);
     setAutoExclusive(false);
     setChecked(isSelected);
     setAutoExclusive(true);
@@ -66,7 +68,9 @@ void SegmentedControl::setSegmentCount(int count) {
     const int segment = segmentCount();
     auto* button = new Segment(this);
     button->setAccessibleName(QString::number(segment + 1));
-    connect(button, &QAbstractButton::clicked, this, [this, segment] { choose(segment); });
+    connect(button, &QAbstractButton::toggled, this, [this, segment](bool isChecked) {
+      if (isChecked) choose(segment);
+    });
     mSegments.push_back(button);
   }
   mCurrent = 0;
