@@ -139,6 +139,10 @@
         <source>C</source>
         <translation>C</translation>
     </message>
+    <message id="lkeyControlKeyName">
+        <source>Button %1, %2 key</source>
+        <translation>Button %1, %2 key</translation>
+    </message>
     <message id="lkeyControlName">
         <source>Button %1, %2</source>
         <translation>Button %1, %2</translation>

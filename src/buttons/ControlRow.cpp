@@ -50,6 +50,13 @@ bool isKeyboard(Qt::FocusReason reason) {
 
 }  // namespace
 
+QString spokenName(const ControlDescriptor& control) {
+  const bool isKey = control.family == ControlFamily::ThumbGrid;
+  return localized(isKey ? "lkeyControlKeyName" : "lkeyControlName")
+      .arg(control.ordinal)
+      .arg(localized(control.nameKey));
+}
+
 ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
     : QWidget(parent),
       mControl(control),
@@ -69,7 +76,7 @@ ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
   mPopUp->setObjectName(field);
   mPopUp->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   mPopUp->setMaximumHeight(greatestPopUpHeight);
-  mPopUp->setAccessibleName(localized("lkeyControlName").arg(control.ordinal).arg(localized(control.nameKey)));
+  mPopUp->setAccessibleName(spokenName(control));
   mPopUp->installEventFilter(this);
   makeRepeatButton();
 

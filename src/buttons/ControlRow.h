@@ -13,6 +13,9 @@ namespace skarn {
 
 class PopUpButton;
 
+// What people call a control: "Button 12, Z key".
+QString spokenName(const ControlDescriptor& control);
+
 class ControlRow : public QWidget {
   Q_OBJECT
 

@@ -1,5 +1,6 @@
 // The sheets of the Buttons tab: single key, application, keymap, and the repeat mode of a macro.
 #include "buttons/AssignmentChanges.h"
+#include "buttons/ControlRow.h"
 #include "buttons/KeymapSheet.h"
 #include "buttons/MacroRepeatSheet.h"
 #include "buttons/MouseButtonController.h"
@@ -64,7 +65,7 @@ QWidget* MouseButtonController::sheetWindow() {
 QString MouseButtonController::controlName(const SheetContext& context) const {
   for (const ControlDescriptor& control : controlTable) {
     if (control.groupIdentifier == context.identifier && control.identifier == context.button)
-      return localized("lkeyControlName").arg(control.ordinal).arg(localized(control.nameKey));
+      return spokenName(control);
   }
   return {};
 }

@@ -3,15 +3,15 @@
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QToolTip>
 #include <QTransform>
 #include <array>
 #include <utility>
 
 #include "buttons/ControlOutlines.h"
+#include "buttons/ControlRow.h"
 #include "platform/Images.h"
-#include "platform/Localization.h"
 #include "widgets/Palettes.h"
+#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -79,13 +79,12 @@ bool MouseView::event(QEvent* event) {
   const auto* help = static_cast<QHelpEvent*>(event);
   const ControlDescriptor* control = controlAt(help->pos());
   if (control == nullptr) return PictureLabel::event(event);
-  QToolTip::showText(help->globalPos(), descriptionOf(*control).toHtmlEscaped(), this);
+  showPlainToolTip(*help, descriptionOf(*control), this);
   return true;
 }
 
 QString MouseView::descriptionOf(const ControlDescriptor& control) const {
-  if (mDescription) return mDescription(control);
-  return localized("lkeyControlName").arg(control.ordinal).arg(localized(control.nameKey));
+  return mDescription ? mDescription(control) : spokenName(control);
 }
 
 void MouseView::paintEvent(QPaintEvent* event) {

@@ -12,9 +12,10 @@
 #include <QScreen>
 #include <QStyle>
 #include <QStyleOption>
-#include <QToolTip>
 #include <algorithm>
 #include <utility>
+
+#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -274,8 +275,7 @@ QSize PopUpButton::minimumSizeHint() const {
 
 bool PopUpButton::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && isEnabled() && !mShownTitle.isEmpty()) {
-    // Markup in the title must not come to life.
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), mShownTitle.toHtmlEscaped(), this);
+    showPlainToolTip(*static_cast<QHelpEvent*>(event), mShownTitle, this);
     return true;
   }
   return QToolButton::event(event);

@@ -9,11 +9,11 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QStyle>
-#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
 #include "widgets/Palettes.h"
+#include "widgets/PlainToolTip.h"
 #include "widgets/SkarnStyle.h"
 
 namespace skarn {
@@ -117,8 +117,7 @@ bool SegmentedControl::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && isEnabled()) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const int segment = segmentAt(help->pos());
-    // Markup in a name must not come to life.
-    if (segment >= 0) QToolTip::showText(help->globalPos(), segmentName(segment).toHtmlEscaped(), this);
+    if (segment >= 0) showPlainToolTip(*help, segmentName(segment), this);
     return true;
   }
   return QWidget::event(event);
