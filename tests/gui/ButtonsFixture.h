@@ -69,28 +69,10 @@ inline PropertyList keymaps() {
   return PropertyList::array(std::move(all));
 }
 
-struct ButtonsFixture {
-  ButtonsFixture() {
-    tab.setMButtonDelegate(&delegate);
-    tab.resize(1180, 560);
-    show(profile("Work").with(keys::KeymapID, 2).with(keys::Keymap, keymaps()));
-    tab.show();
-  }
-
-  // Hands out the slices of a bundle with four profiles, of which this, the second, is active.
-  void show(const PropertyList& active) {
-    current = active;
-    tab.setMButtonsSettingsDict(active);
-    tab.setMAllProfiles(profiles().replacing(1, active));
-    tab.setMAllMacros(macros());
-    tab.setMDeviceSettingsDict(deviceSettings());
-    tab.setMDefaultDict(defaultSettings());
-    tab.populateUISettings();
-    tab.updateUISettings();
-  }
-  void give(const ControlDescriptor& control, const PropertyList& record) {
-    show(current.with(groupKey(control), current[groupKey(control)].with(control.identifier, record)));
-  }
+// What a person does with the tab, by the names of its parts. The tab may stand in any window.
+class ButtonsDriver {
+ public:
+  explicit ButtonsDriver(MouseButtonController& driven) : tab(driven) {}
 
   ControlRow& row(const ControlDescriptor& control) {
     return *tab.findChild<ControlRow*>(QLatin1String(control.fieldName) + QStringLiteral("Row"));
@@ -139,17 +121,9 @@ struct ButtonsFixture {
     QFAIL("no item with this tag");
   }
 
-  // The request that changes this record of the current profile.
-  PropertyList request(const ControlDescriptor& control, const PropertyList& record) const {
-    return call(
-        {"updateButtonAssignmentWithSettings",
-         PropertyList::dictionary({{groupKey(control), current[groupKey(control)].with(control.identifier, record)},
-                                   {keys::KeymapID, current[keys::KeymapID]}})});
-  }
-
   template <typename Widget>
   Widget* find(const char* name) {
-    return tab.findChild<Widget*>(QLatin1String(name));
+    return tab.window()->findChild<Widget*>(QLatin1String(name));
   }
   bool isOpen(const char* sheet) {
     const auto* dialog = find<QDialog>(sheet);
@@ -157,10 +131,47 @@ struct ButtonsFixture {
   }
   void press(const char* button) { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
 
+  MouseButtonController& tab;
+};
+
+// A tab with a delegate; it is made before the driver that knows it.
+struct TabWithDelegate {
   RecordingNotificationCenter notifications;
   RecordingButtonDelegate delegate;
   PropertyList current;
-  MouseButtonController tab;
+  MouseButtonController page;
+};
+
+struct ButtonsFixture : TabWithDelegate, ButtonsDriver {
+  ButtonsFixture() : ButtonsDriver(page) {
+    tab.setMButtonDelegate(&delegate);
+    tab.resize(1180, 560);
+    show(profile("Work").with(keys::KeymapID, 2).with(keys::Keymap, keymaps()));
+    tab.show();
+  }
+
+  // Hands out the slices of a bundle with four profiles, of which this, the second, is active.
+  void show(const PropertyList& active) {
+    current = active;
+    tab.setMButtonsSettingsDict(active);
+    tab.setMAllProfiles(profiles().replacing(1, active));
+    tab.setMAllMacros(macros());
+    tab.setMDeviceSettingsDict(deviceSettings());
+    tab.setMDefaultDict(defaultSettings());
+    tab.populateUISettings();
+    tab.updateUISettings();
+  }
+  void give(const ControlDescriptor& control, const PropertyList& record) {
+    show(current.with(groupKey(control), current[groupKey(control)].with(control.identifier, record)));
+  }
+
+  // The request that changes this record of the current profile.
+  PropertyList request(const ControlDescriptor& control, const PropertyList& record) const {
+    return call(
+        {"updateButtonAssignmentWithSettings",
+         PropertyList::dictionary({{groupKey(control), current[groupKey(control)].with(control.identifier, record)},
+                                   {keys::KeymapID, current[keys::KeymapID]}})});
+  }
 };
 
 // The 27 controls as rows of a data-driven test, with their position in the table.
