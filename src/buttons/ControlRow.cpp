@@ -13,6 +13,7 @@
 #include "platform/Localization.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NumberBadge.h"
+#include "widgets/Palettes.h"
 #include "widgets/PopUpButton.h"
 #include "widgets/SkarnStyle.h"
 
@@ -29,6 +30,7 @@ constexpr int gapBetweenPopUps = 2;
 constexpr int greatestPopUpHeight = 30;
 constexpr int repeatButtonSize = 22;
 constexpr int repeatIconSize = 16;
+constexpr float groundOpacity = 0.12F;
 
 // The two families at the right share one column.
 bool isAtTheLeft(ControlFamily family) {
@@ -153,7 +155,9 @@ void ControlRow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(palette().brush(QPalette::Midlight));
+  QColor ground = accentColor(palette());
+  ground.setAlphaF(groundOpacity);
+  painter.setBrush(ground);
   painter.drawRoundedRect(QRectF(rect()), SkarnStyle::cornerRadius, SkarnStyle::cornerRadius);
 }
 

@@ -18,7 +18,7 @@ namespace skarn {
 namespace {
 
 constexpr qreal glowWidth = 2;
-constexpr float groundOpacity = 0.35F;
+constexpr float groundOpacity = 0.22F;
 
 // The eighth begins with a capital letter.
 constexpr std::array<const char*, vorn::keys::keymapCount> pictures = {

@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QToolTip>
+#include <QWindow>
 
 #include "widgets/PopUpButton.h"
 #include "widgets/SkarnStyle.h"
@@ -173,6 +174,40 @@ class PopUpButtonTest : public QObject {
     QVERIFY(fixture.menu()->width() >= fixture.button.width());
     QCOMPARE(fixture.menu()->pos(), fixture.button.mapToGlobal(QPoint(0, fixture.button.height())));
     QCOMPARE(fixture.menu()->accessibleName(), QStringLiteral("Button 1, Tab key"));
+  }
+
+  // Through the window, as the pointer does it: the first click opens, the press of the second one closes.
+  void aClickOnTheButtonClosesItsOpenMenu() {
+    Fixture fixture;
+    QWindow* window = fixture.button.windowHandle();
+    const QPoint place = fixture.button.rect().center();
+    for (int time = 0; time < 3; ++time) {
+      QTest::mouseClick(window, Qt::LeftButton, {}, place);
+      QVERIFY(fixture.menu()->isVisible());
+      QTest::mouseClick(window, Qt::LeftButton, {}, place);
+      QVERIFY(!fixture.menu()->isVisible());
+    }
+    QCOMPARE(fixture.chosen->count(), 0);
+  }
+
+  void aPressThatIsDraggedToAnItemChoosesIt_data() {
+    QTest::addColumn<int>("index");
+    QTest::newRow("an item") << 1;
+    QTest::newRow("a category") << category;
+  }
+
+  void aPressThatIsDraggedToAnItemChoosesIt() {
+    QFETCH(int, index);
+    Fixture fixture;
+    QTest::mousePress(&fixture.button, Qt::LeftButton);
+    for (const QPoint& place : {fixture.placeOf(0), fixture.placeOf(index)}) {
+      const QPointF global = fixture.menu()->mapToGlobal(place);
+      QMouseEvent drag(QEvent::MouseMove, place, global, Qt::NoButton, Qt::LeftButton, {});
+      QApplication::sendEvent(fixture.menu(), &drag);
+    }
+    QTest::mouseRelease(fixture.menu(), Qt::LeftButton, {}, fixture.placeOf(index));
+    QCOMPARE(fixture.indexesChosen(), QList<int>{index});
+    QVERIFY(!fixture.menu()->isVisible());
   }
 
   void otherMouseButtonsDoNotOpenTheMenu() {
