@@ -21,6 +21,7 @@ namespace skarn {
 
 namespace {
 
+constexpr int widestName = 120;
 constexpr int columnGap = 8;
 constexpr int sidePadding = 4;
 constexpr int naturalHeight = 27;
@@ -43,7 +44,7 @@ int widthOfNames(ControlFamily family, const QFontMetrics& metrics) {
     if (isAtTheLeft(control.family) != isAtTheLeft(family)) continue;
     widest = std::max(widest, metrics.horizontalAdvance(localized(control.nameKey)));
   }
-  return widest;
+  return std::min(widest, widestName);
 }
 
 bool isKeyboard(Qt::FocusReason reason) {
@@ -106,7 +107,6 @@ void ControlRow::makeRepeatButton() {
   mRepeatButton->setSizePolicy(place);
   mRepeatButton->hide();
   mRepeatButton->installEventFilter(this);
-  tintRepeatIcon();
 }
 
 QSize ControlRow::sizeHint() const {
@@ -124,7 +124,9 @@ void ControlRow::setHighlighted(bool highlighted) {
 }
 
 bool ControlRow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusIn && isKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
+  if (watched == mRepeatButton && event->type() == QEvent::Show) {
+    if (mRepeatButton->icon().isNull()) tintRepeatIcon();
+  } else if (event->type() == QEvent::FocusIn && isKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
     mIsReached = true;
     emit hovered(true);
   } else if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
@@ -146,7 +148,7 @@ void ControlRow::leaveEvent(QEvent* event) {
 }
 
 void ControlRow::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::PaletteChange) tintRepeatIcon();
+  if (event->type() == QEvent::PaletteChange && !mRepeatButton->icon().isNull()) tintRepeatIcon();
   QWidget::changeEvent(event);
 }
 

@@ -47,6 +47,7 @@ class ControlRow : public QWidget {
 
  private:
   void makeRepeatButton();
+  // Few of the repeat buttons are ever seen: their icon comes with the first showing.
   void tintRepeatIcon();
 
   const ControlDescriptor& mControl;

@@ -307,6 +307,7 @@ class MouseViewTest : public QObject {
     QVERIFY2(spoken.startsWith(QStringLiteral("Button %1, %2").arg(control->ordinal).arg(name)), qPrintable(spoken));
     QCOMPARE(shown.row.repeatButton()->accessibleName(), QStringLiteral("Repeat of button %1").arg(control->ordinal));
     QVERIFY(!shown.row.repeatButton()->toolTip().isEmpty());
+    shown.row.repeatButton()->show();
     QVERIFY(!shown.row.repeatButton()->icon().isNull());
   }
 
