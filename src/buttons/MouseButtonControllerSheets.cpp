@@ -1,4 +1,7 @@
 // The sheets of the Buttons tab: single key, application, keymap, and the repeat mode of a macro.
+#include <array>
+#include <vector>
+
 #include "buttons/AssignmentChanges.h"
 #include "buttons/ControlRow.h"
 #include "buttons/KeymapSheet.h"

@@ -137,6 +137,15 @@ class ButtonsKeymapsTest : public QObject {
     QVERIFY(fixture.delegate.calls.empty());
   }
 
+  void return_in_the_list_presses_ok() {
+    KeymapFixture fixture;
+    fixture.openSheet(fixture.control(1));
+    fixture.selectTag(5);
+    QTest::keyClick(&fixture.list(), Qt::Key_Return);
+    QVERIFY(!fixture.isOpen("mKeymapWindow"));
+    COMPARE_CALLS(fixture.delegate.calls, fixture.request(fixture.control(1), assignment(50, 4)));
+  }
+
   void the_targets_carry_their_tags() {
     KeymapFixture fixture;
     fixture.openSheet(fixture.control(1));

@@ -257,6 +257,18 @@ class ButtonsSheetsTest : public QObject {
     COMPARE_CALLS(fixture.delegate.calls, fixture.request(fixture.control(18), assignment(10, 0, 4)));
   }
 
+  void return_in_the_list_presses_ok() {
+    ButtonsFixture fixture;
+    fixture.give(fixture.control(9), assignment(10, 2, 1));
+    fixture.row(fixture.control(9)).repeatButton()->setFocus();
+    QTest::keyClick(fixture.row(fixture.control(9)).repeatButton(), Qt::Key_Space);
+    auto* list = fixture.find<QComboBox>("mMacroPlaybackPopUp");
+    QTest::keyClick(list, Qt::Key_End);
+    QTest::keyClick(list, Qt::Key_Return);
+    QVERIFY(!fixture.isOpen("mMacroRepeatWindow"));
+    COMPARE_CALLS(fixture.delegate.calls, fixture.request(fixture.control(9), assignment(10, 2, 10)));
+  }
+
   void both_lists_have_the_fixed_titles() {
     ButtonsFixture fixture;
     for (const bool isScrollVariant : {true, false}) {
