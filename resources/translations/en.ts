@@ -20,12 +20,20 @@
         <translation>Acceleration</translation>
     </message>
     <message id="lkeyAccelerationLevel">
-        <source>Level %1</source>
-        <translation>Level %1</translation>
+        <source>Acceleration level</source>
+        <translation>Acceleration level</translation>
+    </message>
+    <message id="lkeyAccelerationOff">
+        <source>Acceleration is off.</source>
+        <translation>Acceleration is off.</translation>
     </message>
     <message id="lkeyActiveProfile">
         <source>Active profile</source>
         <translation>Active profile</translation>
+    </message>
+    <message id="lkeyAddStage">
+        <source>Add Stage</source>
+        <translation>Add Stage</translation>
     </message>
     <message id="lkeyAllFiles">
         <source>All files (%1)</source>
@@ -43,6 +51,10 @@
         <source>Assign Application…</source>
         <translation>Assign Application…</translation>
     </message>
+    <message id="lkeyAxesLocked">
+        <source>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</source>
+        <translation>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</translation>
+    </message>
     <message id="lkeyBackward">
         <source>Backward</source>
         <translation>Backward</translation>
@@ -50,6 +62,18 @@
     <message id="lkeyBattery">
         <source>Battery</source>
         <translation>Battery</translation>
+    </message>
+    <message id="lkeyBatteryCharging">
+        <source>Battery charging</source>
+        <translation>Battery charging</translation>
+    </message>
+    <message id="lkeyBatteryChargingPercent">
+        <source>Battery charging, %1 percent</source>
+        <translation>Battery charging, %1 percent</translation>
+    </message>
+    <message id="lkeyBatteryPercent">
+        <source>Battery at %1 percent</source>
+        <translation>Battery at %1 percent</translation>
     </message>
     <message id="lkeyBrightness">
         <source>Brightness</source>
@@ -92,8 +116,8 @@
         <translation>Choose an Application</translation>
     </message>
     <message id="lkeyCommErrorDesc">
-        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
-        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</translation>
+        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</source>
+        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</translation>
     </message>
     <message id="lkeyCommErrorTitle">
         <source>The core engine does not answer</source>
@@ -106,6 +130,14 @@
     <message id="lkeyCommunityTip">
         <source>Open the community page in your browser</source>
         <translation>Open the community page in your browser</translation>
+    </message>
+    <message id="lkeyConnectedByCable">
+        <source>Connected by cable</source>
+        <translation>Connected by cable</translation>
+    </message>
+    <message id="lkeyConnectedWireless">
+        <source>Connected by the wireless receiver</source>
+        <translation>Connected by the wireless receiver</translation>
     </message>
     <message id="lkeyConnectivity">
         <source>Connection</source>
@@ -283,6 +315,10 @@
         <source>Delete this profile?</source>
         <translation>Delete this profile?</translation>
     </message>
+    <message id="lkeyDeleteStage">
+        <source>Delete Stage</source>
+        <translation>Delete Stage</translation>
+    </message>
     <message id="lkeyDeviceConnectionDesc">
         <source>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</source>
         <translation>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</translation>
@@ -318,6 +354,10 @@
     <message id="lkeyEdit">
         <source>Edit…</source>
         <translation>Edit…</translation>
+    </message>
+    <message id="lkeyEditStages">
+        <source>Edit Stages…</source>
+        <translation>Edit Stages…</translation>
     </message>
     <message id="lkeyEffect">
         <source>Effect</source>
@@ -463,13 +503,29 @@
         <source>Back</source>
         <translation>Back</translation>
     </message>
+    <message id="lkeyHelpContents">
+        <source>Contents</source>
+        <translation>Contents</translation>
+    </message>
     <message id="lkeyHelpForward">
         <source>Forward</source>
         <translation>Forward</translation>
     </message>
+    <message id="lkeyHelpNothingFound">
+        <source>No page has the words “%1”.</source>
+        <translation>No page has the words “%1”.</translation>
+    </message>
+    <message id="lkeyHelpResults">
+        <source>Pages found</source>
+        <translation>Pages found</translation>
+    </message>
+    <message id="lkeyHelpSearch">
+        <source>Search the help</source>
+        <translation>Search the help</translation>
+    </message>
     <message id="lkeyHelpTip">
-        <source>Open the help</source>
-        <translation>Open the help</translation>
+        <source>Open the help (F1: about this tab)</source>
+        <translation>Open the help (F1: about this tab)</translation>
     </message>
     <message id="lkeyImport">
         <source>Import…</source>
@@ -478,6 +534,10 @@
     <message id="lkeyImportFailedTitle">
         <source>“%1” could not be imported</source>
         <translation>“%1” could not be imported</translation>
+    </message>
+    <message id="lkeyIndependentXY">
+        <source>Independent X and Y</source>
+        <translation>Independent X and Y</translation>
     </message>
     <message id="lkeyInstalledApplications">
         <source>Installed applications</source>
@@ -534,6 +594,10 @@
     <message id="lkeyLastLeftClick">
         <source>One of the controls 1 to 5 has to stay the left click</source>
         <translation>One of the controls 1 to 5 has to stay the left click</translation>
+    </message>
+    <message id="lkeyLastStage">
+        <source>One stage must remain.</source>
+        <translation>One stage must remain.</translation>
     </message>
     <message id="lkeyLaunchProgram">
         <source>Launch Program</source>
@@ -594,6 +658,10 @@
     <message id="lkeyManageProfile">
         <source>Manage Profiles…</source>
         <translation>Manage Profiles…</translation>
+    </message>
+    <message id="lkeyMostStages">
+        <source>The mouse holds five stages at most.</source>
+        <translation>The mouse holds five stages at most.</translation>
     </message>
     <message id="lkeyMouseButton">
         <source>Mouse Button</source>
@@ -663,6 +731,10 @@
         <source>Remove All Delays</source>
         <translation>Remove All Delays</translation>
     </message>
+    <message id="lkeyNoFileNamed">
+        <source>Name a file or choose one in the list</source>
+        <translation>Name a file or choose one in the list</translation>
+    </message>
     <message id="lkeyNoKeyPressed">
         <source>No key has been pressed yet</source>
         <translation>No key has been pressed yet</translation>
@@ -682,6 +754,10 @@
     <message id="lkeyNoMouseConnected">
         <source>No mouse connected</source>
         <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyNoStageSelected">
+        <source>No stage is selected.</source>
+        <translation>No stage is selected.</translation>
     </message>
     <message id="lkeyNoSwitchBackCycle">
         <source>Cycling through the keymaps does not switch back</source>
@@ -718,6 +794,10 @@
     <message id="lkeyPollingRate">
         <source>Polling rate</source>
         <translation>Polling rate</translation>
+    </message>
+    <message id="lkeyPollingRateNote">
+        <source>The same for every profile</source>
+        <translation>The same for every profile</translation>
     </message>
     <message id="lkeyPowerGroup">
         <source>Power of the wireless mouse</source>
@@ -855,6 +935,10 @@
         <source>Search applications</source>
         <translation>Search applications</translation>
     </message>
+    <message id="lkeySelectedStage">
+        <source>Selected stage</source>
+        <translation>Selected stage</translation>
+    </message>
     <message id="lkeySensitivityGroup">
         <source>Sensitivity</source>
         <translation>Sensitivity</translation>
@@ -866,6 +950,14 @@
     <message id="lkeySensitivityStageUp">
         <source>Sensitivity Stage Up</source>
         <translation>Sensitivity Stage Up</translation>
+    </message>
+    <message id="lkeySensitivityX">
+        <source>X sensitivity in DPI</source>
+        <translation>X sensitivity in DPI</translation>
+    </message>
+    <message id="lkeySensitivityY">
+        <source>Y sensitivity in DPI</source>
+        <translation>Y sensitivity in DPI</translation>
     </message>
     <message id="lkeySingleKey">
         <source>Single Key</source>
@@ -907,17 +999,41 @@
         <source>Spectrum cycling</source>
         <translation>Spectrum cycling</translation>
     </message>
+    <message id="lkeyStageColumn">
+        <source>Stage</source>
+        <translation>Stage</translation>
+    </message>
+    <message id="lkeyStageSensitivityX">
+        <source>X sensitivity of the stage in DPI</source>
+        <translation>X sensitivity of the stage in DPI</translation>
+    </message>
+    <message id="lkeyStageSensitivityY">
+        <source>Y sensitivity of the stage in DPI</source>
+        <translation>Y sensitivity of the stage in DPI</translation>
+    </message>
+    <message id="lkeyStageValueColumn">
+        <source>Sensitivity</source>
+        <translation>Sensitivity</translation>
+    </message>
     <message id="lkeyStages">
         <source>Stages (DPI)</source>
         <translation>Stages (DPI)</translation>
+    </message>
+    <message id="lkeyStagesTable">
+        <source>Stages</source>
+        <translation>Stages</translation>
+    </message>
+    <message id="lkeyStagesTitle">
+        <source>Sensitivity Stages</source>
+        <translation>Sensitivity Stages</translation>
     </message>
     <message id="lkeyStateNoDevice">
         <source>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</source>
         <translation>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</translation>
     </message>
     <message id="lkeyStateNoEngine">
-        <source>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</source>
-        <translation>The core engine is not running. The default settings are shown; start the engine and then Skarn again.</translation>
+        <source>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</source>
+        <translation>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</translation>
     </message>
     <message id="lkeyStateStarting">
         <source>Waiting for the core engine… This can take a few seconds.</source>

@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -38,6 +39,7 @@ namespace {
 constexpr const char* defaultSettingsFile = "Skarn.plist";
 constexpr const char* helpBookTitle = "Skarn Help";
 constexpr const char* helpBookFirstPage = "index.html";
+constexpr const char* helpPageProperty = "helpPage";  // of a tab: its page in the help book
 
 }  // namespace
 
@@ -111,6 +113,8 @@ void MouseMainController::wireControls() {
   connect(restoringStateWindow, &RestoringStateSheet::closed, this, [] { QCoreApplication::exit(); });
   connect(mDeviceConnectionWindow, &DeviceConnectionSheet::okClicked, this, &MouseMainController::clickOKButton);
   connect(mWindow.ui().mHelpButton, &QToolButton::clicked, this, &MouseMainController::clickHelpButton);
+  auto* helpKey = new QShortcut(QKeySequence(QKeySequence::HelpContents), &mWindow);
+  connect(helpKey, &QShortcut::activated, this, &MouseMainController::openHelpOfTab);
   const auto opens = [this](QToolButton* link, const char* address) {
     connect(link, &QToolButton::clicked, this,
             [this, address] { mServices.openAddress(QUrl(QLatin1String(address))); });
@@ -341,6 +345,11 @@ void MouseMainController::openRegisteredHelpBook() {
 
 void MouseMainController::clickHelpButton() {
   openRegisteredHelpBook();
+}
+
+void MouseMainController::openHelpOfTab() {
+  const QString page = mMouseTabView->currentWidget()->property(helpPageProperty).toString();
+  HelpBook::openPage(QLatin1String(helpBookTitle), page);
 }
 
 void MouseMainController::selectTabAtIndex(int index) {

@@ -114,6 +114,8 @@ class MouseMainController : public QObject,
   void registerHelpBook();
   void openRegisteredHelpBook();
   void clickHelpButton();
+  // The page of the help book about the tab in front; F1.
+  void openHelpOfTab();
   void selectTabAtIndex(int index) override;
 
   // --- Errors
@@ -223,6 +225,7 @@ class MouseMainController : public QObject,
   void reloadUnlessOurs(const vorn::Notification& notification);
   void sendQuery(vorn::MessageID messageID);
   void stopChargingAnimation();
+  void sayBatteryInWords();
   void observeDeviceAttached(std::int32_t product);
   void leaveTabs();
   void wireControls();
@@ -262,6 +265,7 @@ class MouseMainController : public QObject,
   std::string firmwareVersionString;        // empty until known, "-" without a device
   std::atomic<std::uint32_t> devicePID{0};  // that of every request, once registered
   std::uint32_t batteryStatus = 255;        // unknown
+  std::optional<int> mBatteryPercent;       // as last told
   std::uint32_t mDeletedProfileID = 0;
   bool isWiredDevice = false;
   bool mProfileDeleted = false;

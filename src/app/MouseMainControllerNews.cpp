@@ -10,6 +10,7 @@
 #include "macros/MouseMacrosController.h"
 #include "maintenance/MouseMaintenanceController.h"
 #include "platform/Bundle.h"
+#include "platform/Localization.h"
 
 namespace skarn {
 
@@ -135,6 +136,7 @@ void MouseMainController::deviceDisconnectedNotification(const Notification&) {
   mBattery->clearImage();
   mDeviceConnectivity->clearImage();
   batteryStatus = unknownBatteryStatus;
+  mBatteryPercent.reset();
   updateControlsWithState(false);
   setPresence(Presence::NoDevice);
   addObserverDeviceRemoval();
@@ -197,6 +199,7 @@ void MouseMainController::checkMacroRecordingStatus() {
 
 void MouseMainController::updateDeviceConnectivityIcon() {
   mDeviceConnectivity->setImage(isWiredDevice ? QStringLiteral("usb.png") : QStringLiteral("wireless.png"));
+  mDeviceConnectivity->setWords(localized(isWiredDevice ? "lkeyConnectedByCable" : "lkeyConnectedWireless"));
 }
 
 std::string MouseMainController::mFirmwareVersionString() const {
@@ -245,6 +248,8 @@ void MouseMainController::updateBatteryLevel(const PropertyList& info) {
   } else if (percent <= 100) {
     mBattery->setImage(QStringLiteral("battery3.png"));
   }
+  if (percent >= 0 && percent <= 100) mBatteryPercent = percent;
+  sayBatteryInWords();
 }
 
 void MouseMainController::updateBatteryStatus(const PropertyList& info) {
@@ -264,6 +269,18 @@ void MouseMainController::updateBatteryStatus(const PropertyList& info) {
       break;
     default:
       break;
+  }
+  sayBatteryInWords();
+}
+
+void MouseMainController::sayBatteryInWords() {
+  if (mBattery->imageName().isEmpty()) return;
+  const bool isCharging = batteryStatus == Charging;
+  if (!mBatteryPercent) {
+    mBattery->setWords(localized(isCharging ? "lkeyBatteryCharging" : "lkeyBattery"));
+  } else {
+    mBattery->setWords(
+        localized(isCharging ? "lkeyBatteryChargingPercent" : "lkeyBatteryPercent").arg(*mBatteryPercent));
   }
 }
 

@@ -20,6 +20,12 @@ void NamedImageView::clearImage() {
   mFileName.clear();
   mImageName.clear();
   clear();
+  setWords(QString());
+}
+
+void NamedImageView::setWords(const QString& words) {
+  setToolTip(words);
+  setAccessibleDescription(words);
 }
 
 void NamedImageView::changeEvent(QEvent* event) {

@@ -16,6 +16,8 @@ class NamedImageView : public QLabel {
   // its name.
   void setImage(const QString& fileName);
   void clearImage();
+  // What the picture says, as a tooltip and for screen readers; gone when the picture is cleared.
+  void setWords(const QString& words);
   // The name without its extension; empty when nothing is shown.
   const QString& imageName() const { return mImageName; }
 

@@ -1,70 +1,215 @@
 #include "performance/MousePerformanceController.h"
 
+#include <QDialog>
 #include <algorithm>
-#include <optional>
+#include <array>
 
+#include "engine/EngineProtocol.h"
 #include "model/SettingsKeys.h"
+#include "performance/DragCommit.h"
+#include "performance/SensitivityText.h"
+#include "performance/SilentValue.h"
+#include "performance/StagesTableModel.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "ui_MousePerformanceController.h"
+#include "ui_SensitivityStagesSheet.h"
 #include "widgets/LabelState.h"
 
 namespace skarn {
 
 using vorn::PropertyList;
 namespace keys = vorn::keys;
+namespace newsKeys = vorn::newsKeys;
 
 namespace {
 
-constexpr std::array<std::pair<int, const char*>, 3> pollingRateTitles = {
-    {{125, "lkey125Hz"}, {500, "lkey500Hz"}, {1000, "lkey1000Hz"}}};
+struct PollingRate {
+  int value;  // Hz
+  const char* titleKey;
+};
 
-// One value for both axes, or one for each; empty when a value that is needed is missing.
-QString sensitivityText(std::optional<int> x, std::optional<int> y, bool isIndependent) {
-  if (!x || (isIndependent && !y)) return {};
-  const QString dpi = localized("lkeyDPI");
-  if (!isIndependent) return QStringLiteral("%1 %2").arg(QString::number(*x), dpi);
-  return QStringLiteral("%1 = %2, %3 = %4 %5")
-      .arg(localized("lkeyX"), QString::number(*x), localized("lkeyY"), QString::number(*y), dpi);
-}
-
-// A stage in few characters, without the unit.
-QString stageText(std::optional<int> x, std::optional<int> y, bool isIndependent) {
-  if (!x || (isIndependent && !y)) return {};
-  return isIndependent ? QStringLiteral("%1 × %2").arg(*x).arg(*y) : QString::number(*x);
-}
+constexpr std::array<PollingRate, 3> pollingRates = {{{125, "lkey125Hz"}, {500, "lkey500Hz"}, {1000, "lkey1000Hz"}}};
 
 }  // namespace
 
+int MousePerformanceController::lastDpiX = 0;
+int MousePerformanceController::lastDpiY = 0;
+
 MousePerformanceController::MousePerformanceController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MousePerformanceController>()) {
+  lastDpiX = 0;
+  lastDpiY = 0;
   mUi->setupUi(this);
-  showStages();
+  createStagesSheet();
+  connectControls();
+  showStageChips();
 }
 
-MousePerformanceController::~MousePerformanceController() = default;
+MousePerformanceController::~MousePerformanceController() {
+  delete mSensitivityStagesView;
+}
+
+void MousePerformanceController::connectControls() {
+  mXCommit = std::make_unique<DragCommit>(*mUi->mXDpiSlider, [this] { finishTrackDPIX(); });
+  mYCommit = std::make_unique<DragCommit>(*mUi->mYDpiSlider, [this] { finishTrackDPIY(); });
+  const auto onMove = [this](QSlider* slider, void (MousePerformanceController::*action)()) {
+    connect(slider, &QSlider::valueChanged, this, action);
+  };
+  onMove(mUi->mXDpiSlider, &MousePerformanceController::xDpiSliderValueChange);
+  onMove(mUi->mYDpiSlider, &MousePerformanceController::yDpiSliderValueChange);
+  onMove(mUi->mAccelerationSlider, &MousePerformanceController::accelerationSliderValueChange);
+  const auto onClick = [this](QAbstractButton* button, void (MousePerformanceController::*action)()) {
+    connect(button, &QAbstractButton::clicked, this, action);
+  };
+  onClick(mUi->mEnableIndependentXY, &MousePerformanceController::tickIndependentXY);
+  onClick(mUi->mEnableOnTheFly, &MousePerformanceController::tickOnTheFly);
+  onClick(mUi->mEnableAcceleration, &MousePerformanceController::tickAcceleration);
+  onClick(mUi->mSensitivityStages, &MousePerformanceController::clickSensitivityStages);
+  for (StageChip* chip : findChildren<StageChip*>()) {
+    onClick(chip, &MousePerformanceController::clickSensitivityStages);
+  }
+  connect(mUi->mPollingRate, &QComboBox::activated, this, &MousePerformanceController::selectPollingRateValue);
+}
+
+// --- Changes by the user
+
+void MousePerformanceController::send(const PropertyList& settings) {
+  if (mousePerformanceDelegate != nullptr) mousePerformanceDelegate->updateValueForSetting(settings);
+}
+
+void MousePerformanceController::updateValue(int value, std::string_view forSetting) {
+  // Both axes always travel together.
+  const PropertyList axes =
+      PropertyList::dictionary({{keys::DPIX, mUi->mXDpiSlider->value()}, {keys::DPIY, mUi->mYDpiSlider->value()}});
+  if (forSetting == keys::DPIX || forSetting == keys::DPIY) {
+    send(axes);
+  } else if (forSetting == keys::IndependentXYOn) {
+    send(axes.with(keys::IndependentXYOn, value));
+  } else {
+    send(PropertyList::dictionary({{forSetting, value}}));
+  }
+}
+
+void MousePerformanceController::xDpiSliderValueChange() {
+  const int x = mUi->mXDpiSlider->value();
+  if (lastDpiX == 0 || x == lastDpiX) return;
+  const bool isIndependent = mUi->mEnableIndependentXY->isChecked();
+  if (!isIndependent) {
+    setValueSilently(*mUi->mYDpiSlider, x);
+    lastDpiY = x;
+  }
+  mUi->mDpiValue->setText(sensitivityText(x, mUi->mYDpiSlider->value(), isIndependent));
+  mXCommit->schedule();
+  lastDpiX = x;
+}
+
+// lastDpiY stays that of the settings until they come again.
+void MousePerformanceController::yDpiSliderValueChange() {
+  const int y = mUi->mYDpiSlider->value();
+  if (lastDpiY == 0 || y == lastDpiY) return;
+  mUi->mDpiValue->setText(sensitivityText(mUi->mXDpiSlider->value(), y, true));
+  mYCommit->schedule();
+}
+
+void MousePerformanceController::finishTrackDPIX() {
+  updateValue(mUi->mXDpiSlider->value(), keys::DPIX);
+}
+
+void MousePerformanceController::finishTrackDPIY() {
+  updateValue(mUi->mYDpiSlider->value(), keys::DPIY);
+}
+
+void MousePerformanceController::tickIndependentXY() {
+  const bool isIndependent = mUi->mEnableIndependentXY->isChecked();
+  const int x = mUi->mXDpiSlider->value();
+  if (!isIndependent) setValueSilently(*mUi->mYDpiSlider, x);
+  mUi->mDpiValue->setText(pendingAxesText(x));
+  updateValue(isIndependent ? 1 : 0, keys::IndependentXYOn);
+}
+
+void MousePerformanceController::tickOnTheFly() {
+  updateValue(mUi->mEnableOnTheFly->isChecked() ? 1 : 0, keys::SensitivityOSDOn);
+}
+
+void MousePerformanceController::tickAcceleration() {
+  const bool isOn = mUi->mEnableAcceleration->isChecked();
+  send(PropertyList::dictionary(
+      {{keys::AccelerationOn, isOn}, {keys::Acceleration, isOn ? mUi->mAccelerationSlider->value() : 0}}));
+}
+
+void MousePerformanceController::accelerationSliderValueChange() {
+  updateValue(mUi->mAccelerationSlider->value(), keys::Acceleration);
+}
+
+void MousePerformanceController::selectPollingRateValue(int index) {
+  const bool isKnown = index >= 0 && index < static_cast<int>(pollingRates.size());
+  updateValue(pollingRates[isKnown ? static_cast<std::size_t>(index) : 0].value, keys::PollingRate);
+}
+
+// --- Drawing
+
+std::optional<int> MousePerformanceController::indexForPollingRateValue(int value) {
+  const auto* rate = std::ranges::find(pollingRates, value, &PollingRate::value);
+  if (rate == pollingRates.end()) return std::nullopt;
+  return static_cast<int>(rate - pollingRates.begin());
+}
 
 void MousePerformanceController::populateUISettings() {
-  std::transform(pollingRateTitles.begin(), pollingRateTitles.end(), mPollingRates.begin(),
-                 [](const auto& rate) { return std::pair(rate.first, localized(rate.second)); });
+  mUi->mPollingRate->clear();
+  for (const PollingRate& rate : pollingRates) mUi->mPollingRate->addItem(localized(rate.titleKey), rate.value);
+  mUi->mPollingRate->setCurrentIndex(-1);
+}
+
+void MousePerformanceController::dropPendingCommits() {
+  mXCommit->cancel();
+  mYCommit->cancel();
 }
 
 void MousePerformanceController::updateUISettings() {
   if (performanceSettingsDict.isNone()) return;
+  dropPendingCommits();
+  loadStagesArray();
+  showStageChips();
   mUi->mProfileNameLabel->setText(textOf(performanceSettingsDict, keys::ProfileName));
-  showSensitivity();
-  showStages();
+
+  const std::optional<int> x = numberOf(performanceSettingsDict, keys::DPIX);
+  const std::optional<int> y = numberOf(performanceSettingsDict, keys::DPIY);
+  lastDpiX = x.value_or(0);
+  lastDpiY = y.value_or(0);
+  setValueSilently(*mUi->mXDpiSlider, lastDpiX);
+  setValueSilently(*mUi->mYDpiSlider, lastDpiY);
+  showAxes(numberOf(performanceSettingsDict, keys::IndependentXYOn).value_or(0) != 0, x, y);
+  mUi->mEnableOnTheFly->setChecked(numberOf(performanceSettingsDict, keys::SensitivityOSDOn).value_or(0) != 0);
   showPointer();
 }
 
-void MousePerformanceController::showSensitivity() {
-  const bool isIndependent = numberOf(performanceSettingsDict, keys::IndependentXYOn).value_or(0) != 0;
-  mUi->mDpiValue->setText(sensitivityText(numberOf(performanceSettingsDict, keys::DPIX),
-                                          numberOf(performanceSettingsDict, keys::DPIY), isIndependent));
-  mUi->mOnTheFlyValue->setText(onOffText(numberOf(performanceSettingsDict, keys::SensitivityOSDOn)));
+void MousePerformanceController::updateDPISliders(const PropertyList& sensitivity) {
+  if (sensitivity.isNone()) return;
+  dropPendingCommits();
+  const std::optional<int> x = numberOf(sensitivity, newsKeys::DPIValue);
+  const std::optional<int> y = numberOf(sensitivity, newsKeys::DPIYValue);
+  if (x) setValueSilently(*mUi->mXDpiSlider, *x);
+  if (y) setValueSilently(*mUi->mYDpiSlider, *y);
+  const bool isIndependent = x != y || numberOf(sensitivity, keys::IndependentXYOn) == 1;
+  showAxes(isIndependent, x.value_or(mUi->mXDpiSlider->value()), y.value_or(mUi->mYDpiSlider->value()));
 }
 
-void MousePerformanceController::showStages() {
+// While the axes are independent the sliders say what they are, and the given values only whether there are any.
+void MousePerformanceController::showAxes(bool isIndependent, std::optional<int> x, std::optional<int> y) {
+  mUi->mEnableIndependentXY->setChecked(isIndependent);
+  mUi->mDpiXLabel->setVisible(isIndependent);
+  mUi->mDpiYLabel->setVisible(isIndependent);
+  mUi->mYDpiSlider->setEnabled(mIsEnabled && isIndependent);
+  mUi->mYDpiSlider->setToolTip(mIsEnabled && !isIndependent ? localized("lkeyAxesLocked") : QString());
+  if (isIndependent && x && y) {
+    x = mUi->mXDpiSlider->value();
+    y = mUi->mYDpiSlider->value();
+  }
+  mUi->mDpiValue->setText(sensitivityText(x, y, isIndependent));
+}
+
+void MousePerformanceController::showStageChips() {
   const std::array<StageChip*, keys::maximumStages> chips = {mUi->mStageOne, mUi->mStageTwo, mUi->mStageThree,
                                                              mUi->mStageFour, mUi->mStageFive};
   const PropertyList stages = performanceSettingsDict[keys::Stages].arrayOrEmpty();
@@ -72,11 +217,8 @@ void MousePerformanceController::showStages() {
   int index = 0;
   for (StageChip* chip : chips) {
     const PropertyList& stage = stages.at(index);
-    const bool isIndependent = numberOf(stage, keys::StageIndependentXY).value_or(0) != 0;
-    const std::optional<int> x = numberOf(stage, keys::StageDpiX);
-    const std::optional<int> y = numberOf(stage, keys::StageDpiY);
-    chip->setText(stageText(x, y, isIndependent));
-    chip->setAccessibleName(sensitivityText(x, y, isIndependent));
+    chip->setText(stageChipText(stage));
+    chip->setAccessibleName(stageText(stage));
     chip->setCurrent(index == current);
     chip->setAccessibleDescription(chip->isCurrent() ? localized("lkeyCurrentStage") : QString());
     chip->setHidden(chip->text().isEmpty());
@@ -86,17 +228,28 @@ void MousePerformanceController::showStages() {
 
 void MousePerformanceController::showPointer() {
   const std::optional<int> rate = numberOf(deviceSettingsDict, keys::PollingRate);
-  const auto* title = std::find_if(mPollingRates.begin(), mPollingRates.end(),
-                                   [&rate](const auto& known) { return rate && known.first == *rate; });
-  mUi->mPollingRateValue->setText(title != mPollingRates.end() ? title->second : QString());
+  const std::optional<int> index = rate ? indexForPollingRateValue(*rate) : std::nullopt;
+  if (index) mUi->mPollingRate->setCurrentIndex(*index);
 
-  const std::optional<int> isOn = numberOf(performanceSettingsDict, keys::AccelerationOn);
-  const std::optional<int> level = numberOf(performanceSettingsDict, keys::Acceleration);
-  const bool showsLevel = isOn.value_or(0) != 0 && level;
-  mUi->mAccelerationValue->setText(showsLevel ? localized("lkeyAccelerationLevel").arg(*level) : onOffText(isOn));
+  const bool isOn = numberOf(performanceSettingsDict, keys::AccelerationOn).value_or(0) != 0;
+  mUi->mEnableAcceleration->setChecked(isOn);
+  setValueSilently(*mUi->mAccelerationSlider, numberOf(performanceSettingsDict, keys::Acceleration).value_or(0));
+  mUi->mAccelerationSlider->setEnabled(mIsEnabled && isOn);
+  mUi->mAccelerationSlider->setToolTip(mIsEnabled && !isOn ? localized("lkeyAccelerationOff") : QString());
 }
 
 void MousePerformanceController::enableControlsState(bool enabled) {
+  mIsEnabled = enabled;
+  // A slider that is disabled is let go.
+  if (!enabled) dropPendingCommits();
+  for (QWidget* control : std::initializer_list<QWidget*>{
+           mUi->mSensitivityStages, mUi->mXDpiSlider, mUi->mYDpiSlider, mUi->mEnableIndependentXY, mUi->mEnableOnTheFly,
+           mUi->mEnableAcceleration, mUi->mAccelerationSlider, mUi->mPollingRate}) {
+    control->setEnabled(enabled);
+    // A disabled one shows the page's reason.
+    control->setToolTip(QString());
+  }
+  for (StageChip* chip : findChildren<StageChip*>()) chip->setEnabled(enabled);
   setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
 }
 

@@ -1,23 +1,36 @@
 // The Performance tab: sensitivity, its stages, polling rate and acceleration of the current profile. It never talks
-// to the engine; it keeps copies of the slices that its owner hands it and redraws from them. Main thread. Slices of a
-// wrong shape are survived: what cannot be read shows nothing.
+// to the engine; it keeps copies of the slices that its owner hands it, redraws from them and asks its delegate for
+// every change. Main thread. Slices of a wrong shape are survived: what cannot be read shows nothing.
+//
+// Only what the user does is sent. A drag of a sensitivity slider shows its values on the way and is sent once, when
+// the slider is let go; each step of a key or of the wheel is sent. A redraw shows what the settings say, also under a
+// slider that is being dragged, and drops what was not sent yet: the slider then holds nothing of the user's.
+//
+// The stages are edited in a sheet, on a working copy of the profile's stages. OK sends the copy and makes the selected
+// stage the current one; Cancel drops the copy. A redraw begins a new copy, also while the sheet is open.
 #pragma once
 
 #include <QPointer>
-#include <QString>
 #include <QWidget>
-#include <array>
 #include <memory>
-#include <utility>
+#include <optional>
+#include <string_view>
 
 #include "model/PropertyList.h"
 #include "performance/MousePerformanceDelegate.h"
+
+class QDialog;
+class QSlider;
 
 namespace skarn {
 
 namespace Ui {
 class MousePerformanceController;
-}
+class SensitivityStagesSheet;
+}  // namespace Ui
+
+class DragCommit;
+class StagesTableModel;
 
 class MousePerformanceController : public QWidget {
   Q_OBJECT
@@ -33,25 +46,81 @@ class MousePerformanceController : public QWidget {
   void setMDeviceSettingsDict(const vorn::PropertyList& deviceSettings) { deviceSettingsDict = deviceSettings; }
   MousePerformanceDelegate* mMousePerformanceDelegate() const { return mousePerformanceDelegate; }
   void setMMousePerformanceDelegate(MousePerformanceDelegate* delegate) { mousePerformanceDelegate = delegate; }
+  // The window that the stages sheet lies on; without one it lies on the window that this page is in.
   QWidget* mPerformanceWindow() const { return performanceWindow; }
   void setMPerformanceWindow(QWidget* window) { performanceWindow = window; }
 
   // --- Drawing
-  // Looks up the titles of the polling rates; once, before the first redraw.
+  // Fills the list of polling rates; once, before the first redraw. No rate is selected then.
   void populateUISettings();
   // Redraws from the slices; without a profile record (none) nothing changes.
   void updateUISettings();
+  // Shows a sensitivity that the device reports: "DPI Value" (X), "DPIY Value" (Y), "IndependentXYOn". None is ignored.
+  void updateDPISliders(const vorn::PropertyList& sensitivity);
+  // False without a device. Enabling enables every control; the redraw that follows disables those that have nothing
+  // to set.
   void enableControlsState(bool enabled);
 
+  // The list index of a polling rate in Hz; empty for a rate that is not in the list.
+  static std::optional<int> indexForPollingRateValue(int value);
+
  private:
-  void showSensitivity();
-  void showStages();
+  void connectControls();
+  void send(const vorn::PropertyList& settings);
+  void updateValue(int value, std::string_view forSetting);
+
+  void xDpiSliderValueChange();
+  void yDpiSliderValueChange();
+  void finishTrackDPIX();
+  void finishTrackDPIY();
+  void tickIndependentXY();
+  void tickOnTheFly();
+  void tickAcceleration();
+  void accelerationSliderValueChange();
+  void selectPollingRateValue(int index);
+
+  void dropPendingCommits();
+  void showAxes(bool isIndependent, std::optional<int> x, std::optional<int> y);
+  void showStageChips();
   void showPointer();
 
+  // --- The stages sheet
+  void createStagesSheet();
+  void clickSensitivityStages();
+  void clickStageAdd();
+  void clickStageDelete();
+  void xDpiStageSliderValueChange();
+  void yDpiStageSliderValueChange();
+  void tickStageIndependentXY();
+  void clickStageOK();
+  void clickStageCancel();
+  void tableViewSelectionDidChange();
+
+  int selectedStage() const;  // row, or -1
+  void selectCurrentStage();
+  void loadStagesArray();
+  // Shows the working copy; the selected row stays selected as long as there is such a row.
+  void reloadStagesTable();
+  void replaceSelectedStage(const vorn::PropertyList& stage);
+  void showStageEditors();
+  void showStageButtons();
+
   std::unique_ptr<Ui::MousePerformanceController> mUi;
+  QPointer<QDialog> mSensitivityStagesView;  // lies on a window that may go first
+  std::unique_ptr<Ui::SensitivityStagesSheet> mStagesUi;
+  StagesTableModel* mStagesModel;
+  std::unique_ptr<DragCommit> mXCommit;
+  std::unique_ptr<DragCommit> mYCommit;
+  bool mIsEnabled = true;
+
+  // The values last loaded from the settings, in DPI, and on the way of a drag of X also those last shown. 0: no
+  // settings were loaded yet, and the sliders do nothing. Shared by the whole process; a new tab begins at 0.
+  static int lastDpiX;
+  static int lastDpiY;
+
   vorn::PropertyList performanceSettingsDict = vorn::PropertyList::dictionary();
   vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
-  std::array<std::pair<int, QString>, 3> mPollingRates;  // Hz and title
+  vorn::PropertyList mStagesArray = vorn::PropertyList::array();
   MousePerformanceDelegate* mousePerformanceDelegate = nullptr;
   QPointer<QWidget> performanceWindow;
 };

@@ -18,8 +18,9 @@ constexpr qreal outlineWidth = 2;
 
 }  // namespace
 
-StageChip::StageChip(QWidget* parent) : QLabel(parent) {
-  setTextFormat(Qt::PlainText);
+StageChip::StageChip(QWidget* parent) : QAbstractButton(parent) {
+  setFocusPolicy(Qt::NoFocus);
+  setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
@@ -46,16 +47,20 @@ void StageChip::setCurrent(bool current) {
   update();
 }
 
+QPalette::ColorRole StageChip::groundRole() const {
+  if (isDown() || (isEnabled() && underMouse())) return QPalette::Mid;
+  return mIsCurrent ? QPalette::Base : QPalette::Midlight;
+}
+
 void StageChip::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const qreal inset = outlineWidth / 2;
-  painter.setBrush(palette().color(QPalette::Midlight));
+  painter.setBrush(palette().color(groundRole()));
   painter.setPen(Qt::NoPen);
   if (mIsCurrent) {
     const QColor outline = isEnabled() ? accentColor(palette()) : palette().color(QPalette::Dark);
     painter.setPen(QPen(outline, outlineWidth));
-    painter.setBrush(palette().color(QPalette::Base));
   }
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
   painter.setFont(shownFont(mIsCurrent));

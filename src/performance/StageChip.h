@@ -1,12 +1,13 @@
-// One sensitivity stage: its value on a rounded ground. The current stage has the accent's outline and semibold text.
-// A value that is too long for its place is cut in the middle.
+// One sensitivity stage as a button: its value on a rounded ground. The current stage has the accent's outline and
+// semibold text. A value that is too long for its place is cut in the middle. It takes no focus: a row of chips is a
+// shortcut for the mouse beside a button that does the same.
 #pragma once
 
-#include <QLabel>
+#include <QAbstractButton>
 
 namespace skarn {
 
-class StageChip : public QLabel {
+class StageChip : public QAbstractButton {
   Q_OBJECT
   Q_PROPERTY(bool current READ isCurrent WRITE setCurrent)
 
@@ -24,6 +25,7 @@ class StageChip : public QLabel {
 
  private:
   QFont shownFont(bool current) const;
+  QPalette::ColorRole groundRole() const;
 
   bool mIsCurrent = false;
 };

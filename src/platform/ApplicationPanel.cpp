@@ -39,6 +39,7 @@ ApplicationPanel::ApplicationPanel(QWidget* window)
   mUi->mApplicationList->setItemDelegate(new RowDelegate(this));
 
   mUi->mApplicationSearch->installEventFilter(this);
+  mUi->mApplicationList->installEventFilter(this);
   connect(mUi->mApplicationSearch, &QLineEdit::textChanged, this, &ApplicationPanel::search);
   connect(mUi->mApplicationList->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &ApplicationPanel::updateState);
@@ -71,12 +72,18 @@ ApplicationPanel* ApplicationPanel::open(QWidget* window, const QString& filePan
 }
 
 bool ApplicationPanel::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == mUi->mApplicationSearch && event->type() == QEvent::KeyPress &&
-      movesInList(static_cast<QKeyEvent*>(event)->key())) {
-    QCoreApplication::sendEvent(mUi->mApplicationList, event);
+  QListView* list = mUi->mApplicationList;
+  if (event->type() != QEvent::KeyPress || !movesInList(static_cast<QKeyEvent*>(event)->key())) {
+    return QDialog::eventFilter(watched, event);
+  }
+  if (watched == mUi->mApplicationSearch) {
+    QCoreApplication::sendEvent(list, event);
     return true;
   }
-  return QDialog::eventFilter(watched, event);
+  // The list would move on from a row that it takes for current, though nobody chose it.
+  if (list->selectionModel()->hasSelection()) return false;
+  list->setCurrentIndex(mShown->index(0, 0));
+  return true;
 }
 
 void ApplicationPanel::search(const QString& text) {

@@ -30,7 +30,7 @@ class ApplicationPanel : public QDialog {
   ~ApplicationPanel() override;
 
  protected:
-  // The keys that move in the list do so from the search field, too.
+  // The keys that move in the list do so from the search field, too, and begin with its first row.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

@@ -2,12 +2,12 @@
 
 #include <QAction>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QShortcut>
-#include <QTextBrowser>
 #include <QToolButton>
-#include <QUrl>
 #include <QVBoxLayout>
 
+#include "platform/HelpBrowser.h"
 #include "platform/Localization.h"
 
 namespace skarn {
@@ -17,6 +17,7 @@ namespace {
 constexpr QSize naturalSize(760, 620);
 constexpr int barMargin = 8;
 constexpr qreal pageMargin = 24;
+constexpr int searchWidth = 240;
 
 QToolButton* navigationButton(QWidget* parent, const char* name, Qt::ArrowType arrow, const QString& text,
                               QKeySequence::StandardKey shortcut) {
@@ -40,25 +41,35 @@ HelpWindow& HelpWindow::shared() {
 }
 
 HelpWindow::HelpWindow()
-    : mBrowser(new QTextBrowser(this)),
+    : mBrowser(new HelpBrowser(this)),
       mBack(navigationButton(this, "helpBack", Qt::LeftArrow, localized("lkeyHelpBack"), QKeySequence::Back)),
       mForward(
-          navigationButton(this, "helpForward", Qt::RightArrow, localized("lkeyHelpForward"), QKeySequence::Forward)) {
+          navigationButton(this, "helpForward", Qt::RightArrow, localized("lkeyHelpForward"), QKeySequence::Forward)),
+      mContents(new QToolButton(this)),
+      mSearch(new QLineEdit(this)) {
   setObjectName(QStringLiteral("helpWindow"));
   setAttribute(Qt::WA_DeleteOnClose);
   // An open help page must not keep the application alive.
   setAttribute(Qt::WA_QuitOnClose, false);
   resize(naturalSize);
 
-  mBrowser->setFrameShape(QFrame::NoFrame);
   mBrowser->document()->setDocumentMargin(pageMargin);
-  mBrowser->setOpenExternalLinks(true);
+  mContents->setObjectName(QStringLiteral("helpContents"));
+  mContents->setText(localized("lkeyHelpContents"));
+  mContents->setAutoRaise(true);
+  mSearch->setObjectName(QStringLiteral("helpSearch"));
+  mSearch->setPlaceholderText(localized("lkeyHelpSearch"));
+  mSearch->setAccessibleName(localized("lkeyHelpSearch"));
+  mSearch->setClearButtonEnabled(true);
+  mSearch->setFixedWidth(searchWidth);
 
   auto* bar = new QHBoxLayout;
   bar->setContentsMargins(barMargin, barMargin, barMargin, barMargin);
   bar->addWidget(mBack);
   bar->addWidget(mForward);
+  bar->addWidget(mContents);
   bar->addStretch();
+  bar->addWidget(mSearch);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
@@ -70,13 +81,30 @@ HelpWindow::HelpWindow()
   connect(mForward, &QToolButton::clicked, mBrowser, &QTextBrowser::forward);
   connect(mBrowser, &QTextBrowser::backwardAvailable, mBack, &QWidget::setEnabled);
   connect(mBrowser, &QTextBrowser::forwardAvailable, mForward, &QWidget::setEnabled);
+  connect(mContents, &QToolButton::clicked, mBrowser, &HelpBrowser::showContents);
+  connect(mSearch, &QLineEdit::textEdited, this, &HelpWindow::search);
+  connect(mSearch, &QLineEdit::returnPressed, this, [this] { mBrowser->setFocus(); });
+  auto* findKey = new QShortcut(QKeySequence(QKeySequence::Find), this);
+  connect(findKey, &QShortcut::activated, this, [this] {
+    mSearch->setFocus();
+    mSearch->selectAll();
+  });
   auto* closeKey = new QShortcut(QKeySequence(QKeySequence::Close), this);
   connect(closeKey, &QShortcut::activated, this, &QWidget::close);
 }
 
+void HelpWindow::search(const QString& words) {
+  if (words.trimmed().isEmpty()) {
+    mBrowser->showContents();
+  } else {
+    mBrowser->showResults(words);
+  }
+}
+
 void HelpWindow::showPage(const QString& title, const QString& path) {
   setWindowTitle(title);
-  mBrowser->setSource(QUrl::fromLocalFile(path));
+  mSearch->clear();
+  mBrowser->showPage(path);
   if (isMinimized()) {
     showNormal();
   } else {

@@ -1,14 +1,17 @@
-// The window that shows the pages of a help book. Deletes itself when it is closed.
+// The window that shows the pages of a help book, with Back, Forward, Contents and a search field. Deletes itself when
+// it is closed.
 #pragma once
 
 #include <QPointer>
 #include <QString>
 #include <QWidget>
 
-class QTextBrowser;
+class QLineEdit;
 class QToolButton;
 
 namespace skarn {
+
+class HelpBrowser;
 
 class HelpWindow : public QWidget {
   Q_OBJECT
@@ -23,9 +26,13 @@ class HelpWindow : public QWidget {
  private:
   HelpWindow();
 
-  QTextBrowser* mBrowser;
+  void search(const QString& words);
+
+  HelpBrowser* mBrowser;
   QToolButton* mBack;
   QToolButton* mForward;
+  QToolButton* mContents;
+  QLineEdit* mSearch;
 };
 
 }  // namespace skarn

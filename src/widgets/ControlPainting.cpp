@@ -67,8 +67,12 @@ void drawButtonPanel(const QStyleOption* option, QPainter* painter, bool flat) {
   const QPalette& palette = option->palette;
   const QPalette::ColorRole fill =
       pressed ? QPalette::Mid : (hovered ? QPalette::Midlight : (flat ? QPalette::Window : QPalette::Button));
+  // The button that Return presses stands out by its outline.
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  const bool isDefault = button != nullptr && (button->features & QStyleOptionButton::DefaultButton) &&
+                         isOn(option, QStyle::State_Enabled);
   drawRounded(painter, option->rect, palette.color(fill),
-              flat ? QPen(Qt::NoPen) : QPen(palette.color(QPalette::Mid), 1));
+              flat ? QPen(Qt::NoPen) : QPen(palette.color(isDefault ? QPalette::PlaceholderText : QPalette::Mid), 1));
 }
 
 void drawCheckBox(const QStyleOption* option, QPainter* painter) {
@@ -113,7 +117,19 @@ void drawChevron(QPainter* painter, const QRect& rect, const QColor& color, Qt::
   painter->setPen(QPen(color, chevronStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter->setBrush(Qt::NoBrush);
   painter->translate(QRectF(rect).center());
-  if (direction == Qt::RightArrow) painter->rotate(-90);
+  switch (direction) {
+    case Qt::RightArrow:
+      painter->rotate(-90);
+      break;
+    case Qt::LeftArrow:
+      painter->rotate(90);
+      break;
+    case Qt::UpArrow:
+      painter->rotate(180);
+      break;
+    default:
+      break;
+  }
   painter->drawPolyline(QPolygonF({QPointF(-4, -2), QPointF(0, 2), QPointF(4, -2)}));
 }
 

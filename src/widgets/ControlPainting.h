@@ -20,7 +20,7 @@ void drawCheckBox(const QStyleOption* option, QPainter* painter);
 void drawRadioButton(const QStyleOption* option, QPainter* painter);
 // The ground of a text field or of a pop-up list; the outline tells the focus.
 void drawFieldFrame(const QStyleOption* option, QPainter* painter);
-// A chevron of one-and-a-half pixels that points down or, for a submenu, right.
+// A chevron of one-and-a-half pixels in the middle of the rectangle.
 void drawChevron(QPainter* painter, const QRect& rect, const QColor& color, Qt::ArrowType direction);
 
 constexpr int sliderHandle = 16;  // diameter

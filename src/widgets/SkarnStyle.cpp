@@ -86,6 +86,12 @@ void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
   painter->restore();
 }
 
+void drawArrow(const QStyleOption* option, QPainter* painter, Qt::ArrowType direction) {
+  const bool isEnabled = option->state & QStyle::State_Enabled;
+  drawChevron(painter, option->rect,
+              option->palette.color(isEnabled ? QPalette::Normal : QPalette::Disabled, QPalette::Text), direction);
+}
+
 // Its ground and chevron; the text is the control's label.
 void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter) {
   const bool isEnabled = list->state & QStyle::State_Enabled;
@@ -205,6 +211,18 @@ void SkarnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     case PE_IndicatorRadioButton:
       drawRadioButton(option, painter);
       return;
+    case PE_IndicatorArrowLeft:
+      drawArrow(option, painter, Qt::LeftArrow);
+      return;
+    case PE_IndicatorArrowRight:
+      drawArrow(option, painter, Qt::RightArrow);
+      return;
+    case PE_IndicatorArrowUp:
+      drawArrow(option, painter, Qt::UpArrow);
+      return;
+    case PE_IndicatorArrowDown:
+      drawArrow(option, painter, Qt::DownArrow);
+      return;
     case PE_PanelLineEdit:
       if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0) {
         drawFieldFrame(option, painter);
@@ -268,9 +286,10 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
       if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
         painter->save();
         painter->setFont(scaled(painter->font(), captionScale));
-        drawItemText(painter, header->rect.adjusted(headerPadding, 0, -headerPadding, 0),
-                     static_cast<int>(header->textAlignment), header->palette, header->state & State_Enabled,
-                     header->text, QPalette::PlaceholderText);
+        Qt::Alignment alignment = header->textAlignment;
+        if (!(alignment & Qt::AlignVertical_Mask)) alignment |= Qt::AlignVCenter;
+        drawItemText(painter, header->rect.adjusted(headerPadding, 0, -headerPadding, 0), static_cast<int>(alignment),
+                     header->palette, header->state & State_Enabled, header->text, QPalette::PlaceholderText);
         painter->restore();
       }
       return;
@@ -362,7 +381,8 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
 }
 
 QRect SkarnStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
-  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  if (element == SE_HeaderArrow) rect.moveTop(option->rect.center().y() - rect.height() / 2);
   if (element == SE_LineEditContents) return rect.adjusted(fieldPadding - 2, 0, 2 - fieldPadding, 0);
   // The first tab's text stands at the page's margin.
   if (element == SE_TabWidgetTabBar) return rect.adjusted(pageMargin - tabSidePadding / 2, 0, 0, 0);

@@ -79,6 +79,7 @@ class NewsTest : public QObject {
   void a_step_of_the_animation_follows_the_current_picture();
   void a_failing_firmware_answer_without_a_version_keeps_the_query_running();
   void a_failing_firmware_answer_with_a_version_ends_the_query_and_shows_nothing();
+  void connection_and_battery_are_told_in_words();
   void the_battery_status_is_asked_for_every_ten_seconds_by_its_own_thread();
 };
 
@@ -374,6 +375,40 @@ void NewsTest::no_battery_clears_the_icon() {
   QVERIFY(fixture.battery().isEmpty());
   fixture.charging(7);
   QCOMPARE(fixture.battery(), QStringLiteral("battery3"));
+}
+
+void NewsTest::connection_and_battery_are_told_in_words() {
+  Connected fixture;
+  const auto words = [](const NamedImageView* view) {
+    return view->toolTip() == view->accessibleDescription() ? view->toolTip() : QStringLiteral("(two texts)");
+  };
+  const NamedImageView* connection = fixture.window.ui().mDeviceConnectivity;
+  const NamedImageView* battery = fixture.window.ui().mBattery;
+  QCOMPARE(words(battery), QString());
+
+  fixture.notifications.post("Device Attached 273", "", {});
+  QCOMPARE(words(connection), QStringLiteral("Connected by cable"));
+  fixture.notifications.post("Device Attached 0", "", {});
+  QCOMPARE(words(connection), QStringLiteral("Connected by the wireless receiver"));
+
+  fixture.charging(0);
+  QCOMPARE(words(battery), QStringLiteral("Battery"));
+  fixture.level(73);
+  QCOMPARE(words(battery), QStringLiteral("Battery at 73 percent"));
+  fixture.level(255);
+  QCOMPARE(words(battery), QStringLiteral("Battery at 73 percent"));
+  fixture.charging(1);
+  QCOMPARE(words(battery), QStringLiteral("Battery charging, 73 percent"));
+  fixture.charging(2);
+  QCOMPARE(words(battery), QString());
+
+  fixture.charging(1);
+  fixture.notifications.post("Device Removed 273", "", {});
+  QCOMPARE(words(battery), QString());
+  QCOMPARE(words(connection), QString());
+  // The level of the mouse that went says nothing about the next one.
+  fixture.charging(1);
+  QTRY_COMPARE(words(battery), QStringLiteral("Battery charging"));
 }
 
 void NewsTest::a_failing_firmware_answer_without_a_version_keeps_the_query_running() {

@@ -1,10 +1,13 @@
 // The main window itself: its parts by name, its buttons, its errors.
 #include <QAbstractButton>
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolButton>
+#include <memory>
 
 #include "HubFixture.h"
 #include "app/CommandLine.h"
@@ -22,6 +25,17 @@ QList<QMessageBox*> alertsOf(QWidget& window) {
   return window.findChildren<QMessageBox*>(QStringLiteral("alert"));
 }
 
+QWidget* helpWindow() {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (widget->objectName() == QLatin1String("helpWindow")) return widget;
+  }
+  return nullptr;
+}
+
+QString shownPage(const QWidget& help) {
+  return help.findChild<QTextBrowser*>()->source().fileName();
+}
+
 }  // namespace
 
 class WindowTest : public QObject {
@@ -35,6 +49,8 @@ class WindowTest : public QObject {
   void everything_fits_at_the_least_size_of_the_window();
   void the_community_buttons_open_one_address_each();
   void the_help_button_opens_the_first_page_of_the_help_book();
+  void the_help_key_opens_the_page_of_the_tab_in_front_data();
+  void the_help_key_opens_the_page_of_the_tab_in_front();
   void error_codes_zero_and_one_show_their_texts_data();
   void error_codes_zero_and_one_show_their_texts();
   void any_other_error_code_shows_nothing_data();
@@ -135,12 +151,33 @@ void WindowTest::the_help_button_opens_the_first_page_of_the_help_book() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   fixture.window.ui().mHelpButton->click();
-  QWidget* help = nullptr;
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    if (widget->objectName() == QStringLiteral("helpWindow")) help = widget;
-  }
-  QVERIFY(help != nullptr && help->isVisible());
-  help->close();
+  const std::unique_ptr<QWidget> help(helpWindow());
+  QVERIFY(help && help->isVisible());
+  QCOMPARE(shownPage(*help), QStringLiteral("index.html"));
+}
+
+void WindowTest::the_help_key_opens_the_page_of_the_tab_in_front_data() {
+  QTest::addColumn<QString>("page");
+  QTest::newRow("MouseButtonController") << "buttons.html";
+  QTest::newRow("MouseProfilesController") << "profiles.html";
+  QTest::newRow("MouseMacrosController") << "macros.html";
+  QTest::newRow("MousePerformanceController") << "performance.html";
+  QTest::newRow("MouseLightingController") << "lighting.html";
+  QTest::newRow("MouseMaintenanceController") << "maintenance.html";
+}
+
+void WindowTest::the_help_key_opens_the_page_of_the_tab_in_front() {
+  QFETCH(QString, page);
+  HubFixture fixture;
+  fixture.startConnected(bundleWith({"Work"}));
+  fixture.window.activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&fixture.window));
+  QTabWidget* tabs = fixture.window.ui().mMouseTabView;
+  tabs->setCurrentWidget(fixture.page(QTest::currentDataTag()));
+  QTest::keyClick(&fixture.window, Qt::Key_F1);
+  const std::unique_ptr<QWidget> help(helpWindow());
+  QVERIFY(help && help->isVisible());
+  QCOMPARE(shownPage(*help), page);
 }
 
 void WindowTest::error_codes_zero_and_one_show_their_texts_data() {

@@ -5,10 +5,12 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QToolButton>
 #include <memory>
 
 #include "PanelTest.h"
 #include "platform/FilePanel.h"
+#include "platform/Images.h"
 #include "platform/Localization.h"
 
 using namespace skarn;
@@ -121,6 +123,34 @@ class FilePanelTest : public QObject {
     QCOMPARE(mEnds.ends, Ends());
   }
 
+  void aPanelHasTheApplicationsOwnPictures() {
+    open(macroTypes);
+    const std::pair<const char*, const char*> tools[] = {
+        {"backButton", "panelBack.png"},       {"forwardButton", "panelForward.png"},
+        {"toParentButton", "panelParent.png"}, {"newFolderButton", "panelNewFolder.png"},
+        {"listModeButton", "panelList.png"},   {"detailModeButton", "panelDetails.png"}};
+    const QColor color = panel()->palette().color(QPalette::ButtonText);
+    for (const auto& [name, picture] : tools) {
+      const auto* tool = panel()->findChild<QToolButton*>(QLatin1String(name));
+      QVERIFY2(tool, name);
+      const QImage expected = tintedIcon(QLatin1String(picture), color).pixmap(16, 16).toImage();
+      QVERIFY2(!expected.isNull(), picture);
+      QCOMPARE(tool->icon().pixmap(16, 16).toImage(), expected);
+      QVERIFY(!tool->accessibleName().isEmpty());
+    }
+    for (auto which : {QDialogButtonBox::Open, QDialogButtonBox::Cancel}) QVERIFY(button(which)->icon().isNull());
+  }
+
+  void theDisabledButtonSaysWhy() {
+    open(macroTypes);
+    QVERIFY(!button(QDialogButtonBox::Open)->isEnabled());
+    QCOMPARE(button(QDialogButtonBox::Open)->toolTip(), localized("lkeyNoFileNamed"));
+    typeName(QStringLiteral("Fire.SkarnMacro"));
+    QVERIFY(button(QDialogButtonBox::Open)->isEnabled());
+    QCOMPARE(button(QDialogButtonBox::Open)->toolTip(), QString());
+    QCOMPARE(button(QDialogButtonBox::Cancel)->toolTip(), QString());
+  }
+
   void withoutTypesAllFilesAreShown() {
     open({});
     QCOMPARE(panel()->nameFilters(), QStringList{QStringLiteral("All files (*)")});
@@ -213,6 +243,45 @@ class FilePanelTest : public QObject {
     verifyStaysOpenWith({QStringLiteral("“Ice.SkarnMacro” was not found"), localized("lkeyFileNotFoundDesc")});
     enter(QStringLiteral("Fire.SkarnMacro"));
     verifyEndsWith(FilePanel::okButton, inFolder(QStringLiteral("Fire.SkarnMacro")));
+  }
+
+  void aLongNameIsToldWithoutItsMiddle() {
+    open(macroTypes);
+    nameEdit()->setText(QString(200, QLatin1Char('n')));
+    QTest::keyClick(nameEdit(), Qt::Key_Return);
+    const QString half(30, QLatin1Char('n'));
+    verifyStaysOpenWith({QStringLiteral("“%1…%1” was not found").arg(half), localized("lkeyFileNotFoundDesc")});
+  }
+
+  void aPathMayBeginAtHome() {
+    const QString path = QDir::homePath() + QStringLiteral("/Home.SkarnMacro");
+    QVERIFY(writeTestFile(path, "x"));
+    open(macroTypes);
+    enter(QStringLiteral("~/Home.SkarnMacro"));
+    verifyEndsWith(FilePanel::okButton, path);
+  }
+
+  void nothingIsDeletedInAPanel_data() {
+    QTest::addColumn<bool>("isSave");
+    QTest::newRow("open") << false;
+    QTest::newRow("save") << true;
+  }
+  void nothingIsDeletedInAPanel() {
+    QFETCH(bool, isSave);
+    if (isSave) {
+      save(QStringLiteral("Work"));
+    } else {
+      open(macroTypes);
+    }
+    QTRY_VERIFY(isShown(QStringLiteral("Fire.SkarnMacro")));
+    list()->setFocus();
+    list()->setCurrentIndex(row(QStringLiteral("Fire.SkarnMacro")));
+    QTest::keyClick(list(), Qt::Key_Delete);
+    QVERIFY(panel()->findChildren<QMessageBox*>().isEmpty());
+    QVERIFY(QFile::exists(inFolder(QStringLiteral("Fire.SkarnMacro"))));
+    QVERIFY(!panel()->findChild<QAction*>(QStringLiteral("qt_delete_action"))->isVisible());
+    QCOMPARE(panel()->findChild<QToolButton*>(QStringLiteral("newFolderButton"))->isVisible(), isSave);
+    QCOMPARE(panel()->testOption(QFileDialog::ReadOnly), !isSave);
   }
 
   void aFileOfAnotherTypeIsRefused() {
