@@ -51,10 +51,6 @@
         <source>Assign Application…</source>
         <translation>Assign Application…</translation>
     </message>
-    <message id="lkeyAssigned">
-        <source>Assigned</source>
-        <translation>Assigned</translation>
-    </message>
     <message id="lkeyAxesLocked">
         <source>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</source>
         <translation>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</translation>
@@ -187,6 +183,14 @@
         <source>C</source>
         <translation>C</translation>
     </message>
+    <message id="lkeyControlKeyName">
+        <source>Button %1, %2 key</source>
+        <translation>Button %1, %2 key</translation>
+    </message>
+    <message id="lkeyControlName">
+        <source>Button %1, %2</source>
+        <translation>Button %1, %2</translation>
+    </message>
     <message id="lkeyControlNine">
         <source>D</source>
         <translation>D</translation>
@@ -198,6 +202,10 @@
     <message id="lkeyControlOne">
         <source>Tab</source>
         <translation>Tab</translation>
+    </message>
+    <message id="lkeyControlRepeat">
+        <source>Repeat of button %1</source>
+        <translation>Repeat of button %1</translation>
     </message>
     <message id="lkeyControlSeven">
         <source>A</source>
@@ -579,9 +587,17 @@
         <source>Keymap 6</source>
         <translation>Keymap 6</translation>
     </message>
+    <message id="lkeyKeymapSwitchBack">
+        <source>Switch back when the control is let go</source>
+        <translation>Switch back when the control is let go</translation>
+    </message>
     <message id="lkeyKeymapThree">
         <source>Keymap 3</source>
         <translation>Keymap 3</translation>
+    </message>
+    <message id="lkeyKeymapTitle">
+        <source>Switch to a keymap</source>
+        <translation>Switch to a keymap</translation>
     </message>
     <message id="lkeyKeymapTwo">
         <source>Keymap 2</source>
@@ -590,6 +606,10 @@
     <message id="lkeyKeymapsCycle">
         <source>Cycle Keymaps</source>
         <translation>Cycle Keymaps</translation>
+    </message>
+    <message id="lkeyLastLeftClick">
+        <source>One of the controls 1 to 5 has to stay the left click</source>
+        <translation>One of the controls 1 to 5 has to stay the left click</translation>
     </message>
     <message id="lkeyLastProfileStays">
         <source>The last profile cannot be deleted.</source>
@@ -642,6 +662,22 @@
     <message id="lkeyMacroNameColumn">
         <source>Name</source>
         <translation>Name</translation>
+    </message>
+    <message id="lkeyMacroPlayback">
+        <source>Playback</source>
+        <translation>Playback</translation>
+    </message>
+    <message id="lkeyMacroRepeat">
+        <source>How often the macro plays</source>
+        <translation>How often the macro plays</translation>
+    </message>
+    <message id="lkeyMacroRepeatCurrent">
+        <source>Repeat mode</source>
+        <translation>Repeat mode</translation>
+    </message>
+    <message id="lkeyMacroRepeatTitle">
+        <source>Repeat the macro</source>
+        <translation>Repeat the macro</translation>
     </message>
     <message id="lkeyMainLight">
         <source>Main light</source>
@@ -715,6 +751,10 @@
         <source>No application is assigned to this profile.</source>
         <translation>No application is assigned to this profile.</translation>
     </message>
+    <message id="lkeyNoApplicationDesc">
+        <source>What you chose is not an application, or it can no longer be read. The assignment stays as it was.</source>
+        <translation>What you chose is not an application, or it can no longer be read. The assignment stays as it was.</translation>
+    </message>
     <message id="lkeyNoApplicationFound">
         <source>No application is called “%1”.</source>
         <translation>No application is called “%1”.</translation>
@@ -722,6 +762,10 @@
     <message id="lkeyNoApplicationSelected">
         <source>Select an application in the list first</source>
         <translation>Select an application in the list first</translation>
+    </message>
+    <message id="lkeyNoApplicationTitle">
+        <source>This cannot be launched</source>
+        <translation>This cannot be launched</translation>
     </message>
     <message id="lkeyNoApplications">
         <source>No installed applications were found. Choose Browse to look for one.</source>
@@ -734,6 +778,10 @@
     <message id="lkeyNoFileNamed">
         <source>Name a file or choose one in the list</source>
         <translation>Name a file or choose one in the list</translation>
+    </message>
+    <message id="lkeyNoKeyPressed">
+        <source>No key has been pressed yet</source>
+        <translation>No key has been pressed yet</translation>
     </message>
     <message id="lkeyNoMacroSelected">
         <source>Select a macro to see its events.</source>
@@ -758,6 +806,14 @@
     <message id="lkeyNoStageSelected">
         <source>No stage is selected.</source>
         <translation>No stage is selected.</translation>
+    </message>
+    <message id="lkeyNoSwitchBackCycle">
+        <source>Cycling through the keymaps does not switch back</source>
+        <translation>Cycling through the keymaps does not switch back</translation>
+    </message>
+    <message id="lkeyNoSwitchBackWheel">
+        <source>Turning the wheel is over at once: there is nothing to let go</source>
+        <translation>Turning the wheel is over at once: there is nothing to let go</translation>
     </message>
     <message id="lkeyOK">
         <source>OK</source>
@@ -970,6 +1026,22 @@
     <message id="lkeySingleKey">
         <source>Single Key</source>
         <translation>Single Key</translation>
+    </message>
+    <message id="lkeySingleKeyDesc">
+        <source>Press the key, with modifiers if you like. Return confirms the key shown, Escape cancels.</source>
+        <translation>Press the key, with modifiers if you like. Return confirms the key shown, Escape cancels.</translation>
+    </message>
+    <message id="lkeySingleKeyField">
+        <source>Key</source>
+        <translation>Key</translation>
+    </message>
+    <message id="lkeySingleKeyPlaceholder">
+        <source>No key yet</source>
+        <translation>No key yet</translation>
+    </message>
+    <message id="lkeySingleKeyTitle">
+        <source>Assign a single key</source>
+        <translation>Assign a single key</translation>
     </message>
     <message id="lkeySpectrumCycling">
         <source>Spectrum cycling</source>

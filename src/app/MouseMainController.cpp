@@ -104,6 +104,7 @@ void MouseMainController::awakeFromNib() {
   mDeviceConnectivity->clearImage();
   setMFirmwareVersionString({});
   mMouseButtonController->setMNotificationCenter(mNotificationCenter);
+  mMouseButtonController->registerNotification();
   mMouseMacrosController->setMNotificationCenter(mNotificationCenter);
   mMouseMaintenenceController->setOpenAddress(mServices.openAddress);
   wireControls();

@@ -1,48 +1,112 @@
 #include "buttons/ControlRow.h"
 
+#include <QEvent>
+#include <QFocusEvent>
 #include <QHBoxLayout>
+#include <QMenu>
+#include <QPainter>
+#include <QToolButton>
+#include <algorithm>
+#include <utility>
 
+#include "platform/Images.h"
 #include "platform/Localization.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NumberBadge.h"
+#include "widgets/Palettes.h"
+#include "widgets/PopUpButton.h"
 #include "widgets/SkarnStyle.h"
 
 namespace skarn {
 
 namespace {
 
-// Rows share one width, so equal shares line up as columns.
-constexpr int nameShare = 5;
-constexpr int assignmentShare = 6;
+constexpr int widestName = 120;
 constexpr int columnGap = 8;
+constexpr int sidePadding = 4;
 constexpr int naturalHeight = 27;
 constexpr int leastHeight = 22;
+constexpr int greatestHeight = 36;
+constexpr int gapBetweenPopUps = 2;
+constexpr int greatestPopUpHeight = 30;
+constexpr int repeatButtonSize = 22;
+constexpr int repeatIconSize = 16;
+constexpr float groundOpacity = 0.12F;
 
-ElidedLabel* columnLabel(QWidget* parent) {
-  auto* label = new ElidedLabel(parent);
-  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  return label;
+// The two families at the right share one column.
+bool isAtTheLeft(ControlFamily family) {
+  return family == ControlFamily::ThumbGrid;
+}
+
+int widthOfNames(ControlFamily family, const QFontMetrics& metrics) {
+  int widest = 0;
+  for (const ControlDescriptor& control : controlTable) {
+    if (isAtTheLeft(control.family) != isAtTheLeft(family)) continue;
+    widest = std::max(widest, metrics.horizontalAdvance(localized(control.nameKey)));
+  }
+  return std::min(widest, widestName);
+}
+
+bool isKeyboard(Qt::FocusReason reason) {
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
 }
 
 }  // namespace
 
+QString spokenName(const ControlDescriptor& control) {
+  const bool isKey = control.family == ControlFamily::ThumbGrid;
+  return localized(isKey ? "lkeyControlKeyName" : "lkeyControlName")
+      .arg(control.ordinal)
+      .arg(localized(control.nameKey));
+}
+
 ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
-    : QWidget(parent), mControl(control), mName(columnLabel(this)), mAssignment(columnLabel(this)) {
-  setObjectName(QLatin1String(control.fieldName) + QStringLiteral("Row"));
+    : QWidget(parent),
+      mControl(control),
+      mName(new ElidedLabel(this)),
+      mPopUp(new PopUpButton(this)),
+      mRepeatButton(new QToolButton(this)) {
+  const QString field = QLatin1String(control.fieldName);
+  setObjectName(field + QStringLiteral("Row"));
+  setMaximumHeight(greatestHeight);
   auto* badge = new NumberBadge(this);
   badge->setText(QString::number(control.ordinal));
   badge->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("caption"));
-  mName->setObjectName(QLatin1String(control.fieldName) + QStringLiteral("Label"));
+  mName->setObjectName(field + QStringLiteral("Label"));
   mName->setText(localized(control.nameKey));
-  mAssignment->setObjectName(QStringLiteral("assignment"));
-  mAssignment->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("muted"));
+  mName->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("muted"));
+  mName->setFixedWidth(widthOfNames(control.family, fontMetrics()));
+  mPopUp->setObjectName(field);
+  mPopUp->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  mPopUp->setMaximumHeight(greatestPopUpHeight);
+  mPopUp->setAccessibleName(spokenName(control));
+  mPopUp->installEventFilter(this);
+  makeRepeatButton();
 
   auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setContentsMargins(sidePadding, gapBetweenPopUps / 2, 0, gapBetweenPopUps / 2);
   layout->setSpacing(columnGap);
   layout->addWidget(badge);
-  layout->addWidget(mName, nameShare);
-  layout->addWidget(mAssignment, assignmentShare);
+  layout->addWidget(mName);
+  layout->addWidget(mPopUp, 1);
+  layout->addWidget(mRepeatButton);
+  connect(mPopUp->menu(), &QMenu::aboutToShow, this, [this] { emit hovered(true); });
+  connect(mPopUp->menu(), &QMenu::aboutToHide, this, [this] { emit hovered(underMouse() || mIsReached); });
+}
+
+void ControlRow::makeRepeatButton() {
+  mRepeatButton->setObjectName(QLatin1String(mControl.repeatButton));
+  mRepeatButton->setAccessibleName(localized("lkeyControlRepeat").arg(mControl.ordinal));
+  mRepeatButton->setToolTip(localized("lkeyMacroRepeat"));
+  mRepeatButton->setFixedSize(repeatButtonSize, repeatButtonSize);
+  mRepeatButton->setIconSize({repeatIconSize, repeatIconSize});
+  mRepeatButton->setFocusPolicy(Qt::StrongFocus);
+  // The columns must not move when it comes and goes.
+  QSizePolicy place = mRepeatButton->sizePolicy();
+  place.setRetainSizeWhenHidden(true);
+  mRepeatButton->setSizePolicy(place);
+  mRepeatButton->hide();
+  mRepeatButton->installEventFilter(this);
 }
 
 QSize ControlRow::sizeHint() const {
@@ -53,8 +117,54 @@ QSize ControlRow::minimumSizeHint() const {
   return {QWidget::minimumSizeHint().width(), leastHeight};
 }
 
-void ControlRow::showAssignment(const QString& text) {
-  mAssignment->setText(text);
+void ControlRow::setHighlighted(bool highlighted) {
+  if (highlighted == mIsHighlighted) return;
+  mIsHighlighted = highlighted;
+  update();
+}
+
+bool ControlRow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == mRepeatButton && event->type() == QEvent::Show) {
+    if (mRepeatButton->icon().isNull()) tintRepeatIcon();
+  } else if (event->type() == QEvent::FocusIn && isKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
+    mIsReached = true;
+    emit hovered(true);
+  } else if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
+             std::exchange(mIsReached, false)) {
+    emit hovered(false);
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void ControlRow::enterEvent(QEnterEvent* event) {
+  emit hovered(true);
+  QWidget::enterEvent(event);
+}
+
+void ControlRow::leaveEvent(QEvent* event) {
+  // A menu takes the pointer away; the control that it belongs to stays lit.
+  if (!mPopUp->menu()->isVisible()) emit hovered(false);
+  QWidget::leaveEvent(event);
+}
+
+void ControlRow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange && !mRepeatButton->icon().isNull()) tintRepeatIcon();
+  QWidget::changeEvent(event);
+}
+
+void ControlRow::paintEvent(QPaintEvent*) {
+  if (!mIsHighlighted) return;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  QColor ground = accentColor(palette());
+  ground.setAlphaF(groundOpacity);
+  painter.setBrush(ground);
+  painter.drawRoundedRect(QRectF(rect()), SkarnStyle::cornerRadius, SkarnStyle::cornerRadius);
+}
+
+void ControlRow::tintRepeatIcon() {
+  mRepeatButton->setIcon(tintedIcon(QStringLiteral("repeat.png"), palette().color(QPalette::ButtonText)));
 }
 
 }  // namespace skarn

@@ -1,4 +1,5 @@
-// One control of the mouse as a row: its number, what it sends by default, and what it does now.
+// One control of the mouse as a row: its number, what it sends by default, the pop-up with what it does now, and the
+// button for a macro's repeat mode. Main thread.
 #pragma once
 
 #include <QWidget>
@@ -6,8 +7,14 @@
 #include "buttons/ControlTable.h"
 
 class QLabel;
+class QToolButton;
 
 namespace skarn {
+
+class PopUpButton;
+
+// What people call a control: "Button 12, Z key".
+QString spokenName(const ControlDescriptor& control);
 
 class ControlRow : public QWidget {
   Q_OBJECT
@@ -16,17 +23,39 @@ class ControlRow : public QWidget {
   ControlRow(const ControlDescriptor& control, QWidget* parent);
 
   const ControlDescriptor& control() const { return mControl; }
+  // Named after the control, for example mButtonOne.
+  PopUpButton* popUp() const { return mPopUp; }
+  // Named as the table says; hidden at first, and its place stays reserved.
+  QToolButton* repeatButton() const { return mRepeatButton; }
 
-  // An empty text shows nothing.
-  void showAssignment(const QString& text);
+  void setHighlighted(bool highlighted);
+  bool isHighlighted() const { return mIsHighlighted; }
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
+ signals:
+  // True: the pointer came, the keyboard reached one of the row's controls, or its menu opened. False: that ended.
+  void hovered(bool isHovered);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
  private:
+  void makeRepeatButton();
+  // Few of the repeat buttons are ever seen: their icon comes with the first showing.
+  void tintRepeatIcon();
+
   const ControlDescriptor& mControl;
   QLabel* mName;  // named after the control, for example mButtonOneLabel
-  QLabel* mAssignment;
+  PopUpButton* mPopUp;
+  QToolButton* mRepeatButton;
+  bool mIsHighlighted = false;
+  bool mIsReached = false;  // by the keyboard
 };
 
 }  // namespace skarn

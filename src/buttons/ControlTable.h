@@ -35,6 +35,19 @@ struct ControlDescriptor {
   constexpr std::string_view groupKey() const { return groupType == 1 ? vorn::keys::Keys : vorn::keys::Buttons; }
 };
 
+inline constexpr int keysGroupType = 1;
+inline constexpr int buttonsGroupType = 2;
+inline constexpr int buttonsGroupIdentifier = 1;
+inline constexpr int keysGroupIdentifier = 2;
+
+// A writer takes every group identifier but that of the buttons for the keys; where that will not do it asks first.
+constexpr bool isGroupIdentifier(int identifier) {
+  return identifier == buttonsGroupIdentifier || identifier == keysGroupIdentifier;
+}
+constexpr std::string_view groupKeyOf(int groupIdentifier) {
+  return groupIdentifier == buttonsGroupIdentifier ? vorn::keys::Buttons : vorn::keys::Keys;
+}
+
 namespace detail {
 
 constexpr int numberOf(std::string_view digits) {

@@ -1,54 +1,46 @@
 #include "buttons/MouseButtonController.h"
 
+#include <QAction>
+#include <QToolButton>
 #include <QVBoxLayout>
-#include <optional>
 
-#include "buttons/AssignmentCleanUp.h"
+#include "buttons/AssignmentChanges.h"
+#include "buttons/AssignmentMenus.h"
 #include "buttons/ControlRow.h"
+#include "buttons/MacroRepeatSheet.h"
+#include "engine/EngineProtocol.h"
 #include "model/SettingsKeys.h"
-#include "platform/Images.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "ui_MouseButtonController.h"
 #include "widgets/LabelState.h"
+#include "widgets/PopUpButton.h"
 
 namespace skarn {
 
+using vorn::AssignmentCommand;
 using vorn::PropertyList;
 namespace keys = vorn::keys;
 
 namespace {
 
-constexpr int macroCommand = 10;
-constexpr int profileCommand = 17;
-constexpr int defaultCommand = 45;
-
-struct KeymapDescriptor {
-  const char* nameKey;
-  const char* picture;  // the eighth begins with a capital letter
-};
-
-constexpr std::array<KeymapDescriptor, keys::keymapCount> keymaps = {{
-    {"lkeyKeymapOne", "skarn_keymap1.png"},
-    {"lkeyKeymapTwo", "skarn_keymap2.png"},
-    {"lkeyKeymapThree", "skarn_keymap3.png"},
-    {"lkeyKeymapFour", "skarn_keymap4.png"},
-    {"lkeyKeymapFive", "skarn_keymap5.png"},
-    {"lkeyKeymapSix", "skarn_keymap6.png"},
-    {"lkeyKeymapSeven", "skarn_keymap7.png"},
-    {"lkeyKeymapEight", "Skarn_keymap8.png"},
-}};
-
-const KeymapDescriptor* keymapAt(std::optional<int> keymap) {
-  if (!keymap || *keymap < 0 || *keymap >= static_cast<int>(keymaps.size())) return nullptr;
-  return &keymaps[static_cast<std::size_t>(*keymap)];
-}
+// The controls among which one has to stay the left click.
+constexpr std::size_t leftClickCandidates = 5;
 
 }  // namespace
 
 MouseButtonController::MouseButtonController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MouseButtonController>()) {
   mUi->setupUi(this);
+  addRows();
+  connectControls();
+}
+
+MouseButtonController::~MouseButtonController() {
+  setMNotificationCenter(nullptr);
+}
+
+void MouseButtonController::addRows() {
   for (std::size_t index = 0; index < controlTable.size(); ++index) {
     QVBoxLayout* family = nullptr;
     switch (controlTable[index].family) {
@@ -67,61 +59,335 @@ MouseButtonController::MouseButtonController(QWidget* parent)
   }
 }
 
-MouseButtonController::~MouseButtonController() = default;
+void MouseButtonController::connectControls() {
+  QStringList keymapNames;
+  for (const char* key : keymapNameKeys) keymapNames << localized(key);
+  mUi->mKeymapSegment->setSegmentNames(keymapNames);
+  connect(mUi->mKeymapSegment, &SegmentedControl::segmentChosen, this, &MouseButtonController::selectKeymapSegment);
+  connect(mUi->mProfileListPopUp, &QComboBox::activated, this, &MouseButtonController::selectProfile);
+  for (ControlRow* row : mRows) {
+    const ControlDescriptor& control = row->control();
+    row->popUp()->setValidator([this](const QAction& item) { return validateMenuItem(item); });
+    connect(row->popUp(), &PopUpButton::itemChosen, this, [this, &control] { chooseItem(control); });
+    connect(row->repeatButton(), &QToolButton::clicked, this, [this, &control] { clickMacroRepeatButton(control); });
+    connect(row, &ControlRow::hovered, this,
+            [this, &control](bool isHovered) { highlight(isHovered ? &control : nullptr); });
+  }
+  mUi->mMainSkarn->setDescription([this](const ControlDescriptor& control) { return describe(control); });
+  connect(mUi->mMainSkarn, &MouseView::controlHovered, this, &MouseButtonController::highlight);
+  connect(mUi->mMainSkarn, &MouseView::controlClicked, this,
+          [this](const ControlDescriptor* control) { rowOf(*control).popUp()->openMenu(); });
+}
+
+ControlRow& MouseButtonController::rowOf(const ControlDescriptor& control) const {
+  return *mRows[static_cast<std::size_t>(control.ordinal - 1)];
+}
+
+void MouseButtonController::highlight(const ControlDescriptor* control) {
+  for (ControlRow* row : mRows) row->setHighlighted(&row->control() == control);
+  mUi->mMainSkarn->setHighlighted(control);
+}
+
+QString MouseButtonController::describe(const ControlDescriptor& control) const {
+  const PopUpButton* popUp = rowOf(control).popUp();
+  return popUp->accessibleName() + QLatin1Char('\n') + popUp->shownTitle();
+}
+
+void MouseButtonController::setMNotificationCenter(vorn::NotificationCenter* center) {
+  if (notificationCenter != nullptr && notificationCenter != center) notificationCenter->removeObserver(this);
+  notificationCenter = center;
+}
+
+void MouseButtonController::registerNotification() {
+  if (notificationCenter == nullptr) return;
+  notificationCenter->addObserver(this, vorn::notificationNames::singleKeyEvent(vorn::wiredProductID),
+                                  [this](const vorn::Notification& news) { singleKeyEvents(news); });
+}
+
+// --- Drawing
 
 void MouseButtonController::populateUISettings() {
-  for (ControlRow* row : mRows) row->showAssignment(assignmentText(row->control()));
+  forgetWords();
+  for (ControlRow* row : mRows) {
+    const ControlDescriptor& control = row->control();
+    buildAssignmentMenu(*row->popUp(), control, *this, [this, &control](AssignmentCategory submenu, int tag) {
+      chooseSubmenuItem(control, submenu, tag);
+    });
+  }
 }
 
 void MouseButtonController::updateUISettings() {
-  mButtonsDict = buttonsSettingsDict[keys::Buttons].dictionaryOrEmpty();
+  ++mRedraws;
+  populateProfileListPopUpMenu();
+  if (mMacroRepeatWindow && !mMacroRepeatWindow->isVisible()) populateMacroRepeatOptions(false);
+  mTopViewSettingsDict = buttonsSettingsDict[keys::Buttons].dictionaryOrEmpty();
+  mButtonsDict = mTopViewSettingsDict;
   mKeysDict = buttonsSettingsDict[keys::Keys].dictionaryOrEmpty();
-  mUi->mProfileNameLabel->setText(textOf(buttonsSettingsDict, keys::ProfileName));
-  const std::optional<int> keymap = numberOf(buttonsSettingsDict, keys::KeymapID);
-  const KeymapDescriptor* active = keymapAt(keymap);
-  mUi->mActiveKeymapLabel->setText(active ? localized(active->nameKey) : QString());
-  if (active) changeKeymapImage(*keymap);
+  mAllKeymaps = buttonsSettingsDict[keys::Keymap].arrayOrEmpty();
+  mActiveKeymap = buttonsSettingsDict[keys::KeymapID].toInt();
+  const int shownKeymap = numberOf(buttonsSettingsDict, keys::KeymapID).value_or(-1);
+  mUi->mKeymapSegment->selectSegment(shownKeymap);
+  changeKeymapImage(shownKeymap);
+  hideAllMacroConfigButtons();
   populateUISettings();
+  for (ControlRow* row : mRows) selectAssignment(*row);
+  if (mIsTabEnabled) checkForLeftClickAssigned();
+}
+
+void MouseButtonController::selectAssignment(ControlRow& row) {
+  const ControlDescriptor& control = row.control();
+  const int command = commandAt(control.identifier, control.groupType);
+  row.popUp()->selectItemWithTitle(stringForButtonValue(command, control.identifier, control.groupType));
 }
 
 void MouseButtonController::enableControlsState(bool enabled) {
-  setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
+  const QString whyNot = localized("lkeyNoMouseConnected");
+  mIsTabEnabled = enabled;
+  setLabelsEnabled(*this, enabled, whyNot);
+  mUi->mProfileListPopUp->setEnabled(enabled);
+  mUi->mKeymapSegment->setEnabled(enabled);
+  for (ControlRow* row : mRows) {
+    row->popUp()->setEnabled(enabled);
+    row->popUp()->setToolTip(QString());
+    row->repeatButton()->setEnabled(enabled);
+    row->repeatButton()->setToolTip(enabled ? localized("lkeyMacroRepeat") : whyNot);
+  }
+}
+
+void MouseButtonController::enableAllPopupButtons() {
+  for (ControlRow* row : mRows) {
+    row->popUp()->setEnabled(true);
+    row->popUp()->setToolTip(QString());
+  }
+}
+
+void MouseButtonController::hideAllMacroConfigButtons() {
+  for (ControlRow* row : mRows) row->repeatButton()->hide();
+}
+
+void MouseButtonController::updateMacroRepeatButton(std::string_view button) {
+  const int code = numberOfIdentifier(button);
+  for (ControlRow* row : mRows) {
+    if (row->control().repeatCode == code) row->repeatButton()->show();
+  }
+}
+
+void MouseButtonController::populateProfileListPopUpMenu() {
+  QComboBox* list = mUi->mProfileListPopUp;
+  const QString current = textOf(buttonsSettingsDict, keys::ProfileName);
+  list->clear();
+  int selected = 0;
+  for (int index = static_cast<int>(allProfiles.size()); index-- > 0;) {
+    const QString name = profileName(index);
+    list->insertItem(0, name);
+    if (name == current) selected = index;
+  }
+  list->setCurrentIndex(selected);
 }
 
 void MouseButtonController::changeKeymapImage(int keymap) {
-  const KeymapDescriptor* descriptor = keymapAt(keymap);
-  if (descriptor == nullptr) return;
-  mKeymapPicture = QLatin1String(descriptor->picture);
-  if (isVisible()) showKeymapImage();
+  mUi->mMainSkarn->setKeymapPicture(keymap);
 }
 
-void MouseButtonController::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
-  showKeymapImage();
+void MouseButtonController::checkForLeftClickAssigned() {
+  const QString click = word("lkeyLeftClick");
+  const QString label = mouseButtonLabel(static_cast<int>(AssignmentCommand::LeftClick));
+  enableAllPopupButtons();
+  PopUpButton* only = nullptr;
+  int clicks = 0;
+  for (std::size_t index = 0; index < leftClickCandidates; ++index) {
+    const QString title = mRows[index]->popUp()->titleOfSelectedItem();
+    if (title != click && title != label) continue;
+    only = mRows[index]->popUp();
+    ++clicks;
+  }
+  if (clicks != 1) return;
+  only->setEnabled(false);
+  only->setToolTip(localized("lkeyLastLeftClick"));
 }
 
-void MouseButtonController::showKeymapImage() {
-  if (mKeymapPicture == mShownPicture) return;
-  mShownPicture = mKeymapPicture;
-  mUi->mMainSkarn->setPixmap(image(mShownPicture));
+bool MouseButtonController::validateMenuItem(const QAction& item) {
+  if (allProfiles.isEmpty()) allProfiles = deviceSettingsDict[vorn::requestKeys::AllProfiles].arrayOrEmpty();
+  const PropertyList& active = allProfiles.at(deviceSettingsDict[keys::ActiveProfile].toInt());
+  return !active.contains(keys::ProfileName) || titleOf(item) != textOf(active, keys::ProfileName);
+}
+
+// --- Choices
+
+void MouseButtonController::chooseItem(const ControlDescriptor& control) {
+  const QString title = rowOf(control).popUp()->titleOfSelectedItem();
+  checkSelectedValue(intValueOfSelectedString(title, control.identifier, control.groupType), control.identifier,
+                     control.groupIdentifier);
+}
+
+void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag) {
+  constexpr int profilesTab = 1;
+  constexpr int macrosTab = 2;
+  const auto write = [&](AssignmentCommand command, int param1, int param2) {
+    changeButton(control.identifier, static_cast<int>(command), param1, param2, control.groupIdentifier);
+  };
+  switch (submenu) {
+    case AssignmentCategory::MouseButton:
+      write(static_cast<AssignmentCommand>(mouseButtonMappingValueForTagValue(tag)), 0, 0);
+      break;
+    case AssignmentCategory::Keymap:
+      write(AssignmentCommand::Keymap, tag == 0 ? vorn::nextKeymap : tag - 1, 0);
+      break;
+    case AssignmentCategory::Macro:
+      if (tag == 0) {
+        openTabAtIndex(macrosTab);
+      } else {
+        write(AssignmentCommand::Macro, tag - 1, 1);
+      }
+      break;
+    case AssignmentCategory::Profile:
+      if (tag == 0) {
+        openTabAtIndex(profilesTab);
+      } else {
+        write(AssignmentCommand::Profile, tag - 1, 0);
+      }
+      break;
+    default:
+      break;
+  }
+}
+
+void MouseButtonController::checkSelectedValue(int command, std::string_view forButton, int withIdentifier) {
+  const SheetContext context{withIdentifier, std::string(forButton)};
+  switch (static_cast<AssignmentCommand>(command)) {
+    case AssignmentCommand::SingleKey:
+      openSingleKeySheet(context);
+      break;
+    case AssignmentCommand::LaunchProgram:
+      openApplicationPanel(context);
+      break;
+    case AssignmentCommand::Keymap:
+      openKeymapSheet(context);
+      break;
+    case AssignmentCommand::Disable:
+      disableButton(forButton, withIdentifier);
+      break;
+    case AssignmentCommand::DefaultKey:
+      resetToDefault(forButton, withIdentifier);
+      break;
+    default:
+      changeButton(forButton, command, 0, 0, withIdentifier);
+  }
+}
+
+void MouseButtonController::disableButton(std::string_view button, int identifier) {
+  const int param1 =
+      checkForDiagonals(button) ? defaultRecord(groupKeyOf(identifier), button)[keys::Param1].toInt() : 0;
+  changeButton(button, static_cast<int>(AssignmentCommand::Disable), param1, 0, identifier);
+}
+
+void MouseButtonController::resetToDefault(std::string_view button, int identifier) {
+  if (identifier == keysGroupIdentifier) {
+    const int param1 = defaultRecord(keys::Keys, button)[keys::Param1].toInt();
+    changeButton(button, static_cast<int>(AssignmentCommand::DefaultKey), param1, 0, identifier);
+  } else if (identifier == buttonsGroupIdentifier) {
+    changeButton(button, defaultRecord(keys::Buttons, button)[keys::Command].toInt(), 0, 0, identifier);
+  }
+}
+
+void MouseButtonController::selectProfile(int index) {
+  const bool isOther = index != deviceSettingsDict[keys::ActiveProfile].toInt();
+  if (buttonDelegate == nullptr || !isOther || !allProfiles.at(index).isDictionary()) return;
+  buttonDelegate->switchProfileWithID(index);
+  // Without an answer the profile is the one that it was.
+  populateProfileListPopUpMenu();
+}
+
+void MouseButtonController::selectKeymapSegment(int segment) {
+  if (segment == mActiveKeymap) return;
+  const PropertyList& keymap = mAllKeymaps.at(segment);
+  if (keymap[keys::Keys].isDictionary() && keymap[keys::Buttons].isDictionary()) {
+    send(PropertyList::dictionary(
+        {{keys::KeymapID, segment}, {keys::Keys, keymap[keys::Keys]}, {keys::Buttons, keymap[keys::Buttons]}}));
+  } else {
+    mUi->mKeymapSegment->selectSegment(mActiveKeymap);
+  }
+}
+
+void MouseButtonController::openTabAtIndex(int index) {
+  if (buttonDelegate != nullptr) buttonDelegate->selectTabAtIndex(index);
+}
+
+// --- Writing
+
+const PropertyList& MouseButtonController::groupToChange(int identifier) const {
+  return identifier == buttonsGroupIdentifier ? mTopViewSettingsDict : mKeysDict;
+}
+
+void MouseButtonController::send(const PropertyList& settings) {
+  if (buttonDelegate == nullptr) return;
+  const unsigned redraws = mRedraws;
+  buttonDelegate->updateButtonAssignmentWithSettings(settings);
+  // Without an answer the assignment is the one that it was.
+  if (mRedraws == redraws) updateUISettings();
+}
+
+void MouseButtonController::changeButton(std::string_view button, int withCommand, int andParamOne, int andParamTwo,
+                                         int withIdentifier) {
+  const PropertyList group =
+      withAssignment(groupToChange(withIdentifier), button, withCommand, andParamOne, andParamTwo);
+  send(PropertyList::dictionary({{groupKeyOf(withIdentifier), group}, {keys::KeymapID, mActiveKeymap}}));
+}
+
+void MouseButtonController::changeButton(std::string_view button, int withCommand, int andParamOne, int andParamTwo,
+                                         int withIdentifier, int toProfileIndex, const PropertyList& withSettings) {
+  if (buttonDelegate == nullptr) return;
+  const PropertyList group = withAssignment(withSettings, button, withCommand, andParamOne, andParamTwo);
+  buttonDelegate->updateButtonAssignmentWithSettings(PropertyList::dictionary({{groupKeyOf(withIdentifier), group}}),
+                                                     toProfileIndex);
+}
+
+void MouseButtonController::changeKeymapsKeymapCycleMappingForButton(std::string_view button, int inGroup) {
+  if (!isGroupIdentifier(inGroup)) return;
+  if (mAllKeymaps.isEmpty()) {
+    changeButton(button, static_cast<int>(AssignmentCommand::Keymap), vorn::nextKeymap, 0, inGroup);
+    return;
+  }
+  const std::string_view groupKey = groupKeyOf(inGroup);
+  const PropertyList keymaps = keymapsWithCycle(mAllKeymaps, groupKey, button);
+  const PropertyList& active = keymaps.at(mActiveKeymap)[groupKey][button];
+  const PropertyList& group = groupToChange(inGroup);
+  send(PropertyList::dictionary({{keys::Keymap, keymaps},
+                                 {groupKey, active.isDictionary() ? group.with(button, active) : group},
+                                 {keys::KeymapID, mActiveKeymap}}));
+}
+
+// --- Clean-up
+
+void MouseButtonController::resetAssignments(AssignmentCommand mapping, int deletedIndex) {
+  for (std::size_t profile = 0; profile < allProfiles.size(); ++profile) {
+    for (const AssignmentReset& reset : assignmentResets) {
+      // Read anew each time: every answer brings new profiles.
+      const int index = static_cast<int>(profile);
+      const PropertyList group = allProfiles.at(index)[reset.groupKey];
+      const PropertyList& record = group[reset.identifier];
+      if (vorn::commandOf(record) != mapping || record[keys::Param1].toInt() != deletedIndex) continue;
+      changeButton(reset.identifier, static_cast<int>(reset.command), reset.param1, 0, reset.groupIdentifier, index,
+                   group);
+    }
+  }
+}
+
+void MouseButtonController::removeButtonMacroAssignment(int deletedIndex) {
+  resetAssignments(AssignmentCommand::Macro, deletedIndex);
+}
+
+void MouseButtonController::removeButtonProfileAssignment(int deletedIndex) {
+  resetAssignments(AssignmentCommand::Profile, deletedIndex);
 }
 
 void MouseButtonController::removeMacroProfileMappings(int deletedIndex, int forMapping) {
   if (buttonDelegate == nullptr) return;
   std::size_t listSize = 0;
-  if (forMapping == macroCommand) listSize = allMacros.size();
-  if (forMapping == profileCommand) listSize = allProfiles.size();
+  if (forMapping == static_cast<int>(AssignmentCommand::Macro)) listSize = allMacros.size();
+  if (forMapping == static_cast<int>(AssignmentCommand::Profile)) listSize = allProfiles.size();
   buttonDelegate->updateProfileKeyInDictionaryWithDictionary(remappedProfiles(
       allProfiles, defaultDict[keys::Profiles].at(0), forMapping, deletedIndex, static_cast<int>(listSize)));
-}
-
-QString MouseButtonController::assignmentText(const ControlDescriptor& control) const {
-  const PropertyList& group = control.groupType == 1 ? mKeysDict : mButtonsDict;
-  const PropertyList& record = group[control.identifier];
-  if (!record[keys::Command].isNumber()) return {};
-  const PropertyList& factory = defaultDict[keys::Profiles].at(0)[control.groupKey()][control.identifier];
-  const bool isDefault = record[keys::Command].toInt() == defaultCommand || record == factory;
-  return localized(isDefault ? "lkeyDefaultKey" : "lkeyAssigned");
 }
 
 }  // namespace skarn

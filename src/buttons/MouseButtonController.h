@@ -1,6 +1,14 @@
 // The Buttons tab: the 27 programmable controls of the mouse with what each of them does in the current profile and
-// keymap. It never talks to the engine; it keeps copies of the slices that its owner hands it and redraws from them.
-// Main thread. Slices of a wrong shape are survived: what cannot be read shows nothing.
+// keymap. It never talks to the engine; it keeps copies of the slices that its owner hands it, redraws from them, and
+// hands a changed group of assignments to its delegate.
+//
+// Nothing is changed in place: the delegate's command ends in new slices and a call of updateUISettings, which may come
+// while the operation that sent the command still runs. When none came, the tab redraws from what it has, so it always
+// shows what is stored.
+//
+// "button" is a control's identifier. Readers take a group type (1 keys, 2 buttons), writers a group identifier
+// (1 buttons, 2 keys); see ControlTable.h. Slices of a wrong shape are survived: what cannot be read shows nothing.
+// Main thread.
 #pragma once
 
 #include <QPointer>
@@ -8,79 +16,193 @@
 #include <QWidget>
 #include <array>
 #include <memory>
+#include <string>
+#include <string_view>
 
+#include "buttons/AssignmentText.h"
 #include "buttons/ControlTable.h"
 #include "buttons/MouseButtonDelegate.h"
+#include "model/Assignments.h"
 #include "model/NotificationCenter.h"
 #include "model/PropertyList.h"
 
+class QAction;
+
 namespace skarn {
 
+class ApplicationPanel;
 class ControlRow;
+class KeymapSheet;
+class MacroRepeatSheet;
+class SingleKeySheet;
 
 namespace Ui {
 class MouseButtonController;
 }
 
-class MouseButtonController : public QWidget {
+class MouseButtonController : public QWidget, public AssignmentText {
   Q_OBJECT
 
  public:
   explicit MouseButtonController(QWidget* parent = nullptr);
   ~MouseButtonController() override;
 
-  // --- What the owner hands over. Delegate, window and centre are not owned.
+  // --- What the owner hands over, besides the lists and defaults of AssignmentText. Delegate, window and centre are
+  // not owned; the centre outlives the tab or is taken back with nullptr. Sheets are shown on the window, without one
+  // on the tab's own.
   const vorn::PropertyList& mButtonsSettingsDict() const { return buttonsSettingsDict; }
   void setMButtonsSettingsDict(const vorn::PropertyList& profile) { buttonsSettingsDict = profile; }
-  const vorn::PropertyList& mAllProfiles() const { return allProfiles; }
-  void setMAllProfiles(const vorn::PropertyList& profiles) { allProfiles = profiles; }
-  const vorn::PropertyList& mAllMacros() const { return allMacros; }
-  void setMAllMacros(const vorn::PropertyList& macros) { allMacros = macros; }
   const vorn::PropertyList& mDeviceSettingsDict() const { return deviceSettingsDict; }
   void setMDeviceSettingsDict(const vorn::PropertyList& deviceSettings) { deviceSettingsDict = deviceSettings; }
-  const vorn::PropertyList& mDefaultDict() const { return defaultDict; }
-  void setMDefaultDict(const vorn::PropertyList& defaultSettings) { defaultDict = defaultSettings; }
   MouseButtonDelegate* mButtonDelegate() const { return buttonDelegate; }
   void setMButtonDelegate(MouseButtonDelegate* delegate) { buttonDelegate = delegate; }
   QWidget* mButtonWindow() const { return buttonWindow; }
   void setMButtonWindow(QWidget* window) { buttonWindow = window; }
   vorn::NotificationCenter* mNotificationCenter() const { return notificationCenter; }
-  void setMNotificationCenter(vorn::NotificationCenter* center) { notificationCenter = center; }
+  void setMNotificationCenter(vorn::NotificationCenter* center);
+  // Starts to listen for captured keys.
+  void registerNotification();
 
   // --- Drawing
-  // Fills what each control does from the groups that the last updateUISettings took over.
+  // Builds the menus from the groups that the last updateUISettings took over; nothing is selected in them.
   void populateUISettings();
-  // Takes the groups and the active keymap out of the profile record and redraws the tab.
+  // Takes the groups and the keymaps out of the profile record and redraws the tab. While the repeat sheet is open its
+  // list of modes stays as it is.
   void updateUISettings();
   void enableControlsState(bool enabled);
+  void enableAllPopupButtons();
+  void hideAllMacroConfigButtons();
+  void populateProfileListPopUpMenu();
   // Shows the mouse with the keymap's number; a keymap outside 0 to 7 leaves the picture as it is.
   void changeKeymapImage(int keymap);
+  // Enables every pop-up but the only one among the first five that is the left click.
+  void checkForLeftClickAssigned();
+  // False for an item called like the active profile: it is not offered.
+  bool validateMenuItem(const QAction& item);
+
+  // --- Choices
+  // The chosen item of a control's menu: writes an assignment, or opens the sheet that asks for more.
+  void checkSelectedValue(int command, std::string_view forButton, int withIdentifier);
+  // Switches to another profile.
+  void selectProfile(int index);
+  // Makes another keymap the current one. Nothing is sent for a keymap that lacks one of its groups.
+  void selectKeymapSegment(int segment);
+  void openTabAtIndex(int index);
+
+  // --- Writing; one request each
+  void changeButton(std::string_view button, int withCommand, int andParamOne, int andParamTwo, int withIdentifier);
+  // The same in another profile, whose group is given.
+  void changeButton(std::string_view button, int withCommand, int andParamOne, int andParamTwo, int withIdentifier,
+                    int toProfileIndex, const vorn::PropertyList& withSettings);
+  // Lets the button step through the keymaps from each of them. Nothing for an unknown group identifier.
+  void changeKeymapsKeymapCycleMappingForButton(std::string_view button, int inGroup);
+
+  // --- Single-key sheet
+  void singleKeyEvents(const vorn::Notification& notification);
+  void clickSingleKeyOK();
+  void clickSingleKeyCancel();
+  int mSingleKeyHIDCode() const { return singleKeyHIDCode; }
+  int mSingleKeyModifier() const { return singleKeyModifier; }
+
+  // --- Keymap sheet
+  // Reads the chosen target: 0 to 7, or 255 for the cycle.
+  void getKeymapOptionValue();
+  int mKeymapOptionValue() const { return keymapOptionValue; }
+  // The place of the button's target in the pop-up; that of the cycle also for keymap 0. Takes over the record's
+  // switch-back state.
+  int getIndexValueOfAssignedKeyMapForButton(std::string_view button, int withIdentifier);
+  int mKeymapSwitchOptionValue() const { return keymapSwitchOptionValue; }
+  // A cycle and the directions of the wheel never switch back.
+  void updateStateOfKeyMapSwitchOptionButton();
+  void checkForScrollUpDownButton(std::string_view button);
+  bool mIsScrollUpDown() const { return isScrollUpDown; }
+  void clickKeymapOK();
+  void clickKeymapCancel();
+
+  // --- Repeat sheet
+  // Fills the list of modes: all twelve, or without the two open-ended ones for the directions of the wheel.
+  void populateMacroRepeatOptions(bool isScrollVariant);
+  // The mode at a place of the list; 1 for a place outside.
+  int getIntValueOfMacroRepeatOptionUsingValue(int index) const;
+  // Shows the button of the control with this identifier ("700" to "702" for the wheel); nothing for any other.
+  void updateMacroRepeatButton(std::string_view button) override;
+  void clickMacroRepeatButton(const ControlDescriptor& control);
+  void clickMacroPlayback();
+  void clickMacroRepeatOK();
+  void clickMacroRepeatCancel();
+  bool mIsScrollWheelMacroRepeatOption() const { return isScrollWheelMacroRepeatOption; }
 
   // --- Clean-up
+  // In every profile, puts back each record of a fixed list that plays the deleted macro or switches to the deleted
+  // profile; a request for each.
+  void removeButtonMacroAssignment(int deletedIndex);
+  void removeButtonProfileAssignment(int deletedIndex);
   // After a macro (forMapping 10) or a profile (17) was deleted: in every profile, puts back to its default each
   // record that points at the deleted index or past the end of the present list, and hands all profiles to the
   // delegate. Any other mapping counts as an empty list.
   void removeMacroProfileMappings(int deletedIndex, int forMapping);
 
- protected:
-  void showEvent(QShowEvent* event) override;
-
  private:
-  // "Default" or "Assigned"; empty for a control without a record.
-  QString assignmentText(const ControlDescriptor& control) const;
-  void showKeymapImage();
+  // What a sheet is about.
+  struct SheetContext {
+    int identifier = 0;  // of the group
+    std::string button;
+  };
+
+  void addRows();
+  void connectControls();
+  void highlight(const ControlDescriptor* control);
+  QString describe(const ControlDescriptor& control) const;
+  ControlRow& rowOf(const ControlDescriptor& control) const;
+  void selectAssignment(ControlRow& row);
+
+  void chooseItem(const ControlDescriptor& control);
+  void chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag);
+  void disableButton(std::string_view button, int identifier);
+  void resetToDefault(std::string_view button, int identifier);
+  void openSingleKeySheet(const SheetContext& context);
+  void openApplicationPanel(const SheetContext& context);
+  void openPanelDidEnd(int returnCode, const QString& path, const SheetContext& context);
+  void openKeymapSheet(const SheetContext& context);
+  KeymapSheet& keymapSheet();
+  MacroRepeatSheet& repeatSheet();
+  void resetAssignments(vorn::AssignmentCommand mapping, int deletedIndex);
+
+  const vorn::PropertyList& groupToChange(int identifier) const;
+  void send(const vorn::PropertyList& settings);
+  QWidget* sheetWindow();
+  QString controlName(const SheetContext& context) const;
 
   std::unique_ptr<Ui::MouseButtonController> mUi;
   std::array<ControlRow*, controlTable.size()> mRows{};
+  // Made when they are first needed.
+  QPointer<SingleKeySheet> mSingleKey;
+  QPointer<KeymapSheet> mKeymapWindow;
+  QPointer<MacroRepeatSheet> mMacroRepeatWindow;
+  QPointer<ApplicationPanel> mApplicationPanel;
+
   vorn::PropertyList buttonsSettingsDict = vorn::PropertyList::dictionary();
-  vorn::PropertyList allProfiles = vorn::PropertyList::array();
-  vorn::PropertyList allMacros = vorn::PropertyList::array();
   vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
-  vorn::PropertyList defaultDict = vorn::PropertyList::dictionary();
-  vorn::PropertyList mKeysDict;
-  vorn::PropertyList mButtonsDict;
-  QString mKeymapPicture;  // file name; decoded when the tab is first seen
-  QString mShownPicture;
+  vorn::PropertyList mTopViewSettingsDict;  // "Buttons" once more: what the writers start from
+  vorn::PropertyList mAllKeymaps;
+  int mActiveKeymap = 0;
+  bool mIsTabEnabled = true;
+  unsigned mRedraws = 0;
+
+  SheetContext mSingleKeyContext;
+  int singleKeyHIDCode = 0;
+  int singleKeyModifier = 0;
+
+  SheetContext mKeymapContext;
+  int keymapOptionValue = vorn::nextKeymap;
+  int keymapSwitchOptionValue = 0;
+  bool isScrollUpDown = false;
+
+  std::string mButtonSelected;
+  int mButtonSelectedIdentifier = 0;
+  int mParamOne = 0;
+  bool isScrollWheelMacroRepeatOption = false;
+
   MouseButtonDelegate* buttonDelegate = nullptr;
   QPointer<QWidget> buttonWindow;
   vorn::NotificationCenter* notificationCenter = nullptr;

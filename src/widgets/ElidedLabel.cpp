@@ -3,8 +3,9 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 #include <algorithm>
+
+#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -26,8 +27,7 @@ QString ElidedLabel::shownText() const {
 
 bool ElidedLabel::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && fontMetrics().horizontalAdvance(text()) > contentsRect().width()) {
-    // Markup in the text must not come to life.
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text().toHtmlEscaped(), this);
+    showPlainToolTip(*static_cast<QHelpEvent*>(event), text(), this);
     return true;
   }
   return QLabel::event(event);

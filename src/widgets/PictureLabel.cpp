@@ -15,16 +15,22 @@ PictureLabel::PictureLabel(QWidget* parent) : QLabel(parent) {
   setAlignment(Qt::AlignCenter);
 }
 
-void PictureLabel::paintEvent(QPaintEvent*) {
+QRect PictureLabel::shownRect() const {
   const QPixmap picture = pixmap(Qt::ReturnByValue);
-  if (picture.isNull()) return;
+  if (picture.isNull()) return {};
   const QSize own = picture.deviceIndependentSize().toSize();
   QSize shown = own.scaled(contentsRect().size(), Qt::KeepAspectRatio);
   if (shown.width() > own.width()) shown = own;
+  return QStyle::alignedRect(layoutDirection(), alignment(), shown, contentsRect());
+}
+
+void PictureLabel::paintEvent(QPaintEvent*) {
+  const QPixmap picture = pixmap(Qt::ReturnByValue);
+  if (picture.isNull()) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   if (!isEnabled()) painter.setOpacity(disabledOpacity);
-  painter.drawPixmap(QStyle::alignedRect(layoutDirection(), alignment(), shown, contentsRect()), picture);
+  painter.drawPixmap(shownRect(), picture);
 }
 
 }  // namespace skarn

@@ -14,6 +14,8 @@ class PictureLabel : public QLabel {
   QSize minimumSizeHint() const override { return {1, 1}; }
 
  protected:
+  // Where the picture is drawn, in the label's coordinates; empty without one.
+  QRect shownRect() const;
   void paintEvent(QPaintEvent* event) override;
 };
 

@@ -440,6 +440,8 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_ComboBox_Popup:
       // The list of a pop-up list looks like the menus.
       return 1;
+    case SH_Menu_Scrollable:
+      return 1;
     case SH_Menu_SubMenuPopupDelay:
       return submenuDelay;
     case SH_TabBar_Alignment:

@@ -1,34 +1,15 @@
 // The Buttons tab and its table of controls.
 #include <QApplication>
-#include <QLabel>
 #include <QSet>
-#include <QTest>
 
-#include "SampleSettings.h"
-#include "buttons/AssignmentCleanUp.h"
-#include "buttons/ControlRow.h"
-#include "buttons/MouseButtonController.h"
+#include "ButtonsFixture.h"
+#include "buttons/MouseView.h"
 #include "platform/Images.h"
-#include "platform/Localization.h"
 
 using namespace skarn;
 using namespace skarn::test;
 
 namespace {
-
-class RecordingDelegate : public MouseButtonDelegate {
- public:
-  void updateButtonAssignmentWithSettings(const PropertyList&) override { ++otherCalls; }
-  void updateButtonAssignmentWithSettings(const PropertyList&, int) override { ++otherCalls; }
-  void updateProfileKeyInDictionaryWithDictionary(const PropertyList& all) override { replaced.push_back(all); }
-  void startSingleKeyRecording() override { ++otherCalls; }
-  void stopSingleKeyRecording() override { ++otherCalls; }
-  void selectTabAtIndex(int) override { ++otherCalls; }
-  void switchProfileWithID(int) override { ++otherCalls; }
-
-  std::vector<PropertyList> replaced;
-  int otherCalls = 0;
-};
 
 QString textOfLabel(const QWidget& page, const char* name) {
   const auto* label = page.findChild<QLabel*>(QLatin1String(name));
@@ -40,13 +21,17 @@ QStringList assignments(const QWidget& page) {
   QStringList texts;
   for (const ControlDescriptor& control : controlTable) {
     const auto* row = page.findChild<ControlRow*>(QLatin1String(control.fieldName) + QStringLiteral("Row"));
-    texts << row->findChild<QLabel*>(QStringLiteral("assignment"))->text();
+    texts << row->popUp()->shownTitle();
   }
   return texts;
 }
 
-QStringList everywhere(const QString& text) {
-  return QStringList(27, text);
+QString shownProfile(const QWidget& page) {
+  return page.findChild<QComboBox*>(QStringLiteral("mProfileListPopUp"))->currentText();
+}
+
+int shownKeymap(const QWidget& page) {
+  return page.findChild<SegmentedControl*>(QStringLiteral("mKeymapSegment"))->selectedSegment();
 }
 
 void hand(MouseButtonController& tab, const PropertyList& active) {
@@ -196,24 +181,12 @@ class ButtonsTest : public QObject {
     active = active.with(keys::Keys, active[keys::Keys].with("20", assignment(16, 4)).without("26"));
     active = active.with(keys::Buttons, active[keys::Buttons].with("03", assignment(1)));
     hand(tab, active);
-    QCOMPARE(textOfLabel(tab, "mProfileNameLabel"), QStringLiteral("Work"));
-    QCOMPARE(textOfLabel(tab, "mActiveKeymapLabel"), QStringLiteral("Keymap 3"));
-    QStringList expected = everywhere(QStringLiteral("Default"));
-    expected[1] = QStringLiteral("Assigned");
-    expected[2] = QString();
-    expected[16] = QStringLiteral("Assigned");
-    QCOMPARE(assignments(tab), expected);
-  }
-
-  void aRecordEqualToTheDefaultOneIsTheDefault() {
-    MouseButtonController tab;
-    hand(tab, profile("Work"));
-    QCOMPARE(assignments(tab), everywhere(QStringLiteral("Default")));
-    tab.setMDefaultDict(PropertyList());
-    tab.populateUISettings();
-    QStringList expected = everywhere(QStringLiteral("Default"));
-    for (int button = 16; button <= 18; ++button) expected[button] = QStringLiteral("Assigned");
-    QCOMPARE(assignments(tab), expected);
+    QCOMPARE(shownProfile(tab), QStringLiteral("Work"));
+    QCOMPARE(shownKeymap(tab), 2);
+    const QStringList shown = assignments(tab);
+    QCOMPARE(shown.mid(0, 4), QStringList({"Tab (Default)", "Single Key : A", "", "E (Default)"}));
+    QCOMPARE(shown.mid(16, 4), QStringList({"Mouse Button: Left Click", "Mouse Button: Scroll Up",
+                                            "Mouse Button: Scroll Down", "(Default)"}));
   }
 
   void everyKeymapHasItsPicture() {
@@ -249,31 +222,6 @@ class ButtonsTest : public QObject {
     QVERIFY(!picture->pixmap(Qt::ReturnByValue).isNull());
   }
 
-  void hostileSettingsShowNothing_data() {
-    QTest::addColumn<int>("number");
-    for (int number = 0; number < 5; ++number) QTest::addRow("settings %d", number) << number;
-  }
-
-  void hostileSettingsShowNothing() {
-    QFETCH(int, number);
-    const PropertyList hostile[] = {
-        PropertyList(), PropertyList("text"), PropertyList::array({1, 2}),
-        PropertyList::dictionary({{keys::ProfileName, 5}, {keys::Keys, "x"}, {keys::Buttons, 1}, {keys::KeymapID, 9}}),
-        PropertyList::dictionary(
-            {{keys::KeymapID, "1"},
-             {keys::Keys, PropertyList::dictionary({{"43", 45}, {"20", PropertyList::array()}})}})};
-    MouseButtonController tab;
-    hand(tab, profile("Work"));
-    tab.setMAllProfiles(PropertyList("none"));
-    tab.setMAllMacros(PropertyList(1));
-    tab.setMDeviceSettingsDict(PropertyList(true));
-    tab.setMButtonsSettingsDict(hostile[number]);
-    tab.updateUISettings();
-    QCOMPARE(textOfLabel(tab, "mProfileNameLabel"), QString());
-    QCOMPARE(textOfLabel(tab, "mActiveKeymapLabel"), QString());
-    QCOMPARE(assignments(tab), everywhere(QString()));
-  }
-
   void withoutADeviceEveryLabelIsGreyAndSaysWhy() {
     MouseButtonController tab;
     hand(tab, profile("Work"));
@@ -293,50 +241,128 @@ class ButtonsTest : public QObject {
     }
   }
 
-  void aDeletedMacroLeavesNoAssignmentBehind() {
-    const PropertyList factory = profile("Default");
-    const PropertyList before = profile("Work")
-                                    .with(keys::Keys, factoryGroup(1)
-                                                          .with("20", assignment(10, 1, 1))
-                                                          .with("26", assignment(10, 0, 254))
-                                                          .with("8", assignment(10, 7, 1))
-                                                          .with("31", assignment(10, 1, 1)))
-                                    .with(keys::Buttons, factoryGroup(2).with("06", assignment(10, 1, 1)));
-    const PropertyList after = remappedProfiles(PropertyList::array({before, factory}), factory, 10, 1, 3);
-    const PropertyList expected =
-        before.with(keys::Keys, before[keys::Keys].with("20", assignment(45, 20)).with("8", assignment(45, 8)))
-            .with(keys::Buttons, factoryGroup(2));
-    // Identifier 31 has no default record and is kept.
-    QVERIFY(after == PropertyList::array({expected, factory}));
+  void withoutADeviceNoControlCanBeUsed() {
+    ButtonsFixture fixture;
+    fixture.give(fixture.control(2), assignment(10, 0, 1));
+    for (const bool enabled : {false, true}) {
+      fixture.tab.enableControlsState(enabled);
+      QCOMPARE(fixture.find<QComboBox>("mProfileListPopUp")->isEnabled(), enabled);
+      QCOMPARE(fixture.find<SegmentedControl>("mKeymapSegment")->isEnabled(), enabled);
+      for (const ControlDescriptor& control : controlTable) {
+        QCOMPARE(fixture.popUp(control).isEnabled(), enabled);
+        QToolButton* repeat = fixture.row(control).repeatButton();
+        QCOMPARE(repeat->isEnabled(), enabled);
+        QCOMPARE(repeat->toolTip(), localized(enabled ? "lkeyMacroRepeat" : "lkeyNoMouseConnected"));
+      }
+    }
+    QVERIFY(fixture.delegate.calls.empty());
   }
 
-  void aButtonIdentifierIsLookedUpWithTwoDigits() {
-    const PropertyList factory = profile("Default");
-    const PropertyList group =
-        PropertyList::dictionary({{"3", assignment(2)}, {"03", assignment(17, 0)}, {"junk", assignment(17, 0)}});
-    const PropertyList before = PropertyList::array({PropertyList::dictionary({{keys::Buttons, group}}), "no profile"});
-    const PropertyList after = remappedProfiles(before, factory, 17, 0, 2);
-    QVERIFY(after.at(0)[keys::Buttons] == group.with("03", assignment(3)));
-    QVERIFY(after.at(1) == PropertyList("no profile"));
+  void aRedrawLeavesADisabledTabDisabled() {
+    ButtonsFixture fixture;
+    fixture.tab.enableControlsState(false);
+    fixture.tab.updateUISettings();
+    for (const ControlDescriptor& control : controlTable) QVERIFY(!fixture.popUp(control).isEnabled());
+    fixture.tab.enableAllPopupButtons();
+    for (const ControlDescriptor& control : controlTable) {
+      QVERIFY(fixture.popUp(control).isEnabled());
+      QVERIFY(!fixture.row(control).repeatButton()->isEnabled());
+    }
+    QVERIFY(!fixture.find<QComboBox>("mProfileListPopUp")->isEnabled());
+    QVERIFY(!fixture.find<SegmentedControl>("mKeymapSegment")->isEnabled());
   }
 
-  void theCleanUpHandsAllProfilesToTheDelegate() {
-    MouseButtonController tab;
-    tab.removeMacroProfileMappings(0, 10);
-    RecordingDelegate delegate;
-    tab.setMButtonDelegate(&delegate);
-    PropertyList changed = profile("Default");
-    changed = changed.with(keys::Keys, changed[keys::Keys].with("20", assignment(17, 3)).with("26", assignment(10, 2)));
-    hand(tab, changed);
-    tab.setMAllProfiles(PropertyList::array({changed, changed}));
-    tab.removeMacroProfileMappings(0, 17);
-    tab.removeMacroProfileMappings(0, 10);
-    // Two profiles: profile 3 is past the end. Three macros: macro 2 still exists.
-    const PropertyList reset = changed.with(keys::Keys, changed[keys::Keys].with("20", assignment(45, 20)));
-    QCOMPARE(delegate.replaced.size(), std::size_t(2));
-    QVERIFY(delegate.replaced[0] == PropertyList::array({reset, reset}));
-    QVERIFY(delegate.replaced[1] == PropertyList::array({changed, changed}));
-    QCOMPARE(delegate.otherCalls, 0);
+  void theLastLeftClickCannotBeGivenAway_data() {
+    QTest::addColumn<QList<int>>("leftClicks");
+    QTest::addColumn<int>("disabled");
+    QTest::newRow("none") << QList<int>{} << 0;
+    for (int ordinal = 1; ordinal <= 5; ++ordinal) QTest::addRow("%d", ordinal) << QList<int>{ordinal} << ordinal;
+    QTest::newRow("2 and 4") << QList<int>{2, 4} << 0;
+    QTest::newRow("1, 3 and 5") << QList<int>{1, 3, 5} << 0;
+    QTest::newRow("6 only") << QList<int>{6} << 0;
+    QTest::newRow("3 and 6") << QList<int>{3, 6} << 3;
+    QTest::newRow("17 only") << QList<int>{17} << 0;
+  }
+
+  void theLastLeftClickCannotBeGivenAway() {
+    QFETCH(QList<int>, leftClicks);
+    QFETCH(int, disabled);
+    ButtonsFixture fixture;
+    for (const int ordinal : leftClicks) fixture.give(fixture.control(ordinal), assignment(1));
+    for (const ControlDescriptor& control : controlTable) {
+      const PopUpButton& popUp = fixture.popUp(control);
+      QCOMPARE(popUp.isEnabled(), control.ordinal != disabled);
+      QCOMPARE(popUp.toolTip().isEmpty(), control.ordinal != disabled);
+    }
+  }
+
+  void theBareLeftClickTextIsALeftClickToo() {
+    ButtonsFixture fixture;
+    fixture.popUp(2).addItem(QStringLiteral("Left Click"));
+    QVERIFY(fixture.popUp(2).selectItemWithTitle(QStringLiteral("Left Click")));
+    fixture.tab.checkForLeftClickAssigned();
+    QVERIFY(!fixture.popUp(2).isEnabled());
+    fixture.popUp(2).selectItem(0);
+    fixture.tab.checkForLeftClickAssigned();
+    QVERIFY(fixture.popUp(2).isEnabled());
+    QCOMPARE(fixture.popUp(2).toolTip(), QString());
+  }
+
+  void theProfileListShowsAllProfilesAndTheCurrentOne() {
+    ButtonsFixture fixture;
+    const auto* list = fixture.find<QComboBox>("mProfileListPopUp");
+    QStringList names;
+    for (int index = 0; index < list->count(); ++index) names << list->itemText(index);
+    QCOMPARE(names,
+             QStringList({"Default", "Work", "Raid: Molten Depths, healer set-up for the second boss", "Racing"}));
+    QCOMPARE(list->currentIndex(), 1);
+    fixture.tab.setMButtonsSettingsDict(profile("Unknown"));
+    fixture.tab.populateProfileListPopUpMenu();
+    QCOMPARE(list->currentIndex(), 0);
+    fixture.tab.setMAllProfiles(PropertyList::array());
+    fixture.tab.populateProfileListPopUpMenu();
+    QCOMPARE(list->count(), 0);
+    QVERIFY(fixture.delegate.calls.empty());
+  }
+
+  void anotherProfileInTheListIsSwitchedToAndTheCurrentOneIsNot() {
+    ButtonsFixture fixture;
+    auto* list = fixture.find<QComboBox>("mProfileListPopUp");
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Down);
+    COMPARE_CALLS(fixture.delegate.calls, call({"switchProfileWithID", 2}));
+    // Nothing came back: the list shows the profile that is still in force.
+    QCOMPARE(list->currentIndex(), 1);
+    fixture.tab.selectProfile(1);
+    fixture.tab.selectProfile(4);
+    fixture.tab.selectProfile(-1);
+    QCOMPARE(fixture.delegate.calls.size(), std::size_t(1));
+  }
+
+  void aControlLightsUpInThePictureAndInItsRow() {
+    ButtonsFixture fixture;
+    auto* picture = fixture.find<MouseView>("mMainSkarn");
+    const ControlDescriptor& control = fixture.control(12);
+    emit picture->controlHovered(&control);
+    QVERIFY(fixture.row(control).isHighlighted());
+    QVERIFY(!fixture.row(fixture.control(11)).isHighlighted());
+    emit picture->controlHovered(nullptr);
+    QVERIFY(!fixture.row(control).isHighlighted());
+    emit fixture.row(control).hovered(true);
+    QCOMPARE(picture->highlighted(), &control);
+    QVERIFY(fixture.row(control).isHighlighted());
+    emit fixture.row(control).hovered(false);
+    QVERIFY(picture->highlighted() == nullptr);
+  }
+
+  void aControlInThePictureOpensItsMenu() {
+    ButtonsFixture fixture;
+    auto* picture = fixture.find<MouseView>("mMainSkarn");
+    const ControlDescriptor& control = fixture.control(12);
+    QTRY_VERIFY(!picture->placeOf(control).isNull());
+    QTest::mouseClick(picture, Qt::LeftButton, {}, picture->placeOf(control).toPoint());
+    QTRY_VERIFY(fixture.popUp(control).menu()->isVisible());
+    QVERIFY(fixture.delegate.calls.empty());
   }
 };
 

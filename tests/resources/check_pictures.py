@@ -12,7 +12,7 @@ NUMBERS = """One Two Three Four Five Six Seven Eight Nine Ten Eleven Twelve Thir
     Eighteen Nineteen Twenty TwentyOne TwentyTwo TwentyThree TwentyFour TwentyFive TwentySix TwentySeven""".split()
 KEYMAPS = [f"skarn_keymap{number}" for number in range(1, 8)] + ["Skarn_keymap8"]
 SIZES = {
-    **{name: (420, 400) for name in KEYMAPS + ["mouseUnlit", "mouseLight"]},
+    **{name: (420, 412) for name in KEYMAPS + ["mouseUnlit", "mouseLight"]},
     **{name: (28, 16) for name in ("battery", "battery1", "battery2", "battery3")},
     **{name: (24, 24) for name in
        ("usb", "wireless", "help", "communityDiscussion", "communityNews", "communityGuild")},

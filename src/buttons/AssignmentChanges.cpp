@@ -1,4 +1,4 @@
-#include "buttons/AssignmentCleanUp.h"
+#include "buttons/AssignmentChanges.h"
 
 #include <string>
 #include <string_view>
@@ -17,6 +17,10 @@ namespace {
 std::string buttonsIdentifier(int number) {
   const std::string digits = std::to_string(number);
   return number <= 9 ? "0" + digits : digits;
+}
+
+PropertyList withCycle(const PropertyList& group, std::string_view button) {
+  return withAssignment(group, button, static_cast<int>(vorn::AssignmentCommand::Keymap), vorn::nextKeymap, 0);
 }
 
 struct Deletion {
@@ -44,6 +48,21 @@ PropertyList remappedGroup(const PropertyList& group, const PropertyList& defaul
 }
 
 }  // namespace
+
+PropertyList withAssignment(const PropertyList& group, std::string_view button, int command, const PropertyList& param1,
+                            const PropertyList& param2) {
+  return group.with(button,
+                    group[button].with(keys::Command, command).with(keys::Param1, param1).with(keys::Param2, param2));
+}
+
+PropertyList keymapsWithCycle(const PropertyList& keymaps, std::string_view groupKey, std::string_view button) {
+  std::vector<PropertyList> changed;
+  changed.reserve(keymaps.size());
+  for (const PropertyList& keymap : keymaps.elements()) {
+    changed.push_back(keymap.isDictionary() ? keymap.with(groupKey, withCycle(keymap[groupKey], button)) : keymap);
+  }
+  return PropertyList::array(std::move(changed));
+}
 
 PropertyList remappedProfiles(const PropertyList& profiles, const PropertyList& defaultProfile, int mapping,
                               int deletedIndex, int listSize) {

@@ -1,0 +1,106 @@
+#include "buttons/AssignmentMenus.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QPalette>
+#include <vector>
+
+#include "platform/Images.h"
+#include "platform/Localization.h"
+#include "widgets/PopUpButton.h"
+#include "widgets/PullDownButton.h"
+
+namespace skarn {
+
+namespace {
+
+std::vector<TaggedItem> mouseButtonItems(const AssignmentText&) {
+  std::vector<TaggedItem> items;
+  for (const char* key : mouseButtonNameKeys) items.push_back({static_cast<int>(items.size()), localized(key)});
+  return items;
+}
+
+std::vector<TaggedItem> keymapItems(const AssignmentText&) {
+  std::vector<TaggedItem> items{{0, localized(keymapCycleNameKey)}};
+  for (const char* key : keymapNameKeys) items.push_back({static_cast<int>(items.size()), localized(key)});
+  return items;
+}
+
+std::vector<TaggedItem> macroItems(const AssignmentText& text) {
+  std::vector<TaggedItem> items;
+  for (int index = 0; index < static_cast<int>(text.mAllMacros().size()); ++index)
+    items.push_back({index + 1, text.macroName(index)});
+  return items;
+}
+
+std::vector<TaggedItem> profileItems(const AssignmentText& text) {
+  std::vector<TaggedItem> items;
+  for (int index = 0; index < static_cast<int>(text.mAllProfiles().size()); ++index)
+    items.push_back({index + 1, text.profileName(index)});
+  return items;
+}
+
+struct SubmenuDescriptor {
+  AssignmentCategory category;
+  const char* operation;   // behind the control's stem
+  const char* objectName;  // behind the control's name
+  const char* manageKey;   // of the item with the tag 0 that stands apart; nullptr for none
+  const char* ControlDescriptor::*stem;
+  std::vector<TaggedItem> (*items)(const AssignmentText&);
+};
+
+constexpr SubmenuDescriptor submenus[] = {
+    {AssignmentCategory::MouseButton, "MouseButtonMenuSelector", "MouseButtonMenu", nullptr,
+     &ControlDescriptor::submenuStem, mouseButtonItems},
+    {AssignmentCategory::Keymap, "KeymapMenuSelector", "KeymapMenu", nullptr, &ControlDescriptor::submenuStem,
+     keymapItems},
+    {AssignmentCategory::Macro, "MacroMenuSelector", "MacroMenu", "lkeyManageMacro", &ControlDescriptor::submenuStem,
+     macroItems},
+    {AssignmentCategory::Profile, "ProfileMenuSelector", "ProfileMenu", "lkeyManageProfile",
+     &ControlDescriptor::profileActionStem, profileItems},
+};
+
+void fillSubmenu(QMenu& menu, const SubmenuDescriptor& submenu, const QString& operation, const QString& spokenName,
+                 const AssignmentText& text, const SubmenuChosen& chosen) {
+  menu.setAccessibleName(spokenName);
+  const auto choose = [chosen, category = submenu.category](int tag) { chosen(category, tag); };
+  if (submenu.manageKey != nullptr) {
+    addTaggedItems(menu, {{0, localized(submenu.manageKey)}}, operation, choose);
+    menu.addSeparator();
+  }
+  addTaggedItems(menu, submenu.items(text), operation, choose);
+}
+
+void attachSubmenu(PopUpButton& popUp, QAction* item, const SubmenuDescriptor& submenu,
+                   const ControlDescriptor& control, const AssignmentText& text, const SubmenuChosen& chosen) {
+  const QString operation = QLatin1String(control.*submenu.stem) + QLatin1String(submenu.operation);
+  const QString objectName = QLatin1String(control.fieldName) + QLatin1String(submenu.objectName);
+  const auto fill = [&submenu, &text, &popUp, item, operation, chosen](QMenu& menu) {
+    const QString spokenName = popUp.accessibleName() + QStringLiteral(": ") + titleOf(*item);
+    fillSubmenu(menu, submenu, operation, spokenName, text, chosen);
+  };
+  popUp.setSubmenu(item, objectName, fill);
+}
+
+}  // namespace
+
+void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, AssignmentText& text,
+                         const SubmenuChosen& chosen) {
+  const QString action = QLatin1String(control.actionName);
+  popUp.removeAllItems();
+  if (control.directionPicture != nullptr) {
+    QAction* item = popUp.addItem(QLatin1String(plainDefaultTitle));
+    item->setObjectName(action);
+    item->setIcon(
+        tintedIcon(QLatin1String(control.directionPicture), popUp.palette().color(QPalette::Active, QPalette::Text)));
+  }
+  for (const AssignmentCategory category : assignmentCategories) {
+    QAction* item = popUp.addItem(text.titleOfCategory(category, control.identifier, control.groupType));
+    item->setObjectName(action);
+    for (const SubmenuDescriptor& submenu : submenus) {
+      if (submenu.category == category) attachSubmenu(popUp, item, submenu, control, text, chosen);
+    }
+  }
+}
+
+}  // namespace skarn

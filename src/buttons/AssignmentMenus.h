@@ -1,0 +1,23 @@
+// The menu of a control: a direction's picture item, the eight categories, and the submenus of four of them. Main
+// thread.
+#pragma once
+
+#include <functional>
+
+#include "buttons/AssignmentText.h"
+#include "buttons/ControlTable.h"
+
+namespace skarn {
+
+class PopUpButton;
+
+// Puts the items in place of those that the pop-up has. Each item's object name is the operation that choosing it
+// calls: the control's action for the items of the menu itself, the stem of the control's submenus and
+// MouseButtonMenuSelector, KeymapMenuSelector, MacroMenuSelector or ProfileMenuSelector for those of a submenu, which
+// carry their tag besides. chosen gets the category and the tag of a submenu's item. text and what chosen refers to
+// outlive the items.
+using SubmenuChosen = std::function<void(AssignmentCategory submenu, int tag)>;
+void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, AssignmentText& text,
+                         const SubmenuChosen& chosen);
+
+}  // namespace skarn

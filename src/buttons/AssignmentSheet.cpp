@@ -1,0 +1,14 @@
+#include "buttons/AssignmentSheet.h"
+
+#include <QPushButton>
+
+namespace skarn {
+
+AssignmentSheet::AssignmentSheet(QWidget* window) : QDialog(window, Qt::Sheet) {}
+
+void AssignmentSheet::connectButtons(QPushButton* ok, QPushButton* cancel) {
+  connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+}  // namespace skarn

@@ -1,0 +1,30 @@
+// What the sheets of the Buttons tab share: an OK and a Cancel button that only report; whoever opened the sheet ends
+// it. Return presses OK; Escape and closing the sheet cancel. Main thread.
+#pragma once
+
+#include <QDialog>
+
+class QPushButton;
+
+namespace skarn {
+
+class AssignmentSheet : public QDialog {
+  Q_OBJECT
+
+ public:
+  // Closes the sheet without a signal of its own.
+  void end() { QDialog::done(QDialog::Accepted); }
+
+  void accept() override { emit okClicked(); }
+  void reject() override { emit cancelClicked(); }
+
+ signals:
+  void okClicked();
+  void cancelClicked();
+
+ protected:
+  explicit AssignmentSheet(QWidget* window);
+  void connectButtons(QPushButton* ok, QPushButton* cancel);
+};
+
+}  // namespace skarn

@@ -1,0 +1,310 @@
+#include "buttons/AssignmentText.h"
+
+#include <charconv>
+#include <string>
+
+#include "buttons/ControlTable.h"
+#include "model/Assignments.h"
+#include "model/SettingsKeys.h"
+#include "model/eventParser.h"
+#include "platform/Localization.h"
+#include "platform/SettingsText.h"
+
+namespace skarn {
+
+using vorn::AssignmentCommand;
+using vorn::PropertyList;
+namespace keys = vorn::keys;
+
+namespace {
+
+// Commands of the mouse-button items, by tag.
+constexpr std::array<AssignmentCommand, mouseButtonNameKeys.size()> mouseButtonCommands = {
+    AssignmentCommand::LeftClick,    AssignmentCommand::RightClick,   AssignmentCommand::MouseButton3,
+    AssignmentCommand::MouseButton4, AssignmentCommand::MouseButton5, AssignmentCommand::DoubleClick,
+    AssignmentCommand::ScrollUp,     AssignmentCommand::ScrollDown};
+
+// Commands that are chosen, and shown, by their name alone.
+struct PlainCommand {
+  AssignmentCommand command;
+  const char* nameKey;
+};
+constexpr PlainCommand plainCommands[] = {
+    {AssignmentCommand::StageUp, "lkeySensitivityStageUp"},
+    {AssignmentCommand::StageDown, "lkeySensitivityStageDown"},
+    {AssignmentCommand::Forward, "lkeyForward"},
+    {AssignmentCommand::Backward, "lkeyBackward"},
+    {AssignmentCommand::OnTheFlySensitivity, "lkeyOnTheFlySensitivity"},
+};
+constexpr PlainCommand furtherMouseButtons[] = {
+    {AssignmentCommand::MouseButton6, "lkeyMouseButtonSix"},
+    {AssignmentCommand::MouseButton7, "lkeyMouseButtonSeven"},
+    {AssignmentCommand::MouseButton8, "lkeyMouseButtonEight"},
+};
+
+QString separatorBefore(const QString& target) {
+  return target.isEmpty() ? QString() : QStringLiteral(":");
+}
+
+QString withColon(const QString& target) {
+  return target.isEmpty() ? QString() : QStringLiteral(": ") + target;
+}
+
+QString keyText(const PropertyList& record) {
+  return QString::fromStdString(
+      vorn::eventParser::getStringWithHID(record[keys::Param1].toInt(), record[keys::Param2].toInt()));
+}
+
+// The last component of a path without its extension.
+QString applicationName(QString path) {
+  while (path.endsWith(QLatin1Char('/'))) path.chop(1);
+  const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+  const auto dot = name.lastIndexOf(QLatin1Char('.'));
+  return dot > 0 ? name.left(dot) : name;
+}
+
+}  // namespace
+
+int numberOfIdentifier(std::string_view button) {
+  int number = 0;
+  std::from_chars(button.data(), button.data() + button.size(), number);
+  return number;
+}
+
+// --- Records
+
+const PropertyList& AssignmentText::recordAt(std::string_view button, int forGroupType) const {
+  static const PropertyList none;
+  if (forGroupType == keysGroupType) return mKeysDict[button];
+  if (forGroupType == buttonsGroupType) return mButtonsDict[button];
+  return none;
+}
+
+int AssignmentText::commandAt(std::string_view button, int forGroupType) const {
+  return recordAt(button, forGroupType)[keys::Command].toInt();
+}
+
+const PropertyList& AssignmentText::defaultRecord(std::string_view groupKey, std::string_view button) const {
+  return defaultDict[keys::Profiles].at(0)[groupKey][button];
+}
+
+QString AssignmentText::profileName(int index) const {
+  return textOf(allProfiles.at(index), keys::ProfileName);
+}
+
+QString AssignmentText::macroName(int index) const {
+  return textOf(allMacros.at(index), keys::MacroName);
+}
+
+QString AssignmentText::getHIDCodeAtButton(std::string_view button, int forGroupType) {
+  const PropertyList& record = recordAt(button, forGroupType);
+  const bool isKey = vorn::commandOf(record) == AssignmentCommand::SingleKey;
+  const QString text = isKey ? keyText(record) : QString();
+  singleKeyNameColon = separatorBefore(text);
+  return text;
+}
+
+QString AssignmentText::getMacroAssignedAtButton(std::string_view button, int forGroupType) {
+  QString name;
+  const PropertyList& record = recordAt(button, forGroupType);
+  if (!allMacros.isEmpty() && vorn::commandOf(record) == AssignmentCommand::Macro) {
+    name = macroName(record[keys::Param1].toInt());
+    for (const ControlDescriptor& control : controlTable) {
+      if (control.groupType == forGroupType && control.identifier == button)
+        updateMacroRepeatButton(std::to_string(control.repeatCode));
+    }
+  }
+  macroNameColon = separatorBefore(name);
+  return name;
+}
+
+QString AssignmentText::getProfileAssignedAtButton(std::string_view button, int forGroupType) {
+  QString name;
+  const PropertyList& record = recordAt(button, forGroupType);
+  if (!allProfiles.isEmpty() && vorn::commandOf(record) == AssignmentCommand::Profile)
+    name = profileName(record[keys::Param1].toInt());
+  profileNameColon = separatorBefore(name);
+  return name;
+}
+
+QString AssignmentText::getKeyMapAssignedAtButton(std::string_view button, int forGroupType) {
+  QString name;
+  const PropertyList& record = recordAt(button, forGroupType);
+  if (!allProfiles.isEmpty() && vorn::commandOf(record) == AssignmentCommand::Keymap)
+    name = keymapStringValueForMapValue(record[keys::Param1].toInt());
+  profileNameColon = withColon(name);
+  return profileNameColon;
+}
+
+QString AssignmentText::getMouseButtonAssignedAtButton(std::string_view button, int forGroupType) {
+  if (allProfiles.isEmpty()) return {};
+  return withColon(stringForMouseButtonValue(commandAt(button, forGroupType)));
+}
+
+QString AssignmentText::getApplicationNameAssignedAtButton(std::string_view button, int forGroupType) {
+  const PropertyList& record = recordAt(button, forGroupType);
+  if (vorn::commandOf(record) != AssignmentCommand::LaunchProgram) return {};
+  return withColon(applicationName(textOf(record, keys::Param1)));
+}
+
+// --- Words
+
+const QString& AssignmentText::word(const char* key) {
+  const auto [place, isNew] = mWords.try_emplace(key);
+  if (isNew) place->second = localized(key);
+  return place->second;
+}
+
+QString AssignmentText::stringForMouseButtonValue(int command) {
+  if (command == static_cast<int>(AssignmentCommand::MouseButton5)) return word("lkeyDoubleClick");
+  for (std::size_t tag = 0; tag < mouseButtonCommands.size(); ++tag) {
+    if (static_cast<int>(mouseButtonCommands[tag]) == command) return word(mouseButtonNameKeys[tag]);
+  }
+  return {};
+}
+
+QString AssignmentText::keymapStringValueForMapValue(int keymap) {
+  if (keymap == vorn::nextKeymap) return word(keymapCycleNameKey);
+  if (keymap < 0 || keymap >= static_cast<int>(keymapNameKeys.size())) return {};
+  return word(keymapNameKeys[static_cast<std::size_t>(keymap)]);
+}
+
+QString AssignmentText::getStringForMouseButtonDefault(std::string_view button) {
+  return stringForMouseButtonValue(defaultRecord(keys::Buttons, button)[keys::Command].toInt());
+}
+
+QString AssignmentText::getDefaultKeyForButton(std::string_view button, int forGroupType) {
+  QString text;
+  if (forGroupType == keysGroupType) {
+    const PropertyList& record = defaultRecord(keys::Keys, button);
+    const bool isDefault = vorn::commandOf(record) == AssignmentCommand::DefaultKey;
+    if (isDefault && !checkForDiagonals(button)) text = keyText(record);
+  } else if (forGroupType == buttonsGroupType) {
+    text = QStringLiteral("Mouse: ") + getStringForMouseButtonDefault(button);
+  }
+  if (text.isEmpty()) return QLatin1String(plainDefaultTitle);
+  defaultName = text;
+  return text + QLatin1Char(' ');
+}
+
+QString AssignmentText::getMacroRepeatOptionUsingValue(int mode) {
+  if (mode == vorn::repeatUntilPressedAgain) return QStringLiteral("Repeat Until Pressed Again");
+  if (mode == vorn::repeatUntilReleased) return QStringLiteral("Repeat Until Released");
+  if (mode >= 2 && mode <= 10) return QStringLiteral("Repeat %1 Times").arg(mode);
+  return QStringLiteral("Play Macro Once");
+}
+
+// --- Labels
+
+QString AssignmentText::separatedLabel(const char* categoryKey, const QString& separator, const QString& target) {
+  return word(categoryKey) + QLatin1Char(' ') + separator + QLatin1Char(' ') + target;
+}
+
+QString AssignmentText::titleOfCategory(AssignmentCategory category, std::string_view button, int forGroupType) {
+  switch (category) {
+    case AssignmentCategory::DefaultKey:
+      return getDefaultKeyForButton(button, forGroupType) + QLatin1Char('(') + word("lkeyDefaultKey") +
+             QLatin1Char(')');
+    case AssignmentCategory::SingleKey: {
+      const QString key = getHIDCodeAtButton(button, forGroupType);
+      return separatedLabel("lkeySingleKey", singleKeyNameColon, key);
+    }
+    case AssignmentCategory::Macro: {
+      const QString name = getMacroAssignedAtButton(button, forGroupType);
+      return separatedLabel("lkeyMacro", macroNameColon, name);
+    }
+    case AssignmentCategory::Keymap:
+      return word("lkeyKeyMap") + getKeyMapAssignedAtButton(button, forGroupType);
+    case AssignmentCategory::MouseButton:
+      return word("lkeyMouseButton") + getMouseButtonAssignedAtButton(button, forGroupType);
+    case AssignmentCategory::Profile: {
+      const QString name = getProfileAssignedAtButton(button, forGroupType);
+      return separatedLabel("lkeyProfile", profileNameColon, name);
+    }
+    case AssignmentCategory::LaunchProgram:
+      return word("lkeyLaunchProgram") + getApplicationNameAssignedAtButton(button, forGroupType);
+    case AssignmentCategory::Disable:
+      return word("lkeyDisable");
+  }
+  return {};
+}
+
+QString AssignmentText::mouseButtonLabel(int command) {
+  return word("lkeyMouseButton") + withColon(stringForMouseButtonValue(command));
+}
+
+QString AssignmentText::stringForButtonValue(int command, std::string_view atButton, int forGroupType) {
+  const auto title = [&](AssignmentCategory category) { return titleOfCategory(category, atButton, forGroupType); };
+  for (const PlainCommand& plain : plainCommands) {
+    if (static_cast<int>(plain.command) == command) return word(plain.nameKey);
+  }
+  switch (static_cast<AssignmentCommand>(command)) {
+    case AssignmentCommand::LeftClick:
+    case AssignmentCommand::RightClick:
+    case AssignmentCommand::MouseButton3:
+    case AssignmentCommand::MouseButton4:
+    case AssignmentCommand::MouseButton5:
+    case AssignmentCommand::MouseButton6:
+    case AssignmentCommand::MouseButton7:
+    case AssignmentCommand::MouseButton8:
+    case AssignmentCommand::DoubleClick:
+    case AssignmentCommand::ScrollUp:
+    case AssignmentCommand::ScrollDown:
+      return title(AssignmentCategory::MouseButton);
+    case AssignmentCommand::Macro:
+      return title(AssignmentCategory::Macro);
+    case AssignmentCommand::SingleKey:
+      return title(AssignmentCategory::SingleKey);
+    case AssignmentCommand::Profile:
+      return title(AssignmentCategory::Profile);
+    case AssignmentCommand::Disable:
+      return title(AssignmentCategory::Disable);
+    case AssignmentCommand::DefaultKey:
+      return checkForDiagonals(atButton) ? QLatin1String(plainDefaultTitle) : title(AssignmentCategory::DefaultKey);
+    case AssignmentCommand::LaunchProgram:
+      return title(AssignmentCategory::LaunchProgram);
+    case AssignmentCommand::TemporarySensitivity:
+      return word("lkeyTemporaryDPISwitch");
+    case AssignmentCommand::Keymap:
+      return title(AssignmentCategory::Keymap);
+    default:
+      return {};
+  }
+}
+
+int AssignmentText::intValueOfSelectedString(const QString& title, std::string_view atButton, int forGroupType) {
+  const auto is = [&](AssignmentCategory category) {
+    return title == titleOfCategory(category, atButton, forGroupType);
+  };
+  const auto plainCommand = [&](const auto& commands) {
+    for (const PlainCommand& plain : commands) {
+      if (title == word(plain.nameKey)) return static_cast<int>(plain.command);
+    }
+    return 0;
+  };
+  // The order decides between equal titles.
+  if (is(AssignmentCategory::MouseButton)) return static_cast<int>(AssignmentCommand::LeftClick);
+  if (const int command = plainCommand(furtherMouseButtons)) return command;
+  if (is(AssignmentCategory::Macro)) return static_cast<int>(AssignmentCommand::Macro);
+  if (const int command = plainCommand(plainCommands)) return command;
+  if (is(AssignmentCategory::SingleKey)) return static_cast<int>(AssignmentCommand::SingleKey);
+  if (is(AssignmentCategory::Profile)) return static_cast<int>(AssignmentCommand::Profile);
+  if (is(AssignmentCategory::Disable)) return static_cast<int>(AssignmentCommand::Disable);
+  if (is(AssignmentCategory::DefaultKey) || title == QLatin1String(plainDefaultTitle))
+    return static_cast<int>(AssignmentCommand::DefaultKey);
+  if (is(AssignmentCategory::LaunchProgram)) return static_cast<int>(AssignmentCommand::LaunchProgram);
+  if (is(AssignmentCategory::Keymap)) return static_cast<int>(AssignmentCommand::Keymap);
+  return 0;
+}
+
+int AssignmentText::mouseButtonMappingValueForTagValue(int tag) {
+  if (tag < 0 || tag >= static_cast<int>(mouseButtonCommands.size())) return 0;
+  return static_cast<int>(mouseButtonCommands[static_cast<std::size_t>(tag)]);
+}
+
+bool AssignmentText::checkForDiagonals(std::string_view button) {
+  const int number = numberOfIdentifier(button);
+  return (number >= 79 && number <= 82) || (number >= 232 && number <= 235);
+}
+
+}  // namespace skarn

@@ -1,0 +1,332 @@
+#include "widgets/PopUpButton.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
+#include <QStyle>
+#include <QStyleOption>
+#include <algorithm>
+#include <utility>
+
+#include "widgets/PlainToolTip.h"
+
+namespace skarn {
+
+namespace {
+
+constexpr int longestItem = 440;  // device-independent pixels of text
+constexpr int sidePadding = 8;
+constexpr int chevronWidth = 24;
+constexpr int itemIconSize = 16;
+constexpr int verticalPadding = 3;
+constexpr int usualLength = 24;  // characters
+constexpr int leastLength = 6;
+
+QString escaped(QString title) {
+  return title.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+// One line without columns.
+QString inOneLine(QString title) {
+  for (const char break_ : {'\n', '\r', '\t'}) title.replace(QLatin1Char(break_), QLatin1Char(' '));
+  return title;
+}
+
+}  // namespace
+
+// A menu whose categories can be chosen themselves, and whose items are found by typing the beginning of their titles.
+class PopUpButton::ItemMenu : public QMenu {
+ public:
+  ItemMenu(PopUpButton* button, QWidget* parent) : QMenu(parent), mButton(button) {}
+
+  // Without opening its submenu.
+  void makeActive(QAction* item) {
+    QMenu* submenu = item->menu();
+    item->setMenu(static_cast<QMenu*>(nullptr));
+    setActiveAction(item);
+    item->setMenu(submenu);
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override {
+    QMenu::initStyleOption(option, action);
+    if (action == nullptr || action->isSeparator()) return;
+    option->text = escaped(fontMetrics().elidedText(inOneLine(titleOf(*action)), Qt::ElideMiddle, longestItem));
+  }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    const QRect buttonRect(mButton->mapToGlobal(QPoint()), mButton->size());
+    // The press that closes the menu must not open it again.
+    if (!rect().contains(event->position().toPoint()))
+      setAttribute(Qt::WA_NoMouseReplay, buttonRect.contains(event->globalPosition().toPoint()));
+    mWasPressedHere = rect().contains(event->position().toPoint());
+    QMenu::mousePressEvent(event);
+  }
+
+  // A press outside that is dragged here chooses on its release, as in every menu.
+  void mouseMoveEvent(QMouseEvent* event) override {
+    if (event->buttons() != Qt::NoButton && actionAt(event->position().toPoint())) mWasPressedHere = true;
+    QMenu::mouseMoveEvent(event);
+  }
+
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QAction* item = actionAt(event->position().toPoint());
+    if (!std::exchange(mWasPressedHere, false) || !chooseCategory(item)) QMenu::mouseReleaseEvent(event);
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    const int key = event->key();
+    const bool chooses = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+    if (chooses ? chooseCategory(activeAction()) : find(*event)) return;
+    QMenu::keyPressEvent(event);
+  }
+
+ private:
+  bool chooseCategory(QAction* item) {
+    if (item == nullptr || item->menu() == nullptr || !item->isEnabled()) return false;
+    close();
+    item->trigger();
+    return true;
+  }
+
+  bool find(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (text.isEmpty() || !text.at(0).isPrint() || (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)))
+      return false;
+    if (!mSinceLastKey.isValid() || mSinceLastKey.elapsed() > QApplication::keyboardInputInterval()) mTyped.clear();
+    mSinceLastKey.start();
+    // One letter again and again goes through all that begin with it.
+    const bool isRepeated = mTyped == text;
+    if (!isRepeated) mTyped += text;
+    if (QAction* item = nextBeginningWith(mTyped, isRepeated || mTyped == text)) makeActive(item);
+    return true;
+  }
+
+  QAction* nextBeginningWith(const QString& beginning, bool afterActive) const {
+    const QList<QAction*> items = actions();
+    const qsizetype first = std::max<qsizetype>(items.indexOf(activeAction()) + (afterActive ? 1 : 0), 0);
+    for (qsizetype step = 0; step < items.size(); ++step) {
+      QAction* item = items.at((first + step) % items.size());
+      if (item->isVisible() && item->isEnabled() && titleOf(*item).startsWith(beginning, Qt::CaseInsensitive))
+        return item;
+    }
+    return nullptr;
+  }
+
+  PopUpButton* mButton;
+  bool mWasPressedHere = false;
+  QString mTyped;
+  QElapsedTimer mSinceLastKey;
+};
+
+PopUpButton::PopUpButton(QWidget* parent) : QToolButton(parent), mMenu(new ItemMenu(this, this)) {
+  setMenu(mMenu);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setAttribute(Qt::WA_Hover);
+  connect(this, &QAbstractButton::clicked, this, &PopUpButton::openMenu);
+  connect(mMenu, &QMenu::aboutToShow, this, &PopUpButton::prepareMenu);
+  connect(mMenu, &QMenu::aboutToHide, this, [this] { update(); });
+}
+
+PopUpButton::~PopUpButton() = default;
+
+void PopUpButton::removeAllItems() {
+  mMenu->close();
+  for (const Item& item : mItems) {
+    mMenu->removeAction(item.action);
+    // Its handler may be running.
+    if (QMenu* submenu = item.action->menu()) submenu->deleteLater();
+    item.action->setParent(nullptr);
+    item.action->deleteLater();
+  }
+  mItems.clear();
+  mSelected = -1;
+  showTitle(QString());
+}
+
+QAction* PopUpButton::addItem(const QString& title) {
+  auto* item = new QAction(escaped(title), this);
+  connect(item, &QAction::triggered, this, [this, item] { choose(item); });
+  mItems.push_back({item, {}, {}});
+  return item;
+}
+
+void PopUpButton::setSubmenu(QAction* item, const QString& objectName, std::function<void(QMenu&)> fill) {
+  const int index = indexOf(item);
+  if (index < 0) return;
+  mItems[static_cast<std::size_t>(index)].submenuName = objectName;
+  mItems[static_cast<std::size_t>(index)].fill = std::move(fill);
+}
+
+QString PopUpButton::itemTitle(int index) const {
+  const QAction* item = itemAt(index);
+  return item ? titleOf(*item) : QString();
+}
+
+QAction* PopUpButton::itemAt(int index) const {
+  return index >= 0 && index < numberOfItems() ? mItems[static_cast<std::size_t>(index)].action : nullptr;
+}
+
+void PopUpButton::selectItem(int index) {
+  mSelected = itemAt(index) ? index : -1;
+  showTitle(itemTitle(mSelected));
+}
+
+bool PopUpButton::selectItemWithTitle(const QString& title) {
+  const auto found =
+      std::find_if(mItems.begin(), mItems.end(), [&title](const Item& item) { return titleOf(*item.action) == title; });
+  mSelected = found == mItems.end() ? -1 : static_cast<int>(found - mItems.begin());
+  showTitle(title);
+  return mSelected >= 0;
+}
+
+void PopUpButton::setValidator(std::function<bool(const QAction&)> validator) {
+  mValidator = std::move(validator);
+}
+
+void PopUpButton::openMenu() {
+  if (mItems.empty() || !isEnabled() || mMenu->isVisible()) return;
+  prepareMenu();
+  mMenu->setAccessibleName(accessibleName());
+  mMenu->setMinimumWidth(width());
+  mMenu->popup(placeOfMenu());
+  if (QAction* selected = itemAt(mSelected)) mMenu->makeActive(selected);
+  update();
+}
+
+void PopUpButton::prepareMenu() {
+  for (const Item& item : mItems) {
+    item.action->setCheckable(true);
+    item.action->setChecked(indexOf(item.action) == mSelected);
+    mMenu->addAction(item.action);
+    if (!item.fill || item.action->menu()) continue;
+    auto* submenu = new ItemMenu(this, mMenu);
+    submenu->setObjectName(item.submenuName);
+    connect(submenu, &QMenu::aboutToShow, this,
+            [this, action = item.action, submenu] { fillSubmenu(action, *submenu); });
+    item.action->setMenu(submenu);
+  }
+  validateItems(*mMenu);
+}
+
+void PopUpButton::fillSubmenu(QAction* item, QMenu& submenu) {
+  const int index = indexOf(item);
+  if (index < 0) return;
+  submenu.clear();
+  mItems[static_cast<std::size_t>(index)].fill(submenu);
+  validateItems(submenu);
+}
+
+void PopUpButton::validateItems(const QMenu& menu) const {
+  if (!mValidator) return;
+  for (QAction* item : menu.actions()) {
+    if (item->isSeparator()) continue;
+    const bool isValid = mValidator(*item);
+    item->setVisible(isValid);
+    item->setEnabled(isValid);
+  }
+}
+
+void PopUpButton::choose(const QAction* item) {
+  const int index = indexOf(item);
+  if (index < 0) return;
+  selectItem(index);
+  emit itemChosen(index);
+}
+
+int PopUpButton::indexOf(const QAction* item) const {
+  const auto found = std::find_if(mItems.begin(), mItems.end(), [item](const Item& one) { return one.action == item; });
+  return found == mItems.end() ? -1 : static_cast<int>(found - mItems.begin());
+}
+
+void PopUpButton::showTitle(const QString& title) {
+  if (title == mShownTitle) return;
+  mShownTitle = title;
+  setAccessibleDescription(title);
+  setText(escaped(inOneLine(title)));
+}
+
+QPoint PopUpButton::placeOfMenu() const {
+  const QSize size = mMenu->sizeHint();
+  const QRect button(mapToGlobal(QPoint()), this->size());
+  const QRect available = screen()->availableGeometry();
+  const int x = isRightToLeft() ? button.right() + 1 - size.width() : button.left();
+  const bool fitsBelow = button.bottom() + size.height() <= available.bottom();
+  const bool fitsAbove = button.top() - size.height() >= available.top();
+  return {x, !fitsBelow && fitsAbove ? button.top() - size.height() : button.bottom() + 1};
+}
+
+QSize PopUpButton::sizeHint() const {
+  return {fontMetrics().averageCharWidth() * usualLength + sidePadding + chevronWidth,
+          fontMetrics().height() + 2 * verticalPadding};
+}
+
+QSize PopUpButton::minimumSizeHint() const {
+  return {fontMetrics().averageCharWidth() * leastLength + sidePadding + chevronWidth, fontMetrics().height() + 2};
+}
+
+bool PopUpButton::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip && isEnabled() && !mShownTitle.isEmpty()) {
+    showPlainToolTip(*static_cast<QHelpEvent*>(event), mShownTitle, this);
+    return true;
+  }
+  return QToolButton::event(event);
+}
+
+void PopUpButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QStyleOptionComboBox option;
+  option.initFrom(this);
+  option.editable = false;
+  option.subControls = QStyle::SC_ComboBoxFrame | QStyle::SC_ComboBoxArrow;
+  if (mMenu->isVisible()) option.state |= QStyle::State_On;
+  style()->drawComplexControl(QStyle::CC_ComboBox, &option, &painter, this);
+  const QAction* selected = itemAt(mSelected);
+  const int iconWidth = selected != nullptr && !selected->icon().isNull() ? itemIconSize + sidePadding : 0;
+  const QRect content = rect().adjusted(sidePadding, 0, -chevronWidth, 0);
+  if (iconWidth > 0) {
+    const QRect place(content.left(), content.top(), itemIconSize, content.height());
+    selected->icon().paint(&painter, QStyle::visualRect(layoutDirection(), rect(), place), Qt::AlignCenter,
+                           isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  }
+  const QRect place = QStyle::visualRect(layoutDirection(), rect(), content.adjusted(iconWidth, 0, 0, 0));
+  const QString title = fontMetrics().elidedText(inOneLine(mShownTitle), Qt::ElideMiddle, place.width());
+  const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
+  style()->drawItemText(&painter, place, static_cast<int>(alignment), palette(), isEnabled(), title,
+                        QPalette::ButtonText);
+}
+
+void PopUpButton::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) {
+    openMenu();
+  } else {
+    event->ignore();
+  }
+}
+
+// The press has opened the menu.
+void PopUpButton::mouseReleaseEvent(QMouseEvent*) {}
+
+void PopUpButton::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Down:
+    case Qt::Key_F4:
+      openMenu();
+      return;
+    default:
+      QToolButton::keyPressEvent(event);
+  }
+}
+
+}  // namespace skarn
