@@ -13,6 +13,7 @@
 #include <QStyleOption>
 #include <QTableView>
 
+#include "widgets/ControlPainting.h"
 #include "widgets/Palettes.h"
 
 namespace skarn {
@@ -28,11 +29,15 @@ constexpr int tabSidePadding = 24;
 constexpr int tabVerticalPadding = 20;
 constexpr int underlineHeight = 3;
 constexpr int checkBoxSize = 16;
-constexpr qreal checkBoxRadius = 4;
-constexpr qreal checkStroke = 1.75;
 constexpr int headerHeight = 32;
 constexpr int headerPadding = 8;
 constexpr QSize buttonPadding(16, 6);
+constexpr int controlHeight = 30;
+constexpr int fieldPadding = 8;
+constexpr int chevronWidth = 24;
+constexpr int smallestThumb = 32;
+constexpr int menuMargin = 4;
+constexpr int submenuDelay = 150;  // milliseconds
 
 QFont scaled(QFont font, qreal scale) {
   if (font.pointSizeF() > 0) {
@@ -67,51 +72,6 @@ void applyTextRole(QLabel& label, const QString& role) {
   }
 }
 
-void drawRounded(QPainter* painter, const QRect& rect, const QBrush& fill, const QPen& outline) {
-  painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
-  painter->setBrush(fill);
-  painter->setPen(outline);
-  // On pixel centres, so that a line of one pixel stays one.
-  painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), SkarnStyle::cornerRadius,
-                           SkarnStyle::cornerRadius);
-  painter->restore();
-}
-
-void drawButtonPanel(const QStyleOption* option, QPainter* painter, bool flat) {
-  const bool pressed = option->state & (QStyle::State_Sunken | QStyle::State_On);
-  const bool hovered = (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
-  if (flat && !pressed && !hovered) return;
-  const QPalette& palette = option->palette;
-  const QPalette::ColorRole fill =
-      pressed ? QPalette::Mid : (hovered ? QPalette::Midlight : (flat ? QPalette::Window : QPalette::Button));
-  drawRounded(painter, option->rect, palette.color(fill),
-              flat ? QPen(Qt::NoPen) : QPen(palette.color(QPalette::Mid), 1));
-}
-
-void drawCheckBox(const QStyleOption* option, QPainter* painter) {
-  const QPalette& palette = option->palette;
-  const bool isEnabled = option->state & QStyle::State_Enabled;
-  const QColor ink = isEnabled ? palette.color(QPalette::Text) : palette.color(QPalette::Disabled, QPalette::Text);
-  const QColor outline = isEnabled ? palette.color(QPalette::PlaceholderText) : ink;
-  const QRectF box = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-  painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
-  painter->setPen(QPen((option->state & QStyle::State_Off) ? outline : ink, 1));
-  painter->setBrush((option->state & QStyle::State_Sunken) ? palette.color(QPalette::Midlight)
-                                                           : palette.color(QPalette::Base));
-  painter->drawRoundedRect(box, checkBoxRadius, checkBoxRadius);
-  painter->setPen(QPen(ink, checkStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  // Points of the marks as shares of the box.
-  const auto at = [&box](qreal x, qreal y) { return QPointF(box.x() + x * box.width(), box.y() + y * box.height()); };
-  if (option->state & QStyle::State_On) {
-    painter->drawPolyline(QPolygonF({at(0.24, 0.52), at(0.43, 0.71), at(0.77, 0.31)}));
-  } else if (option->state & QStyle::State_NoChange) {
-    painter->drawLine(at(0.26, 0.5), at(0.74, 0.5));
-  }
-  painter->restore();
-}
-
 void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
   const bool selected = tab->state & QStyle::State_Selected;
   const bool hovered = (tab->state & QStyle::State_MouseOver) && (tab->state & QStyle::State_Enabled);
@@ -124,6 +84,70 @@ void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
   painter->setBrush(selected ? accentColor(tab->palette) : tab->palette.color(QPalette::Mid));
   painter->drawRoundedRect(QRectF(line), underlineHeight / 2.0, underlineHeight / 2.0);
   painter->restore();
+}
+
+// Its ground and chevron; the text is the control's label.
+void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter) {
+  const bool isEnabled = list->state & QStyle::State_Enabled;
+  if (isEnabled && (list->state & QStyle::State_MouseOver)) {
+    drawRounded(painter, list->rect, list->palette.color(QPalette::Midlight),
+                QPen(list->palette.color(QPalette::Mid), 1));
+    if (list->state & QStyle::State_HasFocus) {
+      drawRounded(painter, list->rect, Qt::NoBrush, QPen(list->palette.color(QPalette::Dark), 1));
+    }
+  } else {
+    drawFieldFrame(list, painter);
+  }
+  const QRect chevron =
+      QStyle::visualRect(list->direction, list->rect,
+                         QRect(list->rect.right() - chevronWidth, list->rect.top(), chevronWidth, list->rect.height()));
+  drawChevron(painter, chevron,
+              list->palette.color(isEnabled ? QPalette::Normal : QPalette::Disabled, QPalette::PlaceholderText),
+              Qt::DownArrow);
+}
+
+// The whole bar is its groove: there are no arrow buttons.
+QRect scrollBarPart(const QStyleOptionSlider* bar, QStyle::SubControl part) {
+  const bool isVertical = bar->orientation == Qt::Vertical;
+  const int length = isVertical ? bar->rect.height() : bar->rect.width();
+  const qint64 range = qint64{bar->maximum} - bar->minimum;
+  const int thumb = range <= 0 ? length
+                               : std::clamp(static_cast<int>(qint64{length} * bar->pageStep / (range + bar->pageStep)),
+                                            std::min(smallestThumb, length), length);
+  const int before =
+      QStyle::sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition, length - thumb, bar->upsideDown);
+  int from = 0;
+  int size = 0;
+  switch (part) {
+    case QStyle::SC_ScrollBarGroove:
+      size = length;
+      break;
+    case QStyle::SC_ScrollBarSlider:
+      from = before;
+      size = thumb;
+      break;
+    case QStyle::SC_ScrollBarSubPage:
+      size = before;
+      break;
+    case QStyle::SC_ScrollBarAddPage:
+      from = before + thumb;
+      size = length - from;
+      break;
+    default:
+      return {};
+  }
+  const QRect rect = isVertical ? QRect(bar->rect.left(), bar->rect.top() + from, bar->rect.width(), size)
+                                : QRect(bar->rect.left() + from, bar->rect.top(), size, bar->rect.height());
+  return QStyle::visualRect(bar->direction, bar->rect, rect);
+}
+
+QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& fallback) {
+  if (item.menuItemType == QStyleOptionMenuItem::Separator) return {fallback.width(), 2 * menuMargin + 1};
+  const QFontMetrics metrics(item.font);
+  int width = 0;
+  for (const QString& part : item.text.split(QLatin1Char('\t')))
+    width += metrics.horizontalAdvance(part) + menuSidePadding;
+  return {menuMarkWidth + width + menuMarkWidth, std::max(menuItemHeight, metrics.height() + 8)};
 }
 
 // A triangle with an exclamation mark, in lines.
@@ -175,7 +199,24 @@ void SkarnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
       drawButtonPanel(option, painter, true);
       return;
     case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck:
       drawCheckBox(option, painter);
+      return;
+    case PE_IndicatorRadioButton:
+      drawRadioButton(option, painter);
+      return;
+    case PE_PanelLineEdit:
+      if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0) {
+        drawFieldFrame(option, painter);
+      }
+      return;
+    case PE_PanelMenu:
+      painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+      return;
+    case PE_FrameMenu:
+      painter->setPen(QPen(option->palette.color(QPalette::Mid), 1));
+      painter->setBrush(Qt::NoBrush);
+      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
       return;
     case PE_FrameFocusRect:
       drawRounded(painter, option->rect, Qt::NoBrush, QPen(option->palette.color(QPalette::Dark), 1));
@@ -188,6 +229,12 @@ void SkarnStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
 void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
   switch (element) {
+    case CE_MenuItem:
+      if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) drawMenuItem(item, painter);
+      return;
+    case CE_MenuEmptyArea:
+      painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+      return;
     case CE_TabBarTabShape:
       if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTabShape(tab, painter);
       return;
@@ -234,6 +281,22 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
 
 void SkarnStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                     const QWidget* widget) const {
+  if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option)) {
+    if (control == CC_Slider && slider->orientation == Qt::Horizontal) {
+      drawSlider(slider, subControlRect(control, option, SC_SliderGroove, widget),
+                 subControlRect(control, option, SC_SliderHandle, widget), painter);
+      return;
+    }
+    if (control == CC_ScrollBar) {
+      painter->fillRect(option->rect, option->palette.color(widget ? widget->backgroundRole() : QPalette::Window));
+      drawScrollBar(slider, subControlRect(control, option, SC_ScrollBarSlider, widget), painter);
+      return;
+    }
+  }
+  if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option); list && !list->editable) {
+    drawPopUpList(list, painter);
+    return;
+  }
   const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
   if (control != CC_GroupBox || box == nullptr || (box->subControls & SC_GroupBoxCheckBox)) {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -251,6 +314,9 @@ void SkarnStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
 
 QRect SkarnStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
                                  const QWidget* widget) const {
+  if (control == CC_ScrollBar) {
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option)) return scrollBarPart(bar, subControl);
+  }
   const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
   if (control != CC_GroupBox || box == nullptr || (box->subControls & SC_GroupBoxCheckBox)) {
     return QProxyStyle::subControlRect(control, option, subControl, widget);
@@ -280,7 +346,14 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
       }
       return size;
     case CT_PushButton:
-      return contents + 2 * buttonPadding;
+      return QSize(contents + 2 * buttonPadding).expandedTo({0, controlHeight});
+    case CT_ComboBox:
+      return {contents.width() + 2 * fieldPadding + chevronWidth, std::max(size.height(), controlHeight)};
+    case CT_LineEdit:
+      return {size.width(), std::max(size.height(), controlHeight)};
+    case CT_MenuItem:
+      if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) return menuItemSize(*item, size);
+      return size;
     case CT_HeaderSection:
       return {size.width() + 2 * headerPadding, std::max(size.height(), headerHeight)};
     default:
@@ -290,6 +363,7 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
 
 QRect SkarnStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
   const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  if (element == SE_LineEditContents) return rect.adjusted(fieldPadding - 2, 0, 2 - fieldPadding, 0);
   // The first tab's text stands at the page's margin.
   if (element == SE_TabWidgetTabBar) return rect.adjusted(pageMargin - tabSidePadding / 2, 0, 0, 0);
   return rect;
@@ -300,6 +374,20 @@ int SkarnStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
       return checkBoxSize;
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+      return checkBoxSize;
+    case PM_SliderLength:
+    case PM_SliderControlThickness:
+      return sliderHandle;
+    case PM_SliderThickness:
+      return sliderHandle + 2;
+    case PM_ScrollBarExtent:
+      return scrollBarExtent;
+    case PM_MenuPanelWidth:
+      return 1;
+    case PM_MenuVMargin:
+      return menuMargin;
     case PM_TabBarTabHSpace:
       return tabSidePadding;
     case PM_TabBarTabVSpace:
@@ -322,6 +410,14 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
       return 0;
+    case SH_Slider_AbsoluteSetButtons:
+      // A click on the track moves the handle there.
+      return Qt::LeftButton;
+    case SH_ComboBox_Popup:
+      // The list of a pop-up list looks like the menus.
+      return 1;
+    case SH_Menu_SubMenuPopupDelay:
+      return submenuDelay;
     case SH_TabBar_Alignment:
       return Qt::AlignLeft;
     case SH_UnderlineShortcut:

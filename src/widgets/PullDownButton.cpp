@@ -1,0 +1,83 @@
+#include "widgets/PullDownButton.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace skarn {
+
+namespace {
+
+constexpr const char* tagProperty = "tag";
+
+QString escaped(QString title) {
+  return title.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+}  // namespace
+
+void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QString& operation,
+                    std::function<void(int tag)> chosen) {
+  for (const TaggedItem& item : items) {
+    QAction* action = menu.addAction(escaped(item.title));
+    action->setObjectName(operation);
+    action->setProperty(tagProperty, item.tag);
+    QObject::connect(action, &QAction::triggered, &menu, [chosen, tag = item.tag] { chosen(tag); });
+  }
+}
+
+QString titleOf(const QAction& item) {
+  return item.text().replace(QLatin1String("&&"), QLatin1String("&"));
+}
+
+int tagOf(const QAction& item) {
+  return item.property(tagProperty).toInt();
+}
+
+PullDownButton::PullDownButton(QWidget* parent) : QToolButton(parent) {
+  auto* menu = new QMenu(this);
+  // A click beside the open menu closes it and does nothing else.
+  menu->setAttribute(Qt::WA_NoMouseReplay);
+  setMenu(menu);
+  connect(this, &QToolButton::clicked, this, &PullDownButton::openMenu);
+  connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+    if (!mIsEnabled) return;
+    for (QAction* item : menu->actions()) item->setEnabled(mIsEnabled(*item));
+  });
+  connect(menu, &QMenu::aboutToHide, this, [this] { setDown(false); });
+}
+
+void PullDownButton::openMenu() {
+  setDown(true);
+  menu()->popup(mapToGlobal(rect().bottomLeft() + QPoint(0, 1)));
+}
+
+// The button's own way of opening a menu runs an event loop of its own until the menu closes.
+void PullDownButton::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) openMenu();
+}
+
+void PullDownButton::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Down:
+    case Qt::Key_F4:
+      openMenu();
+      break;
+    default:
+      QToolButton::keyPressEvent(event);
+  }
+}
+
+void PullDownButton::setItems(const std::vector<TaggedItem>& items, const QString& operation,
+                              std::function<void(int tag)> chosen) {
+  menu()->clear();
+  addTaggedItems(*menu(), items, operation, std::move(chosen));
+}
+
+void PullDownButton::setValidator(std::function<bool(const QAction& item)> isEnabled) {
+  mIsEnabled = std::move(isEnabled);
+}
+
+}  // namespace skarn
