@@ -199,6 +199,7 @@ void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t ev
                                                                 .with(requestKeys::SequenceIdx, eventIndex)
                                                                 .with(requestKeys::Sequence, newDict));
   if (status != 0) return;
+  mMouseMacrosController->setStateOfTableButtonsWithState(true);
   mMouseMacrosController->setStateOfMacroTableWithState(true);
 }
 

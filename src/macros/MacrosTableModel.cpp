@@ -23,9 +23,21 @@ int eventCount(const vorn::PropertyList& sequence) {
 }  // namespace
 
 void MacrosTableModel::setMacros(const vorn::PropertyList& macros) {
-  beginResetModel();
-  mMacros = macros.arrayOrEmpty();
-  endResetModel();
+  const vorn::PropertyList next = macros.arrayOrEmpty();
+  const int before = rowCount();
+  const int after = static_cast<int>(next.size());
+  if (after > before) {
+    beginInsertRows({}, before, after - 1);
+    mMacros = next;
+    endInsertRows();
+  } else if (after < before) {
+    beginRemoveRows({}, after, before - 1);
+    mMacros = next;
+    endRemoveRows();
+  } else {
+    mMacros = next;
+  }
+  if (const int kept = std::min(before, after); kept > 0) emit dataChanged(index(0, 0), index(kept - 1, Events));
 }
 
 int MacrosTableModel::rowCount(const QModelIndex& parent) const {
@@ -37,7 +49,7 @@ int MacrosTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant MacrosTableModel::data(const QModelIndex& index, int role) const {
-  if (role == Qt::DisplayRole) {
+  if (role == Qt::DisplayRole || role == Qt::EditRole) {
     const vorn::PropertyList& macro = mMacros.at(index.row());
     if (index.column() == Name) return textOf(macro, keys::MacroName);
     if (!macro.isDictionary()) return {};
@@ -47,6 +59,17 @@ QVariant MacrosTableModel::data(const QModelIndex& index, int role) const {
     return static_cast<int>(Qt::AlignRight | Qt::AlignVCenter);
   }
   return {};
+}
+
+Qt::ItemFlags MacrosTableModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  return index.isValid() && index.column() == Name ? flags | Qt::ItemIsEditable : flags;
+}
+
+bool MacrosTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || !index.isValid() || index.column() != Name) return false;
+  emit nameEdited(index.row(), value.toString());
+  return true;
 }
 
 QVariant MacrosTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -289,7 +289,9 @@ void StartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed()
   if (outcome < 2) fixture.link.answer(MessageID::RegisterDevice, statusAnswer(outcome == 0));
   if (outcome == 0) fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Work"})));
   fixture.start({});
-  const std::vector<std::string> expected{"commandReplyNotification273",
+  const std::vector<std::string> expected{"MacroSequence273",
+                                          "SingleKeyEvent1050",
+                                          "commandReplyNotification273",
                                           "Device Attached 273",
                                           "Device Removed 273",
                                           "Profile Updated 273",

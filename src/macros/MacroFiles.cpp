@@ -1,0 +1,42 @@
+#include "macros/MacroFiles.h"
+
+#include "model/SettingsKeys.h"
+#include "platform/FilePanel.h"
+#include "platform/RecordFile.h"
+#include "platform/SettingsText.h"
+
+namespace skarn {
+
+using vorn::PropertyList;
+namespace keys = vorn::keys;
+
+namespace {
+
+const QString fileType = QStringLiteral("%1Macro").arg(QLatin1String("Skarn"));
+const QString startFolder = QStringLiteral("file://localhost/Documents/");
+
+}  // namespace
+
+void MacroFiles::open(QWidget* window, std::function<void(const PropertyList& macro)> imported) {
+  const auto ended = [window, imported = std::move(imported)](int returnCode, const QString& path) {
+    if (returnCode != FilePanel::okButton) return;
+    const RecordFileContents file = readRecordFile(
+        path, {{keys::MacroName, RecordMember::Type::Text}, {keys::Sequence, RecordMember::Type::Dictionary}});
+    if (file.problem.isEmpty()) {
+      imported(file.record);
+    } else {
+      showImportProblem(window, path, file.problem);
+    }
+  };
+  FilePanel::open(window, QStringLiteral("mMacrosPanel"), {fileType}, startFolder, ended);
+}
+
+void MacroFiles::saveAs(QWidget* window, const PropertyList& macro) {
+  const auto ended = [window, macro](int returnCode, const QString& path) {
+    if (returnCode != FilePanel::okButton) return;
+    exportRecord(window, QStringLiteral("%1.%2").arg(path, fileType), macro.without(keys::MacroID));
+  };
+  FilePanel::save(window, QStringLiteral("mMacrosSaveAsPanel"), textOf(macro, keys::MacroName), startFolder, ended);
+}
+
+}  // namespace skarn
