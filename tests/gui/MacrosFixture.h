@@ -118,7 +118,11 @@ struct MacrosFixture {
     window.show();
     QApplication::setActiveWindow(&window);
   }
-  ~MacrosFixture() { tab->setMNotificationCenter(nullptr); }
+  ~MacrosFixture() {
+    // A name that is being edited is committed when its window goes.
+    tab->setMMacroDelegate(nullptr);
+    tab->setMNotificationCenter(nullptr);
+  }
 
   template <typename Widget = QWidget>
   Widget* find(const char* name) {
