@@ -332,8 +332,8 @@
         <translation>Effect</translation>
     </message>
     <message id="lkeyEnterDelay">
-        <source>Delay before the event that follows, in milliseconds:</source>
-        <translation>Delay before the event that follows, in milliseconds:</translation>
+        <source>Delay before the event that follows:</source>
+        <translation>Delay before the event that follows:</translation>
     </message>
     <message id="lkeyEnterEvent">
         <source>Press the new key for this event. A press stays a press, a release stays a release.</source>

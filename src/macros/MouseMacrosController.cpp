@@ -1,5 +1,6 @@
 #include "macros/MouseMacrosController.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QEvent>
 #include <QHeaderView>
@@ -102,6 +103,10 @@ void MouseMacrosController::setUpTables() {
   lines.setItemDelegate(new MacroDetailsDelegate(this));
   connect(lines.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MouseMacrosController::detailsTableViewSelectionDidChange);
+  // Return or a double click.
+  connect(&lines, &QTableView::activated, this, [this] {
+    if (validateMenuItem(QAction(localized("lkeyEdit")))) editSelectedLine();
+  });
   mUi->mNoEventsLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 

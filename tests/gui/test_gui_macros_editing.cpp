@@ -446,6 +446,26 @@ class MacrosEditingTest : public QObject {
     QCOMPARE(fixture.delegate.take().size(), 4);
   }
 
+  void returnAndADoubleClickEditALine() {
+    EditingFixture fixture(1);
+    QTest::keyClick(fixture.lines(), Qt::Key_Return);
+    QVERIFY(fixture.isShown("mEditDelayWindow"));
+    fixture.click("mMacroDelayCancel");
+    const QPoint place = fixture.placeOf(fixture.lines(), 2);
+    QTest::mouseClick(fixture.lines()->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(fixture.lines()->viewport(), Qt::LeftButton, {}, place);
+    QVERIFY(fixture.isShown("mEditEventWindow"));
+  }
+
+  void duringARecordingReturnEditsNothing() {
+    EditingFixture fixture(1);
+    fixture.click("mAddMacroDetails");
+    fixture.clickRow(fixture.lines(), 1);
+    QTest::keyClick(fixture.lines(), Qt::Key_Return);
+    QVERIFY(!fixture.isShown("mEditDelayWindow"));
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(YES, 0)"});
+  }
+
   void noLineSelectedOpensNoSheet() {
     MacrosFixture fixture;
     fixture.selectMacro(0);

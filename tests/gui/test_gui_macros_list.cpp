@@ -166,6 +166,28 @@ class MacrosListTest : public QObject {
     QTRY_COMPARE(fixture.enabled(), MacrosFixture::allControls());
   }
 
+  void aClickBesideTheNameFieldEndsItAndKeepsTheName() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    fixture.click("mMacroTableLabel");
+    QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
+    QCOMPARE(fixture.delegate.take(), QStringList{"renameMacroAtIndex(1, Jump)"});
+    QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+  }
+
+  void recordWhileANameIsTypedKeepsTheNameAndRecords() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    // The press takes the focus from the name, and so enables the button before it arrives there.
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.delegate.take(), (QStringList{"renameMacroAtIndex(1, Jump)", "startMacroRecording(NO, 1)"}));
+    QCOMPARE(fixture.tab->mEditedRow(), -1);
+  }
+
   void aDoubleClickAndTheEditKeyEditAName() {
     MacrosFixture fixture;
     const QPoint place = fixture.placeOf(fixture.macros(), 1);
