@@ -79,6 +79,10 @@
         <source>Off</source>
         <translation>Off</translation>
     </message>
+    <message id="lkeyBrowse">
+        <source>Browse…</source>
+        <translation>Browse…</translation>
+    </message>
     <message id="lkeyBusy">
         <source>Working</source>
         <translation>Working</translation>
@@ -90,6 +94,14 @@
     <message id="lkeyCaughtKey">
         <source>Key that was pressed</source>
         <translation>Key that was pressed</translation>
+    </message>
+    <message id="lkeyChoose">
+        <source>Choose</source>
+        <translation>Choose</translation>
+    </message>
+    <message id="lkeyChooseApplication">
+        <source>Choose an Application</source>
+        <translation>Choose an Application</translation>
     </message>
     <message id="lkeyCommErrorDesc">
         <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine) and open Skarn again.</source>
@@ -507,6 +519,10 @@
         <source>“%1” could not be imported</source>
         <translation>“%1” could not be imported</translation>
     </message>
+    <message id="lkeyInstalledApplications">
+        <source>Installed applications</source>
+        <translation>Installed applications</translation>
+    </message>
     <message id="lkeyKeyMap">
         <source>Keymap</source>
         <translation>Keymap</translation>
@@ -651,6 +667,18 @@
         <source>Open the news page in your browser</source>
         <translation>Open the news page in your browser</translation>
     </message>
+    <message id="lkeyNoApplicationFound">
+        <source>No application is called “%1”.</source>
+        <translation>No application is called “%1”.</translation>
+    </message>
+    <message id="lkeyNoApplicationSelected">
+        <source>Select an application in the list first</source>
+        <translation>Select an application in the list first</translation>
+    </message>
+    <message id="lkeyNoApplications">
+        <source>No installed applications were found. Choose Browse to look for one.</source>
+        <translation>No installed applications were found. Choose Browse to look for one.</translation>
+    </message>
     <message id="lkeyNoDelay">
         <source>Remove All Delays</source>
         <translation>Remove All Delays</translation>
@@ -658,6 +686,10 @@
     <message id="lkeyNoEvents">
         <source>Record to add events.</source>
         <translation>Record to add events.</translation>
+    </message>
+    <message id="lkeyNoFileNamed">
+        <source>Name a file or choose one in the list</source>
+        <translation>Name a file or choose one in the list</translation>
     </message>
     <message id="lkeyNoMacroSelected">
         <source>Select a macro to see its events.</source>
@@ -842,6 +874,10 @@
     <message id="lkeySelectMacroFirst">
         <source>Select a macro first</source>
         <translation>Select a macro first</translation>
+    </message>
+    <message id="lkeySearchApplications">
+        <source>Search applications</source>
+        <translation>Search applications</translation>
     </message>
     <message id="lkeySensitivityGroup">
         <source>Sensitivity</source>

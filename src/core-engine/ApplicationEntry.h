@@ -17,9 +17,8 @@ struct LaunchCommand {
   friend bool operator==(const LaunchCommand&, const LaunchCommand&) = default;
 };
 
-// Reads a desktop entry (freedesktop.org, "Desktop Entry Specification", version 1.5): an application's Exec with its
-// quotes taken off and its field codes filled in for a start without files. path is where the entry lies. Nothing, with
-// the reason in error, for an entry that is no application, is hidden or has no usable Exec.
+// Reads a desktop entry. path is where it lies. Nothing, with the reason in error, for an entry that is no application,
+// is hidden or has no usable Exec.
 std::optional<LaunchCommand> readDesktopEntry(std::string_view text, const std::string& path, std::string& error);
 
 // The name of the program of an application bundle, the "CFBundleExecutable" of its information dictionary. Nothing,

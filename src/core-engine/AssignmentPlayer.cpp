@@ -16,9 +16,6 @@ namespace vorn::engine {
 
 namespace {
 
-constexpr std::string_view wheelUp = "06";
-constexpr std::string_view wheelDown = "07";
-constexpr std::int32_t nextKeymap = 255;
 constexpr std::int32_t onTheFlyStep = 100;  // DPI
 
 // The arrows that a diagonal of the direction pad stands for. Its codes are the mouse's own.
@@ -32,15 +29,6 @@ constexpr hid::Usage down = 81;
 constexpr hid::Usage up = 82;
 constexpr std::array<Diagonal, 4> diagonals = {
     {{232, {up, left}}, {233, {up, right}}, {234, {down, left}}, {235, {down, right}}}};
-
-PropertyList plainAssignment(AssignmentCommand command, std::int32_t param1 = 0) {
-  return PropertyList::dictionary(
-      {{keys::Command, static_cast<std::int32_t>(command)}, {keys::Param1, param1}, {keys::Param2, 0}});
-}
-
-AssignmentCommand commandOf(const PropertyList& assignment) {
-  return static_cast<AssignmentCommand>(assignment[keys::Command].toInt());
-}
 
 // The button that the command holds down; 0 for any other command. Browsers take button 4 for backward and button 5
 // for forward.
@@ -102,7 +90,7 @@ void AssignmentPlayer::press(const std::string& control) {
   const PropertyList assignment = assignmentOf(control);
   made.command = commandOf(assignment);
   // The press that ends a macro does not start it again.
-  const bool wasPlaying = mMacros.repeatModeOf(control) == MacroPlayer::untilPressedAgain;
+  const bool wasPlaying = mMacros.repeatModeOf(control) == repeatUntilPressedAgain;
   if (wasPlaying) mMacros.stop(control);
   if (wasPlaying && made.command == AssignmentCommand::Macro) return;
   carryOut(control, assignment, made);
@@ -112,7 +100,7 @@ void AssignmentPlayer::release(const std::string& control) {
   const auto found = mPresses.find(control);
   if (found == mPresses.end()) return;
   mPresses.erase(found);
-  if (mMacros.repeatModeOf(control) == MacroPlayer::untilReleased) mMacros.stop(control);
+  if (mMacros.repeatModeOf(control) == repeatUntilReleased) mMacros.stop(control);
   mParts.profiles.release(control);
 }
 
@@ -129,9 +117,9 @@ bool AssignmentPlayer::turnsSensitivity(std::string_view control) const {
 }
 
 PropertyList AssignmentPlayer::assignmentOf(std::string_view control) const {
-  if (control == keymapKey) return plainAssignment(AssignmentCommand::Keymap, nextKeymap);
-  if (control == stageUpKey) return plainAssignment(AssignmentCommand::StageUp);
-  if (control == stageDownKey) return plainAssignment(AssignmentCommand::StageDown);
+  if (control == keymapKey) return assignmentRecord(AssignmentCommand::Keymap, nextKeymap);
+  if (control == stageUpKey) return assignmentRecord(AssignmentCommand::StageUp);
+  if (control == stageDownKey) return assignmentRecord(AssignmentCommand::StageDown);
   // A mouse that nobody has settings for works as it left the factory.
   if (mParts.store.isEmpty()) return factoryAssignment(control);
   const auto& buttons = keys::buttonIdentifiers;

@@ -11,11 +11,11 @@
 #include <string>
 #include <string_view>
 
-#include "core-engine/AssignmentCommand.h"
 #include "core-engine/MacroPlayer.h"
 #include "core-engine/OutputKeys.h"
 #include "core-engine/ProgramLauncher.h"
 #include "core-engine/Request.h"
+#include "model/Assignments.h"
 
 namespace vorn::engine {
 

@@ -1,27 +1,17 @@
 #include "core-engine/BundleRules.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <span>
 #include <utility>
 #include <vector>
 
+#include "model/Assignments.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
 
 namespace {
-
-constexpr std::int32_t middleClick = 3;
-constexpr std::int32_t scrollUp = 18;
-constexpr std::int32_t scrollDown = 19;
-constexpr std::int32_t disabled = 20;
-constexpr std::int32_t defaultKey = 45;
-
-PropertyList assignment(std::int32_t command, std::int32_t param1) {
-  return PropertyList::dictionary({{keys::Command, command}, {keys::Param1, param1}, {keys::Param2, 0}});
-}
 
 bool isParameter(const PropertyList& value) {
   return value.isNumber() || value.isString();
@@ -104,18 +94,6 @@ PropertyList repairedMacros(const PropertyList& macros) {
 
 bool isAssignment(const PropertyList& record) {
   return isCommand(record[keys::Command]) && isParameter(record[keys::Param1]) && isParameter(record[keys::Param2]);
-}
-
-PropertyList factoryAssignment(std::string_view identifier) {
-  if (identifier == "03") return assignment(middleClick, 0);
-  if (identifier == "06") return assignment(scrollUp, 0);
-  if (identifier == "07") return assignment(scrollDown, 0);
-  if (std::find(keys::keyIdentifiers.begin(), keys::keyIdentifiers.end(), identifier) == keys::keyIdentifiers.end()) {
-    return assignment(disabled, 0);
-  }
-  std::int32_t usage = 0;
-  std::from_chars(identifier.data(), identifier.data() + identifier.size(), usage);
-  return assignment(defaultKey, usage);
 }
 
 PropertyList repairedProfile(const PropertyList& profile, const PropertyList& factoryProfile) {

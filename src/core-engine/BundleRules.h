@@ -20,10 +20,6 @@ namespace vorn::engine {
 // and "param2".
 bool isAssignment(const PropertyList& record);
 
-// The assignment of a control as it leaves the factory: a key sends its own usage, the wheel button and the two
-// directions of the wheel do what their names say. Disabled (command 20) for an unknown identifier.
-PropertyList factoryAssignment(std::string_view identifier);
-
 // The profile with everything that is missing or unusable taken from the factory profile and, where that has nothing
 // usable either, from the factory assignments. A complete profile comes back as it is.
 PropertyList repairedProfile(const PropertyList& profile, const PropertyList& factoryProfile);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "model/Assignments.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
 
@@ -23,7 +24,7 @@ void MacroPlayer::start(const std::string& control, const PropertyList& events, 
   auto playback = std::make_unique<Playback>(mOutput);
   playback->events = events;
   playback->repeatMode = repeatMode;
-  const bool isEndless = repeatMode == untilPressedAgain || repeatMode == untilReleased;
+  const bool isEndless = repeatMode == repeatUntilPressedAgain || repeatMode == repeatUntilReleased;
   const bool isCounted = repeatMode >= 1 && repeatMode <= maximumRuns;
   playback->runsLeft = isEndless ? std::numeric_limits<std::int64_t>::max() : (isCounted ? repeatMode : 1);
   startRun(*playback, mScheduler.now());

@@ -17,9 +17,6 @@ namespace vorn::engine {
 
 class MacroPlayer {
  public:
-  // Repeat modes: 1 to 10 runs, or one of these two. Any other is one run.
-  static constexpr std::int32_t untilPressedAgain = 254;
-  static constexpr std::int32_t untilReleased = 255;
   // A repetition starts where the run before it ended; after a run whose delays are shorter than this in total, or that
   // ended so much too late, it starts this long after the end. So a macro cannot keep the machine busy.
   static constexpr Scheduler::Duration shortestRun = std::chrono::milliseconds(10);

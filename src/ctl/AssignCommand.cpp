@@ -40,8 +40,7 @@ Outcome assign(Context& context, const Arguments& arguments) {
   const PropertyList& profile = (*bundle)[keys::Profiles].at(*profileID);
   PropertyList settings =
       PropertyList::dictionary({{control->group(), withAssignment(profile[control->group()], *control, *record)}});
-  const bool isCycle = (*record)[keys::Command].toInt() == static_cast<std::int32_t>(AssignmentCommand::Keymap) &&
-                       (*record)[keys::Param1].toInt() == nextKeymap;
+  const bool isCycle = commandOf(*record) == AssignmentCommand::Keymap && (*record)[keys::Param1].toInt() == nextKeymap;
   if (isCycle) settings = settings.with(keys::Keymap, withAssignmentInAll(profile[keys::Keymap], *control, *record));
   // In another profile, the keymap that is in force there by now counts.
   if (isCycle || *profileID == activeProfileID(*bundle)) {

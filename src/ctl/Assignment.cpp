@@ -15,9 +15,6 @@ namespace {
 
 using Command = AssignmentCommand;
 
-constexpr std::int32_t untilPressedAgain = 254;
-constexpr std::int32_t untilReleased = 255;
-
 // What the action is made of.
 struct Request {
   const Control& control;
@@ -51,7 +48,7 @@ Result<PropertyList> macro(const Request& request) {
   const auto times = numberOf(mode, 1, 10);
   if (!isOpenEnded && !times) return wrong("--repeat takes 1 to 10, held or toggle");
   if (isOpenEnded && request.control.isWheelTurn()) return wrong("the wheel repeats a macro 1 to 10 times");
-  const std::int64_t repeat = times ? *times : (mode == "held" ? untilReleased : untilPressedAgain);
+  const std::int64_t repeat = times ? *times : (mode == "held" ? repeatUntilReleased : repeatUntilPressedAgain);
   return assignmentRecord(Command::Macro, 0, repeat);
 }
 
@@ -123,10 +120,6 @@ const Action* actionNamed(const Arguments& words) {
   return nullptr;
 }
 
-bool isAbout(const PropertyList& record, Command command) {
-  return record[keys::Command].toInt() == static_cast<std::int32_t>(command);
-}
-
 std::string joined(const Arguments& words) {
   std::string text;
   for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
@@ -134,22 +127,6 @@ std::string joined(const Arguments& words) {
 }
 
 }  // namespace
-
-PropertyList assignmentRecord(Command command, const PropertyList& param1, const PropertyList& param2) {
-  return PropertyList::dictionary(
-      {{keys::Command, static_cast<std::int32_t>(command)}, {keys::Param1, param1}, {keys::Param2, param2}});
-}
-
-PropertyList factoryAssignment(std::string_view identifier) {
-  const auto control = std::find_if(controls.begin(), controls.end(),
-                                    [&](const Control& each) { return each.identifier == identifier; });
-  if (control == controls.end()) return assignmentRecord(Command::Disable);
-  if (!control->isButton) return assignmentRecord(Command::DefaultKey, control->code());
-  if (identifier == "06") return assignmentRecord(Command::ScrollUp);
-  if (identifier == "07") return assignmentRecord(Command::ScrollDown);
-  constexpr auto middleClick = static_cast<Command>(3);
-  return assignmentRecord(middleClick);
-}
 
 Result<ParsedAction> parseAction(const Control& control, const Arguments& action, const CommandLine& line) {
   const Action* found = actionNamed(action);
@@ -162,14 +139,14 @@ Result<ParsedAction> parseAction(const Control& control, const Arguments& action
   const Result<PropertyList> record =
       found->parse != nullptr ? found->parse({control, action, line}) : assignmentRecord(found->command);
   if (!record) return record.failure();
-  if (!isAbout(*record, Command::Macro) && !isAbout(*record, Command::Profile)) return ParsedAction{*record, {}};
+  if (commandOf(*record) != Command::Macro && commandOf(*record) != Command::Profile) return ParsedAction{*record, {}};
   return ParsedAction{record->without(keys::Param1), action[1]};
 }
 
 Result<PropertyList> resolvedAction(const ParsedAction& action, const PropertyList& bundle) {
   if (action.record.contains(keys::Param1)) return action.record;
-  const auto position =
-      isAbout(action.record, Command::Macro) ? macroNamed(bundle, action.target) : profileNamed(bundle, action.target);
+  const auto position = commandOf(action.record) == Command::Macro ? macroNamed(bundle, action.target)
+                                                                   : profileNamed(bundle, action.target);
   if (!position) return position.failure();
   return action.record.with(keys::Param1, *position);
 }

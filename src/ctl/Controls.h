@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "model/Assignments.h"
 #include "model/PropertyList.h"
 #include "model/SettingsKeys.h"
 
@@ -19,7 +20,7 @@ struct Control {
 
   std::string_view group() const { return isButton ? keys::Buttons : keys::Keys; }
   // A direction of the wheel is never held down.
-  bool isWheelTurn() const { return identifier == "06" || identifier == "07"; }
+  bool isWheelTurn() const { return identifier == wheelUp || identifier == wheelDown; }
   bool isDirectionPad() const { return number >= 20; }
   std::int64_t code() const { return PropertyList(identifier).toInt64(); }
 };

@@ -15,7 +15,7 @@ struct Deletion {
 };
 
 PropertyList cleanedRecord(const PropertyList& record, std::string_view identifier, const Deletion& deletion) {
-  if (record[keys::Command].toInt() != static_cast<std::int32_t>(deletion.command)) return record;
+  if (commandOf(record) != deletion.command) return record;
   const std::int64_t target = record[keys::Param1].toInt64();
   if (target < deletion.position) return record;
   if (target > deletion.position) return record.with(keys::Param1, target - 1);

@@ -1,13 +1,22 @@
 #include "platform/FilePanel.h"
 
+#include <QAction>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QLayout>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
 #include <QStandardPaths>
+#include <QToolButton>
+#include <QTreeView>
 #include <QUrl>
 
+#include "platform/Images.h"
 #include "platform/Localization.h"
+#include "platform/ShownName.h"
 #include "widgets/Alert.h"
 
 namespace skarn {
@@ -34,6 +43,18 @@ QString filterFor(const QStringList& types) {
   return localized("lkeyFilesOfType").arg(patterns.join(QLatin1Char(' ')));
 }
 
+constexpr QSize naturalSize(800, 520);
+constexpr int margin = 24;
+
+// The dialog's own tools, which have these names in every version of Qt 5 and 6, and their pictures.
+struct Tool {
+  const char* name;
+  const char* picture;
+};
+constexpr Tool tools[] = {{"backButton", "panelBack.png"},       {"forwardButton", "panelForward.png"},
+                          {"toParentButton", "panelParent.png"}, {"newFolderButton", "panelNewFolder.png"},
+                          {"listModeButton", "panelList.png"},   {"detailModeButton", "panelDetails.png"}};
+
 // A name for the file system: a text of the user's without what would make it a path or cannot be seen.
 QString fileNameFrom(QString text) {
   for (QChar& character : text) {
@@ -54,12 +75,14 @@ class Panel : public QFileDialog {
     setWindowModality(Qt::WindowModal);
     setOptions(DontUseNativeDialog | DontConfirmOverwrite);
     setAcceptMode(mode);
+    forbidDeleting();
     // A missing file is told here; the mode for existing files would disable the button without a word.
     setFileMode(AnyFile);
     setNameFilter(filterFor(types));
     setDirectory(startFolder(directory));
     mNameEdit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     Q_ASSERT(mNameEdit);
+    dress();
 
     // To enter a package is to choose it; to go to one is to name it.
     connect(this, &QFileDialog::directoryEntered, this, [this](const QString& path) {
@@ -100,6 +123,46 @@ class Panel : public QFileDialog {
   }
 
  private:
+  // Who looks for a file changes nothing in the folder; who saves one may at most make a folder for it.
+  void forbidDeleting() {
+    setOption(ReadOnly, acceptMode() == AcceptOpen);
+    if (auto* button = findChild<QToolButton*>(QStringLiteral("newFolderButton"))) {
+      button->setVisible(acceptMode() == AcceptSave);
+    }
+    if (auto* action = findChild<QAction*>(QStringLiteral("qt_delete_action"))) {
+      action->setVisible(false);
+      action->setShortcut({});
+    }
+    for (QShortcut* shortcut : findChildren<QShortcut*>()) {
+      if (shortcut->key() == QKeySequence(QKeySequence::Delete)) shortcut->setEnabled(false);
+    }
+  }
+
+  // What the dialog brings along looks like another program's.
+  void dress() {
+    resize(naturalSize);
+    setSizeGripEnabled(false);
+    layout()->setContentsMargins(margin, margin, margin, margin);
+    for (const Tool& tool : tools) {
+      if (auto* button = findChild<QToolButton*>(QLatin1String(tool.name))) {
+        button->setIcon(tintedIcon(QLatin1String(tool.picture), palette().color(QPalette::ButtonText)));
+      }
+    }
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+      button->setIcon(QIcon());
+      const auto explain = [button] {
+        button->setToolTip(button->isEnabled() ? QString() : localized("lkeyNoFileNamed"));
+      };
+      // After the dialog itself, which enables its button on the same signal.
+      connect(mNameEdit, &QLineEdit::textChanged, button, explain);
+      explain();
+    }
+    if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+      details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+      details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+  }
+
   QString pathOf(const QString& text) const {
     QString path = text;
     if (path == QLatin1String("~") || path.startsWith(QLatin1String("~/"))) path.replace(0, 1, QDir::homePath());
@@ -122,7 +185,7 @@ class Panel : public QFileDialog {
   }
 
   void refuse(const char* title, const QString& name, const char* reason) {
-    Alert::show(this, localized(title).arg(name), localized(reason), {localized("lkeyOK")});
+    Alert::show(this, localized(title).arg(shownName(name)), localized(reason), {localized("lkeyOK")});
   }
 
   QStringList mTypes;

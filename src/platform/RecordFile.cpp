@@ -8,20 +8,15 @@
 #include "model/VrCoreUtility.h"
 #include "platform/Localization.h"
 #include "platform/RegularFile.h"
+#include "platform/ShownName.h"
 #include "widgets/Alert.h"
 
 namespace skarn {
 
 namespace {
 
-constexpr int longestNameShown = 60;
-
-// The name as an alert shows it: a long one without its middle, or the alert would grow as wide.
-QString shownName(const QString& path) {
-  const QString name = QFileInfo(path).fileName();
-  if (name.size() <= longestNameShown) return name;
-  const auto half = longestNameShown / 2;
-  return name.left(half) + QStringLiteral("…") + name.right(half);
+QString fileName(const QString& path) {
+  return shownName(QFileInfo(path).fileName());
 }
 
 QString problemOf(const RegularFile& file) {
@@ -70,7 +65,7 @@ vorn::BytesView viewOf(const QByteArray& bytes) {
 void write(QWidget* window, const QString& path, const vorn::PropertyList& record) {
   const QString problem = writeRecordFile(path, record);
   if (problem.isEmpty()) return;
-  Alert::show(window, localized("lkeyExportFailedTitle").arg(shownName(path)), problem, {localized("lkeyOK")});
+  Alert::show(window, localized("lkeyExportFailedTitle").arg(fileName(path)), problem, {localized("lkeyOK")});
 }
 
 }  // namespace
@@ -100,14 +95,14 @@ QString writeRecordFile(const QString& path, const vorn::PropertyList& record) {
 
 void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record) {
   if (!QFileInfo(path).isFile()) return write(window, path, record);
-  Alert::show(window, localized("lkeyReplaceFileTitle").arg(shownName(path)), localized("lkeyReplaceFileDesc"),
+  Alert::show(window, localized("lkeyReplaceFileTitle").arg(fileName(path)), localized("lkeyReplaceFileDesc"),
               {localized("lkeyReplace"), localized("lkeyCancel")}, [window, path, record](int returnCode) {
                 if (returnCode == Alert::firstButtonReturn) write(window, path, record);
               });
 }
 
 void showImportProblem(QWidget* window, const QString& path, const QString& problem) {
-  Alert::show(window, localized("lkeyImportFailedTitle").arg(shownName(path)), problem, {localized("lkeyOK")});
+  Alert::show(window, localized("lkeyImportFailedTitle").arg(fileName(path)), problem, {localized("lkeyOK")});
 }
 
 }  // namespace skarn

@@ -19,7 +19,16 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
   if (option.state & QStyle::State_Selected) painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
   painter->save();
   painter->setFont(cell.font);
-  const QRect place = option.rect.adjusted(sidePadding, 0, -sidePadding, 0);
+  QRect place = option.rect.adjusted(sidePadding, 0, -sidePadding, 0);
+  if (cell.features & QStyleOptionViewItem::HasDecoration) {
+    // Equally wide for every icon, so that the texts begin under each other.
+    const QRect iconPlace =
+        QStyle::alignedRect(cell.direction, Qt::AlignLeading | Qt::AlignVCenter, option.decorationSize, place);
+    cell.icon.paint(painter, iconPlace, Qt::AlignCenter,
+                    option.state & QStyle::State_Enabled ? QIcon::Normal : QIcon::Disabled);
+    const int shift = iconPlace.width() + sidePadding;
+    place.adjust(cell.direction == Qt::RightToLeft ? 0 : shift, 0, cell.direction == Qt::RightToLeft ? -shift : 0, 0);
+  }
   const QString text = cell.fontMetrics.elidedText(cell.text, cell.textElideMode, place.width());
   style->drawItemText(painter, place, static_cast<int>(cell.displayAlignment), cell.palette,
                       option.state & QStyle::State_Enabled, text,

@@ -1,5 +1,5 @@
-// How the rows of the application's tables are drawn: room around the text, a hairline under each row, no focus frame
-// around single cells. A column's text is elided in the middle.
+// How the rows of the application's tables are drawn: room around the text, an icon before it, a hairline under each
+// row, no focus frame around single cells. A column's text is elided in the middle.
 #pragma once
 
 #include <QStyledItemDelegate>

@@ -268,9 +268,10 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
       if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
         painter->save();
         painter->setFont(scaled(painter->font(), captionScale));
-        drawItemText(painter, header->rect.adjusted(headerPadding, 0, -headerPadding, 0),
-                     static_cast<int>(header->textAlignment), header->palette, header->state & State_Enabled,
-                     header->text, QPalette::PlaceholderText);
+        Qt::Alignment alignment = header->textAlignment;
+        if (!(alignment & Qt::AlignVertical_Mask)) alignment |= Qt::AlignVCenter;
+        drawItemText(painter, header->rect.adjusted(headerPadding, 0, -headerPadding, 0), static_cast<int>(alignment),
+                     header->palette, header->state & State_Enabled, header->text, QPalette::PlaceholderText);
         painter->restore();
       }
       return;
@@ -362,7 +363,8 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
 }
 
 QRect SkarnStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
-  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  if (element == SE_HeaderArrow) rect.moveTop(option->rect.center().y() - rect.height() / 2);
   if (element == SE_LineEditContents) return rect.adjusted(fieldPadding - 2, 0, 2 - fieldPadding, 0);
   // The first tab's text stands at the page's margin.
   if (element == SE_TabWidgetTabBar) return rect.adjusted(pageMargin - tabSidePadding / 2, 0, 0, 0);

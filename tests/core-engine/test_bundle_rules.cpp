@@ -149,13 +149,5 @@ TEST(BundleRules, TakeTextParametersAsTheyAre) {
   EXPECT_TRUE(isCompleteBundle(withProfile(withAssignment(profile("mine"), "Keys", "43", launch))));
 }
 
-TEST(BundleRules, GiveEveryControlAFactoryAssignment) {
-  for (const std::string_view key : keys::keyIdentifiers) EXPECT_EQ(factoryAssignment(key), keyGroup()[key]);
-  for (const std::string_view button : keys::buttonIdentifiers) {
-    EXPECT_EQ(factoryAssignment(button), buttonGroup()[button]);
-  }
-  EXPECT_EQ(factoryAssignment("99"), record(20, 0));
-}
-
 }  // namespace
 }  // namespace vorn::engine::test

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core-engine/AssignmentFixture.h"
+#include "model/Assignments.h"
 
 namespace vorn::engine::test {
 namespace {
@@ -71,7 +72,7 @@ TEST_F(MacroPlayerTest, TakesAnUnknownRepeatModeForOnce) {
 }
 
 TEST_F(MacroPlayerTest, RepeatsWithoutEndUntilItIsStopped) {
-  for (const std::int32_t mode : {MacroPlayer::untilPressedAgain, MacroPlayer::untilReleased}) {
+  for (const std::int32_t mode : {repeatUntilPressedAgain, repeatUntilReleased}) {
     player.start("43", shortMacro(), mode);
     EXPECT_EQ(player.repeatModeOf("43"), mode);
     advance(25ms * 100);
@@ -121,13 +122,13 @@ TEST_F(MacroPlayerTest, IgnoresTheReleaseOfAKeyThatItDoesNotHold) {
 
 TEST_F(MacroPlayerTest, PlaysNothingWhereThereAreNoEvents) {
   for (const PropertyList& events : {PropertyList(), PropertyList("text"), PropertyList::array()}) {
-    player.start("43", events, MacroPlayer::untilPressedAgain);
+    player.start("43", events, repeatUntilPressedAgain);
     EXPECT_FALSE(player.isPlaying("43"));
   }
 }
 
 TEST_F(MacroPlayerTest, RestsBetweenTheRunsOfAMacroWithoutDelays) {
-  player.start("43", PropertyList::array({event(1, 0, 4), event(0, 0, 4)}), MacroPlayer::untilReleased);
+  player.start("43", PropertyList::array({event(1, 0, 4), event(0, 0, 4)}), repeatUntilReleased);
   advance(100ms);
   EXPECT_EQ(take().size(), 2U * 11U);
   player.stopAll();
@@ -191,7 +192,7 @@ TEST(MacroPlayerOnALateMachine, DoesNotMakeUpForRunsThatItMissed) {
   OutputEvents sent;
   OutputKeys output([&](const OutputEvent& each) { sent.push_back(each); });
   MacroPlayer player(scheduler, output);
-  player.start("43", shortMacro(), MacroPlayer::untilReleased);
+  player.start("43", shortMacro(), repeatUntilReleased);
   scheduler.wakeAfter(1h);
   EXPECT_EQ(sent, (OutputEvents{keyDown(4), keyUp(4)}));
   // A rest of 10 ms, then the delay of the first event.
@@ -221,7 +222,7 @@ class MacroPlayerOnASlowMachine : public testing::Test {
 };
 
 TEST_F(MacroPlayerOnASlowMachine, LetsTheMachineRestAfterEveryRun) {
-  for (const std::int32_t mode : {3, MacroPlayer::untilReleased}) {
+  for (const std::int32_t mode : {3, repeatUntilReleased}) {
     sent = 0;
     scheduler.delays.clear();
     player.start("43", fastMacro(50), mode);
@@ -231,7 +232,7 @@ TEST_F(MacroPlayerOnASlowMachine, LetsTheMachineRestAfterEveryRun) {
     EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{10, 10}));
     scheduler.wakeAfter(10ms);
     EXPECT_EQ(sent, 300U);
-    EXPECT_EQ(player.isPlaying("43"), mode == MacroPlayer::untilReleased);
+    EXPECT_EQ(player.isPlaying("43"), mode == repeatUntilReleased);
   }
 }
 
@@ -256,7 +257,7 @@ TEST_F(MacroPlayerOnASlowMachine, SendsALongRunInSeveralTurns) {
 }
 
 TEST_F(MacroPlayerOnASlowMachine, IsStoppedBetweenTheTurnsOfARun) {
-  player.start("43", fastMacro(300), MacroPlayer::untilReleased);
+  player.start("43", fastMacro(300), repeatUntilReleased);
   player.stop("43");
   EXPECT_FALSE(player.isPlaying("43"));
   EXPECT_EQ(sent, 256U);

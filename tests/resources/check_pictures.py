@@ -17,6 +17,7 @@ SIZES = {
     **{name: (24, 24) for name in
        ("usb", "wireless", "help", "communityDiscussion", "communityNews", "communityGuild")},
     **{name: (16, 16) for name in ["GearOn", "GearOff"] + [f"arrow{number}" for number in range(1, 9)]},
+    **{f"panel{name}": (16, 16) for name in ("Back", "Forward", "Parent", "NewFolder", "List", "Details")},
     "mouse-small": (40, 40),
     "AppIcon": (64, 64),
 }
