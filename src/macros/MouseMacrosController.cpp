@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QTableView>
+#include <algorithm>
 
 #include "engine/EngineProtocol.h"
 #include "macros/MacroDetailsDelegate.h"
@@ -313,7 +314,7 @@ void MouseMacrosController::deleteMacro() {
   updateSelectedMacroWithMacroDetails(PropertyList::array());
   fetchLines();
   const int count = mModel->rowCount();
-  if (count > 0) selectMacroRow(row < count - 1 ? row : count - 1);
+  if (count > 0) selectMacroRow(std::min(row, count - 1));
   mUi->mMacroTableView->setFocus();
 }
 

@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QTableView>
+#include <algorithm>
 
 #include "engine/EngineProtocol.h"
 #include "macros/MacroDetailsModel.h"
@@ -154,7 +155,7 @@ void MouseMacrosController::clickDeleteMacroDetails() {
   macroDelegate->removeEventAtIndex(line, macro);
   fetchLines();
   const int count = mDetailsModel->rowCount();
-  if (count > 0) selectLine(line <= count - 2 ? line : count - 1);
+  if (count > 0) selectLine(std::min(line, count - 1));
   mUi->mMacroDetailsTableView->setFocus();
 }
 

@@ -78,11 +78,10 @@ void MouseMacrosController::beginRecording() {
   if (macro < 0) return;
   isRecording = true;
   isRenamingMacroName = false;
-  setStateOfMacroTableWithState(false);
+  setStateOfTables(false);
   updateSelectedMacroWithMacroDetails(PropertyList::array());
   offerLineDeletion(selectedLine() >= 0);
   macroDelegate->startMacroRecording(mIsAppendMacro, macro);
-  setStateOfTables(false);
 }
 
 void MouseMacrosController::endRecording() {
@@ -124,7 +123,6 @@ void MouseMacrosController::tabViewDidSelectTabViewItem(const QWidget* page) {
   setRecordTitle(false);
   isRecording = false;
   mIsStopRecording = true;
-  if (!mHasDeviceConnected) return;
   setStateOfTableButtonsWithState(true);
   offerLineDeletion(selectedLine() >= 0);
 }
