@@ -867,6 +867,10 @@
         <source>Scroll Up</source>
         <translation>Scroll Up</translation>
     </message>
+    <message id="lkeySearchApplications">
+        <source>Search applications</source>
+        <translation>Search applications</translation>
+    </message>
     <message id="lkeySelectLineFirst">
         <source>Select an event or a delay first</source>
         <translation>Select an event or a delay first</translation>
@@ -874,10 +878,6 @@
     <message id="lkeySelectMacroFirst">
         <source>Select a macro first</source>
         <translation>Select a macro first</translation>
-    </message>
-    <message id="lkeySearchApplications">
-        <source>Search applications</source>
-        <translation>Search applications</translation>
     </message>
     <message id="lkeySensitivityGroup">
         <source>Sensitivity</source>

@@ -1,83 +1,20 @@
 // The real window in this process, and the real engine in another one, whose mouse is plugged, pressed and emptied.
-#include <QDialog>
-#include <QLabel>
-#include <QTableView>
 #include <QTest>
-#include <atomic>
-#include <csignal>
-#include <memory>
 
-#include "ConfiguratorProcess.h"
+#include "OpenWindow.h"
 #include "VirtualMouse.h"
-#include "app/BusNotifier.h"
-#include "app/MouseMainWindow.h"
-#include "app/NamedImageView.h"
-#include "app/Vorn_ConfiguratorAppDelegate.h"
-#include "core-engine/TemporaryFolder.h"
-#include "engine/PortEngineLink.h"
-#include "model/SettingsKeys.h"
 #include "platform/Localization.h"
-#include "ports/DistributedNotificationCenter.h"
-#include "profiles/MouseProfilesController.h"
-#include "support/PrivateBus.h"
-#include "ui_MouseMainWindow.h"
 
 using namespace skarn;
+using namespace skarn::test;
 using vorn::MessageID;
 using vorn::PropertyList;
-using vorn::test::EngineProcess;
 using vorn::test::VirtualMouse;
 namespace keys = vorn::keys;
 namespace requestKeys = vorn::requestKeys;
 namespace replyKeys = vorn::replyKeys;
 
 namespace {
-
-constexpr int deadline = 20'000;  // milliseconds, for news to arrive
-
-// A window with all that the program gives it, from its start to the end of its start-up.
-class OpenWindow {
- public:
-  OpenWindow()
-      : mDelegate(mWindow, {.link = traced(mLink),
-                            .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
-                            .openAddress = [](const QUrl&) {},
-                            .report = [](const std::string&) {}}) {
-    bool isFinished = false;
-    QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isFinished = true; });
-    mDelegate.applicationDidFinishLaunching({});
-    // Without an engine the start-up takes its time.
-    if (!QTest::qWaitFor([&] { return isFinished; }, 60'000)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
-  }
-  ~OpenWindow() { mDelegate.applicationWillTerminate(); }
-  OpenWindow(const OpenWindow&) = delete;
-  OpenWindow& operator=(const OpenWindow&) = delete;
-
-  MouseMainController& hub() { return mDelegate.mMouseMainController(); }
-  QString connectivity() { return mWindow.ui().mDeviceConnectivity->imageName(); }
-  QString battery() { return mWindow.ui().mBattery->imageName(); }
-  QString profileName() { return mWindow.ui().mHeaderProfileName->text(); }
-  QString text(const char* label) { return mWindow.findChild<QLabel*>(QLatin1String(label))->text(); }
-  bool isEnabled() { return mWindow.ui().MouseProfilesController->mProfilesTableView()->isEnabled(); }
-  bool asksForTheMouse() { return mWindow.findChild<QDialog*>(QStringLiteral("mDeviceConnectionWindow"))->isVisible(); }
-  PropertyList setting(keys::Key key) { return hub().mDefaultProfileDict()[key]; }
-  // How often it has asked for all settings.
-  int settingsRequests() const { return mSettingsRequests; }
-
- private:
-  vorn::EngineLink& traced(vorn::PortEngineLink& link) {
-    link.setTrace([this](std::string_view direction, std::int32_t messageID, const PropertyList&) {
-      const bool isRead = messageID == static_cast<std::int32_t>(MessageID::GetAllSettings);
-      if (direction == "request" && isRead) ++mSettingsRequests;
-    });
-    return link;
-  }
-
-  std::atomic<int> mSettingsRequests = 0;
-  vorn::PortEngineLink mLink;
-  MouseMainWindow mWindow;
-  Vorn_ConfiguratorAppDelegate mDelegate;
-};
 
 // Another program of the session.
 class OtherClient {
@@ -145,35 +82,19 @@ class WindowWithEngineTest : public QObject {
   void a_window_without_an_engine_comes_to_life_with_the_engine();
 
  private:
-  void startEngine(std::vector<std::string> options = {}) {
-    mEngine.reset();
-    options.insert(options.end(), {"--defaults", BUILT_DEFAULTS});
-    mEngine = std::make_unique<EngineProcess>(mFolder->path("state"), options);
-  }
-  void killEngine() {
-    mEngine->process().signal(SIGKILL);
-    mEngine->process().waitForEnd();
-  }
-
-  vorn::test::PrivateBus mBus;
-  std::unique_ptr<BusNotifier> mNotifier;
-  std::unique_ptr<vorn::engine::test::TemporaryFolder> mFolder;
-  std::unique_ptr<EngineProcess> mEngine;
+  EngineSession mEngine;
 };
 
 void WindowWithEngineTest::initTestCase() {
   installTranslations(QStringLiteral("en"));
-  mNotifier = std::make_unique<BusNotifier>(vorn::BusConnection::forThisThread());
 }
 
 void WindowWithEngineTest::init() {
-  mFolder = std::make_unique<vorn::engine::test::TemporaryFolder>();
-  startEngine();
+  mEngine.begin();
 }
 
 void WindowWithEngineTest::cleanup() {
-  mEngine.reset();
-  mFolder.reset();
+  mEngine.end();
 }
 
 void WindowWithEngineTest::the_mouse_is_announced_after_the_start() {
@@ -320,8 +241,8 @@ void WindowWithEngineTest::an_engine_that_was_killed_and_started_again_is_used_a
   QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
   open.hub().updateProfileWithID(0, open.hub().mDefaultProfileDict().with(keys::ProfileName, "Before"));
   QCOMPARE(open.profileName(), QStringLiteral("Before"));
-  killEngine();
-  startEngine({"--device", "wireless"});
+  mEngine.kill();
+  mEngine.start({"--device", "wireless"});
   QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("wireless"), deadline);
   QCOMPARE(open.profileName(), QStringLiteral("Before"));
   QVERIFY(open.isEnabled());
@@ -332,17 +253,17 @@ void WindowWithEngineTest::an_engine_that_was_killed_and_started_again_is_used_a
 void WindowWithEngineTest::a_mouse_that_went_while_no_engine_ran_is_noticed() {
   OpenWindow open;
   QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
-  killEngine();
-  startEngine({"--device", "absent"});
+  mEngine.kill();
+  mEngine.start({"--device", "absent"});
   QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
   QVERIFY(!open.isEnabled());
 }
 
 void WindowWithEngineTest::a_window_without_an_engine_comes_to_life_with_the_engine() {
-  killEngine();
+  mEngine.kill();
   OpenWindow open;
   QVERIFY(!open.isEnabled());
-  startEngine();
+  mEngine.start();
   QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
   QVERIFY(open.isEnabled());
 }
