@@ -176,6 +176,12 @@ void MouseMainController::renameMacroAtIndex(int macro, std::string_view withNew
   if (statusOf(MessageID::RenameMacro, envelope().with(requestKeys::MacroContents, contents)) == 0) reload();
 }
 
+PropertyList MouseMainController::macroAtIndex(int macro) {
+  loadLatestSettings();
+  setProperties();
+  return macrosArray.at(macro);
+}
+
 void MouseMainController::getMacroDetailsForMacroAtIndex(int macro) {
   const PropertyList answer =
       sendAndWait(MessageID::GetMacroDetails, envelope().with(requestKeys::IndexOfMacroSequence, macro));

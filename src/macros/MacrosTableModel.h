@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <map>
 
 #include "model/PropertyList.h"
 
@@ -18,6 +19,8 @@ class MacrosTableModel : public QAbstractTableModel {
   // macros: array of macro records. Rows are added and removed at the end, so that a selection and an open editor stay
   // at their row.
   void setMacros(const vorn::PropertyList& macros);
+  // What the macro has where its record does not tell yet; until other macros are set.
+  void setEventCount(int macro, int events);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -32,6 +35,7 @@ class MacrosTableModel : public QAbstractTableModel {
 
  private:
   vorn::PropertyList mMacros;
+  std::map<int, int> mEventCounts;  // by macro; those that were told
 };
 
 }  // namespace skarn

@@ -265,7 +265,7 @@ void MouseMacrosController::refreshTableDisplay() {
 void MouseMacrosController::macroTableViewSelectionDidChange() {
   if (mIsReloading) return;
   // The lines of another macro must not stay where its own do not come.
-  updateSelectedMacroWithMacroDetails(PropertyList::array());
+  showLines(PropertyList::array());
   updateControls();
   fetchLines();
 }
@@ -311,7 +311,7 @@ void MouseMacrosController::deleteMacro() {
   macroDelegate->deleteMacroAtIndex(row);
   refreshTableDisplay();
   // Another macro may have moved into the row.
-  updateSelectedMacroWithMacroDetails(PropertyList::array());
+  showLines(PropertyList::array());
   fetchLines();
   const int count = mModel->rowCount();
   if (count > 0) selectMacroRow(std::min(row, count - 1));
@@ -367,8 +367,8 @@ void MouseMacrosController::importMacro(const PropertyList& macro) {
 }
 
 void MouseMacrosController::loadSaveAsPanel() {
-  const int row = selectedMacro();
-  if (row >= 0) MacroFiles::saveAs(sheetWindow(), macrosSettingsArray.at(row));
+  const int row = macroToAsk();
+  if (row >= 0) MacroFiles::saveAs(sheetWindow(), macroDelegate->macroAtIndex(row));
 }
 
 }  // namespace skarn

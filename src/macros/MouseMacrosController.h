@@ -174,6 +174,7 @@ class MouseMacrosController : public QWidget {
   QWidget* sheetWindow() const { return macrosWindow ? macrosWindow.data() : window(); }
   int macroToAsk() const;  // the selected macro, -1 without one or without anybody to ask
   void fetchLines();
+  void showLines(const vorn::PropertyList& lines);
   void beginRecording();
   void endRecording();
   void deleteMacro();

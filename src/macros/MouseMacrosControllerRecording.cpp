@@ -5,6 +5,7 @@
 #include "engine/EngineProtocol.h"
 #include "macros/MacroDetailsModel.h"
 #include "macros/MacroSheets.h"
+#include "macros/MacrosTableModel.h"
 #include "macros/MouseMacrosController.h"
 #include "model/eventParser.h"
 #include "ui_MouseMacrosController.h"
@@ -79,7 +80,7 @@ void MouseMacrosController::beginRecording() {
   isRecording = true;
   isRenamingMacroName = false;
   setStateOfTables(false);
-  updateSelectedMacroWithMacroDetails(PropertyList::array());
+  showLines(PropertyList::array());
   offerLineDeletion(selectedLine() >= 0);
   macroDelegate->startMacroRecording(mIsAppendMacro, macro);
 }
@@ -128,6 +129,12 @@ void MouseMacrosController::tabViewDidSelectTabViewItem(const QWidget* page) {
 }
 
 void MouseMacrosController::updateSelectedMacroWithMacroDetails(const PropertyList& lines) {
+  showLines(lines);
+  // The record in the list is older where single events were edited.
+  mModel->setEventCount(selectedMacro(), (mDetailsModel->rowCount() + 1) / 2);
+}
+
+void MouseMacrosController::showLines(const PropertyList& lines) {
   const int selected = selectedLine();
   mIsReloading = true;
   mDetailsModel->setLines(finishedLines(lines));

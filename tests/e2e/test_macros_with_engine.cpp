@@ -186,6 +186,23 @@ class MacrosWithEngineTest : public QObject {
     QVERIFY(open.macro().without(keys::MacroID) == *file);
   }
 
+  void an_export_right_after_an_edit_holds_the_edit() {
+    OpenMacros open;
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.recordMacro(QStringLiteral("Combo"));
+    open.clickLine(4);
+    open.click("mDeleteMacroDetails");
+    QCOMPARE(open.lineCount(), 9);
+    const vorn::engine::test::TemporaryFolder folder;
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
+    open.choosePath("mMacrosSaveAsPanel", QString::fromStdString(folder.path("edited")));
+    const auto file = vorn::readPropertyListFile(folder.path("edited.SkarnMacro"));
+    QVERIFY(file.has_value());
+    QCOMPARE((*file)[keys::Sequence][keys::Events].size(), std::size_t{5});
+    const QAbstractItemModel& macros = *open.find<QTableView>("mMacroTableView")->model();
+    QCOMPARE(macros.index(0, 1).data().toInt(), 5);
+  }
+
  private:
   // A delay, a key, all delays, one event less, and one key more at the end.
   static void editMacro(OpenMacros& open) {

@@ -32,6 +32,10 @@ class RecordingMacros : public MacroControllerDelegate {
   void renameMacroAtIndex(int macro, std::string_view name) override {
     note(QStringLiteral("renameMacroAtIndex(%1, %2)").arg(macro).arg(QString::fromStdString(std::string(name))));
   }
+  PropertyList macroAtIndex(int macro) override {
+    note(QStringLiteral("macroAtIndex(%1)").arg(macro));
+    return tab.mMacrosSettingsArray().at(macro);
+  }
   void getMacroDetailsForMacroAtIndex(int macro) override {
     note(QStringLiteral("getMacroDetailsForMacroAtIndex(%1)").arg(macro));
     if (answersDetails) tab.updateSelectedMacroWithMacroDetails(lines[macro].arrayOrEmpty());
