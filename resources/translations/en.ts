@@ -39,6 +39,10 @@
         <source>All files (%1)</source>
         <translation>All files (%1)</translation>
     </message>
+    <message id="lkeyAppendRecording">
+        <source>Record more at the end</source>
+        <translation>Record more at the end</translation>
+    </message>
     <message id="lkeyApplicationName">
         <source>Skarn</source>
         <translation>Skarn</translation>
@@ -110,6 +114,10 @@
     <message id="lkeyCancel">
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message id="lkeyCaughtKey">
+        <source>Key that was pressed</source>
+        <translation>Key that was pressed</translation>
     </message>
     <message id="lkeyCheckUpdates">
         <source>Check for Updates</source>
@@ -299,6 +307,10 @@
         <source>Default</source>
         <translation>Default</translation>
     </message>
+    <message id="lkeyDelayInMilliseconds">
+        <source>Delay in milliseconds</source>
+        <translation>Delay in milliseconds</translation>
+    </message>
     <message id="lkeyDelete">
         <source>Delete</source>
         <translation>Delete</translation>
@@ -310,6 +322,14 @@
     <message id="lkeyDeleteEvent">
         <source>Delete Event</source>
         <translation>Delete Event</translation>
+    </message>
+    <message id="lkeyDeleteLine">
+        <source>Delete the selected line</source>
+        <translation>Delete the selected line</translation>
+    </message>
+    <message id="lkeyDeleteMacro">
+        <source>Delete the selected macro</source>
+        <translation>Delete the selected macro</translation>
     </message>
     <message id="lkeyDeleteMacroAlertDesc">
         <source>The macro and its recorded events are removed from the mouse. Buttons that play it lose this assignment. This cannot be undone.</source>
@@ -371,6 +391,14 @@
         <source>Edit…</source>
         <translation>Edit…</translation>
     </message>
+    <message id="lkeyEditDelayTitle">
+        <source>Edit Delay</source>
+        <translation>Edit Delay</translation>
+    </message>
+    <message id="lkeyEditEventTitle">
+        <source>Edit Event</source>
+        <translation>Edit Event</translation>
+    </message>
     <message id="lkeyEditStages">
         <source>Edit Stages…</source>
         <translation>Edit Stages…</translation>
@@ -379,9 +407,25 @@
         <source>Effect</source>
         <translation>Effect</translation>
     </message>
+    <message id="lkeyEnterDelay">
+        <source>Delay before the event that follows:</source>
+        <translation>Delay before the event that follows:</translation>
+    </message>
+    <message id="lkeyEnterEvent">
+        <source>Press the new key for this event. A press stays a press, a release stays a release.</source>
+        <translation>Press the new key for this event. A press stays a press, a release stays a release.</translation>
+    </message>
     <message id="lkeyEnterSleepMode">
         <source>Enter sleep mode after</source>
         <translation>Enter sleep mode after</translation>
+    </message>
+    <message id="lkeyEventOutOfReach">
+        <source>Only the first 128 events of each of the first 256 macros can be edited.</source>
+        <translation>Only the first 128 events of each of the first 256 macros can be edited.</translation>
+    </message>
+    <message id="lkeyEventsMenu">
+        <source>More for events</source>
+        <translation>More for events</translation>
     </message>
     <message id="lkeyExport">
         <source>Export…</source>
@@ -450,6 +494,10 @@
     <message id="lkeyFilesOfType">
         <source>Files of this kind (%1)</source>
         <translation>Files of this kind (%1)</translation>
+    </message>
+    <message id="lkeyFinishNameFirst">
+        <source>Finish typing the name of the macro first</source>
+        <translation>Finish typing the name of the macro first</translation>
     </message>
     <message id="lkeyFirmwareBusy">
         <source>Reading the firmware version</source>
@@ -651,6 +699,10 @@
         <source>Macro</source>
         <translation>Macro</translation>
     </message>
+    <message id="lkeyMacroAssignment">
+        <source>Choose what plays a macro on the Buttons tab.</source>
+        <translation>Choose what plays a macro on the Buttons tab.</translation>
+    </message>
     <message id="lkeyMacroEvents">
         <source>Events</source>
         <translation>Events</translation>
@@ -658,6 +710,10 @@
     <message id="lkeyMacroEventsColumn">
         <source>Events</source>
         <translation>Events</translation>
+    </message>
+    <message id="lkeyMacroMenu">
+        <source>More for macros</source>
+        <translation>More for macros</translation>
     </message>
     <message id="lkeyMacroNameColumn">
         <source>Name</source>
@@ -690,6 +746,10 @@
     <message id="lkeyManageProfile">
         <source>Manage Profiles…</source>
         <translation>Manage Profiles…</translation>
+    </message>
+    <message id="lkeyMilliseconds">
+        <source>ms</source>
+        <translation>ms</translation>
     </message>
     <message id="lkeyMinuteUnit">
         <source>min</source>
@@ -735,6 +795,10 @@
         <source>New</source>
         <translation>New</translation>
     </message>
+    <message id="lkeyNewMacro">
+        <source>New macro</source>
+        <translation>New macro</translation>
+    </message>
     <message id="lkeyNewProfile">
         <source>New profile</source>
         <translation>New profile</translation>
@@ -774,6 +838,10 @@
     <message id="lkeyNoDelay">
         <source>Remove All Delays</source>
         <translation>Remove All Delays</translation>
+    </message>
+    <message id="lkeyNoEvents">
+        <source>Record to add events.</source>
+        <translation>Record to add events.</translation>
     </message>
     <message id="lkeyNoFileNamed">
         <source>Name a file or choose one in the list</source>
@@ -995,6 +1063,14 @@
         <source>Search applications</source>
         <translation>Search applications</translation>
     </message>
+    <message id="lkeySelectLineFirst">
+        <source>Select an event or a delay first</source>
+        <translation>Select an event or a delay first</translation>
+    </message>
+    <message id="lkeySelectMacroFirst">
+        <source>Select a macro first</source>
+        <translation>Select a macro first</translation>
+    </message>
     <message id="lkeySelectedStage">
         <source>Selected stage</source>
         <translation>Selected stage</translation>
@@ -1087,6 +1163,10 @@
         <source>Waiting for the core engine… This can take a few seconds.</source>
         <translation>Waiting for the core engine… This can take a few seconds.</translation>
     </message>
+    <message id="lkeyStopRecordingFirst">
+        <source>Stop the recording first</source>
+        <translation>Stop the recording first</translation>
+    </message>
     <message id="lkeyTabButtons">
         <source>Buttons</source>
         <translation>Buttons</translation>
@@ -1126,6 +1206,10 @@
     <message id="lkeyVersionsGroup">
         <source>Versions and updates</source>
         <translation>Versions and updates</translation>
+    </message>
+    <message id="lkeyWaitingForKey">
+        <source>Waiting for a key …</source>
+        <translation>Waiting for a key …</translation>
     </message>
     <message id="lkeyWheel">
         <source>Wheel</source>

@@ -111,6 +111,12 @@ void MouseMainController::awakeFromNib() {
 }
 
 void MouseMainController::wireControls() {
+  const auto tellMacros = [this] {
+    mMouseMacrosController->tabViewDidSelectTabViewItem(mMouseTabView->currentWidget());
+  };
+  connect(mMouseTabView, &QTabWidget::currentChanged, this, tellMacros);
+  // The window may open on the Macros tab.
+  tellMacros();
   connect(mAppySettings, &QPushButton::clicked, this, &MouseMainController::clickApplySettings);
   connect(restoringStateWindow, &RestoringStateSheet::closed, this, [] { QCoreApplication::exit(); });
   connect(mDeviceConnectionWindow, &DeviceConnectionSheet::okClicked, this, &MouseMainController::clickOKButton);

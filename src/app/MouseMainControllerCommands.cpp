@@ -176,6 +176,12 @@ void MouseMainController::renameMacroAtIndex(int macro, std::string_view withNew
   if (statusOf(MessageID::RenameMacro, envelope().with(requestKeys::MacroContents, contents)) == 0) reload();
 }
 
+PropertyList MouseMainController::macroAtIndex(int macro) {
+  loadLatestSettings();
+  setProperties();
+  return macrosArray.at(macro);
+}
+
 void MouseMainController::getMacroDetailsForMacroAtIndex(int macro) {
   const PropertyList answer =
       sendAndWait(MessageID::GetMacroDetails, envelope().with(requestKeys::IndexOfMacroSequence, macro));
@@ -199,6 +205,7 @@ void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t ev
                                                                 .with(requestKeys::SequenceIdx, eventIndex)
                                                                 .with(requestKeys::Sequence, newDict));
   if (status != 0) return;
+  mMouseMacrosController->setStateOfTableButtonsWithState(true);
   mMouseMacrosController->setStateOfMacroTableWithState(true);
 }
 

@@ -192,7 +192,8 @@ void MouseMainController::commandReplyReceived(const Notification& notification)
 
 void MouseMainController::checkMacroRecordingStatus() {
   if (!mMouseMacrosController->mIsRecording()) return;
-  mMouseMacrosController->stopAllMacroRecording();
+  mMouseMacrosController->setRecordButtonToStop();
+  mMouseMacrosController->clickRecordMacroDetails();
 }
 
 // --- Presence, battery, versions

@@ -7,13 +7,6 @@
 
 namespace vorn::engine {
 
-namespace {
-
-constexpr std::int32_t assignmentNumber = 273;
-constexpr std::int32_t macroEventNumber = 1050;
-
-}  // namespace
-
 void KeyCapture::start(Purpose purpose, std::string client) {
   mPurpose = purpose;
   mClient = std::move(client);
@@ -40,7 +33,8 @@ void KeyCapture::note(const KeyChanged& key) {
 }
 
 void KeyCapture::post(std::int32_t key, std::int32_t modifier) {
-  const std::int32_t number = mPurpose == Purpose::Assignment ? assignmentNumber : macroEventNumber;
+  const std::int32_t number =
+      mPurpose == Purpose::Assignment ? notificationNames::assignmentCapture : notificationNames::macroEventCapture;
   mNews.post(notificationNames::singleKeyEvent(number),
              PropertyList::dictionary({{newsKeys::SingleKey, key}, {newsKeys::SingleKeyModif, modifier}}));
 }

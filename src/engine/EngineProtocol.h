@@ -121,6 +121,9 @@ inline std::string keymapUpdated(std::int32_t product) {
 inline std::string commandReply(std::int32_t product) {
   return "commandReplyNotification" + std::to_string(product);
 }
+// The numbers of a single-key event: caught for an assignment, or for an event of a macro.
+inline constexpr std::int32_t assignmentCapture = 273;
+inline constexpr std::int32_t macroEventCapture = 1050;
 inline std::string singleKeyEvent(std::int32_t number) {
   return "SingleKeyEvent" + std::to_string(number);
 }

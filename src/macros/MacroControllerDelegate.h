@@ -16,6 +16,9 @@ class MacroControllerDelegate {
   virtual void addMacroWithSettings(const vorn::PropertyList& macro) = 0;
   virtual void deleteMacroAtIndex(int macro) = 0;
   virtual void renameMacroAtIndex(int macro, std::string_view withNewName) = 0;
+  // The record as it is stored now: an edit of single events does not renew the list of macros. What is known of it
+  // where there is no answer.
+  virtual vorn::PropertyList macroAtIndex(int macro) = 0;
   // The answer's lines come through updateSelectedMacroWithMacroDetails of the tab.
   virtual void getMacroDetailsForMacroAtIndex(int macro) = 0;
   // The event dictionary; empty without an answer.

@@ -1,5 +1,5 @@
-// Draws the lines of a macro: events as they stand, the delays between them (odd rows) indented and muted. A line
-// break at the end of a line is not drawn.
+// Draws the lines of a macro: events with a small picture of what is pressed or released, the delays between them (odd
+// rows) indented, muted and with figures of one width. A line break at the end of a line is not drawn.
 #pragma once
 
 #include "widgets/RowDelegate.h"
@@ -11,6 +11,8 @@ class MacroDetailsDelegate : public RowDelegate {
 
  public:
   using RowDelegate::RowDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

@@ -1,48 +1,156 @@
 #include "macros/MouseMacrosController.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QTableView>
+#include <algorithm>
 
+#include "engine/EngineProtocol.h"
 #include "macros/MacroDetailsDelegate.h"
+#include "macros/MacroDetailsModel.h"
+#include "macros/MacroFiles.h"
+#include "macros/MacroMenus.h"
+#include "macros/MacroNameDelegate.h"
+#include "macros/MacroSheets.h"
 #include "macros/MacrosTableModel.h"
+#include "macros/NumberOnlyTextField.h"
+#include "model/SettingsKeys.h"
+#include "model/VrCoreUtility.h"
+#include "platform/Images.h"
 #include "platform/Localization.h"
 #include "ui_MouseMacrosController.h"
+#include "widgets/Alert.h"
 #include "widgets/LabelState.h"
 
 namespace skarn {
 
 using vorn::PropertyList;
+namespace keys = vorn::keys;
 
 namespace {
 
-QStringList textLines(const PropertyList& lines) {
-  QStringList texts;
-  for (const PropertyList& line : lines.elements()) texts << QString::fromStdString(line.toString());
-  return texts;
+constexpr const char* newMacroName = "Untitled Macro";
+constexpr int newMacroDelay = 20;  // milliseconds
+
+int selectedRow(const QTableView& table) {
+  const QModelIndexList rows = table.selectionModel()->selectedRows();
+  return rows.isEmpty() ? -1 : rows.constFirst().row();
+}
+
+void deselectAll(QTableView& table) {
+  table.selectionModel()->clear();
+}
+
+PropertyList newMacro(const std::string& name) {
+  return PropertyList::dictionary({{keys::MacroName, name},
+                                   {keys::Delay, newMacroDelay},
+                                   {keys::ResponseMsgPortName, vorn::configuratorReplyPortName},
+                                   {keys::Sequence, PropertyList::dictionary()}});
 }
 
 }  // namespace
+
+// --- Wiring
 
 MouseMacrosController::MouseMacrosController(QWidget* parent)
     : QWidget(parent),
       mUi(std::make_unique<Ui::MouseMacrosController>()),
       mModel(new MacrosTableModel(this)),
-      mDetailsModel(new QStringListModel(this)) {
+      mDetailsModel(new MacroDetailsModel(this)),
+      mEditDelayWindow(new MacroDelaySheet(this)),
+      mEditEventWindow(new MacroEventSheet(this)),
+      mBeep([] { QApplication::beep(); }) {
   mUi->setupUi(this);
-  mUi->mMacroTableView->setModel(mModel);
-  mUi->mMacroTableView->setItemDelegate(new RowDelegate(this));
-  QHeaderView* header = mUi->mMacroTableView->horizontalHeader();
-  header->setSectionResizeMode(MacrosTableModel::Name, QHeaderView::Stretch);
-  header->setSectionResizeMode(MacrosTableModel::Events, QHeaderView::Fixed);
-  mUi->mMacroDetailsTableView->setModel(mDetailsModel);
-  mUi->mMacroDetailsTableView->setItemDelegate(new MacroDetailsDelegate(this));
-  connect(mUi->mMacroTableView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          &MouseMacrosController::macroTableViewSelectionDidChange);
+  awakeFromNib();
+}
+
+MouseMacrosController::~MouseMacrosController() {
+  setMNotificationCenter(nullptr);
+}
+
+void MouseMacrosController::awakeFromNib() {
+  setUpTables();
+  setUpButtons();
+  setupSettingsMenus();
+  setUpSheets();
+  editedRow = 0;
+  mMacroEventEditHIDCode = 0;
+  mCountDecimal = 0;
+  mIsDecimalPointDuplicate = false;
+  setRecordTitle(true);
   refreshTableDisplay();
 }
 
-MouseMacrosController::~MouseMacrosController() = default;
+void MouseMacrosController::setUpTables() {
+  NSTableViewMacroSubClass& macros = *mUi->mMacroTableView;
+  auto* names = new MacroNameDelegate(this);
+  macros.setMMacrosController(this);
+  macros.setModel(mModel);
+  macros.setItemDelegate(names);
+  macros.horizontalHeader()->setSectionResizeMode(MacrosTableModel::Name, QHeaderView::Stretch);
+  macros.horizontalHeader()->setSectionResizeMode(MacrosTableModel::Events, QHeaderView::Fixed);
+  connect(macros.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &MouseMacrosController::macroTableViewSelectionDidChange);
+  connect(mModel, &MacrosTableModel::nameEdited, this, &MouseMacrosController::nameEdited);
+  connect(names, &MacroNameDelegate::editingStarted, this, &MouseMacrosController::nameEditingStarted);
+  connect(names, &MacroNameDelegate::editingEnded, this, &MouseMacrosController::nameEditingEnded);
+
+  NSTableViewMacroDetailsSubClass& lines = *mUi->mMacroDetailsTableView;
+  lines.setMMacrosController(this);
+  lines.setModel(mDetailsModel);
+  lines.setItemDelegate(new MacroDetailsDelegate(this));
+  connect(lines.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &MouseMacrosController::detailsTableViewSelectionDidChange);
+  // Return or a double click.
+  connect(&lines, &QTableView::activated, this, [this] {
+    if (validateMenuItem(QAction(localized("lkeyEdit")))) editSelectedLine();
+  });
+  mUi->mNoEventsLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void MouseMacrosController::setUpButtons() {
+  connect(mUi->mAddMacro, &QToolButton::clicked, this, &MouseMacrosController::clickAddMacro);
+  connect(mUi->mDeleteMacro, &QToolButton::clicked, this, &MouseMacrosController::clickDeleteMacro);
+  connect(mUi->mAddMacroDetails, &QToolButton::clicked, this, &MouseMacrosController::clickAddMacroDetails);
+  connect(mUi->mDeleteMacroDetails, &QToolButton::clicked, this, &MouseMacrosController::clickDeleteMacroDetails);
+  connect(mUi->mRecordMacroDetails, &QPushButton::clicked, this, &MouseMacrosController::clickRecordMacroDetails);
+  tintIcons();
+}
+
+void MouseMacrosController::tintIcons() {
+  const QColor color = palette().color(QPalette::WindowText);
+  for (QToolButton* button : {mUi->mAddMacro, mUi->mAddMacroDetails}) {
+    button->setIcon(tintedIcon(QStringLiteral("add.png"), color));
+  }
+  for (QToolButton* button : {mUi->mDeleteMacro, mUi->mDeleteMacroDetails}) {
+    button->setIcon(tintedIcon(QStringLiteral("remove.png"), color));
+  }
+  for (QToolButton* button : {mUi->mSettingsMacro, mUi->mSettingsMacroDetails}) {
+    button->setIcon(tintedIcon(QStringLiteral("GearOn.png"), color));
+  }
+}
+
+void MouseMacrosController::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) tintIcons();
+}
+
+void MouseMacrosController::setUpSheets() {
+  connect(mEditDelayWindow, &MacroDelaySheet::confirmed, this, &MouseMacrosController::clickMacroDelayOK);
+  connect(mEditDelayWindow, &MacroDelaySheet::cancelled, this, &MouseMacrosController::clickMacroDelayCancel);
+  connect(&mEditDelayWindow->mInputMacroDelay(), &NumberOnlyTextField::editRefused, this, [this] { mBeep(); });
+  connect(mEditEventWindow, &MacroEventSheet::confirmed, this, &MouseMacrosController::clickMacroEventOK);
+  connect(mEditEventWindow, &MacroEventSheet::cancelled, this, &MouseMacrosController::clickMacroEventCancel);
+}
+
+// --- State
+
+PropertyList MouseMacrosController::mMacroDetailsArray() const {
+  return mDetailsModel->lines();
+}
 
 QTableView* MouseMacrosController::mMacroTableView() const {
   return mUi->mMacroTableView;
@@ -52,10 +160,91 @@ QTableView* MouseMacrosController::mMacroDetailsTableView() const {
   return mUi->mMacroDetailsTableView;
 }
 
-int MouseMacrosController::selectedMacro() const {
-  const QModelIndexList rows = mUi->mMacroTableView->selectionModel()->selectedRows();
-  return rows.isEmpty() ? -1 : rows.constFirst().row();
+QPushButton* MouseMacrosController::mRecordMacroDetails() const {
+  return mUi->mRecordMacroDetails;
 }
+
+int MouseMacrosController::selectedMacro() const {
+  return selectedRow(*mUi->mMacroTableView);
+}
+
+int MouseMacrosController::selectedLine() const {
+  return selectedRow(*mUi->mMacroDetailsTableView);
+}
+
+int MouseMacrosController::macroToAsk() const {
+  return macroDelegate == nullptr ? -1 : selectedMacro();
+}
+
+void MouseMacrosController::setStateOfTableButtonsWithState(bool enabled) {
+  mAreTableButtonsOffered = enabled;
+  updateControls();
+}
+
+void MouseMacrosController::setStateOfMacroTableWithState(bool enabled) {
+  mIsMacroTableOffered = enabled;
+  updateControls();
+}
+
+void MouseMacrosController::setStateOfTables(bool enabled) {
+  setStateOfTableButtonsWithState(enabled);
+  setStateOfMacroTableWithState(enabled);
+}
+
+void MouseMacrosController::enableControlsState(bool enabled) {
+  mHasDeviceConnected = enabled;
+  setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
+  if (enabled && !isSessionRunning()) setStateOfTables(true);
+  updateControls();
+}
+
+// Empty when nothing stands in the way.
+QString MouseMacrosController::whyDisabled(Needs needs, bool isOffered) const {
+  if (!mHasDeviceConnected) return localized("lkeyNoMouseConnected");
+  if (!isOffered) return localized("lkeyStopRecordingFirst");
+  if (needs == Needs::Nothing) return {};
+  if (selectedMacro() < 0) return localized("lkeySelectMacroFirst");
+  if (isRenamingMacroName) return localized("lkeyFinishNameFirst");
+  if (needs == Needs::Line && !mIsLineDeletionOffered) return localized("lkeySelectLineFirst");
+  return {};
+}
+
+void MouseMacrosController::updateControls() {
+  struct Rule {
+    QWidget* control;
+    QString why;
+  };
+  const bool areOffered = mAreTableButtonsOffered;
+  const Rule rules[] = {
+      {mUi->mAddMacro, whyDisabled(Needs::Nothing, areOffered)},
+      {mUi->mSettingsMacro, whyDisabled(Needs::Nothing, areOffered)},
+      {mUi->mDeleteMacro,
+       selectedMacro() < 0 ? whyDisabled(Needs::Macro, areOffered) : whyDisabled(Needs::Nothing, areOffered)},
+      {mUi->mAddMacroDetails, whyDisabled(Needs::Macro, areOffered)},
+      {mUi->mSettingsMacroDetails, whyDisabled(Needs::Macro, areOffered)},
+      {mUi->mDeleteMacroDetails, whyDisabled(Needs::Line, areOffered)},
+      {mUi->mRecordMacroDetails, whyDisabled(Needs::Macro, true)},
+      {mUi->mMacroTableView, whyDisabled(Needs::Nothing, mIsMacroTableOffered)},
+      {mUi->mMacroDetailsTableView, whyDisabled(Needs::Nothing, true)},
+  };
+  for (const Rule& rule : rules) {
+    const bool isButton = qobject_cast<QToolButton*>(rule.control) != nullptr;
+    rule.control->setToolTip(rule.why.isEmpty() && isButton ? rule.control->accessibleName() : rule.why);
+    rule.control->setEnabled(rule.why.isEmpty());
+  }
+}
+
+void MouseMacrosController::updateVisibleParts() {
+  const bool hasMacros = mModel->rowCount() > 0;
+  const bool hasMacro = selectedMacro() >= 0;
+  mUi->mMacroNameScrollView->setVisible(hasMacros);
+  mUi->mNoMacrosView->setVisible(!hasMacros);
+  mUi->mMacroDetailsScrollView->setVisible(hasMacro);
+  mUi->mNoMacroSelectedLabel->setVisible(!hasMacro);
+  mUi->mNoEventsLabel->setVisible(mDetailsModel->rowCount() == 0);
+}
+
+// --- Drawing and selections
 
 void MouseMacrosController::updateUISettings() {
   refreshTableDisplay();
@@ -65,48 +254,121 @@ void MouseMacrosController::refreshTableDisplay() {
   const int selected = selectedMacro();
   // A row that stays selected is no news to anybody.
   mIsReloading = true;
+  if (selected >= static_cast<int>(macrosSettingsArray.size())) deselectAll(*mUi->mMacroTableView);
   mModel->setMacros(macrosSettingsArray);
-  if (selected >= 0 && selected < mModel->rowCount()) mUi->mMacroTableView->selectRow(selected);
   mIsReloading = false;
   if (selectedMacro() != selected) macroTableViewSelectionDidChange();
-  const bool hasMacros = mModel->rowCount() > 0;
-  mUi->mMacroTablesView->setVisible(hasMacros);
-  mUi->mNoMacrosView->setVisible(!hasMacros);
-  mUi->mMacroDetailsScrollView->setVisible(selectedMacro() >= 0);
-  mUi->mNoMacroSelectedLabel->setVisible(hasMacros && selectedMacro() < 0);
+  updateVisibleParts();
+  updateControls();
 }
 
 void MouseMacrosController::macroTableViewSelectionDidChange() {
   if (mIsReloading) return;
-  const int selected = selectedMacro();
-  updateSelectedMacroWithMacroDetails(PropertyList::array());
-  mUi->mMacroDetailsScrollView->setVisible(selected >= 0);
-  mUi->mNoMacroSelectedLabel->setVisible(selected < 0 && mModel->rowCount() > 0);
-  if (selected >= 0 && macroDelegate != nullptr) macroDelegate->getMacroDetailsForMacroAtIndex(selected);
+  // The lines of another macro must not stay where its own do not come.
+  showLines(PropertyList::array());
+  updateControls();
+  fetchLines();
 }
 
-void MouseMacrosController::updateSelectedMacroWithMacroDetails(const PropertyList& lines) {
-  macroDetailsArray = lines.arrayOrEmpty();
-  mDetailsModel->setStringList(textLines(macroDetailsArray));
+void MouseMacrosController::selectMacroRow(int row) {
+  mUi->mMacroTableView->selectRow(row);
+  mUi->mMacroTableView->scrollTo(mModel->index(row, MacrosTableModel::Name));
 }
 
-void MouseMacrosController::setStateOfMacroTableWithState(bool enabled) {
-  mUi->mMacroTableView->setEnabled(enabled);
+void MouseMacrosController::fetchLines() {
+  const int macro = macroToAsk();
+  if (macro >= 0) macroDelegate->getMacroDetailsForMacroAtIndex(macro);
 }
 
-void MouseMacrosController::enableControlsState(bool enabled) {
-  setStateOfMacroTableWithState(enabled);
-  mUi->mMacroDetailsTableView->setEnabled(enabled);
-  setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
+// --- New, delete, rename, files
+
+void MouseMacrosController::clickAddMacro() {
+  if (macroDelegate == nullptr) return;
+  mIsAddMacro = true;
+  deselectAll(*mUi->mMacroTableView);
+  const PropertyList macro = newMacro(vorn::VrCoreUtility::generateName(macrosSettingsArray, newMacroName));
+  macrosSettingsArray = macrosSettingsArray.appending(macro);
+  refreshTableDisplay();
+  const int last = mModel->rowCount() - 1;
+  selectMacroRow(last);
+  mUi->mMacroTableView->edit(mModel->index(last, MacrosTableModel::Name));
+  macroDelegate->addMacroWithSettings(macro);
+  mIsAddMacro = false;
 }
 
-void MouseMacrosController::stopAllMacroRecording() {
-  if (!isRecording || macroDelegate == nullptr) return;
-  isRecording = false;
-  setStateOfMacroTableWithState(true);
-  macroDelegate->stopMacroRecording();
-  macroDelegate->saveRecordedEventsForMacroAtIndex(selectedMacro(), false);
-  macroDelegate->getMacroDetailsForMacroAtIndex(selectedMacro());
+void MouseMacrosController::clickDeleteMacro() {
+  if (macroToAsk() < 0) return;
+  Alert::show(sheetWindow(), localized("lkeyDeleteMacroAlertTitle"), localized("lkeyDeleteMacroAlertDesc"),
+              {localized("lkeyOK"), localized("lkeyCancel")}, [guard = QPointer(this)](int returnCode) {
+                if (guard && returnCode == Alert::firstButtonReturn) guard->deleteMacro();
+              });
+}
+
+void MouseMacrosController::deleteMacro() {
+  refreshTableDisplay();
+  const int row = macroToAsk();
+  if (row < 0) return;
+  macroDelegate->deleteMacroAtIndex(row);
+  refreshTableDisplay();
+  // Another macro may have moved into the row.
+  showLines(PropertyList::array());
+  fetchLines();
+  const int count = mModel->rowCount();
+  if (count > 0) selectMacroRow(std::min(row, count - 1));
+  mUi->mMacroTableView->setFocus();
+}
+
+void MouseMacrosController::renameSelectedMacro() {
+  const int row = selectedMacro();
+  if (row < 0) return;
+  isRenamingMacroName = true;
+  mUi->mMacroTableView->edit(mModel->index(row, MacrosTableModel::Name));
+}
+
+void MouseMacrosController::nameEditingStarted(int row) {
+  editedRow = row;
+  isRenamingMacroName = true;
+  updateControls();
+}
+
+void MouseMacrosController::nameEditingEnded() {
+  editedRow = -1;
+  isRenamingMacroName = false;
+  updateControls();
+}
+
+void MouseMacrosController::nameEdited(int row, const QString& text) {
+  if (text.isEmpty() || macroDelegate == nullptr) return;
+  // Its own old name must not count against the new one.
+  const PropertyList nameless = macrosSettingsArray.at(row).dictionaryOrEmpty().with(keys::MacroName, "");
+  macrosSettingsArray = macrosSettingsArray.replacing(row, nameless);
+  const std::string name = vorn::VrCoreUtility::generateName(macrosSettingsArray, text.toStdString());
+  macrosSettingsArray = macrosSettingsArray.replacing(row, nameless.with(keys::MacroName, name));
+  refreshTableDisplay();
+  macroDelegate->renameMacroAtIndex(row, name);
+  isRenamingMacroName = false;
+}
+
+void MouseMacrosController::loadPanel() {
+  MacroFiles::open(sheetWindow(), [guard = QPointer(this)](const PropertyList& macro) {
+    if (guard) guard->importMacro(macro);
+  });
+}
+
+void MouseMacrosController::importMacro(const PropertyList& macro) {
+  if (macroDelegate == nullptr) return;
+  const std::string name = vorn::VrCoreUtility::generateName(macrosSettingsArray, macro[keys::MacroName].string());
+  const PropertyList named = macro.with(keys::MacroName, name);
+  deselectAll(*mUi->mMacroTableView);
+  macrosSettingsArray = macrosSettingsArray.appending(named);
+  macroDelegate->addMacroWithSettings(named);
+  refreshTableDisplay();
+  selectMacroRow(mModel->rowCount() - 1);
+}
+
+void MouseMacrosController::loadSaveAsPanel() {
+  const int row = macroToAsk();
+  if (row >= 0) MacroFiles::saveAs(sheetWindow(), macroDelegate->macroAtIndex(row));
 }
 
 }  // namespace skarn

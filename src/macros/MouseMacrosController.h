@@ -1,22 +1,43 @@
-// The Macros tab: the list of macros, and the events of the one that is selected as lines of text. It never talks to
-// the engine; it keeps copies of the slices that its owner hands it and redraws from them. Main thread. Slices of a
-// wrong shape are survived: what cannot be read shows nothing.
+// The Macros tab: the list of macros, and beside it the events of the selected one as lines of text. It never talks to
+// the engine; it keeps copies of the slices that its owner hands it, asks its delegate for every change and fetches the
+// lines again afterwards. Main thread. Slices of a wrong shape are survived: what cannot be read shows nothing. A call
+// of the delegate blocks and may call back: setMMacrosSettingsArray, refreshTableDisplay,
+// updateSelectedMacroWithMacroDetails and the two setState operations are safe at any time.
+//
+// The title of the record button, "Record" or "Stop" in every language, is the state of the tab: under "Stop" a
+// recording or the capture of one key runs, and the button ends it. The button begins with "Stop" and turns to "Record"
+// when the tab is first shown.
+//
+// Rows of the details table: even rows are events, odd rows the delays between them. An event is read and replaced
+// under 8-bit numbers. So an event beyond row 255, or of a macro beyond row 255, is not offered for editing: the
+// request would reach another row. Its delay is, as delays are set under ordinary integers.
 #pragma once
 
 #include <QPointer>
-#include <QStringListModel>
+#include <QString>
 #include <QWidget>
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <span>
 
 #include "macros/MacroControllerDelegate.h"
 #include "model/NotificationCenter.h"
 #include "model/PropertyList.h"
 
+class QAction;
+class QMenu;
+class QPushButton;
 class QTableView;
 
 namespace skarn {
 
+class MacroDelaySheet;
+class MacroDetailsModel;
+class MacroEventSheet;
 class MacrosTableModel;
+struct MacroMenuEntry;
+struct MacroMenuState;
 
 namespace Ui {
 class MouseMacrosController;
@@ -31,47 +52,176 @@ class MouseMacrosController : public QWidget {
 
   // --- What the owner hands over. Delegate, window and centre are not owned.
   const vorn::PropertyList& mMacrosSettingsArray() const { return macrosSettingsArray; }
-  void setMMacrosSettingsArray(const vorn::PropertyList& macros) { macrosSettingsArray = macros; }
+  void setMMacrosSettingsArray(const vorn::PropertyList& macros) { macrosSettingsArray = macros.arrayOrEmpty(); }
   MacroControllerDelegate* mMacroDelegate() const { return macroDelegate; }
   void setMMacroDelegate(MacroControllerDelegate* delegate) { macroDelegate = delegate; }
   QWidget* mMacrosWindow() const { return macrosWindow; }
   void setMMacrosWindow(QWidget* window) { macrosWindow = window; }
   vorn::NotificationCenter* mNotificationCenter() const { return notificationCenter; }
-  void setMNotificationCenter(vorn::NotificationCenter* center) { notificationCenter = center; }
+  // Observes the recorded lines and the caught keys there, and no longer in an earlier centre. A centre must be taken
+  // away (null) before it goes.
+  void setMNotificationCenter(vorn::NotificationCenter* center);
+  // Sounds where an edit is refused; the desktop's beep unless set otherwise.
+  void setBeep(std::function<void()> beep) { mBeep = std::move(beep); }
 
+  // --- State
   // The lines of the selected macro: an array of strings, an event each, with a delay line between two events.
-  const vorn::PropertyList& mMacroDetailsArray() const { return macroDetailsArray; }
+  vorn::PropertyList mMacroDetailsArray() const;
   // The table of macros; a row is a macro ID.
   QTableView* mMacroTableView() const;
   QTableView* mMacroDetailsTableView() const;
+  QPushButton* mRecordMacroDetails() const;
+  // A recording runs, a new or an appended one.
   bool mIsRecording() const { return isRecording; }
   void setMIsRecording(bool recording) { isRecording = recording; }
+  bool mIsRenamingMacroName() const { return isRenamingMacroName; }
+  int mEditedRow() const { return editedRow; }  // of the table of macros, -1 once no name is being edited
 
   // --- Drawing
   void updateUISettings();
   // Reloads the table of macros; the selected row stays selected by its index.
   void refreshTableDisplay();
-  // Replaces the lines of the selected macro and redraws them.
+  // Replaces the lines of the selected macro and redraws them. lines: array of finished lines, or of macro events,
+  // which become lines here.
   void updateSelectedMacroWithMacroDetails(const vorn::PropertyList& lines);
+  // The add, delete and gear buttons of both tables, as far as the selection allows them.
+  void setStateOfTableButtonsWithState(bool enabled);
   void setStateOfMacroTableWithState(bool enabled);
-  // Ends a recording that is under way: the engine stops it and keeps what it caught, and the lines are fetched again.
-  // Without a recording it does nothing.
-  void stopAllMacroRecording();
+  // A mouse is there or not.
   void enableControlsState(bool enabled);
 
+  // --- Recording
+  // Records anew or, under "Stop", ends the recording or capture that runs: the engine keeps what it caught, and the
+  // lines are fetched again.
+  void clickRecordMacroDetails();
+  // Records at the end of the macro.
+  void clickAddMacroDetails();
+  // Ends a recording or capture as the record button does; without one it does nothing.
+  void stopAllMacroRecording();
+  // Puts "Stop" on the record button, whatever runs.
+  void setRecordButtonToStop() { setRecordTitle(true); }
+  // page: the page that the tab view shows now.
+  void tabViewDidSelectTabViewItem(const QWidget* page);
+
+  // --- Macros
+  void clickAddMacro();
+  void clickDeleteMacro();
+  void clickMacroSettingsMenuItem(int tag);
+  void loadPanel();
+  void loadSaveAsPanel();
+
+  // --- Lines
+  void clickDeleteMacroDetails();
+  void clickMacroDetailsSettingsMenuItem(int tag);
+  void clickMacroDelayOK();
+  void clickMacroDelayCancel();
+  void clickMacroEventOK();
+  void clickMacroEventCancel();
+
+  // --- Menus
+  // A right-click menu with the items of the gear menu, enabled as they are now.
+  void fillMacroMenu(QMenu& menu);
+  void fillMacroDetailsMenu(QMenu& menu);
+  // Whether an item of the menus, known by its title, can be chosen now.
+  bool validateMenuItem(const QAction& item) const;
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
-  void macroTableViewSelectionDidChange();
+  struct Menu {
+    std::span<const MacroMenuEntry> entries;
+    QString operation;
+    void (MouseMacrosController::*chosen)(int tag);
+  };
+  enum class Needs { Nothing, Macro, Line };  // of a button, besides a mouse
+
+  // Wiring
+  void awakeFromNib();
+  void setUpTables();
+  void setUpButtons();
+  void setupSettingsMenus();
+  void setUpSheets();
+  void registerNotifications();
+
+  // State
   int selectedMacro() const;  // -1 when none is selected
+  int selectedLine() const;
+  bool isSessionRunning() const { return isRecording || mIsAppendMacro || mIsEditingMacro; }
+  MacroMenuState menuState() const;
+  void setRecordTitle(bool isStop);
+  bool isRecordTitleStop() const;
+  void setStateOfTables(bool enabled);  // the table buttons and the table of macros
+  void updateControls();
+  void updateVisibleParts();
+  QString whyDisabled(Needs needs, bool isOffered) const;
+  void tintIcons();
+
+  // Menus
+  static Menu macroMenu();
+  static Menu macroDetailsMenu();
+  void fillMenu(QMenu& shown, const Menu& menu);
+  void explainMenuItems(QMenu& menu) const;
+
+  // Selections
+  void macroTableViewSelectionDidChange();
+  void detailsTableViewSelectionDidChange();
+  void selectMacroRow(int row);
+  void selectLine(int row);
+  void offerLineDeletion(bool offered);
+
+  // Requests
+  QWidget* sheetWindow() const { return macrosWindow ? macrosWindow.data() : window(); }
+  int macroToAsk() const;  // the selected macro, -1 without one or without anybody to ask
+  void fetchLines();
+  void showLines(const vorn::PropertyList& lines);
+  void beginRecording();
+  void endRecording();
+  void deleteMacro();
+  void nameEdited(int row, const QString& text);
+  void nameEditingStarted(int row);
+  void nameEditingEnded();
+  void renameSelectedMacro();
+  void importMacro(const vorn::PropertyList& macro);
+  void editSelectedLine();
+  void openEventSheet();
+  void endEventCapture();
+  void endEventEditing();
+  void storeCaughtKey(bool setsPage);
+
+  // News
+  void recordedMessages(const vorn::Notification& notification);
+  void singleKeyEvents(const vorn::Notification& notification);
 
   std::unique_ptr<Ui::MouseMacrosController> mUi;
   MacrosTableModel* mModel;
-  QStringListModel* mDetailsModel;
+  MacroDetailsModel* mDetailsModel;
+  MacroDelaySheet* mEditDelayWindow;
+  MacroEventSheet* mEditEventWindow;
+  std::function<void()> mBeep;
+
   vorn::PropertyList macrosSettingsArray = vorn::PropertyList::array();
-  vorn::PropertyList macroDetailsArray = vorn::PropertyList::array();
   MacroControllerDelegate* macroDelegate = nullptr;
   QPointer<QWidget> macrosWindow;
   vorn::NotificationCenter* notificationCenter = nullptr;
+
+  vorn::PropertyList mSequenceDict = vorn::PropertyList::dictionary();  // the event that the sheet edits
+  std::uint8_t mMacroEventEditHIDCode = 0;                              // caught for the sheet; 0 = none
+  bool mIsMacroEventEdit = false;                                       // the event sheet is open
+  bool mIsStopRecording = false;  // a recording was just stopped: the next batch of lines is the last one again
+  bool mIsAddMacro = false;       // a new macro is being added
+  bool mIsAppendMacro = false;    // the recording that runs appends
   bool isRecording = false;
+  bool mIsEditingMacro = false;  // a key is captured for an event
+  bool mHasDeviceConnected = true;
+  bool isRenamingMacroName = false;
+  int editedRow = 0;
+  int mCountDecimal = 0;  // the delay input consults neither of these two
+  bool mIsDecimalPointDuplicate = false;
+
+  bool mAreTableButtonsOffered = true;
+  bool mIsMacroTableOffered = true;
+  bool mIsLineDeletionOffered = false;
   bool mIsReloading = false;
 };
 

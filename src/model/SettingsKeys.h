@@ -79,7 +79,8 @@ inline constexpr Key Signature = "signature";
 // Macro record
 inline constexpr Key MacroName = "MacroName";
 inline constexpr Key MacroID = "macroID";
-inline constexpr Key Delay = "delay";  // milliseconds
+inline constexpr Key Delay = "delay";                              // milliseconds
+inline constexpr Key ResponseMsgPortName = "ResponseMsgPortName";  // reply port of the client that made the macro
 inline constexpr Key Sequence = "sequence";
 inline constexpr Key Events = "events";  // within the sequence: array of macro events, in their order
 

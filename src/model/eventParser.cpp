@@ -14,6 +14,10 @@ namespace vorn {
 namespace {
 
 constexpr std::string_view separator = " + ";
+constexpr std::string_view keyPressText = "Key Press ";
+constexpr std::string_view keyReleaseText = "Key Release ";
+constexpr std::string_view buttonPressText = " down\n";
+constexpr std::string_view buttonReleaseText = " up\n";
 
 struct HeldKeys {
   std::mutex mutex;
@@ -60,11 +64,12 @@ std::string eventLine(const PropertyList& event) {
   const std::uint64_t argument = event[keys::Argument].toUnsigned();
   switch (static_cast<std::uint8_t>(event[keys::Page].toInt64())) {
     case hid::keyboardPage:
-      return (isPress ? "Key Press " : "Key Release ") +
+      return std::string(isPress ? keyPressText : keyReleaseText) +
              eventParser::getStringWithHID(static_cast<std::int64_t>(argument), 0);
     case hid::buttonPage: {
-      const std::string name = buttonName(argument);
-      return name.empty() ? name : name + (isPress ? " down\n" : " up\n");
+      std::string name = buttonName(argument);
+      if (!name.empty()) name += isPress ? buttonPressText : buttonReleaseText;
+      return name;
     }
     default:
       return {};
@@ -119,6 +124,13 @@ PropertyList eventParser::getMessagesArray(const PropertyList& events) {
     isFirst = false;
   }
   return PropertyList::array(std::move(messages));
+}
+
+eventParser::LineKind eventParser::kindOfLine(std::string_view line) {
+  if (line.starts_with(keyPressText)) return LineKind::KeyPress;
+  if (line.starts_with(keyReleaseText)) return LineKind::KeyRelease;
+  if (line.ends_with(buttonPressText) || line.ends_with(buttonReleaseText)) return LineKind::Button;
+  return LineKind::Other;
 }
 
 void eventParser::manageHIDStack(std::vector<int>& argument) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/PropertyList.h"
@@ -41,6 +42,10 @@ class eventParser {
   // The lines of a whole sequence, an array of strings: the lines of every event in order, without the delay line of
   // the first. None when one of the events is no dictionary.
   static PropertyList getMessagesArray(const PropertyList& events);
+
+  // What a line tells, read from its text.
+  enum class LineKind { KeyPress, KeyRelease, Button, Other };
+  static LineKind kindOfLine(std::string_view line);
 
   // Brings the list of held keys up to date and puts it, in the order in which the keys went down, in place of the
   // argument. argument: the usages of the keys that are down now, in any order.

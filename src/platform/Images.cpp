@@ -1,5 +1,6 @@
 #include "platform/Images.h"
 
+#include <QGuiApplication>
 #include <QHash>
 #include <QPainter>
 
@@ -7,11 +8,30 @@
 
 namespace skarn {
 
+namespace {
+
+// A picture named so is taken at twice the resolution; its size in device-independent pixels stays.
+QString doubledName(const QString& name) {
+  QString doubled = name;
+  return doubled.insert(doubled.lastIndexOf(QLatin1Char('.')), QLatin1String("@2x"));
+}
+
+QPixmap decode(const QString& name) {
+  const Bundle& bundle = Bundle::mainBundle();
+  if (qGuiApp->devicePixelRatio() > 1) {
+    const QPixmap doubled(bundle.imagePath(doubledName(name)));
+    if (!doubled.isNull()) return doubled;
+  }
+  return QPixmap(bundle.imagePath(name));
+}
+
+}  // namespace
+
 QPixmap image(const QString& name) {
   static QHash<QString, QPixmap> decoded;
   const auto found = decoded.constFind(name);
   if (found != decoded.constEnd()) return *found;
-  QPixmap picture(Bundle::mainBundle().imagePath(name));
+  const QPixmap picture = decode(name);
   // A picture that is missing now may be there later.
   if (!picture.isNull()) decoded.insert(name, picture);
   return picture;

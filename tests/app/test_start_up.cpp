@@ -313,6 +313,8 @@ void StartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed()
   if (outcome == 0) fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Work"})));
   fixture.start({});
   const std::vector<std::string> expected{"SingleKeyEvent273",
+                                          "MacroSequence273",
+                                          "SingleKeyEvent1050",
                                           "commandReplyNotification273",
                                           "Device Attached 273",
                                           "Device Removed 273",

@@ -18,8 +18,16 @@ class VirtualMouse {
   static bool click(const std::string& control) {
     return call("Press", {"string:" + control}) && call("Release", {"string:" + control});
   }
+  // A key (usage page 7) or mouse button (page 9) of another device of the desktop is pressed and released.
+  static bool type(int usagePage, int usage) {
+    return call("Type", typeArguments(usagePage, usage, true)) && call("Type", typeArguments(usagePage, usage, false));
+  }
 
  private:
+  static std::vector<std::string> typeArguments(int usagePage, int usage, bool isPressed) {
+    return {"uint32:" + std::to_string(usagePage), "uint32:" + std::to_string(usage),
+            isPressed ? "boolean:true" : "boolean:false"};
+  }
   static bool call(const std::string& method, const std::vector<std::string>& arguments = {}) {
     std::vector<std::string> line{"dbus-send",
                                   "--session",

@@ -42,6 +42,7 @@ class RecordingMacroDelegate : public MacroControllerDelegate {
   void addMacroWithSettings(const PropertyList&) override { ++otherCalls; }
   void deleteMacroAtIndex(int) override { ++otherCalls; }
   void renameMacroAtIndex(int, std::string_view) override { ++otherCalls; }
+  PropertyList macroAtIndex(int macro) override { return tab.mMacrosSettingsArray().at(macro); }
   void getMacroDetailsForMacroAtIndex(int macro) override {
     asked << macro;
     if (macro == 0) tab.updateSelectedMacroWithMacroDetails(macroLines());

@@ -1,0 +1,47 @@
+#include "macros/MacroSheets.h"
+
+#include "macros/NumberOnlyTextField.h"
+#include "ui_MacroDelaySheet.h"
+#include "ui_MacroEventSheet.h"
+
+namespace skarn {
+
+MacroDelaySheet::MacroDelaySheet(QWidget* parent)
+    : QDialog(parent, Qt::Sheet), mUi(std::make_unique<Ui::MacroDelaySheet>()) {
+  mUi->setupUi(this);
+  connect(mUi->mMacroDelayOK, &QPushButton::clicked, this, &MacroDelaySheet::confirmed);
+  connect(mUi->mMacroDelayCancel, &QPushButton::clicked, this, &MacroDelaySheet::cancelled);
+}
+
+MacroDelaySheet::~MacroDelaySheet() = default;
+
+NumberOnlyTextField& MacroDelaySheet::mInputMacroDelay() const {
+  return *mUi->mInputMacroDelay;
+}
+
+void MacroDelaySheet::begin() {
+  mUi->mInputMacroDelay->clear();
+  mUi->mInputMacroDelay->setFocus();
+  open();
+}
+
+MacroEventSheet::MacroEventSheet(QWidget* parent)
+    : QDialog(parent, Qt::Sheet), mUi(std::make_unique<Ui::MacroEventSheet>()) {
+  mUi->setupUi(this);
+  connect(mUi->mMacroEventEditOK, &QPushButton::clicked, this, &MacroEventSheet::confirmed);
+  connect(mUi->mMacroEventEditCancel, &QPushButton::clicked, this, &MacroEventSheet::cancelled);
+}
+
+MacroEventSheet::~MacroEventSheet() = default;
+
+QLineEdit& MacroEventSheet::mInputMacroEvent() const {
+  return *mUi->mInputMacroEvent;
+}
+
+void MacroEventSheet::begin() {
+  mUi->mInputMacroEvent->clear();
+  mUi->mInputMacroEvent->setFocus();
+  open();
+}
+
+}  // namespace skarn

@@ -1,0 +1,252 @@
+// The lines of a macro: the menus, deleting lines, and the two sheets.
+#include <QLineEdit>
+#include <QMenu>
+#include <QTableView>
+#include <algorithm>
+
+#include "engine/EngineProtocol.h"
+#include "macros/MacroDetailsModel.h"
+#include "macros/MacroMenus.h"
+#include "macros/MacroSheets.h"
+#include "macros/MouseMacrosController.h"
+#include "macros/NumberOnlyTextField.h"
+#include "model/HidUsages.h"
+#include "model/SettingsKeys.h"
+#include "model/eventParser.h"
+#include "ui_MouseMacrosController.h"
+
+namespace skarn {
+
+using vorn::Notification;
+using vorn::PropertyList;
+namespace keys = vorn::keys;
+namespace newsKeys = vorn::newsKeys;
+
+// --- Menus
+
+MouseMacrosController::Menu MouseMacrosController::macroMenu() {
+  return {macroMenuEntries(), QStringLiteral("clickMacroSettingsMenuItem"),
+          &MouseMacrosController::clickMacroSettingsMenuItem};
+}
+
+MouseMacrosController::Menu MouseMacrosController::macroDetailsMenu() {
+  return {macroDetailsMenuEntries(), QStringLiteral("clickMacroDetailsSettingsMenuItem"),
+          &MouseMacrosController::clickMacroDetailsSettingsMenuItem};
+}
+
+void MouseMacrosController::setupSettingsMenus() {
+  const auto setUp = [this](PullDownButton& gear, const Menu& menu) {
+    gear.setItems(itemsOf(menu.entries), menu.operation, [this, menu](int tag) { (this->*menu.chosen)(tag); });
+    gear.setValidator([this](const QAction& item) { return validateMenuItem(item); });
+    connect(gear.menu(), &QMenu::aboutToShow, this, [this, shown = gear.menu()] { explainMenuItems(*shown); });
+  };
+  setUp(*mUi->mSettingsMacro, macroMenu());
+  setUp(*mUi->mSettingsMacroDetails, macroDetailsMenu());
+}
+
+void MouseMacrosController::fillMenu(QMenu& shown, const Menu& menu) {
+  addTaggedItems(shown, itemsOf(menu.entries), menu.operation, [this, menu](int tag) { (this->*menu.chosen)(tag); });
+  for (QAction* item : shown.actions()) item->setEnabled(validateMenuItem(*item));
+  explainMenuItems(shown);
+}
+
+void MouseMacrosController::fillMacroMenu(QMenu& menu) {
+  fillMenu(menu, macroMenu());
+}
+
+void MouseMacrosController::fillMacroDetailsMenu(QMenu& menu) {
+  fillMenu(menu, macroDetailsMenu());
+}
+
+MacroMenuState MouseMacrosController::menuState() const {
+  return {.macro = selectedMacro(),
+          .line = selectedLine(),
+          .lineCount = mDetailsModel->rowCount(),
+          .isRecording = isSessionRunning()};
+}
+
+bool MouseMacrosController::validateMenuItem(const QAction& item) const {
+  return isMenuItemEnabled(item, menuState());
+}
+
+void MouseMacrosController::explainMenuItems(QMenu& menu) const {
+  menu.setToolTipsVisible(true);
+  for (QAction* item : menu.actions()) item->setToolTip(whyMenuItemIsDisabled(*item, menuState()));
+}
+
+void MouseMacrosController::clickMacroSettingsMenuItem(int tag) {
+  switch (tag) {
+    case macroMenuTags::Rename:
+      renameSelectedMacro();
+      break;
+    case macroMenuTags::New:
+      clickAddMacro();
+      break;
+    case macroMenuTags::Import:
+      loadPanel();
+      break;
+    case macroMenuTags::Export:
+      loadSaveAsPanel();
+      break;
+    case macroMenuTags::Delete:
+      clickDeleteMacro();
+      break;
+    default:
+      break;
+  }
+}
+
+void MouseMacrosController::clickMacroDetailsSettingsMenuItem(int tag) {
+  const int macro = macroToAsk();
+  if (macro < 0) return;
+  switch (tag) {
+    case macroDetailsMenuTags::Record:
+      clickRecordMacroDetails();
+      break;
+    case macroDetailsMenuTags::Edit:
+      editSelectedLine();
+      break;
+    case macroDetailsMenuTags::DeleteEvent:
+      clickDeleteMacroDetails();
+      break;
+    case macroDetailsMenuTags::DeleteAllEvents:
+      macroDelegate->removeAllEventsForMacroAtIndex(macro);
+      fetchLines();
+      break;
+    case macroDetailsMenuTags::CopyDelay:
+      // The row stands for its delay: the engine reads it and gives it to every event.
+      if (const int line = selectedLine(); line >= 1 && isDelayLine(line)) {
+        macroDelegate->setAllEventsDelay(line, macro, false);
+        fetchLines();
+      }
+      break;
+    case macroDetailsMenuTags::NoDelay:
+      macroDelegate->setAllEventsDelay(0, macro, true);
+      fetchLines();
+      break;
+    default:
+      break;
+  }
+}
+
+// --- Lines
+
+void MouseMacrosController::detailsTableViewSelectionDidChange() {
+  if (!mIsReloading) offerLineDeletion(selectedLine() >= 0);
+}
+
+void MouseMacrosController::offerLineDeletion(bool offered) {
+  mIsLineDeletionOffered = offered;
+  updateControls();
+}
+
+void MouseMacrosController::selectLine(int row) {
+  mUi->mMacroDetailsTableView->selectRow(row);
+  mUi->mMacroDetailsTableView->scrollTo(mDetailsModel->index(row));
+}
+
+void MouseMacrosController::clickDeleteMacroDetails() {
+  const int macro = macroToAsk();
+  const int line = selectedLine();
+  if (macro < 0 || line < 0) {
+    mBeep();
+    return;
+  }
+  macroDelegate->removeEventAtIndex(line, macro);
+  fetchLines();
+  const int count = mDetailsModel->rowCount();
+  if (count > 0) selectLine(std::min(line, count - 1));
+  mUi->mMacroDetailsTableView->setFocus();
+}
+
+void MouseMacrosController::editSelectedLine() {
+  const int line = selectedLine();
+  if (line < 0) return;
+  if (isDelayLine(line)) {
+    mEditDelayWindow->begin();
+  } else if (isEventWithinReach(selectedMacro(), line)) {
+    openEventSheet();
+  }
+}
+
+// --- A delay
+
+void MouseMacrosController::clickMacroDelayOK() {
+  mEditDelayWindow->hide();
+  const int macro = macroToAsk();
+  const int line = selectedLine();
+  if (macro < 0 || line < 0) return;
+  macroDelegate->setNewDelay(mEditDelayWindow->mInputMacroDelay().integerValue(), line, macro);
+  fetchLines();
+}
+
+void MouseMacrosController::clickMacroDelayCancel() {
+  mEditDelayWindow->hide();
+}
+
+// --- An event
+
+void MouseMacrosController::openEventSheet() {
+  setStateOfTables(false);
+  mIsMacroEventEdit = true;
+  mMacroEventEditHIDCode = 0;
+  mEditEventWindow->begin();
+  mIsEditingMacro = true;
+  mSequenceDict = macroDelegate->getSequenceDetails(static_cast<std::uint8_t>(selectedMacro()),
+                                                    static_cast<std::uint8_t>(selectedLine()));
+  macroDelegate->startEditHID();
+  setRecordTitle(true);
+}
+
+void MouseMacrosController::singleKeyEvents(const Notification& notification) {
+  const int key = notification.userInfo[newsKeys::SingleKey].toInt();
+  const int modifier = notification.userInfo[newsKeys::SingleKeyModif].toInt();
+  mMacroEventEditHIDCode = static_cast<std::uint8_t>(modifier != 0 && key == 0 ? modifier : key);
+  mEditEventWindow->mInputMacroEvent().setText(
+      QString::fromStdString(vorn::eventParser::getStringWithHID(mMacroEventEditHIDCode, 0)));
+  // Without the sheet nobody would confirm it.
+  if (!isRecordTitleStop() || !mIsEditingMacro || mEditEventWindow->isVisible()) return;
+  endEventCapture();
+  storeCaughtKey(false);
+  endEventEditing();
+}
+
+// The event is read afresh: it may have changed since the sheet was opened.
+void MouseMacrosController::storeCaughtKey(bool setsPage) {
+  const int macro = macroToAsk();
+  const int line = selectedLine();
+  if (macro < 0 || line < 0 || !isEventWithinReach(macro, line)) return;
+  const auto macroRow = static_cast<std::uint8_t>(macro);
+  const auto lineRow = static_cast<std::uint8_t>(line);
+  mSequenceDict = macroDelegate->getSequenceDetails(macroRow, lineRow);
+  if (mSequenceDict.isEmpty() || mMacroEventEditHIDCode == 0) return;
+  mSequenceDict = mSequenceDict.with(keys::Argument, mMacroEventEditHIDCode);
+  if (setsPage) mSequenceDict = mSequenceDict.with(keys::Page, vorn::hid::keyboardPage);
+  macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);
+  fetchLines();
+}
+
+void MouseMacrosController::endEventCapture() {
+  mIsEditingMacro = false;
+  mIsMacroEventEdit = false;
+  if (macroDelegate != nullptr) macroDelegate->stopSingleKeyRecording();
+}
+
+void MouseMacrosController::endEventEditing() {
+  setRecordTitle(false);
+  setStateOfTables(true);
+  mEditEventWindow->hide();
+}
+
+void MouseMacrosController::clickMacroEventOK() {
+  endEventCapture();
+  storeCaughtKey(true);
+  endEventEditing();
+}
+
+void MouseMacrosController::clickMacroEventCancel() {
+  endEventCapture();
+  endEventEditing();
+}
+
+}  // namespace skarn

@@ -1,0 +1,158 @@
+// Recordings: the record and append buttons, and the lines that arrive meanwhile.
+#include <QPushButton>
+#include <QTableView>
+
+#include "engine/EngineProtocol.h"
+#include "macros/MacroDetailsModel.h"
+#include "macros/MacroSheets.h"
+#include "macros/MacrosTableModel.h"
+#include "macros/MouseMacrosController.h"
+#include "model/eventParser.h"
+#include "ui_MouseMacrosController.h"
+
+namespace skarn {
+
+using vorn::Notification;
+using vorn::PropertyList;
+namespace newsKeys = vorn::newsKeys;
+
+namespace {
+
+// The two titles of the record button; its state, and so never translated.
+constexpr QLatin1String recordTitle("Record");
+constexpr QLatin1String stopTitle("Stop");
+
+PropertyList finishedLines(const PropertyList& lines) {
+  return lines.at(0).isDictionary() ? vorn::eventParser::getMessagesArray(lines) : lines;
+}
+
+}  // namespace
+
+void MouseMacrosController::setMNotificationCenter(vorn::NotificationCenter* center) {
+  if (notificationCenter != nullptr) notificationCenter->removeObserver(this);
+  notificationCenter = center;
+  if (notificationCenter != nullptr) registerNotifications();
+}
+
+void MouseMacrosController::registerNotifications() {
+  notificationCenter->addObserver(this, vorn::notificationNames::macroSequence(vorn::wiredProductID),
+                                  [this](const Notification& news) { recordedMessages(news); });
+  notificationCenter->addObserver(this,
+                                  vorn::notificationNames::singleKeyEvent(vorn::notificationNames::macroEventCapture),
+                                  [this](const Notification& news) { singleKeyEvents(news); });
+}
+
+void MouseMacrosController::setRecordTitle(bool isStop) {
+  mUi->mRecordMacroDetails->setText(isStop ? stopTitle : recordTitle);
+  mUi->mRecordMacroDetails->setChecked(isStop);
+}
+
+bool MouseMacrosController::isRecordTitleStop() const {
+  return mUi->mRecordMacroDetails->text() == stopTitle;
+}
+
+void MouseMacrosController::clickAddMacroDetails() {
+  const int macro = macroToAsk();
+  if (macro < 0) return;
+  mIsAppendMacro = true;
+  isRecording = true;
+  mIsStopRecording = false;
+  setStateOfTables(false);
+  setRecordTitle(true);
+  mUi->mMacroDetailsTableView->clearSelection();
+  macroDelegate->startMacroRecording(true, macro);
+}
+
+void MouseMacrosController::clickRecordMacroDetails() {
+  mIsStopRecording = false;
+  if (isRecordTitleStop()) {
+    endRecording();
+  } else {
+    beginRecording();
+  }
+}
+
+void MouseMacrosController::beginRecording() {
+  const int macro = macroToAsk();
+  // The press has turned the button already.
+  setRecordTitle(macro >= 0);
+  if (macro < 0) return;
+  isRecording = true;
+  isRenamingMacroName = false;
+  setStateOfTables(false);
+  showLines(PropertyList::array());
+  offerLineDeletion(selectedLine() >= 0);
+  macroDelegate->startMacroRecording(mIsAppendMacro, macro);
+}
+
+void MouseMacrosController::endRecording() {
+  isRecording = false;
+  mIsStopRecording = true;
+  setRecordTitle(false);
+  setStateOfTables(true);
+  if (mIsMacroEventEdit) {
+    mIsMacroEventEdit = false;
+    mEditEventWindow->hide();
+  }
+  if (macroDelegate != nullptr) {
+    if (mIsEditingMacro) {
+      macroDelegate->stopSingleKeyRecording();
+    } else {
+      macroDelegate->stopMacroRecording();
+      if (const int macro = selectedMacro(); macro >= 0) {
+        macroDelegate->saveRecordedEventsForMacroAtIndex(macro, mIsAppendMacro);
+        fetchLines();
+      }
+    }
+  }
+  offerLineDeletion(selectedLine() >= 0);
+  mIsEditingMacro = false;
+  mIsAppendMacro = false;
+}
+
+void MouseMacrosController::stopAllMacroRecording() {
+  if (!isSessionRunning()) return;
+  setRecordTitle(true);
+  clickRecordMacroDetails();
+}
+
+void MouseMacrosController::tabViewDidSelectTabViewItem(const QWidget* page) {
+  if (page != this) {
+    stopAllMacroRecording();
+    return;
+  }
+  setRecordTitle(false);
+  isRecording = false;
+  mIsStopRecording = true;
+  setStateOfTableButtonsWithState(true);
+  offerLineDeletion(selectedLine() >= 0);
+}
+
+void MouseMacrosController::updateSelectedMacroWithMacroDetails(const PropertyList& lines) {
+  showLines(lines);
+  // The record in the list is older where single events were edited.
+  mModel->setEventCount(selectedMacro(), (mDetailsModel->rowCount() + 1) / 2);
+}
+
+void MouseMacrosController::showLines(const PropertyList& lines) {
+  const int selected = selectedLine();
+  mIsReloading = true;
+  mDetailsModel->setLines(finishedLines(lines));
+  if (selected >= 0 && selected < mDetailsModel->rowCount()) mUi->mMacroDetailsTableView->selectRow(selected);
+  mIsReloading = false;
+  if (!isRecordTitleStop()) offerLineDeletion(mDetailsModel->rowCount() > 0);
+  updateVisibleParts();
+}
+
+void MouseMacrosController::recordedMessages(const Notification& notification) {
+  if (mIsStopRecording) {
+    mIsStopRecording = false;
+    return;
+  }
+  mDetailsModel->appendLines(finishedLines(notification.userInfo[newsKeys::MessagesArray]));
+  if (!isRecordTitleStop()) offerLineDeletion(mDetailsModel->rowCount() > 0);
+  updateVisibleParts();
+  mUi->mMacroDetailsTableView->scrollToBottom();
+}
+
+}  // namespace skarn
