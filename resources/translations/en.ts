@@ -51,6 +51,10 @@
         <source>Apply</source>
         <translation>Apply</translation>
     </message>
+    <message id="lkeyApplyTip">
+        <source>Store the light's on/off box in the first profile</source>
+        <translation>Store the light's on/off box in the first profile</translation>
+    </message>
     <message id="lkeyAssignApplication">
         <source>Assign Application…</source>
         <translation>Assign Application…</translation>
@@ -680,8 +684,8 @@
         <translation>Light</translation>
     </message>
     <message id="lkeyLightAppliedNote">
-        <source>Takes effect with Apply</source>
-        <translation>Takes effect with Apply</translation>
+        <source>Takes effect with Apply, in the first profile</source>
+        <translation>Takes effect with Apply, in the first profile</translation>
     </message>
     <message id="lkeyLightColor">
         <source>Colour</source>
