@@ -307,17 +307,22 @@ class MaintenanceTest : public QObject {
   }
 
   void anAlertThatOutlivesTheTabRestoresNothing() {
+    struct Recorder : MouseMaintenanceDelegate {
+      void updateValueForSetting(const PropertyList& settings) override { updates.push_back(settings); }
+      Updates updates;
+    } recorder;
     QWidget window;
-    Updates updates;
     {
       MouseMaintenanceController tab;
       tab.setMMaintenanceWindow(&window);
+      tab.setMMouseMaintenanceDelegate(&recorder);
       tab.clickRestoreSettings();
     }
     auto* alert = window.findChild<QMessageBox*>(QStringLiteral("alert"));
     QVERIFY(alert != nullptr);
     QTest::keyClick(alert, Qt::Key_Return);
     QTRY_VERIFY(window.findChild<QMessageBox*>(QStringLiteral("alert")) == nullptr);
+    QVERIFY(recorder.updates.empty());
   }
 
   void theRestoreNoteSaysWhatIsKept() {
