@@ -315,7 +315,11 @@ void NewsTest::the_battery_level_shows_one_two_or_three_bars() {
 void NewsTest::an_equal_charging_status_changes_nothing() {
   Connected fixture;
   fixture.charging(0);
-  QCOMPARE(fixture.count(MessageID::QueryBatteryLevel), 1U);
+  const std::vector<ScriptedLink::Request> asked{
+      {MessageID::QueryBatteryLevel,
+       PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}})}};
+  QVERIFY(fixture.link.requests == asked);
+  QVERIFY(fixture.link.unansweredWaits.empty());
   QCOMPARE(fixture.battery(), QStringLiteral("battery3"));
   fixture.charging(0);
   QCOMPARE(fixture.count(MessageID::QueryBatteryLevel), 1U);

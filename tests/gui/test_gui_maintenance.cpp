@@ -129,6 +129,15 @@ class MaintenanceTest : public QObject {
     QCOMPARE(tab.findChildren<QWidget*>(name).size(), 1);
   }
 
+  void beforeItIsGivenSettingsItHasEmptyOnes() {
+    const MouseMaintenanceController tab;
+    for (const PropertyList* settings :
+         {&tab.mMaintenanceSettingsDict(), &tab.mMaintenanceDict(), &tab.mDefaultDict(), &tab.mUserSettings()}) {
+      QVERIFY(*settings == PropertyList::dictionary());
+    }
+    QVERIFY(tab.mMouseMaintenanceDelegate() == nullptr && tab.mMaintenanceWindow() == nullptr);
+  }
+
   // --- Sliders
 
   void thePositionsCountFromOneByTheirLabels_data() { addSliderRows(); }
