@@ -51,6 +51,10 @@
         <source>Apply</source>
         <translation>Apply</translation>
     </message>
+    <message id="lkeyApplyTip">
+        <source>Store the light's on/off box in the first profile</source>
+        <translation>Store the light's on/off box in the first profile</translation>
+    </message>
     <message id="lkeyAssignApplication">
         <source>Assign Application…</source>
         <translation>Assign Application…</translation>
@@ -356,8 +360,8 @@
         <translation>Delete Stage</translation>
     </message>
     <message id="lkeyDeviceConnectionDesc">
-        <source>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</source>
-        <translation>Plug in the cable or the wireless receiver and switch the mouse on. Until then the default settings are shown and cannot be changed.</translation>
+        <source>Plug in the cable or the wireless receiver and switch the mouse on. Until then the settings cannot be changed.</source>
+        <translation>Plug in the cable or the wireless receiver and switch the mouse on. Until then the settings cannot be changed.</translation>
     </message>
     <message id="lkeyDeviceConnectionTitle">
         <source>No mouse connected</source>
@@ -680,8 +684,8 @@
         <translation>Light</translation>
     </message>
     <message id="lkeyLightAppliedNote">
-        <source>Takes effect with Apply</source>
-        <translation>Takes effect with Apply</translation>
+        <source>Takes effect with Apply, in the first profile</source>
+        <translation>Takes effect with Apply, in the first profile</translation>
     </message>
     <message id="lkeyLightColor">
         <source>Colour</source>
@@ -1150,6 +1154,10 @@
     <message id="lkeyStagesTitle">
         <source>Sensitivity Stages</source>
         <translation>Sensitivity Stages</translation>
+    </message>
+    <message id="lkeyStateDeviceGone">
+        <source>No mouse connected. Plug in the cable or the wireless receiver to change your settings.</source>
+        <translation>No mouse connected. Plug in the cable or the wireless receiver to change your settings.</translation>
     </message>
     <message id="lkeyStateNoDevice">
         <source>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</source>

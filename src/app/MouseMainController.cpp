@@ -224,6 +224,7 @@ void MouseMainController::loadDictionariesWithDefaultDict() {
   profilesArray = defaultSettingsDict[keys::Profiles].arrayOrEmpty();
   defaultProfileDict = profilesArray.at(0).dictionaryOrEmpty();
   macrosArray = defaultSettingsDict[keys::Macros].arrayOrEmpty();
+  mShowsDefaults = true;
 }
 
 void MouseMainController::loadLatestSettings() {
@@ -239,6 +240,7 @@ void MouseMainController::updateToLatestSettings(const PropertyList& bundle) {
   profilesArray = bundle[keys::Profiles].arrayOrEmpty();
   defaultProfileDict = profilesArray.at(deviceSettingsDict[keys::ActiveProfile].toInt64()).dictionaryOrEmpty();
   macrosArray = bundle[keys::Macros].arrayOrEmpty();
+  mShowsDefaults = false;
 }
 
 void MouseMainController::setProperties() {
@@ -335,7 +337,7 @@ void MouseMainController::setPresence(Presence presence) {
       mWindow.showState(QString());
       break;
     case Presence::NoDevice:
-      mWindow.showState(localized("lkeyStateNoDevice"));
+      mWindow.showState(localized(mShowsDefaults ? "lkeyStateNoDevice" : "lkeyStateDeviceGone"));
       break;
     case Presence::NoEngine:
       mWindow.showState(localized("lkeyStateNoEngine"));

@@ -275,6 +275,7 @@ class MouseMainController : public QObject,
   std::unique_ptr<vorn::VRCDictionaryInspector> mDictionaryInspector;  // stays empty
   bool mMessagePortRunning = false;
 
+  bool mShowsDefaults = false;  // the working copy comes from the default file
   vorn::PropertyList mChangeNote;
 
   // Last, so that the threads end before anything that they use goes.

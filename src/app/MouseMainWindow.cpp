@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QFont>
 #include <QWindow>
+#include <initializer_list>
 
 #include "platform/Images.h"
 #include "ui_MouseMainWindow.h"
@@ -28,7 +29,8 @@ MouseMainWindow::~MouseMainWindow() = default;
 
 void MouseMainWindow::showProfileName(const QString& name) {
   mUi->mHeaderProfileName->setText(name);
-  for (QWidget* part : {mUi->mHeaderProfileCaption, mUi->mHeaderProfileDot, mUi->mHeaderProfileName}) {
+  for (QWidget* part :
+       std::initializer_list<QWidget*>{mUi->mHeaderProfileCaption, mUi->mHeaderProfileDot, mUi->mHeaderProfileName}) {
     part->setVisible(!name.isEmpty());
   }
 }

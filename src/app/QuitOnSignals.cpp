@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <cerrno>
 #include <csignal>
 #include <cstdint>
 
@@ -17,8 +18,10 @@ constexpr int signalsToQuit[] = {SIGTERM, SIGINT, SIGHUP};
 volatile sig_atomic_t eventDescriptor = -1;
 
 extern "C" void noteSignal(int) {
+  const int interrupted = errno;
   const std::uint64_t one = 1;
   [[maybe_unused]] const auto written = write(eventDescriptor, &one, sizeof one);
+  errno = interrupted;
 }
 
 int openEvent() {

@@ -28,6 +28,7 @@ class Vorn_ConfiguratorAppDelegate : public QObject {
 
   MouseMainController& mMouseMainController() { return mHub; }
 
+  void applicationWillFinishLaunching() {}  // nothing is to be done so early
   // Shows the window and returns; the start-up goes on from the event loop when the window has been painted.
   void applicationDidFinishLaunching(const LaunchInformation& launch);
   void applicationWillResignActive();

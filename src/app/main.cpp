@@ -155,6 +155,7 @@ int main(int argc, char** argv) {
     QObject::connect(&delegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, &window,
                      [&] { QTimer::singleShot(pictureDelay, &window, [&] { savePicture(window, line.picture); }); });
   }
+  delegate.applicationWillFinishLaunching();
   delegate.applicationDidFinishLaunching(line.launch);
   const int status = QApplication::exec();
   frontWindow = nullptr;

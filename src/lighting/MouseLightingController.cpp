@@ -183,7 +183,7 @@ void MouseLightingController::updatePreview() {
     light.effect = choice->shown;
     words << cell->text();
   }
-  if (light.effect == LightPreview::Effect::FixedColor) words << hex;
+  if (light.effect == LightPreview::Effect::FixedColor && color.isValid()) words << hex;
   const int position = mUi->mBrightnessValue->value();
   if (mUi->mMain->isChecked()) {
     light.strength =

@@ -8,6 +8,7 @@
 
 #include "HubFixture.h"
 #include "app/NamedImageView.h"
+#include "widgets/BusyIndicator.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -31,6 +32,35 @@ PropertyList source(const char* application) {
 PropertyList queryAnswer(int messageID, std::initializer_list<PropertyList::Pair> entries = {}) {
   return PropertyList::dictionary({{"MessageID", messageID}}).merging(PropertyList::dictionary(entries));
 }
+
+// Sleeps that no thread wakes from, but for the charging animation's, which pass one by one when the test says so.
+struct ChargingSteps {
+  StoppableSleep sleep() {
+    return [this](std::stop_token stop, std::chrono::milliseconds interval) {
+      std::unique_lock lock(mutex);
+      const bool isOurs = interval == std::chrono::seconds(1);
+      if (isOurs) threads.insert(std::this_thread::get_id());
+      changed.wait(lock, stop, [&] { return isOurs && permits > 0; });
+      if (stop.stop_requested()) return false;
+      --permits;
+      return true;
+    };
+  }
+  void letOnePass() {
+    const std::lock_guard lock(mutex);
+    ++permits;
+    changed.notify_all();
+  }
+  std::size_t threadCount() {
+    const std::lock_guard lock(mutex);
+    return threads.size();
+  }
+
+  std::mutex mutex;
+  std::condition_variable_any changed;
+  int permits = 0;
+  std::set<std::thread::id> threads;
+};
 
 struct Connected : HubFixture {
   Connected() {
@@ -74,9 +104,12 @@ class NewsTest : public QObject {
   void an_equal_charging_status_changes_nothing();
   void after_a_removal_the_first_charging_status_is_handled_again();
   void charging_steps_the_icon_once_a_second_and_stops_on_battery();
+  void a_removal_ends_the_charging_animation();
   void no_battery_clears_the_icon();
   void a_step_of_the_animation_follows_the_current_picture_data();
   void a_step_of_the_animation_follows_the_current_picture();
+  void the_firmware_indicator_turns_from_the_query_to_its_answer_data();
+  void the_firmware_indicator_turns_from_the_query_to_its_answer();
   void a_failing_firmware_answer_without_a_version_keeps_the_query_running();
   void a_failing_firmware_answer_with_a_version_ends_the_query_and_shows_nothing();
   void connection_and_battery_are_told_in_words();
@@ -221,6 +254,10 @@ void NewsTest::a_removal_disables_the_tabs_and_shows_the_connection_sheet() {
   fixture.notifications.log.clear();
   fixture.notifications.post("Device Removed 273", "", {});
   QVERIFY(fixture.isShown("mDeviceConnectionWindow"));
+  // The settings shown are still the user's own.
+  QCOMPARE(fixture.profile(), QStringLiteral("Work"));
+  QVERIFY(fixture.window.ui().mStateStrip->isVisible());
+  QCOMPARE(fixture.text("mStateStrip"), localized("lkeyStateDeviceGone"));
   QCOMPARE(fixture.text("mFirmwareVersion"), QStringLiteral("-"));
   QVERIFY(fixture.battery().isEmpty());
   QVERIFY(fixture.connectivity().isEmpty());
@@ -278,7 +315,11 @@ void NewsTest::the_battery_level_shows_one_two_or_three_bars() {
 void NewsTest::an_equal_charging_status_changes_nothing() {
   Connected fixture;
   fixture.charging(0);
-  QCOMPARE(fixture.count(MessageID::QueryBatteryLevel), 1U);
+  const std::vector<ScriptedLink::Request> asked{
+      {MessageID::QueryBatteryLevel,
+       PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}})}};
+  QVERIFY(fixture.link.requests == asked);
+  QVERIFY(fixture.link.unansweredWaits.empty());
   QCOMPARE(fixture.battery(), QStringLiteral("battery3"));
   fixture.charging(0);
   QCOMPARE(fixture.count(MessageID::QueryBatteryLevel), 1U);
@@ -296,28 +337,9 @@ void NewsTest::after_a_removal_the_first_charging_status_is_handled_again() {
 }
 
 void NewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
-  // Every thread waits here until the test lets a sleep of one second pass.
-  struct {
-    std::mutex mutex;
-    std::condition_variable_any changed;
-    int permits = 0;
-    std::set<std::thread::id> threads;
-  } charging;
+  ChargingSteps steps;
   HubFixture fixture;
-  fixture.sleep = [&charging](std::stop_token stop, std::chrono::milliseconds interval) {
-    std::unique_lock lock(charging.mutex);
-    const bool isOurs = interval == std::chrono::seconds(1);
-    if (isOurs) charging.threads.insert(std::this_thread::get_id());
-    charging.changed.wait(lock, stop, [&] { return isOurs && charging.permits > 0; });
-    if (stop.stop_requested()) return false;
-    --charging.permits;
-    return true;
-  };
-  const auto letOnePass = [&] {
-    const std::lock_guard lock(charging.mutex);
-    ++charging.permits;
-    charging.changed.notify_all();
-  };
+  fixture.sleep = steps.sleep();
   fixture.startConnected(oldBundle());
   auto* battery = fixture.window.ui().mBattery;
   const auto shows = [&](const char* picture) {
@@ -329,21 +351,39 @@ void NewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
   status(1);
   QVERIFY(shows("battery"));  // the first step comes at once
   for (const char* picture : {"battery1", "battery2", "battery3", "battery"}) {
-    letOnePass();
+    steps.letOnePass();
     QVERIFY(shows(picture));
   }
   status(1);
-  {
-    const std::lock_guard lock(charging.mutex);
-    QCOMPARE(charging.threads.size(), std::size_t{1});
-  }
+  QCOMPARE(steps.threadCount(), std::size_t{1});
   status(0);
   QCOMPARE(fixture.link.requests.back().messageID, MessageID::QueryBatteryLevel);
   fixture.notifications.post("commandReplyNotification273", "", queryAnswer(15, {{"BatteryPercentLevel", 50}}));
   QCOMPARE(battery->imageName(), QStringLiteral("battery2"));
-  letOnePass();
+  steps.letOnePass();
   QTest::qWait(0);
   QCOMPARE(battery->imageName(), QStringLiteral("battery2"));
+}
+
+void NewsTest::a_removal_ends_the_charging_animation() {
+  ChargingSteps steps;
+  HubFixture fixture;
+  fixture.sleep = steps.sleep();
+  fixture.startConnected(oldBundle());
+  auto* battery = fixture.window.ui().mBattery;
+  const auto charges = [&] {
+    fixture.notifications.post("commandReplyNotification273", "", queryAnswer(16, {{"DeviceChargingStatus", 1}}));
+  };
+  charges();
+  QTRY_COMPARE(battery->imageName(), QStringLiteral("battery"));
+  QTRY_COMPARE(steps.threadCount(), std::size_t{1});
+  fixture.notifications.post("Device Removed 273", "", {});
+  QCOMPARE(battery->imageName(), QString());
+  // The thread ended with its animation: the next charging has one of its own, which begins with a step at once.
+  charges();
+  QTRY_COMPARE(battery->imageName(), QStringLiteral("battery"));
+  steps.letOnePass();
+  QTRY_COMPARE(battery->imageName(), QStringLiteral("battery1"));
 }
 
 void NewsTest::a_step_of_the_animation_follows_the_current_picture_data() {
@@ -409,6 +449,26 @@ void NewsTest::connection_and_battery_are_told_in_words() {
   // The level of the mouse that went says nothing about the next one.
   fixture.charging(1);
   QTRY_COMPARE(words(battery), QStringLiteral("Battery charging"));
+}
+
+void NewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer_data() {
+  QTest::addColumn<int>("status");
+  QTest::newRow("known") << 0;
+  QTest::newRow("failed") << 1;
+}
+
+void NewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer() {
+  QFETCH(int, status);
+  Connected fixture;
+  const auto* indicator = fixture.window.findChild<BusyIndicator*>(QStringLiteral("mFirmwareVersionIndicator"));
+  QVERIFY(!indicator->isRunning());
+  fixture.hub().setDriverVersions();
+  QVERIFY(indicator->isRunning() && !indicator->isHidden());
+  fixture.reply(queryAnswer(14, {{"ReturnStatus", status}, {"FirmwareVersion", "1.04"}}));
+  QVERIFY(!indicator->isRunning() && indicator->isHidden());
+  // Known now, so neither asked for nor waited for.
+  fixture.hub().setDriverVersions();
+  QVERIFY(!indicator->isRunning());
 }
 
 void NewsTest::a_failing_firmware_answer_without_a_version_keeps_the_query_running() {

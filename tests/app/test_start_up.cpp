@@ -104,6 +104,7 @@ class StartUpTest : public QObject {
   void any_non_zero_return_status_means_registered();
   void a_refused_registration_shows_the_first_default_profile_disabled_and_the_connection_sheet();
   void an_unanswered_registration_shows_the_defaults_disabled_and_reports_a_communication_error();
+  void the_strip_speaks_of_default_settings_only_where_they_are_shown();
   void an_answer_that_is_an_empty_dictionary_counts_as_refused();
   void in_every_outcome_the_news_and_the_query_answers_are_observed_data();
   void in_every_outcome_the_news_and_the_query_answers_are_observed();
@@ -258,6 +259,8 @@ void StartUpTest::a_refused_registration_shows_the_first_default_profile_disable
   QVERIFY(fixture.hub().mMacrosArray() == factorySettings()[keys::Macros]);
   QVERIFY(fixture.hub().mDeviceSettingsDict() == PropertyList::dictionary());
   QCOMPARE(fixture.hub().mFirmwareVersionString(), std::string("-"));
+  QCOMPARE(fixture.text("mFirmwareVersion"), QStringLiteral("-"));
+  QCOMPARE(fixture.text("mDriverVersion"), QStringLiteral("-"));
   QCOMPARE(fixture.enabledPages(), QStringList());
   QVERIFY(fixture.isShown("mDeviceConnectionWindow"));
   QVERIFY(!fixture.isShown("mRestoringStateWindow"));
@@ -267,6 +270,16 @@ void StartUpTest::a_refused_registration_shows_the_first_default_profile_disable
   fixture.sheet("mDeviceConnectionWindow")->findChild<QAbstractButton*>(QStringLiteral("mDeviceConnectionOK"))->click();
   QVERIFY(!fixture.isShown("mDeviceConnectionWindow"));
   QVERIFY(fixture.window.ui().mStateStrip->isVisible());
+}
+
+void StartUpTest::the_strip_speaks_of_default_settings_only_where_they_are_shown() {
+  HubFixture fixture;
+  fixture.link.answer(MessageID::RegisterDevice, statusAnswer(false));
+  fixture.link.answer(MessageID::UpdateProfile, changeAnswer(bundleWith({"Mine"})));
+  fixture.start({});
+  QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Mine"));
+  QCOMPARE(fixture.window.ui().mStateStrip->text(), localized("lkeyStateDeviceGone"));
+  QCOMPARE(fixture.enabledPages(), QStringList());
 }
 
 void StartUpTest::an_unanswered_registration_shows_the_defaults_disabled_and_reports_a_communication_error() {
@@ -312,16 +325,10 @@ void StartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed()
   if (outcome < 2) fixture.link.answer(MessageID::RegisterDevice, statusAnswer(outcome == 0));
   if (outcome == 0) fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Work"})));
   fixture.start({});
-  const std::vector<std::string> expected{"SingleKeyEvent273",
-                                          "MacroSequence273",
-                                          "SingleKeyEvent1050",
-                                          "commandReplyNotification273",
-                                          "Device Attached 273",
-                                          "Device Removed 273",
-                                          "Profile Updated 273",
-                                          "DPI Updated 273",
-                                          "Keymap Updated 273",
-                                          "Device Attached 0"};
+  const std::vector<std::string> expected{
+      "SingleKeyEvent273",   "MacroSequence273",   "SingleKeyEvent1050",  "commandReplyNotification273",
+      "Device Attached 273", "Device Removed 273", "Profile Updated 273", "DPI Updated 273",
+      "Keymap Updated 273",  "Device Attached 0"};
   QVERIFY(fixture.notifications.observed() == expected);
   QCOMPARE(fixture.hub().mDevicePID(), 273U);
   QVERIFY(fixture.hub().mIsWiredDevice());

@@ -47,6 +47,7 @@ class WindowTest : public QObject {
   void the_six_tabs_stand_in_their_order();
   void selecting_a_tab_by_index_shows_it_and_sends_nothing();
   void everything_fits_at_the_least_size_of_the_window();
+  void a_profile_name_of_any_length_does_not_widen_the_window();
   void the_community_buttons_open_one_address_each();
   void looking_for_updates_opens_the_support_page();
   void the_help_button_opens_the_first_page_of_the_help_book();
@@ -134,6 +135,16 @@ void WindowTest::everything_fits_at_the_least_size_of_the_window() {
   QCOMPARE(fixture.window.size(), QSize(1024, 680));
   QVERIFY(fixture.window.minimumSizeHint().width() <= 1024);
   QVERIFY(fixture.window.minimumSizeHint().height() <= 680);
+}
+
+void WindowTest::a_profile_name_of_any_length_does_not_widen_the_window() {
+  HubFixture fixture;
+  const std::string name = "<b>" + std::string(300, 'W');
+  fixture.startConnected(bundleWith({name}));
+  QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QString::fromStdString(name));
+  QCOMPARE(fixture.window.ui().mHeaderProfileName->textFormat(), Qt::PlainText);
+  const QLayout* content = fixture.window.ui().MouseMainViewController->layout();
+  QVERIFY2(content->minimumSize().width() <= 1024, qPrintable(QString::number(content->minimumSize().width())));
 }
 
 void WindowTest::looking_for_updates_opens_the_support_page() {

@@ -129,6 +129,15 @@ class MaintenanceTest : public QObject {
     QCOMPARE(tab.findChildren<QWidget*>(name).size(), 1);
   }
 
+  void beforeItIsGivenSettingsItHasEmptyOnes() {
+    const MouseMaintenanceController tab;
+    for (const PropertyList* settings :
+         {&tab.mMaintenanceSettingsDict(), &tab.mMaintenanceDict(), &tab.mDefaultDict(), &tab.mUserSettings()}) {
+      QVERIFY(*settings == PropertyList::dictionary());
+    }
+    QVERIFY(tab.mMouseMaintenanceDelegate() == nullptr && tab.mMaintenanceWindow() == nullptr);
+  }
+
   // --- Sliders
 
   void thePositionsCountFromOneByTheirLabels_data() { addSliderRows(); }
@@ -307,17 +316,22 @@ class MaintenanceTest : public QObject {
   }
 
   void anAlertThatOutlivesTheTabRestoresNothing() {
+    struct Recorder : MouseMaintenanceDelegate {
+      void updateValueForSetting(const PropertyList& settings) override { updates.push_back(settings); }
+      Updates updates;
+    } recorder;
     QWidget window;
-    Updates updates;
     {
       MouseMaintenanceController tab;
       tab.setMMaintenanceWindow(&window);
+      tab.setMMouseMaintenanceDelegate(&recorder);
       tab.clickRestoreSettings();
     }
     auto* alert = window.findChild<QMessageBox*>(QStringLiteral("alert"));
     QVERIFY(alert != nullptr);
     QTest::keyClick(alert, Qt::Key_Return);
     QTRY_VERIFY(window.findChild<QMessageBox*>(QStringLiteral("alert")) == nullptr);
+    QVERIFY(recorder.updates.empty());
   }
 
   void theRestoreNoteSaysWhatIsKept() {
