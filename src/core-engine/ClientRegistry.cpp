@@ -1,5 +1,6 @@
 #include "core-engine/ClientRegistry.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vorn::engine {
@@ -13,6 +14,17 @@ void ClientRegistry::add(Client client) {
 
 bool ClientRegistry::release(std::string_view sender) {
   return std::erase_if(mClients, [&](const Client& client) { return client.sender == sender; }) > 0;
+}
+
+void ClientRegistry::readsSettings(std::string_view replyPort) {
+  for (Client& client : mClients) {
+    if (client.replyPort == replyPort) client.showsDefaults = false;
+  }
+}
+
+bool ClientRegistry::showsDefaults(std::string_view replyPort) const {
+  return std::ranges::any_of(
+      mClients, [&](const Client& client) { return client.replyPort == replyPort && client.showsDefaults; });
 }
 
 const std::vector<Client>& ClientRegistry::present() {

@@ -16,6 +16,8 @@ struct Client {
   std::string sender;          // unique bus name of its connection
   std::string replyPort;       // name of its message port
   std::int32_t productID = 0;  // the product that it registered for
+  // It was told that no mouse is connected and has read no settings since: what it shows are defaults of its own.
+  bool showsDefaults = false;
   friend bool operator==(const Client&, const Client&) = default;
 };
 
@@ -29,6 +31,9 @@ class ClientRegistry {
   void add(Client client);
   // Forgets the registrations of this connection. False when it had none.
   bool release(std::string_view sender);
+  // The client with this port reads the settings.
+  void readsSettings(std::string_view replyPort);
+  bool showsDefaults(std::string_view replyPort) const;
   // The registrations whose ports exist now, the oldest first.
   const std::vector<Client>& present();
 

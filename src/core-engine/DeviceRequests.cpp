@@ -23,8 +23,9 @@ Answer registerDevice(EngineParts& parts, const Request& request) {
     return registered(false);
   }
   // Without a port there is nobody to tell anything to.
-  if (!request.replyPort().empty()) parts.clients.add({request.sender, request.replyPort(), product});
-  return registered(parts.device.isPresent());
+  const bool isPresent = parts.device.isPresent();
+  if (!request.replyPort().empty()) parts.clients.add({request.sender, request.replyPort(), product, !isPresent});
+  return registered(isPresent);
 }
 
 Answer releaseDevice(EngineParts& parts, const Request& request) {

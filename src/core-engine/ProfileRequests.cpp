@@ -30,6 +30,10 @@ Answer changeProfiles(EngineParts& parts, const Request& request, std::string_vi
   if (!provideSettings(parts, request, {})) {
     return PropertyList::dictionary({{replyKeys::ReturnStatus, statusValue(ReturnStatus::NoSettings)}});
   }
+  // What such a client sends comes from its own default settings and would overwrite the user's.
+  if (parts.clients.showsDefaults(request.replyPort())) {
+    return PropertyList::dictionary({{replyKeys::ReturnStatus, statusValue(ReturnStatus::NoMouse)}});
+  }
   ProfileChange result;
   const auto outcome = parts.store.apply([&](const PropertyList& bundle) {
     result = change(bundle);

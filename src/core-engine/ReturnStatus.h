@@ -14,6 +14,7 @@ enum class ReturnStatus : std::int32_t {
   TooLarge = 5,       // a record beyond the limits of RecordLimits.h
   PartlyRefused = 6,  // some values were unusable; the others are in force
   NotRunning = 7,     // the client has no recording or capture, or nothing was recorded
+  NoMouse = 8,        // the client was told that no mouse is connected, and has read no settings since
 };
 
 }  // namespace vorn::engine

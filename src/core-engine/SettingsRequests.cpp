@@ -19,6 +19,7 @@ bool provideSettings(EngineParts& parts, const Request& request, const std::stri
 
 Answer getAllSettings(EngineParts& parts, const Request& request) {
   if (!provideSettings(parts, request, {})) return PropertyList::dictionary({{replyKeys::ReturnStatus, 1}});
+  parts.clients.readsSettings(request.replyPort());
   return PropertyList::dictionary({{replyKeys::AllDevSettings, parts.store.bundle()}, {replyKeys::ReturnStatus, 0}});
 }
 

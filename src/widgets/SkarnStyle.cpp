@@ -433,6 +433,8 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
   switch (hint) {
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_ComboBox_AllowWheelScrolling:
       return 0;
     case SH_Slider_AbsoluteSetButtons:
       // A click on the track moves the handle there.

@@ -32,6 +32,19 @@ TEST_F(ClientRegistryTest, HoldsTheLatestRegistrationOfAPort) {
   EXPECT_EQ(registry.present(), Clients{restarted});
 }
 
+TEST_F(ClientRegistryTest, KnowsWhoShowsDefaultsUntilItReadsTheSettings) {
+  registry.add(configurator);
+  registry.add({":1.6", "ToolPort", 0, true});
+  EXPECT_FALSE(registry.showsDefaults("ConfiguratorPort"));
+  EXPECT_TRUE(registry.showsDefaults("ToolPort"));
+  EXPECT_FALSE(registry.showsDefaults("OtherPort"));
+  EXPECT_FALSE(registry.showsDefaults(""));
+  registry.readsSettings("OtherPort");
+  EXPECT_TRUE(registry.showsDefaults("ToolPort"));
+  registry.readsSettings("ToolPort");
+  EXPECT_FALSE(registry.showsDefaults("ToolPort"));
+}
+
 TEST_F(ClientRegistryTest, ForgetsThoseWhoReleased) {
   registry.add(configurator);
   registry.add(tool);

@@ -117,6 +117,19 @@ TEST(ProfileRequests, AnswerWithTheOldSettingsWhenTheDiskIsFull) {
   }
 }
 
+TEST(ProfileRequests, OfAClientThatShowsDefaultsForWantOfAMouseChangeNothing) {
+  for (const Example& example : examples()) {
+    Engine engine;
+    engine.device.setConnection(Device::Connection::Absent);
+    EXPECT_EQ(engine.answerTo(MessageID::RegisterDevice, {}), dictionary({{"ReturnStatus", false}}));
+    EXPECT_EQ(engine.answerTo(example.messageID, example.body), dictionary({{"ReturnStatus", 8}}));
+    EXPECT_EQ(engine.stored(), oneAndTwo);
+    // Once it has read the settings, it shows the user's.
+    engine.answerTo(MessageID::GetAllSettings, {});
+    EXPECT_EQ(engine.answerTo(example.messageID, example.body), answer(example.after));
+  }
+}
+
 TEST(ProfileRequests, BeginWithTheDefaultSettings) {
   for (const Example& example : examples()) {
     Engine engine{PropertyList()};

@@ -69,6 +69,24 @@ class LightingWithEngineTest : public QObject {
     QCOMPARE(open.setting(keys::ScrollLED).toInt(), 1);
   }
 
+  void a_start_without_a_mouse_leaves_the_stored_light_alone() {
+    {
+      OpenLighting open;
+      open.click(open.cell("mSpectrumCyclingCell"));
+      QCOMPARE(open.setting(keys::LEDEffects).toInt(), 4);
+    }
+    QVERIFY(VirtualMouse::unplug());
+    OpenWindow open;
+    QVERIFY(open.asksForTheMouse());
+    // What was sent back stood in the default settings; the engine knows better.
+    QCOMPARE(open.startUpdates(), 2);
+    QCOMPARE(open.setting(keys::LEDEffects).toInt(), 0);
+    QVERIFY(VirtualMouse::plug("wired"));
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    QCOMPARE(open.setting(keys::LEDEffects).toInt(), 4);
+    QCOMPARE(open.profileUpdates(), 0);
+  }
+
   void every_step_of_the_brightness_is_kept() {
     {
       OpenLighting open;
