@@ -38,11 +38,17 @@ int MousePerformanceController::lastDpiY = 0;
 
 MousePerformanceController::MousePerformanceController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MousePerformanceController>()) {
-  lastDpiX = 0;
-  lastDpiY = 0;
   mUi->setupUi(this);
   createStagesSheet();
   connectControls();
+  awakeFromNib();
+}
+
+void MousePerformanceController::awakeFromNib() {
+  lastDpiX = 0;
+  lastDpiY = 0;
+  performanceSettingsDict = PropertyList::dictionary();
+  deviceSettingsDict = PropertyList::dictionary();
   showStageChips();
 }
 

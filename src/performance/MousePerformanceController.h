@@ -67,6 +67,7 @@ class MousePerformanceController : public QWidget {
   static std::optional<int> indexForPollingRateValue(int value);
 
  private:
+  void awakeFromNib();
   void connectControls();
   void send(const vorn::PropertyList& settings);
   void updateValue(int value, std::string_view forSetting);
@@ -116,7 +117,8 @@ class MousePerformanceController : public QWidget {
   void reloadStagesTable();
   void replaceSelectedStage(const vorn::PropertyList& stage);
   void showStageEditors();
-  void showStageButtons();
+  // The number of stages. Enables what can be done with as many, and with the selected one.
+  int numberOfRowsInTableView();
 
   std::unique_ptr<Ui::MousePerformanceController> mUi;
   QPointer<QDialog> mSensitivityStagesView;  // lies on a window that may go first
@@ -131,8 +133,8 @@ class MousePerformanceController : public QWidget {
   static int lastDpiX;
   static int lastDpiY;
 
-  vorn::PropertyList performanceSettingsDict = vorn::PropertyList::dictionary();
-  vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
+  vorn::PropertyList performanceSettingsDict;
+  vorn::PropertyList deviceSettingsDict;
   vorn::PropertyList mStagesArray = vorn::PropertyList::array();
   MousePerformanceDelegate* mousePerformanceDelegate = nullptr;
   QPointer<QWidget> performanceWindow;
