@@ -322,6 +322,21 @@ class PerformanceChangesTest : public QObject {
     COMPARE_REQUESTS(open);
   }
 
+  void aSheetThatOpensDuringADragEndsIt() {
+    PerformanceTab open;
+    open.press("mXDpiSlider", 800);
+    open.drag("mXDpiSlider", 2000);
+    const int x = open.value("mXDpiSlider");
+    QDialog sheet(&open.window);
+    sheet.setWindowModality(Qt::WindowModal);
+    sheet.open();
+    QVERIFY(!open.slider("mXDpiSlider")->isSliderDown());
+    COMPARE_REQUESTS(open, axes(x, x));
+    sheet.reject();
+    QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_End);
+    COMPARE_REQUESTS(open, axes(5600, 5600));
+  }
+
   void tickingIndependentAxesRepeatsXUntilTheReload() {
     PerformanceTab open;
     open.click("mEnableIndependentXY");
