@@ -259,12 +259,12 @@ std::unique_ptr<ConfiguratorProcess> startWithoutABus() {
 
 // Each takes its three waits, which last long: for the registration, and for what the first redraw of the Lighting tab
 // sends back. So they wait side by side.
-TEST(ConfiguratorsWithoutAnAnswer, WaitTheirWholeTimesAndEndWhenTheyAreAskedTo) {
-  LonelyConfigurator alone;
+TEST(ConfiguratorsWithoutAnAnswer, WaitTheirWholeTimesStayUsableAndEndWhenTheyAreAskedTo) {
   ConfiguratorWithFakeEngine unanswered({});
   ConfiguratorWithFakeEngine frozen({"on 0 freeze"});
   ConfiguratorWithFakeEngine bereft({"on 0 exit"});
   const auto withoutABus = startWithoutABus();
+  LonelyConfigurator alone;
   // These are asked to end while two of their waits are left.
   const std::vector<std::pair<std::string, ConfiguratorProcess*>> endedEarly = {
       {"an engine that never answers", &unanswered.process},
@@ -281,6 +281,12 @@ TEST(ConfiguratorsWithoutAnAnswer, WaitTheirWholeTimesAndEndWhenTheyAreAskedTo) 
   EXPECT_NE(alone.process.waitFor("request 6: "), "");
   EXPECT_NE(alone.process.waitFor("request 6: "), "");
   EXPECT_NE(alone.process.waitFor("window painted"), "");
+  // It comes to life with the engine, which is on the bus of the last one.
+  const TemporaryFolder folder;
+  const EngineProcess engine(folder.path);
+  EXPECT_NE(alone.process.waitFor("request 4: "), "");
+  EXPECT_NE(alone.process.waitFor("answer 4: "), "");
+  EXPECT_NE(alone.process.waitFor("request 14: "), "");
   EXPECT_EQ(alone.process.quit(), 0);
   for (const auto& [situation, configurator] : endedEarly) {
     SCOPED_TRACE(situation);
