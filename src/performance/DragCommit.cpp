@@ -19,9 +19,10 @@ void DragCommit::schedule() {
   mTimer.start();
 }
 
-void DragCommit::cancel() {
-  mIsPending = false;
+std::optional<int> DragCommit::cancel() {
+  const bool isChosen = std::exchange(mIsPending, false) && !mSlider.isSliderDown();
   mTimer.stop();
+  return isChosen ? std::optional(mSlider.value()) : std::nullopt;
 }
 
 void DragCommit::commitUnlessHeld() {

@@ -4,6 +4,7 @@
 
 #include <QTimer>
 #include <functional>
+#include <optional>
 
 class QSlider;
 
@@ -16,8 +17,9 @@ class DragCommit {
 
   // Asks for a commit. A pending one is replaced: at most one is pending.
   void schedule();
-  // Forgets the pending commit.
-  void cancel();
+  // Forgets the pending commit. Gives the value that it would have committed, unless the slider is still held: its
+  // value is then not chosen yet.
+  std::optional<int> cancel();
 
  private:
   void commitUnlessHeld();

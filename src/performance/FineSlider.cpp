@@ -15,6 +15,11 @@ bool FineSlider::isOnHandle(const QPoint& point) const {
   return style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this).contains(point);
 }
 
+bool FineSlider::event(QEvent* event) {
+  if (event->type() == QEvent::WindowBlocked) setSliderDown(false);
+  return QSlider::event(event);
+}
+
 void FineSlider::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !isOnHandle(event->position().toPoint())) {
     QSlider::mousePressEvent(event);

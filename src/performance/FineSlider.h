@@ -1,6 +1,7 @@
 // A slider with more values than pixels. A press on its handle takes hold of it and leaves the value exactly as it is,
 // where a plain slider would round it to the pixel under the pointer. A notch of the wheel is a single step, with Ctrl
-// or Shift a page step.
+// or Shift a page step. A sheet or an alert that opens over the window ends a drag where it is: the release of the
+// mouse would never arrive.
 #pragma once
 
 #include <QSlider>
@@ -14,6 +15,7 @@ class FineSlider : public QSlider {
   using QSlider::QSlider;
 
  protected:
+  bool event(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 

@@ -38,11 +38,17 @@ int MousePerformanceController::lastDpiY = 0;
 
 MousePerformanceController::MousePerformanceController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MousePerformanceController>()) {
-  lastDpiX = 0;
-  lastDpiY = 0;
   mUi->setupUi(this);
   createStagesSheet();
   connectControls();
+  awakeFromNib();
+}
+
+void MousePerformanceController::awakeFromNib() {
+  lastDpiX = 0;
+  lastDpiY = 0;
+  performanceSettingsDict = PropertyList::dictionary();
+  deviceSettingsDict = PropertyList::dictionary();
   showStageChips();
 }
 
@@ -92,8 +98,11 @@ void MousePerformanceController::updateValue(int value, std::string_view forSett
 }
 
 void MousePerformanceController::xDpiSliderValueChange() {
+  if (lastDpiX != 0 && mUi->mXDpiSlider->value() != lastDpiX) trackX();
+}
+
+void MousePerformanceController::trackX() {
   const int x = mUi->mXDpiSlider->value();
-  if (lastDpiX == 0 || x == lastDpiX) return;
   const bool isIndependent = mUi->mEnableIndependentXY->isChecked();
   if (!isIndependent) {
     setValueSilently(*mUi->mYDpiSlider, x);
@@ -104,11 +113,13 @@ void MousePerformanceController::xDpiSliderValueChange() {
   lastDpiX = x;
 }
 
-// lastDpiY stays that of the settings until they come again.
 void MousePerformanceController::yDpiSliderValueChange() {
-  const int y = mUi->mYDpiSlider->value();
-  if (lastDpiY == 0 || y == lastDpiY) return;
-  mUi->mDpiValue->setText(sensitivityText(mUi->mXDpiSlider->value(), y, true));
+  if (lastDpiY != 0 && mUi->mYDpiSlider->value() != lastDpiY) trackY();
+}
+
+// lastDpiY stays that of the settings until they come again.
+void MousePerformanceController::trackY() {
+  mUi->mDpiValue->setText(sensitivityText(mUi->mXDpiSlider->value(), mUi->mYDpiSlider->value(), true));
   mYCommit->schedule();
 }
 
@@ -161,17 +172,30 @@ void MousePerformanceController::populateUISettings() {
   mUi->mPollingRate->setCurrentIndex(-1);
 }
 
-void MousePerformanceController::dropPendingCommits() {
-  mXCommit->cancel();
-  mYCommit->cancel();
+MousePerformanceController::ChosenAxes MousePerformanceController::takePendingCommits() {
+  return {mXCommit->cancel(), mYCommit->cancel()};
+}
+
+void MousePerformanceController::restorePendingCommits(const ChosenAxes& chosen) {
+  if (chosen.x && lastDpiX != 0 && *chosen.x != mUi->mXDpiSlider->value()) {
+    setValueSilently(*mUi->mXDpiSlider, *chosen.x);
+    trackX();
+  }
+  // Axes that are locked by now have the value of X.
+  if (chosen.y && mUi->mEnableIndependentXY->isChecked() && lastDpiY != 0 && *chosen.y != mUi->mYDpiSlider->value()) {
+    setValueSilently(*mUi->mYDpiSlider, *chosen.y);
+    trackY();
+  }
 }
 
 void MousePerformanceController::updateUISettings() {
   if (performanceSettingsDict.isNone()) return;
-  dropPendingCommits();
+  const ChosenAxes chosen = takePendingCommits();
+  const QString profileName = textOf(performanceSettingsDict, keys::ProfileName);
+  const bool isSameProfile = profileName == mUi->mProfileNameLabel->text();
   loadStagesArray();
   showStageChips();
-  mUi->mProfileNameLabel->setText(textOf(performanceSettingsDict, keys::ProfileName));
+  mUi->mProfileNameLabel->setText(profileName);
 
   const std::optional<int> x = numberOf(performanceSettingsDict, keys::DPIX);
   const std::optional<int> y = numberOf(performanceSettingsDict, keys::DPIY);
@@ -182,17 +206,20 @@ void MousePerformanceController::updateUISettings() {
   showAxes(numberOf(performanceSettingsDict, keys::IndependentXYOn).value_or(0) != 0, x, y);
   mUi->mEnableOnTheFly->setChecked(numberOf(performanceSettingsDict, keys::SensitivityOSDOn).value_or(0) != 0);
   showPointer();
+  // What was chosen for one profile is not meant for another.
+  if (isSameProfile) restorePendingCommits(chosen);
 }
 
 void MousePerformanceController::updateDPISliders(const PropertyList& sensitivity) {
   if (sensitivity.isNone()) return;
-  dropPendingCommits();
+  const ChosenAxes chosen = takePendingCommits();
   const std::optional<int> x = numberOf(sensitivity, newsKeys::DPIValue);
   const std::optional<int> y = numberOf(sensitivity, newsKeys::DPIYValue);
   if (x) setValueSilently(*mUi->mXDpiSlider, *x);
   if (y) setValueSilently(*mUi->mYDpiSlider, *y);
   const bool isIndependent = x != y || numberOf(sensitivity, keys::IndependentXYOn) == 1;
   showAxes(isIndependent, x.value_or(mUi->mXDpiSlider->value()), y.value_or(mUi->mYDpiSlider->value()));
+  restorePendingCommits(chosen);
 }
 
 // While the axes are independent the sliders say what they are, and the given values only whether there are any.
@@ -240,8 +267,11 @@ void MousePerformanceController::showPointer() {
 
 void MousePerformanceController::enableControlsState(bool enabled) {
   mIsEnabled = enabled;
-  // A slider that is disabled is let go.
-  if (!enabled) dropPendingCommits();
+  if (!enabled) {
+    // A slider that is disabled is let go, and without a mouse nothing is sent.
+    takePendingCommits();
+    if (mSensitivityStagesView && mSensitivityStagesView->isVisible()) mSensitivityStagesView->reject();
+  }
   for (QWidget* control : std::initializer_list<QWidget*>{
            mUi->mSensitivityStages, mUi->mXDpiSlider, mUi->mYDpiSlider, mUi->mEnableIndependentXY, mUi->mEnableOnTheFly,
            mUi->mEnableAcceleration, mUi->mAccelerationSlider, mUi->mPollingRate}) {

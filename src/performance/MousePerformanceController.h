@@ -4,10 +4,12 @@
 //
 // Only what the user does is sent. A drag of a sensitivity slider shows its values on the way and is sent once, when
 // the slider is let go; each step of a key or of the wheel is sent. A redraw shows what the settings say, also under a
-// slider that is being dragged, and drops what was not sent yet: the slider then holds nothing of the user's.
+// slider that is being dragged: that drag is dropped, and the slider holds nothing of the user's then. A value that was
+// let go and waits to be sent outlives a redraw of the same profile and is sent after it.
 //
 // The stages are edited in a sheet, on a working copy of the profile's stages. OK sends the copy and makes the selected
-// stage the current one; Cancel drops the copy. A redraw begins a new copy, also while the sheet is open.
+// stage the current one; Cancel drops the copy. A redraw begins a new copy, also while the sheet is open. Disabling the
+// tab cancels the sheet.
 #pragma once
 
 #include <QPointer>
@@ -65,6 +67,7 @@ class MousePerformanceController : public QWidget {
   static std::optional<int> indexForPollingRateValue(int value);
 
  private:
+  void awakeFromNib();
   void connectControls();
   void send(const vorn::PropertyList& settings);
   void updateValue(int value, std::string_view forSetting);
@@ -79,7 +82,18 @@ class MousePerformanceController : public QWidget {
   void accelerationSliderValueChange();
   void selectPollingRateValue(int index);
 
-  void dropPendingCommits();
+  // Values of the sliders that the user has chosen and that are not sent yet.
+  struct ChosenAxes {
+    std::optional<int> x;
+    std::optional<int> y;
+  };
+  // Takes what waits to be sent.
+  ChosenAxes takePendingCommits();
+  // Lets it wait again, where the sliders do not say the same by now.
+  void restorePendingCommits(const ChosenAxes& chosen);
+  void trackX();
+  void trackY();
+
   void showAxes(bool isIndependent, std::optional<int> x, std::optional<int> y);
   void showStageChips();
   void showPointer();
@@ -103,7 +117,8 @@ class MousePerformanceController : public QWidget {
   void reloadStagesTable();
   void replaceSelectedStage(const vorn::PropertyList& stage);
   void showStageEditors();
-  void showStageButtons();
+  // The number of stages. Enables what can be done with as many, and with the selected one.
+  int numberOfRowsInTableView();
 
   std::unique_ptr<Ui::MousePerformanceController> mUi;
   QPointer<QDialog> mSensitivityStagesView;  // lies on a window that may go first
@@ -118,8 +133,8 @@ class MousePerformanceController : public QWidget {
   static int lastDpiX;
   static int lastDpiY;
 
-  vorn::PropertyList performanceSettingsDict = vorn::PropertyList::dictionary();
-  vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
+  vorn::PropertyList performanceSettingsDict;
+  vorn::PropertyList deviceSettingsDict;
   vorn::PropertyList mStagesArray = vorn::PropertyList::array();
   MousePerformanceDelegate* mousePerformanceDelegate = nullptr;
   QPointer<QWidget> performanceWindow;

@@ -37,7 +37,7 @@ void MousePerformanceController::createStagesSheet() {
   mStagesUi->mStagesTable->setItemDelegate(new RowDelegate(mSensitivityStagesView));
   mStagesUi->mStagesTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   showStageEditors();
-  showStageButtons();
+  numberOfRowsInTableView();
 
   const auto onClick = [this](QAbstractButton* button, void (MousePerformanceController::*action)()) {
     connect(button, &QAbstractButton::clicked, this, action);
@@ -75,7 +75,7 @@ int MousePerformanceController::selectedStage() const {
 
 void MousePerformanceController::selectCurrentStage() {
   const int current = numberOf(performanceSettingsDict, keys::StageValue).value_or(-1);
-  if (current >= 0 && current < mStagesModel->rowCount()) {
+  if (current >= 0 && current < numberOfRowsInTableView()) {
     mStagesUi->mStagesTable->selectRow(current);
   } else {
     mStagesUi->mStagesTable->clearSelection();
@@ -94,12 +94,12 @@ void MousePerformanceController::reloadStagesTable() {
   const int selected = selectedStage();
   mStagesModel->setStages(mStagesArray);
   mStagesUi->mStagesTable->selectRow(selected);
-  showStageButtons();
+  numberOfRowsInTableView();
 }
 
 void MousePerformanceController::tableViewSelectionDidChange() {
   showStageEditors();
-  showStageButtons();
+  numberOfRowsInTableView();
 }
 
 void MousePerformanceController::showStageEditors() {
@@ -116,13 +116,14 @@ void MousePerformanceController::showStageEditors() {
                    isSelected ? "lkeyAxesLocked" : "lkeyNoStageSelected");
 }
 
-void MousePerformanceController::showStageButtons() {
+int MousePerformanceController::numberOfRowsInTableView() {
   const int count = mStagesModel->rowCount();
   const bool isSelected = selectedStage() >= 0;
   enableWithReason(*mStagesUi->mStageAddButton, count < static_cast<int>(keys::maximumStages), "lkeyMostStages");
   enableWithReason(*mStagesUi->mStageDeleteButton, isSelected && count > 1,
                    count > 1 ? "lkeyNoStageSelected" : "lkeyLastStage");
   enableWithReason(*mStagesUi->mStageOkButton, isSelected, "lkeyNoStageSelected");
+  return count;
 }
 
 void MousePerformanceController::clickStageAdd() {

@@ -15,7 +15,7 @@ struct ColumnDescriptor {
 };
 
 constexpr std::array<ColumnDescriptor, 2> columns = {
-    {{"stage id", "lkeyStageColumn"}, {"stage value", "lkeyStageValueColumn"}}};
+    {{StagesTableModel::idColumn, "lkeyStageColumn"}, {StagesTableModel::valueColumn, "lkeyStageValueColumn"}}};
 
 }  // namespace
 
@@ -41,9 +41,14 @@ int StagesTableModel::columnCount(const QModelIndex& parent) const {
 
 QVariant StagesTableModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::TextAlignmentRole) return static_cast<int>(Qt::AlignCenter);
-  if (role != Qt::DisplayRole) return {};
-  if (index.column() == StageId) return index.row() + 1;
-  return stageText(mStages.at(index.row()));
+  if (role != Qt::DisplayRole || !index.isValid()) return {};
+  const char* column = columns[static_cast<std::size_t>(index.column())].identifier;
+  return tableViewObjectValueForTableColumn(QLatin1String(column), index.row());
+}
+
+QVariant StagesTableModel::tableViewObjectValueForTableColumn(QLatin1String column, int row) const {
+  if (column == QLatin1String(idColumn)) return row + 1;
+  return stageText(mStages.at(row));
 }
 
 QVariant StagesTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -12,8 +12,10 @@ class StagesTableModel : public QAbstractTableModel {
 
  public:
   enum Column { StageId, StageValue };
-  // The role under which a column's header gives its identifier: "stage id" or "stage value".
+  // The role under which a column's header gives its identifier, one of those below.
   static constexpr int IdentifierRole = Qt::UserRole;
+  static constexpr const char* idColumn = "stage id";
+  static constexpr const char* valueColumn = "stage value";
 
   using QAbstractTableModel::QAbstractTableModel;
 
@@ -26,6 +28,9 @@ class StagesTableModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  // column: an identifier.
+  QVariant tableViewObjectValueForTableColumn(QLatin1String column, int row) const;
+
   vorn::PropertyList mStages;
 };
 

@@ -15,6 +15,7 @@
 
 #include "widgets/ControlPainting.h"
 #include "widgets/Palettes.h"
+#include "widgets/RowDelegate.h"
 
 namespace skarn {
 
@@ -30,7 +31,7 @@ constexpr int tabVerticalPadding = 20;
 constexpr int underlineHeight = 3;
 constexpr int checkBoxSize = 16;
 constexpr int headerHeight = 32;
-constexpr int headerPadding = 8;
+constexpr int headerPadding = RowDelegate::sidePadding;  // the titles of columns stand over their texts
 constexpr QSize buttonPadding(16, 6);
 constexpr int controlHeight = 30;
 constexpr int fieldPadding = 8;
@@ -111,6 +112,10 @@ void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter) {
   drawChevron(painter, chevron,
               list->palette.color(isEnabled ? QPalette::Normal : QPalette::Disabled, QPalette::PlaceholderText),
               Qt::DownArrow);
+}
+
+QRect popUpListText(const QStyleOptionComboBox* list) {
+  return QStyle::visualRect(list->direction, list->rect, list->rect.adjusted(fieldPadding, 0, -chevronWidth, 0));
 }
 
 // The whole bar is its groove: there are no arrow buttons.
@@ -337,6 +342,10 @@ QRect SkarnStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
   if (control == CC_ScrollBar) {
     if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option)) return scrollBarPart(bar, subControl);
   }
+  if (control == CC_ComboBox && subControl == SC_ComboBoxEditField) {
+    const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (list != nullptr && !list->editable) return popUpListText(list);
+  }
   const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
   if (control != CC_GroupBox || box == nullptr || (box->subControls & SC_GroupBoxCheckBox)) {
     return QProxyStyle::subControlRect(control, option, subControl, widget);
@@ -408,6 +417,9 @@ int SkarnStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
       return sliderHandle + 2;
     case PM_ScrollBarExtent:
       return scrollBarExtent;
+    case PM_HeaderMargin:
+      // The room around a title is its section's padding.
+      return 0;
     case PM_MenuPanelWidth:
       return 1;
     case PM_MenuVMargin:

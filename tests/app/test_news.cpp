@@ -198,21 +198,28 @@ void NewsTest::a_keymap_change_without_a_bundle_changes_nothing() {
 }
 
 void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings_data() {
+  QTest::addColumn<bool>("isRefused");  // or never answered
   QTest::addColumn<int>("product");
   QTest::addColumn<bool>("isWired");
   QTest::addColumn<QString>("picture");
-  QTest::newRow("on its cable") << 273 << true << "usb";
-  QTest::newRow("on its receiver") << 0 << false << "wireless";
+  for (const bool isRefused : {true, false}) {
+    const char* start = isRefused ? "without a mouse" : "without an engine";
+    QTest::addRow("started %s, on its cable", start) << isRefused << 273 << true << "usb";
+    QTest::addRow("started %s, on its receiver", start) << isRefused << 0 << false << "wireless";
+  }
 }
 
 void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings() {
+  QFETCH(bool, isRefused);
   QFETCH(int, product);
   QFETCH(bool, isWired);
   QFETCH(QString, picture);
   HubFixture base;
-  base.link.answer(MessageID::RegisterDevice, statusAnswer(false));
+  base.link.isAvailable = isRefused;
+  if (isRefused) base.link.answer(MessageID::RegisterDevice, statusAnswer(false));
   base.start({});
-  QVERIFY(base.isShown("mDeviceConnectionWindow"));
+  QCOMPARE(base.isShown("mDeviceConnectionWindow"), isRefused);
+  QVERIFY(base.enabledPages().isEmpty());
   QVERIFY(!base.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
   base.link.requests.clear();
   base.link.answer(MessageID::GetAllSettings, allSettingsAnswer(newBundle()));

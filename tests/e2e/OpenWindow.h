@@ -40,8 +40,7 @@ class OpenWindow {
     bool isFinished = false;
     QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isFinished = true; });
     mDelegate.applicationDidFinishLaunching({});
-    // Without an engine the start-up takes its time.
-    if (!QTest::qWaitFor([&] { return isFinished; }, 60'000)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
+    if (!QTest::qWaitFor([&] { return isFinished; }, deadline)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
     mStartUpdates = mProfileUpdates.exchange(0);
   }
   ~OpenWindow() { mDelegate.applicationWillTerminate(); }

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <thread>
 
 #include "ConfiguratorProcess.h"
@@ -110,31 +112,6 @@ TEST_F(ConfiguratorProcessTest, SendsRegistrationSettingsLightAndReleaseAsWholeR
   EXPECT_EQ(release->body, PropertyList::dictionary({{"ProductID", 273}}));
 }
 
-// Three waits: for the registration, and for what the first redraw of the Lighting tab sends back.
-TEST_F(ConfiguratorProcessTest, WaitsItsWholeTimesForAnEngineThatIsNotThereAndStaysUsable) {
-  ConfiguratorProcess configurator;
-  EXPECT_NE(configurator.waitFor("no engine"), "");
-  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
-  EXPECT_NE(configurator.waitFor("request 6: "), "");
-  EXPECT_NE(configurator.waitFor("request 6: "), "");
-  EXPECT_NE(configurator.waitFor("window painted"), "");
-  EXPECT_EQ(configurator.quit(), 0);
-}
-
-TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatNeverAnswers) {
-  FakeEngineProcess engine;
-  ConfiguratorProcess configurator;
-  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
-  EXPECT_EQ(configurator.quit(), 0);
-}
-
-TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatFreezesWhileItTakesTheRegistration) {
-  FakeEngineProcess engine({"on 0 freeze"});
-  ConfiguratorProcess configurator;
-  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
-  EXPECT_EQ(configurator.quit(), 0);
-}
-
 TEST_F(ConfiguratorProcessTest, EndsAtOnceWhileAFrozenEngineTakesNeitherItsReleaseNorItsQueries) {
   auto commands = friendly();
   commands.push_back("on * freeze");
@@ -167,13 +144,6 @@ TEST_F(ConfiguratorProcessTest, ShowsEmptyValuesWhenItsDefaultSettingsAreMissing
   unsetenv("SKARN_SHARE_DIR");
   EXPECT_NE(configurator.waitFor("default settings not read"), "");
   EXPECT_NE(configurator.waitFor("window painted"), "");
-  EXPECT_EQ(configurator.quit(), 0);
-}
-
-TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatDiesAtTheRegistration) {
-  FakeEngineProcess engine({"on 0 exit"});
-  ConfiguratorProcess configurator;
-  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
   EXPECT_EQ(configurator.quit(), 0);
 }
 
@@ -263,11 +233,65 @@ TEST(ConfiguratorWithoutADisplay, SaysSoAndEnds) {
   EXPECT_EQ(configurator.waitForEnd(), 1);
 }
 
-TEST(ConfiguratorWithoutABus, StartsAllTheSameAndSaysThatThereIsNone) {
-  setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/skarn-bus", 1);
-  ConfiguratorProcess configurator;
-  EXPECT_NE(configurator.waitFor("not registered: no answer after"), "");
-  EXPECT_EQ(configurator.quit(), 0);
+// A configurator on a bus of its own.
+struct LonelyConfigurator {
+  PrivateBus bus;
+  ConfiguratorProcess process;
+};
+
+// The same with an engine that obeys the commands.
+struct ConfiguratorWithFakeEngine {
+  explicit ConfiguratorWithFakeEngine(const std::vector<std::string>& commands) : engine(commands) {}
+
+  PrivateBus bus;
+  FakeEngineProcess engine;
+  ConfiguratorProcess process;
+};
+
+std::unique_ptr<ConfiguratorProcess> startWithoutABus() {
+  const char* variable = "DBUS_SESSION_BUS_ADDRESS";
+  const std::string address = getenv(variable);
+  setenv(variable, "unix:path=/nonexistent/skarn-bus", 1);
+  auto configurator = std::make_unique<ConfiguratorProcess>();
+  setenv(variable, address.c_str(), 1);
+  return configurator;
+}
+
+// Each takes its three waits, which last long: for the registration, and for what the first redraw of the Lighting tab
+// sends back. So they wait side by side.
+TEST(ConfiguratorsWithoutAnAnswer, WaitTheirWholeTimesStayUsableAndEndWhenTheyAreAskedTo) {
+  ConfiguratorWithFakeEngine unanswered({});
+  ConfiguratorWithFakeEngine frozen({"on 0 freeze"});
+  ConfiguratorWithFakeEngine bereft({"on 0 exit"});
+  const auto withoutABus = startWithoutABus();
+  LonelyConfigurator alone;
+  // These are asked to end while two of their waits are left.
+  const std::vector<std::pair<std::string, ConfiguratorProcess*>> endedEarly = {
+      {"an engine that never answers", &unanswered.process},
+      {"an engine that freezes while it takes the registration", &frozen.process},
+      {"an engine that dies at the registration", &bereft.process},
+      {"no bus", withoutABus.get()}};
+  for (const auto& [situation, configurator] : endedEarly) {
+    SCOPED_TRACE(situation);
+    EXPECT_NE(configurator->waitFor("not registered: no answer after"), "");
+    configurator->process().signal(SIGTERM);
+  }
+  EXPECT_NE(alone.process.waitFor("no engine"), "");
+  EXPECT_NE(alone.process.waitFor("not registered: no answer after"), "");
+  EXPECT_NE(alone.process.waitFor("request 6: "), "");
+  EXPECT_NE(alone.process.waitFor("request 6: "), "");
+  EXPECT_NE(alone.process.waitFor("window painted"), "");
+  // It comes to life with the engine, which is on the bus of the last one.
+  const TemporaryFolder folder;
+  const EngineProcess engine(folder.path);
+  EXPECT_NE(alone.process.waitFor("request 4: "), "");
+  EXPECT_NE(alone.process.waitFor("answer 4: "), "");
+  EXPECT_NE(alone.process.waitFor("request 14: "), "");
+  EXPECT_EQ(alone.process.quit(), 0);
+  for (const auto& [situation, configurator] : endedEarly) {
+    SCOPED_TRACE(situation);
+    EXPECT_EQ(configurator->process().waitForEnd(), 0);
+  }
 }
 
 }  // namespace

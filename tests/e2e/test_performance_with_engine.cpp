@@ -188,9 +188,16 @@ class PerformanceWithEngineTest : public QObject {
   void without_the_mouse_nothing_can_be_changed() {
     OpenPerformance open;
     QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.click("mSensitivityStages");
+    open.click("mStageDeleteButton");
     QVERIFY(VirtualMouse::unplug());
     QTRY_VERIFY_WITH_TIMEOUT(!open.isEnabled("mXDpiSlider"), deadline);
     QVERIFY(!open.isEnabled("mPollingRate"));
+    // The sheet of the stages makes way for the one that asks for the mouse.
+    QVERIFY(open.find<QDialog>("mSensitivityStagesView")->isHidden());
+    QVERIFY(open.asksForTheMouse());
+    QCOMPARE(open.stageRows(), 5);
+    QCOMPARE(open.profileUpdates(), 0);
     QVERIFY(VirtualMouse::plug("wired"));
     QTRY_VERIFY_WITH_TIMEOUT(open.isEnabled("mXDpiSlider"), deadline);
     QTRY_VERIFY_WITH_TIMEOUT(!open.isEnabled("mYDpiSlider"), deadline);

@@ -79,7 +79,6 @@ class WindowWithEngineTest : public QObject {
   void changes_of_its_own_are_told_in_its_name_and_not_read_again();
   void an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened();
   void a_mouse_that_went_while_no_engine_ran_is_noticed();
-  void a_window_without_an_engine_comes_to_life_with_the_engine();
 
  private:
   EngineSession mEngine;
@@ -257,15 +256,6 @@ void WindowWithEngineTest::a_mouse_that_went_while_no_engine_ran_is_noticed() {
   mEngine.start({"--device", "absent"});
   QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
   QVERIFY(!open.isEnabled());
-}
-
-void WindowWithEngineTest::a_window_without_an_engine_comes_to_life_with_the_engine() {
-  mEngine.kill();
-  OpenWindow open;
-  QVERIFY(!open.isEnabled());
-  mEngine.start();
-  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
-  QVERIFY(open.isEnabled());
 }
 
 QTEST_MAIN(WindowWithEngineTest)

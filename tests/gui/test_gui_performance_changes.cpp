@@ -231,6 +231,88 @@ class PerformanceChangesTest : public QObject {
     QCOMPARE(open.readout(), QStringLiteral("1600 DPI"));
   }
 
+  void aValueThatWasLetGoOutlivesWhatComesBeforeItIsSent_data() {
+    QTest::addColumn<PropertyList>("settings");  // none: a report of the device comes instead
+    QTest::addColumn<QString>("readout");        // %1: the value that was let go
+    QTest::addColumn<int>("y");                  // or 0 for that of X
+    const auto both = [](int dpi) { return profile("Work").with(keys::DPIX, dpi).with(keys::DPIY, dpi); };
+    QTest::newRow("reload") << both(1600) << "%1 DPI" << 0;
+    QTest::newRow("reload as before") << both(800) << "%1 DPI" << 0;
+    QTest::newRow("independent by now") << independent(1600, 4000) << "X = %1, Y = 4000 DPI" << 4000;
+    QTest::newRow("report of the device") << PropertyList() << "%1 DPI" << 0;
+  }
+  void aValueThatWasLetGoOutlivesWhatComesBeforeItIsSent() {
+    QFETCH(PropertyList, settings);
+    QFETCH(QString, readout);
+    QFETCH(int, y);
+    PerformanceTab open;
+    open.press("mXDpiSlider", 800);
+    open.drag("mXDpiSlider", 3000);
+    open.release("mXDpiSlider", 3000);
+    const int x = open.value("mXDpiSlider");
+    if (settings.isNone()) {
+      open.tab.updateDPISliders(request({{"DPI Value", 1600}, {"DPIY Value", 1600}}));
+    } else {
+      open.hand(settings);
+    }
+    QCOMPARE(open.recorder.requests.size(), std::size_t{0});
+    QCOMPARE(open.readout(), readout.arg(x));
+    COMPARE_REQUESTS(open, axes(x, y == 0 ? x : y));
+    COMPARE_REQUESTS(open);
+  }
+
+  void aStepOfYOutlivesAReloadUnlessTheAxesAreLockedByNow() {
+    PerformanceTab open(independent(800, 1600));
+    QTest::keyClick(open.slider("mYDpiSlider"), Qt::Key_PageUp);
+    open.hand(independent(900, 2000));
+    COMPARE_REQUESTS(open, axes(900, 1700));
+    QTest::keyClick(open.slider("mYDpiSlider"), Qt::Key_PageUp);
+    open.hand(profile("Work").with(keys::DPIX, 900).with(keys::DPIY, 900));
+    COMPARE_REQUESTS(open);
+    QCOMPARE(open.readout(), QStringLiteral("900 DPI"));
+    QCOMPARE(open.value("mYDpiSlider"), 900);
+  }
+
+  void aValueThatWasLetGoIsNotSentToAnotherProfile() {
+    PerformanceTab open;
+    QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_Right);
+    open.hand(profile("Other").with(keys::DPIX, 1600).with(keys::DPIY, 1600));
+    COMPARE_REQUESTS(open);
+    QCOMPARE(open.readout(), QStringLiteral("1600 DPI"));
+    QCOMPARE(open.value("mXDpiSlider"), 1600);
+  }
+
+  void aValueThatTheSettingsHoldByNowIsNotSentAgain() {
+    PerformanceTab open;
+    QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_Right);
+    open.hand(profile("Work").with(keys::DPIX, 850).with(keys::DPIY, 850));
+    COMPARE_REQUESTS(open);
+  }
+
+  // Both axes travel with either.
+  void theAnswerToOneAxisLeavesNothingOfTheOtherToSend() {
+    PerformanceTab open(independent(800, 1600));
+    open.answerRequests();
+    QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_Right);
+    QTest::keyClick(open.slider("mYDpiSlider"), Qt::Key_Right);
+    COMPARE_REQUESTS(open, axes(850, 1650));
+  }
+
+  void settingsWithoutASensitivityDropAValueThatWasLetGo() {
+    PerformanceTab open;
+    QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_Right);
+    open.hand(profile("Work").without(keys::DPIX).without(keys::DPIY));
+    COMPARE_REQUESTS(open);
+    QCOMPARE(open.readout(), QString());
+  }
+
+  void aValueThatWasLetGoIsNotSentOnceTheMouseIsGone() {
+    PerformanceTab open;
+    QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_Right);
+    open.tab.enableControlsState(false);
+    COMPARE_REQUESTS(open);
+  }
+
   void aDragThatTheLossOfTheMouseEndsSendsNothing() {
     PerformanceTab open;
     open.press("mXDpiSlider", 800);
@@ -238,6 +320,21 @@ class PerformanceChangesTest : public QObject {
     open.tab.enableControlsState(false);
     open.release("mXDpiSlider", 2000);
     COMPARE_REQUESTS(open);
+  }
+
+  void aSheetThatOpensDuringADragEndsIt() {
+    PerformanceTab open;
+    open.press("mXDpiSlider", 800);
+    open.drag("mXDpiSlider", 2000);
+    const int x = open.value("mXDpiSlider");
+    QDialog sheet(&open.window);
+    sheet.setWindowModality(Qt::WindowModal);
+    sheet.open();
+    QVERIFY(!open.slider("mXDpiSlider")->isSliderDown());
+    COMPARE_REQUESTS(open, axes(x, x));
+    sheet.reject();
+    QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_End);
+    COMPARE_REQUESTS(open, axes(5600, 5600));
   }
 
   void tickingIndependentAxesRepeatsXUntilTheReload() {

@@ -1,5 +1,6 @@
 // The sheet of the stages: a working copy of the profile's stages, sent whole by OK and by nothing else.
 #include <QItemSelectionModel>
+#include <QSignalSpy>
 #include <limits>
 
 #include "PerformanceTab.h"
@@ -334,6 +335,23 @@ class PerformanceStagesTest : public QObject {
     QCOMPARE(open.editors(), (QList<int>{0, 800, 800}));
   }
 
+  void theLossOfTheMouseIsACancel() {
+    OpenSheet open;
+    open.click("mStageDeleteButton");
+    QSignalSpy rejections(open.sheet(), &QDialog::rejected);
+    open.tab.enableControlsState(true);
+    QVERIFY(open.sheet()->isVisible());
+    open.tab.enableControlsState(false);
+    QVERIFY(!open.sheet()->isVisible());
+    open.tab.enableControlsState(false);
+    QCOMPARE(rejections.count(), 1);
+    COMPARE_REQUESTS(open);
+    open.tab.enableControlsState(true);
+    open.click("mSensitivityStages");
+    QCOMPARE(open.rows(), (QStringList{"400 DPI", "[800 DPI]", "X = 1600, Y = 800 DPI", "3200 DPI", "5600 DPI"}));
+    QVERIFY(open.isEnabled("mStageOkButton"));
+  }
+
   void afterAnAnswerTheSheetOpensWithTheNewStages() {
     OpenSheet open;
     open.answerRequests();
@@ -409,6 +427,8 @@ class PerformanceStagesTest : public QObject {
     QCOMPARE(window->findChildren<QDialog*>().size(), 1);
     window.reset();
     open.hand(profile("Other"));
+    open.tab.enableControlsState(false);
+    open.tab.enableControlsState(true);
     open.click("mSensitivityStages");
     QCOMPARE(open.find<QLabel>("mProfileNameLabel")->text(), QStringLiteral("Other"));
   }

@@ -1,10 +1,15 @@
 // The shared widgets and the style, painted offscreen where it is about what is seen.
 #include <QApplication>
+#include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTabBar>
+#include <QTableView>
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QToolTip>
@@ -18,6 +23,7 @@
 #include "widgets/NumberBadge.h"
 #include "widgets/Palettes.h"
 #include "widgets/PictureLabel.h"
+#include "widgets/RowDelegate.h"
 #include "widgets/SkarnStyle.h"
 
 using namespace skarn;
@@ -47,6 +53,20 @@ bool shows(QWidget& widget, const QColor& color) {
     }
   }
   return false;
+}
+
+// The columns of pixels from the first to the last that is not all ground, in a picture or a part of it.
+QPair<int, int> inkColumns(const QImage& picture, const QRect& part) {
+  const QRgb ground = picture.pixel(part.topLeft());
+  QPair<int, int> ink(-1, -1);
+  for (int x = part.left(); x <= part.right(); ++x) {
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+      if (picture.pixel(x, y) == ground) continue;
+      if (ink.first < 0) ink.first = x;
+      ink.second = x;
+    }
+  }
+  return ink;
 }
 
 }  // namespace
@@ -226,6 +246,51 @@ class WidgetsTest : public QObject {
     bar.setCurrentIndex(1);
     QVERIFY(!underlined(0) && underlined(1));
     QCOMPARE(bar.tabRect(1), before);
+  }
+
+  void theTitleOfAColumnStandsOverItsTexts_data() {
+    QTest::addColumn<int>("alignment");
+    QTest::newRow("left") << int(Qt::AlignLeft | Qt::AlignVCenter);
+    QTest::newRow("right") << int(Qt::AlignRight | Qt::AlignVCenter);
+  }
+  void theTitleOfAColumnStandsOverItsTexts() {
+    QFETCH(int, alignment);
+    QStandardItemModel model(1, 1);
+    // As wide as high, and without room at its sides in any size.
+    const QString mark(QChar(0x2588));
+    model.setHeaderData(0, Qt::Horizontal, mark);
+    model.setHeaderData(0, Qt::Horizontal, alignment, Qt::TextAlignmentRole);
+    model.setData(model.index(0, 0), mark);
+    model.setData(model.index(0, 0), alignment, Qt::TextAlignmentRole);
+    QTableView table;
+    table.setModel(&model);
+    table.setItemDelegate(new RowDelegate(&table));
+    table.setFrameShape(QFrame::NoFrame);
+    table.verticalHeader()->hide();
+    table.setColumnWidth(0, 120);
+    const auto ink = [](QWidget* part, const QRect& rect) {
+      return inkColumns(part->grab().toImage(), rect.adjusted(0, 0, 0, -2));
+    };
+    QHeaderView* header = table.horizontalHeader();
+    const auto title = ink(header->viewport(), QRect(0, 0, 120, header->height()));
+    const auto cell = ink(table.viewport(), table.visualRect(model.index(0, 0)));
+    QVERIFY(title.first > 0 && cell.first > 0);
+    const bool isLeft = alignment & Qt::AlignLeft;
+    const int off = isLeft ? title.first - cell.first : title.second - cell.second;
+    QVERIFY2(std::abs(off) <= 1, qPrintable(QString::number(off)));
+  }
+
+  void theTextOfAListBeginsWhereThatOfAFieldDoes() {
+    const QString mark(QChar(0x2588));
+    QComboBox list;
+    list.addItem(mark);
+    QLineEdit field(mark);
+    const auto inkStart = [](QWidget& control) {
+      control.resize(100, control.sizeHint().height());
+      // Inside the frame, before the chevron.
+      return inkColumns(control.grab().toImage(), QRect(3, 8, 60, control.height() - 16)).first;
+    };
+    QCOMPARE(inkStart(list), inkStart(field));
   }
 
   void colorsFollowAChangeOfThePalette() {
