@@ -338,7 +338,8 @@ void MouseMacrosController::nameEditingEnded() {
 }
 
 void MouseMacrosController::nameEdited(int row, const QString& text) {
-  if (text.isEmpty() || macroDelegate == nullptr) return;
+  const bool isThere = row < static_cast<int>(macrosSettingsArray.size());
+  if (text.isEmpty() || !isThere || macroDelegate == nullptr) return;
   // Its own old name must not count against the new one.
   const PropertyList nameless = macrosSettingsArray.at(row).dictionaryOrEmpty().with(keys::MacroName, "");
   macrosSettingsArray = macrosSettingsArray.replacing(row, nameless);

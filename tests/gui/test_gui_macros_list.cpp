@@ -1,5 +1,6 @@
 // The Macros tab adds, renames, deletes and selects macros, and says which of its controls can be used and why not.
 #include <QMessageBox>
+#include <utility>
 
 #include "MacrosFixture.h"
 
@@ -24,8 +25,11 @@ QString added(const char* name) {
 
 // The field in which a name is being typed; none otherwise.
 QLineEdit* editorOf(QTableView* table) {
-  auto* editor = table->viewport()->findChild<QLineEdit*>();
-  return editor != nullptr && editor->isVisible() ? editor : nullptr;
+  // One that has ended may still be there, hidden.
+  for (auto* editor : table->viewport()->findChildren<QLineEdit*>()) {
+    if (editor->isVisible()) return editor;
+  }
+  return nullptr;
 }
 
 QMessageBox* alertOf(MacrosFixture& fixture) {
@@ -186,6 +190,43 @@ class MacrosListTest : public QObject {
     fixture.click("mRecordMacroDetails");
     QCOMPARE(fixture.delegate.take(), (QStringList{"renameMacroAtIndex(1, Jump)", "startMacroRecording(NO, 1)"}));
     QCOMPARE(fixture.tab->mEditedRow(), -1);
+  }
+
+  void aTabThatGoesWhileANameIsTypedIsSurvived() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    delete std::exchange(fixture.tab, new MouseMacrosController(&fixture.window));
+    QVERIFY(fixture.center.observed().empty());
+  }
+
+  void aNameForAMacroThatIsGoneIsNotSent() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
+    QTest::keyClick(editorOf(fixture.macros()), Qt::Key_Return);
+    QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void aReloadThatTakesTheRowAwayEndsItsNaming() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
+    fixture.tab->refreshTableDisplay();
+    QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
+    QVERIFY(!fixture.tab->mIsRenamingMacroName());
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    // The table can be used again.
+    fixture.selectMacro(0);
+    QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QVERIFY(editorOf(fixture.macros()) != nullptr);
   }
 
   void aDoubleClickAndTheEditKeyEditAName() {
