@@ -1063,6 +1063,10 @@
         <source>Search applications</source>
         <translation>Search applications</translation>
     </message>
+    <message id="lkeySelectDelayFirst">
+        <source>Select a delay first</source>
+        <translation>Select a delay first</translation>
+    </message>
     <message id="lkeySelectLineFirst">
         <source>Select an event or a delay first</source>
         <translation>Select an event or a delay first</translation>
