@@ -1,11 +1,14 @@
 // The two tables of the Macros tab and the record button: what is drawn and how.
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QImage>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include "MacrosFixture.h"
 #include "macros/MacroDetailsDelegate.h"
@@ -210,6 +213,32 @@ class MacroTablesTest : public QObject {
     at.tab->refreshTableDisplay();
     QCOMPARE(at.macros()->findChild<QLineEdit*>(), editor);
     QCOMPARE(editor->text(), QStringLiteral("Half a na"));
+  }
+
+  void a_name_that_is_cut_has_a_tooltip_with_the_whole_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("hasMouse");
+    QTest::addColumn<QString>("shown");
+    const QString longName = QStringLiteral("<b>Opening</b> & ").repeated(20);
+    QTest::newRow("a long name") << longName << true << longName;
+    QTest::newRow("a short name") << "Jump" << true << "";
+    QTest::newRow("a long name in a table that is disabled") << longName << false << "No mouse connected";
+  }
+  void a_name_that_is_cut_has_a_tooltip_with_the_whole() {
+    QFETCH(QString, name);
+    QFETCH(bool, hasMouse);
+    QFETCH(QString, shown);
+    MacrosFixture at(QStringList{name});
+    at.tab->enableControlsState(hasMouse);
+    const QPoint place = at.placeOf(at.macros(), 0);
+    QWidget* viewport = at.macros()->viewport();
+    QHelpEvent hover(QEvent::ToolTip, place, viewport->mapToGlobal(place));
+    QApplication::sendEvent(viewport, &hover);
+    // Markup in a name is shown as it stands.
+    const QString expected = shown == name ? Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal) : shown;
+    QCOMPARE(QToolTip::text(), expected);
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
   }
 
   void the_beginning_and_the_end_of_editing_are_told() {
