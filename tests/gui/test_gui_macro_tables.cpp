@@ -67,6 +67,8 @@ QStringList textsOf(const QAbstractItemModel& model) {
 
 }  // namespace
 
+Q_DECLARE_METATYPE(vorn::PropertyList)
+
 class MacroTablesTest : public QObject {
   Q_OBJECT
 
@@ -165,6 +167,35 @@ class MacroTablesTest : public QObject {
       QCOMPARE(textsOf(model), names);
     }
     QCOMPARE(resets.count(), 0);
+  }
+
+  void macros_are_listed_with_the_number_of_their_events_data() {
+    QTest::addColumn<PropertyList>("macros");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QStringList>("events");
+    QTest::newRow("good records") << skarn::test::macros()
+                                  << QStringList{"Fireball", "Build order, first two minutes, second base", "Greeting"}
+                                  << QStringList{"2", "0", "3"};
+    const PropertyList nameless = PropertyList::dictionary({{keys::MacroName, PropertyList::array()}});
+    QTest::newRow("records of a wrong shape")
+        << PropertyList::array({5, nameless, nameless.with(keys::Sequence, "x"),
+                                nameless.with(keys::Sequence, PropertyList::array({macroEvent(1, 4)})),
+                                macro("Mixed", {macroEvent(1, 4), "junk", macroEvent(0, 4)})})
+        << QStringList{"", "", "", "", "Mixed"} << QStringList{"", "0", "0", "0", "2"};
+    QTest::newRow("no array") << PropertyList("text") << QStringList() << QStringList();
+  }
+  void macros_are_listed_with_the_number_of_their_events() {
+    QFETCH(PropertyList, macros);
+    QFETCH(QStringList, names);
+    QFETCH(QStringList, events);
+    MacrosTableModel model;
+    model.setMacros(macros);
+    QCOMPARE(textsOf(model), names);
+    QStringList counts;
+    for (int row = 0; row < model.rowCount(); ++row) {
+      counts << model.index(row, MacrosTableModel::Events).data().toString();
+    }
+    QCOMPARE(counts, events);
   }
 
   void only_names_can_be_edited() {

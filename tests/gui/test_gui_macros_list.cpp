@@ -345,6 +345,45 @@ class MacrosListTest : public QObject {
     QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
+  void aMacroWhoseLinesDoNotComeShowsNoneOfAnother() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.delegate.answersDetails = false;
+    fixture.clickRow(fixture.macros(), 1);
+    QCOMPARE(fixture.delegate.take(), QStringList{"getMacroDetailsForMacroAtIndex(1)"});
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
+  }
+
+  void linesOfAWrongShapeAreSurvived() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->updateSelectedMacroWithMacroDetails(PropertyList::array({"Key Press A", 7, PropertyList()}));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), (QStringList{"Key Press A", "", ""}));
+    fixture.tab->updateSelectedMacroWithMacroDetails(PropertyList("text"));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), QStringList());
+  }
+
+  void withoutMacrosTheTabSaysSo() {
+    MacrosFixture fixture;
+    QVERIFY(!fixture.find("mNoMacrosView")->isVisible());
+    for (const PropertyList& none : {PropertyList::array(), PropertyList("no array")}) {
+      fixture.tab->setMMacrosSettingsArray(none);
+      fixture.tab->updateUISettings();
+      QVERIFY(fixture.find("mNoMacrosView")->isVisible());
+      QVERIFY(!fixture.find("mMacroNameScrollView")->isVisible());
+    }
+  }
+
+  void withoutASelectionOrWithoutLinesTheEventsSideSaysWhatToDo() {
+    MacrosFixture fixture;
+    QVERIFY(fixture.find("mNoMacroSelectedLabel")->isVisible());
+    fixture.selectMacro(2);
+    QVERIFY(!fixture.find("mNoMacroSelectedLabel")->isVisible());
+    QVERIFY(fixture.find("mNoEventsLabel")->isVisible());
+    fixture.selectMacro(0);
+    QVERIFY(!fixture.find("mNoEventsLabel")->isVisible());
+  }
+
   void onlyOneRowOfATableCanBeSelected() {
     MacrosFixture fixture;
     fixture.selectMacro(0);
@@ -379,11 +418,13 @@ class MacrosListTest : public QObject {
     fixture.tab->refreshTableDisplay();
     QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 1);
     QCOMPARE(fixture.delegate.take(), QStringList());
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(1));
     // A row that is gone takes its selection with it; no other is selected in its place.
     fixture.tab->setMMacrosSettingsArray(macrosNamed({"A"}));
     fixture.tab->refreshTableDisplay();
     QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), -1);
     QCOMPARE(fixture.delegate.take(), QStringList());
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
     QVERIFY(!fixture.find("mRecordMacroDetails")->isEnabled());
   }
 
@@ -397,6 +438,7 @@ class MacrosListTest : public QObject {
     for (const char* name : MacrosFixture::controlNames) {
       QCOMPARE(fixture.find(name)->toolTip(), QStringLiteral("No mouse connected"));
     }
+    QCOMPARE(fixture.tab->toolTip(), QStringLiteral("No mouse connected"));
     // A reload without a mouse enables nothing.
     fixture.tab->refreshTableDisplay();
     fixture.tab->updateSelectedMacroWithMacroDetails(linesOfEvents(2));
@@ -404,6 +446,7 @@ class MacrosListTest : public QObject {
     fixture.tab->enableControlsState(true);
     QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
     QVERIFY(fixture.find("mMacroAssignmentLabel")->isEnabled());
+    QCOMPARE(fixture.tab->toolTip(), QString());
   }
 
   void aMouseThatComesEnablesOnlyWhatTheSelectionAllows() {
@@ -425,6 +468,19 @@ class MacrosListTest : public QObject {
     fixture.tab->enableControlsState(false);
     fixture.tab->setStateOfTableButtonsWithState(true);
     QCOMPARE(fixture.enabled(), QStringList());
+  }
+
+  void theOwnerSwitchesTheTableOfMacrosAlone() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->setStateOfMacroTableWithState(false);
+    QCOMPARE(fixture.enabled(), MacrosFixture::without(MacrosFixture::allControls(), {"mMacroTableView"}));
+    // Without a recording there is nothing that would switch it on again.
+    fixture.tab->stopAllMacroRecording();
+    QVERIFY(!fixture.macros()->isEnabled());
+    fixture.tab->setStateOfMacroTableWithState(true);
+    QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+    QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
   void everyControlHasANameForAssistiveTechnology() {
