@@ -419,6 +419,10 @@
         <source>Enter sleep mode after</source>
         <translation>Enter sleep mode after</translation>
     </message>
+    <message id="lkeyEscapeStops">
+        <source>Esc stops the recording</source>
+        <translation>Esc stops the recording</translation>
+    </message>
     <message id="lkeyEventOutOfReach">
         <source>Only the first 128 events of each of the first 256 macros can be edited.</source>
         <translation>Only the first 128 events of each of the first 256 macros can be edited.</translation>

@@ -236,6 +236,7 @@ void MouseMacrosController::updateControls() {
     rule.control->setToolTip(rule.why.isEmpty() && isButton ? rule.control->accessibleName() : rule.why);
     rule.control->setEnabled(rule.why.isEmpty());
   }
+  if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyEscapeStops"));
 }
 
 void MouseMacrosController::updateVisibleParts() {
