@@ -106,9 +106,9 @@ class MacroTablesTest : public QObject {
     LinesFixture with(PropertyList::array({"Left Button down\n", "0.020 seconds delay\n"}));
     LinesFixture without(PropertyList::array({"Left Button down", "0.020 seconds delay"}));
     // The line break tells a button's line; its text begins behind the picture.
-    const int textLeft = RowDelegate::sidePadding + 16 + 4;
-    const auto text = [textLeft](QList<int> columns) {
-      columns.removeIf([textLeft](int x) { return x < textLeft; });
+    constexpr int textLeft = RowDelegate::sidePadding + 16 + 4;
+    const auto text = [](QList<int> columns) {
+      columns.removeIf([](int x) { return x < textLeft; });
       return columns;
     };
     QVERIFY(!text(inkedColumns(*with.lines(), 0)).isEmpty());
