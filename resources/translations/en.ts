@@ -423,6 +423,10 @@
         <source>Enter sleep mode after</source>
         <translation>Enter sleep mode after</translation>
     </message>
+    <message id="lkeyEscapeStops">
+        <source>Esc stops the recording</source>
+        <translation>Esc stops the recording</translation>
+    </message>
     <message id="lkeyEventOutOfReach">
         <source>Only the first 128 events of each of the first 256 macros can be edited.</source>
         <translation>Only the first 128 events of each of the first 256 macros can be edited.</translation>
@@ -1066,6 +1070,10 @@
     <message id="lkeySearchApplications">
         <source>Search applications</source>
         <translation>Search applications</translation>
+    </message>
+    <message id="lkeySelectDelayFirst">
+        <source>Select a delay first</source>
+        <translation>Select a delay first</translation>
     </message>
     <message id="lkeySelectLineFirst">
         <source>Select an event or a delay first</source>

@@ -13,50 +13,65 @@ using State = MacroMenuState;
 
 constexpr int lastRowWithinReach = std::numeric_limits<std::uint8_t>::max();
 
-bool always(const State&) {
-  return true;
+// Each says what is missing, as the key of a text; null when nothing is.
+
+const char* nothing(const State&) {
+  return nullptr;
 }
 
-bool hasMacro(const State& state) {
-  return state.macro >= 0;
+const char* macro(const State& state) {
+  return state.macro < 0 ? "lkeySelectMacroFirst" : nullptr;
 }
 
-bool hasLines(const State& state) {
-  return hasMacro(state) && state.lineCount > 0 && !state.isRecording;
+const char* lines(const State& state) {
+  if (const char* missing = macro(state)) return missing;
+  if (state.isRecording) return "lkeyStopRecordingFirst";
+  return state.lineCount == 0 ? "lkeyNoEvents" : nullptr;
 }
 
-bool hasLine(const State& state) {
-  return hasLines(state) && state.line >= 0;
+const char* selectedLine(const State& state) {
+  if (const char* missing = lines(state)) return missing;
+  return state.line < 0 ? "lkeySelectLineFirst" : nullptr;
 }
 
-bool hasDelayLine(const State& state) {
-  return hasLine(state) && isDelayLine(state.line);
+const char* delayLine(const State& state) {
+  if (const char* missing = selectedLine(state)) return missing;
+  return isDelayLine(state.line) ? nullptr : "lkeySelectDelayFirst";
 }
 
-bool isOutOfReach(const State& state) {
-  return hasLine(state) && !isDelayLine(state.line) && !isEventWithinReach(state.macro, state.line);
-}
-
-bool hasEditableLine(const State& state) {
-  return hasLine(state) && !isOutOfReach(state);
+const char* editableLine(const State& state) {
+  if (const char* missing = selectedLine(state)) return missing;
+  const bool isEditable = isDelayLine(state.line) || isEventWithinReach(state.macro, state.line);
+  return isEditable ? nullptr : "lkeyEventOutOfReach";
 }
 
 constexpr std::array<MacroMenuEntry, 5> macroEntries = {{
-    {macroMenuTags::Rename, "lkeyRename", hasMacro},
-    {macroMenuTags::New, "lkeyNew", always},
-    {macroMenuTags::Import, "lkeyImport", always},
-    {macroMenuTags::Export, "lkeyExport", hasMacro},
-    {macroMenuTags::Delete, "lkeyDelete", hasMacro},
+    {macroMenuTags::Rename, "lkeyRename", macro},
+    {macroMenuTags::New, "lkeyNew", nothing},
+    {macroMenuTags::Import, "lkeyImport", nothing},
+    {macroMenuTags::Export, "lkeyExport", macro},
+    {macroMenuTags::Delete, "lkeyDelete", macro},
 }};
 
 constexpr std::array<MacroMenuEntry, 6> detailsEntries = {{
-    {macroDetailsMenuTags::Record, "lkeyRecord", hasMacro},
-    {macroDetailsMenuTags::Edit, "lkeyEdit", hasEditableLine},
-    {macroDetailsMenuTags::DeleteEvent, "lkeyDeleteEvent", hasLine},
-    {macroDetailsMenuTags::DeleteAllEvents, "lkeyDeleteAllEvents", hasLines},
-    {macroDetailsMenuTags::CopyDelay, "lkeyCopyDelay", hasDelayLine},
-    {macroDetailsMenuTags::NoDelay, "lkeyNoDelay", hasLines},
+    {macroDetailsMenuTags::Record, "lkeyRecord", macro},
+    {macroDetailsMenuTags::Edit, "lkeyEdit", editableLine},
+    {macroDetailsMenuTags::DeleteEvent, "lkeyDeleteEvent", selectedLine},
+    {macroDetailsMenuTags::DeleteAllEvents, "lkeyDeleteAllEvents", lines},
+    {macroDetailsMenuTags::CopyDelay, "lkeyCopyDelay", delayLine},
+    {macroDetailsMenuTags::NoDelay, "lkeyNoDelay", lines},
 }};
+
+// Null for an item of neither menu.
+const MacroMenuEntry* entryOf(const QAction& item) {
+  const QString title = titleOf(item);
+  for (const auto entries : {macroMenuEntries(), macroDetailsMenuEntries()}) {
+    for (const MacroMenuEntry& entry : entries) {
+      if (localized(entry.titleKey) == title) return &entry;
+    }
+  }
+  return nullptr;
+}
 
 }  // namespace
 
@@ -83,18 +98,14 @@ std::vector<TaggedItem> itemsOf(std::span<const MacroMenuEntry> entries) {
 }
 
 bool isMenuItemEnabled(const QAction& item, const MacroMenuState& state) {
-  const QString title = titleOf(item);
-  for (const auto entries : {macroMenuEntries(), macroDetailsMenuEntries()}) {
-    for (const MacroMenuEntry& entry : entries) {
-      if (localized(entry.titleKey) == title) return entry.isEnabled(state);
-    }
-  }
-  return false;
+  const MacroMenuEntry* entry = entryOf(item);
+  return entry != nullptr && entry->missing(state) == nullptr;
 }
 
 QString whyMenuItemIsDisabled(const QAction& item, const MacroMenuState& state) {
-  if (titleOf(item) != localized("lkeyEdit") || !isOutOfReach(state)) return {};
-  return localized("lkeyEventOutOfReach");
+  const MacroMenuEntry* entry = entryOf(item);
+  const char* missing = entry == nullptr ? nullptr : entry->missing(state);
+  return missing == nullptr ? QString() : localized(missing);
 }
 
 }  // namespace skarn

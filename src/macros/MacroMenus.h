@@ -29,7 +29,8 @@ bool isEventWithinReach(int macro, int line);
 struct MacroMenuEntry {
   int tag;
   const char* titleKey;
-  bool (*isEnabled)(const MacroMenuState& state);
+  // The key of the text that says what it needs and has not; null when it can be chosen.
+  const char* (*missing)(const MacroMenuState& state);
 };
 
 namespace macroMenuTags {
@@ -45,7 +46,7 @@ std::vector<TaggedItem> itemsOf(std::span<const MacroMenuEntry> entries);
 
 // An item is known by its title. One that is in neither menu is disabled.
 bool isMenuItemEnabled(const QAction& item, const MacroMenuState& state);
-// Why an item is disabled, where the titles do not say it; empty otherwise.
+// Why an item is disabled; empty for one that is enabled, or in neither menu.
 QString whyMenuItemIsDisabled(const QAction& item, const MacroMenuState& state);
 
 }  // namespace skarn

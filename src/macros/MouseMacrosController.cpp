@@ -34,6 +34,7 @@ namespace {
 
 constexpr const char* newMacroName = "Untitled Macro";
 constexpr int newMacroDelay = 20;  // milliseconds
+constexpr float disabledGearOpacity = 0.73F;
 
 int selectedRow(const QTableView& table) {
   const QModelIndexList rows = table.selectionModel()->selectedRows();
@@ -128,9 +129,12 @@ void MouseMacrosController::tintIcons() {
   for (QToolButton* button : {mUi->mDeleteMacro, mUi->mDeleteMacroDetails}) {
     button->setIcon(tintedIcon(QStringLiteral("remove.png"), color));
   }
-  for (QToolButton* button : {mUi->mSettingsMacro, mUi->mSettingsMacroDetails}) {
-    button->setIcon(tintedIcon(QStringLiteral("GearOn.png"), color));
-  }
+  QColor faint = color;
+  faint.setAlphaF(disabledGearOpacity);
+  QIcon gear;
+  gear.addPixmap(tintedImage(QStringLiteral("GearOn.png"), color), QIcon::Normal);
+  gear.addPixmap(tintedImage(QStringLiteral("GearOff.png"), faint), QIcon::Disabled);
+  for (QToolButton* button : {mUi->mSettingsMacro, mUi->mSettingsMacroDetails}) button->setIcon(gear);
 }
 
 void MouseMacrosController::changeEvent(QEvent* event) {
@@ -232,6 +236,7 @@ void MouseMacrosController::updateControls() {
     rule.control->setToolTip(rule.why.isEmpty() && isButton ? rule.control->accessibleName() : rule.why);
     rule.control->setEnabled(rule.why.isEmpty());
   }
+  if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyEscapeStops"));
 }
 
 void MouseMacrosController::updateVisibleParts() {
@@ -282,11 +287,16 @@ void MouseMacrosController::fetchLines() {
 
 // --- New, delete, rename, files
 
+std::string MouseMacrosController::checkForDuplicateMacroName(const PropertyList& macros,
+                                                              std::string_view usingDefaultName) {
+  return vorn::VrCoreUtility::generateName(macros, usingDefaultName, keys::MacroName);
+}
+
 void MouseMacrosController::clickAddMacro() {
   if (macroDelegate == nullptr) return;
   mIsAddMacro = true;
   deselectAll(*mUi->mMacroTableView);
-  const PropertyList macro = newMacro(vorn::VrCoreUtility::generateName(macrosSettingsArray, newMacroName));
+  const PropertyList macro = newMacro(checkForDuplicateMacroName(macrosSettingsArray, newMacroName));
   macrosSettingsArray = macrosSettingsArray.appending(macro);
   refreshTableDisplay();
   const int last = mModel->rowCount() - 1;
@@ -338,11 +348,12 @@ void MouseMacrosController::nameEditingEnded() {
 }
 
 void MouseMacrosController::nameEdited(int row, const QString& text) {
-  if (text.isEmpty() || macroDelegate == nullptr) return;
+  const bool isThere = row < static_cast<int>(macrosSettingsArray.size());
+  if (text.isEmpty() || !isThere || macroDelegate == nullptr) return;
   // Its own old name must not count against the new one.
   const PropertyList nameless = macrosSettingsArray.at(row).dictionaryOrEmpty().with(keys::MacroName, "");
   macrosSettingsArray = macrosSettingsArray.replacing(row, nameless);
-  const std::string name = vorn::VrCoreUtility::generateName(macrosSettingsArray, text.toStdString());
+  const std::string name = checkForDuplicateMacroName(macrosSettingsArray, text.toStdString());
   macrosSettingsArray = macrosSettingsArray.replacing(row, nameless.with(keys::MacroName, name));
   refreshTableDisplay();
   macroDelegate->renameMacroAtIndex(row, name);
@@ -357,7 +368,7 @@ void MouseMacrosController::loadPanel() {
 
 void MouseMacrosController::importMacro(const PropertyList& macro) {
   if (macroDelegate == nullptr) return;
-  const std::string name = vorn::VrCoreUtility::generateName(macrosSettingsArray, macro[keys::MacroName].string());
+  const std::string name = checkForDuplicateMacroName(macrosSettingsArray, macro[keys::MacroName].string());
   const PropertyList named = macro.with(keys::MacroName, name);
   deselectAll(*mUi->mMacroTableView);
   macrosSettingsArray = macrosSettingsArray.appending(named);

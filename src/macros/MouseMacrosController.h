@@ -20,6 +20,8 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "macros/MacroControllerDelegate.h"
 #include "model/NotificationCenter.h"
@@ -104,6 +106,8 @@ class MouseMacrosController : public QWidget {
   void tabViewDidSelectTabViewItem(const QWidget* page);
 
   // --- Macros
+  // The name itself, or with a number in parentheses where macros of the list have it already.
+  static std::string checkForDuplicateMacroName(const vorn::PropertyList& macros, std::string_view usingDefaultName);
   void clickAddMacro();
   void clickDeleteMacro();
   void clickMacroSettingsMenuItem(int tag);

@@ -160,11 +160,12 @@ void MouseMacrosController::clickDeleteMacroDetails() {
 }
 
 void MouseMacrosController::editSelectedLine() {
+  const int macro = macroToAsk();
   const int line = selectedLine();
-  if (line < 0) return;
+  if (macro < 0 || line < 0) return;
   if (isDelayLine(line)) {
     mEditDelayWindow->begin();
-  } else if (isEventWithinReach(selectedMacro(), line)) {
+  } else if (isEventWithinReach(macro, line)) {
     openEventSheet();
   }
 }

@@ -59,6 +59,7 @@ void MouseMacrosController::clickAddMacroDetails() {
   mIsStopRecording = false;
   setStateOfTables(false);
   setRecordTitle(true);
+  mUi->mRecordMacroDetails->setFocus();
   mUi->mMacroDetailsTableView->clearSelection();
   macroDelegate->startMacroRecording(true, macro);
 }
@@ -80,6 +81,7 @@ void MouseMacrosController::beginRecording() {
   isRecording = true;
   isRenamingMacroName = false;
   setStateOfTables(false);
+  mUi->mRecordMacroDetails->setFocus();
   showLines(PropertyList::array());
   offerLineDeletion(selectedLine() >= 0);
   macroDelegate->startMacroRecording(mIsAppendMacro, macro);

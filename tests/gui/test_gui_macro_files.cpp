@@ -5,6 +5,7 @@
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -147,6 +148,19 @@ class MacroFilesTest : public QObject {
     QVERIFY(at.alert()->text().contains(target));
     QVERIFY(!at.alert()->informativeText().isEmpty());
     QCOMPARE(QDir(at.folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot), before);
+  }
+
+  void the_import_offers_only_macro_files_from_the_documents_on() {
+    FilesFixture at;
+    at.chooseFromGear("mSettingsMacro", macroMenuTags::Import);
+    const QFileDialog* panel = at.panel("mMacrosPanel");
+    QVERIFY(panel != nullptr);
+    QCOMPARE(panel->nameFilters().size(), 1);
+    QVERIFY(panel->nameFilters().constFirst().endsWith(QStringLiteral("(*.SkarnMacro)")));
+    // The folder is not there on this system; the user's own documents are meant.
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString folder = QDir(documents).exists() ? documents : QDir::homePath();
+    QCOMPARE(QFileInfo(panel->directory().path()), QFileInfo(folder));
   }
 
   void an_imported_macro_is_added_under_a_free_name_and_selected() {

@@ -1,11 +1,14 @@
 // The two tables of the Macros tab and the record button: what is drawn and how.
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QImage>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include "MacrosFixture.h"
 #include "macros/MacroDetailsDelegate.h"
@@ -64,6 +67,8 @@ QStringList textsOf(const QAbstractItemModel& model) {
 
 }  // namespace
 
+Q_DECLARE_METATYPE(vorn::PropertyList)
+
 class MacroTablesTest : public QObject {
   Q_OBJECT
 
@@ -101,9 +106,9 @@ class MacroTablesTest : public QObject {
     LinesFixture with(PropertyList::array({"Left Button down\n", "0.020 seconds delay\n"}));
     LinesFixture without(PropertyList::array({"Left Button down", "0.020 seconds delay"}));
     // The line break tells a button's line; its text begins behind the picture.
-    const int textLeft = RowDelegate::sidePadding + 16 + 4;
-    const auto text = [textLeft](QList<int> columns) {
-      columns.removeIf([textLeft](int x) { return x < textLeft; });
+    constexpr int textLeft = RowDelegate::sidePadding + 16 + 4;
+    const auto text = [](QList<int> columns) {
+      columns.removeIf([](int x) { return x < textLeft; });
       return columns;
     };
     QVERIFY(!text(inkedColumns(*with.lines(), 0)).isEmpty());
@@ -164,6 +169,35 @@ class MacroTablesTest : public QObject {
     QCOMPARE(resets.count(), 0);
   }
 
+  void macros_are_listed_with_the_number_of_their_events_data() {
+    QTest::addColumn<PropertyList>("macros");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QStringList>("events");
+    QTest::newRow("good records") << skarn::test::macros()
+                                  << QStringList{"Fireball", "Build order, first two minutes, second base", "Greeting"}
+                                  << QStringList{"2", "0", "3"};
+    const PropertyList nameless = PropertyList::dictionary({{keys::MacroName, PropertyList::array()}});
+    QTest::newRow("records of a wrong shape")
+        << PropertyList::array({5, nameless, nameless.with(keys::Sequence, "x"),
+                                nameless.with(keys::Sequence, PropertyList::array({macroEvent(1, 4)})),
+                                macro("Mixed", {macroEvent(1, 4), "junk", macroEvent(0, 4)})})
+        << QStringList{"", "", "", "", "Mixed"} << QStringList{"", "0", "0", "0", "2"};
+    QTest::newRow("no array") << PropertyList("text") << QStringList() << QStringList();
+  }
+  void macros_are_listed_with_the_number_of_their_events() {
+    QFETCH(PropertyList, macros);
+    QFETCH(QStringList, names);
+    QFETCH(QStringList, events);
+    MacrosTableModel model;
+    model.setMacros(macros);
+    QCOMPARE(textsOf(model), names);
+    QStringList counts;
+    for (int row = 0; row < model.rowCount(); ++row) {
+      counts << model.index(row, MacrosTableModel::Events).data().toString();
+    }
+    QCOMPARE(counts, events);
+  }
+
   void only_names_can_be_edited() {
     MacrosTableModel model;
     model.setMacros(macrosNamed({"A", "B"}));
@@ -210,6 +244,32 @@ class MacroTablesTest : public QObject {
     at.tab->refreshTableDisplay();
     QCOMPARE(at.macros()->findChild<QLineEdit*>(), editor);
     QCOMPARE(editor->text(), QStringLiteral("Half a na"));
+  }
+
+  void a_name_that_is_cut_has_a_tooltip_with_the_whole_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("hasMouse");
+    QTest::addColumn<QString>("shown");
+    const QString longName = QStringLiteral("<b>Opening</b> & ").repeated(20);
+    QTest::newRow("a long name") << longName << true << longName;
+    QTest::newRow("a short name") << "Jump" << true << "";
+    QTest::newRow("a long name in a table that is disabled") << longName << false << "No mouse connected";
+  }
+  void a_name_that_is_cut_has_a_tooltip_with_the_whole() {
+    QFETCH(QString, name);
+    QFETCH(bool, hasMouse);
+    QFETCH(QString, shown);
+    MacrosFixture at(QStringList{name});
+    at.tab->enableControlsState(hasMouse);
+    const QPoint place = at.placeOf(at.macros(), 0);
+    QWidget* viewport = at.macros()->viewport();
+    QHelpEvent hover(QEvent::ToolTip, place, viewport->mapToGlobal(place));
+    QApplication::sendEvent(viewport, &hover);
+    // Markup in a name is shown as it stands.
+    const QString expected = shown == name ? Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal) : shown;
+    QCOMPARE(QToolTip::text(), expected);
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
   }
 
   void the_beginning_and_the_end_of_editing_are_told() {

@@ -466,6 +466,16 @@ class MacrosEditingTest : public QObject {
     QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(YES, 0)"});
   }
 
+  void withoutADelegateNoSheetIsOpened() {
+    for (const int line : {1, 2}) {
+      EditingFixture fixture(line);
+      fixture.tab->setMMacroDelegate(nullptr);
+      QTest::keyClick(fixture.lines(), Qt::Key_Return);
+      QVERIFY(!fixture.isShown("mEditDelayWindow"));
+      QVERIFY(!fixture.isShown("mEditEventWindow"));
+    }
+  }
+
   void noLineSelectedOpensNoSheet() {
     MacrosFixture fixture;
     fixture.selectMacro(0);

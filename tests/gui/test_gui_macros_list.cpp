@@ -1,5 +1,6 @@
 // The Macros tab adds, renames, deletes and selects macros, and says which of its controls can be used and why not.
 #include <QMessageBox>
+#include <utility>
 
 #include "MacrosFixture.h"
 
@@ -24,8 +25,11 @@ QString added(const char* name) {
 
 // The field in which a name is being typed; none otherwise.
 QLineEdit* editorOf(QTableView* table) {
-  auto* editor = table->viewport()->findChild<QLineEdit*>();
-  return editor != nullptr && editor->isVisible() ? editor : nullptr;
+  // One that has ended may still be there, hidden.
+  for (auto* editor : table->viewport()->findChildren<QLineEdit*>()) {
+    if (editor->isVisible()) return editor;
+  }
+  return nullptr;
 }
 
 QMessageBox* alertOf(MacrosFixture& fixture) {
@@ -188,6 +192,43 @@ class MacrosListTest : public QObject {
     QCOMPARE(fixture.tab->mEditedRow(), -1);
   }
 
+  void aTabThatGoesWhileANameIsTypedIsSurvived() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    delete std::exchange(fixture.tab, new MouseMacrosController(&fixture.window));
+    QVERIFY(fixture.center.observed().empty());
+  }
+
+  void aNameForAMacroThatIsGoneIsNotSent() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
+    QTest::keyClick(editorOf(fixture.macros()), Qt::Key_Return);
+    QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void aReloadThatTakesTheRowAwayEndsItsNaming() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
+    fixture.tab->refreshTableDisplay();
+    QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
+    QVERIFY(!fixture.tab->mIsRenamingMacroName());
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    // The table can be used again.
+    fixture.selectMacro(0);
+    QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QVERIFY(editorOf(fixture.macros()) != nullptr);
+  }
+
   void aDoubleClickAndTheEditKeyEditAName() {
     MacrosFixture fixture;
     const QPoint place = fixture.placeOf(fixture.macros(), 1);
@@ -304,6 +345,45 @@ class MacrosListTest : public QObject {
     QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
+  void aMacroWhoseLinesDoNotComeShowsNoneOfAnother() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.delegate.answersDetails = false;
+    fixture.clickRow(fixture.macros(), 1);
+    QCOMPARE(fixture.delegate.take(), QStringList{"getMacroDetailsForMacroAtIndex(1)"});
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
+  }
+
+  void linesOfAWrongShapeAreSurvived() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->updateSelectedMacroWithMacroDetails(PropertyList::array({"Key Press A", 7, PropertyList()}));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), (QStringList{"Key Press A", "", ""}));
+    fixture.tab->updateSelectedMacroWithMacroDetails(PropertyList("text"));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), QStringList());
+  }
+
+  void withoutMacrosTheTabSaysSo() {
+    MacrosFixture fixture;
+    QVERIFY(!fixture.find("mNoMacrosView")->isVisible());
+    for (const PropertyList& none : {PropertyList::array(), PropertyList("no array")}) {
+      fixture.tab->setMMacrosSettingsArray(none);
+      fixture.tab->updateUISettings();
+      QVERIFY(fixture.find("mNoMacrosView")->isVisible());
+      QVERIFY(!fixture.find("mMacroNameScrollView")->isVisible());
+    }
+  }
+
+  void withoutASelectionOrWithoutLinesTheEventsSideSaysWhatToDo() {
+    MacrosFixture fixture;
+    QVERIFY(fixture.find("mNoMacroSelectedLabel")->isVisible());
+    fixture.selectMacro(2);
+    QVERIFY(!fixture.find("mNoMacroSelectedLabel")->isVisible());
+    QVERIFY(fixture.find("mNoEventsLabel")->isVisible());
+    fixture.selectMacro(0);
+    QVERIFY(!fixture.find("mNoEventsLabel")->isVisible());
+  }
+
   void onlyOneRowOfATableCanBeSelected() {
     MacrosFixture fixture;
     fixture.selectMacro(0);
@@ -338,11 +418,13 @@ class MacrosListTest : public QObject {
     fixture.tab->refreshTableDisplay();
     QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 1);
     QCOMPARE(fixture.delegate.take(), QStringList());
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(1));
     // A row that is gone takes its selection with it; no other is selected in its place.
     fixture.tab->setMMacrosSettingsArray(macrosNamed({"A"}));
     fixture.tab->refreshTableDisplay();
     QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), -1);
     QCOMPARE(fixture.delegate.take(), QStringList());
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
     QVERIFY(!fixture.find("mRecordMacroDetails")->isEnabled());
   }
 
@@ -356,6 +438,7 @@ class MacrosListTest : public QObject {
     for (const char* name : MacrosFixture::controlNames) {
       QCOMPARE(fixture.find(name)->toolTip(), QStringLiteral("No mouse connected"));
     }
+    QCOMPARE(fixture.tab->toolTip(), QStringLiteral("No mouse connected"));
     // A reload without a mouse enables nothing.
     fixture.tab->refreshTableDisplay();
     fixture.tab->updateSelectedMacroWithMacroDetails(linesOfEvents(2));
@@ -363,6 +446,7 @@ class MacrosListTest : public QObject {
     fixture.tab->enableControlsState(true);
     QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
     QVERIFY(fixture.find("mMacroAssignmentLabel")->isEnabled());
+    QCOMPARE(fixture.tab->toolTip(), QString());
   }
 
   void aMouseThatComesEnablesOnlyWhatTheSelectionAllows() {
@@ -384,6 +468,19 @@ class MacrosListTest : public QObject {
     fixture.tab->enableControlsState(false);
     fixture.tab->setStateOfTableButtonsWithState(true);
     QCOMPARE(fixture.enabled(), QStringList());
+  }
+
+  void theOwnerSwitchesTheTableOfMacrosAlone() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->setStateOfMacroTableWithState(false);
+    QCOMPARE(fixture.enabled(), MacrosFixture::without(MacrosFixture::allControls(), {"mMacroTableView"}));
+    // Without a recording there is nothing that would switch it on again.
+    fixture.tab->stopAllMacroRecording();
+    QVERIFY(!fixture.macros()->isEnabled());
+    fixture.tab->setStateOfMacroTableWithState(true);
+    QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+    QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
   void everyControlHasANameForAssistiveTechnology() {

@@ -23,6 +23,15 @@ QStringList texts(const QStringList& keys) {
   return found;
 }
 
+// What the entries say in their tooltips; an action without one falls back on its title.
+QStringList reasonsOf(const QMenu& menu) {
+  QStringList reasons;
+  for (const QAction* item : menu.actions()) {
+    reasons << (item->toolTip() == QAction(item->text()).toolTip() ? QString() : item->toolTip());
+  }
+  return reasons;
+}
+
 const QStringList macroKeys{"lkeyRename", "lkeyNew", "lkeyImport", "lkeyExport", "lkeyDelete"};
 const QStringList detailsKeys{"lkeyRecord",          "lkeyEdit",      "lkeyDeleteEvent",
                               "lkeyDeleteAllEvents", "lkeyCopyDelay", "lkeyNoDelay"};
@@ -121,6 +130,42 @@ class MacrosMenusTest : public QObject {
     if (line >= 0) fixture.clickRow(fixture.lines(), line);
     QCOMPARE(gearEntries(fixture, "mSettingsMacroDetails"), texts(keys));
     QCOMPARE(rightClickEntries(fixture, fixture.lines()), texts(keys));
+  }
+
+  void aDisabledEntrySaysWhy_data() {
+    QTest::addColumn<int>("macro");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QStringList>("reasons");  // of the six details entries
+    const QString macro = "Select a macro first", events = "Record to add events.",
+                  line = "Select an event or a delay first", delay = "Select a delay first";
+    QTest::newRow("no macro") << -1 << -1 << QStringList(6, macro);
+    QTest::newRow("no lines") << 2 << -1 << QStringList{"", events, events, events, events, events};
+    QTest::newRow("no line selected") << 0 << -1 << QStringList{"", line, line, "", line, ""};
+    QTest::newRow("an event") << 0 << 2 << QStringList{"", "", "", "", delay, ""};
+    QTest::newRow("a delay") << 0 << 1 << QStringList(6, "");
+  }
+  void aDisabledEntrySaysWhy() {
+    QFETCH(int, macro);
+    QFETCH(int, line);
+    QFETCH(QStringList, reasons);
+    MacrosFixture fixture;
+    if (macro >= 0) fixture.selectMacro(macro);
+    if (line >= 0) fixture.clickRow(fixture.lines(), line);
+    QMenu details, macros;
+    fixture.tab->fillMacroDetailsMenu(details);
+    fixture.tab->fillMacroMenu(macros);
+    QCOMPARE(reasonsOf(details), reasons);
+    const QString rename = macro < 0 ? QStringLiteral("Select a macro first") : QString();
+    QCOMPARE(reasonsOf(macros), (QStringList{rename, "", "", rename, rename}));
+  }
+
+  void duringARecordingTheDetailsEntriesSayThatItRuns() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mAddMacroDetails");
+    QMenu details;
+    fixture.tab->fillMacroDetailsMenu(details);
+    QCOMPARE(reasonsOf(details), QStringList{""} + QStringList(5, "Stop the recording first"));
   }
 
   // An event is requested by 8-bit rows: a larger row would reach another event.

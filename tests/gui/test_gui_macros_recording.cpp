@@ -1,4 +1,6 @@
 // The Macros tab records, appends and stops.
+#include <QShortcut>
+
 #include "MacrosFixture.h"
 
 using namespace skarn;
@@ -9,6 +11,8 @@ namespace {
 const QStringList whileRecording{"mMacroDetailsTableView", "mRecordMacroDetails"};
 
 }  // namespace
+
+Q_DECLARE_METATYPE(std::function<void(MacrosFixture&)>)
 
 class MacrosRecordingTest : public QObject {
   Q_OBJECT
@@ -291,11 +295,47 @@ class MacrosRecordingTest : public QObject {
   void theKeyboardAloneRecordsAndStops() {
     MacrosFixture fixture;
     fixture.selectMacro(0);
-    fixture.find("mRecordMacroDetails")->setFocus();
-    QTest::keyClick(fixture.find("mRecordMacroDetails"), Qt::Key_Space);
+    QWidget* button = fixture.find("mRecordMacroDetails");
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
     QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
-    QTest::keyClick(fixture.find("mRecordMacroDetails"), Qt::Key_Space);
+    QCOMPARE(button->toolTip(), QStringLiteral("Esc stops the recording"));
+    QTest::keyClick(button, Qt::Key_Escape);
     QCOMPARE(fixture.delegate.take().size(), 3);
+    QCOMPARE(button->toolTip(), QString());
+    QTest::keyClick(button, Qt::Key_Escape);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void whatIsTypedIsRecordedAndWorksNothing_data() {
+    QTest::addColumn<std::function<void(MacrosFixture&)>>("begin");
+    using Begin = std::function<void(MacrosFixture&)>;
+    QTest::newRow("record") << Begin([](MacrosFixture& fixture) { fixture.click("mRecordMacroDetails"); });
+    QTest::newRow("append") << Begin([](MacrosFixture& fixture) { fixture.click("mAddMacroDetails"); });
+    QTest::newRow("menu") << Begin([](MacrosFixture& fixture) { fixture.chooseFromGear("mSettingsMacroDetails", 1); });
+  }
+  void whatIsTypedIsRecordedAndWorksNothing() {
+    QFETCH(std::function<void(MacrosFixture&)>, begin);
+    MacrosFixture fixture;
+    int shortcuts = 0;
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), &fixture.window);
+    connect(shortcut, &QShortcut::activated, this, [&] { ++shortcuts; });
+    fixture.selectMacro(0);
+    begin(fixture);
+    fixture.delegate.take();
+    QTRY_VERIFY(fixture.find("mRecordMacroDetails")->hasFocus());
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Right, Qt::Key_A}) {
+      QTest::keyClick(QApplication::focusWidget(), key);
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(fixture.find("mRecordMacroDetails")->hasFocus());
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Stop"));
+    QCOMPARE(shortcuts, 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QCOMPARE(fixture.delegate.take().constFirst(), QStringLiteral("stopMacroRecording()"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::ControlModifier);
+    QCOMPARE(shortcuts, 1);
   }
 };
 
