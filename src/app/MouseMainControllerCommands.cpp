@@ -177,8 +177,7 @@ void MouseMainController::renameMacroAtIndex(int macro, std::string_view withNew
 }
 
 PropertyList MouseMainController::macroAtIndex(int macro) {
-  loadLatestSettings();
-  setProperties();
+  reload();
   return macrosArray.at(macro);
 }
 
