@@ -764,28 +764,28 @@
         <translation>Mouse Button</translation>
     </message>
     <message id="lkeyMouseButtonEight">
-        <source>Mouse Button 8</source>
-        <translation>Mouse Button 8</translation>
+        <source>Button 8</source>
+        <translation>Button 8</translation>
     </message>
     <message id="lkeyMouseButtonFive">
-        <source>Mouse Button 5</source>
-        <translation>Mouse Button 5</translation>
+        <source>Button 5</source>
+        <translation>Button 5</translation>
     </message>
     <message id="lkeyMouseButtonFour">
-        <source>Mouse Button 4</source>
-        <translation>Mouse Button 4</translation>
+        <source>Button 4</source>
+        <translation>Button 4</translation>
     </message>
     <message id="lkeyMouseButtonSeven">
-        <source>Mouse Button 7</source>
-        <translation>Mouse Button 7</translation>
+        <source>Button 7</source>
+        <translation>Button 7</translation>
     </message>
     <message id="lkeyMouseButtonSix">
-        <source>Mouse Button 6</source>
-        <translation>Mouse Button 6</translation>
+        <source>Button 6</source>
+        <translation>Button 6</translation>
     </message>
     <message id="lkeyMouseButtonThree">
-        <source>Mouse Button 3</source>
-        <translation>Mouse Button 3</translation>
+        <source>Button 3</source>
+        <translation>Button 3</translation>
     </message>
     <message id="lkeyMousePicture">
         <source>The mouse with its numbered controls</source>

@@ -90,7 +90,7 @@ class ButtonsMenusTest : public QObject {
     const ControlDescriptor& control = ButtonsFixture::control(18);
     const auto items = [&](AssignmentCategory category) { return itemsOf(*fixture.openSubmenu(control, category)); };
     QCOMPARE(items(AssignmentCategory::MouseButton),
-             QStringList({"0 Left Click", "1 Right Click", "2 Mouse Button 3", "3 Mouse Button 4", "4 Mouse Button 5",
+             QStringList({"0 Left Click", "1 Right Click", "2 Button 3", "3 Button 4", "4 Button 5",
                           "5 Double Click", "6 Scroll Up", "7 Scroll Down"}));
     QCOMPARE(items(AssignmentCategory::Keymap),
              QStringList({"0 Cycle Keymaps", "1 Keymap 1", "2 Keymap 2", "3 Keymap 3", "4 Keymap 4", "5 Keymap 5",
