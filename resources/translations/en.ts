@@ -1104,12 +1104,16 @@
         <translation>Single Key</translation>
     </message>
     <message id="lkeySingleKeyDesc">
-        <source>Press the key, with modifiers if you like. Return confirms the key shown, Escape cancels.</source>
-        <translation>Press the key, with modifiers if you like. Return confirms the key shown, Escape cancels.</translation>
+        <source>Press the key, with modifiers if you like; Return, Tab and Space count too. Then Return confirms it. Escape cancels.</source>
+        <translation>Press the key, with modifiers if you like; Return, Tab and Space count too. Then Return confirms it. Escape cancels.</translation>
     </message>
     <message id="lkeySingleKeyField">
         <source>Key</source>
         <translation>Key</translation>
+    </message>
+    <message id="lkeySingleKeyNameless">
+        <source>A key without a name</source>
+        <translation>A key without a name</translation>
     </message>
     <message id="lkeySingleKeyPlaceholder">
         <source>No key yet</source>
