@@ -48,7 +48,7 @@ bool SingleKeySheet::takesKey(int key) const {
 bool SingleKeySheet::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn:
-      mIsKeyDown = mIsKeyLetGo = false;
+      if (static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) mIsKeyDown = mIsKeyLetGo = false;
       break;
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress: {
