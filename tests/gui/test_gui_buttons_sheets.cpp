@@ -1,4 +1,5 @@
 // The sheet for the repeat mode of a macro, and the chooser of applications.
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -37,6 +38,35 @@ class ButtonsSheetsTest : public QObject {
 
  private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
+
+  void the_answer_to_ok_may_rebuild_the_tab_data() { addControlRows(); }
+
+  void the_answer_to_ok_may_rebuild_the_tab() {
+    QFETCH(int, ordinal);
+    const ControlDescriptor& control = ButtonsFixture::control(ordinal);
+    ButtonsFixture fixture;
+    // As the owner does with the engine's answer.
+    fixture.delegate.onUpdate = [&fixture](const PropertyList& settings) {
+      fixture.show(fixture.current.merging(settings));
+    };
+    fixture.choose(control, AssignmentCategory::SingleKey);
+    fixture.tab.singleKeyEvents({"", "", PropertyList::dictionary({{"singleKey", 5}, {"singleKeyModif", 0}})});
+    fixture.press("mSingleKeyOK");
+    QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Single Key : B"));
+    fixture.choose(control, AssignmentCategory::Keymap);
+    fixture.press("mKeymapOK");
+    QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Keymap: Cycle Keymaps"));
+    fixture.give(control, assignment(10, 0, 1));
+    QTest::mouseClick(fixture.row(control).repeatButton(), Qt::LeftButton);
+    fixture.find<QComboBox>("mMacroPlaybackPopUp")->setCurrentIndex(1);
+    fixture.press("mMacroRepeatOK");
+    QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Macro : Fireball"));
+    QVERIFY(fixture.row(control).repeatButton()->isVisible());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // The capture's start and its end, and a request for each sheet.
+    QCOMPARE(fixture.delegate.calls.size(), std::size_t(5));
+    for (const char* sheet : {"mSingleKey", "mKeymapWindow", "mMacroRepeatWindow"}) QVERIFY(!fixture.isOpen(sheet));
+  }
 
   void buttons_of_sheets_that_are_closed_do_nothing() {
     ButtonsFixture fixture;
@@ -247,6 +277,19 @@ class ButtonsSheetsTest : public QObject {
                  QStringList({localized("lkeyNoApplicationTitle"), localized("lkeyNoApplicationDesc")}));
     QVERIFY(fixture.delegate.calls.empty());
     QCOMPARE(fixture.popUp(1).shownTitle(), QStringLiteral("Tab (Default)"));
+  }
+
+  void another_application_can_be_browsed_for() {
+    const Applications applications;
+    ButtonsFixture fixture;
+    fixture.choose(fixture.control(1), AssignmentCategory::LaunchProgram);
+    fixture.press("mApplicationBrowse");
+    const auto* panel = fixture.find<QFileDialog>("mOpenPanel");
+    QVERIFY(panel != nullptr && panel->isVisible());
+    QCOMPARE(panel->acceptMode(), QFileDialog::AcceptOpen);
+    QVERIFY(panel->fileMode() != QFileDialog::ExistingFiles);
+    QCOMPARE(panel->nameFilters(), QStringList{QStringLiteral("Files of this kind (*.app *.desktop)")});
+    QVERIFY(fixture.delegate.calls.empty());
   }
 
   void a_new_chooser_takes_the_place_of_an_earlier_one() {
