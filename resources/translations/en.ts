@@ -772,28 +772,28 @@
         <translation>Mouse Button</translation>
     </message>
     <message id="lkeyMouseButtonEight">
-        <source>Mouse Button 8</source>
-        <translation>Mouse Button 8</translation>
+        <source>Button 8</source>
+        <translation>Button 8</translation>
     </message>
     <message id="lkeyMouseButtonFive">
-        <source>Mouse Button 5</source>
-        <translation>Mouse Button 5</translation>
+        <source>Button 5</source>
+        <translation>Button 5</translation>
     </message>
     <message id="lkeyMouseButtonFour">
-        <source>Mouse Button 4</source>
-        <translation>Mouse Button 4</translation>
+        <source>Button 4</source>
+        <translation>Button 4</translation>
     </message>
     <message id="lkeyMouseButtonSeven">
-        <source>Mouse Button 7</source>
-        <translation>Mouse Button 7</translation>
+        <source>Button 7</source>
+        <translation>Button 7</translation>
     </message>
     <message id="lkeyMouseButtonSix">
-        <source>Mouse Button 6</source>
-        <translation>Mouse Button 6</translation>
+        <source>Button 6</source>
+        <translation>Button 6</translation>
     </message>
     <message id="lkeyMouseButtonThree">
-        <source>Mouse Button 3</source>
-        <translation>Mouse Button 3</translation>
+        <source>Button 3</source>
+        <translation>Button 3</translation>
     </message>
     <message id="lkeyMousePicture">
         <source>The mouse with its numbered controls</source>
@@ -1116,12 +1116,16 @@
         <translation>Single Key</translation>
     </message>
     <message id="lkeySingleKeyDesc">
-        <source>Press the key, with modifiers if you like. Return confirms the key shown, Escape cancels.</source>
-        <translation>Press the key, with modifiers if you like. Return confirms the key shown, Escape cancels.</translation>
+        <source>Press the key, with modifiers if you like; Return, Tab and Space count too. Then Return confirms it. Escape cancels.</source>
+        <translation>Press the key, with modifiers if you like; Return, Tab and Space count too. Then Return confirms it. Escape cancels.</translation>
     </message>
     <message id="lkeySingleKeyField">
         <source>Key</source>
         <translation>Key</translation>
+    </message>
+    <message id="lkeySingleKeyNameless">
+        <source>A key without a name</source>
+        <translation>A key without a name</translation>
     </message>
     <message id="lkeySingleKeyPlaceholder">
         <source>No key yet</source>

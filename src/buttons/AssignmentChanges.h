@@ -5,6 +5,7 @@
 #include <array>
 #include <string_view>
 
+#include "buttons/ControlTable.h"
 #include "model/Assignments.h"
 #include "model/PropertyList.h"
 #include "model/SettingsKeys.h"
@@ -18,26 +19,26 @@ struct AssignmentReset {
   std::string_view identifier;
   vorn::AssignmentCommand command;
   int param1;
-  int groupIdentifier;  // 1 buttons, 2 keys
+  int groupIdentifier;
 };
 
 // clang-format off
 inline constexpr std::array<AssignmentReset, 15> assignmentResets = {{
-    {vorn::keys::Buttons, "01", vorn::AssignmentCommand::LeftClick, 0, 1},
-    {vorn::keys::Buttons, "02", vorn::AssignmentCommand::RightClick, 0, 1},
-    {vorn::keys::Buttons, "03", vorn::AssignmentCommand::MouseButton3, 0, 1},
-    {vorn::keys::Buttons, "04", vorn::AssignmentCommand::MouseButton4, 0, 1},
-    {vorn::keys::Buttons, "05", vorn::AssignmentCommand::MouseButton5, 0, 1},
-    {vorn::keys::Buttons, "06", vorn::AssignmentCommand::ScrollUp, 0, 1},
-    {vorn::keys::Buttons, "07", vorn::AssignmentCommand::ScrollDown, 0, 1},
-    {vorn::keys::Keys, "30", vorn::AssignmentCommand::SingleKey, 30, 2},
-    {vorn::keys::Keys, "31", vorn::AssignmentCommand::SingleKey, 31, 2},
-    {vorn::keys::Keys, "32", vorn::AssignmentCommand::SingleKey, 32, 2},
-    {vorn::keys::Keys, "33", vorn::AssignmentCommand::SingleKey, 33, 2},
-    {vorn::keys::Keys, "34", vorn::AssignmentCommand::SingleKey, 34, 2},
-    {vorn::keys::Keys, "35", vorn::AssignmentCommand::SingleKey, 35, 2},
-    {vorn::keys::Keys, "36", vorn::AssignmentCommand::SingleKey, 36, 2},
-    {vorn::keys::Keys, "37", vorn::AssignmentCommand::SingleKey, 37, 2},
+    {vorn::keys::Buttons, "01", vorn::AssignmentCommand::LeftClick, 0, buttonsGroupIdentifier},
+    {vorn::keys::Buttons, "02", vorn::AssignmentCommand::RightClick, 0, buttonsGroupIdentifier},
+    {vorn::keys::Buttons, vorn::wheelButton, vorn::AssignmentCommand::MouseButton3, 0, buttonsGroupIdentifier},
+    {vorn::keys::Buttons, "04", vorn::AssignmentCommand::MouseButton4, 0, buttonsGroupIdentifier},
+    {vorn::keys::Buttons, "05", vorn::AssignmentCommand::MouseButton5, 0, buttonsGroupIdentifier},
+    {vorn::keys::Buttons, vorn::wheelUp, vorn::AssignmentCommand::ScrollUp, 0, buttonsGroupIdentifier},
+    {vorn::keys::Buttons, vorn::wheelDown, vorn::AssignmentCommand::ScrollDown, 0, buttonsGroupIdentifier},
+    {vorn::keys::Keys, "30", vorn::AssignmentCommand::SingleKey, 30, keysGroupIdentifier},
+    {vorn::keys::Keys, "31", vorn::AssignmentCommand::SingleKey, 31, keysGroupIdentifier},
+    {vorn::keys::Keys, "32", vorn::AssignmentCommand::SingleKey, 32, keysGroupIdentifier},
+    {vorn::keys::Keys, "33", vorn::AssignmentCommand::SingleKey, 33, keysGroupIdentifier},
+    {vorn::keys::Keys, "34", vorn::AssignmentCommand::SingleKey, 34, keysGroupIdentifier},
+    {vorn::keys::Keys, "35", vorn::AssignmentCommand::SingleKey, 35, keysGroupIdentifier},
+    {vorn::keys::Keys, "36", vorn::AssignmentCommand::SingleKey, 36, keysGroupIdentifier},
+    {vorn::keys::Keys, "37", vorn::AssignmentCommand::SingleKey, 37, keysGroupIdentifier},
 }};
 // clang-format on
 

@@ -12,7 +12,7 @@ class AssignmentSheet : public QDialog {
   Q_OBJECT
 
  public:
-  // Closes the sheet without a signal of its own.
+  // Closes the sheet; finished tells whoever opened it.
   void end() { QDialog::done(QDialog::Accepted); }
 
   void accept() override { emit okClicked(); }

@@ -24,6 +24,12 @@ constexpr std::array<AssignmentCommand, mouseButtonNameKeys.size()> mouseButtonC
     AssignmentCommand::MouseButton4, AssignmentCommand::MouseButton5, AssignmentCommand::DoubleClick,
     AssignmentCommand::ScrollUp,     AssignmentCommand::ScrollDown};
 
+// The directions of the direction pad: keyboard usages of the arrows, and the mouse's own codes of the diagonals.
+constexpr int firstArrow = 79;
+constexpr int lastArrow = 82;
+constexpr int firstDiagonal = 232;
+constexpr int lastDiagonal = 235;
+
 // Commands that are chosen, and shown, by their name alone.
 struct PlainCommand {
   AssignmentCommand command;
@@ -190,7 +196,7 @@ QString AssignmentText::getDefaultKeyForButton(std::string_view button, int forG
 QString AssignmentText::getMacroRepeatOptionUsingValue(int mode) {
   if (mode == vorn::repeatUntilPressedAgain) return QStringLiteral("Repeat Until Pressed Again");
   if (mode == vorn::repeatUntilReleased) return QStringLiteral("Repeat Until Released");
-  if (mode >= 2 && mode <= 10) return QStringLiteral("Repeat %1 Times").arg(mode);
+  if (mode > playOnce && mode <= mostRuns) return QStringLiteral("Repeat %1 Times").arg(mode);
   return QStringLiteral("Play Macro Once");
 }
 
@@ -304,7 +310,7 @@ int AssignmentText::mouseButtonMappingValueForTagValue(int tag) {
 
 bool AssignmentText::checkForDiagonals(std::string_view button) {
   const int number = numberOfIdentifier(button);
-  return (number >= 79 && number <= 82) || (number >= 232 && number <= 235);
+  return (number >= firstArrow && number <= lastArrow) || (number >= firstDiagonal && number <= lastDiagonal);
 }
 
 }  // namespace skarn

@@ -35,6 +35,10 @@ inline constexpr const char* keymapCycleNameKey = "lkeyKeymapsCycle";
 // The item of a direction-pad control that stands before the others, and every text without a default.
 inline constexpr const char* plainDefaultTitle = "(Default)";
 
+// Repeat modes of a macro that are a number of runs; for the open-ended ones see Assignments.h.
+inline constexpr int playOnce = 1;
+inline constexpr int mostRuns = 10;
+
 class AssignmentText {
  public:
   virtual ~AssignmentText() = default;

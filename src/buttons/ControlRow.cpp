@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "buttons/AssignmentText.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
 #include "widgets/ElidedLabel.h"
@@ -29,6 +30,7 @@ constexpr int leastHeight = 22;
 constexpr int greatestHeight = 36;
 constexpr int gapBetweenPopUps = 2;
 constexpr int greatestPopUpHeight = 30;
+constexpr int widestOfLeast = 220;
 constexpr int repeatButtonSize = 22;
 constexpr int repeatIconSize = 16;
 constexpr float groundOpacity = 0.12F;
@@ -45,6 +47,14 @@ int widthOfNames(ControlFamily family, const QFontMetrics& metrics) {
     widest = std::max(widest, metrics.horizontalAdvance(localized(control.nameKey)));
   }
   return std::min(widest, widestName);
+}
+
+// The functions of mouse buttons are not cut; names that people have given may be.
+int leastWidth(const PopUpButton& popUp) {
+  const QString category = localized("lkeyMouseButton") + QStringLiteral(": ");
+  int widest = 0;
+  for (const char* key : mouseButtonNameKeys) widest = std::max(widest, popUp.widthOf(category + localized(key)));
+  return std::min(widest, widestOfLeast);
 }
 
 bool isKeyboard(Qt::FocusReason reason) {
@@ -79,6 +89,7 @@ ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
   mPopUp->setObjectName(field);
   mPopUp->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   mPopUp->setMaximumHeight(greatestPopUpHeight);
+  mPopUp->setMinimumWidth(leastWidth(*mPopUp));
   mPopUp->setAccessibleName(spokenName(control));
   mPopUp->installEventFilter(this);
   makeRepeatButton();

@@ -10,10 +10,15 @@
 #include <cstdint>
 #include <string_view>
 
-#include "model/PropertyList.h"
+#include "model/Assignments.h"
 #include "model/SettingsKeys.h"
 
 namespace skarn {
+
+inline constexpr int keysGroupType = 1;
+inline constexpr int buttonsGroupType = 2;
+inline constexpr int buttonsGroupIdentifier = 1;
+inline constexpr int keysGroupIdentifier = 2;
 
 enum class ControlFamily : std::uint8_t { ThumbGrid, Wheel, DirectionPad };
 
@@ -24,21 +29,18 @@ struct ControlDescriptor {
   const char* submenuStem;        // with MacroMenuSelector, KeymapMenuSelector, MouseButtonMenuSelector
   const char* profileActionStem;  // with ProfileMenuSelector
   const char* identifier;         // key of its record in "Keys" or "Buttons"
-  int groupType;                  // 1 keys, 2 buttons
-  int groupIdentifier;            // 2 keys, 1 buttons
+  int groupType;                  // of its readers
+  int groupIdentifier;            // of its writers
   const char* repeatButton;       // its macro-repeat button
   int repeatCode;                 // what names the repeat button: the identifier's number, or 700 to 702
   const char* directionPicture;   // of the direction-pad entry; nullptr elsewhere
   const char* nameKey;            // text key of what it sends by default, in the user's words
   ControlFamily family;
 
-  constexpr std::string_view groupKey() const { return groupType == 1 ? vorn::keys::Keys : vorn::keys::Buttons; }
+  constexpr std::string_view groupKey() const {
+    return groupType == keysGroupType ? vorn::keys::Keys : vorn::keys::Buttons;
+  }
 };
-
-inline constexpr int keysGroupType = 1;
-inline constexpr int buttonsGroupType = 2;
-inline constexpr int buttonsGroupIdentifier = 1;
-inline constexpr int keysGroupIdentifier = 2;
 
 // A writer takes every group identifier but that of the buttons for the keys; where that will not do it asks first.
 constexpr bool isGroupIdentifier(int identifier) {
@@ -59,15 +61,15 @@ constexpr int numberOf(std::string_view digits) {
 }  // namespace detail
 
 // A row of the table. NAME is the ordinal as a word; the profile action has a stem of its own.
-#define SKARN_KEY(ordinal, NAME, nameKey, stem, profileStem, identifier, picture, family)       \
-  {                                                                                             \
-    ordinal, "mButton" NAME, "selectButton" NAME "Value", stem, profileStem, identifier, 1, 2,  \
-        "mMacroRepeatConfigButton" NAME, detail::numberOf(identifier), picture, nameKey, family \
+#define SKARN_KEY(ordinal, NAME, nameKey, stem, profileStem, identifier, picture, family)                            \
+  {                                                                                                                  \
+    ordinal, "mButton" NAME, "selectButton" NAME "Value", stem, profileStem, identifier, keysGroupType,              \
+        keysGroupIdentifier, "mMacroRepeatConfigButton" NAME, detail::numberOf(identifier), picture, nameKey, family \
   }
-#define SKARN_BUTTON(ordinal, NAME, nameKey, stem, identifier, repeatCode)                  \
-  {                                                                                         \
-    ordinal, "mButton" NAME, "selectButton" NAME "Value", stem, stem, identifier, 2, 1,     \
-        "mMacroRepeatConfigButton" NAME, repeatCode, nullptr, nameKey, ControlFamily::Wheel \
+#define SKARN_BUTTON(ordinal, NAME, nameKey, stem, identifier, repeatCode)                                          \
+  {                                                                                                                 \
+    ordinal, "mButton" NAME, "selectButton" NAME "Value", stem, stem, identifier.data(), buttonsGroupType,          \
+        buttonsGroupIdentifier, "mMacroRepeatConfigButton" NAME, repeatCode, nullptr, nameKey, ControlFamily::Wheel \
   }
 
 // clang-format off
@@ -94,9 +96,9 @@ inline constexpr std::array<ControlDescriptor, 27> controlTable = {{
               "ThumbGridOne", "ThumbGridOne", "44", nullptr, ControlFamily::ThumbGrid),
     SKARN_KEY(16, "Sixteen", "lkeyControlSixteen",
               "ThumbGridTwo", "ThumbGridTwo", "226", nullptr, ControlFamily::ThumbGrid),
-    SKARN_BUTTON(17, "Seventeen", "lkeyControlSeventeen", "ThumbGridThree", "03", 700),
-    SKARN_BUTTON(18, "Eighteen", "lkeyControlEighteen", "ThumbGridFour", "06", 701),
-    SKARN_BUTTON(19, "Nineteen", "lkeyControlNineteen", "ThumbGridFive", "07", 702),
+    SKARN_BUTTON(17, "Seventeen", "lkeyControlSeventeen", "ThumbGridThree", vorn::wheelButton, 700),
+    SKARN_BUTTON(18, "Eighteen", "lkeyControlEighteen", "ThumbGridFour", vorn::wheelUp, 701),
+    SKARN_BUTTON(19, "Nineteen", "lkeyControlNineteen", "ThumbGridFive", vorn::wheelDown, 702),
     SKARN_KEY(20, "Twenty", "lkeyControlTwenty",
               "ThumbGridSix", "ThumbGridSix", "82", "arrow2.png", ControlFamily::DirectionPad),
     SKARN_KEY(21, "TwentyOne", "lkeyControlTwentyOne",

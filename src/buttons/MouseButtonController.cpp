@@ -216,8 +216,13 @@ bool MouseButtonController::validateMenuItem(const QAction& item) {
 
 void MouseButtonController::chooseItem(const ControlDescriptor& control) {
   const QString title = rowOf(control).popUp()->titleOfSelectedItem();
-  checkSelectedValue(intValueOfSelectedString(title, control.identifier, control.groupType), control.identifier,
-                     control.groupIdentifier);
+  const int command = intValueOfSelectedString(title, control.identifier, control.groupType);
+  if (command == 0) {
+    // The lists have changed since the menu was built.
+    updateUISettings();
+  } else {
+    checkSelectedValue(command, control.identifier, control.groupIdentifier);
+  }
 }
 
 void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag) {
@@ -237,7 +242,7 @@ void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, 
       if (tag == 0) {
         openTabAtIndex(macrosTab);
       } else {
-        write(AssignmentCommand::Macro, tag - 1, 1);
+        write(AssignmentCommand::Macro, tag - 1, playOnce);
       }
       break;
     case AssignmentCategory::Profile:
@@ -253,8 +258,8 @@ void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, 
 }
 
 void MouseButtonController::checkSelectedValue(int command, std::string_view forButton, int withIdentifier) {
-  const SheetContext context{withIdentifier, std::string(forButton)};
-  switch (static_cast<AssignmentCommand>(command)) {
+  const SheetContext context{withIdentifier, std::string(forButton), static_cast<AssignmentCommand>(command)};
+  switch (context.mapping) {
     case AssignmentCommand::SingleKey:
       openSingleKeySheet(context);
       break;

@@ -147,6 +147,7 @@ class MouseButtonController : public QWidget, public AssignmentText {
   struct SheetContext {
     int identifier = 0;  // of the group
     std::string button;
+    vorn::AssignmentCommand mapping{};  // what OK assigns
   };
 
   void addRows();
@@ -161,6 +162,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   void disableButton(std::string_view button, int identifier);
   void resetToDefault(std::string_view button, int identifier);
   void openSingleKeySheet(const SheetContext& context);
+  // Writes what the sheet was opened for, unless it was cancelled.
+  void sheetDidEnd(const SheetContext& context);
   void openApplicationPanel(const SheetContext& context);
   void openPanelDidEnd(int returnCode, const QString& path, const SheetContext& context);
   void openKeymapSheet(const SheetContext& context);
@@ -192,11 +195,13 @@ class MouseButtonController : public QWidget, public AssignmentText {
   SheetContext mSingleKeyContext;
   int singleKeyHIDCode = 0;
   int singleKeyModifier = 0;
+  bool mIsCancelSingleKey = false;
 
   SheetContext mKeymapContext;
   int keymapOptionValue = vorn::nextKeymap;
   int keymapSwitchOptionValue = 0;
   bool isScrollUpDown = false;
+  bool mIsCancelKeymap = false;
 
   std::string mButtonSelected;
   int mButtonSelectedIdentifier = 0;

@@ -33,7 +33,7 @@ struct RepeatMode {
 };
 
 // In the order of the list. The directions of the wheel are never held: the open-ended modes are not for them.
-constexpr std::array<RepeatMode, 12> repeatModes = {{{"lkeyPlayMacroOnce", 1},
+constexpr std::array<RepeatMode, 12> repeatModes = {{{"lkeyPlayMacroOnce", playOnce},
                                                      {"lkeyRepeatUntilReleased", vorn::repeatUntilReleased},
                                                      {"lkeyRepeatUntilPressedAgain", vorn::repeatUntilPressedAgain},
                                                      {"lkeyRepeat2Times", 2},
@@ -44,7 +44,7 @@ constexpr std::array<RepeatMode, 12> repeatModes = {{{"lkeyPlayMacroOnce", 1},
                                                      {"lkeyRepeat7Times", 7},
                                                      {"lkeyRepeat8Times", 8},
                                                      {"lkeyRepeat9Times", 9},
-                                                     {"lkeyRepeat10Times", 10}}};
+                                                     {"lkeyRepeat10Times", mostRuns}}};
 
 std::vector<RepeatMode> repeatModesFor(bool isScrollVariant) {
   std::vector<RepeatMode> modes;
@@ -73,6 +73,22 @@ QString MouseButtonController::controlName(const SheetContext& context) const {
   return {};
 }
 
+void MouseButtonController::sheetDidEnd(const SheetContext& context) {
+  if (mIsCancelSingleKey || mIsCancelKeymap) return;
+  if (context.mapping == AssignmentCommand::SingleKey) {
+    changeButton(context.button, static_cast<int>(context.mapping), singleKeyHIDCode, singleKeyModifier,
+                 context.identifier);
+    return;
+  }
+  getKeymapOptionValue();
+  if (keymapOptionValue == vorn::nextKeymap) {
+    changeKeymapsKeymapCycleMappingForButton(context.button, context.identifier);
+  } else {
+    changeButton(context.button, static_cast<int>(context.mapping), keymapOptionValue,
+                 keymapSheet().isSwitchBack() ? 1 : 0, context.identifier);
+  }
+}
+
 // --- Single key
 
 void MouseButtonController::openSingleKeySheet(const SheetContext& context) {
@@ -80,6 +96,7 @@ void MouseButtonController::openSingleKeySheet(const SheetContext& context) {
     mSingleKey = new SingleKeySheet(sheetWindow());
     connect(mSingleKey, &AssignmentSheet::okClicked, this, &MouseButtonController::clickSingleKeyOK);
     connect(mSingleKey, &AssignmentSheet::cancelClicked, this, &MouseButtonController::clickSingleKeyCancel);
+    connect(mSingleKey, &QDialog::finished, this, [this] { sheetDidEnd(mSingleKeyContext); });
   }
   mSingleKeyContext = context;
   mSingleKey->begin(controlName(context));
@@ -88,22 +105,28 @@ void MouseButtonController::openSingleKeySheet(const SheetContext& context) {
 
 void MouseButtonController::singleKeyEvents(const vorn::Notification& notification) {
   if (!notification.userInfo.isDictionary()) return;
-  singleKeyHIDCode = notification.userInfo[vorn::newsKeys::SingleKey].toInt();
+  const int key = notification.userInfo[vorn::newsKeys::SingleKey].toInt();
+  const bool isShown = mSingleKey && mSingleKey->isVisible();
+  if (isShown && !mSingleKey->takesKey(key)) return;
+  singleKeyHIDCode = key;
   singleKeyModifier = notification.userInfo[vorn::newsKeys::SingleKeyModif].toInt();
-  if (!mSingleKey || !mSingleKey->isVisible()) return;
+  if (!isShown) return;
   mSingleKey->showKey(QString::fromStdString(vorn::eventParser::getStringWithHID(singleKeyHIDCode, singleKeyModifier)));
 }
 
 void MouseButtonController::clickSingleKeyOK() {
-  if (mSingleKey) mSingleKey->end();
+  if (!mSingleKey || !mSingleKey->isVisible()) return;
+  mSingleKey->hide();
   if (buttonDelegate != nullptr) buttonDelegate->stopSingleKeyRecording();
-  changeButton(mSingleKeyContext.button, static_cast<int>(AssignmentCommand::SingleKey), singleKeyHIDCode,
-               singleKeyModifier, mSingleKeyContext.identifier);
+  mSingleKey->end();
 }
 
 void MouseButtonController::clickSingleKeyCancel() {
-  if (mSingleKey) mSingleKey->end();
+  if (!mSingleKey || !mSingleKey->isVisible()) return;
+  mIsCancelSingleKey = true;
+  mSingleKey->end();
   if (buttonDelegate != nullptr) buttonDelegate->stopSingleKeyRecording();
+  mIsCancelSingleKey = false;
   updateUISettings();
 }
 
@@ -155,6 +178,7 @@ KeymapSheet& MouseButtonController::keymapSheet() {
     mKeymapWindow = new KeymapSheet(sheetWindow());
     connect(mKeymapWindow, &AssignmentSheet::okClicked, this, &MouseButtonController::clickKeymapOK);
     connect(mKeymapWindow, &AssignmentSheet::cancelClicked, this, &MouseButtonController::clickKeymapCancel);
+    connect(mKeymapWindow, &QDialog::finished, this, [this] { sheetDidEnd(mKeymapContext); });
     connect(mKeymapWindow, &KeymapSheet::targetChosen, this, [this] {
       getKeymapOptionValue();
       updateStateOfKeyMapSwitchOptionButton();
@@ -190,20 +214,15 @@ void MouseButtonController::checkForScrollUpDownButton(std::string_view button) 
 }
 
 void MouseButtonController::clickKeymapOK() {
-  KeymapSheet& sheet = keymapSheet();
-  sheet.end();
-  getKeymapOptionValue();
-  if (keymapOptionValue == vorn::nextKeymap) {
-    changeKeymapsKeymapCycleMappingForButton(mKeymapContext.button, mKeymapContext.identifier);
-  } else {
-    changeButton(mKeymapContext.button, static_cast<int>(AssignmentCommand::Keymap), keymapOptionValue,
-                 sheet.isSwitchBack() ? 1 : 0, mKeymapContext.identifier);
-  }
+  if (mKeymapWindow && mKeymapWindow->isVisible()) mKeymapWindow->end();
 }
 
 void MouseButtonController::clickKeymapCancel() {
-  keymapSheet().end();
+  if (!mKeymapWindow || !mKeymapWindow->isVisible()) return;
+  mIsCancelKeymap = true;
+  mKeymapWindow->end();
   updateUISettings();
+  mIsCancelKeymap = false;
 }
 
 // --- Repeat mode
@@ -228,7 +247,7 @@ void MouseButtonController::populateMacroRepeatOptions(bool isScrollVariant) {
 int MouseButtonController::getIntValueOfMacroRepeatOptionUsingValue(int index) const {
   const std::vector<RepeatMode> modes = repeatModesFor(isScrollWheelMacroRepeatOption);
   const bool isMode = index >= 0 && index < static_cast<int>(modes.size());
-  return isMode ? modes[static_cast<std::size_t>(index)].value : 1;
+  return isMode ? modes[static_cast<std::size_t>(index)].value : playOnce;
 }
 
 void MouseButtonController::clickMacroRepeatButton(const ControlDescriptor& control) {
@@ -244,7 +263,8 @@ void MouseButtonController::clickMacroRepeatButton(const ControlDescriptor& cont
   const QString mode = getMacroRepeatOptionUsingValue(record[keys::Param2].toInt());
   sheet.showCurrentMode(mode);
   sheet.selectMode(mode);
-  sheet.begin(controlName({mButtonSelectedIdentifier, mButtonSelected}), macroName(mParamOne));
+  sheet.begin(controlName({mButtonSelectedIdentifier, mButtonSelected, AssignmentCommand::Macro}),
+              macroName(mParamOne));
 }
 
 void MouseButtonController::clickMacroPlayback() {
@@ -254,6 +274,7 @@ void MouseButtonController::clickMacroPlayback() {
 
 void MouseButtonController::clickMacroRepeatOK() {
   MacroRepeatSheet& sheet = repeatSheet();
+  if (!sheet.isVisible()) return;
   sheet.end();
   changeButton(mButtonSelected, static_cast<int>(AssignmentCommand::Macro), mParamOne,
                getIntValueOfMacroRepeatOptionUsingValue(sheet.selectedMode()), mButtonSelectedIdentifier);
@@ -261,6 +282,7 @@ void MouseButtonController::clickMacroRepeatOK() {
 }
 
 void MouseButtonController::clickMacroRepeatCancel() {
+  if (!repeatSheet().isVisible()) return;
   repeatSheet().end();
   populateMacroRepeatOptions(false);
   isScrollWheelMacroRepeatOption = false;

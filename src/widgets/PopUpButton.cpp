@@ -264,6 +264,10 @@ QPoint PopUpButton::placeOfMenu() const {
   return {x, !fitsBelow && fitsAbove ? button.top() - size.height() : button.bottom() + 1};
 }
 
+int PopUpButton::widthOf(const QString& title) const {
+  return fontMetrics().horizontalAdvance(inOneLine(title)) + sidePadding + chevronWidth;
+}
+
 QSize PopUpButton::sizeHint() const {
   return {fontMetrics().averageCharWidth() * usualLength + sidePadding + chevronWidth,
           fontMetrics().height() + 2 * verticalPadding};

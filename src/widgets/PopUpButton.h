@@ -58,6 +58,8 @@ class PopUpButton : public QToolButton {
   // As a click does. Nothing happens without items, or while the button is disabled.
   void openMenu();
 
+  // The width at which the closed button shows this title, without an icon, uncut.
+  int widthOf(const QString& title) const;
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 

@@ -172,6 +172,11 @@ class ButtonsTest : public QObject {
         QVERIFY2(row->rect().contains(label->geometry()), row->control().fieldName);
         QVERIFY2(label->height() >= label->fontMetrics().height(), row->control().fieldName);
       }
+      // What the mouse does as it leaves the factory, and any function of a mouse button, is not cut.
+      const PopUpButton* popUp = row->popUp();
+      QVERIFY2(popUp->width() >= popUp->widthOf(popUp->shownTitle()), row->control().fieldName);
+      for (const int command : {1, 2, 3, 4, 5, 9, 18, 19})
+        QVERIFY2(popUp->width() >= popUp->widthOf(tab.mouseButtonLabel(command)), row->control().fieldName);
     }
   }
 

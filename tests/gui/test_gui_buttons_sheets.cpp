@@ -1,4 +1,5 @@
-// The sheets for a single key and for the repeat mode of a macro, and the chooser of applications.
+// The sheet for the repeat mode of a macro, and the chooser of applications.
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -9,24 +10,6 @@ using namespace skarn;
 using namespace skarn::test;
 
 namespace {
-
-const PropertyList startCapture = call({"startSingleKeyRecording"});
-const PropertyList stopCapture = call({"stopSingleKeyRecording"});
-
-PropertyList capturedKey(int key, int modifier) {
-  return PropertyList::dictionary({{"singleKey", key}, {"singleKeyModif", modifier}});
-}
-
-struct KeyFixture : ButtonsFixture {
-  KeyFixture() {
-    tab.setMNotificationCenter(&notifications);
-    tab.registerNotification();
-  }
-  ~KeyFixture() { tab.setMNotificationCenter(nullptr); }
-
-  void capture(const PropertyList& key) { notifications.post("SingleKeyEvent273", "", key); }
-  QString shownKey() { return find<QLineEdit>("mInputSingleKey")->text(); }
-};
 
 // A desktop with two applications.
 class Applications {
@@ -56,109 +39,54 @@ class ButtonsSheetsTest : public QObject {
  private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
 
-  // --- Single key
+  void the_answer_to_ok_may_rebuild_the_tab_data() { addControlRows(); }
 
-  void a_captured_key_is_written_after_the_capture_has_ended_data() { addControlRows(); }
-
-  void a_captured_key_is_written_after_the_capture_has_ended() {
+  void the_answer_to_ok_may_rebuild_the_tab() {
     QFETCH(int, ordinal);
     const ControlDescriptor& control = ButtonsFixture::control(ordinal);
-    KeyFixture fixture;
+    ButtonsFixture fixture;
+    // As the owner does with the engine's answer.
+    fixture.delegate.onUpdate = [&fixture](const PropertyList& settings) {
+      fixture.show(fixture.current.merging(settings));
+    };
     fixture.choose(control, AssignmentCategory::SingleKey);
-    QVERIFY(fixture.isOpen("mSingleKey"));
-    QCOMPARE(fixture.find<QDialog>("mSingleKey")->windowModality(), Qt::WindowModal);
-    QCOMPARE(fixture.shownKey(), QString());
-    QCOMPARE(fixture.find<QLabel>("mSingleKeyControl")->text(), fixture.popUp(control).accessibleName());
-    COMPARE_CALLS(fixture.delegate.calls, startCapture);
-    fixture.capture(capturedKey(4, 0));
-    fixture.capture(capturedKey(7, 3));
-    QCOMPARE(fixture.shownKey(), QStringLiteral("Left Control + Left Shift + D"));
+    fixture.tab.singleKeyEvents({"", "", PropertyList::dictionary({{"singleKey", 5}, {"singleKeyModif", 0}})});
     fixture.press("mSingleKeyOK");
-    QVERIFY(!fixture.isOpen("mSingleKey"));
-    COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture, fixture.request(control, assignment(16, 7, 3)));
+    QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Single Key : B"));
+    fixture.choose(control, AssignmentCategory::Keymap);
+    fixture.press("mKeymapOK");
+    QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Keymap: Cycle Keymaps"));
+    fixture.give(control, assignment(10, 0, 1));
+    QTest::mouseClick(fixture.row(control).repeatButton(), Qt::LeftButton);
+    fixture.find<QComboBox>("mMacroPlaybackPopUp")->setCurrentIndex(1);
+    fixture.press("mMacroRepeatOK");
+    QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Macro : Fireball"));
+    QVERIFY(fixture.row(control).repeatButton()->isVisible());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // The capture's start and its end, and a request for each sheet.
+    QCOMPARE(fixture.delegate.calls.size(), std::size_t(5));
+    for (const char* sheet : {"mSingleKey", "mKeymapWindow", "mMacroRepeatWindow"}) QVERIFY(!fixture.isOpen(sheet));
   }
 
-  void a_cancelled_key_writes_nothing_and_shows_the_stored_assignment_data() { addControlRows(); }
-
-  void a_cancelled_key_writes_nothing_and_shows_the_stored_assignment() {
-    QFETCH(int, ordinal);
-    const ControlDescriptor& control = ButtonsFixture::control(ordinal);
-    KeyFixture fixture;
-    const QString before = fixture.popUp(control).shownTitle();
-    for (const bool byKey : {false, true}) {
-      fixture.delegate.calls.clear();
-      fixture.choose(control, AssignmentCategory::SingleKey);
-      QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Single Key  "));
-      fixture.capture(capturedKey(4, 0));
-      if (byKey) {
-        QTest::keyClick(fixture.find<QDialog>("mSingleKey"), Qt::Key_Escape);
-      } else {
-        fixture.press("mSingleKeyCancel");
-      }
-      QVERIFY(!fixture.isOpen("mSingleKey"));
-      COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture);
-      QCOMPARE(fixture.popUp(control).shownTitle(), before);
-    }
-  }
-
-  void a_key_sheet_that_is_closed_is_cancelled() {
-    KeyFixture fixture;
-    fixture.choose(fixture.control(1), AssignmentCategory::SingleKey);
-    fixture.capture(capturedKey(4, 0));
-    fixture.find<QDialog>("mSingleKey")->close();
-    COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture);
-  }
-
-  void ok_waits_for_a_key_and_return_presses_it() {
-    KeyFixture fixture;
-    fixture.choose(fixture.control(1), AssignmentCategory::SingleKey);
-    const auto* ok = fixture.find<QPushButton>("mSingleKeyOK");
-    auto* sheet = fixture.find<QDialog>("mSingleKey");
-    QVERIFY(!ok->isEnabled());
-    QVERIFY(!ok->toolTip().isEmpty());
-    QTest::keyClick(sheet, Qt::Key_Return);
-    QVERIFY(fixture.isOpen("mSingleKey"));
-    fixture.capture(capturedKey(0, 2));
-    QVERIFY(ok->isEnabled());
-    QCOMPARE(ok->toolTip(), QString());
-    // A key meant for the control presses no button.
-    QTest::keyClick(sheet->focusWidget(), Qt::Key_Space);
-    QVERIFY(fixture.isOpen("mSingleKey"));
-    QTest::keyClick(sheet->focusWidget(), Qt::Key_Return);
-    COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture,
-                  fixture.request(fixture.control(1), assignment(16, 0, 2)));
-    // The next time the field is empty again.
-    fixture.choose(fixture.control(2), AssignmentCategory::SingleKey);
-    QCOMPARE(fixture.shownKey(), QString());
-    QVERIFY(!ok->isEnabled());
-  }
-
-  void keys_are_kept_but_not_shown_while_the_sheet_is_closed() {
-    KeyFixture fixture;
-    fixture.capture(capturedKey(5, 8));
-    QCOMPARE(fixture.tab.mSingleKeyHIDCode(), 5);
-    QCOMPARE(fixture.tab.mSingleKeyModifier(), 8);
-    fixture.capture("no dictionary");
-    QCOMPARE(fixture.tab.mSingleKeyHIDCode(), 5);
-    QVERIFY(!fixture.isOpen("mSingleKey"));
-    QVERIFY(fixture.delegate.calls.empty());
-  }
-
-  void the_tab_listens_as_long_as_it_has_the_centre() {
-    KeyFixture fixture;
-    QVERIFY(fixture.notifications.observed() == std::vector<std::string>{"SingleKeyEvent273"});
-    fixture.tab.setMNotificationCenter(nullptr);
-    QVERIFY(fixture.notifications.observed().empty());
-  }
-
-  void settings_that_change_meanwhile_are_what_the_key_is_written_to() {
-    KeyFixture fixture;
-    fixture.choose(fixture.control(1), AssignmentCategory::SingleKey);
-    fixture.capture(capturedKey(4, 0));
-    fixture.give(fixture.control(2), assignment(20));
-    fixture.press("mSingleKeyOK");
-    COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture,
-                  fixture.request(fixture.control(1), assignment(16, 4)));
+  void buttons_of_sheets_that_are_closed_do_nothing() {
+    ButtonsFixture fixture;
+    const auto press = [&fixture] {
+      fixture.tab.clickSingleKeyOK();
+      fixture.tab.clickSingleKeyCancel();
+      fixture.tab.clickKeymapOK();
+      fixture.tab.clickKeymapCancel();
+      fixture.tab.clickMacroRepeatOK();
+      fixture.tab.clickMacroRepeatCancel();
+    };
+    press();
+    fixture.tab.checkSelectedValue(16, "43", 2);
+    fixture.press("mSingleKeyCancel");
+    fixture.tab.checkSelectedValue(50, "43", 2);
+    fixture.press("mKeymapCancel");
+    fixture.tab.clickMacroRepeatButton(fixture.control(1));
+    fixture.press("mMacroRepeatCancel");
+    press();
+    COMPARE_CALLS(fixture.delegate.calls, call({"startSingleKeyRecording"}), call({"stopSingleKeyRecording"}));
   }
 
   // --- Repeat mode
@@ -349,6 +277,19 @@ class ButtonsSheetsTest : public QObject {
                  QStringList({localized("lkeyNoApplicationTitle"), localized("lkeyNoApplicationDesc")}));
     QVERIFY(fixture.delegate.calls.empty());
     QCOMPARE(fixture.popUp(1).shownTitle(), QStringLiteral("Tab (Default)"));
+  }
+
+  void another_application_can_be_browsed_for() {
+    const Applications applications;
+    ButtonsFixture fixture;
+    fixture.choose(fixture.control(1), AssignmentCategory::LaunchProgram);
+    fixture.press("mApplicationBrowse");
+    const auto* panel = fixture.find<QFileDialog>("mOpenPanel");
+    QVERIFY(panel != nullptr && panel->isVisible());
+    QCOMPARE(panel->acceptMode(), QFileDialog::AcceptOpen);
+    QVERIFY(panel->fileMode() != QFileDialog::ExistingFiles);
+    QCOMPARE(panel->nameFilters(), QStringList{QStringLiteral("Files of this kind (*.app *.desktop)")});
+    QVERIFY(fixture.delegate.calls.empty());
   }
 
   void a_new_chooser_takes_the_place_of_an_earlier_one() {

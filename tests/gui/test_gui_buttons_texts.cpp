@@ -23,7 +23,7 @@ const QStringList defaultTexts = {"Tab ",
                                   "C ",
                                   "Space ",
                                   "Left Alt ",
-                                  "Mouse: Mouse Button 3 ",
+                                  "Mouse: Button 3 ",
                                   "Mouse: Scroll Up ",
                                   "Mouse: Scroll Down ",
                                   "(Default)",
@@ -58,8 +58,8 @@ class ButtonsTextsTest : public QObject {
       row(("unknown " + std::to_string(command)).c_str(), assignment(command), "");
     row("left click", assignment(1), "Mouse Button: Left Click");
     row("right click", assignment(2), "Mouse Button: Right Click");
-    row("button 3", assignment(3), "Mouse Button: Mouse Button 3");
-    row("button 4", assignment(4), "Mouse Button: Mouse Button 4");
+    row("button 3", assignment(3), "Mouse Button: Button 3");
+    row("button 4", assignment(4), "Mouse Button: Button 4");
     row("button 5", assignment(5), "Mouse Button: Double Click");
     row("button 6", assignment(6), "Mouse Button");
     row("button 7", assignment(7), "Mouse Button");
@@ -173,7 +173,7 @@ class ButtonsTextsTest : public QObject {
     ButtonsFixture fixture;
     QCOMPARE(fixture.tab.stringForMouseButtonValue(5), fixture.tab.stringForMouseButtonValue(9));
     QMenu* submenu = fixture.openSubmenu(fixture.control(1), AssignmentCategory::MouseButton);
-    QCOMPARE(titleOf(*submenu->actions().at(4)), QStringLiteral("Mouse Button 5"));
+    QCOMPARE(titleOf(*submenu->actions().at(4)), QStringLiteral("Button 5"));
     QCOMPARE(titleOf(*submenu->actions().at(5)), QStringLiteral("Double Click"));
   }
 
@@ -184,8 +184,8 @@ class ButtonsTextsTest : public QObject {
       const QString text = fixture.tab.stringForMouseButtonValue(command);
       if (!text.isEmpty()) texts << QString::number(command) + QLatin1Char(' ') + text;
     }
-    QCOMPARE(texts, QStringList({"1 Left Click", "2 Right Click", "3 Mouse Button 3", "4 Mouse Button 4",
-                                 "5 Double Click", "9 Double Click", "18 Scroll Up", "19 Scroll Down"}));
+    QCOMPARE(texts, QStringList({"1 Left Click", "2 Right Click", "3 Button 3", "4 Button 4", "5 Double Click",
+                                 "9 Double Click", "18 Scroll Up", "19 Scroll Down"}));
   }
 
   void only_keymaps_and_the_cycle_have_a_keymap_text() {
@@ -273,9 +273,9 @@ class ButtonsTextsTest : public QObject {
     QTest::addColumn<int>("command");
     const auto row = [](const char* title, int command) { QTest::newRow(title) << QString(title) << command; };
     row("Mouse Button", 1);
-    row("Mouse Button 6", 6);
-    row("Mouse Button 7", 7);
-    row("Mouse Button 8", 8);
+    row("Button 6", 6);
+    row("Button 7", 7);
+    row("Button 8", 8);
     row("Macro  ", 10);
     row("Sensitivity Stage Up", 11);
     row("Sensitivity Stage Down", 12);
