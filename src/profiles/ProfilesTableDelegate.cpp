@@ -79,7 +79,11 @@ void ProfilesTableDelegate::takeEditOver() {
   const QString name = edit->text();
   const QPersistentModelIndex index = mEditedIndex;
   emit closeEditor(mEditor, NoHint);
-  emit nameEntered(index, name);
+  if (name.isEmpty()) {
+    emit editAbandoned();
+  } else {
+    emit nameEntered(index, name);
+  }
 }
 
 QWidget* ProfilesTableDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,

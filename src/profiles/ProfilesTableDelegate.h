@@ -40,7 +40,7 @@ class ProfilesTableDelegate : public RowDelegate {
 
  signals:
   void nameEntered(const QModelIndex& index, const QString& name);
-  // The user gave up an edit.
+  // The user gave up an edit, or left the name empty.
   void editAbandoned();
 
  protected:
