@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
-#include <QStyle>
 
 #include "platform/Localization.h"
 #include "profiles/ProfilesTableModel.h"
@@ -30,22 +29,10 @@ void paintDot(QPainter* painter, const QStyleOptionViewItem& option) {
   painter->restore();
 }
 
-void paintCheckBox(QPainter* painter, const QStyleOptionViewItem& option, bool isOn) {
-  const QStyle& style = *option.widget->style();
-  QStyleOptionButton box;
-  box.palette = option.palette;
-  box.state =
-      (option.state & (QStyle::State_Enabled | QStyle::State_Active)) | (isOn ? QStyle::State_On : QStyle::State_Off);
-  const QSize size(style.pixelMetric(QStyle::PM_IndicatorWidth), style.pixelMetric(QStyle::PM_IndicatorHeight));
-  box.rect = QStyle::alignedRect(option.direction, Qt::AlignCenter, size, option.rect);
-  style.drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, option.widget);
-}
-
 }  // namespace
 
 void ProfilesTableDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   RowDelegate::initStyleOption(option, index);
-  option->features &= ~QStyleOptionViewItem::HasCheckIndicator;  // drawn here, in the middle
   if (index.column() == ProfilesTableModel::Name && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     option->font.setWeight(QFont::DemiBold);
   }
@@ -57,8 +44,6 @@ void ProfilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
   RowDelegate::paint(painter, option, index);
   if (index.column() == ProfilesTableModel::Id && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     paintDot(painter, option);
-  } else if (index.column() == ProfilesTableModel::AutoSwitch) {
-    paintCheckBox(painter, option, index.data(Qt::CheckStateRole).toInt() == Qt::Checked);
   }
 }
 

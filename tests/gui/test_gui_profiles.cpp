@@ -1,5 +1,6 @@
 // The profiles table: what it shows, selecting, deleting and restoring.
 #include "ProfilesTabTest.h"
+#include "profiles/ProfilesTableModel.h"
 #include "widgets/Palettes.h"
 
 using namespace skarn;
@@ -75,6 +76,28 @@ class ProfilesTest : public QObject {
     QVERIFY(changed.width() <= 18 && changed.height() <= 18);
     QVERIFY((changed.center() - on.rect().center()).manhattanLength() <= 4);
     QCOMPARE(test.table().model()->index(2, 3).data(Qt::DisplayRole).toString(), QString());
+  }
+
+  void eachColumnHasItsValuesAndOneOfTwoCells() {
+    ProfilesTab test;
+    test.delegate.reload();
+    const auto* model = qobject_cast<ProfilesTableModel*>(test.table().model());
+    QVERIFY(model);
+    const QVariantList values[] = {{1, "Default", "", 0}, {2, "Work", "LibreOffice Writer", 0}};
+    for (int row = 0; row < 2; ++row) {
+      for (int column = 0; column < 4; ++column) {
+        QCOMPARE(model->tableViewObjectValueForTableColumn(ProfilesTableModel::identifierOf(column), row),
+                 values[row][column]);
+      }
+    }
+    QCOMPARE(model->tableViewObjectValueForTableColumn(QStringLiteral("auto switch"), 2), QVariant(1));
+    QVERIFY(!model->tableViewObjectValueForTableColumn(QStringLiteral("other"), 0).isValid());
+    QVERIFY(test.tab->tableViewDataCellForTableColumn(QStringLiteral("auto switch")) !=
+            test.tab->tableViewDataCellForTableColumn(QStringLiteral("name")));
+    for (int column = 0; column < 4; ++column) {
+      QCOMPARE(test.table().itemDelegateForColumn(column),
+               test.tab->tableViewDataCellForTableColumn(ProfilesTableModel::identifierOf(column)));
+    }
   }
 
   void aRefreshKeepsTheSelectedRowByItsIndex() {
