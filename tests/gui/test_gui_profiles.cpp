@@ -201,6 +201,17 @@ class ProfilesTest : public QObject {
     VERIFY_CALLS(test.delegate.calls, {switchedTo(2), switchedTo(1), switchedTo(0)});
   }
 
+  void theArrowKeysGoOnFromTheSelectedRowAfterARefusedSwitch() {
+    ProfilesTab test;
+    test.show();
+    test.delegate.doesAnswer = false;
+    test.delegate.duringCall = [&] { test.delegate.reload(); };
+    test.click(3, 1);
+    QCOMPARE(test.selectedRow(), 1);
+    test.key(Qt::Key_Up);
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(3), switchedTo(0)});
+  }
+
   void aRowIsNeitherTakenOutNorAddedWithModifiersOrByDragging() {
     ProfilesTab test;
     test.show();

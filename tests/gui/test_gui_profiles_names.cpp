@@ -292,6 +292,21 @@ class ProfilesNamesTest : public QObject {
     QVERIFY(test.table().hasFocus());
   }
 
+  void onlyTheSelectedRowsNameIsEdited() {
+    ProfilesTab test;
+    test.show();
+    // A switch that is refused: the active row is selected again before the second click of the two.
+    test.delegate.doesAnswer = false;
+    test.delegate.duringCall = [&] { test.delegate.reload(); };
+    test.click(3, 1);
+    QCOMPARE(test.selectedRow(), 1);
+    QMouseEvent second(QEvent::MouseButtonDblClick, test.cell(3, 1),
+                       test.table().viewport()->mapToGlobal(test.cell(3, 1)), Qt::LeftButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(test.table().viewport(), &second);
+    QVERIFY(!test.editor());
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(3)});
+  }
+
   void otherColumnsAreNotEdited() {
     ProfilesTab test;
     test.show();
