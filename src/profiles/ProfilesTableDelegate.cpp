@@ -2,13 +2,16 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QToolTip>
 
 #include "platform/Localization.h"
 #include "profiles/ProfilesTableModel.h"
 #include "widgets/Palettes.h"
+#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -100,12 +103,17 @@ void ProfilesTableDelegate::destroyEditor(QWidget* editor, const QModelIndex& in
 
 bool ProfilesTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                                       const QModelIndex& index) {
-  if (!view->isEnabled()) return false;
+  if (event->type() != QEvent::ToolTip || !view->isEnabled()) return false;
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
-  const int room = option.rect.width() - 2 * sidePadding;
-  if (QFontMetrics(cell.font).horizontalAdvance(cell.text) <= room) return false;
-  return RowDelegate::helpEvent(event, view, option, index);
+  int room = option.rect.width() - 2 * sidePadding;
+  if (cell.features & QStyleOptionViewItem::HasDecoration) room -= option.decorationSize.width() + sidePadding;
+  if (QFontMetrics(cell.font).horizontalAdvance(cell.text) <= room) {
+    QToolTip::hideText();
+    return false;
+  }
+  showPlainToolTip(*event, index.data(Qt::ToolTipRole).toString(), view);
+  return true;
 }
 
 bool ProfilesTableDelegate::eventFilter(QObject* watched, QEvent* event) {

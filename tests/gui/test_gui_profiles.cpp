@@ -1,4 +1,9 @@
 // The profiles table: what it shows, selecting, deleting and restoring.
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+
 #include "ProfilesTabTest.h"
 #include "profiles/ProfilesTableModel.h"
 #include "widgets/Palettes.h"
@@ -98,6 +103,40 @@ class ProfilesTest : public QObject {
       QCOMPARE(test.table().itemDelegateForColumn(column),
                test.tab->tableViewDataCellForTableColumn(ProfilesTableModel::identifierOf(column)));
     }
+  }
+
+  void aTextThatIsCutOffIsToldAsItStands_data() {
+    QTest::addColumn<int>("column");
+    QTest::newRow("name") << 1;
+    QTest::newRow("application") << 2;
+  }
+  void aTextThatIsCutOffIsToldAsItStands() {
+    QFETCH(int, column);
+    ProfilesTab test;
+    const std::string text = "<b>Fire & Ice</b>";
+    test.showProfiles(
+        PropertyList::array(
+            {profile(text).with(keys::AppInfo, PropertyList::dictionary({{keys::Application, text}})), profile("B")}),
+        1);
+    QTableView& table = test.table();
+    const auto tooltip = [&] {
+      const QPoint place = test.cell(0, column);
+      QHelpEvent help(QEvent::ToolTip, place, table.viewport()->mapToGlobal(place));
+      QApplication::sendEvent(table.viewport(), &help);
+      return QToolTip::text();
+    };
+    const int textWidth = table.fontMetrics().horizontalAdvance(QString::fromStdString(text));
+    // Padding left and right of the text, and before an application's name the place of its icon.
+    const int around = 2 * 8 + (column == 2 ? table.iconSize().width() + 8 : 0);
+    table.horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
+    table.horizontalHeader()->resizeSection(column, textWidth + around);
+    QCOMPARE(tooltip(), QString());
+    table.horizontalHeader()->resizeSection(column, textWidth + around - 1);
+    QCOMPARE(QTextDocumentFragment::fromHtml(tooltip()).toPlainText(), QString::fromStdString(text));
+    // The one of another cell goes.
+    table.horizontalHeader()->resizeSection(column, textWidth + around);
+    tooltip();
+    QTRY_VERIFY(!QToolTip::isVisible());
   }
 
   void aRefreshKeepsTheSelectedRowByItsIndex() {
