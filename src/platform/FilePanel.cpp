@@ -191,7 +191,7 @@ class Panel : public QFileDialog {
   void choose(const QString& path) {
     mChosen = path;
     emit fileSelected(path);
-    QDialog::accept();
+    done(QDialog::Accepted);
   }
 
   void refuse(const char* title, const QString& name, const char* reason) {
