@@ -36,7 +36,7 @@ QString identifierIn(const QString& folder, const QString& path) {
 
 // A dash of the ID may stand for a folder.
 QString fileIn(const QString& folder, const QString& identifier) {
-  const QString direct = folder + QLatin1Char('/') + identifier;
+  QString direct = folder + QLatin1Char('/') + identifier;
   if (QFileInfo(direct).isFile()) return direct;
   for (auto dash = identifier.indexOf(QLatin1Char('-')); dash > 0;
        dash = identifier.indexOf(QLatin1Char('-'), dash + 1)) {

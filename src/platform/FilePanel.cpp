@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -105,12 +106,14 @@ class Panel : public QFileDialog {
   // Takes the place of the base's, whose warnings wait in a loop of their own.
   void accept() override {
     const QString text = mNameEdit->text();
-    if (text.isEmpty()) return;
-    const QString path = pathOf(text);
+    // Without a name, a folder that is selected in the list is entered; else this is the folder that is shown.
+    const QString path = text.isEmpty() ? selectedFiles().value(0, directory().path()) : pathOf(text);
     const QFileInfo file(path);
     if (file.isDir() && !isPackage(path)) {
       setDirectory(path);
       mNameEdit->clear();
+    } else if (text.isEmpty()) {
+      return;
     } else if (acceptMode() == AcceptSave && !file.absoluteDir().exists()) {
       refuse("lkeyFolderNotFoundTitle", file.absolutePath(), "lkeyFolderNotFoundDesc");
     } else if (acceptMode() == AcceptOpen && !file.exists()) {
@@ -122,7 +125,18 @@ class Panel : public QFileDialog {
     }
   }
 
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::EnabledChange) {
+      if (auto* button = qobject_cast<QPushButton*>(watched)) explain(*button);
+    }
+    return QFileDialog::eventFilter(watched, event);
+  }
+
  private:
+  static void explain(QPushButton& button) {
+    button.setToolTip(button.isEnabled() ? QString() : localized("lkeyNoFileNamed"));
+  }
+
   // Who looks for a file changes nothing in the folder; who saves one may at most make a folder for it.
   void forbidDeleting() {
     setOption(ReadOnly, acceptMode() == AcceptOpen);
@@ -150,12 +164,8 @@ class Panel : public QFileDialog {
     }
     for (QPushButton* button : findChildren<QPushButton*>()) {
       button->setIcon(QIcon());
-      const auto explain = [button] {
-        button->setToolTip(button->isEnabled() ? QString() : localized("lkeyNoFileNamed"));
-      };
-      // After the dialog itself, which enables its button on the same signal.
-      connect(mNameEdit, &QLineEdit::textChanged, button, explain);
-      explain();
+      button->installEventFilter(this);
+      explain(*button);
     }
     if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
       details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -181,7 +191,7 @@ class Panel : public QFileDialog {
   void choose(const QString& path) {
     mChosen = path;
     emit fileSelected(path);
-    QDialog::accept();
+    done(QDialog::Accepted);
   }
 
   void refuse(const char* title, const QString& name, const char* reason) {

@@ -3,8 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <functional>
-#include <optional>
 #include <string_view>
 #include <vector>
 

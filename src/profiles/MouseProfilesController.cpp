@@ -11,6 +11,7 @@
 #include "platform/Images.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
+#include "profiles/AutoSwitchCell.h"
 #include "profiles/NSTableViewSubClass.h"
 #include "profiles/ProfileMenu.h"
 #include "profiles/ProfilesTableDelegate.h"
@@ -38,7 +39,8 @@ MouseProfilesController::MouseProfilesController(QWidget* parent)
     : QWidget(parent),
       mUi(std::make_unique<Ui::MouseProfilesController>()),
       mModel(new ProfilesTableModel(this)),
-      mCells(new ProfilesTableDelegate(this)) {
+      mCells(new ProfilesTableDelegate(this)),
+      mAutoSwitchCell(new AutoSwitchCell(this)) {
   mUi->setupUi(this);
   setUpTable();
   setUpGearMenu();
@@ -56,7 +58,9 @@ void MouseProfilesController::setUpTable() {
   table->mouseProfilesController = this;
   table->setSelectionMode(QAbstractItemView::SingleSelection);
   table->setModel(mModel);
-  table->setItemDelegate(mCells);
+  for (int column = 0; column < mModel->columnCount(); ++column) {
+    table->setItemDelegateForColumn(column, tableViewDataCellForTableColumn(ProfilesTableModel::identifierOf(column)));
+  }
   QHeaderView* header = table->horizontalHeader();
   header->setSectionResizeMode(ProfilesTableModel::Id, QHeaderView::Fixed);
   header->setSectionResizeMode(ProfilesTableModel::Name, QHeaderView::Stretch);
@@ -365,6 +369,11 @@ void MouseProfilesController::renameProfile(int row, const QString& name) {
   profilesArray = others.appending(renamed).replacing(row, renamed);
   mNeedsProfileEditing = false;
   profileDelegate->renameProfileWithProfileID(selectedRow(), renamed);
+}
+
+QAbstractItemDelegate* MouseProfilesController::tableViewDataCellForTableColumn(const QString& column) const {
+  if (column == QLatin1String(ProfilesTableModel::autoSwitchColumn)) return mAutoSwitchCell;
+  return mCells;
 }
 
 void MouseProfilesController::tableViewSetObjectValueForTableColumn(const QVariant& value, const QString& column,

@@ -20,6 +20,7 @@
 #include "model/PropertyList.h"
 #include "profiles/ProfileControllerDelegate.h"
 
+class QAbstractItemDelegate;
 class QAction;
 class QDialog;
 class QMenu;
@@ -27,6 +28,7 @@ class QTableView;
 
 namespace skarn {
 
+class AutoSwitchCell;
 class ProfilesTableDelegate;
 class ProfilesTableModel;
 
@@ -95,9 +97,11 @@ class MouseProfilesController : public QWidget {
   // Adds the nine items, each of which calls selectMenuItem.
   void addMenuItems(QMenu& menu);
 
-  // --- The table's data source and delegate. The rest of it is ProfilesTableModel.
+  // --- The table's data source and delegate. The rest of it is ProfilesTableModel. A column is one of its identifiers.
   // Enables Delete by the number of rows.
   int numberOfRowsInTableView();
+  // What draws a column and edits it.
+  QAbstractItemDelegate* tableViewDataCellForTableColumn(const QString& column) const;
   // What the user entered. column: "name" with a text, or "auto switch" with 1 or 0; others are not editable.
   void tableViewSetObjectValueForTableColumn(const QVariant& value, const QString& column, int row);
   void tableViewSelectionDidChange();
@@ -152,6 +156,7 @@ class MouseProfilesController : public QWidget {
   std::unique_ptr<Ui::MouseProfilesController> mUi;
   ProfilesTableModel* mModel;
   ProfilesTableDelegate* mCells;
+  AutoSwitchCell* mAutoSwitchCell;
   vorn::PropertyList profileSettingsDict = vorn::PropertyList::dictionary();
   vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
   vorn::PropertyList profilesArray = vorn::PropertyList::array();

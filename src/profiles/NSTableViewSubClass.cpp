@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyleOptionFocusRect>
 
 #include "platform/Localization.h"
@@ -115,8 +116,28 @@ void NSTableViewSubClass::keyPressEvent(QKeyEvent* event) {
       }
       break;
     default:
-      QTableView::keyPressEvent(event);
+      moveByKey(event);
   }
+}
+
+void NSTableViewSubClass::moveByKey(QKeyEvent* event) {
+  const int row = selectedRow();
+  // A switch that was refused has selected another row than the current one.
+  if (row >= 0 && row != currentIndex().row()) {
+    selectionModel()->setCurrentIndex(model()->index(row, ProfilesTableModel::Name), QItemSelectionModel::NoUpdate);
+  }
+  const QScopedValueRollback moving(mIsMovedByKey, true);
+  QTableView::keyPressEvent(event);
+}
+
+// After a key has made a row current and so selected it, the view selects it once more, though a refused switch may
+// have taken the selection back: the switch would be asked for twice.
+void NSTableViewSubClass::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) {
+  if (!mIsMovedByKey) QTableView::setSelection(rect, command);
+}
+
+bool NSTableViewSubClass::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  return index.row() == selectedRow() && QTableView::edit(index, trigger, event);
 }
 
 void NSTableViewSubClass::paintEvent(QPaintEvent* event) {

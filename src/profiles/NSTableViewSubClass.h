@@ -21,6 +21,8 @@ class NSTableViewSubClass : public QTableView {
  public:
   explicit NSTableViewSubClass(QWidget* parent = nullptr);
 
+  using QTableView::edit;
+
   // The selected row, -1 without one.
   int selectedRow() const;
 
@@ -38,15 +40,20 @@ class NSTableViewSubClass : public QTableView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  // The selected row alone is edited: a rename goes to it.
+  bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   // With the keyboard's focus, the selected row has the frame that shows it.
   void paintEvent(QPaintEvent* event) override;
+  void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
  private:
   QModelIndex boxAt(const QPoint& position) const;
   void toggle(const QModelIndex& box);
+  void moveByKey(QKeyEvent* event);
 
   QPersistentModelIndex mPressedBox;
+  bool mIsMovedByKey = false;
   QPointer<QMenu> mMenu;
 };
 

@@ -2,14 +2,16 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
-#include <QStyle>
+#include <QToolTip>
 
 #include "platform/Localization.h"
 #include "profiles/ProfilesTableModel.h"
 #include "widgets/Palettes.h"
+#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -30,22 +32,10 @@ void paintDot(QPainter* painter, const QStyleOptionViewItem& option) {
   painter->restore();
 }
 
-void paintCheckBox(QPainter* painter, const QStyleOptionViewItem& option, bool isOn) {
-  const QStyle& style = *option.widget->style();
-  QStyleOptionButton box;
-  box.palette = option.palette;
-  box.state =
-      (option.state & (QStyle::State_Enabled | QStyle::State_Active)) | (isOn ? QStyle::State_On : QStyle::State_Off);
-  const QSize size(style.pixelMetric(QStyle::PM_IndicatorWidth), style.pixelMetric(QStyle::PM_IndicatorHeight));
-  box.rect = QStyle::alignedRect(option.direction, Qt::AlignCenter, size, option.rect);
-  style.drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, option.widget);
-}
-
 }  // namespace
 
 void ProfilesTableDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   RowDelegate::initStyleOption(option, index);
-  option->features &= ~QStyleOptionViewItem::HasCheckIndicator;  // drawn here, in the middle
   if (index.column() == ProfilesTableModel::Name && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     option->font.setWeight(QFont::DemiBold);
   }
@@ -57,8 +47,6 @@ void ProfilesTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem&
   RowDelegate::paint(painter, option, index);
   if (index.column() == ProfilesTableModel::Id && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     paintDot(painter, option);
-  } else if (index.column() == ProfilesTableModel::AutoSwitch) {
-    paintCheckBox(painter, option, index.data(Qt::CheckStateRole).toInt() == Qt::Checked);
   }
 }
 
@@ -79,7 +67,11 @@ void ProfilesTableDelegate::takeEditOver() {
   const QString name = edit->text();
   const QPersistentModelIndex index = mEditedIndex;
   emit closeEditor(mEditor, NoHint);
-  emit nameEntered(index, name);
+  if (name.isEmpty()) {
+    emit editAbandoned();
+  } else {
+    emit nameEntered(index, name);
+  }
 }
 
 QWidget* ProfilesTableDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
@@ -111,12 +103,17 @@ void ProfilesTableDelegate::destroyEditor(QWidget* editor, const QModelIndex& in
 
 bool ProfilesTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                                       const QModelIndex& index) {
-  if (!view->isEnabled()) return false;
+  if (event->type() != QEvent::ToolTip || !view->isEnabled()) return false;
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
-  const int room = option.rect.width() - 2 * sidePadding;
-  if (QFontMetrics(cell.font).horizontalAdvance(cell.text) <= room) return false;
-  return RowDelegate::helpEvent(event, view, option, index);
+  int room = option.rect.width() - 2 * sidePadding;
+  if (cell.features & QStyleOptionViewItem::HasDecoration) room -= option.decorationSize.width() + sidePadding;
+  if (QFontMetrics(cell.font).horizontalAdvance(cell.text) <= room) {
+    QToolTip::hideText();
+    return false;
+  }
+  showPlainToolTip(*event, index.data(Qt::ToolTipRole).toString(), view);
+  return true;
 }
 
 bool ProfilesTableDelegate::eventFilter(QObject* watched, QEvent* event) {

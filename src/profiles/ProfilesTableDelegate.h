@@ -1,5 +1,5 @@
-// Draws the cells of the profiles table (the active row's dot beside its number, the application's icon beside its
-// name, auto switch as a check box in the middle of its cell) and edits names in their place. Main thread.
+// Draws the cells of the profiles table that show texts (the active row's dot beside its number, the application's icon
+// beside its name) and edits names in their place. Main thread.
 //
 // Return, Tab and a loss of the keyboard take a typed name over: the line edit is closed, then nameEntered is sent, so
 // that what follows from the rename finds no edit under way. While a name is edited, a new list leaves the typed text
@@ -40,7 +40,7 @@ class ProfilesTableDelegate : public RowDelegate {
 
  signals:
   void nameEntered(const QModelIndex& index, const QString& name);
-  // The user gave up an edit.
+  // The user gave up an edit, or left the name empty.
   void editAbandoned();
 
  protected:

@@ -25,11 +25,11 @@ constexpr std::array<ColumnTexts, 4> columns = {{
     {ProfilesTableModel::autoSwitchColumn, "lkeyProfileAutoSwitchColumn"},
 }};
 
-QString identifierOf(int column) {
+}  // namespace
+
+QString ProfilesTableModel::identifierOf(int column) {
   return QLatin1String(columns[static_cast<std::size_t>(column)].identifier);
 }
-
-}  // namespace
 
 void ProfilesTableModel::setProfiles(const vorn::PropertyList& profiles, int activeProfile) {
   const vorn::PropertyList next = profiles.arrayOrEmpty();
@@ -58,21 +58,17 @@ int ProfilesTableModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(columns.size());
 }
 
-bool ProfilesTableModel::isAutoSwitchOn(int row) const {
-  return numberOf(mProfiles.at(row), keys::AutoSwitchOn).value_or(0) != 0;
+QVariant ProfilesTableModel::tableViewObjectValueForTableColumn(const QString& column, int row) const {
+  const vorn::PropertyList& profile = mProfiles.at(row);
+  if (column == QLatin1String(idColumn)) return row + 1;
+  if (column == QLatin1String(nameColumn)) return textOf(profile, keys::ProfileName);
+  if (column == QLatin1String(applicationColumn)) return textOf(profile[keys::AppInfo], keys::Application);
+  if (column == QLatin1String(autoSwitchColumn)) return numberOf(profile, keys::AutoSwitchOn).value_or(0) != 0 ? 1 : 0;
+  return {};
 }
 
-QVariant ProfilesTableModel::text(const QModelIndex& index) const {
-  switch (index.column()) {
-    case Id:
-      return index.row() + 1;
-    case Name:
-      return textOf(mProfiles.at(index.row()), keys::ProfileName);
-    case Application:
-      return textOf(mProfiles.at(index.row())[keys::AppInfo], keys::Application);
-    default:
-      return {};
-  }
+QVariant ProfilesTableModel::valueAt(const QModelIndex& index) const {
+  return tableViewObjectValueForTableColumn(identifierOf(index.column()), index.row());
 }
 
 QIcon ProfilesTableModel::applicationIcon(int row) const {
@@ -84,22 +80,24 @@ QIcon ProfilesTableModel::applicationIcon(int row) const {
 }
 
 QVariant ProfilesTableModel::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   const bool isActive = index.row() == mActiveProfile;
+  const bool isBox = index.column() == AutoSwitch;
   switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-      return text(index);
+      return isBox ? QVariant() : valueAt(index);
     case Qt::ToolTipRole:
-      return index.column() == Id ? QVariant() : text(index);
+      return isBox || index.column() == Id ? QVariant() : valueAt(index);
     case Qt::DecorationRole:
       // Without an icon, an application's name still begins where the others do.
-      if (index.column() != Application || text(index).toString().isEmpty()) return {};
+      if (index.column() != Application || valueAt(index).toString().isEmpty()) return {};
       return applicationIcon(index.row());
     case Qt::CheckStateRole:
-      if (index.column() != AutoSwitch) return {};
-      return static_cast<int>(isAutoSwitchOn(index.row()) ? Qt::Checked : Qt::Unchecked);
+      if (!isBox) return {};
+      return static_cast<int>(valueAt(index).toBool() ? Qt::Checked : Qt::Unchecked);
     case Qt::AccessibleTextRole:
-      return index.column() == AutoSwitch ? localized(isAutoSwitchOn(index.row()) ? "lkeyOn" : "lkeyOff") : QVariant();
+      return isBox ? localized(valueAt(index).toBool() ? "lkeyOn" : "lkeyOff") : QVariant();
     case Qt::AccessibleDescriptionRole:
       return isActive && index.column() == Id ? localized("lkeyActiveProfile") : QVariant();
     case IsActiveRole:

@@ -30,6 +30,11 @@ class ProfilesTableModel : public QAbstractTableModel {
   // selection and editing stay where they are by index.
   void setProfiles(const vorn::PropertyList& profiles, int activeProfile);
 
+  static QString identifierOf(int column);
+  // The row's number, counted from 1, the texts of name and application, 1 or 0 for auto switch; nothing for another
+  // column.
+  QVariant tableViewObjectValueForTableColumn(const QString& column, int row) const;
+
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -43,8 +48,7 @@ class ProfilesTableModel : public QAbstractTableModel {
   void edited(const QVariant& value, const QString& column, int row);
 
  private:
-  QVariant text(const QModelIndex& index) const;
-  bool isAutoSwitchOn(int row) const;
+  QVariant valueAt(const QModelIndex& index) const;
   QIcon applicationIcon(int row) const;
 
   vorn::PropertyList mProfiles;

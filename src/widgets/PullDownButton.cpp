@@ -18,7 +18,7 @@ QString escaped(QString title) {
 }  // namespace
 
 void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QString& operation,
-                    std::function<void(int tag)> chosen) {
+                    const std::function<void(int tag)>& chosen) {
   for (const TaggedItem& item : items) {
     QAction* action = menu.addAction(escaped(item.title));
     action->setObjectName(operation);
@@ -77,9 +77,9 @@ void PullDownButton::initStyleOption(QStyleOptionToolButton* option) const {
 }
 
 void PullDownButton::setItems(const std::vector<TaggedItem>& items, const QString& operation,
-                              std::function<void(int tag)> chosen) {
+                              const std::function<void(int tag)>& chosen) {
   menu()->clear();
-  addTaggedItems(*menu(), items, operation, std::move(chosen));
+  addTaggedItems(*menu(), items, operation, chosen);
 }
 
 void PullDownButton::setValidator(std::function<bool(const QAction& item)> isEnabled) {

@@ -18,7 +18,7 @@ struct TaggedItem {
 // Adds an action per item: its object name is the operation that it calls, its tag stands in the dynamic property
 // "tag", its title is shown as it stands ("&" is no mnemonic; titleOf gives it back unescaped). chosen gets the tag.
 void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QString& operation,
-                    std::function<void(int tag)> chosen);
+                    const std::function<void(int tag)>& chosen);
 QString titleOf(const QAction& item);
 int tagOf(const QAction& item);
 
@@ -30,7 +30,8 @@ class PullDownButton : public QToolButton {
   explicit PullDownButton(QWidget* parent = nullptr);
 
   // Replaces the items.
-  void setItems(const std::vector<TaggedItem>& items, const QString& operation, std::function<void(int tag)> chosen);
+  void setItems(const std::vector<TaggedItem>& items, const QString& operation,
+                const std::function<void(int tag)>& chosen);
   // Asked for every item whenever the menu is about to be shown: is it enabled?
   void setValidator(std::function<bool(const QAction& item)> isEnabled);
   // Returns at once.

@@ -6,9 +6,10 @@
 #include <QLabel>
 #include <QTableView>
 #include <QTest>
-#include <atomic>
+#include <algorithm>
 #include <csignal>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -41,7 +42,9 @@ class OpenWindow {
     QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isFinished = true; });
     mDelegate.applicationDidFinishLaunching({});
     if (!QTest::qWaitFor([&] { return isFinished; }, deadline)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
-    mStartUpdates = mProfileUpdates.exchange(0);
+    mStartUpdates = requests(vorn::MessageID::UpdateProfile);
+    const std::scoped_lock lock(mMutex);
+    mRequests.clear();
   }
   ~OpenWindow() { mDelegate.applicationWillTerminate(); }
   OpenWindow(const OpenWindow&) = delete;
@@ -56,23 +59,27 @@ class OpenWindow {
   bool isEnabled() { return mWindow.ui().MouseProfilesController->mProfilesTableView()->isEnabled(); }
   bool asksForTheMouse() { return mWindow.findChild<QDialog*>(QStringLiteral("mDeviceConnectionWindow"))->isVisible(); }
   vorn::PropertyList setting(vorn::keys::Key key) { return hub().mDefaultProfileDict()[key]; }
-  // How often it has asked for all settings, and, since its start-up and during it, for a change of a profile.
-  int settingsRequests() const { return mSettingsRequests; }
-  int profileUpdates() const { return mProfileUpdates; }
+  // How many requests with this ID it has sent since its start-up.
+  int requests(vorn::MessageID messageID) const {
+    const std::scoped_lock lock(mMutex);
+    return static_cast<int>(std::count(mRequests.begin(), mRequests.end(), static_cast<std::int32_t>(messageID)));
+  }
+  int profileUpdates() const { return requests(vorn::MessageID::UpdateProfile); }
+  // How many changes of a profile its start-up has sent.
   int startUpdates() const { return mStartUpdates; }
 
  private:
   vorn::EngineLink& traced(vorn::PortEngineLink& link) {
     link.setTrace([this](std::string_view direction, std::int32_t messageID, const vorn::PropertyList&) {
       if (direction != "request") return;
-      if (messageID == static_cast<std::int32_t>(vorn::MessageID::GetAllSettings)) ++mSettingsRequests;
-      if (messageID == static_cast<std::int32_t>(vorn::MessageID::UpdateProfile)) ++mProfileUpdates;
+      const std::scoped_lock lock(mMutex);
+      mRequests.push_back(messageID);
     });
     return link;
   }
 
-  std::atomic<int> mSettingsRequests = 0;
-  std::atomic<int> mProfileUpdates = 0;
+  mutable std::mutex mMutex;
+  std::vector<std::int32_t> mRequests;
   int mStartUpdates = 0;
   vorn::PortEngineLink mLink;
   MouseMainWindow mWindow;

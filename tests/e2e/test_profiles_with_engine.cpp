@@ -8,100 +8,38 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
-#include <memory>
-#include <mutex>
 
-#include "ConfiguratorProcess.h"
+#include "OpenWindow.h"
+#include "OtherClient.h"
 #include "VirtualMouse.h"
-#include "app/BusNotifier.h"
-#include "app/MouseMainWindow.h"
-#include "app/Vorn_ConfiguratorAppDelegate.h"
-#include "core-engine/TemporaryFolder.h"
-#include "engine/PortEngineLink.h"
 #include "model/PropertyListCodec.h"
-#include "model/SettingsKeys.h"
 #include "platform/Localization.h"
-#include "ports/DistributedNotificationCenter.h"
-#include "profiles/MouseProfilesController.h"
-#include "support/PrivateBus.h"
-#include "ui_MouseMainWindow.h"
 
 using namespace skarn;
+using namespace skarn::test;
 using vorn::MessageID;
 using vorn::PropertyList;
-using vorn::test::EngineProcess;
+using vorn::engine::test::TemporaryFolder;
 using vorn::test::VirtualMouse;
 namespace keys = vorn::keys;
-namespace requestKeys = vorn::requestKeys;
-namespace replyKeys = vorn::replyKeys;
 
 namespace {
 
-constexpr int deadline = 20'000;  // milliseconds, for news to arrive
-
-// Another program of the session; it reads what the engine holds and assigns a control.
-class OtherClient {
+// The window with the tab in front.
+class OpenProfiles : public OpenWindow {
  public:
-  OtherClient() { mLink.createLocalPort(); }
-
-  PropertyList ask(MessageID messageID, const PropertyList& keys) {
-    mLink.send(keys.with(requestKeys::ProductID, vorn::wiredProductID)
-                   .with(requestKeys::ResponseMsgPortName, portName)
-                   .with(requestKeys::SourceApp, "org.example.OtherClient"),
-               messageID);
-    const PropertyList answer = mLink.waitForReply() ? mLink.reply() : PropertyList();
-    mLink.emptySlot();
-    return answer;
-  }
-  PropertyList bundle() {
-    return ask(MessageID::GetAllSettings, PropertyList::dictionary())[replyKeys::AllDevSettings];
-  }
-  PropertyList switchProfile(int profileID) {
-    return ask(MessageID::SwitchProfile, PropertyList::dictionary({{requestKeys::ProfileID, profileID}}));
-  }
-  // A click on the key then makes that profile the active one.
-  void assignSwitch(int ofProfile, keys::Key key, int toProfile) {
-    const PropertyList keysOfProfile = bundle()[keys::Profiles].at(ofProfile)[keys::Keys];
-    const PropertyList record =
-        PropertyList::dictionary({{keys::Command, 17}, {keys::Param1, toProfile}, {keys::Param2, 0}});
-    ask(MessageID::UpdateProfile,
-        PropertyList::dictionary({{requestKeys::ProfileID, ofProfile},
-                                  {requestKeys::DeviceSettingsDictionary,
-                                   PropertyList::dictionary({{keys::Keys, keysOfProfile.with(key, record)}})}}));
+  OpenProfiles() {
+    find<QTabWidget>("mMouseTabView")->setCurrentWidget(&tab());
+    window().show();
+    window().activateWindow();
+    if (!QTest::qWaitForWindowActive(&window())) QTest::qFail("the window is active", __FILE__, __LINE__);
   }
 
- private:
-  static constexpr const char* portName = "OtherClientReplyPort";
-  vorn::PortEngineLink mLink{portName};
-};
-
-// The window with the tab in front, and what it asks of the engine.
-class OpenWindow {
- public:
-  OpenWindow()
-      : mDelegate(mWindow, {.link = traced(mLink),
-                            .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
-                            .openAddress = [](const QUrl&) {},
-                            .report = [](const std::string&) {}}) {
-    bool isFinished = false;
-    QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isFinished = true; });
-    mDelegate.applicationDidFinishLaunching({});
-    if (!QTest::qWaitFor([&] { return isFinished; }, 60'000)) QTest::qFail("the start-up ends", __FILE__, __LINE__);
-    mWindow.ui().mMouseTabView->setCurrentWidget(&tab());
-    mWindow.show();
-    mWindow.activateWindow();
-    if (!QTest::qWaitForWindowActive(&mWindow)) QTest::qFail("the window is active", __FILE__, __LINE__);
-  }
-  ~OpenWindow() { mDelegate.applicationWillTerminate(); }
-  OpenWindow(const OpenWindow&) = delete;
-  OpenWindow& operator=(const OpenWindow&) = delete;
-
-  MouseMainController& hub() { return mDelegate.mMouseMainController(); }
-  MouseProfilesController& tab() { return *mWindow.ui().MouseProfilesController; }
+  MouseProfilesController& tab() { return *find<MouseProfilesController>("MouseProfilesController"); }
   QTableView& table() { return *tab().mProfilesTableView(); }
   template <typename Widget>
   Widget* find(const char* name) {
-    return mWindow.findChild<Widget*>(QLatin1String(name));
+    return window().findChild<Widget*>(QLatin1String(name));
   }
 
   int selectedRow() {
@@ -162,28 +100,6 @@ class OpenWindow {
     choose(3);
     enterPath("mProfileOpenPanel", path);
   }
-
-  // How many requests with this ID it has sent.
-  int requests(MessageID messageID) {
-    const std::scoped_lock lock(mMutex);
-    return static_cast<int>(std::count(mRequests.begin(), mRequests.end(), static_cast<std::int32_t>(messageID)));
-  }
-
- private:
-  vorn::EngineLink& traced(vorn::PortEngineLink& link) {
-    link.setTrace([this](std::string_view direction, std::int32_t messageID, const PropertyList&) {
-      if (direction != "request") return;
-      const std::scoped_lock lock(mMutex);
-      mRequests.push_back(messageID);
-    });
-    return link;
-  }
-
-  std::mutex mMutex;
-  std::vector<std::int32_t> mRequests;
-  vorn::PortEngineLink mLink;
-  MouseMainWindow mWindow;
-  Vorn_ConfiguratorAppDelegate mDelegate;
 };
 
 }  // namespace
@@ -192,21 +108,17 @@ class ProfilesWithEngineTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void initTestCase() {
-    installTranslations(QStringLiteral("en"));
-    mNotifier = std::make_unique<BusNotifier>(vorn::BusConnection::forThisThread());
-  }
+  void initTestCase() { installTranslations(QStringLiteral("en")); }
   void init() {
-    mFolder = std::make_unique<vorn::engine::test::TemporaryFolder>();
-    mEngine =
-        std::make_unique<EngineProcess>(mFolder->path("state"), std::vector<std::string>{"--defaults", BUILT_DEFAULTS});
-    mWindow = std::make_unique<OpenWindow>();
+    mFolder = std::make_unique<TemporaryFolder>();
+    mEngine.begin();
+    mWindow = std::make_unique<OpenProfiles>();
     mOther = std::make_unique<OtherClient>();
   }
   void cleanup() {
     mOther.reset();
     mWindow.reset();
-    mEngine.reset();
+    mEngine.end();
     mFolder.reset();
   }
 
@@ -225,9 +137,7 @@ class ProfilesWithEngineTest : public QObject {
     mWindow->add(QStringLiteral("Work"));
     mWindow->click(1);
     verifyShows({"Default", "Work"}, 1);
-    mOther->ask(MessageID::UpdateProfile, PropertyList::dictionary({{requestKeys::ProfileID, 1},
-                                                                    {requestKeys::DeviceSettingsDictionary,
-                                                                     PropertyList::dictionary({{keys::DPIX, 1234}})}}));
+    mOther->updateProfile(1, PropertyList::dictionary({{keys::DPIX, 1234}}));
     QTRY_COMPARE_WITH_TIMEOUT(mWindow->hub().mDefaultProfileDict()[keys::DPIX].toInt(), 1234, deadline);
     mWindow->choose(6);
     mWindow->enterName(QStringLiteral("Copy"));
@@ -305,7 +215,7 @@ class ProfilesWithEngineTest : public QObject {
 
   void switches_on_the_mouse_are_followed_and_not_answered() {
     fill();
-    mOther->assignSwitch(0, "43", 3);
+    mOther->assign("43", 17, 3);
     QVERIFY(VirtualMouse::click("43"));
     QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 3, deadline);
     mOther->switchProfile(1);
@@ -318,7 +228,7 @@ class ProfilesWithEngineTest : public QObject {
 
   void a_switch_on_the_mouse_ends_an_edit_without_a_rename() {
     fill();
-    mOther->assignSwitch(0, "43", 2);
+    mOther->assign("43", 17, 2);
     mWindow->choose(1);
     QTest::keyClicks(mWindow->editor(), QStringLiteral("Half a na"));
     const int before = mWindow->requests(MessageID::UpdateProfile);
@@ -372,11 +282,9 @@ class ProfilesWithEngineTest : public QObject {
     QCOMPARE(mWindow->selectedRow(), active);
   }
 
-  vorn::test::PrivateBus mBus;
-  std::unique_ptr<BusNotifier> mNotifier;
-  std::unique_ptr<vorn::engine::test::TemporaryFolder> mFolder;
-  std::unique_ptr<EngineProcess> mEngine;
-  std::unique_ptr<OpenWindow> mWindow;
+  EngineSession mEngine;
+  std::unique_ptr<TemporaryFolder> mFolder;
+  std::unique_ptr<OpenProfiles> mWindow;
   std::unique_ptr<OtherClient> mOther;
 };
 

@@ -2,6 +2,7 @@
 #include <QTest>
 
 #include "OpenWindow.h"
+#include "OtherClient.h"
 #include "VirtualMouse.h"
 #include "platform/Localization.h"
 
@@ -12,50 +13,6 @@ using vorn::PropertyList;
 using vorn::test::VirtualMouse;
 namespace keys = vorn::keys;
 namespace requestKeys = vorn::requestKeys;
-namespace replyKeys = vorn::replyKeys;
-
-namespace {
-
-// Another program of the session.
-class OtherClient {
- public:
-  OtherClient() { mLink.createLocalPort(); }
-
-  // The bundle after the request.
-  PropertyList change(MessageID messageID, const PropertyList& keys) {
-    mLink.send(keys.with(requestKeys::ProductID, vorn::wiredProductID)
-                   .with(requestKeys::ResponseMsgPortName, portName)
-                   .with(requestKeys::SourceApp, "org.example.OtherClient"),
-               messageID);
-    const PropertyList answer = mLink.waitForReply() ? mLink.reply() : PropertyList();
-    mLink.emptySlot();
-    return answer[replyKeys::ReturnDictionary];
-  }
-  PropertyList updateProfile(int profileID, const PropertyList& settings) {
-    return change(MessageID::UpdateProfile,
-                  PropertyList::dictionary(
-                      {{requestKeys::ProfileID, profileID}, {requestKeys::DeviceSettingsDictionary, settings}}));
-  }
-  // A further profile like the first, under another name.
-  PropertyList addProfile(const PropertyList& settings) {
-    return change(MessageID::AddProfile, PropertyList::dictionary({{requestKeys::DeviceSettingsDictionary, settings}}));
-  }
-  PropertyList switchProfile(int profileID) {
-    return change(MessageID::SwitchProfile, PropertyList::dictionary({{requestKeys::ProfileID, profileID}}));
-  }
-  // Gives one of the keys in the first profile another assignment.
-  PropertyList assign(const PropertyList& profile, keys::Key key, int command, int param1) {
-    const PropertyList record =
-        PropertyList::dictionary({{keys::Command, command}, {keys::Param1, param1}, {keys::Param2, 0}});
-    return updateProfile(0, PropertyList::dictionary({{keys::Keys, profile[keys::Keys].with(key, record)}}));
-  }
-
- private:
-  static constexpr const char* portName = "OtherClientReplyPort";
-  vorn::PortEngineLink mLink{portName};
-};
-
-}  // namespace
 
 class WindowWithEngineTest : public QObject {
   Q_OBJECT
@@ -165,9 +122,8 @@ void WindowWithEngineTest::a_profile_switched_by_another_client_is_shown() {
 void WindowWithEngineTest::a_profile_switched_on_the_mouse_is_shown() {
   OpenWindow open;
   OtherClient other;
-  const PropertyList record = open.hub().mDefaultProfileDict();
-  other.addProfile(record.with(keys::ProfileName, "Travel"));
-  other.assign(record, "43", 17, 1);
+  other.addProfile(open.hub().mDefaultProfileDict().with(keys::ProfileName, "Travel"));
+  other.assign("43", 17, 1);
   QVERIFY(VirtualMouse::click("43"));
   QTRY_COMPARE_WITH_TIMEOUT(open.profileName(), QStringLiteral("Travel"), deadline);
 }
@@ -226,12 +182,12 @@ void WindowWithEngineTest::changes_of_its_own_are_told_in_its_name_and_not_read_
   center.addObserver(this, notification.toStdString(), [&](const vorn::Notification& news) {
     sources.push_back(news.userInfo[vorn::newsKeys::SourceApp]);
   });
-  const int before = open.settingsRequests();
+  const int before = open.requests(MessageID::GetAllSettings);
   open.hub().updateProfileWithID(0, PropertyList::dictionary({{key.toStdString(), value}}));
   QTRY_COMPARE_WITH_TIMEOUT(sources.size(), std::size_t{1}, deadline);
   center.removeObserver(this);
   QVERIFY(sources[0] == PropertyList(vorn::configuratorIdentifier));
-  QCOMPARE(open.settingsRequests(), before);
+  QCOMPARE(open.requests(MessageID::GetAllSettings), before);
   QCOMPARE(open.setting(key.toStdString()).toInt(), value);
 }
 

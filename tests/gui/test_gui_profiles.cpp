@@ -1,5 +1,11 @@
 // The profiles table: what it shows, selecting, deleting and restoring.
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+
 #include "ProfilesTabTest.h"
+#include "profiles/ProfilesTableModel.h"
 #include "widgets/Palettes.h"
 
 using namespace skarn;
@@ -75,6 +81,62 @@ class ProfilesTest : public QObject {
     QVERIFY(changed.width() <= 18 && changed.height() <= 18);
     QVERIFY((changed.center() - on.rect().center()).manhattanLength() <= 4);
     QCOMPARE(test.table().model()->index(2, 3).data(Qt::DisplayRole).toString(), QString());
+  }
+
+  void eachColumnHasItsValuesAndOneOfTwoCells() {
+    ProfilesTab test;
+    test.delegate.reload();
+    const auto* model = qobject_cast<ProfilesTableModel*>(test.table().model());
+    QVERIFY(model);
+    const QVariantList values[] = {{1, "Default", "", 0}, {2, "Work", "LibreOffice Writer", 0}};
+    for (int row = 0; row < 2; ++row) {
+      for (int column = 0; column < 4; ++column) {
+        QCOMPARE(model->tableViewObjectValueForTableColumn(ProfilesTableModel::identifierOf(column), row),
+                 values[row][column]);
+      }
+    }
+    QCOMPARE(model->tableViewObjectValueForTableColumn(QStringLiteral("auto switch"), 2), QVariant(1));
+    QVERIFY(!model->tableViewObjectValueForTableColumn(QStringLiteral("other"), 0).isValid());
+    QVERIFY(test.tab->tableViewDataCellForTableColumn(QStringLiteral("auto switch")) !=
+            test.tab->tableViewDataCellForTableColumn(QStringLiteral("name")));
+    for (int column = 0; column < 4; ++column) {
+      QCOMPARE(test.table().itemDelegateForColumn(column),
+               test.tab->tableViewDataCellForTableColumn(ProfilesTableModel::identifierOf(column)));
+    }
+  }
+
+  void aTextThatIsCutOffIsToldAsItStands_data() {
+    QTest::addColumn<int>("column");
+    QTest::newRow("name") << 1;
+    QTest::newRow("application") << 2;
+  }
+  void aTextThatIsCutOffIsToldAsItStands() {
+    QFETCH(int, column);
+    ProfilesTab test;
+    const std::string text = "<b>Fire & Ice</b>";
+    test.showProfiles(
+        PropertyList::array(
+            {profile(text).with(keys::AppInfo, PropertyList::dictionary({{keys::Application, text}})), profile("B")}),
+        1);
+    QTableView& table = test.table();
+    const auto tooltip = [&] {
+      const QPoint place = test.cell(0, column);
+      QHelpEvent help(QEvent::ToolTip, place, table.viewport()->mapToGlobal(place));
+      QApplication::sendEvent(table.viewport(), &help);
+      return QToolTip::text();
+    };
+    const int textWidth = table.fontMetrics().horizontalAdvance(QString::fromStdString(text));
+    // Padding left and right of the text, and before an application's name the place of its icon.
+    const int around = 2 * 8 + (column == 2 ? table.iconSize().width() + 8 : 0);
+    table.horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
+    table.horizontalHeader()->resizeSection(column, textWidth + around);
+    QCOMPARE(tooltip(), QString());
+    table.horizontalHeader()->resizeSection(column, textWidth + around - 1);
+    QCOMPARE(QTextDocumentFragment::fromHtml(tooltip()).toPlainText(), QString::fromStdString(text));
+    // The one of another cell goes.
+    table.horizontalHeader()->resizeSection(column, textWidth + around);
+    tooltip();
+    QTRY_VERIFY(!QToolTip::isVisible());
   }
 
   void aRefreshKeepsTheSelectedRowByItsIndex() {
@@ -176,6 +238,17 @@ class ProfilesTest : public QObject {
     test.key(Qt::Key_Up);
     test.key(Qt::Key_Up);
     VERIFY_CALLS(test.delegate.calls, {switchedTo(2), switchedTo(1), switchedTo(0)});
+  }
+
+  void theArrowKeysGoOnFromTheSelectedRowAfterARefusedSwitch() {
+    ProfilesTab test;
+    test.show();
+    test.delegate.doesAnswer = false;
+    test.delegate.duringCall = [&] { test.delegate.reload(); };
+    test.click(3, 1);
+    QCOMPARE(test.selectedRow(), 1);
+    test.key(Qt::Key_Up);
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(3), switchedTo(0)});
   }
 
   void aRowIsNeitherTakenOutNorAddedWithModifiersOrByDragging() {

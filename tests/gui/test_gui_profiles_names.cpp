@@ -155,12 +155,21 @@ class ProfilesNamesTest : public QObject {
     VERIFY_CALLS(test.delegate.calls, {});
   }
 
+  void givingUpTheNameOfANewProfileKeepsItAndSelectsTheActiveOne_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("key");
+    QTest::newRow("Escape") << QStringLiteral("Tra") << static_cast<int>(Qt::Key_Escape);
+    QTest::newRow("an empty name") << QString() << static_cast<int>(Qt::Key_Return);
+    QTest::newRow("an empty name and Tab") << QString() << static_cast<int>(Qt::Key_Tab);
+  }
   void givingUpTheNameOfANewProfileKeepsItAndSelectsTheActiveOne() {
+    QFETCH(QString, typed);
+    QFETCH(int, key);
     ProfilesTab test;
     test.show();
     QTest::mouseClick(&test.add(), Qt::LeftButton);
-    QTest::keyClicks(test.editor(), QStringLiteral("Tra"));
-    QTest::keyClick(test.editor(), Qt::Key_Escape);
+    test.editor()->setText(typed);
+    QTest::keyClick(test.editor(), static_cast<Qt::Key>(key));
     QVERIFY(!test.editor());
     QCOMPARE(test.names().constLast(), QStringLiteral("Untitled Profile"));
     QCOMPARE(test.selectedRow(), 1);
@@ -283,6 +292,21 @@ class ProfilesNamesTest : public QObject {
     QVERIFY(test.table().hasFocus());
   }
 
+  void onlyTheSelectedRowsNameIsEdited() {
+    ProfilesTab test;
+    test.show();
+    // A switch that is refused: the active row is selected again before the second click of the two.
+    test.delegate.doesAnswer = false;
+    test.delegate.duringCall = [&] { test.delegate.reload(); };
+    test.click(3, 1);
+    QCOMPARE(test.selectedRow(), 1);
+    QMouseEvent second(QEvent::MouseButtonDblClick, test.cell(3, 1),
+                       test.table().viewport()->mapToGlobal(test.cell(3, 1)), Qt::LeftButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(test.table().viewport(), &second);
+    QVERIFY(!test.editor());
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(3)});
+  }
+
   void otherColumnsAreNotEdited() {
     ProfilesTab test;
     test.show();
@@ -335,6 +359,7 @@ class ProfilesNamesTest : public QObject {
     QTest::keyClick(test.editor(), Qt::Key_Escape);
     QVERIFY(!test.editor());
     QCoreApplication::processEvents();
+    test.tab->tableViewSetObjectValueForTableColumn(QString(), QStringLiteral("name"), 1);
     VERIFY_CALLS(test.delegate.calls, {});
     QVERIFY(test.tab->mProfilesArray() == profiles());
     QVERIFY(test.tab->mUserSettingsDict() == PropertyList::dictionary());

@@ -201,6 +201,28 @@ class FilePanelTest : public QObject {
     verifyEndsWith(FilePanel::okButton, inFolder(QStringLiteral("Game.app")));
   }
 
+  void aSelectedFolderIsEnteredByTheButton_data() {
+    QTest::addColumn<bool>("isSave");
+    QTest::newRow("open") << false;
+    QTest::newRow("save") << true;
+  }
+  void aSelectedFolderIsEnteredByTheButton() {
+    QFETCH(bool, isSave);
+    if (isSave) {
+      save(QString());
+    } else {
+      open(macroTypes);
+    }
+    QTRY_VERIFY(isShown(QStringLiteral("deeper")));
+    QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, place(QStringLiteral("deeper")));
+    QAbstractButton* enter = button(isSave ? QDialogButtonBox::Save : QDialogButtonBox::Open);
+    QVERIFY(enter->isEnabled());
+    QCOMPARE(enter->toolTip(), QString());
+    QTest::mouseClick(enter, Qt::LeftButton);
+    QCOMPARE(panel()->directory().dirName(), QStringLiteral("deeper"));
+    QCOMPARE(mEnds.ends, Ends());
+  }
+
   void anApplicationFolderIsChosenByKeys() {
     open(applicationTypes);
     QTRY_VERIFY(isShown(QStringLiteral("Game.app")));
