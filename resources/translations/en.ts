@@ -1052,8 +1052,8 @@
         <translation>Gives this profile its factory settings. It keeps its name; other profiles and the macros stay as they are.</translation>
     </message>
     <message id="lkeyRestoringState">
-        <source>Waiting for the core engine and reading the settings of the mouse …</source>
-        <translation>Waiting for the core engine and reading the settings of the mouse …</translation>
+        <source>Waiting for the core engine and reading the settings of the mouse…</source>
+        <translation>Waiting for the core engine and reading the settings of the mouse…</translation>
     </message>
     <message id="lkeyRightClick">
         <source>Right Click</source>
@@ -1228,8 +1228,8 @@
         <translation>Versions and updates</translation>
     </message>
     <message id="lkeyWaitingForKey">
-        <source>Waiting for a key …</source>
-        <translation>Waiting for a key …</translation>
+        <source>Waiting for a key…</source>
+        <translation>Waiting for a key…</translation>
     </message>
     <message id="lkeyWheel">
         <source>Wheel</source>
