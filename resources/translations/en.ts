@@ -1171,6 +1171,10 @@
         <source>No mouse connected. Plug in the cable or the wireless receiver to change your settings.</source>
         <translation>No mouse connected. Plug in the cable or the wireless receiver to change your settings.</translation>
     </message>
+    <message id="lkeyStateEngineSilent">
+        <source>The core engine does not answer. Changes are not stored until it runs again (vorn-core-engine).</source>
+        <translation>The core engine does not answer. Changes are not stored until it runs again (vorn-core-engine).</translation>
+    </message>
     <message id="lkeyStateNoDevice">
         <source>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</source>
         <translation>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</translation>

@@ -1,10 +1,11 @@
 #include "app/MouseMainController.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -311,12 +312,15 @@ void MouseMainController::reload() {
 }
 
 void MouseMainController::updateControlsWithState(bool state) {
+  // The focus of a control that is disabled would go on to a button that opens the browser.
+  const bool takesFocus = !state && mMouseTabView->isAncestorOf(QApplication::focusWidget());
   mMouseButtonController->enableControlsState(state);
   mMousePerformanceController->enableControlsState(state);
   mMouseProfilesController->enableControlsState(state);
   mMouseMacrosController->enableControlsState(state);
   mMouseLightingController->enableControlsState(state);
   mMouseMaintenenceController->enableControlsState(state);
+  if (takesFocus) mMouseTabView->tabBar()->setFocus();
 }
 
 void MouseMainController::updateProfilesControlState(bool state) {
@@ -329,6 +333,7 @@ void MouseMainController::updateProfilesControlState(bool state) {
 }
 
 void MouseMainController::setPresence(Presence presence) {
+  mPresence = presence;
   switch (presence) {
     case Presence::Starting:
       mWindow.showState(localized("lkeyStateStarting"));
@@ -342,7 +347,15 @@ void MouseMainController::setPresence(Presence presence) {
     case Presence::NoEngine:
       mWindow.showState(localized("lkeyStateNoEngine"));
       break;
+    case Presence::EngineSilent:
+      mWindow.showState(localized("lkeyStateEngineSilent"));
+      break;
   }
+}
+
+void MouseMainController::noteAnswer(bool isAnswered) {
+  if (!isAnswered && mPresence == Presence::Connected) setPresence(Presence::EngineSilent);
+  if (isAnswered && mPresence == Presence::EngineSilent) setPresence(Presence::Connected);
 }
 
 void MouseMainController::registerHelpBook() {

@@ -204,7 +204,7 @@ class MouseMainController : public QObject,
 
  private:
   // What the strip under the header says.
-  enum class Presence { Starting, Connected, NoDevice, NoEngine };
+  enum class Presence { Starting, Connected, NoDevice, NoEngine, EngineSilent };
 
   vorn::PropertyList envelope() const;  // the keys that every request carries
   // Sends the request and waits. The answer stays in the reply slot; none when the wait ended without one.
@@ -221,6 +221,8 @@ class MouseMainController : public QObject,
   void reload();          // loadLatestSettings, setProperties, updateUISettings
   void redrawDefaults();  // shows the default settings in place of the engine's
   void setPresence(Presence presence);
+  // The strip follows whether an engine that was there answers.
+  void noteAnswer(bool isAnswered);
   void setMFirmwareVersionString(const std::string& version);
   void observe(const std::string& name, void (MouseMainController::*handler)(const vorn::Notification&));
   void reloadUnlessOurs(const vorn::Notification& notification);
@@ -269,6 +271,7 @@ class MouseMainController : public QObject,
   std::optional<int> mBatteryPercent;       // as last told
   std::uint32_t mDeletedProfileID = 0;
   bool isWiredDevice = false;
+  Presence mPresence = Presence::Starting;
   bool mProfileDeleted = false;
   std::unique_ptr<VRCDeviceManager> mDeviceManager;
   std::unique_ptr<VRCEngineInterface> mEngineInterface;

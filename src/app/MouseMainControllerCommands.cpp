@@ -6,6 +6,7 @@
 #include "buttons/MouseButtonController.h"
 #include "lighting/MouseLightingController.h"
 #include "macros/MouseMacrosController.h"
+#include "model/Assignments.h"
 #include "model/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "profiles/MouseProfilesController.h"
@@ -21,9 +22,8 @@ namespace replyKeys = vorn::replyKeys;
 
 namespace {
 
-// Commands whose number says what an assignment plays or switches to.
-constexpr int macroCommand = 10;
-constexpr int profileCommand = 17;
+constexpr int macroCommand = static_cast<int>(vorn::AssignmentCommand::Macro);
+constexpr int profileCommand = static_cast<int>(vorn::AssignmentCommand::Profile);
 
 }  // namespace
 
@@ -35,8 +35,9 @@ PropertyList MouseMainController::envelope() const {
 PropertyList MouseMainController::sendAndWait(MessageID messageID, const PropertyList& request,
                                               std::chrono::milliseconds interval) {
   mServices.link.send(request, messageID);
-  if (!mServices.link.waitForReply(vorn::maximumPolls, interval)) return {};
-  return mServices.link.reply();
+  const bool isAnswered = mServices.link.waitForReply(vorn::maximumPolls, interval);
+  noteAnswer(isAnswered);
+  return isAnswered ? mServices.link.reply() : PropertyList();
 }
 
 std::optional<int> MouseMainController::statusOf(MessageID messageID, const PropertyList& request,

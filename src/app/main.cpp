@@ -124,6 +124,7 @@ int main(int argc, char** argv) {
     return exitBadArguments;
   }
   QApplication::setApplicationName(QStringLiteral("skarn-configurator"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Skarn"));
   QApplication::setDesktopFileName(Bundle::mainBundle().identifier());
   QApplication::setApplicationVersion(Bundle::mainBundle().version());
   installTranslations(QLocale::system().name());

@@ -35,6 +35,7 @@ void Alert::layOutTexts() {
 Alert* Alert::show(QWidget* window, const QString& message, const QString& informativeText, const QStringList& buttons,
                    Ended ended) {
   auto* alert = new Alert(window);
+  if (window != nullptr) alert->setWindowTitle(window->window()->windowTitle());
   alert->setText(message);
   alert->setInformativeText(informativeText);
   alert->layOutTexts();

@@ -94,7 +94,10 @@ struct HubFixture {
   void startConnected(const vorn::PropertyList& bundle) {
     link.answer(vorn::MessageID::RegisterDevice, statusAnswer(true));
     link.answer(vorn::MessageID::GetAllSettings, allSettingsAnswer(bundle));
+    // The Lighting tab sends its settings back; what else a test changes, it answers itself.
+    link.answer(vorn::MessageID::UpdateProfile, changeAnswer(bundle));
     start({});
+    link.answer(vorn::MessageID::UpdateProfile, {});
     link.requests.clear();
     link.unansweredWaits.clear();
     notifications.log.clear();

@@ -113,6 +113,8 @@ class NewsTest : public QObject {
   void a_failing_firmware_answer_without_a_version_keeps_the_query_running();
   void a_failing_firmware_answer_with_a_version_ends_the_query_and_shows_nothing();
   void connection_and_battery_are_told_in_words();
+  void an_engine_that_no_longer_answers_is_told_until_it_answers_again();
+  void a_removal_leaves_the_keyboard_at_the_tabs();
   void the_battery_status_is_asked_for_every_ten_seconds_by_its_own_thread();
 };
 
@@ -476,6 +478,39 @@ void NewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer() {
   // Known now, so neither asked for nor waited for.
   fixture.hub().setDriverVersions();
   QVERIFY(!indicator->isRunning());
+}
+
+void NewsTest::an_engine_that_no_longer_answers_is_told_until_it_answers_again() {
+  Connected fixture;
+  const QLabel* strip = fixture.window.ui().mStateStrip;
+  const PropertyList change = PropertyList::dictionary({{"DPIX", 800}, {"DPIY", 800}});
+  QVERIFY(!strip->isVisible());
+  fixture.hub().updateValueForSetting(change);
+  QVERIFY(strip->isVisible());
+  QCOMPARE(strip->text(), localized("lkeyStateEngineSilent"));
+
+  fixture.link.answer(MessageID::UpdateProfile, PropertyList::dictionary({{"ReturnDictionary", newBundle()}}));
+  fixture.hub().updateValueForSetting(change);
+  QVERIFY(!strip->isVisible());
+}
+
+void NewsTest::a_removal_leaves_the_keyboard_at_the_tabs() {
+  Connected fixture;
+  QTabWidget* tabs = fixture.window.ui().mMouseTabView;
+  fixture.window.activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&fixture.window));
+  QWidget* table = fixture.window.ui().MouseProfilesController->mProfilesTableView();
+  tabs->setCurrentWidget(fixture.window.ui().MouseProfilesController);
+  table->setFocus();
+  QVERIFY(table->hasFocus());
+  fixture.hub().updateControlsWithState(false);
+  QVERIFY(tabs->tabBar()->hasFocus());
+
+  // Where it is elsewhere, it stays.
+  fixture.window.ui().mHelpButton->setFocus();
+  fixture.hub().updateControlsWithState(true);
+  fixture.hub().updateControlsWithState(false);
+  QVERIFY(fixture.window.ui().mHelpButton->hasFocus());
 }
 
 void NewsTest::a_failing_firmware_answer_without_a_version_keeps_the_query_running() {
