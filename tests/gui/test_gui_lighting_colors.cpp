@@ -139,9 +139,9 @@ class LightingColorsTest : public QObject {
     QCOMPARE(fixture.text("mMainColorHex"), shown);
     QCOMPARE(fixture.text("mMainColorRgb").isEmpty(), shown.isEmpty());
     QCOMPARE(fixture.well().color().isValid(), !shown.isEmpty());
-    QCOMPARE(fixture.preview().accessibleDescription(),
-             shown.isEmpty() ? QStringLiteral("Fixed colour, Normal")
-                             : QStringLiteral("Fixed colour, %1, Normal").arg(shown));
+    QCOMPARE(fixture.preview().accessibleDescription(), shown.isEmpty()
+                                                            ? QStringLiteral("Fixed colour, Normal")
+                                                            : QStringLiteral("Fixed colour, %1, Normal").arg(shown));
     fixture.tab.grab();
     QColorDialog* panel = fixture.openPanel("mMainColor");
     panel->setCurrentColor(QColor(51, 102, 204));

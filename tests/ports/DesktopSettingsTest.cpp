@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "ports/BusConnection.h"
-#include "ports/MessagePort.h"
 #include "ports/DesktopSettings.h"
+#include "ports/MessagePort.h"
 #include "support/BusPump.h"
 #include "support/LoopThread.h"
 #include "support/PrivateBus.h"
