@@ -416,8 +416,8 @@
         <translation>Delay before the event that follows:</translation>
     </message>
     <message id="lkeyEnterEvent">
-        <source>Press the new key for this event. A press stays a press, a release stays a release.</source>
-        <translation>Press the new key for this event. A press stays a press, a release stays a release.</translation>
+        <source>Press the new key for this event; Return, Tab and Space count too. Then Return confirms it. Escape cancels. A press stays a press, a release stays a release.</source>
+        <translation>Press the new key for this event; Return, Tab and Space count too. Then Return confirms it. Escape cancels. A press stays a press, a release stays a release.</translation>
     </message>
     <message id="lkeyEnterSleepMode">
         <source>Enter sleep mode after</source>

@@ -1,8 +1,10 @@
 #include "macros/MacroSheets.h"
 
 #include "macros/NumberOnlyTextField.h"
+#include "platform/Localization.h"
 #include "ui_MacroDelaySheet.h"
 #include "ui_MacroEventSheet.h"
+#include "widgets/KeyCaptureField.h"
 
 namespace skarn {
 
@@ -30,17 +32,19 @@ MacroEventSheet::MacroEventSheet(QWidget* parent)
   mUi->setupUi(this);
   connect(mUi->mMacroEventEditOK, &QPushButton::clicked, this, &MacroEventSheet::confirmed);
   connect(mUi->mMacroEventEditCancel, &QPushButton::clicked, this, &MacroEventSheet::cancelled);
+  mUi->mInputMacroEvent->setUp(
+      mUi->mMacroEventEditOK,
+      {localized("lkeyWaitingForKey"), localized("lkeySingleKeyNameless"), localized("lkeyNoKeyPressed")});
 }
 
 MacroEventSheet::~MacroEventSheet() = default;
 
-QLineEdit& MacroEventSheet::mInputMacroEvent() const {
+KeyCaptureField& MacroEventSheet::mInputMacroEvent() const {
   return *mUi->mInputMacroEvent;
 }
 
 void MacroEventSheet::begin() {
-  mUi->mInputMacroEvent->clear();
-  mUi->mInputMacroEvent->setFocus();
+  mUi->mInputMacroEvent->begin();
   open();
 }
 

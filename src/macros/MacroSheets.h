@@ -5,10 +5,9 @@
 #include <QDialog>
 #include <memory>
 
-class QLineEdit;
-
 namespace skarn {
 
+class KeyCaptureField;
 class NumberOnlyTextField;
 
 namespace Ui {
@@ -45,8 +44,8 @@ class MacroEventSheet : public QDialog {
   explicit MacroEventSheet(QWidget* parent);
   ~MacroEventSheet() override;
 
-  QLineEdit& mInputMacroEvent() const;
-  // Shows the sheet with an empty input.
+  KeyCaptureField& mInputMacroEvent() const;
+  // Shows the sheet with an empty input; OK waits for the first key.
   void begin();
   void reject() override { emit cancelled(); }
 

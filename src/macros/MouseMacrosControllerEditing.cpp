@@ -1,5 +1,4 @@
 // The lines of a macro: the menus, deleting lines, and the two sheets.
-#include <QLineEdit>
 #include <QMenu>
 #include <QTableView>
 #include <algorithm>
@@ -14,6 +13,7 @@
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
 #include "ui_MouseMacrosController.h"
+#include "widgets/KeyCaptureField.h"
 
 namespace skarn {
 
@@ -202,9 +202,14 @@ void MouseMacrosController::openEventSheet() {
 void MouseMacrosController::singleKeyEvents(const Notification& notification) {
   const int key = notification.userInfo[newsKeys::SingleKey].toInt();
   const int modifier = notification.userInfo[newsKeys::SingleKeyModif].toInt();
+  KeyCaptureField& input = mEditEventWindow->mInputMacroEvent();
+  if (mEditEventWindow->isVisible() && !input.takesKey(key)) return;
   mMacroEventEditHIDCode = static_cast<std::uint8_t>(modifier != 0 && key == 0 ? modifier : key);
-  mEditEventWindow->mInputMacroEvent().setText(
-      QString::fromStdString(vorn::eventParser::getStringWithHID(mMacroEventEditHIDCode, 0)));
+  if (mMacroEventEditHIDCode == 0) {
+    input.begin();
+  } else {
+    input.showKey(QString::fromStdString(vorn::eventParser::getStringWithHID(mMacroEventEditHIDCode, 0)));
+  }
   // Without the sheet nobody would confirm it.
   if (!isRecordTitleStop() || !mIsEditingMacro || mEditEventWindow->isVisible()) return;
   endEventCapture();

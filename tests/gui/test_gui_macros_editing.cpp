@@ -29,7 +29,8 @@ struct EditingFixture : MacrosFixture {
   void edit() { chooseFromGear("mSettingsMacroDetails", 2); }
   bool isShown(const char* sheet) { return find(sheet)->isVisible(); }
   QLineEdit& delay() { return *find<QLineEdit>("mInputMacroDelay"); }
-  QString key() { return find<QLineEdit>("mInputMacroEvent")->text(); }
+  QLineEdit& field() { return *find<QLineEdit>("mInputMacroEvent"); }
+  QString key() { return field().text(); }
 };
 
 }  // namespace
@@ -352,10 +353,129 @@ class MacrosEditingTest : public QObject {
     if (hasKey) fixture.press(5);
     if (!hasEvent) fixture.delegate.sequence = PropertyList::dictionary();
     fixture.delegate.take();
-    QTest::keyClick(fixture.find("mEditEventWindow"), Qt::Key_Return);
+    fixture.tab->clickMacroEventOK();
     QCOMPARE(fixture.delegate.take(), (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 2)"}));
     QVERIFY(!fixture.isShown("mEditEventWindow"));
     QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+  }
+
+  void okOfTheEventSheetWaitsForAKey() {
+    EditingFixture fixture(2);
+    for (int time = 0; time < 2; ++time) {
+      fixture.edit();
+      auto* ok = fixture.find<QPushButton>("mMacroEventEditOK");
+      QVERIFY(!ok->isEnabled());
+      QCOMPARE(ok->toolTip(), QStringLiteral("No key has been pressed yet"));
+      QCOMPARE(fixture.field().placeholderText(), QStringLiteral("Waiting for a key…"));
+      fixture.delegate.take();
+      QTest::keyClick(fixture.find("mEditEventWindow"), Qt::Key_Return);
+      fixture.click("mMacroEventEditOK");
+      QVERIFY(fixture.isShown("mEditEventWindow"));
+      QCOMPARE(fixture.delegate.take(), QStringList());
+      fixture.press(0, 225);
+      QVERIFY(ok->isEnabled());
+      QCOMPARE(ok->toolTip(), QString());
+      fixture.click("mMacroEventEditCancel");
+    }
+  }
+
+  void aReportWithoutAKeyIsNothingToConfirm_data() {
+    QTest::addColumn<int>("key");
+    QTest::newRow("no key and no modifier") << 0;
+    QTest::newRow("nothing in the low 8 bits") << 0x100;
+  }
+  void aReportWithoutAKeyIsNothingToConfirm() {
+    QFETCH(int, key);
+    EditingFixture fixture(2);
+    fixture.edit();
+    fixture.press(4);
+    fixture.press(key);
+    QCOMPARE(fixture.key(), QString());
+    QVERIFY(!fixture.find("mMacroEventEditOK")->isEnabled());
+    QVERIFY(fixture.isShown("mEditEventWindow"));
+  }
+
+  void anyKeyButEscapeIsCaughtAndConfirmedByReturn_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("usage");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("A") << int(Qt::Key_A) << 4 << "A";
+    QTest::newRow("Return") << int(Qt::Key_Return) << 40 << "Return";
+    QTest::newRow("Enter") << int(Qt::Key_Enter) << 88 << "Numpad Enter";
+    QTest::newRow("Tab") << int(Qt::Key_Tab) << 43 << "Tab";
+    QTest::newRow("Space") << int(Qt::Key_Space) << 44 << "Space";
+    QTest::newRow("a key without a name") << int(Qt::Key_Less) << 50 << "";
+  }
+  void anyKeyButEscapeIsCaughtAndConfirmedByReturn() {
+    QFETCH(int, key);
+    QFETCH(int, usage);
+    QFETCH(QString, shown);
+    EditingFixture fixture(2);
+    fixture.edit();
+    fixture.delegate.take();
+    auto* ok = fixture.find<QPushButton>("mMacroEventEditOK");
+    const QWidget* sheet = fixture.find("mEditEventWindow");
+    // The Return that chose the entry is let go here; it is none of the sheet's.
+    QTest::keyRelease(&fixture.field(), Qt::Key_Return);
+    fixture.press(usage);
+    QCOMPARE(sheet->focusWidget(), &fixture.field());
+    QTest::keyClick(&fixture.field(), static_cast<Qt::Key>(key));
+    QVERIFY(fixture.isShown("mEditEventWindow"));
+    QCOMPARE(fixture.key(), shown);
+    QCOMPARE(fixture.field().placeholderText(), QStringLiteral("A key without a name"));
+    QCOMPARE(sheet->focusWidget(), ok);
+    // Now Return confirms, and is not taken for the key although it is reported too.
+    fixture.press(40);
+    QCOMPARE(fixture.key(), shown);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QTest::keyClick(ok, Qt::Key_Return);
+    QCOMPARE(fixture.delegate.take(),
+             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 2)", updated(2, eventOf(1, 7, usage)),
+                          "getMacroDetailsForMacroAtIndex(0)"}));
+    QVERIFY(!fixture.isShown("mEditEventWindow"));
+  }
+
+  void escapeInTheKeyFieldCancelsWhetherReportedOrNot_data() {
+    QTest::addColumn<bool>("isReported");
+    QTest::newRow("reported") << true;
+    QTest::newRow("not reported") << false;
+  }
+  void escapeInTheKeyFieldCancelsWhetherReportedOrNot() {
+    QFETCH(bool, isReported);
+    EditingFixture fixture(2);
+    fixture.edit();
+    fixture.delegate.take();
+    if (isReported) fixture.press(41);
+    QTest::keyClick(&fixture.field(), Qt::Key_Escape);
+    QCOMPARE(fixture.delegate.take(), QStringList{"stopSingleKeyRecording()"});
+    QVERIFY(!fixture.isShown("mEditEventWindow"));
+  }
+
+  void onAButtonTheKeysThatWorkItAreIgnored_data() {
+    QTest::addColumn<QString>("button");
+    QTest::newRow("OK") << "mMacroEventEditOK";
+    QTest::newRow("Cancel") << "mMacroEventEditCancel";
+  }
+  void onAButtonTheKeysThatWorkItAreIgnored() {
+    QFETCH(QString, button);
+    EditingFixture fixture(2);
+    fixture.edit();
+    fixture.press(4);
+    fixture.find(qPrintable(button))->setFocus();
+    for (const int usage : {40, 41, 43, 44, 79, 80, 81, 82, 88}) {
+      fixture.press(0, 225);
+      fixture.press(usage, 2);
+      QCOMPARE(fixture.key(), QStringLiteral("A"));
+    }
+    fixture.press(7);
+    QCOMPARE(fixture.key(), QStringLiteral("D"));
+    // Back in the field every key counts again.
+    fixture.field().setFocus();
+    fixture.press(44);
+    QCOMPARE(fixture.key(), QStringLiteral("Space"));
+    fixture.delegate.take();
+    fixture.click("mMacroEventEditOK");
+    QCOMPARE(fixture.delegate.take().at(2), updated(2, eventOf(1, 7, 44)));
   }
 
   void cancellingTheEventSheetStopsTheCapture_data() {
