@@ -51,6 +51,18 @@ class OpenWindow {
   OpenWindow& operator=(const OpenWindow&) = delete;
 
   QWidget& window() { return mWindow; }
+  template <typename Widget = QWidget>
+  Widget* find(const char* name) {
+    auto* found = mWindow.findChild<Widget*>(QLatin1String(name));
+    if (found == nullptr) qFatal("there is no %s", name);
+    return found;
+  }
+  void showTab(const char* page) { mWindow.ui().mMouseTabView->setCurrentWidget(find(page)); }
+  // Until then the engine has news of its own.
+  void awaitAnnouncement() {
+    if (!QTest::qWaitFor([this] { return connectivity() == QStringLiteral("usb"); }, deadline))
+      QTest::qFail("the mouse is announced", __FILE__, __LINE__);
+  }
   MouseMainController& hub() { return mDelegate.mMouseMainController(); }
   QString connectivity() { return mWindow.ui().mDeviceConnectivity->imageName(); }
   QString battery() { return mWindow.ui().mBattery->imageName(); }

@@ -62,10 +62,7 @@ const QStringList greeting = {"7 4 1", "7 4 0"};
 
 // The window on its Buttons tab, with the mouse there.
 struct ButtonsWindow {
-  ButtonsWindow() : driver(*open.window().findChild<MouseButtonController*>()) {
-    if (!QTest::qWaitFor([this] { return open.connectivity() == QStringLiteral("usb"); }, deadline))
-      QTest::qFail("the mouse is announced", __FILE__, __LINE__);
-  }
+  ButtonsWindow() : driver(*open.window().findChild<MouseButtonController*>()) { open.awaitAnnouncement(); }
   QString shown(const ControlDescriptor& control) { return driver.popUp(control).shownTitle(); }
 
   OpenWindow open;

@@ -24,18 +24,11 @@ namespace {
 class OpenLighting : public OpenWindow {
  public:
   OpenLighting() {
-    find<QTabWidget>("mMouseTabView")->setCurrentWidget(page());
-    // Announced: from here on the window changes by what the test does.
-    [this] { QTRY_COMPARE_WITH_TIMEOUT(connectivity(), QStringLiteral("usb"), deadline); }();
+    showTab("MouseLightingController");
+    awaitAnnouncement();
   }
 
   QWidget* page() { return find<QWidget>("MouseLightingController"); }
-  template <typename Widget>
-  Widget* find(const char* name) {
-    auto* found = window().findChild<Widget*>(QLatin1String(name));
-    if (found == nullptr) qFatal("there is no %s", name);
-    return found;
-  }
   QSlider& brightness() { return *find<QSlider>("mBrightnessValue"); }
   QRadioButton& cell(const char* name) { return *find<QRadioButton>(name); }
   void click(QAbstractButton& button) {

@@ -30,17 +30,10 @@ class OpenMacros : public OpenWindow {
  public:
   OpenMacros() { showTab("MouseMacrosController"); }
 
-  template <typename Widget = QWidget>
-  Widget* find(const char* name) {
-    auto* found = window().findChild<Widget*>(QLatin1String(name));
-    if (found == nullptr) qFatal("there is no %s", name);
-    return found;
-  }
   bool hasSheet(const char* name) {
     const auto* sheet = window().findChild<QDialog*>(QLatin1String(name));
     return sheet != nullptr && sheet->isVisible();
   }
-  void showTab(const char* page) { find<QTabWidget>("mMouseTabView")->setCurrentWidget(find(page)); }
   void click(const char* button) { QTest::mouseClick(find(button), Qt::LeftButton); }
   void chooseFromGear(const char* gear, int tag) {
     auto* button = find<PullDownButton>(gear);

@@ -20,17 +20,10 @@ namespace {
 class OpenMaintenance : public OpenWindow {
  public:
   OpenMaintenance() {
-    find<QTabWidget>("mMouseTabView")->setCurrentWidget(find<QWidget>("MouseMaintenanceController"));
-    // Announced: from here on the window changes by what the test does.
-    [this] { QTRY_COMPARE_WITH_TIMEOUT(connectivity(), QStringLiteral("usb"), deadline); }();
+    showTab("MouseMaintenanceController");
+    awaitAnnouncement();
   }
 
-  template <typename Widget>
-  Widget* find(const char* name) {
-    auto* found = window().findChild<Widget*>(QLatin1String(name));
-    if (found == nullptr) qFatal("there is no %s", name);
-    return found;
-  }
   QSlider& slider(const QByteArray& name) { return *find<QSlider>(name.constData()); }
   PropertyList deviceSetting(std::string_view key) { return hub().mDeviceSettingsDict()[key]; }
   QMessageBox* alert() { return window().findChild<QMessageBox*>(QStringLiteral("alert")); }

@@ -21,17 +21,8 @@ namespace {
 
 class OpenPerformance : public OpenWindow {
  public:
-  OpenPerformance() {
-    auto* tabs = find<QTabWidget>("mMouseTabView");
-    tabs->setCurrentWidget(find<QWidget>("MousePerformanceController"));
-  }
+  OpenPerformance() { showTab("MousePerformanceController"); }
 
-  template <typename Widget>
-  Widget* find(const char* name) {
-    auto* found = window().findChild<Widget*>(QLatin1String(name));
-    if (found == nullptr) qFatal("there is no %s", name);
-    return found;
-  }
   QSlider& slider(const char* name) { return *find<QSlider>(name); }
   bool isEnabled(const char* name) { return find<QWidget>(name)->isEnabled(); }
   void click(const char* name) { QTest::mouseClick(find<QAbstractButton>(name), Qt::LeftButton); }

@@ -29,7 +29,7 @@ namespace {
 class OpenProfiles : public OpenWindow {
  public:
   OpenProfiles() {
-    find<QTabWidget>("mMouseTabView")->setCurrentWidget(&tab());
+    showTab("MouseProfilesController");
     window().show();
     window().activateWindow();
     if (!QTest::qWaitForWindowActive(&window())) QTest::qFail("the window is active", __FILE__, __LINE__);
@@ -37,9 +37,10 @@ class OpenProfiles : public OpenWindow {
 
   MouseProfilesController& tab() { return *find<MouseProfilesController>("MouseProfilesController"); }
   QTableView& table() { return *tab().mProfilesTableView(); }
-  template <typename Widget>
-  Widget* find(const char* name) {
-    return window().findChild<Widget*>(QLatin1String(name));
+  // Null while it is not shown.
+  template <typename Dialog>
+  Dialog* dialog(const char* name) {
+    return window().findChild<Dialog*>(QLatin1String(name));
   }
 
   int selectedRow() {
@@ -74,9 +75,9 @@ class OpenProfiles : public OpenWindow {
   }
   void choose(int tag) { tab().selectMenuItem(tag); }
   void acceptAlert() {
-    QVERIFY(find<QMessageBox>("alert"));
-    QTest::keyClick(find<QMessageBox>("alert"), Qt::Key_Return);
-    QTRY_VERIFY(!find<QMessageBox>("alert"));
+    QVERIFY(dialog<QMessageBox>("alert"));
+    QTest::keyClick(dialog<QMessageBox>("alert"), Qt::Key_Return);
+    QTRY_VERIFY(!dialog<QMessageBox>("alert"));
   }
   void deleteRow(int row) {
     click(row);
@@ -84,13 +85,13 @@ class OpenProfiles : public OpenWindow {
     acceptAlert();
   }
   void enterPath(const char* panel, const QString& path) {
-    auto* dialog = find<QFileDialog>(panel);
-    QVERIFY(dialog);
-    QVERIFY(QTest::qWaitForWindowExposed(dialog));
-    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* shown = dialog<QFileDialog>(panel);
+    QVERIFY(shown);
+    QVERIFY(QTest::qWaitForWindowExposed(shown));
+    auto* name = shown->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     name->setText(path);
     QTest::keyClick(name, Qt::Key_Return);
-    QTRY_VERIFY(!find<QFileDialog>(panel));
+    QTRY_VERIFY(!dialog<QFileDialog>(panel));
   }
   void exportTo(const QString& path) {
     choose(4);
