@@ -444,8 +444,8 @@
         <translation>“%1” could not be exported</translation>
     </message>
     <message id="lkeyFileHasBadMember">
-        <source>The record in this file has a “%1” that cannot be used.</source>
-        <translation>The record in this file has a “%1” that cannot be used.</translation>
+        <source>A part of this file cannot be used: “%1”. The file may be damaged.</source>
+        <translation>A part of this file cannot be used: “%1”. The file may be damaged.</translation>
     </message>
     <message id="lkeyFileIsEmpty">
         <source>This file is empty.</source>
@@ -455,13 +455,9 @@
         <source>There is no such file.</source>
         <translation>There is no such file.</translation>
     </message>
-    <message id="lkeyFileIsNoPropertyList">
-        <source>This file is not a property list: %1.</source>
-        <translation>This file is not a property list: %1.</translation>
-    </message>
     <message id="lkeyFileIsNoRecord">
-        <source>This file holds something else than a record.</source>
-        <translation>This file holds something else than a record.</translation>
+        <source>This file is not a profile or macro that Skarn can read. It may be damaged, or made by another program.</source>
+        <translation>This file is not a profile or macro that Skarn can read. It may be damaged, or made by another program.</translation>
     </message>
     <message id="lkeyFileIsNotReadable">
         <source>This file cannot be read: %1</source>
@@ -480,8 +476,12 @@
         <translation>This file is too large.</translation>
     </message>
     <message id="lkeyFileLacksMember">
-        <source>The record in this file has no “%1”.</source>
-        <translation>The record in this file has no “%1”.</translation>
+        <source>A part of this file is missing: “%1”. The file may be damaged.</source>
+        <translation>A part of this file is missing: “%1”. The file may be damaged.</translation>
+    </message>
+    <message id="lkeyFileLacksName">
+        <source>This file has no name for what it holds.</source>
+        <translation>This file has no name for what it holds.</translation>
     </message>
     <message id="lkeyFileNotFoundDesc">
         <source>Check the name, or choose the file in the list.</source>
@@ -964,8 +964,8 @@
         <translation>Record</translation>
     </message>
     <message id="lkeyRecordIsNotWritable">
-        <source>This record cannot be put into a file.</source>
-        <translation>This record cannot be put into a file.</translation>
+        <source>This profile or macro cannot be put into a file.</source>
+        <translation>This profile or macro cannot be put into a file.</translation>
     </message>
     <message id="lkeyReduceBrightness">
         <source>Light brightness on battery</source>

@@ -45,6 +45,11 @@ void MacroDetailsDelegate::initStyleOption(QStyleOptionViewItem* option, const Q
   option->text = withoutLineBreaks(option->text);
 }
 
+QRect MacroDetailsDelegate::textPlace(const QStyleOptionViewItem& cell, const QModelIndex& index) const {
+  const int left = isDelayLine(index.row()) ? delayTextLeft : eventTextLeft;
+  return cell.rect.adjusted(left, 0, -RowDelegate::sidePadding, 0);
+}
+
 void MacroDetailsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const {
   const bool isSelected = option.state & QStyle::State_Selected;
@@ -57,7 +62,7 @@ void MacroDetailsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
   const QPalette::ColorRole selectedRole = isSelected ? QPalette::HighlightedText : QPalette::Text;
   const QPalette::ColorRole role = isDelay && !isSelected ? QPalette::PlaceholderText : selectedRole;
   const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
-  const QRect place = option.rect.adjusted(isDelay ? delayTextLeft : eventTextLeft, 0, -RowDelegate::sidePadding, 0);
+  const QRect place = textPlace(line, index);
   const QString text = line.fontMetrics.elidedText(line.text, line.textElideMode, place.width());
 
   painter->save();

@@ -16,6 +16,7 @@ class MacroDetailsDelegate : public RowDelegate {
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+  QRect textPlace(const QStyleOptionViewItem& cell, const QModelIndex& index) const override;
 };
 
 }  // namespace skarn

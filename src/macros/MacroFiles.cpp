@@ -27,7 +27,7 @@ bool hasGoodEvents(const PropertyList& sequence) {
 
 RecordFileContents readMacro(const QString& path) {
   RecordFileContents file = readRecordFile(
-      path, {{keys::MacroName, RecordMember::Type::Text}, {keys::Sequence, RecordMember::Type::Dictionary}});
+      path, {{keys::MacroName, RecordMember::Type::Name}, {keys::Sequence, RecordMember::Type::Dictionary}});
   if (!file.problem.isEmpty() || hasGoodEvents(file.record[keys::Sequence])) return file;
   return {{}, localized("lkeyFileHasBadMember").arg(QLatin1String(keys::Events))};
 }

@@ -1,10 +1,6 @@
 #include "macros/MacroNameDelegate.h"
 
-#include <QAbstractItemView>
-#include <QHelpEvent>
 #include <QLineEdit>
-
-#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -24,19 +20,6 @@ void MacroNameDelegate::setEditorData(QWidget* editor, const QModelIndex& index)
   if (name == nullptr || name->isModified()) return;
   name->setText(index.data(Qt::EditRole).toString());
   name->selectAll();
-}
-
-bool MacroNameDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                                  const QModelIndex& index) {
-  QStyleOptionViewItem cell = option;
-  initStyleOption(&cell, index);
-  const bool isCut = cell.fontMetrics.horizontalAdvance(cell.text) > option.rect.width() - 2 * sidePadding;
-  // A disabled table says why it is.
-  if (event->type() != QEvent::ToolTip || !isCut || !view->isEnabled()) {
-    return RowDelegate::helpEvent(event, view, option, index);
-  }
-  showPlainToolTip(*event, cell.text, view->viewport());
-  return true;
 }
 
 }  // namespace skarn

@@ -15,9 +15,6 @@ class MacroNameDelegate : public RowDelegate {
   void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
   // Begins with the whole name selected; what is being typed outlives a reload of the table.
   void setEditorData(QWidget* editor, const QModelIndex& index) const override;
-  // A name that is cut has a tooltip with the whole.
-  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                 const QModelIndex& index) override;
 
  signals:
   void editingStarted(int row) const;

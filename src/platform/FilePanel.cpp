@@ -167,6 +167,10 @@ class Panel : public QFileDialog {
       button->installEventFilter(this);
       explain(*button);
     }
+    // The writer adds the ending, so there is nothing to choose from.
+    for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
+      if (auto* part = findChild<QWidget*>(QLatin1String(name))) part->setVisible(acceptMode() == AcceptOpen);
+    }
     if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
       details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
       details->header()->setSectionResizeMode(0, QHeaderView::Stretch);

@@ -28,7 +28,8 @@ class FilePanel {
   // extension, as an application bundle is, counts as a file.
   static QFileDialog* open(QWidget* window, const QString& name, const QStringList& types, const QString& directory,
                            Ended ended);
-  // A name to write to, existing or not; nobody is asked here whether an existing file may be replaced.
+  // A name to write to, existing or not; nobody is asked here whether an existing file may be replaced. There is no
+  // choice of a type: the caller decides on the extension.
   static QFileDialog* save(QWidget* window, const QString& name, const QString& suggestedName, const QString& directory,
                            Ended ended);
 };

@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 #include <QSaveFile>
-#include <string>
 
 #include "model/PropertyListCodec.h"
 #include "model/VrCoreUtility.h"
@@ -38,7 +37,7 @@ QString problemOf(const RegularFile& file) {
 
 bool isGood(const vorn::PropertyList& value, RecordMember::Type type) {
   switch (type) {
-    case RecordMember::Type::Text:
+    case RecordMember::Type::Name:
       return !value.string().empty();
     case RecordMember::Type::Dictionary:
       return value.isDictionary();
@@ -52,6 +51,7 @@ QString problemOf(const vorn::PropertyList& record, const std::vector<RecordMemb
   if (!record.isDictionary()) return localized("lkeyFileIsNoRecord");
   for (const RecordMember& member : members) {
     if (isGood(record[member.key], member.type)) continue;
+    if (member.type == RecordMember::Type::Name) return localized("lkeyFileLacksName");
     const QString key = QString::fromUtf8(member.key.data(), static_cast<qsizetype>(member.key.size()));
     return localized(record.contains(member.key) ? "lkeyFileHasBadMember" : "lkeyFileLacksMember").arg(key);
   }
@@ -73,9 +73,8 @@ void write(QWidget* window, const QString& path, const vorn::PropertyList& recor
 RecordFileContents readRecordFile(const QString& path, const std::vector<RecordMember>& members) {
   const RegularFile file = readRegularFile(path, static_cast<qint64>(vorn::maximumSize));
   if (QString problem = problemOf(file); !problem.isEmpty()) return {{}, std::move(problem)};
-  std::string reason;
-  const auto record = vorn::decodePropertyList(viewOf(file.bytes), &reason);
-  if (!record) return {{}, localized("lkeyFileIsNoPropertyList").arg(QString::fromStdString(reason))};
+  const auto record = vorn::decodePropertyList(viewOf(file.bytes));
+  if (!record) return {{}, localized("lkeyFileIsNoRecord")};
   if (QString problem = problemOf(*record, members); !problem.isEmpty()) return {{}, std::move(problem)};
   return {*record, {}};
 }

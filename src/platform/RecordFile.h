@@ -14,7 +14,7 @@ namespace skarn {
 
 // A member that a record must have, and of which type.
 struct RecordMember {
-  enum class Type { Text, Dictionary, Array };  // Text: a string that is not empty
+  enum class Type { Name, Dictionary, Array };  // Name: a string that is not empty, the name of the whole
   std::string_view key;
   Type type;
 };

@@ -24,7 +24,7 @@ constexpr const char* documents = "file://localhost/Documents/";
 constexpr const char* applications = "/Applications/";
 
 const std::vector<RecordMember>& expectedMembers() {
-  static const std::vector<RecordMember> members = {{keys::ProfileName, RecordMember::Type::Text},
+  static const std::vector<RecordMember> members = {{keys::ProfileName, RecordMember::Type::Name},
                                                     {keys::Keys, RecordMember::Type::Dictionary},
                                                     {keys::Buttons, RecordMember::Type::Dictionary}};
   return members;

@@ -154,6 +154,7 @@ void NSTableViewSubClass::paintEvent(QPaintEvent* event) {
 
 QItemSelectionModel::SelectionFlags NSTableViewSubClass::selectionCommand(const QModelIndex& index,
                                                                           const QEvent* event) const {
+  if (!index.isValid()) return QItemSelectionModel::NoUpdate;
   const auto command = QTableView::selectionCommand(index, event);
   if (!(command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))) return command;
   return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;

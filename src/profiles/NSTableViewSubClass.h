@@ -2,8 +2,8 @@
 //
 // The menu acts on the selected row; opening it never changes the selection. A click in the column of check boxes acts
 // on the box alone. From the keyboard, Space ticks or unticks the selected row's box, Return or F2 edits its name and
-// Delete asks to delete it. One row is selected: neither Ctrl nor Shift takes a row out or adds one, and dragging over
-// rows selects none of them.
+// Delete asks to delete it. One row is selected: neither Ctrl nor Shift takes a row out or adds one, dragging over rows
+// selects none of them, and a click below the rows leaves it selected.
 #pragma once
 
 #include <QMenu>

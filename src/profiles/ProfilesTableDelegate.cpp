@@ -1,17 +1,13 @@
 #include "profiles/ProfilesTableDelegate.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
-#include <QToolTip>
 
 #include "platform/Localization.h"
 #include "profiles/ProfilesTableModel.h"
 #include "widgets/Palettes.h"
-#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -99,21 +95,6 @@ void ProfilesTableDelegate::updateEditorGeometry(QWidget* editor, const QStyleOp
 void ProfilesTableDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
   if (editor == mEditor) mEditor = nullptr;
   RowDelegate::destroyEditor(editor, index);
-}
-
-bool ProfilesTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                                      const QModelIndex& index) {
-  if (event->type() != QEvent::ToolTip || !view->isEnabled()) return false;
-  QStyleOptionViewItem cell = option;
-  initStyleOption(&cell, index);
-  int room = option.rect.width() - 2 * sidePadding;
-  if (cell.features & QStyleOptionViewItem::HasDecoration) room -= option.decorationSize.width() + sidePadding;
-  if (QFontMetrics(cell.font).horizontalAdvance(cell.text) <= room) {
-    QToolTip::hideText();
-    return false;
-  }
-  showPlainToolTip(*event, index.data(Qt::ToolTipRole).toString(), view);
-  return true;
 }
 
 bool ProfilesTableDelegate::eventFilter(QObject* watched, QEvent* event) {

@@ -34,9 +34,6 @@ class ProfilesTableDelegate : public RowDelegate {
   void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const override;
   void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
-  // Tells a text that does not fit its cell.
-  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                 const QModelIndex& index) override;
 
  signals:
   void nameEntered(const QModelIndex& index, const QString& name);

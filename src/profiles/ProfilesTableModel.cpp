@@ -87,8 +87,6 @@ QVariant ProfilesTableModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
     case Qt::EditRole:
       return isBox ? QVariant() : valueAt(index);
-    case Qt::ToolTipRole:
-      return isBox || index.column() == Id ? QVariant() : valueAt(index);
     case Qt::DecorationRole:
       // Without an icon, an application's name still begins where the others do.
       if (index.column() != Application || valueAt(index).toString().isEmpty()) return {};

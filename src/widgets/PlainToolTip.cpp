@@ -6,9 +6,9 @@
 
 namespace skarn {
 
-void showPlainToolTip(const QHelpEvent& event, const QString& text, QWidget* widget) {
+void showPlainToolTip(const QHelpEvent& event, const QString& text, QWidget* widget, const QRect& place) {
   // Whether a text is markup would otherwise be guessed from its first line.
-  QToolTip::showText(event.globalPos(), Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), widget);
+  QToolTip::showText(event.globalPos(), Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), widget, place);
 }
 
 }  // namespace skarn

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCursor>
 #include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -133,7 +134,7 @@ PopUpButton::PopUpButton(QWidget* parent) : QToolButton(parent), mMenu(new ItemM
   setAttribute(Qt::WA_Hover);
   connect(this, &QAbstractButton::clicked, this, &PopUpButton::openMenu);
   connect(mMenu, &QMenu::aboutToShow, this, &PopUpButton::prepareMenu);
-  connect(mMenu, &QMenu::aboutToHide, this, [this] { update(); });
+  connect(mMenu, &QMenu::aboutToHide, this, &PopUpButton::updateHover);
 }
 
 PopUpButton::~PopUpButton() = default;
@@ -252,6 +253,12 @@ void PopUpButton::showTitle(const QString& title) {
   mShownTitle = title;
   setAccessibleDescription(title);
   setText(escaped(inOneLine(title)));
+}
+
+// A pointer that went from the button into its menu has not left the button, by the count of the application.
+void PopUpButton::updateHover() {
+  if (!rect().contains(mapFromGlobal(QCursor::pos()))) setAttribute(Qt::WA_UnderMouse, false);
+  update();
 }
 
 QPoint PopUpButton::placeOfMenu() const {

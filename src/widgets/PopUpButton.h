@@ -88,6 +88,7 @@ class PopUpButton : public QToolButton {
   void choose(const QAction* item);
   int indexOf(const QAction* item) const;
   void showTitle(const QString& title);
+  void updateHover();
   QPoint placeOfMenu() const;
 
   ItemMenu* mMenu;

@@ -139,6 +139,30 @@ class ProfilesTest : public QObject {
     QTRY_VERIFY(!QToolTip::isVisible());
   }
 
+  void aClickBelowTheRowsLeavesTheSelectionAndTakesTheKeyboard_data() {
+    QTest::addColumn<Qt::KeyboardModifier>("modifier");
+    QTest::newRow("plain") << Qt::NoModifier;
+    QTest::newRow("Ctrl") << Qt::ControlModifier;
+    QTest::newRow("Shift") << Qt::ShiftModifier;
+  }
+  void aClickBelowTheRowsLeavesTheSelectionAndTakesTheKeyboard() {
+    QFETCH(Qt::KeyboardModifier, modifier);
+    ProfilesTab test;
+    test.show();
+    test.gear().setFocus();
+    QTableView& table = test.table();
+    const QPoint below(table.viewport()->width() / 2, table.viewport()->height() - 5);
+    QVERIFY(!table.indexAt(below).isValid());
+    // Through the window, as the pointer does it: the focus comes with the press.
+    QTest::mouseClick(test.window.windowHandle(), Qt::LeftButton, modifier,
+                      table.viewport()->mapTo(&test.window, below));
+    QCOMPARE(test.selectedRow(), 1);
+    QVERIFY(table.hasFocus());
+    VERIFY_CALLS(test.delegate.calls, {});
+    test.key(Qt::Key_Down);
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(2)});
+  }
+
   void aRefreshKeepsTheSelectedRowByItsIndex() {
     ProfilesTab test;
     test.showProfiles(profiles(), 2);

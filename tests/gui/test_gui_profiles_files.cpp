@@ -212,16 +212,16 @@ class ProfilesFilesTest : public QObject {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("mentions");
     const PropertyList good = profile("Good");
-    QTest::newRow("empty") << QByteArray("") << "";
-    QTest::newRow("text") << QByteArray("not a property list") << "";
-    QTest::newRow("cut off") << binary(good).left(100) << "";
-    QTest::newRow("array") << binary(PropertyList::array({good})) << "";
-    QTest::newRow("no name") << binary(good.without(keys::ProfileName)) << "ProfileName";
-    QTest::newRow("empty name") << binary(good.with(keys::ProfileName, "")) << "ProfileName";
-    QTest::newRow("a number as the name") << binary(good.with(keys::ProfileName, 5)) << "ProfileName";
+    QTest::newRow("empty") << QByteArray("") << "is empty";
+    QTest::newRow("text") << QByteArray("not a property list") << "not a profile or macro";
+    QTest::newRow("cut off") << binary(good).left(100) << "not a profile or macro";
+    QTest::newRow("array") << binary(PropertyList::array({good})) << "not a profile or macro";
+    QTest::newRow("no name") << binary(good.without(keys::ProfileName)) << "has no name";
+    QTest::newRow("empty name") << binary(good.with(keys::ProfileName, "")) << "has no name";
+    QTest::newRow("a number as the name") << binary(good.with(keys::ProfileName, 5)) << "has no name";
     QTest::newRow("no keys") << binary(good.without(keys::Keys)) << "Keys";
     QTest::newRow("no buttons") << binary(good.without(keys::Buttons)) << "Buttons";
-    QTest::newRow("a macro") << binary(macro("Fire", {macroEvent(1, 9)})) << "ProfileName";
+    QTest::newRow("a macro") << binary(macro("Fire", {macroEvent(1, 9)})) << "has no name";
   }
   void badFilesAreRefusedWithTheReason() {
     QFETCH(QByteArray, bytes);

@@ -158,6 +158,25 @@ class FilePanelTest : public QObject {
     verifyEndsWith(FilePanel::okButton, inFolder(QStringLiteral("notes.txt")));
   }
 
+  void onlyAnOpenPanelSaysWhichFilesItLists_data() {
+    QTest::addColumn<bool>("isSave");
+    QTest::newRow("open") << false;
+    QTest::newRow("save") << true;
+  }
+  void onlyAnOpenPanelSaysWhichFilesItLists() {
+    QFETCH(bool, isSave);
+    if (isSave) {
+      save(QStringLiteral("Work"));
+    } else {
+      open(macroTypes);
+    }
+    for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
+      const auto* part = panel()->findChild<QWidget*>(QLatin1String(name));
+      QVERIFY2(part, name);
+      QCOMPARE(part->isVisible(), !isSave);
+    }
+  }
+
   void aTypedNameIsChosen() {
     open(macroTypes);
     enter(QStringLiteral("Fire.SkarnMacro"));

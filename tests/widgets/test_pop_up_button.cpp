@@ -2,6 +2,7 @@
 // moment.
 #include <QAccessible>
 #include <QApplication>
+#include <QDialog>
 #include <QHelpEvent>
 #include <QMenu>
 #include <QPointer>
@@ -243,6 +244,42 @@ class PopUpButtonTest : public QObject {
     for (const Qt::Key key : {Qt::Key_A, Qt::Key_Left, Qt::Key_Escape, Qt::Key_F5})
       QTest::keyClick(&fixture.button, key);
     QVERIFY(!fixture.menu()->isVisible());
+  }
+
+  void theHoverEndsWithTheMenuWhereThePointerLeftTheButton_data() {
+    QTest::addColumn<bool>("isChosen");
+    QTest::addColumn<bool>("isOverButton");
+    QTest::newRow("an item that opens a sheet") << true << false;
+    QTest::newRow("Escape") << false << false;
+    QTest::newRow("Escape over the button") << false << true;
+  }
+
+  void theHoverEndsWithTheMenuWhereThePointerLeftTheButton() {
+    QFETCH(bool, isChosen);
+    QFETCH(bool, isOverButton);
+    Fixture fixture;
+    const QImage normal = fixture.button.grab().toImage();
+    QDialog sheet(&fixture.button);
+    connect(&fixture.button, &PopUpButton::itemChosen, &sheet, &QDialog::open);
+    fixture.button.openMenu();
+    if (isOverButton) {
+      QTest::mouseMove(&fixture.button);
+    } else {
+      QTest::mouseMove(fixture.menu(), fixture.placeOf(1));
+    }
+    // As the window system has it that tells no leave while a menu is open.
+    fixture.button.setAttribute(Qt::WA_UnderMouse);
+    QVERIFY(fixture.button.grab().toImage() != normal);
+    if (isChosen) {
+      QTest::mouseClick(fixture.menu(), Qt::LeftButton, {}, fixture.placeOf(1));
+    } else {
+      QTest::keyClick(fixture.menu(), Qt::Key_Escape);
+    }
+    QVERIFY(!fixture.menu()->isVisible());
+    QCOMPARE(sheet.isVisible(), isChosen);
+    fixture.button.selectItem(-1);
+    QCOMPARE(fixture.button.underMouse(), isOverButton);
+    QCOMPARE(fixture.button.grab().toImage() == normal, !isOverButton);
   }
 
   void aDisabledButtonDoesNotOpen() {
