@@ -14,7 +14,7 @@
 #include "app/BusNotifier.h"
 #include "app/MouseMainWindow.h"
 #include "app/Vorn_ConfiguratorAppDelegate.h"
-#include "engine/PortEngineLink.h"
+#include "link/PortEngineLink.h"
 #include "model/VrCoreUtility.h"
 #include "platform/Localization.h"
 #include "ports/DistributedNotificationCenter.h"

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "buttons/MouseButtonController.h"
-#include "gui/SampleSettings.h"
 #include "platform/Localization.h"
+#include "support/SampleSettings.h"
 
 namespace {
 

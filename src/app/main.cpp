@@ -15,7 +15,7 @@
 #include "app/MouseMainWindow.h"
 #include "app/QuitOnSignals.h"
 #include "app/Vorn_ConfiguratorAppDelegate.h"
-#include "engine/PortEngineLink.h"
+#include "link/PortEngineLink.h"
 #include "platform/Bundle.h"
 #include "platform/Localization.h"
 #include "ports/DistributedNotificationCenter.h"

@@ -8,12 +8,12 @@
 #include "buttons/MacroRepeatSheet.h"
 #include "buttons/MouseButtonController.h"
 #include "buttons/SingleKeySheet.h"
-#include "engine/EngineProtocol.h"
 #include "model/eventParser.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/ApplicationPanel.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
+#include "protocol/EngineProtocol.h"
 #include "widgets/Alert.h"
 
 namespace skarn {

@@ -5,9 +5,9 @@
 #include <string>
 #include <system_error>
 
-#include "engine/EngineProtocol.h"
 #include "model/SettingsKeys.h"
 #include "ports/MessagePort.h"
+#include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
 

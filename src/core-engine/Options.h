@@ -6,7 +6,7 @@
 #include <string>
 #include <variant>
 
-#include "core-engine/Device.h"
+#include "core-engine/device/Device.h"
 
 namespace vorn::engine {
 

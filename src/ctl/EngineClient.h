@@ -8,10 +8,10 @@
 #include <string>
 
 #include "ctl/Failure.h"
-#include "engine/EngineProtocol.h"
 #include "model/PropertyList.h"
 #include "ports/MessagePort.h"
 #include "ports/RunLoop.h"
+#include "protocol/EngineProtocol.h"
 
 namespace vorn::ctl {
 

@@ -8,7 +8,6 @@
 #include <QTableView>
 #include <algorithm>
 
-#include "engine/EngineProtocol.h"
 #include "macros/MacroDetailsDelegate.h"
 #include "macros/MacroDetailsModel.h"
 #include "macros/MacroFiles.h"
@@ -21,6 +20,7 @@
 #include "model/VrCoreUtility.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
+#include "protocol/EngineProtocol.h"
 #include "ui_MouseMacrosController.h"
 #include "widgets/Alert.h"
 #include "widgets/LabelState.h"

@@ -3,7 +3,6 @@
 #include <QTableView>
 #include <algorithm>
 
-#include "engine/EngineProtocol.h"
 #include "macros/MacroDetailsModel.h"
 #include "macros/MacroMenus.h"
 #include "macros/MacroSheets.h"
@@ -12,6 +11,7 @@
 #include "model/HidUsages.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
+#include "protocol/EngineProtocol.h"
 #include "ui_MouseMacrosController.h"
 #include "widgets/KeyCaptureField.h"
 

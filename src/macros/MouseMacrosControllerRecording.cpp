@@ -2,12 +2,12 @@
 #include <QPushButton>
 #include <QTableView>
 
-#include "engine/EngineProtocol.h"
 #include "macros/MacroDetailsModel.h"
 #include "macros/MacroSheets.h"
 #include "macros/MacrosTableModel.h"
 #include "macros/MouseMacrosController.h"
 #include "model/eventParser.h"
+#include "protocol/EngineProtocol.h"
 #include "ui_MouseMacrosController.h"
 
 namespace skarn {

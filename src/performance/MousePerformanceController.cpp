@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 
-#include "engine/EngineProtocol.h"
 #include "model/SettingsKeys.h"
 #include "performance/DragCommit.h"
 #include "performance/SensitivityText.h"
@@ -12,6 +11,7 @@
 #include "performance/StagesTableModel.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
+#include "protocol/EngineProtocol.h"
 #include "ui_MousePerformanceController.h"
 #include "ui_SensitivityStagesSheet.h"
 #include "widgets/LabelState.h"

@@ -11,14 +11,14 @@
 #include <string>
 #include <vector>
 
-#include "RecordingNotificationCenter.h"
-#include "ScriptedLink.h"
 #include "app/MouseMainWindow.h"
+#include "app/ScriptedLink.h"
 #include "app/Vorn_ConfiguratorAppDelegate.h"
 #include "model/PropertyListCodec.h"
 #include "model/SettingsKeys.h"
 #include "platform/Bundle.h"
 #include "platform/Localization.h"
+#include "support/RecordingNotificationCenter.h"
 #include "ui_MouseMainWindow.h"
 
 namespace skarn::test {

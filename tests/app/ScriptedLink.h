@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "engine/EngineLink.h"
+#include "link/EngineLink.h"
 
 namespace skarn::test {
 

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core-engine/AssignmentPlayer.h"
 #include "core-engine/TestParts.h"
+#include "core-engine/play/AssignmentPlayer.h"
 
 namespace vorn::engine {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core-engine/FileSystem.h"
+#include "core-engine/storage/FileSystem.h"
 
 namespace vorn::engine::test {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core-engine/ReplyPorts.h"
+#include "core-engine/requests/ReplyPorts.h"
 #include "model/PropertyListCodec.h"
 
 namespace vorn::engine::test {

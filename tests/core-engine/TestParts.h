@@ -10,9 +10,9 @@
 
 #include "core-engine/MemoryFileSystem.h"
 #include "core-engine/MemoryPorts.h"
-#include "core-engine/Request.h"
 #include "core-engine/TestBundle.h"
-#include "core-engine/VirtualDevice.h"
+#include "core-engine/device/VirtualDevice.h"
+#include "core-engine/requests/Request.h"
 
 namespace vorn::engine::test {
 

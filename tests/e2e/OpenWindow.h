@@ -13,17 +13,17 @@
 #include <string>
 #include <vector>
 
-#include "ConfiguratorProcess.h"
 #include "app/BusNotifier.h"
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
 #include "app/Vorn_ConfiguratorAppDelegate.h"
-#include "core-engine/TemporaryFolder.h"
-#include "engine/PortEngineLink.h"
+#include "e2e/ConfiguratorProcess.h"
+#include "link/PortEngineLink.h"
 #include "model/SettingsKeys.h"
 #include "ports/DistributedNotificationCenter.h"
 #include "profiles/MouseProfilesController.h"
 #include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
 #include "ui_MouseMainWindow.h"
 
 namespace skarn::test {

@@ -1,7 +1,7 @@
 // Another program of the session, which asks the engine for what it holds and for changes.
 #pragma once
 
-#include "engine/PortEngineLink.h"
+#include "link/PortEngineLink.h"
 #include "model/SettingsKeys.h"
 
 namespace skarn::test {

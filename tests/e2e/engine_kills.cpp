@@ -19,15 +19,15 @@
 #include <string_view>
 #include <thread>
 
-#include "core-engine/BundleRules.h"
-#include "core-engine/TemporaryFolder.h"
-#include "engine/EngineProtocol.h"
+#include "core-engine/rules/BundleRules.h"
 #include "model/PropertyListCodec.h"
 #include "model/SettingsKeys.h"
 #include "ports/MessagePort.h"
+#include "protocol/EngineProtocol.h"
 #include "support/ChildProcess.h"
 #include "support/LoopThread.h"
 #include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "CountedAllocations.h"
+#include "model/CountedAllocations.h"
 
 #include <atomic>
 

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "PanelTest.h"
+#include "platform/PanelTest.h"
 
 namespace skarn::test {
 

@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "engine/EngineProtocol.h"
 #include "model/PropertyListCodec.h"
 #include "ports/DistributedNotificationCenter.h"
+#include "protocol/EngineProtocol.h"
 
 namespace vorn::test {
 

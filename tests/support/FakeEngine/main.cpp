@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "FakeEngine.h"
-#include "engine/EngineProtocol.h"
+#include "protocol/EngineProtocol.h"
 
 namespace {
 

@@ -1,0 +1,190 @@
+#include "core-engine/device/VirtualMouseService.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace vorn::engine {
+
+namespace {
+
+using Connection = Device::Connection;
+
+constexpr const char* outputSignal = "Output";
+
+std::string_view nameOf(Connection connection) {
+  switch (connection) {
+    case Connection::Wired:
+      return "wired";
+    case Connection::Wireless:
+      return "wireless";
+    case Connection::Absent:
+      break;
+  }
+  return "absent";
+}
+
+std::string_view nameOf(ChargingStatus status) {
+  switch (status) {
+    case ChargingStatus::OnBattery:
+      return "battery";
+    case ChargingStatus::Charging:
+      return "charging";
+    case ChargingStatus::NoBatteryDisplay:
+      break;
+  }
+  return "none";
+}
+
+BusReply badArgument(std::string text) {
+  return BusReply::failure("org.vorn.VirtualMouse1.Error.BadArgument", std::move(text));
+}
+
+BusReply absent() {
+  return BusReply::failure("org.vorn.VirtualMouse1.Error.Absent", "The mouse is not plugged in");
+}
+
+std::vector<PropertyList> valuesOf(Scheduler::Duration time, const OutputEvent& event) {
+  return {static_cast<std::uint64_t>(time.count()), event.usagePage, event.usage, event.value};
+}
+
+bool isPrintable(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char character) { return character >= ' ' && character <= '~'; });
+}
+
+}  // namespace
+
+VirtualMouseService::VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler)
+    : mDevice(device), mScheduler(scheduler) {
+  mDevice.setOutputHandler([this](const OutputEvent& event) { keep(event); });
+}
+
+VirtualMouseService::~VirtualMouseService() {
+  mDevice.setOutputHandler({});
+}
+
+bool VirtualMouseService::start(std::string& error) {
+  mObject = BusObject::create(description(), &error);
+  return mObject != nullptr;
+}
+
+BusObjectDescription VirtualMouseService::description() {
+  const auto text = [](const Arguments& arguments, std::size_t index) { return arguments[index].toString(); };
+  const std::vector<BusArgument> output = {{"t", "time"}, {"q", "usagePage"}, {"q", "usage"}, {"i", "value"}};
+  BusObjectDescription result{"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1", {}, {}};
+  result.methods = {
+      {"Plug", {{"s", "connection"}}, {}, [=, this](const Arguments& given) { return plug(text(given, 0)); }},
+      {"Unplug",
+       {},
+       {},
+       [this](const Arguments&) {
+         mDevice.setConnection(Connection::Absent);
+         return BusReply::success();
+       }},
+      {"Press", {{"s", "control"}}, {}, [=, this](const Arguments& given) { return setControl(text(given, 0), true); }},
+      {"Release",
+       {{"s", "control"}},
+       {},
+       [=, this](const Arguments& given) { return setControl(text(given, 0), false); }},
+      {"Type",
+       {{"u", "usagePage"}, {"u", "usage"}, {"b", "isPressed"}},
+       {},
+       [this](const Arguments& given) { return type(given); }},
+      {"SetBattery", {{"i", "percent"}}, {}, [this](const Arguments& given) { return setBattery(given[0].toInt64()); }},
+      {"SetCharging", {{"s", "status"}}, {}, [=, this](const Arguments& given) { return setCharging(text(given, 0)); }},
+      {"SetFirmware",
+       {{"s", "version"}, {"b", "isFailing"}},
+       {},
+       [=, this](const Arguments& given) { return setFirmware(text(given, 0), given[1].toBool()); }},
+      {"State", {}, {{"a{sv}", "state"}}, [this](const Arguments&) { return state(); }},
+      {"TakeOutput", {}, {{"a(tqqi)", "output"}}, [this](const Arguments&) { return takeOutput(); }},
+  };
+  result.signals = {{outputSignal, output}};
+  return result;
+}
+
+void VirtualMouseService::keep(const OutputEvent& event) {
+  const Scheduler::Duration time = mScheduler.now();
+  if (mOutput.size() == maximumOutput) {
+    mOutput.pop_front();
+    ++mForgottenOutput;
+  }
+  mOutput.push_back({time, event});
+  // Who listens too slowly can still take what is kept.
+  if (mObject) mObject->emit(outputSignal, valuesOf(time, event));
+}
+
+BusReply VirtualMouseService::plug(const std::string& connection) {
+  for (const Connection each : {Connection::Wired, Connection::Wireless}) {
+    if (connection != nameOf(each)) continue;
+    mDevice.setConnection(each);
+    return BusReply::success();
+  }
+  return badArgument("The connection is \"wired\" or \"wireless\"");
+}
+
+BusReply VirtualMouseService::setControl(const std::string& control, bool isPressed) {
+  if (!VirtualDevice::isControl(control)) return badArgument("The mouse has no control \"" + control + "\"");
+  return mDevice.setControl(control, isPressed) ? BusReply::success() : absent();
+}
+
+BusReply VirtualMouseService::type(const Arguments& arguments) {
+  const auto usagePage = static_cast<std::uint32_t>(arguments[0].toUnsigned());
+  const auto usage = static_cast<std::uint32_t>(arguments[1].toUnsigned());
+  if (mDevice.typeKey(usagePage, usage, arguments[2].toBool())) return BusReply::success();
+  return badArgument("What can be typed are keys (usage page 7, usages 4 to 231) and buttons (page 9, usages 1 to 9)");
+}
+
+BusReply VirtualMouseService::setBattery(std::int64_t percent) {
+  if (percent < 0 || percent > 100) return badArgument("The battery level is a percentage from 0 to 100");
+  mDevice.setBattery(static_cast<int>(percent));
+  return BusReply::success();
+}
+
+BusReply VirtualMouseService::setCharging(const std::string& status) {
+  using Status = ChargingStatus;
+  std::optional<Status> chosen;
+  for (const Status each : {Status::OnBattery, Status::Charging, Status::NoBatteryDisplay}) {
+    if (status == nameOf(each)) chosen = each;
+  }
+  if (!chosen && status != "usual") {
+    return badArgument(R"(The charging status is "battery", "charging", "none" or "usual")");
+  }
+  if (!mDevice.isPresent()) return absent();
+  mDevice.setChargingStatus(chosen);
+  return BusReply::success();
+}
+
+BusReply VirtualMouseService::setFirmware(const std::string& version, bool isFailing) {
+  if (version.empty() || version.size() > maximumVersionLength || !isPrintable(version)) {
+    return badArgument("The firmware version is a text of 1 to 64 printable ASCII characters");
+  }
+  mDevice.setFirmwareVersion(version);
+  mDevice.setFirmwareFailing(isFailing);
+  return BusReply::success();
+}
+
+BusReply VirtualMouseService::state() const {
+  std::vector<PropertyList> pressed;
+  for (const std::string& control : mDevice.pressedControls()) pressed.emplace_back(control);
+  return BusReply::success({PropertyList::dictionary({{"connection", nameOf(mDevice.connection())},
+                                                      {"battery", mDevice.batteryPercent()},
+                                                      {"charging", nameOf(mDevice.chargingStatus())},
+                                                      {"firmware", mDevice.firmwareVersion()},
+                                                      {"isFirmwareFailing", mDevice.isFirmwareFailing()},
+                                                      {"pressed", PropertyList::array(std::move(pressed))},
+                                                      {"output", static_cast<std::int64_t>(mOutput.size())},
+                                                      {"forgottenOutput", mForgottenOutput}})});
+}
+
+BusReply VirtualMouseService::takeOutput() {
+  std::vector<PropertyList> events;
+  events.reserve(mOutput.size());
+  for (const TimedOutput& each : mOutput) events.push_back(PropertyList::array(valuesOf(each.time, each.event)));
+  mOutput.clear();
+  mForgottenOutput = 0;
+  return BusReply::success({PropertyList::array(std::move(events))});
+}
+
+}  // namespace vorn::engine

@@ -1,0 +1,62 @@
+// Offers everything that a person can do to the hardware of the virtual mouse, and what it sends to the desktop, on the
+// session bus: interface org.vorn.VirtualMouse1 of the object /org/vorn/VirtualMouse, bus name org.vorn.VirtualMouse.
+// docs/core-engine.md lists its methods. One thread, the engine's.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core-engine/Scheduler.h"
+#include "core-engine/device/VirtualDevice.h"
+#include "ports/BusObject.h"
+
+namespace vorn::engine {
+
+class VirtualMouseService {
+ public:
+  // So much of the output is kept until somebody takes it; beyond that the oldest goes.
+  static constexpr std::size_t maximumOutput = 10'000;
+  static constexpr std::size_t maximumVersionLength = 64;
+
+  // Keeps the device's output from now on. Both outlive the service.
+  VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler);
+  ~VirtualMouseService();
+  VirtualMouseService(const VirtualMouseService&) = delete;
+  VirtualMouseService& operator=(const VirtualMouseService&) = delete;
+
+  // Puts the object on this thread's bus for the life of the service. False, with the reason in error, when that cannot
+  // be done.
+  bool start(std::string& error);
+
+ private:
+  using Arguments = std::vector<PropertyList>;
+
+  struct TimedOutput {
+    Scheduler::Duration time{};
+    OutputEvent event;
+  };
+
+  BusObjectDescription description();
+  void keep(const OutputEvent& event);
+
+  BusReply plug(const std::string& connection);
+  BusReply setControl(const std::string& control, bool isPressed);
+  BusReply type(const Arguments& arguments);
+  BusReply setBattery(std::int64_t percent);
+  BusReply setCharging(const std::string& status);
+  BusReply setFirmware(const std::string& version, bool isFailing);
+  BusReply state() const;
+  BusReply takeOutput();
+
+  VirtualDevice& mDevice;
+  const Scheduler& mScheduler;
+  std::deque<TimedOutput> mOutput;
+  std::uint64_t mForgottenOutput = 0;
+  std::unique_ptr<BusObject> mObject;
+};
+
+}  // namespace vorn::engine

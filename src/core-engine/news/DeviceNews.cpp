@@ -1,0 +1,70 @@
+#include "core-engine/news/DeviceNews.h"
+
+#include "protocol/EngineProtocol.h"
+
+namespace vorn::engine {
+
+namespace {
+
+PropertyList report(MessageID messageID, std::initializer_list<PropertyList::Pair> entries) {
+  return PropertyList::dictionary(entries).with(newsKeys::MessageID, static_cast<std::int32_t>(messageID));
+}
+
+}  // namespace
+
+std::int32_t productInUse(const Device& device) {
+  return device.isWired() ? wiredProductID : wirelessProductID;
+}
+
+PropertyList firmwareReport(const Device& device) {
+  const std::string version = device.firmwareVersion();
+  return report(MessageID::QueryFirmwareVersion,
+                {{newsKeys::ReturnStatus, version.empty() ? 1 : 0}, {newsKeys::FirmwareVersion, version}});
+}
+
+PropertyList batteryReport(const Device& device) {
+  const std::int32_t percent = device.isPresent() ? device.batteryPercent() : unknownBatteryLevel;
+  return report(MessageID::QueryBatteryLevel, {{newsKeys::BatteryPercentLevel, percent}});
+}
+
+PropertyList chargingReport(const Device& device) {
+  const ChargingStatus status = device.isPresent() ? device.chargingStatus() : ChargingStatus::NoBatteryDisplay;
+  return report(MessageID::QueryChargingStatus, {{newsKeys::DeviceChargingStatus, static_cast<std::int32_t>(status)}});
+}
+
+DeviceNews::DeviceNews(const Device& device, NewsPort& port) : mDevice(device), mPort(port) {
+  remember();
+}
+
+void DeviceNews::announce() {
+  remember();
+  if (!mDevice.isPresent()) {
+    // It serves both products.
+    mPort.post(notificationNames::deviceRemoved(wiredProductID), {});
+    return;
+  }
+  const std::int32_t product = productInUse(mDevice);
+  mPort.post(notificationNames::deviceAttached(product), {});
+  mPort.post(notificationNames::commandReply(product), chargingReport(mDevice));
+}
+
+void DeviceNews::batteryChanged() {
+  const int earlierPercent = mBatteryPercent;
+  const ChargingStatus earlierStatus = mChargingStatus;
+  remember();
+  if (!mDevice.isPresent()) return;
+  const std::string name = notificationNames::commandReply(productInUse(mDevice));
+  // A level makes clients show a battery, so it comes before the status that may take it away, and not where none is
+  // displayed.
+  constexpr auto hidden = ChargingStatus::NoBatteryDisplay;
+  const bool isDisplayed = earlierStatus != hidden || mChargingStatus != hidden;
+  if (mBatteryPercent != earlierPercent && isDisplayed) mPort.post(name, batteryReport(mDevice));
+  if (mChargingStatus != earlierStatus) mPort.post(name, chargingReport(mDevice));
+}
+
+void DeviceNews::remember() {
+  mBatteryPercent = mDevice.batteryPercent();
+  mChargingStatus = mDevice.chargingStatus();
+}
+
+}  // namespace vorn::engine

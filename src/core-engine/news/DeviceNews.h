@@ -1,0 +1,46 @@
+// What is told to everybody about the mouse itself: that it came or went, its battery and its charging status. One
+// thread, the engine's.
+#pragma once
+
+#include <cstdint>
+
+#include "core-engine/device/Device.h"
+#include "core-engine/news/NewsPort.h"
+#include "model/PropertyList.h"
+
+namespace vorn::engine {
+
+// The product that the mouse is now: 273 on its cable, 0 on its receiver. Only for a mouse that is present.
+std::int32_t productInUse(const Device& device);
+
+// The user information of "commandReplyNotification%d" for messages 14, 15 and 16.
+//
+// "ReturnStatus" 0 and the version; 1 and an empty version when the mouse is absent or does not tell it.
+PropertyList firmwareReport(const Device& device);
+// "BatteryPercentLevel"; unknownBatteryLevel when the mouse is absent, which changes no battery picture.
+PropertyList batteryReport(const Device& device);
+inline constexpr std::int32_t unknownBatteryLevel = 255;
+// "DeviceChargingStatus"; without a battery display when the mouse is absent.
+PropertyList chargingReport(const Device& device);
+
+class DeviceNews {
+ public:
+  // Both outlive the news.
+  DeviceNews(const Device& device, NewsPort& port);
+
+  // Tells that the mouse is here, and its charging status, or that it is not. For a mouse that comes, goes or changes
+  // between cable and receiver, and for those who may not know.
+  void announce();
+  // Tells the battery level and the charging status, as far as they are others than at the last time.
+  void batteryChanged();
+
+ private:
+  void remember();
+
+  const Device& mDevice;
+  NewsPort& mPort;
+  int mBatteryPercent = 0;
+  ChargingStatus mChargingStatus = ChargingStatus::NoBatteryDisplay;
+};
+
+}  // namespace vorn::engine

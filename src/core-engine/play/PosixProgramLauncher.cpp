@@ -1,0 +1,136 @@
+#include "core-engine/play/PosixProgramLauncher.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+#include "model/PropertyListCodec.h"
+
+namespace vorn::engine {
+
+namespace {
+
+constexpr std::size_t maximumDescriptionSize = std::size_t{1} << 20;
+
+bool isProgram(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
+}
+
+std::string environmentValue(const char* name, const char* otherwise) {
+  const char* value = std::getenv(name);
+  return value != nullptr && *value != '\0' ? value : otherwise;
+}
+
+// The program's path; empty where PATH has no such program.
+std::string foundProgram(const std::string& name) {
+  if (name.find('/') != std::string::npos) return name.front() == '/' && isProgram(name) ? name : std::string();
+  const std::string folders = environmentValue("PATH", "/usr/local/bin:/usr/bin:/bin");
+  for (std::size_t start = 0; start <= folders.size();) {
+    const std::size_t end = std::min(folders.find(':', start), folders.size());
+    std::string path = folders.substr(start, end - start) + "/" + name;
+    if (path.front() == '/' && path != "/" + name && isProgram(path)) return path;
+    start = end + 1;
+  }
+  return {};
+}
+
+// In the new process. Nothing here may need memory or a lock: the process is a copy of one that may hold them.
+[[noreturn]] void become(const char* program, char* const* arguments, const char* folder) {
+  ::setsid();
+  // A grandchild, so that its end is reaped by the system and not waited for by the engine.
+  if (const pid_t grandchild = ::fork(); grandchild != 0) ::_exit(grandchild < 0 ? 1 : 0);
+  if (const int null = ::open("/dev/null", O_RDWR); null >= 0) {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(null, stream);
+    if (null > STDERR_FILENO) ::close(null);
+  }
+  if (::chdir(folder) < 0 && ::chdir("/") < 0) ::_exit(127);
+  for (int signal = 1; signal < NSIG; ++signal) ::signal(signal, SIG_DFL);
+  sigset_t none;
+  ::sigemptyset(&none);
+  ::sigprocmask(SIG_SETMASK, &none, nullptr);
+  ::execv(program, arguments);
+  ::_exit(127);
+}
+
+bool start(const LaunchCommand& command, std::string& error) {
+  std::vector<std::string> arguments = command.arguments;
+  if (command.needsTerminal) arguments.insert(arguments.begin(), {"x-terminal-emulator", "-e"});
+  // Only a path that is found can fail to start later, and then for a reason of its own.
+  for (const std::string& program : {arguments.front(), command.arguments.front()}) {
+    if (!foundProgram(program).empty()) continue;
+    error = "there is no program " + program;
+    return false;
+  }
+  const std::string program = foundProgram(arguments.front());
+  const std::string folder = command.folder.empty() ? environmentValue("HOME", "/") : command.folder;
+  std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+
+  const pid_t child = ::fork();
+  if (child == 0) become(program.c_str(), pointers.data(), folder.c_str());
+  int status = -1;
+  // It ends as soon as it has a child of its own.
+  while (child > 0 && ::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
+  if (child > 0 && status == 0) return true;
+  error = "cannot start another process";
+  return false;
+}
+
+}  // namespace
+
+bool PosixProgramLauncher::launch(const std::string& path, std::string& error) {
+  std::string_view name = path;
+  while (name.size() > 1 && name.back() == '/') name.remove_suffix(1);
+  if (path.empty() || path.front() != '/' || path.find('\0') != std::string::npos) {
+    error = "not an absolute path";
+    return false;
+  }
+  std::optional<LaunchCommand> command;
+  if (name.ends_with(".app")) {
+    command = commandOfBundle(std::string(name), error);
+  } else if (name.ends_with(".desktop")) {
+    command = commandOfEntry(std::string(name), error);
+  } else {
+    error = "neither an application bundle nor a desktop entry";
+  }
+  return command && start(*command, error);
+}
+
+std::optional<LaunchCommand> PosixProgramLauncher::commandOfBundle(const std::string& path, std::string& error) {
+  for (const std::string& folder : {path + "/Contents", path}) {
+    Bytes bytes;
+    if (mFiles.read(folder + "/Info.plist", maximumDescriptionSize, bytes)) continue;
+    const auto information = decodePropertyList(bytes, &error);
+    if (!information) return std::nullopt;
+    const auto name = bundleExecutable(*information, error);
+    if (!name) return std::nullopt;
+    const std::string usual = folder + "/MacOS/" + *name;
+    return LaunchCommand{{isProgram(usual) ? usual : folder + "/" + *name}, {}, false};
+  }
+  error = "no application bundle with an Info.plist";
+  return std::nullopt;
+}
+
+std::optional<LaunchCommand> PosixProgramLauncher::commandOfEntry(const std::string& path, std::string& error) {
+  Bytes bytes;
+  if (const std::error_code failure = mFiles.read(path, maximumDescriptionSize, bytes)) {
+    error = failure == std::errc::invalid_argument ? "not a regular file" : failure.message();
+    return std::nullopt;
+  }
+  return readDesktopEntry(std::string(bytes.begin(), bytes.end()), path, error);
+}
+
+}  // namespace vorn::engine

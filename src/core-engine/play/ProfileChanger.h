@@ -1,0 +1,62 @@
+// Changes that the mouse itself makes in the profiles, some for good and some only while a control is held. One thread,
+// the engine's.
+//
+// Where two held controls change the same one after the other, it goes back to what was before the first when both are
+// let go, in whichever order. What somebody else changed meanwhile stays as it is.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core-engine/storage/SettingsStore.h"
+#include "model/PropertyList.h"
+
+namespace vorn::engine {
+
+class ProfileChanger {
+ public:
+  explicit ProfileChanger(SettingsStore& store) : mStore(store) {}  // the store outlives the changer
+
+  // The record of the active profile; none while there are no settings.
+  const PropertyList& activeProfile() const;
+  // A profile that does not exist is not switched to.
+  void switchTo(const PropertyList& profileID);
+
+  // Puts the settings, keys of a profile record, into the active profile.
+  void change(const PropertyList& settings);
+  // The same for as long as the control is held.
+  void changeWhileHeld(std::string_view control, const PropertyList& settings);
+  // Takes back what the control changed while it was held, if it changed anything. What the disk does not take is
+  // kept for takeBackReleased.
+  void release(std::string_view control);
+  // Tries again what could not be saved when its control was let go; nothing happens where there is no such thing.
+  void takeBackReleased();
+
+  // A profile was deleted: what was changed in it is forgotten, what was changed in one behind it moves up with it.
+  void profileDeleted(std::int64_t profileID);
+  // Other profiles are in the place of all: nothing of the former ones is put back.
+  void profilesReplaced();
+
+ private:
+  struct HeldChange {
+    std::string control;
+    std::int64_t profileID = 0;
+    PropertyList before;  // what the keys had
+    PropertyList after;   // what they had then
+    bool isHeld = true;   // false: the take-back was not saved yet
+  };
+  using HeldChanges = std::vector<HeldChange>;
+
+  std::int64_t activeProfileID() const;
+  const PropertyList& profileAt(std::int64_t profileID) const;
+  SettingsStore::Outcome changeProfile(std::int64_t profileID, const PropertyList& settings);
+  // False: it could not be saved.
+  bool takeBack(HeldChanges::iterator ended);
+
+  SettingsStore& mStore;
+  HeldChanges mHeldChanges;  // the latest last
+};
+
+}  // namespace vorn::engine

@@ -1,0 +1,79 @@
+#include "core-engine/record/MacroRecorder.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core-engine/rules/MacroRules.h"
+#include "model/SettingsKeys.h"
+#include "model/eventParser.h"
+#include "protocol/EngineProtocol.h"
+
+namespace vorn::engine {
+
+namespace {
+
+// Differences of whole milliseconds, so that what each delay is cut by does not add up.
+std::int64_t milliseconds(Scheduler::Duration time) {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
+}
+
+}  // namespace
+
+void MacroRecorder::start(Task task) {
+  discard();
+  mTask = std::move(task);
+  mIsRecording = true;
+}
+
+bool MacroRecorder::stop(std::string_view client) {
+  if (!mIsRecording || client != mTask.client) return false;
+  mIsRecording = false;
+  // Clients pass over the batch that follows their stop, so there always is one.
+  postBatch();
+  return true;
+}
+
+void MacroRecorder::note(const KeyChanged& key) {
+  if (!mIsRecording || mEvents.size() >= mTask.room) return;
+  const Scheduler::Duration now = mScheduler.now();
+  const std::int64_t delay = mEvents.empty() ? mTask.firstDelay : milliseconds(now) - milliseconds(mLastEvent);
+  PropertyList event = PropertyList::dictionary({{keys::Command, key.isPressed ? 1 : 0},
+                                                 {keys::Delay, std::clamp<std::int64_t>(delay, 0, maximumDelay)},
+                                                 {keys::Page, key.usagePage},
+                                                 {keys::Argument, key.usage}});
+  if (!isMacroEvent(event)) return;
+  mEvents.push_back(std::move(event));
+  mLastEvent = now;
+  if (mBatch == 0) mBatch = mScheduler.after(batchDelay, [this] { postBatch(); });
+}
+
+void MacroRecorder::discard() {
+  mScheduler.cancel(std::exchange(mBatch, 0));
+  mIsRecording = false;
+  mTask = {};
+  std::vector<PropertyList>().swap(mEvents);
+  mPosted = 0;
+}
+
+void MacroRecorder::macroDeleted(std::int64_t position) {
+  if (position == mTask.macro) {
+    discard();
+  } else if (position < mTask.macro) {
+    --mTask.macro;
+  }
+}
+
+void MacroRecorder::postBatch() {
+  mScheduler.cancel(std::exchange(mBatch, 0));
+  std::vector<PropertyList> lines;
+  for (; mPosted < mEvents.size(); ++mPosted) {
+    const PropertyList ofEvent = eventParser::parseSequence(mEvents[mPosted]);
+    const bool isFirstRow = mPosted == 0 && !mTask.isContinuing;
+    const auto shown = ofEvent.elements().subspan(isFirstRow ? 1 : 0);
+    lines.insert(lines.end(), shown.begin(), shown.end());
+  }
+  mNews.post(notificationNames::macroSequence(wiredProductID),
+             PropertyList::dictionary({{newsKeys::MessagesArray, PropertyList::array(std::move(lines))}}));
+}
+
+}  // namespace vorn::engine

@@ -1,0 +1,73 @@
+// Catches keys and mouse buttons with the times between them while a client records a macro. There is one recording at
+// a time; it belongs to the client that began it.
+//
+// While it records, the lines of what came since the last batch are broadcast as "MacroSequence273" ("messagesArray"),
+// in the layout of the details table: all batches of a recording, one after the other, are the rows that it adds to the
+// table. One thread, the engine's.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core-engine/Scheduler.h"
+#include "core-engine/device/Device.h"
+#include "core-engine/news/NewsPort.h"
+#include "model/PropertyList.h"
+
+namespace vorn::engine {
+
+class MacroRecorder {
+ public:
+  // A batch leaves so long after its first event, so that a burst of keys is one notification.
+  static constexpr Scheduler::Duration batchDelay = std::chrono::milliseconds(40);
+
+  struct Task {
+    std::string client;           // name of its port
+    std::int64_t macro = -1;      // position of the macro that is recorded
+    std::size_t room = 0;         // how many events fit in; what comes after them is not recorded
+    bool isContinuing = false;    // the macro has events: the first line is the delay before the first new event
+    std::int64_t firstDelay = 0;  // milliseconds; nobody knows how long a person thought before the first key
+  };
+
+  // Both outlive the recorder.
+  MacroRecorder(NewsPort& news, Scheduler& scheduler) : mNews(news), mScheduler(scheduler) {}
+  ~MacroRecorder() { discard(); }
+  MacroRecorder(const MacroRecorder&) = delete;
+  MacroRecorder& operator=(const MacroRecorder&) = delete;
+
+  // Begins anew; a recording that runs or was not saved is dropped, whoever made it.
+  void start(Task task);
+  // Ends the client's recording and broadcasts one last batch, empty or not. The events stay until they are discarded.
+  // False, and nothing happens, when the client is not recording.
+  bool stop(std::string_view client);
+  bool isRecording() const { return mIsRecording; }
+  // Notes an event while recording; ignored otherwise, and when it cannot stand in a macro.
+  void note(const KeyChanged& key);
+
+  // Whether this client's recording runs or waits to be saved.
+  bool belongsTo(std::string_view client) const { return mTask.macro >= 0 && mTask.client == client; }
+  std::int64_t macro() const { return mTask.macro; }  // -1 without a recording
+  // The events caught, an array of { command, delay, page, argument }.
+  PropertyList events() const { return PropertyList::array(mEvents); }
+  void discard();
+  // A macro was deleted: its recording is discarded, that of one behind it moves up with it.
+  void macroDeleted(std::int64_t position);
+
+ private:
+  void postBatch();
+
+  NewsPort& mNews;
+  Scheduler& mScheduler;
+  bool mIsRecording = false;
+  Task mTask;
+  std::vector<PropertyList> mEvents;
+  std::size_t mPosted = 0;  // how many of the events were broadcast
+  Scheduler::Ticket mBatch = 0;
+  Scheduler::Duration mLastEvent{};
+};
+
+}  // namespace vorn::engine

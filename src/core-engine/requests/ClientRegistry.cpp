@@ -1,0 +1,35 @@
+#include "core-engine/requests/ClientRegistry.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vorn::engine {
+
+void ClientRegistry::add(Client client) {
+  std::erase_if(mClients, [&](const Client& known) { return known.replyPort == client.replyPort; });
+  if (mClients.size() == maximumClients) present();
+  if (mClients.size() == maximumClients) mClients.erase(mClients.begin());
+  mClients.push_back(std::move(client));
+}
+
+bool ClientRegistry::release(std::string_view sender) {
+  return std::erase_if(mClients, [&](const Client& client) { return client.sender == sender; }) > 0;
+}
+
+void ClientRegistry::readsSettings(std::string_view replyPort) {
+  for (Client& client : mClients) {
+    if (client.replyPort == replyPort) client.showsDefaults = false;
+  }
+}
+
+bool ClientRegistry::showsDefaults(std::string_view replyPort) const {
+  return std::ranges::any_of(
+      mClients, [&](const Client& client) { return client.replyPort == replyPort && client.showsDefaults; });
+}
+
+const std::vector<Client>& ClientRegistry::present() {
+  std::erase_if(mClients, [&](const Client& client) { return !mPorts.exists(client.replyPort); });
+  return mClients;
+}
+
+}  // namespace vorn::engine

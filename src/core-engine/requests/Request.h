@@ -1,0 +1,63 @@
+// One request to the engine, and what serves it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "core-engine/Log.h"
+#include "core-engine/Scheduler.h"
+#include "core-engine/device/Device.h"
+#include "core-engine/news/NewsPort.h"
+#include "core-engine/play/ProfileChanger.h"
+#include "core-engine/record/KeyCapture.h"
+#include "core-engine/record/MacroRecorder.h"
+#include "core-engine/requests/ClientRegistry.h"
+#include "core-engine/storage/FactoryDefaults.h"
+#include "core-engine/storage/SettingsStore.h"
+#include "model/PropertyList.h"
+#include "protocol/EngineProtocol.h"
+
+namespace vorn::engine {
+
+struct Request {
+  std::string sender;  // unique bus name of the client's connection
+  PropertyList body;   // a dictionary
+
+  // The product that the request is for; a missing one reads as 0, the wireless mouse.
+  std::int32_t productID() const { return body[requestKeys::ProductID].toInt(); }
+  // Where the answer goes; empty when the request names no port.
+  std::string replyPort() const { return body[requestKeys::ResponseMsgPortName].toString(); }
+};
+
+// What requests act on. All of it outlives the requests.
+struct EngineParts {
+  SettingsStore& store;
+  Device& device;
+  ClientRegistry& clients;
+  const FactoryDefaults& defaults;
+  Log& log;
+  NewsPort& news;
+  Scheduler& scheduler;
+  MacroRecorder& recorder;
+  KeyCapture& capture;
+  ProfileChanger& profiles;
+};
+
+// The body of the answer, a dictionary; nothing for a request that has no answer.
+using Answer = std::optional<PropertyList>;
+// Serves one request to its end. What it changes is on the disk when it returns.
+using RequestHandler = Answer (*)(EngineParts& parts, const Request& request);
+
+// One row of the table of requests.
+struct RequestKind {
+  MessageID messageID;
+  const char* name;  // for the log
+  RequestHandler handler;
+};
+
+// Every request that the engine serves.
+std::span<const RequestKind> requestKinds();
+
+}  // namespace vorn::engine

@@ -1,0 +1,98 @@
+#include "core-engine/requests/RequestDispatcher.h"
+
+#include <algorithm>
+#include <string>
+
+#include "model/PropertyListCodec.h"
+#include "protocol/ReturnStatus.h"
+
+namespace vorn::engine {
+
+namespace {
+
+bool isServedProduct(std::int32_t product) {
+  return product == wiredProductID || product == wirelessProductID;
+}
+
+// The others look at the product themselves, or it means nothing to them.
+bool isForServedProductsOnly(MessageID messageID) {
+  switch (messageID) {
+    case MessageID::RegisterDevice:
+    case MessageID::QueryFirmwareVersion:
+    case MessageID::QueryBatteryLevel:
+    case MessageID::QueryChargingStatus:
+    case MessageID::ReleaseDevice:
+      return false;
+    default:
+      return true;
+  }
+}
+
+std::string title(const RequestKind& kind) {
+  return std::to_string(static_cast<std::int32_t>(kind.messageID)) + " (" + kind.name + ")";
+}
+
+}  // namespace
+
+RequestDispatcher::RequestDispatcher(EngineParts parts, ReplyPorts& ports, std::span<const RequestKind> kinds)
+    : mParts(parts), mPorts(ports), mKinds(kinds) {}
+
+Bytes RequestDispatcher::receive(const LocalMessagePort::Message& message) {
+  const auto kind = std::find_if(mKinds.begin(), mKinds.end(), [&](const RequestKind& each) {
+    return static_cast<std::int32_t>(each.messageID) == message.messageID;
+  });
+  if (kind == mKinds.end()) {
+    mParts.log.fault(message.sender, "unknown message", "unknown message " + std::to_string(message.messageID));
+    return {};
+  }
+  std::string error;
+  const auto body = decodeBinaryPropertyList(message.data, &error);
+  if (!body) {
+    mParts.log.fault(message.sender, "undecodable request", "request " + title(*kind) + " cannot be decoded: " + error);
+  } else if (!body->isDictionary()) {
+    mParts.log.fault(message.sender, "request without a dictionary", "request " + title(*kind) + " is no dictionary");
+  } else {
+    serve(*kind, {std::string(message.sender), *body});
+  }
+  return {};
+}
+
+void RequestDispatcher::serve(const RequestKind& kind, const Request& request) {
+  if (mParts.log.isVerbose()) {
+    mParts.log.line("request " + title(kind) + " of " + request.sender + ": " + request.body.description());
+  }
+  if (isForServedProductsOnly(kind.messageID) && !isServedProduct(request.productID())) {
+    mParts.log.fault(request.sender, "request for an unknown product",
+                     "request " + title(kind) + " is for the unknown product " + std::to_string(request.productID()));
+    answer(kind, request,
+           PropertyList::dictionary({{replyKeys::ReturnStatus, static_cast<std::int32_t>(ReturnStatus::OutOfRange)}}));
+    return;
+  }
+  if (mObserver) mObserver->willServe(kind, request);
+  if (const Answer body = kind.handler(mParts, request)) answer(kind, request, *body);
+  if (mObserver) mObserver->hasServed(kind, request);
+}
+
+void RequestDispatcher::answer(const RequestKind& kind, const Request& request, const PropertyList& body) {
+  const std::string portName = request.replyPort();
+  const auto fault = [&](std::string_view reason) {
+    mParts.log.fault(request.sender, reason,
+                     "no answer to request " + title(kind) + ": " + std::string(reason) + " (" + portName + ")");
+  };
+  // The engine's own port is no client's: the answer would come back as a request.
+  if (portName.empty() || portName == enginePortName) return fault("it names no port of a client");
+  std::string error;
+  const auto bytes = encodeBinaryPropertyList(body, &error);
+  if (!bytes) return fault(error);
+  switch (mPorts.post(portName, static_cast<std::int32_t>(kind.messageID), *bytes)) {
+    case ReplyPorts::Outcome::NoSuchPort:
+      return fault("there is no such port");
+    case ReplyPorts::Outcome::Failed:
+      return fault("the port cannot be reached");
+    case ReplyPorts::Outcome::Sent:
+      break;
+  }
+  if (mParts.log.isVerbose()) mParts.log.line("answer " + title(kind) + " to " + portName + ": " + body.description());
+}
+
+}  // namespace vorn::engine

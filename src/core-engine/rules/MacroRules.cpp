@@ -1,0 +1,217 @@
+#include "core-engine/rules/MacroRules.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core-engine/play/OutputKeys.h"
+#include "core-engine/rules/RecordLimits.h"
+#include "model/SettingsKeys.h"
+
+namespace vorn::engine {
+
+namespace {
+
+MacroResult refused(ReturnStatus status, std::string reason) {
+  return {{}, status, std::move(reason)};
+}
+
+bool isWithin(const PropertyList& value, std::int64_t minimum, std::int64_t maximum) {
+  return value.isInteger() && value.toInt64() >= minimum && value.toInt64() <= maximum;
+}
+
+bool isDelay(const PropertyList& value) {
+  return isWithin(value, 0, maximumDelay);
+}
+
+// Nothing for a position below count.
+std::optional<MacroResult> complaintAbout(const PropertyList& position, std::size_t count, const std::string& noun) {
+  if (!position.isInteger()) return refused(ReturnStatus::Malformed, "it names no " + noun);
+  if (position.toInt64() >= 0 && std::cmp_less(position.toInt64(), count)) return std::nullopt;
+  return refused(ReturnStatus::OutOfRange, "there is no " + noun + " " + std::to_string(position.toInt64()));
+}
+
+std::optional<MacroResult> complaintAboutRow(const PropertyList& row, const PropertyList& events) {
+  return complaintAbout(row, events.isEmpty() ? 0 : 2 * events.size() - 1, "row");
+}
+
+std::int64_t eventOfRow(const PropertyList& row) {
+  return (row.toInt64() + 1) / 2;
+}
+
+std::optional<MacroResult> complaintAboutSize(const PropertyList& macro) {
+  if (macroEvents(macro).size() > maximumMacroEvents || !isWithinRecordLimits(macro)) {
+    return refused(ReturnStatus::TooLarge, "the macro becomes too large");
+  }
+  return std::nullopt;
+}
+
+std::optional<MacroResult> complaintAboutRecord(const PropertyList& record) {
+  const auto malformed = [](const char* reason) { return refused(ReturnStatus::Malformed, reason); };
+  if (!record.isDictionary()) return malformed("there is no macro record");
+  // Before anything is walked whose length nobody has looked at.
+  if (!isWithinRecordLimits(record)) return refused(ReturnStatus::TooLarge, "the macro is too large");
+  if (record[keys::MacroName].string().empty()) return malformed("the macro has no name");
+  if (record.contains(keys::Delay) && !isDelay(record[keys::Delay])) return malformed("its delay is out of range");
+  const PropertyList& sequence = record[keys::Sequence];
+  if (record.contains(keys::Sequence) && !sequence.isDictionary()) return malformed("its sequence is no dictionary");
+  const PropertyList& events = sequence[keys::Events];
+  if (sequence.contains(keys::Events) && !events.isArray()) return malformed("its events are no array");
+  if (events.size() > maximumMacroEvents) return refused(ReturnStatus::TooLarge, "the macro has too many events");
+  if (!std::ranges::all_of(events.elements(), isMacroEvent)) return malformed("one of its events is none");
+  return std::nullopt;
+}
+
+PropertyList withMacros(const PropertyList& bundle, std::vector<PropertyList> macros) {
+  for (std::size_t position = 0; position < macros.size(); ++position) {
+    if (macros[position][keys::MacroID] == PropertyList(position)) continue;
+    macros[position] = macros[position].with(keys::MacroID, position);
+  }
+  return bundle.with(keys::Macros, PropertyList::array(std::move(macros)));
+}
+
+std::vector<PropertyList> copied(const PropertyList& array) {
+  return {array.elements().begin(), array.elements().end()};
+}
+
+PropertyList withMacro(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& macro) {
+  return bundle.with(keys::Macros, bundle[keys::Macros].replacing(macroID.toInt64(), macro));
+}
+
+// Makes the new events of the old ones.
+using EventEdit = std::function<MacroResult(const PropertyList& events)>;
+
+MacroResult withEditedEvents(const PropertyList& bundle, const PropertyList& macroID, const EventEdit& edit) {
+  MacroResult macro = macroAt(bundle, macroID);
+  if (macro.status != ReturnStatus::Done) return macro;
+  MacroResult events = edit(macroEvents(macro.value));
+  if (events.status != ReturnStatus::Done) return events;
+  const PropertyList sequence = macro.value[keys::Sequence].with(keys::Events, events.value);
+  const PropertyList edited = macro.value.with(keys::Sequence, sequence);
+  if (const auto complaint = complaintAboutSize(edited)) return *complaint;
+  return {withMacro(bundle, macroID, edited)};
+}
+
+MacroResult withEveryDelay(const PropertyList& events, const PropertyList& delay) {
+  std::vector<PropertyList> result;
+  result.reserve(events.size());
+  for (const PropertyList& event : events.elements()) result.push_back(event.with(keys::Delay, delay));
+  return {PropertyList::array(std::move(result))};
+}
+
+}  // namespace
+
+bool isMacroEvent(const PropertyList& event) {
+  const PropertyList& page = event[keys::Page];
+  const PropertyList& argument = event[keys::Argument];
+  return isWithin(event[keys::Command], 0, 1) && isDelay(event[keys::Delay]) && page.isInteger() &&
+         argument.isInteger() && outputKey(page.toInt64(), argument.toInt64()).has_value();
+}
+
+PropertyList macroEvents(const PropertyList& macro) {
+  const PropertyList& events = macro[keys::Sequence][keys::Events];
+  if (std::ranges::all_of(events.elements(), isMacroEvent)) return events.arrayOrEmpty();
+  std::vector<PropertyList> usable;
+  std::ranges::copy_if(events.elements(), std::back_inserter(usable), isMacroEvent);
+  return PropertyList::array(std::move(usable));
+}
+
+MacroResult macroAt(const PropertyList& bundle, const PropertyList& macroID) {
+  const PropertyList& macros = bundle[keys::Macros];
+  if (const auto complaint = complaintAbout(macroID, macros.size(), "macro")) return *complaint;
+  return {macros.at(macroID.toInt64())};
+}
+
+MacroResult eventAt(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row) {
+  MacroResult macro = macroAt(bundle, macroID);
+  if (macro.status != ReturnStatus::Done) return macro;
+  const PropertyList events = macroEvents(macro.value);
+  if (const auto complaint = complaintAboutRow(row, events)) return *complaint;
+  return {events.at(eventOfRow(row))};
+}
+
+MacroResult withAddedMacro(const PropertyList& bundle, const PropertyList& record) {
+  if (const auto complaint = complaintAboutRecord(record)) return *complaint;
+  std::vector<PropertyList> macros = copied(bundle[keys::Macros]);
+  if (macros.size() >= maximumMacros) return refused(ReturnStatus::OutOfRange, "there are too many macros");
+  const PropertyList defaults =
+      PropertyList::dictionary({{keys::Delay, defaultDelay}, {keys::Sequence, PropertyList::dictionary()}});
+  macros.push_back(defaults.merging(record));
+  return {withMacros(bundle, std::move(macros))};
+}
+
+MacroResult withRenamedMacro(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& name) {
+  MacroResult macro = macroAt(bundle, macroID);
+  if (macro.status != ReturnStatus::Done) return macro;
+  if (name.string().empty()) return refused(ReturnStatus::Malformed, "the new name is empty");
+  const PropertyList renamed = macro.value.with(keys::MacroName, name);
+  if (const auto complaint = complaintAboutSize(renamed)) return *complaint;
+  return {withMacro(bundle, macroID, renamed)};
+}
+
+MacroResult withoutMacro(const PropertyList& bundle, const PropertyList& macroID) {
+  MacroResult macro = macroAt(bundle, macroID);
+  if (macro.status != ReturnStatus::Done) return macro;
+  std::vector<PropertyList> macros = copied(bundle[keys::Macros]);
+  macros.erase(macros.begin() + macroID.toInt64());
+  return {withMacros(bundle, std::move(macros))};
+}
+
+MacroResult withReplacedEvent(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row,
+                              const PropertyList& event) {
+  return withEditedEvents(bundle, macroID, [&](const PropertyList& events) -> MacroResult {
+    if (const auto complaint = complaintAboutRow(row, events)) return *complaint;
+    if (!isMacroEvent(event)) return refused(ReturnStatus::Malformed, "the new event is none");
+    return {events.replacing(eventOfRow(row), event)};
+  });
+}
+
+MacroResult withoutRow(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row) {
+  if (row.toInt64() % 2 != 0) return withDelay(bundle, macroID, row, 0);
+  return withEditedEvents(bundle, macroID, [&](const PropertyList& events) -> MacroResult {
+    if (const auto complaint = complaintAboutRow(row, events)) return *complaint;
+    return {events.removing(eventOfRow(row))};
+  });
+}
+
+MacroResult withoutEvents(const PropertyList& bundle, const PropertyList& macroID) {
+  return withEditedEvents(bundle, macroID, [](const PropertyList&) -> MacroResult { return {PropertyList::array()}; });
+}
+
+MacroResult withRecordedEvents(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& events,
+                               bool isAppending) {
+  return withEditedEvents(bundle, macroID, [&](const PropertyList& present) -> MacroResult {
+    if (!isAppending) return {events};
+    std::vector<PropertyList> all = copied(present);
+    all.insert(all.end(), events.elements().begin(), events.elements().end());
+    return {PropertyList::array(std::move(all))};
+  });
+}
+
+MacroResult withDelay(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row,
+                      const PropertyList& delay) {
+  return withEditedEvents(bundle, macroID, [&](const PropertyList& events) -> MacroResult {
+    if (const auto complaint = complaintAboutRow(row, events)) return *complaint;
+    if (!delay.isInteger()) return refused(ReturnStatus::Malformed, "the new delay is no number");
+    if (!isDelay(delay)) return refused(ReturnStatus::OutOfRange, "the new delay is out of range");
+    const std::int64_t index = eventOfRow(row);
+    return {events.replacing(index, events.at(index).with(keys::Delay, delay))};
+  });
+}
+
+MacroResult withDelayOfRow(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row) {
+  return withEditedEvents(bundle, macroID, [&](const PropertyList& events) -> MacroResult {
+    if (const auto complaint = complaintAboutRow(row, events)) return *complaint;
+    return withEveryDelay(events, events.at(eventOfRow(row))[keys::Delay]);
+  });
+}
+
+MacroResult withoutDelays(const PropertyList& bundle, const PropertyList& macroID) {
+  return withEditedEvents(bundle, macroID, [](const PropertyList& events) { return withEveryDelay(events, 0); });
+}
+
+}  // namespace vorn::engine

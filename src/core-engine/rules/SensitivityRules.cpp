@@ -1,0 +1,51 @@
+#include "core-engine/rules/SensitivityRules.h"
+
+#include <algorithm>
+
+#include "model/SettingsKeys.h"
+
+namespace vorn::engine {
+
+namespace {
+
+// A stage's sensitivity under the keys of a profile. What the stage lacks is left out.
+PropertyList sensitivityOf(const PropertyList& stage) {
+  PropertyList result = PropertyList::dictionary();
+  const auto take = [&](keys::Key from, keys::Key to) {
+    if (stage[from].isNumber()) result = result.with(to, stage[from]);
+  };
+  take(keys::StageDpiX, keys::DPIX);
+  take(keys::StageDpiY, keys::DPIY);
+  take(keys::StageIndependentXY, keys::IndependentXYOn);
+  return result;
+}
+
+}  // namespace
+
+PropertyList stageStep(const PropertyList& profile, std::int32_t steps) {
+  const PropertyList& stages = profile[keys::Stages];
+  const auto count = static_cast<std::int64_t>(stages.elements().size());
+  if (count == 0) return PropertyList::dictionary();
+  const std::int64_t now = std::clamp<std::int64_t>(profile[keys::StageValue].toInt(), 0, count - 1);
+  const std::int64_t stage = std::clamp<std::int64_t>(now + steps, 0, count - 1);
+  return sensitivityOf(stages.at(stage)).with(keys::StageValue, stage);
+}
+
+PropertyList dpiStep(const PropertyList& profile, std::int32_t step) {
+  PropertyList result = PropertyList::dictionary();
+  for (const keys::Key axis : {keys::DPIX, keys::DPIY}) {
+    const std::int32_t now = std::clamp(profile[axis].toInt(), minimumDpi, maximumDpi);
+    result = result.with(axis, std::clamp(now + step, minimumDpi, maximumDpi));
+  }
+  return result;
+}
+
+PropertyList slowestSensitivity(const PropertyList& profile) {
+  const auto stages = profile[keys::Stages].elements();
+  const auto slowest = std::min_element(stages.begin(), stages.end(), [](const auto& left, const auto& right) {
+    return left[keys::StageDpiX].toInt() < right[keys::StageDpiX].toInt();
+  });
+  return slowest == stages.end() ? PropertyList::dictionary() : sensitivityOf(*slowest);
+}
+
+}  // namespace vorn::engine

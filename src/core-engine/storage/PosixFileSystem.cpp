@@ -1,0 +1,166 @@
+#include "core-engine/storage/PosixFileSystem.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace vorn::engine {
+
+namespace {
+
+constexpr mode_t fileMode = 0600;
+constexpr mode_t folderMode = 0700;
+
+std::error_code lastError() {
+  return {errno, std::generic_category()};
+}
+
+std::error_code resultOf(int returned) {
+  return returned < 0 ? lastError() : std::error_code();
+}
+
+template <typename Call>
+auto withoutInterruption(Call call) {
+  auto returned = call();
+  while (returned < 0 && errno == EINTR) returned = call();
+  return returned;
+}
+
+bool isFolder(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+class Descriptor {
+ public:
+  explicit Descriptor(int descriptor) : mDescriptor(descriptor) {}
+  ~Descriptor() {
+    if (mDescriptor >= 0) ::close(mDescriptor);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int get() const { return mDescriptor; }
+
+ private:
+  int mDescriptor;
+};
+
+std::error_code readAll(int descriptor, std::size_t maximum, Bytes& contents) {
+  std::size_t filled = 0;
+  for (;;) {
+    // A file that grows while it is read is met by one byte more than was expected.
+    if (filled == contents.size()) contents.resize(filled + 1);
+    const ssize_t count =
+        withoutInterruption([&] { return ::read(descriptor, contents.data() + filled, contents.size() - filled); });
+    if (count < 0) return lastError();
+    if (count == 0) break;
+    filled += static_cast<std::size_t>(count);
+    if (filled > maximum) return std::make_error_code(std::errc::file_too_large);
+  }
+  contents.resize(filled);
+  return {};
+}
+
+}  // namespace
+
+PosixFileSystem::~PosixFileSystem() {
+  for (const Handle handle : mLocks) ::close(handle);
+}
+
+std::error_code PosixFileSystem::read(const std::string& path, std::size_t maximum, Bytes& contents) {
+  contents.clear();
+  // Without O_NONBLOCK the opening of a named pipe would wait for its writer.
+  const Descriptor file(
+      withoutInterruption([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
+  if (file.get() < 0) return lastError();
+  struct stat status {};
+  if (::fstat(file.get(), &status) < 0) return lastError();
+  if (!S_ISREG(status.st_mode)) return std::make_error_code(std::errc::invalid_argument);
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size > maximum) return std::make_error_code(std::errc::file_too_large);
+  contents.resize(size + 1);
+  const std::error_code error = readAll(file.get(), maximum, contents);
+  if (error) contents.clear();
+  return error;
+}
+
+std::error_code PosixFileSystem::createFolder(const std::string& path) {
+  for (std::size_t end = 0; end != std::string::npos;) {
+    end = path.find('/', end + 1);
+    const std::string part = path.substr(0, end);
+    if (isFolder(part)) continue;
+    if (::mkdir(part.c_str(), folderMode) < 0) {
+      const std::error_code error = lastError();
+      if (error != std::errc::file_exists) return error;
+      if (!isFolder(part)) return std::make_error_code(std::errc::not_a_directory);
+    }
+    const std::size_t parentEnd = part.rfind('/');
+    if (const std::error_code error = syncFolder(parentEnd == 0 ? "/" : part.substr(0, parentEnd))) return error;
+  }
+  return {};
+}
+
+std::error_code PosixFileSystem::create(const std::string& path, Handle& handle) {
+  handle = withoutInterruption([&] {
+    return ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, fileMode);
+  });
+  return resultOf(handle);
+}
+
+std::error_code PosixFileSystem::write(Handle handle, BytesView bytes, std::size_t& written) {
+  const ssize_t count = withoutInterruption([&] { return ::write(handle, bytes.data(), bytes.size()); });
+  written = count < 0 ? 0 : static_cast<std::size_t>(count);
+  return count < 0 ? lastError() : std::error_code();
+}
+
+std::error_code PosixFileSystem::sync(Handle handle) {
+  return resultOf(withoutInterruption([&] { return ::fsync(handle); }));
+}
+
+std::error_code PosixFileSystem::close(Handle handle) {
+  // On Linux the descriptor is released even when the call was interrupted.
+  const int returned = ::close(handle);
+  return returned < 0 && errno != EINTR ? lastError() : std::error_code();
+}
+
+std::error_code PosixFileSystem::rename(const std::string& from, const std::string& to) {
+  return resultOf(::rename(from.c_str(), to.c_str()));
+}
+
+std::error_code PosixFileSystem::renameToFree(const std::string& from, const std::string& to) {
+  const std::error_code error = resultOf(::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE));
+  // Some file systems have no such rename; there a link, which never replaces either, does the same in two steps.
+  if (error != std::errc::invalid_argument && error != std::errc::function_not_supported) return error;
+  if (const std::error_code linkError = resultOf(::link(from.c_str(), to.c_str()))) return linkError;
+  return remove(from);
+}
+
+std::error_code PosixFileSystem::remove(const std::string& path) {
+  return resultOf(::unlink(path.c_str()));
+}
+
+std::error_code PosixFileSystem::syncFolder(const std::string& path) {
+  const Descriptor folder(
+      withoutInterruption([&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+  if (folder.get() < 0) return lastError();
+  return sync(folder.get());
+}
+
+std::error_code PosixFileSystem::lock(const std::string& path) {
+  const int file = withoutInterruption(
+      [&] { return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, fileMode); });
+  if (file < 0) return lastError();
+  if (withoutInterruption([&] { return ::flock(file, LOCK_EX | LOCK_NB); }) < 0) {
+    const std::error_code error = lastError();
+    ::close(file);
+    return error;
+  }
+  mLocks.push_back(file);
+  return {};
+}
+
+}  // namespace vorn::engine

@@ -1,0 +1,41 @@
+// The configurator's road to the engine: send a request, wait for whatever answer lands in the single reply slot.
+//
+// An answer is not matched to its request: the wait takes any dictionary that the slot holds, also a late answer to
+// an earlier request. Of two answers before a wait only the newer survives. Order of calls for one command:
+// send, waitForReply, reply, emptySlot.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "model/PropertyList.h"
+#include "protocol/EngineProtocol.h"
+
+namespace vorn {
+
+class EngineLink {
+ public:
+  virtual ~EngineLink() = default;
+
+  // Starts the reply thread, which owns the reply port until this object goes. Returns when the port exists or could
+  // not be created (false; the failure is told on standard error, and no answer will ever be heard).
+  virtual bool createLocalPort() = 0;
+  // Whether a port of the engine's name exists now. Any thread.
+  virtual bool isEngineAvailable() = 0;
+  // Serialises the request and sends it to the engine's port; without a port nothing is sent. The outcome is never
+  // told: the result is always sendRequestResult. Any thread; blocks up to sendTimeout.
+  virtual int send(const PropertyList& request, MessageID messageID) = 0;
+  // Sends a request that has no answer on the reply port, and does not wait until the engine has taken it either. Any
+  // thread.
+  virtual void post(const PropertyList& request, MessageID messageID) = 0;
+  // Polls the slot at most polls times with interval in between and ends as soon as it holds a dictionary; true when
+  // it does. One thread at a time, as a rule the main thread.
+  virtual bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) = 0;
+  // The slot's dictionary, which stays there; none when the slot is empty.
+  virtual PropertyList reply() const = 0;
+  virtual void emptySlot() = 0;
+};
+
+}  // namespace vorn

@@ -1,0 +1,57 @@
+// The engine link over message ports, and the reply thread that owns the configurator's reply port.
+#pragma once
+
+#include <functional>
+#include <future>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "link/EngineLink.h"
+#include "link/ReplySlot.h"
+#include "ports/MessagePort.h"
+#include "ports/RunLoop.h"
+
+namespace vorn {
+
+// Sends one request to the engine's port from the calling thread. Returns sendRequestResult, whatever happens.
+int sendRequest(const PropertyList& request, MessageID messageID);
+
+class PortEngineLink : public EngineLink {
+ public:
+  // Called for --verbose on the thread that sends or receives: "request" or "answer", the message ID, the body.
+  using Trace = std::function<void(const char* direction, std::int32_t messageID, const PropertyList& body)>;
+
+  explicit PortEngineLink(std::string replyPortName = std::string(configuratorReplyPortName));
+  // Stops the reply thread and waits for its end.
+  ~PortEngineLink() override;
+
+  void setTrace(Trace trace);  // before createLocalPort
+
+  bool createLocalPort() override;
+
+  bool isEngineAvailable() override;
+  int send(const PropertyList& request, MessageID messageID) override;
+  void post(const PropertyList& request, MessageID messageID) override;
+  bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
+  PropertyList reply() const override;
+  void emptySlot() override;
+
+  // The reply port's callback: ignores a message without data; stores its dictionary, or an empty one when the data
+  // cannot be decoded, in place of the slot's; gives the received data back.
+  Bytes replyReceived(const LocalMessagePort::Message& message);
+
+ private:
+  void runReplyThread(std::promise<bool> created);
+  void publishReplyLoop(RunLoop* loop);
+  bool isReplyLoopRunning();
+
+  std::string mReplyPortName;
+  Trace mTrace;
+  ReplySlot mSlot;
+  std::mutex mReplyLoopMutex;
+  RunLoop* mReplyLoop = nullptr;  // lives on the reply thread's stack; null when the thread does not run
+  std::jthread mReplyThread;
+};
+
+}  // namespace vorn

@@ -1,0 +1,203 @@
+// The Macros tab in the window, with the hub: what a person does there, and which requests leave for it.
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include "app/HubFixture.h"
+#include "support/QtTests.h"
+
+using namespace skarn;
+using namespace skarn::test;
+using vorn::MessageID;
+using vorn::PropertyList;
+namespace keys = vorn::keys;
+
+namespace {
+
+constexpr int macrosTab = 2;
+
+PropertyList request(std::initializer_list<PropertyList::Pair> entries) {
+  return PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}})
+      .merging(PropertyList::dictionary(entries));
+}
+
+const PropertyList& threeLines() {
+  static const PropertyList lines = PropertyList::array({"Key Press A", "0.020 seconds delay\n", "Key Release A"});
+  return lines;
+}
+
+namespace {
+
+// The window on the Macros tab with two macros, the first selected, over an engine that grants everything.
+struct MacrosWindow : HubFixture {
+  MacrosWindow() {
+    for (const MessageID granted :
+         {MessageID::StartMacroRecording, MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
+          MessageID::StartEditHID, MessageID::StopSingleKeyRecording, MessageID::UpdateMacroEvent,
+          MessageID::RenameMacro, MessageID::AddMacro, MessageID::DeleteMacro}) {
+      link.answer(granted, statusAnswer(0));
+    }
+    link.answer(MessageID::GetMacroDetails, PropertyList::dictionary({{"MacroSequences", threeLines()}}));
+    startConnected(bundleWith({"Work"}, {"Greet", "Jump"}));
+    window.ui().mMouseTabView->setCurrentIndex(macrosTab);
+    tab().mMacroTableView()->selectRow(0);
+    link.requests.clear();
+  }
+  MouseMacrosController& tab() { return *window.ui().MouseMacrosController; }
+  void click(const char* button) { QTest::mouseClick(page(button), Qt::LeftButton); }
+  std::vector<MessageID> sent() {
+    std::vector<MessageID> messages;
+    for (const auto& made : link.requests) messages.push_back(made.messageID);
+    link.requests.clear();
+    return messages;
+  }
+};
+
+}  // namespace
+
+const std::vector<MessageID> stopAndSave{MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
+                                         MessageID::GetAllSettings, MessageID::GetMacroDetails};
+
+}  // namespace
+
+class MacrosTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void the_button_says_record_once_the_tab_is_shown();
+  void a_recording_is_ended_by_data();
+  void a_recording_is_ended_by();
+  void quitting_releases_the_device_before_it_saves_the_recording();
+  void an_answer_to_a_replaced_event_enables_the_buttons();
+  void a_new_macro_can_be_named_while_the_settings_are_loaded_anew();
+  void an_engine_lost_during_a_recording_leaves_the_tab_usable();
+  void recorded_lines_reach_the_table_through_the_news();
+};
+
+void MacrosTest::the_button_says_record_once_the_tab_is_shown() {
+  {
+    HubFixture fixture;
+    fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
+    const QPushButton* button = fixture.window.ui().MouseMacrosController->mRecordMacroDetails();
+    QCOMPARE(button->text(), QStringLiteral("Stop"));
+    fixture.window.ui().mMouseTabView->setCurrentIndex(macrosTab);
+    QCOMPARE(button->text(), QStringLiteral("Record"));
+  }
+  HubFixture fixture;
+  fixture.window.ui().mMouseTabView->setCurrentIndex(macrosTab);
+  fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
+  QCOMPARE(fixture.window.ui().MouseMacrosController->mRecordMacroDetails()->text(), QStringLiteral("Record"));
+}
+
+void MacrosTest::a_recording_is_ended_by_data() {
+  QTest::addColumn<QByteArray>("begin");
+  QTest::addColumn<int>("end");
+  for (const char* button : {"mRecordMacroDetails", "mAddMacroDetails"}) {
+    QTest::addRow("another tab, %s", button) << QByteArray(button) << 0;
+    QTest::addRow("another application, %s", button) << QByteArray(button) << 1;
+    QTest::addRow("a removed mouse, %s", button) << QByteArray(button) << 2;
+    QTest::addRow("the button, %s", button) << QByteArray(button) << 3;
+  }
+}
+
+void MacrosTest::a_recording_is_ended_by() {
+  QFETCH(QByteArray, begin);
+  QFETCH(int, end);
+  const int appends = begin == "mAddMacroDetails" ? 1 : 0;
+  MacrosWindow fixture;
+  fixture.click(begin.constData());
+  QVERIFY(fixture.link.requests ==
+          (std::vector<ScriptedLink::Request>{
+              {MessageID::StartMacroRecording, request({{"macroID", 0}, {"isAppendRecording", appends}})}}));
+  fixture.link.requests.clear();
+  switch (end) {
+    case 0:
+      fixture.window.ui().mMouseTabView->setCurrentIndex(0);
+      break;
+    case 1:
+      fixture.delegate->applicationWillResignActive();
+      break;
+    case 2:
+      fixture.notifications.post("Device Removed 273", "", {});
+      break;
+    default:
+      fixture.click("mRecordMacroDetails");
+  }
+  QVERIFY(fixture.link.requests.size() == 4);
+  QVERIFY(fixture.link.requests[1].body == request({{"macroID", 0}, {"isAppendRecording", appends}}));
+  QVERIFY(fixture.sent() == stopAndSave);
+  QCOMPARE(fixture.tab().mRecordMacroDetails()->text(), QStringLiteral("Record"));
+  QVERIFY(fixture.tab().mMacroDetailsArray() == threeLines());
+  // Once is enough.
+  fixture.delegate->applicationWillResignActive();
+  QVERIFY(fixture.link.requests.empty());
+}
+
+void MacrosTest::quitting_releases_the_device_before_it_saves_the_recording() {
+  MacrosWindow fixture;
+  fixture.click("mRecordMacroDetails");
+  fixture.link.requests.clear();
+  fixture.delegate->applicationWillTerminate();
+  std::vector<MessageID> expected = stopAndSave;
+  expected.insert(expected.begin(), MessageID::ReleaseDevice);
+  QVERIFY(fixture.sent() == expected);
+}
+
+void MacrosTest::an_answer_to_a_replaced_event_enables_the_buttons() {
+  for (const int status : {0, 1}) {
+    MacrosWindow fixture;
+    fixture.link.answer(MessageID::UpdateMacroEvent, statusAnswer(status));
+    fixture.tab().setStateOfTableButtonsWithState(false);
+    fixture.tab().setStateOfMacroTableWithState(false);
+    fixture.hub().updateSequenceInfo(0, 0, PropertyList::dictionary({{"command", 1}}));
+    QCOMPARE(fixture.page("mAddMacro")->isEnabled(), status == 0);
+    QCOMPARE(fixture.tab().mMacroTableView()->isEnabled(), status == 0);
+  }
+}
+
+void MacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
+  MacrosWindow fixture;
+  QApplication::setActiveWindow(&fixture.window);
+  fixture.link.answer(MessageID::GetAllSettings,
+                      allSettingsAnswer(bundleWith({"Work"}, {"Greet", "Jump", "Untitled Macro"})));
+  fixture.click("mAddMacro");
+  QVERIFY(fixture.sent() ==
+          (std::vector<MessageID>{MessageID::GetMacroDetails, MessageID::AddMacro, MessageID::GetAllSettings}));
+  auto* editor = fixture.tab().mMacroTableView()->viewport()->findChild<QLineEdit*>();
+  QVERIFY(editor != nullptr);
+  QTest::keyClicks(editor, "Dash");
+  QTest::keyClick(editor, Qt::Key_Return);
+  QTRY_VERIFY(!fixture.link.requests.empty());
+  QVERIFY(fixture.link.requests[0] ==
+          (ScriptedLink::Request{
+              MessageID::RenameMacro,
+              request({{"MacroContents", PropertyList::dictionary({{"MacroName", "Dash"}, {"macroID", 2}})}})}));
+}
+
+void MacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {
+  MacrosWindow fixture;
+  fixture.click("mRecordMacroDetails");
+  for (const MessageID silent : {MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
+                                 MessageID::GetAllSettings, MessageID::GetMacroDetails}) {
+    fixture.link.answer(silent, {});
+  }
+  fixture.link.requests.clear();
+  fixture.click("mRecordMacroDetails");
+  QVERIFY(fixture.sent() == (std::vector<MessageID>{MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
+                                                    MessageID::GetMacroDetails}));
+  QCOMPARE(fixture.tab().mRecordMacroDetails()->text(), QStringLiteral("Record"));
+  QVERIFY(fixture.page("mAddMacro")->isEnabled());
+  QVERIFY(fixture.tab().mMacroTableView()->isEnabled());
+}
+
+void MacrosTest::recorded_lines_reach_the_table_through_the_news() {
+  MacrosWindow fixture;
+  fixture.click("mRecordMacroDetails");
+  fixture.notifications.post("MacroSequence273", "", PropertyList::dictionary({{"messagesArray", threeLines()}}));
+  QVERIFY(fixture.tab().mMacroDetailsArray() == threeLines());
+}
+
+SKARN_QTEST(MacrosTest)
+#include "MouseMainController_macros_test.moc"

@@ -1,0 +1,300 @@
+// The program itself on a bus of its own, spoken to as a client speaks to it.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core-engine/TestBundle.h"
+#include "link/PortEngineLink.h"
+#include "model/PropertyListCodec.h"
+#include "ports/MessagePort.h"
+#include "protocol/EngineProtocol.h"
+#include "support/ChildProcess.h"
+#include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
+
+namespace vorn::engine::test {
+namespace {
+
+using vorn::test::ChildProcess;
+using vorn::test::PrivateBus;
+using Arguments = std::vector<std::string>;
+
+const PropertyList accepted = PropertyList::dictionary({{"ReturnStatus", true}});
+const PropertyList refused = PropertyList::dictionary({{"ReturnStatus", false}});
+
+PropertyList allSettings(const PropertyList& bundle) {
+  return PropertyList::dictionary({{"AllDevSettings", bundle}, {"ReturnStatus", 0}});
+}
+
+PropertyList changed(const PropertyList& bundle) {
+  return PropertyList::dictionary({{"ReturnDictionary", bundle}, {"ReturnStatus", 0}});
+}
+
+PropertyList notSaved(const PropertyList& bundle) {
+  return PropertyList::dictionary({{"ReturnDictionary", bundle}, {"ReturnStatus", 4}});
+}
+
+// The program with its log on the output that ChildProcess reads. The shell runs it with the prefix before its words.
+std::unique_ptr<ChildProcess> start(const Arguments& arguments, const Arguments& environment = {},
+                                    const std::string& prefix = "exec") {
+  Arguments commandLine = {"env"};
+  commandLine.insert(commandLine.end(), environment.begin(), environment.end());
+  const std::string script = prefix + " \"$0\" \"$@\" 2>&1";
+  for (const std::string& word : Arguments{"/bin/sh", "-c", script, CORE_ENGINE_PROGRAM}) commandLine.push_back(word);
+  commandLine.insert(commandLine.end(), arguments.begin(), arguments.end());
+  return std::make_unique<ChildProcess>(commandLine);
+}
+
+std::optional<std::string> firstLine(ChildProcess& process) {
+  return process.waitForLine([](const std::string&) { return true; });
+}
+
+bool saysSoon(ChildProcess& process, std::string_view text) {
+  return process.waitForLine([&](const std::string& line) { return line.find(text) != std::string::npos; }).has_value();
+}
+
+class CoreEngineProgram : public testing::Test {
+ protected:
+  // Starts an engine on the state folder and waits until it is ready.
+  std::unique_ptr<ChildProcess> startEngine(const Arguments& more = {}, const std::string& prefix = "exec") {
+    Arguments arguments = {"--state-dir", state};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    auto engine = start(arguments, {}, prefix);
+    EXPECT_TRUE(saysSoon(*engine, "ready, "));
+    return engine;
+  }
+
+  PropertyList request() const {
+    return PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", replyPort}});
+  }
+  PropertyList registration() const { return request().with("DefaultVrPlistPath", defaults); }
+
+  // What the engine answers; none when it does not.
+  PropertyList answerTo(MessageID messageID, const PropertyList& body) {
+    if (!link.createLocalPort()) return {};
+    link.emptySlot();
+    link.send(body, messageID);
+    return link.waitForReply() ? link.reply() : PropertyList();
+  }
+
+  PropertyList renaming(std::string_view name) const {
+    return request()
+        .with("ProfileID", 0)
+        .with("DeviceSettingsDictionary", PropertyList::dictionary({{"ProfileName", name}}));
+  }
+
+  const std::string replyPort = "CoreEngineTestReplyPort";
+  PrivateBus bus;
+  TemporaryFolder folder;
+  const std::string state = folder.path("state");
+  const std::string defaults =
+      folder.write("Skarn.plist", encodeBinaryPropertyList(defaultsFile(bundle("factory"))).value());
+  PortEngineLink link{replyPort};
+};
+
+TEST_F(CoreEngineProgram, TellsWhenItIsReady) {
+  const auto engine = start({"--state-dir", state});
+  EXPECT_EQ(firstLine(*engine), "vorn-core-engine: ready, profiles: 0, macros: 0, settings in " + state);
+}
+
+TEST_F(CoreEngineProgram, RegistersAClientAndGivesItAllSettings) {
+  const auto engine = startEngine();
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, RegistersNobodyWhileTheMouseIsAbsent) {
+  const auto engine = startEngine({"--device", "absent"});
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), refused);
+}
+
+TEST_F(CoreEngineProgram, TakesTheDefaultsOfItsCommandLineForAClientWithoutAny) {
+  const auto engine = startEngine({"--defaults", defaults});
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, FindsTheDefaultsThatItWasBuiltWith) {
+  const auto engine = startEngine();
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, request()), accepted);
+  const PropertyList settings = answerTo(MessageID::GetAllSettings, request())["AllDevSettings"];
+  EXPECT_EQ(settings, readPropertyListFile(BUILT_DEFAULTS).value()["Default Settings"]);
+}
+
+TEST_F(CoreEngineProgram, KeepsTheSettingsWhenItIsKilled) {
+  auto engine = startEngine();
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+  engine->signal(SIGKILL);
+  EXPECT_EQ(engine->waitForEnd(), 128 + SIGKILL);
+  std::filesystem::remove(defaults);
+  engine = start({"--state-dir", state});
+  EXPECT_EQ(firstLine(*engine), "vorn-core-engine: ready, profiles: 1, macros: 0, settings in " + state);
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, MovesDamagedSettingsAside) {
+  std::filesystem::create_directory(state);
+  folder.write("state/settings.plist", Bytes{'n', 'o'});
+  const auto engine = startEngine();
+  EXPECT_EQ(folder.read("state/settings.plist.damaged-1"), (Bytes{'n', 'o'}));
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+  EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), bundle("factory"));
+}
+
+TEST_F(CoreEngineProgram, ServesTheDefaultsWhereNothingCanBeWritten) {
+  folder.write("file", {});
+  const std::string impossible = folder.path("file") + "/state";
+  const auto engine = start({"--state-dir", impossible});
+  EXPECT_TRUE(saysSoon(*engine, "cannot write to " + impossible + ": Not a directory"));
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+  EXPECT_TRUE(saysSoon(*engine, "cannot save the settings in " + impossible + ": Not a directory"));
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, KeepsAndServesWhatIsStoredWhenTheDiskTakesNoMore) {
+  auto engine = startEngine({"--defaults", defaults});
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("stored")), changed(bundle("stored")));
+  engine.reset();
+  // No file may grow beyond 512 bytes.
+  engine = startEngine({}, "trap '' XFSZ; ulimit -f 1; exec");
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("refused")), notSaved(bundle("stored")));
+  EXPECT_TRUE(saysSoon(*engine, "cannot save the settings in " + state + ": File too large"));
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("stored")));
+  engine.reset();
+  engine = startEngine();
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("stored")));
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("new")), changed(bundle("new")));
+}
+
+TEST_F(CoreEngineProgram, KeepsWhatIsStoredInAFolderThatCannotBeWrittenAndTakesChangesAgainWhenItCan) {
+  // Nothing is forbidden to root as long as it has its capabilities.
+  const bool isRoot = geteuid() == 0;
+  const std::string prefix = isRoot ? "exec setpriv --inh-caps=-all --bounding-set=-all" : "exec";
+  const auto engine = startEngine({"--defaults", defaults}, prefix);
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("stored")), changed(bundle("stored")));
+  namespace fs = std::filesystem;
+  fs::permissions(state, fs::perms::owner_read | fs::perms::owner_exec);
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("refused")), notSaved(bundle("stored")));
+  EXPECT_TRUE(saysSoon(*engine, "cannot save the settings in " + state + ": Permission denied"));
+  EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), bundle("stored"));
+  fs::permissions(state, fs::perms::owner_all);
+  EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("new")), changed(bundle("new")));
+  EXPECT_TRUE(saysSoon(*engine, "the settings are saved again"));
+  EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), bundle("new"));
+}
+
+TEST_F(CoreEngineProgram, EndsCleanlyOnSignals) {
+  for (const int number : {SIGTERM, SIGINT}) {
+    const auto engine = startEngine();
+    engine->signal(number);
+    EXPECT_EQ(engine->waitForEnd(), 0);
+  }
+}
+
+TEST_F(CoreEngineProgram, RunsOnceInASession) {
+  const auto engine = startEngine();
+  const auto second = start({"--state-dir", folder.path("other")});
+  EXPECT_EQ(firstLine(*second), "vorn-core-engine: another engine already runs in this session");
+  EXPECT_EQ(second->waitForEnd(), 1);
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+}
+
+TEST_F(CoreEngineProgram, HasItsSettingsForItselfAcrossSessions) {
+  const auto engine = startEngine();
+  const PrivateBus otherSession;
+  const auto second = start({"--state-dir", state});
+  EXPECT_EQ(firstLine(*second), "vorn-core-engine: another engine uses the settings in " + state);
+  EXPECT_EQ(second->waitForEnd(), 1);
+}
+
+TEST_F(CoreEngineProgram, NeedsABus) {
+  const auto engine = start({"--state-dir", state}, {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"});
+  EXPECT_TRUE(saysSoon(*engine, "vorn-core-engine: cannot reach the session bus: "));
+  EXPECT_EQ(engine->waitForEnd(), 1);
+}
+
+TEST_F(CoreEngineProgram, EndsWithItsBus) {
+  const auto engine = startEngine();
+  bus.end();
+  EXPECT_EQ(firstLine(*engine), "vorn-core-engine: the session bus is gone");
+  EXPECT_EQ(engine->waitForEnd(), 1);
+}
+
+TEST_F(CoreEngineProgram, NeedsAFolderForItsSettings) {
+  const auto engine = start({}, {"-u", "HOME", "-u", "XDG_STATE_HOME"});
+  EXPECT_EQ(firstLine(*engine),
+            "vorn-core-engine: neither XDG_STATE_HOME nor HOME names a folder for the settings; use --state-dir");
+  EXPECT_EQ(engine->waitForEnd(), 1);
+}
+
+TEST_F(CoreEngineProgram, RefusesAWrongCommandLine) {
+  const auto engine = start({"--fast"});
+  EXPECT_EQ(firstLine(*engine), "vorn-core-engine: unknown option --fast; --help lists the options");
+  EXPECT_EQ(engine->waitForEnd(), 2);
+}
+
+TEST_F(CoreEngineProgram, PrintsItsHelpAndItsVersion) {
+  const auto help = start({"--help"});
+  EXPECT_EQ(firstLine(*help), "Usage: vorn-core-engine [OPTION]...");
+  EXPECT_EQ(help->waitForEnd(), 0);
+  const auto version = start({"--version"});
+  EXPECT_EQ(firstLine(*version), "vorn-core-engine " SKARN_VERSION);
+  EXPECT_EQ(version->waitForEnd(), 0);
+}
+
+TEST_F(CoreEngineProgram, ReturnsNothingToTheSendItself) {
+  const auto engine = startEngine();
+  const auto port = RemoteMessagePort::lookUp(enginePortName);
+  ASSERT_TRUE(port);
+  Bytes returned = {1};
+  const Bytes data = encodeBinaryPropertyList(registration()).value();
+  EXPECT_EQ(port->sendRequest(0, data, sendTimeout, &returned), RemoteMessagePort::Status::Success);
+  EXPECT_EQ(returned, Bytes());
+}
+
+TEST_F(CoreEngineProgram, SurvivesMessagesThatMakeNoSense) {
+  const auto engine = startEngine({"--defaults", defaults});
+  const auto port = RemoteMessagePort::lookUp(enginePortName);
+  ASSERT_TRUE(port);
+  const Bytes garbage = {0, 255, '\n', 'x'};
+  EXPECT_EQ(port->sendRequest(99, garbage, sendTimeout), RemoteMessagePort::Status::Success);
+  EXPECT_TRUE(saysSoon(*engine, ": unknown message 99"));
+  EXPECT_EQ(port->sendRequest(4, garbage, sendTimeout), RemoteMessagePort::Status::Success);
+  EXPECT_TRUE(saysSoon(*engine, ": request 4 (get all settings) cannot be decoded: "));
+  EXPECT_EQ(port->sendRequest(4, {}, sendTimeout), RemoteMessagePort::Status::Success);
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, TakesLargeRequests) {
+  const auto engine = startEngine({"--defaults", defaults});
+  const Bytes ballast(std::size_t{20} * 1024 * 1024);
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request().with("Ballast", PropertyList::data(ballast))),
+            allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, DoesNotWaitForAClientThatTakesNoAnswers) {
+  const auto engine = startEngine({"--defaults", defaults});
+  // This thread never serves the port it creates here.
+  const auto deaf = LocalMessagePort::create("DeafPort", [](const LocalMessagePort::Message&) { return Bytes(); });
+  ASSERT_TRUE(deaf);
+  for (int count = 0; count < 200; ++count) {
+    sendRequest(request().with("ResponseMsgPortName", "DeafPort"), MessageID::GetAllSettings);
+  }
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, LogsRequestsAndAnswersWhenAskedTo) {
+  const auto engine = startEngine({"--verbose"});
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+  EXPECT_TRUE(saysSoon(*engine, "request 0 (register device) of :"));
+  EXPECT_TRUE(saysSoon(*engine, "answer 0 (register device) to " + replyPort + ": "));
+}
+
+}  // namespace
+}  // namespace vorn::engine::test

@@ -1,0 +1,96 @@
+#include "core-engine/play/ApplicationEntry.h"
+
+#include <gtest/gtest.h>
+
+namespace vorn::engine::test {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+const std::string path = "/apps/editor.desktop";
+
+std::optional<LaunchCommand> read(const std::string& lines) {
+  std::string error;
+  const auto command = readDesktopEntry("[Desktop Entry]\nType=Application\n" + lines, path, error);
+  EXPECT_EQ(command.has_value(), error.empty());
+  return command;
+}
+
+// The arguments of an Exec.
+Arguments argumentsOf(const std::string& exec, const std::string& lines = {}) {
+  const auto command = read("Exec=" + exec + "\n" + lines);
+  return command ? command->arguments : Arguments();
+}
+
+std::string errorOf(const std::string& text) {
+  std::string error;
+  EXPECT_EQ(readDesktopEntry(text, path, error), std::nullopt);
+  return error;
+}
+
+TEST(DesktopEntry, TellsTheProgramItsFolderAndItsTerminal) {
+  EXPECT_EQ(read("Exec=editor --new\nPath=/work\nTerminal=true\n"),
+            (LaunchCommand{{"editor", "--new"}, "/work", true}));
+  EXPECT_EQ(read("Exec=editor"), (LaunchCommand{{"editor"}, "", false}));
+}
+
+TEST(DesktopEntry, IsReadFromItsOwnGroupOnly) {
+  std::string error;
+  const auto command = readDesktopEntry(
+      "# comment\r\n\r\n[Other]\nExec=wrong\n[Desktop Entry]\r\n Type = Application \r\nExec[de]=falsch\nno pair\n"
+      "Exec = right\nExec=second\n[Desktop Action new]\nExec=wrong\nType=Link\n",
+      path, error);
+  EXPECT_EQ(command, (LaunchCommand{{"right"}, "", false}));
+}
+
+TEST(DesktopEntry, KeepsQuotedArgumentsTogether) {
+  EXPECT_EQ(argumentsOf(R"("/opt/My Editor/run" "a b" c)"), (Arguments{"/opt/My Editor/run", "a b", "c"}));
+  EXPECT_EQ(argumentsOf(R"(editor "" x)"), (Arguments{"editor", "", "x"}));
+}
+
+TEST(DesktopEntry, TakesOffBothKindsOfEscapes) {
+  EXPECT_EQ(argumentsOf(R"(editor "\\"q\\" \\$HOME \\\\ \\`x\\`")"), (Arguments{"editor", R"("q" $HOME \ `x`)"}));
+  EXPECT_EQ(argumentsOf(R"(editor\sone\ttwo)"), (Arguments{"editor", "one", "two"}));
+}
+
+TEST(DesktopEntry, FillsItsFieldCodesInForAStartWithoutFiles) {
+  EXPECT_EQ(argumentsOf("editor %f %F %u %U %d %D %n %N %v %m end"), (Arguments{"editor", "end"}));
+  EXPECT_EQ(argumentsOf("editor %% 100%%"), (Arguments{"editor", "%", "100%"}));
+  EXPECT_EQ(argumentsOf("editor --caption=%c %k", "Name=My Editor\nName[de]=Mein Editor\n"),
+            (Arguments{"editor", "--caption=My Editor", path}));
+  EXPECT_EQ(argumentsOf("editor %i end", "Icon=pen\n"), (Arguments{"editor", "--icon", "pen", "end"}));
+  EXPECT_EQ(argumentsOf("editor %i end"), (Arguments{"editor", "end"}));
+}
+
+TEST(DesktopEntry, IsRefusedWithoutAUsableExec) {
+  for (const char* exec : {"", " ", "%f", "\"open", "editor %", "editor %x", "\"\""}) {
+    EXPECT_EQ(errorOf("[Desktop Entry]\nType=Application\nExec=" + std::string(exec)),
+              "the desktop entry has no usable Exec");
+  }
+}
+
+TEST(DesktopEntry, IsRefusedWhenItIsNoApplication) {
+  EXPECT_EQ(errorOf(""), "no desktop entry of an application");
+  EXPECT_EQ(errorOf("[Desktop Entry]\nType=Link\nExec=editor"), "no desktop entry of an application");
+  EXPECT_EQ(errorOf("[Desktop Entry]\nType=Application\nHidden=true\nExec=editor"), "the desktop entry is hidden");
+  EXPECT_EQ(errorOf("[Desktop Entry]\nType=Application\nExec=a" + std::string(1, '\0')), "no desktop entry");
+}
+
+TEST(ApplicationBundle, NamesItsProgram) {
+  std::string error;
+  EXPECT_EQ(bundleExecutable(PropertyList::dictionary({{"CFBundleExecutable", "Editor"}}), error), "Editor");
+  EXPECT_EQ(error, "");
+}
+
+TEST(ApplicationBundle, NamesNoProgramOutsideOfItself) {
+  for (const PropertyList& name :
+       {PropertyList(), PropertyList(""), PropertyList("."), PropertyList(".."), PropertyList("../sh"),
+        PropertyList("/bin/sh"), PropertyList(5), PropertyList(std::string_view("a\0b", 3))}) {
+    std::string error;
+    EXPECT_EQ(bundleExecutable(PropertyList::dictionary({{"CFBundleExecutable", name}}), error), std::nullopt);
+    EXPECT_EQ(error, "the application bundle names no program");
+  }
+}
+
+}  // namespace
+}  // namespace vorn::engine::test

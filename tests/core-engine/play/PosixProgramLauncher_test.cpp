@@ -1,0 +1,166 @@
+// Starts real programs and looks at what they found.
+#include "core-engine/play/PosixProgramLauncher.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "core-engine/storage/PosixFileSystem.h"
+#include "model/PropertyListCodec.h"
+#include "support/TemporaryFolder.h"
+
+namespace vorn::engine::test {
+namespace {
+
+class ProgramLauncherTest : public testing::Test {
+ protected:
+  void write(const std::string& name, const std::string& contents, mode_t mode = 0644) {
+    std::filesystem::create_directories(std::filesystem::path(folder.path(name)).parent_path());
+    std::ofstream(folder.path(name)) << contents;
+    ASSERT_EQ(::chmod(folder.path(name).c_str(), mode), 0);
+  }
+  // A program that writes what the shell commands tell to the file "said", whole or not at all.
+  void writeProgram(const std::string& name, const std::string& commands) {
+    write(name,
+          "#!/bin/sh\n{ " + commands + "\n} > '" + folder.path("saying") + "' 2>&1\nmv '" + folder.path("saying") +
+              "' '" + folder.path("said") + "'\n",
+          0755);
+  }
+  void writeInformation(const std::string& name, const std::string& executable) {
+    const auto bytes = encodeBinaryPropertyList(PropertyList::dictionary({{"CFBundleExecutable", executable}})).value();
+    write(name, std::string(bytes.begin(), bytes.end()));
+  }
+
+  // What the file "said" holds once it is there with this text in it.
+  std::string said(std::string_view text = {}) const {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    std::string contents;
+    do {
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+      std::ifstream file(folder.path("said"));
+      if (!file) continue;
+      contents.assign(std::istreambuf_iterator<char>(file), {});
+      if (contents.find(text) != std::string::npos) return contents;
+    } while (std::chrono::steady_clock::now() < end);
+    return contents;
+  }
+
+  // What becomes of a launch that must succeed.
+  std::string launched(const std::string& name) {
+    std::string error;
+    EXPECT_TRUE(launcher.launch(folder.path(name), error)) << error;
+    return said();
+  }
+  std::string refused(const std::string& path) {
+    std::string error;
+    EXPECT_FALSE(launcher.launch(path, error));
+    return error;
+  }
+
+  TemporaryFolder folder;
+  PosixFileSystem files;
+  PosixProgramLauncher launcher{files};
+};
+
+TEST_F(ProgramLauncherTest, StartsTheProgramOfADesktopEntryInItsFolder) {
+  writeProgram("bin/tell", "pwd; for each; do echo \"[$each]\"; done");
+  write("tell.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/tell") +
+                            " \"a b\" %U c\nPath=" + folder.path("bin") + "\n");
+  EXPECT_EQ(launched("tell.desktop"), std::filesystem::canonical(folder.path("bin")).string() + "\n[a b]\n[c]\n");
+}
+
+TEST_F(ProgramLauncherTest, FindsTheProgramOfADesktopEntryInPath) {
+  write("sh.desktop", "[Desktop Entry]\nType=Application\nExec=sh -c \"echo found > " + folder.path("saying") +
+                          "; mv " + folder.path("saying") + " " + folder.path("said") + "\"\n");
+  EXPECT_EQ(launched("sh.desktop"), "found\n");
+}
+
+TEST_F(ProgramLauncherTest, StartsTheProgramOfAnApplicationBundle) {
+  writeInformation("Mac.app/Contents/Info.plist", "tell");
+  writeProgram("Mac.app/Contents/MacOS/tell", "echo nested");
+  EXPECT_EQ(launched("Mac.app/"), "nested\n");
+}
+
+TEST_F(ProgramLauncherTest, StartsTheProgramOfAFlatApplicationBundle) {
+  writeInformation("Flat.app/Info.plist", "tell");
+  writeProgram("Flat.app/tell", "echo flat");
+  EXPECT_EQ(launched("Flat.app"), "flat\n");
+}
+
+TEST_F(ProgramLauncherTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
+  writeInformation("Flat.app/Info.plist", "tell");
+  writeProgram("Flat.app/tell", "cut -d' ' -f6 /proc/$$/stat; readlink /proc/$$/fd/0");
+  const std::string told = launched("Flat.app");
+  EXPECT_EQ(told.find(std::to_string(::getsid(0)) + "\n"), std::string::npos) << told;
+  EXPECT_TRUE(told.ends_with("\n/dev/null\n")) << told;
+}
+
+TEST_F(ProgramLauncherTest, GivesTheProgramUsualSignals) {
+  sigset_t blocked;
+  sigset_t before;
+  ::sigemptyset(&blocked);
+  ::sigaddset(&blocked, SIGTERM);
+  ::sigprocmask(SIG_BLOCK, &blocked, &before);
+  const auto pipeHandler = std::signal(SIGPIPE, SIG_IGN);
+  write("copy.desktop", "[Desktop Entry]\nType=Application\nExec=cp /proc/self/status " + folder.path("said") + "\n");
+  std::string error;
+  EXPECT_TRUE(launcher.launch(folder.path("copy.desktop"), error)) << error;
+  const std::string status = said("ctxt_switches:");
+  std::signal(SIGPIPE, pipeHandler);
+  ::sigprocmask(SIG_SETMASK, &before, nullptr);
+  EXPECT_NE(status.find("SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"), std::string::npos) << status;
+}
+
+TEST_F(ProgramLauncherTest, LeavesNoChildBehind) {
+  writeInformation("Flat.app/Info.plist", "tell");
+  writeProgram("Flat.app/tell", "echo done");
+  EXPECT_EQ(launched("Flat.app"), "done\n");
+  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+  EXPECT_EQ(errno, ECHILD);
+}
+
+TEST_F(ProgramLauncherTest, RefusesWhatIsNoApplication) {
+  write("tell", "#!/bin/sh\n", 0755);
+  EXPECT_EQ(refused(folder.path("tell")), "neither an application bundle nor a desktop entry");
+  EXPECT_EQ(refused("Flat.app"), "not an absolute path");
+  EXPECT_EQ(refused(""), "not an absolute path");
+  EXPECT_EQ(refused(folder.path("None.app")), "no application bundle with an Info.plist");
+  EXPECT_EQ(refused(folder.path("none.desktop")), "No such file or directory");
+}
+
+TEST_F(ProgramLauncherTest, DoesNotWaitForTheWriterOfANamedPipe) {
+  ASSERT_EQ(::mkfifo(folder.path("pipe.desktop").c_str(), 0600), 0);
+  EXPECT_EQ(refused(folder.path("pipe.desktop")), "not a regular file");
+}
+
+TEST_F(ProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
+  writeInformation("Flat.app/Info.plist", "tell");
+  EXPECT_EQ(refused(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
+  write("Flat.app/tell", "#!/bin/sh\n", 0644);
+  EXPECT_EQ(refused(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
+  write("none.desktop", "[Desktop Entry]\nType=Application\nExec=no-such-program-anywhere\n");
+  EXPECT_EQ(refused(folder.path("none.desktop")), "there is no program no-such-program-anywhere");
+  write("relative.desktop", "[Desktop Entry]\nType=Application\nExec=bin/sh\n");
+  EXPECT_EQ(refused(folder.path("relative.desktop")), "there is no program bin/sh");
+}
+
+TEST_F(ProgramLauncherTest, RefusesAnInformationFileThatIsNone) {
+  write("Odd.app/Info.plist", "no property list");
+  EXPECT_NE(refused(folder.path("Odd.app")), "");
+  write("Empty.app/Info.plist", "<plist><dict/></plist>");
+  EXPECT_EQ(refused(folder.path("Empty.app")), "the application bundle names no program");
+}
+
+}  // namespace
+}  // namespace vorn::engine::test

@@ -1,0 +1,59 @@
+#include "ctl/Controls.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "ctl/Keys.h"
+
+namespace vorn::ctl {
+namespace {
+
+int numberNamed(std::string_view word) {
+  const Control* control = controlNamed(word);
+  return control != nullptr ? control->number : 0;
+}
+
+TEST(Controls, AreTheKeysAndButtonsOfARecord) {
+  std::set<std::string_view> identifiers;
+  std::set<std::string_view> buttons;
+  int number = 0;
+  for (const Control& control : controls) {
+    EXPECT_EQ(control.number, ++number);
+    (control.isButton ? buttons : identifiers).insert(control.identifier);
+  }
+  EXPECT_EQ(identifiers, std::set<std::string_view>(keys::keyIdentifiers.begin(), keys::keyIdentifiers.end()));
+  EXPECT_EQ(buttons, std::set<std::string_view>(keys::buttonIdentifiers.begin(), keys::buttonIdentifiers.end()));
+}
+
+TEST(Controls, AreFoundByNumberIdentifierAndName) {
+  for (const Control& control : controls) {
+    EXPECT_EQ(numberNamed(std::to_string(control.number)), control.number);
+    EXPECT_EQ(numberNamed("id:" + std::string(control.identifier)), control.number);
+    EXPECT_EQ(numberNamed(control.name), control.number);
+  }
+  const std::pair<std::string_view, int> table[] = {
+      {"20", 20},       {"id:20", 2},     {"43", 1},          {"233", 21},      {"03", 17}, {"06", 18},
+      {"wheel-up", 18}, {"CAPS LOCK", 6}, {"left-shift", 11}, {"up-right", 21}, {"0", 0},   {"28", 0},
+      {"-1", 0},        {"", 0},          {"id:", 0},         {"id:1", 0},      {"F5", 0},  {"99999999999999999999", 0},
+  };
+  for (const auto& [word, expected] : table) EXPECT_EQ(numberNamed(word), expected) << word;
+}
+
+TEST(Keys, AreFoundByNameAndUsage) {
+  const std::pair<const char*, int> table[] = {
+      {"a", 4},           {"F5", 62},         {"page-up", 75}, {"Left Shift", 225}, {"-", 45},      {"numpad--", 0},
+      {"usage:100", 100}, {"usage:231", 231}, {"usage:3", 0},  {"usage:232", 0},    {"usage:x", 0}, {"frob", 0},
+  };
+  for (const auto& [name, expected] : table) EXPECT_EQ(keyUsage(name).value_or(0), expected) << name;
+}
+
+TEST(Keys, AreModifiersWithAndWithoutASide) {
+  const std::pair<const char*, int> table[] = {{"control", 224}, {"Shift", 225},     {"alt", 226},
+                                               {"Command", 227}, {"right-alt", 230}, {"A", 0}};
+  for (const auto& [name, expected] : table) EXPECT_EQ(modifierUsage(name).value_or(0), expected) << name;
+}
+
+}  // namespace
+}  // namespace vorn::ctl

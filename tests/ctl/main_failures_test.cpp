@@ -1,0 +1,131 @@
+// How vornctl ends when something is wrong.
+#include <gtest/gtest.h>
+
+#include "ctl/VornCtl.h"
+#include "model/PropertyList.h"
+#include "support/FakeEngineProcess.h"
+#include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
+
+namespace vorn::ctl::test {
+namespace {
+
+using vorn::test::FakeEngineProcess;
+using vorn::test::PropertyListFile;
+
+class Failures : public testing::Test {
+ protected:
+  static void expectFailure(const Words& words, int status, const std::string& text, const Words& environment = {}) {
+    const Ended run = runVornCtl(words, environment);
+    EXPECT_EQ(run.status, status) << run.output;
+    EXPECT_EQ(run.output, "vornctl: " + text + "\n");
+  }
+  static PropertyList settings(const PropertyList& bundle) {
+    return PropertyList::dictionary({{"AllDevSettings", bundle}, {"ReturnStatus", 0}});
+  }
+
+  vorn::test::PrivateBus bus;
+  const PropertyListFile answer{settings(PropertyList::dictionary(
+      {{"Profiles", PropertyList::array({PropertyList::dictionary({{"ProfileName", "One"}, {"DPIX", 800}})})},
+       {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}}))};
+};
+
+TEST_F(Failures, OfTheCommandLineEndWith2WithoutAnEngine) {
+  expectFailure({"status", "--frob"}, 2, "unknown option --frob");
+  expectFailure({"assign", "99", "disable"}, 2, "there is no control \"99\"");
+  expectFailure({"assign", "1", "macro", "1", "--repeat", "0"}, 2, "--repeat takes 1 to 10, held or toggle");
+  expectFailure({"device", "plug", "glued"}, 2, "device plug takes wired or wireless");
+  expectFailure({"device", "press", "99"}, 2, "there is no control \"99\"");
+  expectFailure({"device", "type", "button:10"}, 2, "there is no key \"button:10\"");
+  expectFailure({"device", "battery", "101"}, 2, "device battery takes a percentage from 0 to 100");
+  expectFailure({"device", "charging", "full"}, 2, "device charging takes battery, charging, none or usual");
+}
+
+TEST_F(Failures, ToFindAnEngineOrABusEndWith3) {
+  expectFailure({"status"}, 3, "no core engine runs in this session");
+  expectFailure({"device", "state"}, 3, "no core engine with a virtual mouse runs in this session");
+  const Words noBus = {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"};
+  for (const Words& words : {Words{"status"}, Words{"monitor"}, Words{"device", "state"}}) {
+    const Ended run = runVornCtl(words, noBus);
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.output.find("vornctl: cannot reach the session bus: "), 0U) << run.output;
+  }
+}
+
+TEST_F(Failures, OfAnEngineThatDoesNotAnswerEndWith4) {
+  FakeEngineProcess engine({"on 4 silent"});
+  expectFailure({"profiles", "list", "--timeout", "0.05"}, 4, "the engine does not answer in time");
+  ASSERT_TRUE(engine.obey("on 4 freeze"));
+  expectFailure({"profiles", "list", "--timeout", "0.05"}, 4, "the engine does not answer in time");
+}
+
+TEST_F(Failures, OfAnEngineThatRefusesEndWith1) {
+  FakeEngineProcess engine({"on 4 reply " + answer.path()});
+  const std::pair<int, std::string> table[] = {
+      {1, "the engine has no settings"},
+      {2, "the engine could not use the request"},
+      {3, "out of range: no such position, no room for one more, or the last one"},
+      {4, "the engine could not save the change"},
+      {5, "the record is too large"},
+      {6, "the engine left out values that it cannot use"},
+      {7, "nothing is running or recorded"},
+      {8, "the engine refused with status 8"},
+      {-1, "the engine refused with status -1"},
+  };
+  for (const auto& [status, text] : table) {
+    const PropertyListFile refusal(PropertyList::dictionary({{"ReturnStatus", status}}));
+    ASSERT_TRUE(engine.obey("on 6 reply " + refusal.path()));
+    expectFailure({"set", "DPIX", "900"}, 1, text);
+  }
+}
+
+TEST_F(Failures, OfAnEngineThatTalksNonsenseEndWith1) {
+  const PropertyListFile empty(PropertyList::dictionary());
+  const PropertyListFile array(PropertyList::array());
+  const PropertyListFile odd(settings(PropertyList::dictionary({{"Profiles", 5}})));
+  FakeEngineProcess engine;
+  for (const std::string& action : {"reply " + empty.path(), "reply " + odd.path()}) {
+    ASSERT_TRUE(engine.obey("on 4 " + action));
+    expectFailure({"status"}, 1, "the engine has no settings");
+  }
+  for (const std::string& action : {std::string("empty"), std::string("data 00ff"), "reply " + array.path()}) {
+    ASSERT_TRUE(engine.obey("on 4 " + action));
+    expectFailure({"status"}, 1, "the answer of the engine cannot be understood");
+  }
+}
+
+TEST_F(Failures, InWhatIsNamedEndWith1Or2) {
+  FakeEngineProcess engine({"on 4 reply " + answer.path()});
+  expectFailure({"profiles", "switch", "2"}, 1, "there is no profile \"2\"");
+  expectFailure({"profiles", "switch", "0"}, 1, "there is no profile \"0\"");
+  expectFailure({"profiles", "delete", "Two\nlines"}, 1, "there is no profile \"Two?lines\"");
+  expectFailure({"get", "DPIX", "--profile", "Two"}, 1, "there is no profile \"Two\"");
+  expectFailure({"get", "Nope"}, 1, "the profile has no value \"Nope\"");
+  expectFailure({"profiles", "add", ""}, 2, "a profile needs a name");
+  expectFailure({"profiles", "rename", "1", ""}, 2, "a profile needs a name");
+  expectFailure({"macros", "show", "1"}, 1, "there is no macro \"1\"");
+  expectFailure({"set", "DPIX", "fast"}, 2, "\"fast\" is not a whole number");
+}
+
+TEST_F(Failures, WithFilesEndWith5) {
+  const engine::test::TemporaryFolder folder;
+  FakeEngineProcess engine({"on 4 reply " + answer.path()});
+  expectFailure({"profiles", "import", folder.path("no")}, 5, folder.path("no") + ": No such file or directory");
+  expectFailure({"profiles", "export", "1", folder.path("no/file")}, 5,
+                folder.path("no/file.SkarnProfile") + ": No such file or directory");
+  const std::string full = "exec \"$0\" --help > /dev/full";
+  vorn::test::ChildProcess process({"/bin/sh", "-c", full, VORNCTL_PROGRAM});
+  EXPECT_EQ(process.waitForEnd(), 5);
+}
+
+TEST_F(Failures, AreNoneForHelpAndVersion) {
+  const Ended help = runVornCtl({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_EQ(help.output.find("Usage: vornctl [OPTION]... COMMAND [ARGUMENT]...\n"), 0U);
+  const Ended version = runVornCtl({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_EQ(version.output, "vornctl " SKARN_VERSION "\n");
+}
+
+}  // namespace
+}  // namespace vorn::ctl::test

@@ -1,0 +1,198 @@
+// What vornctl asks of an engine, request by request.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "ctl/Assignment.h"
+#include "ctl/RecordFile.h"
+#include "ctl/VornCtl.h"
+#include "model/SettingsKeys.h"
+#include "support/FakeEngineProcess.h"
+#include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
+
+namespace vorn::ctl::test {
+namespace {
+
+using engine::test::TemporaryFolder;
+using vorn::test::FakeEngineProcess;
+using vorn::test::PropertyListFile;
+
+PropertyList dictionary(std::initializer_list<PropertyList::Pair> entries) {
+  return PropertyList::dictionary(entries);
+}
+
+PropertyList record(int command, const PropertyList& param1 = 0, const PropertyList& param2 = 0) {
+  return dictionary({{"command", command}, {"param1", param1}, {"param2", param2}, {"further", 1}});
+}
+
+const PropertyList keysGroup = dictionary({{"43", record(10, 1, 1)}, {"20", record(45, 20)}});
+const PropertyList buttonsGroup = dictionary({{"03", record(17, 1)}, {"06", record(18)}});
+
+PropertyList profile(std::string_view name, int keymapID) {
+  const PropertyList keymap = dictionary({{"Keys", keysGroup}, {"Buttons", buttonsGroup}});
+  return dictionary({{"ProfileName", name},
+                     {"Keys", keysGroup},
+                     {"Buttons", buttonsGroup},
+                     {"KeymapID", keymapID},
+                     {"Keymap", PropertyList::array({keymap, keymap})},
+                     {"DPIX", 800},
+                     {"Stages", PropertyList::array({dictionary({{"dpix", 400}, {"dpiy", 500}})})}});
+}
+
+PropertyList macro(std::string_view name, int id) {
+  return dictionary({{"MacroName", name}, {"macroID", id}, {"delay", 20}});
+}
+
+const PropertyList bundle = dictionary({{"Profiles", PropertyList::array({profile("One", 0), profile("Two", 1)})},
+                                        {"Macros", PropertyList::array({macro("Jump", 0), macro("Run", 1)})},
+                                        {"DeviceSettings", dictionary({{"ActiveProfile", 1}})}});
+
+// All profiles with another record under a control, in their groups and keymaps.
+PropertyList withChanged(std::string_view group, std::string_view identifier, const PropertyList& changed) {
+  std::vector<PropertyList> profiles;
+  for (const PropertyList& each : bundle["Profiles"].elements()) {
+    const PropertyList newGroup = each[group].with(identifier, changed);
+    const PropertyList keymap = each["Keymap"].at(0).with(group, newGroup);
+    profiles.push_back(each.with(group, newGroup).with("Keymap", PropertyList::array({keymap, keymap})));
+  }
+  return PropertyList::array(std::move(profiles));
+}
+
+class Requests : public testing::Test {
+ protected:
+  // Runs the command and gives the requests after the one for all settings, without the keys that all have.
+  std::vector<FakeEngineProcess::Request> requestsOf(const Words& words) {
+    const Ended run = runVornCtl(words);
+    EXPECT_EQ(run.status, 0) << run.output;
+    output = run.output;
+    std::vector<FakeEngineProcess::Request> requests;
+    for (FakeEngineProcess::Request& request : engine.takeRequests()) {
+      EXPECT_EQ(request.body["ProductID"], PropertyList(273));
+      EXPECT_EQ(request.body["ResponseMsgPortName"], PropertyList("VornCtlReplyPort" + std::to_string(run.id)));
+      EXPECT_EQ(request.body["Source App"], PropertyList("org.vorn.vornctl"));
+      request.body = request.body.without("ProductID").without("ResponseMsgPortName").without("Source App");
+      if (request.messageID == 4) {
+        EXPECT_EQ(request.body, dictionary({}));
+      } else {
+        requests.push_back(std::move(request));
+      }
+    }
+    return requests;
+  }
+  using Expected = std::vector<FakeEngineProcess::Request>;
+
+  static Expected update(int profileID, const PropertyList& settings) {
+    return {{6, dictionary({{"ProfileID", profileID}, {"DeviceSettingsDictionary", settings}})}};
+  }
+
+  vorn::test::PrivateBus bus;
+  TemporaryFolder folder;
+  PropertyListFile settings{dictionary({{"AllDevSettings", bundle}, {"ReturnStatus", 0}})};
+  PropertyListFile changed{dictionary({{"ReturnDictionary", bundle}, {"ReturnStatus", 0}})};
+  FakeEngineProcess engine{{"on 4 reply " + settings.path(), "on * reply " + changed.path()}};
+  std::string output;
+};
+
+TEST_F(Requests, SwitchRenameAddAndCopyProfiles) {
+  EXPECT_EQ(requestsOf({"profiles", "switch", "1"}), (Expected{{10, dictionary({{"ProfileID", 0}})}}));
+  EXPECT_EQ(requestsOf({"profiles", "switch", "Two"}), (Expected{{10, dictionary({{"ProfileID", 1}})}}));
+  EXPECT_EQ(requestsOf({"profiles", "rename", "2", "One"}), update(1, dictionary({{"ProfileName", "One(2)"}})));
+  EXPECT_EQ(output, "Profile 2 \"One(2)\"\n");
+  EXPECT_EQ(requestsOf({"profiles", "rename", "2", "Two", "--json"}), update(1, dictionary({{"ProfileName", "Two"}})));
+  EXPECT_EQ(output, "{\"id\":1,\"name\":\"Two\"}\n");
+  const auto added = [](const PropertyList& settingsOfIt) {
+    return Expected{{5, dictionary({{"DeviceSettingsDictionary", settingsOfIt}})}};
+  };
+  EXPECT_EQ(requestsOf({"profiles", "add"}), added(dictionary({{"ProfileName", "Untitled Profile"}})));
+  EXPECT_EQ(output, "Profile 3 \"Untitled Profile\"\n");
+  EXPECT_EQ(requestsOf({"profiles", "add", "One"}), added(dictionary({{"ProfileName", "One(2)"}})));
+  EXPECT_EQ(requestsOf({"profiles", "copy", "1"}), added(profile("One(2)", 0)));
+  EXPECT_EQ(requestsOf({"profiles", "copy", "One", "Three"}), added(profile("Three", 0)));
+}
+
+TEST_F(Requests, DeleteAProfileAndWhatPointsAtIt) {
+  const PropertyList cleaned = withChanged("Buttons", "03", record(3));
+  EXPECT_EQ(requestsOf({"profiles", "delete", "2"}),
+            (Expected{{9, dictionary({{"ProfileID", 1}})}, {7, dictionary({{"AllProfiles", cleaned}})}}));
+}
+
+TEST_F(Requests, ExportAndImportProfiles) {
+  EXPECT_EQ(requestsOf({"profiles", "export", "2", folder.path("p")}), Expected());
+  EXPECT_EQ(*readRecord(folder.path("p.SkarnProfile"), RecordKind::Profile), profile("Two", 1));
+  EXPECT_EQ(requestsOf({"profiles", "import", folder.path("p.SkarnProfile")}),
+            (Expected{{5, dictionary({{"DeviceSettingsDictionary", profile("Two(2)", 1)}})}}));
+}
+
+TEST_F(Requests, GetAndSetValues) {
+  EXPECT_EQ(requestsOf({"get", "DPIX"}), Expected());
+  EXPECT_EQ(output, "800\n");
+  EXPECT_EQ(requestsOf({"get", "ProfileName", "--profile", "1", "--json"}), Expected());
+  EXPECT_EQ(output, "\"One\"\n");
+  EXPECT_EQ(requestsOf({"set", "DPIX", "900"}), update(1, dictionary({{"DPIX", 900}})));
+  EXPECT_EQ(output, "");
+  EXPECT_EQ(requestsOf({"set", "Stages/0/dpiy", "900", "--profile", "One"}),
+            update(0, dictionary({{"Stages", PropertyList::array({dictionary({{"dpix", 400}, {"dpiy", 900}})})}})));
+}
+
+TEST_F(Requests, RenameDeleteExportAndImportMacros) {
+  const auto renamed = [](int id, std::string_view name) {
+    return Expected{{25, dictionary({{"MacroContents", dictionary({{"MacroName", name}, {"macroID", id}})}})}};
+  };
+  EXPECT_EQ(requestsOf({"macros", "rename", "1", "Run"}), renamed(0, "Run(2)"));
+  EXPECT_EQ(output, "Macro 1 \"Run(2)\"\n");
+  EXPECT_EQ(requestsOf({"macros", "rename", "Run", "Run"}), renamed(1, "Run"));
+  EXPECT_EQ(requestsOf({"macros", "delete", "1"}),
+            (Expected{{22, dictionary({{"macroID", 0}})},
+                      {7, dictionary({{"AllProfiles", withChanged("Keys", "43", record(10, 0, 1))}})}}));
+  EXPECT_EQ(requestsOf({"macros", "export", "2", folder.path("m.SkarnMacro")}), Expected());
+  EXPECT_EQ(requestsOf({"macros", "import", folder.path("m.SkarnMacro")}),
+            (Expected{{32, dictionary({{"MacroContents", macro("Run(2)", 0).without("macroID")}})}}));
+  EXPECT_EQ(output, "Macro 3 \"Run(2)\"\n");
+}
+
+TEST_F(Requests, ShowTheEventsOfAMacro) {
+  const PropertyListFile lines(dictionary(
+      {{"MacroSequences", PropertyList::array({"A pressed", "0.020 seconds delay\n"})}, {"ReturnStatus", 0}}));
+  ASSERT_TRUE(engine.obey("on 27 reply " + lines.path()));
+  EXPECT_EQ(requestsOf({"macros", "show", "Run"}), (Expected{{27, dictionary({{"IndexOfMacroSequence", 1}})}}));
+  EXPECT_EQ(output, "A pressed\n0.020 seconds delay\n");
+  EXPECT_EQ(requestsOf({"macros", "show", "Run", "--json"}), Expected());
+  EXPECT_EQ(output, "{\"MacroName\":\"Run\",\"delay\":20,\"macroID\":1}\n");
+}
+
+TEST_F(Requests, AssignInTheActiveProfileWithItsKeymap) {
+  EXPECT_EQ(requestsOf({"assign", "1", "key", "F5", "--with", "Shift"}),
+            update(1, dictionary({{"Keys", keysGroup.with("43", record(16, 62, 2))}, {"KeymapID", 1}})));
+  EXPECT_EQ(requestsOf({"assign", "wheel-up", "scroll", "down"}),
+            update(1, dictionary({{"Buttons", buttonsGroup.with("06", record(19))}, {"KeymapID", 1}})));
+}
+
+TEST_F(Requests, AssignInAnotherProfileWithoutAKeymap) {
+  EXPECT_EQ(requestsOf({"assign", "2", "macro", "Run", "--profile", "One"}),
+            update(0, dictionary({{"Keys", keysGroup.with("20", record(10, 1, 1))}})));
+}
+
+TEST_F(Requests, AssignTheKeymapCycleInAllKeymaps) {
+  const PropertyList group = keysGroup.with("20", record(50, 255));
+  const PropertyList keymap = dictionary({{"Keys", group}, {"Buttons", buttonsGroup}});
+  EXPECT_EQ(
+      requestsOf({"assign", "2", "keymap", "cycle"}),
+      update(1, dictionary({{"Keys", group}, {"Keymap", PropertyList::array({keymap, keymap})}, {"KeymapID", 1}})));
+}
+
+TEST_F(Requests, ListsProfilesAndMacros) {
+  requestsOf({"profiles", "list"});
+  EXPECT_EQ(output, "  1  One\n* 2  Two\n");
+  requestsOf({"profiles", "list", "--json"});
+  EXPECT_EQ(output, R"([{"id":0,"isActive":false,"name":"One"},{"id":1,"isActive":true,"name":"Two"}])"
+                    "\n");
+  requestsOf({"macros", "list"});
+  EXPECT_EQ(output, "  1  Jump\n  2  Run\n");
+  requestsOf({"macros", "list", "--json"});
+  EXPECT_EQ(output, R"([{"id":0,"name":"Jump"},{"id":1,"name":"Run"}])"
+                    "\n");
+}
+
+}  // namespace
+}  // namespace vorn::ctl::test

@@ -1,0 +1,250 @@
+// The life of a macro in the real window, with the real engine and keys typed on its virtual mouse.
+#include <QFileDialog>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include "e2e/OpenWindow.h"
+#include "e2e/VirtualMouse.h"
+#include "macros/MacroMenus.h"
+#include "macros/MouseMacrosController.h"
+#include "model/PropertyListCodec.h"
+#include "platform/Localization.h"
+#include "support/QtTests.h"
+#include "widgets/SkarnStyle.h"
+
+using namespace skarn;
+using namespace skarn::test;
+using vorn::PropertyList;
+using vorn::test::VirtualMouse;
+namespace keys = vorn::keys;
+
+namespace {
+
+// Usages of the keyboard page.
+constexpr int keyA = 4, keyB = 5, keyC = 6, keyZ = 29;
+constexpr int keyboardPage = 7, buttonPage = 9;
+
+namespace {
+
+class OpenMacros : public OpenWindow {
+ public:
+  OpenMacros() { showTab("MouseMacrosController"); }
+
+  bool hasSheet(const char* name) {
+    const auto* sheet = window().findChild<QDialog*>(QLatin1String(name));
+    return sheet != nullptr && sheet->isVisible();
+  }
+  void click(const char* button) { QTest::mouseClick(find(button), Qt::LeftButton); }
+  void chooseFromGear(const char* gear, int tag) {
+    auto* button = find<PullDownButton>(gear);
+    button->openMenu();
+    for (QAction* item : button->menu()->actions()) {
+      if (tagOf(*item) == tag) item->trigger();
+    }
+    button->menu()->close();
+  }
+  void clickLine(int row) {
+    auto* table = find<QTableView>("mMacroDetailsTableView");
+    const QModelIndex line = table->model()->index(row, 0);
+    table->scrollTo(line);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(line).center());
+  }
+  void choosePath(const char* panel, const QString& path) {
+    auto* dialog = find<QFileDialog>(panel);
+    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    // A field without the focus takes the name of the file that the list selects for it.
+    QApplication::setActiveWindow(dialog);
+    name->setFocus();
+    name->setText(path);
+    QTest::keyClick(name, Qt::Key_Return);
+  }
+
+  QStringList shown(const char* tableName) {
+    const QAbstractItemModel& model = *find<QTableView>(tableName)->model();
+    QStringList texts;
+    for (int row = 0; row < model.rowCount(); ++row) texts << model.index(row, 0).data().toString();
+    return texts;
+  }
+  QStringList names() { return shown("mMacroTableView"); }
+  QStringList lines() { return shown("mMacroDetailsTableView"); }
+  qsizetype lineCount() { return lines().size(); }
+  QString recordTitle() { return find<QPushButton>("mRecordMacroDetails")->text(); }
+  PropertyList macro(int row = 0) { return hub().mMacrosArray().at(row); }
+
+  // A macro with six events, recorded as a person does it.
+  void recordMacro(const QString& name) {
+    click("mAddMacro");
+    auto* editor = find("mMacroTableView")->findChild<QLineEdit*>();
+    QVERIFY(editor != nullptr);
+    QTest::keyClicks(editor, name);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE_WITH_TIMEOUT(names().last(), name, deadline);
+    click("mRecordMacroDetails");
+    QCOMPARE(recordTitle(), QStringLiteral("Stop"));
+    QVERIFY(VirtualMouse::type(keyboardPage, keyA));
+    QVERIFY(VirtualMouse::type(keyboardPage, keyB));
+    QVERIFY(VirtualMouse::type(buttonPage, 2));
+    // The lines are seen while it records.
+    QTRY_COMPARE_WITH_TIMEOUT(lineCount(), 11, deadline);
+    click("mRecordMacroDetails");
+    QCOMPARE(recordTitle(), QStringLiteral("Record"));
+    QCOMPARE(lineCount(), 11);
+  }
+};
+
+}  // namespace
+
+QStringList eventLines(const QStringList& lines) {
+  QStringList events;
+  for (int row = 0; row < lines.size(); row += 2) events << lines[row];
+  return events;
+}
+
+QStringList delayLines(const QStringList& lines) {
+  QStringList delays;
+  for (int row = 1; row < lines.size(); row += 2) delays << lines[row];
+  return delays;
+}
+
+}  // namespace
+
+class MacrosWithEngineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() {
+    QApplication::setStyle(new SkarnStyle);
+    QVERIFY(installTranslations(QStringLiteral("en")));
+  }
+  void init() { mEngine.begin(); }
+  void cleanup() { mEngine.end(); }
+
+  void a_macro_is_recorded_as_it_is_typed() {
+    OpenMacros open;
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.recordMacro(QStringLiteral("Combo"));
+    QCOMPARE(eventLines(open.lines()), (QStringList{"Key Press A", "Key Release A", "Key Press B", "Key Release B",
+                                                    "Right Button down\n", "Right Button up\n"}));
+    QCOMPARE(open.macro()[keys::Sequence][keys::Events].size(), std::size_t{6});
+  }
+
+  void another_tab_ends_a_recording_and_keeps_it() {
+    OpenMacros open;
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.recordMacro(QStringLiteral("Combo"));
+    open.click("mRecordMacroDetails");
+    QVERIFY(VirtualMouse::type(keyboardPage, keyC));
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
+    open.showTab("MouseProfilesController");
+    QCOMPARE(open.macro()[keys::Sequence][keys::Events].size(), std::size_t{2});
+    open.showTab("MouseMacrosController");
+    QCOMPARE(open.recordTitle(), QStringLiteral("Record"));
+    QCOMPARE(eventLines(open.lines()), (QStringList{"Key Press C", "Key Release C"}));
+  }
+
+  void a_recorded_macro_is_edited() {
+    OpenMacros open;
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.recordMacro(QStringLiteral("Combo"));
+    editMacro(open);
+  }
+
+  void an_exported_macro_comes_back_as_it_was() {
+    OpenMacros open;
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.recordMacro(QStringLiteral("Combo"));
+    editMacro(open);
+    const QStringList lines = open.lines();
+
+    const vorn::engine::test::TemporaryFolder folder;
+    const QString path = QString::fromStdString(folder.path("combo"));
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
+    open.choosePath("mMacrosSaveAsPanel", path);
+    QTRY_VERIFY_WITH_TIMEOUT(!open.hasSheet("mMacrosSaveAsPanel"), deadline);
+    const auto file = vorn::readPropertyListFile(folder.path("combo.SkarnMacro"));
+    QVERIFY(file.has_value());
+    QVERIFY(*file == open.macro().without(keys::MacroID));
+
+    const PropertyList factory = open.setting(keys::Keys)["43"];
+    assignMacro(open, "43");
+    QCOMPARE(open.setting(keys::Keys)["43"][keys::Command].toInt(), 10);
+    open.click("mDeleteMacro");
+    QVERIFY(open.hasSheet("alert"));
+    QTest::keyClick(open.find<QMessageBox>("alert"), Qt::Key_Return);
+    QTRY_COMPARE_WITH_TIMEOUT(open.names(), QStringList(), deadline);
+    QTRY_VERIFY_WITH_TIMEOUT(open.setting(keys::Keys)["43"] == factory, deadline);
+
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Import);
+    open.choosePath("mMacrosPanel", path + QStringLiteral(".SkarnMacro"));
+    QTRY_COMPARE_WITH_TIMEOUT(open.names(), QStringList{"Combo"}, deadline);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lines(), lines, deadline);
+    QVERIFY(open.macro().without(keys::MacroID) == *file);
+  }
+
+  void an_export_right_after_an_edit_holds_the_edit() {
+    OpenMacros open;
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.recordMacro(QStringLiteral("Combo"));
+    open.clickLine(4);
+    open.click("mDeleteMacroDetails");
+    QCOMPARE(open.lineCount(), 9);
+    const vorn::engine::test::TemporaryFolder folder;
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
+    open.choosePath("mMacrosSaveAsPanel", QString::fromStdString(folder.path("edited")));
+    const auto file = vorn::readPropertyListFile(folder.path("edited.SkarnMacro"));
+    QVERIFY(file.has_value());
+    QCOMPARE((*file)[keys::Sequence][keys::Events].size(), std::size_t{5});
+    const QAbstractItemModel& macros = *open.find<QTableView>("mMacroTableView")->model();
+    QCOMPARE(macros.index(0, 1).data().toInt(), 5);
+  }
+
+ private:
+  // A delay, a key, all delays, one event less, and one key more at the end.
+  static void editMacro(OpenMacros& open) {
+    open.clickLine(1);
+    open.chooseFromGear("mSettingsMacroDetails", macroDetailsMenuTags::Edit);
+    QVERIFY(open.hasSheet("mEditDelayWindow"));
+    QTest::keyClicks(open.find("mInputMacroDelay"), QStringLiteral("1234"));
+    QTest::keyClick(open.find("mInputMacroDelay"), Qt::Key_Return);
+    QCOMPARE(open.lines()[1], QStringLiteral("1.234 seconds delay\n"));
+
+    open.clickLine(2);
+    open.chooseFromGear("mSettingsMacroDetails", macroDetailsMenuTags::Edit);
+    QVERIFY(open.hasSheet("mEditEventWindow"));
+    QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
+    QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+    open.click("mMacroEventEditOK");
+    QCOMPARE(open.lines()[2], QStringLiteral("Key Release Z"));
+
+    open.clickLine(1);
+    open.chooseFromGear("mSettingsMacroDetails", macroDetailsMenuTags::CopyDelay);
+    QCOMPARE(delayLines(open.lines()), QStringList(5, QStringLiteral("1.234 seconds delay\n")));
+
+    open.clickLine(4);
+    open.click("mDeleteMacroDetails");
+    QCOMPARE(eventLines(open.lines()), (QStringList{"Key Press A", "Key Release Z", "Key Release B",
+                                                    "Right Button down\n", "Right Button up\n"}));
+
+    open.click("mAddMacroDetails");
+    QVERIFY(VirtualMouse::type(keyboardPage, keyC));
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 13, deadline);
+    open.click("mRecordMacroDetails");
+    QCOMPARE(eventLines(open.lines()),
+             (QStringList{"Key Press A", "Key Release Z", "Key Release B", "Right Button down\n", "Right Button up\n",
+                          "Key Press C", "Key Release C"}));
+  }
+
+  static void assignMacro(OpenMacros& open, const char* control) {
+    const PropertyList record = PropertyList::dictionary({{keys::Command, 10}, {keys::Param1, 0}, {keys::Param2, 1}});
+    const PropertyList assigned = open.setting(keys::Keys).with(control, record);
+    open.hub().updateProfileWithID(0, PropertyList::dictionary({{keys::Keys, assigned}}));
+  }
+
+  EngineSession mEngine;
+};
+
+SKARN_QTEST(MacrosWithEngineTest)
+#include "macros_with_engine_test.moc"

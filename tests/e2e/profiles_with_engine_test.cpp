@@ -1,0 +1,298 @@
+// The Profiles tab in the real window, with the real engine in another process: the table always shows the engine's
+// list, and the selected row is the active profile.
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+
+#include "e2e/OpenWindow.h"
+#include "e2e/OtherClient.h"
+#include "e2e/VirtualMouse.h"
+#include "model/PropertyListCodec.h"
+#include "platform/Localization.h"
+#include "support/QtTests.h"
+
+using namespace skarn;
+using namespace skarn::test;
+using vorn::MessageID;
+using vorn::PropertyList;
+using vorn::engine::test::TemporaryFolder;
+using vorn::test::VirtualMouse;
+namespace keys = vorn::keys;
+
+namespace {
+
+namespace {
+
+// The window with the tab in front.
+class OpenProfiles : public OpenWindow {
+ public:
+  OpenProfiles() {
+    showTab("MouseProfilesController");
+    window().show();
+    window().activateWindow();
+    if (!QTest::qWaitForWindowActive(&window())) QTest::qFail("the window is active", __FILE__, __LINE__);
+  }
+
+  MouseProfilesController& tab() { return *find<MouseProfilesController>("MouseProfilesController"); }
+  QTableView& table() { return *tab().mProfilesTableView(); }
+  // Null while it is not shown.
+  template <typename Dialog>
+  Dialog* dialog(const char* name) {
+    return window().findChild<Dialog*>(QLatin1String(name));
+  }
+
+  int selectedRow() {
+    const QModelIndexList rows = table().selectionModel()->selectedRows();
+    return rows.size() == 1 ? rows.constFirst().row() : -1;
+  }
+  QStringList names() {
+    QStringList names;
+    for (int row = 0; row < table().model()->rowCount(); ++row)
+      names << table().model()->index(row, 1).data().toString();
+    return names;
+  }
+  void click(int row, int column = 1) {
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {},
+                      table().visualRect(table().model()->index(row, column)).center());
+  }
+  QLineEdit* editor() {
+    for (auto* edit : table().viewport()->findChildren<QLineEdit*>()) {
+      if (edit->isVisible()) return edit;
+    }
+    return nullptr;
+  }
+  void enterName(const QString& name) {
+    QVERIFY(editor());
+    QTest::keyClicks(editor(), name);
+    QTest::keyClick(editor(), Qt::Key_Return);
+    QVERIFY(!editor());
+  }
+  void add(const QString& name) {
+    QTest::mouseClick(find<QToolButton>("mAddProfile"), Qt::LeftButton);
+    enterName(name);
+  }
+  void choose(int tag) { tab().selectMenuItem(tag); }
+  void acceptAlert() {
+    QVERIFY(dialog<QMessageBox>("alert"));
+    QTest::keyClick(dialog<QMessageBox>("alert"), Qt::Key_Return);
+    QTRY_VERIFY(!dialog<QMessageBox>("alert"));
+  }
+  void deleteRow(int row) {
+    click(row);
+    QTest::mouseClick(find<QToolButton>("mDeleteProfile"), Qt::LeftButton);
+    acceptAlert();
+  }
+  void enterPath(const char* panel, const QString& path) {
+    auto* shown = dialog<QFileDialog>(panel);
+    QVERIFY(shown);
+    QVERIFY(QTest::qWaitForWindowExposed(shown));
+    auto* name = shown->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    name->setText(path);
+    QTest::keyClick(name, Qt::Key_Return);
+    QTRY_VERIFY(!dialog<QFileDialog>(panel));
+  }
+  void exportTo(const QString& path) {
+    choose(4);
+    enterPath("mProfileSavePanel", path);
+  }
+  void importFile(const QString& path) {
+    choose(3);
+    enterPath("mProfileOpenPanel", path);
+  }
+};
+
+}  // namespace
+
+}  // namespace
+
+class ProfilesWithEngineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() { installTranslations(QStringLiteral("en")); }
+  void init() {
+    mFolder = std::make_unique<TemporaryFolder>();
+    mEngine.begin();
+    mWindow = std::make_unique<OpenProfiles>();
+    mOther = std::make_unique<OtherClient>();
+  }
+  void cleanup() {
+    mOther.reset();
+    mWindow.reset();
+    mEngine.end();
+    mFolder.reset();
+  }
+
+  void five_profiles_are_added_under_unique_names_and_no_sixth() {
+    fill();
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 0);
+    QVERIFY(!mWindow->find<QToolButton>("mAddProfile")->isEnabled());
+    mWindow->choose(2);
+    mWindow->choose(6);
+    QCOMPARE(mWindow->requests(MessageID::AddProfile), 4);
+    QCOMPARE(mWindow->requests(MessageID::UpdateProfile), 4);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+  }
+
+  void a_copy_has_the_settings_of_its_original() {
+    mWindow->add(QStringLiteral("Work"));
+    mWindow->click(1);
+    verifyShows({"Default", "Work"}, 1);
+    mOther->updateProfile(1, PropertyList::dictionary({{keys::DPIX, 1234}}));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->hub().mDefaultProfileDict()[keys::DPIX].toInt(), 1234, deadline);
+    mWindow->choose(6);
+    mWindow->enterName(QStringLiteral("Copy"));
+    verifyShows({"Default", "Work", "Copy"}, 1);
+    const PropertyList profiles = mOther->bundle()[keys::Profiles];
+    QVERIFY(profiles.at(2) == profiles.at(1).with(keys::ProfileName, "Copy"));
+  }
+
+  void profiles_are_renamed_to_clashing_names() {
+    fill();
+    mWindow->click(2);
+    for (const char* name : {"Work", "Raid", "Play", "Play"}) {
+      mWindow->choose(1);
+      mWindow->enterName(QLatin1String(name));
+      QCOMPARE(mWindow->names().count(mWindow->names().at(2)), 1);
+      verifyShows(mWindow->names(), 2);
+    }
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 2);
+  }
+
+  void profiles_are_deleted_in_every_position_down_to_the_last() {
+    fill();
+    mWindow->deleteRow(4);
+    verifyShows({"Default", "Work", "Play", "Work(2)"}, 3);
+    mWindow->deleteRow(1);
+    verifyShows({"Default", "Play", "Work(2)"}, 0);
+    mWindow->deleteRow(0);
+    verifyShows({"Play", "Work(2)"}, 0);
+    mWindow->deleteRow(1);
+    verifyShows({"Play"}, 0);
+    QVERIFY(!mWindow->find<QToolButton>("mDeleteProfile")->isEnabled());
+    mWindow->tab().deleteProfile();
+    QCOMPARE(mWindow->requests(MessageID::DeleteProfile), 4);
+  }
+
+  void a_profile_is_restored_under_its_name() {
+    mWindow->add(QStringLiteral("Work"));
+    mWindow->click(1);
+    mWindow->hub().updateProfileWithID(1, PropertyList::dictionary({{keys::DPIX, 1234}, {keys::AutoSwitchOn, 1}}));
+    mWindow->choose(9);
+    mWindow->acceptAlert();
+    verifyShows({"Default", "Work"}, 1);
+    const PropertyList profiles = mOther->bundle()[keys::Profiles];
+    QVERIFY(profiles.at(1)[keys::DPIX] == mWindow->tab().mDefaultDict()[keys::DPIX]);
+    QCOMPARE(profiles.at(1)[keys::AutoSwitchOn].toInt(), 0);
+  }
+
+  void a_profile_survives_export_and_import() {
+    const QString path = QString::fromStdString(mFolder->path("Kept"));
+    mWindow->hub().updateProfileWithID(0, PropertyList::dictionary({{keys::DPIX, 1234}}));
+    mWindow->exportTo(path);
+    const auto file = vorn::readPropertyListFile(mFolder->path("Kept.SkarnProfile"));
+    QVERIFY(file && *file == mOther->bundle()[keys::Profiles].at(0));
+    mWindow->importFile(path + QStringLiteral(".SkarnProfile"));
+    // The imported row is selected and so becomes the active one, by one switch.
+    verifyShows({"Default", "Default(2)"}, 1);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 1);
+    const PropertyList profiles = mOther->bundle()[keys::Profiles];
+    QVERIFY(profiles.at(1) == profiles.at(0).with(keys::ProfileName, "Default(2)"));
+  }
+
+  void a_full_list_offers_no_import_and_takes_none() {
+    const QString path = QString::fromStdString(mFolder->path("Kept"));
+    mWindow->exportTo(path);
+    fill();
+    QVERIFY(!mWindow->tab().reasonAgainst(3).isEmpty());
+    mWindow->importFile(path + QStringLiteral(".SkarnProfile"));
+    mWindow->acceptAlert();
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 0);
+    // With room again, the same file is taken.
+    mWindow->deleteRow(4);
+    mWindow->importFile(path + QStringLiteral(".SkarnProfile"));
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Default(2)"}, 4);
+  }
+
+  void switches_on_the_mouse_are_followed_and_not_answered() {
+    fill();
+    mOther->assign("43", 17, 3);
+    QVERIFY(VirtualMouse::click("43"));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 3, deadline);
+    mOther->switchProfile(1);
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 1, deadline);
+    mOther->switchProfile(0);
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 0, deadline);
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 0);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+  }
+
+  void a_switch_on_the_mouse_ends_an_edit_without_a_rename() {
+    fill();
+    mOther->assign("43", 17, 2);
+    mWindow->choose(1);
+    QTest::keyClicks(mWindow->editor(), QStringLiteral("Half a na"));
+    const int before = mWindow->requests(MessageID::UpdateProfile);
+    QVERIFY(VirtualMouse::click("43"));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 2, deadline);
+    QVERIFY(!mWindow->editor());
+    QCOMPARE(mWindow->requests(MessageID::UpdateProfile), before);
+    verifyShows({"Default", "Work", "Play", "Work(2)", "Raid"}, 2);
+  }
+
+  void boxes_and_the_on_screen_display_reach_the_engine() {
+    mWindow->add(QStringLiteral("Work"));
+    const QString entry = QString::fromStdString(mFolder->path("editor.desktop"));
+    QFile file(entry);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[Desktop Entry]\nType=Application\nName=Editor\nExec=editor\n");
+    file.close();
+    mWindow->click(1);
+    mWindow->tab().openPanelDidEnd(1, entry, 1);
+    verifyShows({"Default", "Work"}, 1);
+    PropertyList work = mOther->bundle()[keys::Profiles].at(1);
+    QVERIFY(work[keys::AppInfo][keys::Application] == PropertyList("Editor"));
+    QCOMPARE(work[keys::AutoSwitchOn].toInt(), 1);
+    mWindow->click(0);
+    mWindow->click(1, 3);
+    verifyShows({"Default", "Work"}, 1);
+    QCOMPARE(mOther->bundle()[keys::Profiles].at(1)[keys::AutoSwitchOn].toInt(), 0);
+    mWindow->choose(8);
+    work = mOther->bundle()[keys::Profiles].at(1);
+    QVERIFY(work[keys::AppInfo][keys::Application] == PropertyList(""));
+    auto* onScreen = mWindow->find<QCheckBox>("mEnableOnScreenDisplay");
+    const int on = onScreen->isChecked() ? 0 : 1;
+    QTest::keyClick(onScreen, Qt::Key_Space);
+    QCOMPARE(mOther->bundle()[keys::DeviceSettings][keys::ProfileOSDOn].toInt(), on);
+    QCOMPARE(onScreen->isChecked(), on == 1);
+  }
+
+ private:
+  void fill() {
+    for (const char* name : {"Work", "Play", "Work", "Raid"}) mWindow->add(QLatin1String(name));
+  }
+  void verifyShows(const QStringList& names, int active) {
+    const PropertyList bundle = mOther->bundle();
+    QStringList held;
+    for (const PropertyList& profile : bundle[keys::Profiles].elements()) {
+      held << QString::fromStdString(profile[keys::ProfileName].toString());
+    }
+    QCOMPARE(held, names);
+    QCOMPARE(mWindow->names(), names);
+    QCOMPARE(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt(), active);
+    QCOMPARE(mWindow->selectedRow(), active);
+  }
+
+  EngineSession mEngine;
+  std::unique_ptr<TemporaryFolder> mFolder;
+  std::unique_ptr<OpenProfiles> mWindow;
+  std::unique_ptr<OtherClient> mOther;
+};
+
+SKARN_QTEST(ProfilesWithEngineTest)
+#include "profiles_with_engine_test.moc"

@@ -1,0 +1,219 @@
+// The real window in this process, and the real engine in another one, whose mouse is plugged, pressed and emptied.
+#include <QTest>
+
+#include "e2e/OpenWindow.h"
+#include "e2e/OtherClient.h"
+#include "e2e/VirtualMouse.h"
+#include "platform/Localization.h"
+#include "support/QtTests.h"
+
+using namespace skarn;
+using namespace skarn::test;
+using vorn::MessageID;
+using vorn::PropertyList;
+using vorn::test::VirtualMouse;
+namespace keys = vorn::keys;
+namespace requestKeys = vorn::requestKeys;
+
+class WindowWithEngineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase();
+  void init();
+  void cleanup();
+
+  void the_mouse_is_announced_after_the_start();
+  void the_firmware_version_is_shown();
+  void the_window_follows_the_mouse_that_goes_and_comes();
+  void the_window_follows_the_mouse_between_cable_and_receiver();
+  void the_window_shows_the_battery_going_down_charging_and_full();
+  void a_profile_switched_by_another_client_is_shown();
+  void a_profile_switched_on_the_mouse_is_shown();
+  void a_stage_changed_on_the_mouse_is_shown();
+  void a_keymap_changed_on_the_mouse_is_shown();
+  void a_macro_added_by_another_client_is_shown();
+  void changes_of_its_own_are_told_in_its_name_and_not_read_again_data();
+  void changes_of_its_own_are_told_in_its_name_and_not_read_again();
+  void an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened();
+  void a_mouse_that_went_while_no_engine_ran_is_noticed();
+
+ private:
+  EngineSession mEngine;
+};
+
+void WindowWithEngineTest::initTestCase() {
+  installTranslations(QStringLiteral("en"));
+}
+
+void WindowWithEngineTest::init() {
+  mEngine.begin();
+}
+
+void WindowWithEngineTest::cleanup() {
+  mEngine.end();
+}
+
+void WindowWithEngineTest::the_mouse_is_announced_after_the_start() {
+  OpenWindow open;
+  QVERIFY(open.isEnabled());
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QCOMPARE(open.battery(), QString());
+}
+
+void WindowWithEngineTest::the_firmware_version_is_shown() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.text("mFirmwareVersion"), QStringLiteral("1.00"), deadline);
+}
+
+void WindowWithEngineTest::the_window_follows_the_mouse_that_goes_and_comes() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QVERIFY(VirtualMouse::unplug());
+  QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
+  QVERIFY(!open.isEnabled());
+  QCOMPARE(open.connectivity(), QString());
+  QCOMPARE(open.text("mFirmwareVersion"), QStringLiteral("-"));
+  QVERIFY(VirtualMouse::plug("wired"));
+  QTRY_VERIFY_WITH_TIMEOUT(!open.asksForTheMouse(), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QVERIFY(open.isEnabled());
+  QTRY_COMPARE_WITH_TIMEOUT(open.text("mFirmwareVersion"), QStringLiteral("1.00"), deadline);
+}
+
+void WindowWithEngineTest::the_window_follows_the_mouse_between_cable_and_receiver() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QVERIFY(VirtualMouse::plug("wireless"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("wireless"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery3"), deadline);
+  QVERIFY(open.isEnabled());
+  QVERIFY(!open.asksForTheMouse());
+  QVERIFY(VirtualMouse::plug("wired"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QString(), deadline);
+}
+
+void WindowWithEngineTest::the_window_shows_the_battery_going_down_charging_and_full() {
+  QVERIFY(VirtualMouse::plug("wireless"));
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("wireless"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery3"), deadline);
+  QVERIFY(VirtualMouse::setBattery(50));
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery2"), deadline);
+  QVERIFY(VirtualMouse::setBattery(20));
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery1"), deadline);
+  QVERIFY(VirtualMouse::plug("wired"));
+  // Charging runs through the pictures.
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery3"), deadline);
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QStringLiteral("battery"), deadline);
+  QVERIFY(VirtualMouse::setBattery(100));
+  QTRY_COMPARE_WITH_TIMEOUT(open.battery(), QString(), deadline);
+}
+
+void WindowWithEngineTest::a_profile_switched_by_another_client_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  const PropertyList added = other.addProfile(open.hub().mDefaultProfileDict().with(keys::ProfileName, "Travel"));
+  QTRY_VERIFY_WITH_TIMEOUT(open.hub().mProfilesArray() == added[keys::Profiles], deadline);
+  other.switchProfile(1);
+  QTRY_COMPARE_WITH_TIMEOUT(open.profileName(), QStringLiteral("Travel"), deadline);
+}
+
+void WindowWithEngineTest::a_profile_switched_on_the_mouse_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  other.addProfile(open.hub().mDefaultProfileDict().with(keys::ProfileName, "Travel"));
+  other.assign("43", 17, 1);
+  QVERIFY(VirtualMouse::click("43"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.profileName(), QStringLiteral("Travel"), deadline);
+}
+
+void WindowWithEngineTest::a_stage_changed_on_the_mouse_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  const auto stage = [](int dpi) {
+    return PropertyList::dictionary({{keys::StageDpiX, dpi}, {keys::StageDpiY, dpi}, {keys::StageIndependentXY, 0}});
+  };
+  other.updateProfile(0, PropertyList::dictionary({{keys::Stages, PropertyList::array({stage(400), stage(1600)})},
+                                                   {keys::StageValue, 0},
+                                                   {keys::DPIX, 400},
+                                                   {keys::DPIY, 400}}));
+  QTRY_COMPARE_WITH_TIMEOUT(open.setting(keys::DPIX).toInt(), 400, deadline);
+  QVERIFY(VirtualMouse::click("stage-up"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.setting(keys::DPIX).toInt(), 1600, deadline);
+}
+
+void WindowWithEngineTest::a_keymap_changed_on_the_mouse_is_shown() {
+  OpenWindow open;
+  const int before = open.setting(keys::KeymapID).toInt();
+  QVERIFY(VirtualMouse::click("keymap"));
+  QTRY_COMPARE_WITH_TIMEOUT(open.setting(keys::KeymapID).toInt(), (before + 1) % static_cast<int>(keys::keymapCount),
+                            deadline);
+}
+
+void WindowWithEngineTest::a_macro_added_by_another_client_is_shown() {
+  OpenWindow open;
+  OtherClient other;
+  other.change(MessageID::AddMacro,
+               PropertyList::dictionary(
+                   {{requestKeys::MacroContents, PropertyList::dictionary({{keys::MacroName, "Greeting"}})}}));
+  QTRY_COMPARE_WITH_TIMEOUT(open.hub().mMacrosArray().size(), std::size_t{1}, deadline);
+  QVERIFY(open.hub().mMacrosArray().at(0)[keys::MacroName] == PropertyList("Greeting"));
+}
+
+void WindowWithEngineTest::changes_of_its_own_are_told_in_its_name_and_not_read_again_data() {
+  QTest::addColumn<QString>("key");
+  QTest::addColumn<int>("value");
+  QTest::addColumn<QString>("notification");
+  QTest::newRow("polling rate") << "PollingRate" << 500 << "Profile Updated 273";
+  QTest::newRow("sensitivity") << "DPIX" << 1200 << "DPI Updated 273";
+  QTest::newRow("keymap") << "KeymapID" << 3 << "Keymap Updated 273";
+}
+
+void WindowWithEngineTest::changes_of_its_own_are_told_in_its_name_and_not_read_again() {
+  QFETCH(QString, key);
+  QFETCH(int, value);
+  QFETCH(QString, notification);
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  auto& center = vorn::DistributedNotificationCenter::defaultCenter();
+  std::vector<PropertyList> sources;
+  // The window observes the name too and is told before this test.
+  center.addObserver(this, notification.toStdString(), [&](const vorn::Notification& news) {
+    sources.push_back(news.userInfo[vorn::newsKeys::SourceApp]);
+  });
+  const int before = open.requests(MessageID::GetAllSettings);
+  open.hub().updateProfileWithID(0, PropertyList::dictionary({{key.toStdString(), value}}));
+  QTRY_COMPARE_WITH_TIMEOUT(sources.size(), std::size_t{1}, deadline);
+  center.removeObserver(this);
+  QVERIFY(sources[0] == PropertyList(vorn::configuratorIdentifier));
+  QCOMPARE(open.requests(MessageID::GetAllSettings), before);
+  QCOMPARE(open.setting(key.toStdString()).toInt(), value);
+}
+
+void WindowWithEngineTest::an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  open.hub().updateProfileWithID(0, open.hub().mDefaultProfileDict().with(keys::ProfileName, "Before"));
+  QCOMPARE(open.profileName(), QStringLiteral("Before"));
+  mEngine.kill();
+  mEngine.start({"--device", "wireless"});
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("wireless"), deadline);
+  QCOMPARE(open.profileName(), QStringLiteral("Before"));
+  QVERIFY(open.isEnabled());
+  open.hub().updateProfileWithID(0, open.hub().mDefaultProfileDict().with(keys::ProfileName, "After"));
+  QCOMPARE(open.profileName(), QStringLiteral("After"));
+}
+
+void WindowWithEngineTest::a_mouse_that_went_while_no_engine_ran_is_noticed() {
+  OpenWindow open;
+  QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+  mEngine.kill();
+  mEngine.start({"--device", "absent"});
+  QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
+  QVERIFY(!open.isEnabled());
+}
+
+SKARN_QTEST(WindowWithEngineTest)
+#include "window_with_engine_test.moc"

@@ -1,0 +1,161 @@
+// The link against an engine that is a process of its own and behaves in every way that one can.
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "link/PortEngineLink.h"
+#include "ports/DistributedNotificationCenter.h"
+#include "support/BusPump.h"
+#include "support/FakeEngineProcess.h"
+#include "support/PrivateBus.h"
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+using test::FakeEngineProcess;
+using test::PropertyListFile;
+
+constexpr int patientPolls = 2000;
+constexpr int shortPolls = 5;
+
+PropertyList status(int number) {
+  return PropertyList::dictionary({{replyKeys::ReturnStatus, number}});
+}
+
+class EngineProcess : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(mLink.createLocalPort()); }
+
+  void send(MessageID messageID) { EXPECT_EQ(mLink.send(mRequest, messageID), sendRequestResult); }
+  // A whole command; none when no answer came.
+  PropertyList command(MessageID messageID, int polls = patientPolls) {
+    send(messageID);
+    const PropertyList reply = mLink.waitForReply(polls) ? mLink.reply() : PropertyList();
+    mLink.emptySlot();
+    return reply;
+  }
+
+  const PropertyList mRequest = PropertyList::dictionary(
+      {{requestKeys::ProductID, wiredProductID}, {requestKeys::ResponseMsgPortName, configuratorReplyPortName}});
+  const PropertyListFile mZero{status(0)};
+  const PropertyListFile mOne{status(1)};
+  test::PrivateBus mBus;
+  PortEngineLink mLink;
+};
+
+TEST_F(EngineProcess, IsSeenFromItsStartToItsEnd) {
+  EXPECT_FALSE(mLink.isEngineAvailable());
+  {
+    const FakeEngineProcess engine;
+    EXPECT_TRUE(mLink.isEngineAvailable());
+  }
+  EXPECT_FALSE(mLink.isEngineAvailable());
+}
+
+TEST_F(EngineProcess, AnswersARequestThroughTheReplyPort) {
+  FakeEngineProcess engine({"on 32 reply " + mZero.path()});
+  EXPECT_EQ(command(MessageID::AddMacro), status(0));
+  EXPECT_EQ(engine.takeRequests(), (std::vector<FakeEngineProcess::Request>{{32, mRequest}}));
+  EXPECT_EQ(engine.waitForSent(), "success");
+}
+
+TEST_F(EngineProcess, ThatIsSilentLetsTheWaitRunOut) {
+  FakeEngineProcess engine({"on * silent"});
+  EXPECT_TRUE(command(MessageID::GetAllSettings, shortPolls).isNone());
+  EXPECT_EQ(engine.takeRequests(), (std::vector<FakeEngineProcess::Request>{{4, mRequest}}));
+}
+
+TEST_F(EngineProcess, ThatIsSlowIsWaitedFor) {
+  FakeEngineProcess engine({"on 4 after 150 reply " + mOne.path()});
+  EXPECT_EQ(command(MessageID::GetAllSettings), status(1));
+}
+
+TEST_F(EngineProcess, ThatAnswersTooLateAnswersTheNextCommand) {
+  FakeEngineProcess engine;
+  EXPECT_TRUE(command(MessageID::GetAllSettings, shortPolls).isNone());
+  ASSERT_TRUE(engine.obey("reply " + mOne.path()));
+  EXPECT_EQ(engine.waitForSent(), "success");
+  EXPECT_EQ(command(MessageID::AddProfile), status(1));
+  EXPECT_TRUE(command(MessageID::AddProfile, shortPolls).isNone());
+}
+
+TEST_F(EngineProcess, ThatAnswersTwiceIsHeardTheSecondTime) {
+  FakeEngineProcess engine({"on 4 reply " + mOne.path() + " ; reply " + mZero.path()});
+  send(MessageID::GetAllSettings);
+  EXPECT_EQ(engine.waitForSent(), "success");
+  EXPECT_EQ(engine.waitForSent(), "success");
+  EXPECT_TRUE(mLink.waitForReply(1, 0ms));
+  EXPECT_EQ(mLink.reply(), status(0));
+}
+
+TEST_F(EngineProcess, ThatTalksNonsenseFillsTheSlotWithAnEmptyDictionary) {
+  FakeEngineProcess engine({"on 4 data 62706c69737430300000", "on 5 data 00"});
+  EXPECT_EQ(command(MessageID::GetAllSettings), PropertyList::dictionary());
+  EXPECT_EQ(command(MessageID::AddProfile), PropertyList::dictionary());
+}
+
+TEST_F(EngineProcess, ThatAnswersWithoutDataIsNotHeard) {
+  FakeEngineProcess engine({"on 4 empty"});
+  send(MessageID::GetAllSettings);
+  EXPECT_EQ(engine.waitForSent(), "success");
+  EXPECT_FALSE(mLink.waitForReply(shortPolls, 1ms));
+  EXPECT_TRUE(mLink.reply().isNone());
+}
+
+TEST_F(EngineProcess, ThatDiesOnReceiptFailsOnlyThatCommandAndIsFoundAgainAfterItsRestart) {
+  {
+    FakeEngineProcess engine({"on 6 exit 3"});
+    EXPECT_TRUE(command(MessageID::UpdateProfile, shortPolls).isNone());
+    EXPECT_EQ(engine.process().waitForEnd(), 3);
+    EXPECT_FALSE(mLink.isEngineAvailable());
+    EXPECT_TRUE(command(MessageID::UpdateProfile, shortPolls).isNone());
+  }
+  FakeEngineProcess engine({"on 6 reply " + mZero.path()});
+  EXPECT_EQ(command(MessageID::UpdateProfile), status(0));
+}
+
+TEST_F(EngineProcess, ThatIsKilledLeavesTheLinkUsable) {
+  FakeEngineProcess first({"on 4 reply " + mZero.path()});
+  EXPECT_EQ(command(MessageID::GetAllSettings), status(0));
+  first.process().signal(SIGKILL);
+  EXPECT_EQ(first.process().waitForEnd(), 128 + SIGKILL);
+  EXPECT_TRUE(command(MessageID::GetAllSettings, shortPolls).isNone());
+  FakeEngineProcess second({"on 4 reply " + mOne.path()});
+  EXPECT_EQ(command(MessageID::GetAllSettings), status(1));
+}
+
+TEST_F(EngineProcess, ThatNeverReturnsFromSendHoldsTheSenderUpToTheTimeOutOnly) {
+  FakeEngineProcess engine({"on 4 freeze"});
+  send(MessageID::GetAllSettings);
+  EXPECT_TRUE(mLink.isEngineAvailable());
+  EXPECT_FALSE(mLink.waitForReply(shortPolls, 1ms));
+  EXPECT_EQ(engine.waitForRequest(4)->body, mRequest);
+}
+
+TEST_F(EngineProcess, ReceivesTheReleaseWithTheProductAlone) {
+  FakeEngineProcess engine({"on * reply " + mZero.path()});
+  const PropertyList release = PropertyList::dictionary({{requestKeys::ProductID, wirelessProductID}});
+  EXPECT_EQ(mLink.send(release, MessageID::ReleaseDevice), sendRequestResult);
+  EXPECT_EQ(engine.takeRequests(), (std::vector<FakeEngineProcess::Request>{{38, release}}));
+  EXPECT_EQ(engine.waitForSent(), "no-port");
+}
+
+TEST_F(EngineProcess, PostsTheAnswerToAQueryAsANotification) {
+  const PropertyList battery =
+      PropertyList::dictionary({{newsKeys::MessageID, 15}, {newsKeys::BatteryPercentLevel, 80}});
+  const PropertyListFile file(battery);
+  FakeEngineProcess engine({"on 15 post commandReplyNotification273 \"\" " + file.path()});
+  auto& center = DistributedNotificationCenter::defaultCenter();
+  std::vector<PropertyList> heard;
+  center.addObserver(this, notificationNames::commandReply(wiredProductID),
+                     [&](const Notification& news) { heard.push_back(news.userInfo); });
+  send(MessageID::QueryBatteryLevel);
+  EXPECT_TRUE(test::serveBusUntil([&] { return !heard.empty(); }));
+  EXPECT_EQ(heard, std::vector<PropertyList>{battery});
+  EXPECT_TRUE(mLink.reply().isNone());
+  center.removeObserver(this);
+}
+
+}  // namespace
+}  // namespace vorn

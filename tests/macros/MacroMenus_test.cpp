@@ -1,0 +1,313 @@
+// The menus of the Macros tab: which entries they have, and when each can be chosen.
+#include "macros/MacroMenus.h"
+
+#include <QContextMenuEvent>
+
+#include "macros/MacrosFixture.h"
+#include "support/QtTests.h"
+
+using namespace skarn;
+using namespace skarn::test;
+
+namespace {
+
+QStringList titlesOf(const QMenu& menu, bool onlyEnabled) {
+  QStringList titles;
+  for (const QAction* item : menu.actions()) {
+    if (!onlyEnabled || item->isEnabled()) titles << titleOf(*item);
+  }
+  return titles;
+}
+
+QStringList texts(const QStringList& keys) {
+  QStringList found;
+  for (const QString& key : keys) found << localized(key.toLatin1());
+  return found;
+}
+
+// What the entries say in their tooltips; an action without one falls back on its title.
+QStringList reasonsOf(const QMenu& menu) {
+  QStringList reasons;
+  for (const QAction* item : menu.actions()) {
+    reasons << (item->toolTip() == QAction(item->text()).toolTip() ? QString() : item->toolTip());
+  }
+  return reasons;
+}
+
+const QStringList macroKeys{"lkeyRename", "lkeyNew", "lkeyImport", "lkeyExport", "lkeyDelete"};
+const QStringList detailsKeys{"lkeyRecord",          "lkeyEdit",      "lkeyDeleteEvent",
+                              "lkeyDeleteAllEvents", "lkeyCopyDelay", "lkeyNoDelay"};
+
+QStringList gearEntries(MacrosFixture& fixture, const char* gear) {
+  auto* button = fixture.find<PullDownButton>(gear);
+  button->openMenu();
+  const QStringList titles = titlesOf(*button->menu(), true);
+  button->menu()->close();
+  return titles;
+}
+
+QStringList rightClickEntries(MacrosFixture& fixture, QTableView* table, int row = 0) {
+  QMenu* menu = fixture.rightClick(table, row);
+  if (menu == nullptr) return {QStringLiteral("(no menu)")};
+  const QStringList titles = titlesOf(*menu, true);
+  menu->close();
+  return titles;
+}
+
+// Which of the details entries can be chosen; the gear button does not matter here.
+QStringList validDetails(MacrosFixture& fixture) {
+  QMenu menu;
+  fixture.tab->fillMacroDetailsMenu(menu);
+  return titlesOf(menu, true);
+}
+
+}  // namespace
+
+class MacrosMenusTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void bothMenusOfATableHaveTheSameEntries_data() {
+    QTest::addColumn<QByteArray>("gear");
+    QTest::addColumn<bool>("isDetails");
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QStringList>("keys");
+    QTest::newRow("macros") << QByteArray("mSettingsMacro") << false << "clickMacroSettingsMenuItem" << macroKeys;
+    QTest::newRow("lines") << QByteArray("mSettingsMacroDetails") << true << "clickMacroDetailsSettingsMenuItem"
+                           << detailsKeys;
+  }
+  void bothMenusOfATableHaveTheSameEntries() {
+    QFETCH(QByteArray, gear);
+    QFETCH(bool, isDetails);
+    QFETCH(QString, operation);
+    QFETCH(QStringList, keys);
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    QMenu* rightClicked = fixture.rightClick(isDetails ? fixture.lines() : fixture.macros());
+    QVERIFY(rightClicked != nullptr);
+    for (const QMenu* menu : {fixture.find<PullDownButton>(gear.constData())->menu(), rightClicked}) {
+      QCOMPARE(titlesOf(*menu, false), texts(keys));
+      int tag = 0;
+      for (const QAction* item : menu->actions()) {
+        QCOMPARE(item->objectName(), operation);
+        QCOMPARE(tagOf(*item), ++tag);
+      }
+    }
+    rightClicked->close();
+  }
+
+  void withoutAMacroOnlyNewAndImportAreOffered() {
+    MacrosFixture fixture;
+    const QStringList expected = texts({"lkeyNew", "lkeyImport"});
+    QCOMPARE(gearEntries(fixture, "mSettingsMacro"), expected);
+    QCOMPARE(rightClickEntries(fixture, fixture.macros()), expected);
+    QCOMPARE(validDetails(fixture), QStringList());
+  }
+
+  void withAMacroAllMacroEntriesAreOffered() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    QCOMPARE(gearEntries(fixture, "mSettingsMacro"), texts(macroKeys));
+    QCOMPARE(rightClickEntries(fixture, fixture.macros()), texts(macroKeys));
+  }
+
+  void theSelectedLineDecidesWhichDetailsEntriesAreOffered_data() {
+    QTest::addColumn<int>("macro");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QStringList>("keys");
+    QTest::newRow("no lines") << 2 << -1 << QStringList{"lkeyRecord"};
+    QTest::newRow("no line selected") << 0 << -1 << QStringList{"lkeyRecord", "lkeyDeleteAllEvents", "lkeyNoDelay"};
+    const QStringList event{"lkeyRecord", "lkeyEdit", "lkeyDeleteEvent", "lkeyDeleteAllEvents", "lkeyNoDelay"};
+    QTest::newRow("first event") << 0 << 0 << event;
+    QTest::newRow("first delay") << 0 << 1 << detailsKeys;
+    QTest::newRow("last delay") << 0 << 3 << detailsKeys;
+    QTest::newRow("last event") << 0 << 4 << event;
+  }
+  void theSelectedLineDecidesWhichDetailsEntriesAreOffered() {
+    QFETCH(int, macro);
+    QFETCH(int, line);
+    QFETCH(QStringList, keys);
+    MacrosFixture fixture;
+    fixture.selectMacro(macro);
+    if (line >= 0) fixture.clickRow(fixture.lines(), line);
+    QCOMPARE(gearEntries(fixture, "mSettingsMacroDetails"), texts(keys));
+    QCOMPARE(rightClickEntries(fixture, fixture.lines()), texts(keys));
+  }
+
+  void aDisabledEntrySaysWhy_data() {
+    QTest::addColumn<int>("macro");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QStringList>("reasons");  // of the six details entries
+    const QString macro = "Select a macro first", events = "Record to add events.",
+                  line = "Select an event or a delay first", delay = "Select a delay first";
+    QTest::newRow("no macro") << -1 << -1 << QStringList(6, macro);
+    QTest::newRow("no lines") << 2 << -1 << QStringList{"", events, events, events, events, events};
+    QTest::newRow("no line selected") << 0 << -1 << QStringList{"", line, line, "", line, ""};
+    QTest::newRow("an event") << 0 << 2 << QStringList{"", "", "", "", delay, ""};
+    QTest::newRow("a delay") << 0 << 1 << QStringList(6, "");
+  }
+  void aDisabledEntrySaysWhy() {
+    QFETCH(int, macro);
+    QFETCH(int, line);
+    QFETCH(QStringList, reasons);
+    MacrosFixture fixture;
+    if (macro >= 0) fixture.selectMacro(macro);
+    if (line >= 0) fixture.clickRow(fixture.lines(), line);
+    QMenu details, macros;
+    fixture.tab->fillMacroDetailsMenu(details);
+    fixture.tab->fillMacroMenu(macros);
+    QCOMPARE(reasonsOf(details), reasons);
+    const QString rename = macro < 0 ? QStringLiteral("Select a macro first") : QString();
+    QCOMPARE(reasonsOf(macros), (QStringList{rename, "", "", rename, rename}));
+  }
+
+  void duringARecordingTheDetailsEntriesSayThatItRuns() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mAddMacroDetails");
+    QMenu details;
+    fixture.tab->fillMacroDetailsMenu(details);
+    QCOMPARE(reasonsOf(details), QStringList{""} + QStringList(5, "Stop the recording first"));
+  }
+
+  // An event is requested by 8-bit rows: a larger row would reach another event.
+  void anEventBeyondTheReachOfARequestCannotBeEdited_data() {
+    QTest::addColumn<int>("macro");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<bool>("canEdit");
+    QTest::newRow("the last event within reach") << 0 << 254 << true;
+    QTest::newRow("the delay at row 255") << 0 << 255 << true;
+    QTest::newRow("the first event beyond") << 0 << 256 << false;
+    QTest::newRow("a delay beyond") << 0 << 257 << true;
+    QTest::newRow("the last macro within reach") << 255 << 0 << true;
+    QTest::newRow("an event of a macro beyond") << 256 << 0 << false;
+    QTest::newRow("a delay of a macro beyond") << 256 << 1 << true;
+  }
+  void anEventBeyondTheReachOfARequestCannotBeEdited() {
+    QFETCH(int, macro);
+    QFETCH(int, line);
+    QFETCH(bool, canEdit);
+    QStringList names;
+    for (int row = 0; row <= 256; ++row) names << QStringLiteral("Macro %1").arg(row);
+    MacrosFixture fixture(names);
+    fixture.delegate.lines = {{macro, linesOfEvents(140)}};
+    fixture.selectMacro(macro);
+    fixture.clickRow(fixture.lines(), line);
+    const QString why =
+        canEdit ? QString()
+                : QStringLiteral("Only the first 128 events of each of the first 256 macros can be edited.");
+    QMenu* rightClicked = fixture.rightClick(fixture.lines(), line);
+    QVERIFY(rightClicked != nullptr);
+    auto* gear = fixture.find<PullDownButton>("mSettingsMacroDetails");
+    rightClicked->setAttribute(Qt::WA_DeleteOnClose, false);
+    rightClicked->close();
+    gear->openMenu();
+    for (QMenu* menu : {gear->menu(), rightClicked}) {
+      const QAction* edit = MacrosFixture::itemOf(*menu, 2);
+      QCOMPARE(edit->isEnabled(), canEdit);
+      // The action falls back on its title.
+      QCOMPARE(edit->toolTip(), canEdit ? QAction(edit->text()).toolTip() : why);
+      QVERIFY(menu->toolTipsVisible());
+    }
+    gear->menu()->close();
+    delete rightClicked;
+    // Nor is it edited by other ways.
+    fixture.tab->clickMacroDetailsSettingsMenuItem(2);
+    QCOMPARE(!fixture.delegate.take().isEmpty() || fixture.find("mEditDelayWindow")->isVisible(), canEdit);
+  }
+
+  void aRightClickLeavesTheSelectionAsItIs() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.clickRow(fixture.lines(), 1);
+    QCOMPARE(rightClickEntries(fixture, fixture.macros(), 2), texts(macroKeys));
+    QCOMPARE(rightClickEntries(fixture, fixture.lines(), 4), texts(detailsKeys));
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 0);
+    QCOMPARE(MacrosFixture::selectedRow(fixture.lines()), 1);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void theMenuKeyOpensTheMenuOnce() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    for (QTableView* table : {fixture.macros(), fixture.lines()}) {
+      QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+      QApplication::sendEvent(table, &key);
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      QVERIFY(menu != nullptr);
+      menu->close();
+      // A right click has opened it with its press.
+      QContextMenuEvent mouse(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(5, 5));
+      QApplication::sendEvent(table->viewport(), &mouse);
+      QVERIFY(QApplication::activePopupWidget() == nullptr);
+    }
+  }
+
+  void aDisabledTableShowsNoMenu() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->enableControlsState(false);
+    QCOMPARE(rightClickEntries(fixture, fixture.macros()), QStringList{"(no menu)"});
+    QCOMPARE(rightClickEntries(fixture, fixture.lines()), QStringList{"(no menu)"});
+  }
+
+  void duringARecordingTheLinesCanOnlyBeStopped() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mAddMacroDetails");
+    fixture.clickRow(fixture.lines(), 1);
+    QCOMPARE(rightClickEntries(fixture, fixture.macros()), QStringList{"(no menu)"});
+    QMenu* menu = fixture.rightClick(fixture.lines());
+    QVERIFY(menu != nullptr);
+    QCOMPARE(titlesOf(*menu, true), texts({"lkeyRecord"}));
+    fixture.delegate.take();
+    MacrosFixture::itemOf(*menu, 1)->trigger();
+    menu->close();
+    QCOMPARE(fixture.delegate.take().constFirst(), QStringLiteral("stopMacroRecording()"));
+  }
+
+  void theEntriesOfTheMacroMenuCallTheirHandlers() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.chooseFromGear("mSettingsMacro", 1);
+    QCOMPARE(fixture.tab->mEditedRow(), 1);
+    fixture.chooseFromGear("mSettingsMacro", 2);
+    QVERIFY(fixture.delegate.take().constLast().startsWith("addMacroWithSettings("));
+    fixture.chooseFromGear("mSettingsMacro", 3);
+    QVERIFY(fixture.find("mMacrosPanel")->isVisible());
+    fixture.find("mMacrosPanel")->close();
+    fixture.chooseFromGear("mSettingsMacro", 4);
+    QVERIFY(fixture.find("mMacrosSaveAsPanel")->isVisible());
+    fixture.find("mMacrosSaveAsPanel")->close();
+    fixture.chooseFromGear("mSettingsMacro", 5);
+    QVERIFY(fixture.find("alert")->isVisible());
+  }
+
+  void recordInTheMenuPressesTheRecordButton() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.chooseFromGear("mSettingsMacroDetails", 1);
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 2)"});
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Stop"));
+  }
+
+  void tagsThatNoEntryHasDoNothing() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    for (const int tag : {-1, 0, 7, 100}) {
+      fixture.tab->clickMacroSettingsMenuItem(tag);
+      fixture.tab->clickMacroDetailsSettingsMenuItem(tag);
+    }
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void anItemOfNeitherMenuIsNotValid() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    QVERIFY(!fixture.tab->validateMenuItem(QAction(QStringLiteral("Somersault"))));
+    QVERIFY(fixture.tab->validateMenuItem(QAction(localized("lkeyRename"))));
+  }
+};
+
+SKARN_QTEST(MacrosMenusTest)
+#include "MacroMenus_test.moc"

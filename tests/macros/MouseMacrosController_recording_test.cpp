@@ -1,0 +1,344 @@
+// The Macros tab records, appends and stops.
+#include <QShortcut>
+
+#include "macros/MacrosFixture.h"
+#include "support/QtTests.h"
+
+using namespace skarn;
+using namespace skarn::test;
+
+namespace {
+
+const QStringList whileRecording{"mMacroDetailsTableView", "mRecordMacroDetails"};
+
+}  // namespace
+
+Q_DECLARE_METATYPE(std::function<void(MacrosFixture&)>)
+
+class MacrosRecordingTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void theTwoNotificationsAreObservedOnce() {
+    MacrosFixture fixture;
+    QVERIFY(fixture.center.observed() == (std::vector<std::string>{"MacroSequence273", "SingleKeyEvent1050"}));
+    RecordingNotificationCenter other;
+    fixture.tab->setMNotificationCenter(&other);
+    QVERIFY(fixture.center.observed().empty());
+    QCOMPARE(other.observed().size(), std::size_t{2});
+    fixture.tab->setMNotificationCenter(nullptr);
+    QVERIFY(other.observed().empty());
+  }
+
+  void theButtonSaysStopUntilTheTabIsFirstShown() {
+    MouseMacrosController tab;
+    QCOMPARE(tab.mRecordMacroDetails()->text(), QStringLiteral("Stop"));
+    QVERIFY(tab.mRecordMacroDetails()->isChecked());
+    tab.tabViewDidSelectTabViewItem(&tab);
+    QCOMPARE(tab.mRecordMacroDetails()->text(), QStringLiteral("Record"));
+    QVERIFY(!tab.mRecordMacroDetails()->isChecked());
+  }
+
+  void recordStartsANewRecordingOfTheSelectedMacro() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.clickRow(fixture.lines(), 2);
+    QStringList seen;
+    fixture.delegate.onCall = [&](const QString&) {
+      seen << fixture.recordTitle() << QString::number(fixture.lines()->model()->rowCount());
+    };
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
+    QCOMPARE(seen, (QStringList{"Stop", "0"}));
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Stop"));
+    QVERIFY(fixture.tab->mRecordMacroDetails()->isChecked());
+    QVERIFY(fixture.tab->mIsRecording());
+    QCOMPARE(fixture.enabled(), whileRecording);
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
+  }
+
+  void stopSavesTheRecordingAndFetchesItsLines() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.click("mRecordMacroDetails");
+    fixture.delegate.take();
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.delegate.take(), (QStringList{"stopMacroRecording()", "saveRecordedEventsForMacroAtIndex(1, NO)",
+                                                   "getMacroDetailsForMacroAtIndex(1)"}));
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+    QVERIFY(!fixture.tab->mRecordMacroDetails()->isChecked());
+    QVERIFY(!fixture.tab->mIsRecording());
+    QCOMPARE(fixture.enabled(), MacrosFixture::without(MacrosFixture::allControls(), {"mDeleteMacroDetails"}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(1));
+  }
+
+  void appendRecordsAtTheEndOfTheMacroAndKeepsItsLines() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.clickRow(fixture.lines(), 1);
+    fixture.click("mAddMacroDetails");
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(YES, 0)"});
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Stop"));
+    QCOMPARE(fixture.enabled(), whileRecording);
+    QCOMPARE(MacrosFixture::selectedRow(fixture.lines()), -1);
+    fixture.record(PropertyList::array({"0.010 seconds delay\n", "Key Press Z"}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() ==
+            linesOfEvents(3).appending("0.010 seconds delay\n").appending("Key Press Z"));
+  }
+
+  void stopAfterAnAppendSendsTheAppendFlag() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mAddMacroDetails");
+    fixture.delegate.take();
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.delegate.take(), (QStringList{"stopMacroRecording()", "saveRecordedEventsForMacroAtIndex(0, YES)",
+                                                   "getMacroDetailsForMacroAtIndex(0)"}));
+    // The next recording is a new one.
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
+  }
+
+  void recordedLinesAreAppendedAsTheyComeAndTheTableFollows() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mRecordMacroDetails");
+    fixture.record(linesOfEvents(1));
+    for (int batch = 0; batch < 100; ++batch) {
+      fixture.record(PropertyList::array({"0.020 seconds delay\n", "Left Button down\n"}));
+    }
+    QCOMPARE(fixture.lines()->model()->rowCount(), 201);
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()).mid(0, 3),
+             (QStringList{"Key Press 0", "0.020 seconds delay\n", "Left Button down\n"}));
+    const QModelIndex last = fixture.lines()->model()->index(200, 0);
+    QVERIFY(fixture.lines()->viewport()->rect().contains(fixture.lines()->visualRect(last).center()));
+  }
+
+  void theFirstBatchAfterAStopIsSwallowedWhole() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.click("mRecordMacroDetails");
+    fixture.click("mRecordMacroDetails");
+    fixture.record(PropertyList::array({"Key Press A", "0.020 seconds delay\n", "Key Release A"}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(1));
+    fixture.record(PropertyList::array({"0.020 seconds delay\n", "Key Press B"}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() ==
+            linesOfEvents(1).appending("0.020 seconds delay\n").appending("Key Press B"));
+  }
+
+  void aRecordingBegunAfterAStopShowsItsFirstBatch_data() {
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("record") << QByteArray("mRecordMacroDetails");
+    QTest::newRow("append") << QByteArray("mAddMacroDetails");
+  }
+  void aRecordingBegunAfterAStopShowsItsFirstBatch() {
+    QFETCH(QByteArray, button);
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.click("mRecordMacroDetails");
+    fixture.click("mRecordMacroDetails");
+    fixture.click(button.constData());
+    fixture.record(PropertyList::array({"Key Press A"}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array({"Key Press A"}));
+  }
+
+  void newsOfAnyShapeAreSurvived() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.click("mRecordMacroDetails");
+    fixture.center.post("MacroSequence273", "", {});
+    fixture.record(PropertyList("text"));
+    fixture.record(PropertyList::array({7, PropertyList()}));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), (QStringList{"", ""}));
+    fixture.center.post("SingleKeyEvent1050", "", PropertyList::array({1}));
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 2)"});
+  }
+
+  void eventsInPlaceOfLinesBecomeLines() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.tab->updateSelectedMacroWithMacroDetails(PropertyList::array({macroEvent(1, 4), macroEvent(0, 4)}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() ==
+            PropertyList::array({"Key Press A", "0.020 seconds delay\n", "Key Release A"}));
+  }
+
+  void leavingTheTabStopsAndSavesWhateverRuns_data() {
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QString>("saved");
+    QTest::newRow("a recording") << QByteArray("mRecordMacroDetails")
+                                 << QStringLiteral("saveRecordedEventsForMacroAtIndex(0, NO)");
+    QTest::newRow("an appended recording")
+        << QByteArray("mAddMacroDetails") << QStringLiteral("saveRecordedEventsForMacroAtIndex(0, YES)");
+  }
+  void leavingTheTabStopsAndSavesWhateverRuns() {
+    QFETCH(QByteArray, button);
+    QFETCH(QString, saved);
+    const QStringList stop{"stopMacroRecording()", saved, "getMacroDetailsForMacroAtIndex(0)"};
+    QWidget otherPage;
+    const QList<std::function<void(MacrosFixture&)>> endings = {
+        [&](MacrosFixture& fixture) { fixture.tab->tabViewDidSelectTabViewItem(&otherPage); },
+        [](MacrosFixture& fixture) { fixture.tab->stopAllMacroRecording(); },
+        [](MacrosFixture& fixture) {
+          // As the owner does when the application goes to the background or ends.
+          QVERIFY(fixture.tab->mIsRecording());
+          fixture.tab->setRecordButtonToStop();
+          fixture.tab->clickRecordMacroDetails();
+        }};
+    for (const auto& end : endings) {
+      MacrosFixture fixture;
+      fixture.selectMacro(0);
+      fixture.click(button.constData());
+      fixture.delegate.take();
+      end(fixture);
+      QCOMPARE(fixture.delegate.take(), stop);
+      QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+      QVERIFY(!fixture.tab->mIsRecording());
+    }
+  }
+
+  void withoutARecordingLeavingTheTabSendsNothing() {
+    MacrosFixture fixture;
+    QWidget otherPage;
+    fixture.selectMacro(0);
+    fixture.tab->tabViewDidSelectTabViewItem(&otherPage);
+    fixture.tab->stopAllMacroRecording();
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+  }
+
+  void comingBackToTheTabOffersDeletionOnlyForASelectedLine() {
+    MacrosFixture fixture;
+    QWidget otherPage;
+    fixture.selectMacro(0);
+    QVERIFY(fixture.find("mDeleteMacroDetails")->isEnabled());
+    fixture.tab->tabViewDidSelectTabViewItem(&otherPage);
+    fixture.tab->tabViewDidSelectTabViewItem(fixture.tab);
+    QVERIFY(!fixture.find("mDeleteMacroDetails")->isEnabled());
+    fixture.clickRow(fixture.lines(), 0);
+    fixture.tab->tabViewDidSelectTabViewItem(fixture.tab);
+    QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+    // The batch that belongs to an earlier recording is not shown.
+    fixture.record(PropertyList::array({"Key Press A"}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(3));
+  }
+
+  void withoutAMouseShowingTheTabEnablesNothing() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->enableControlsState(false);
+    fixture.tab->tabViewDidSelectTabViewItem(fixture.tab);
+    QCOMPARE(fixture.enabled(), QStringList());
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+  }
+
+  void aMouseThatComesDuringARecordingReleasesNoButton() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mRecordMacroDetails");
+    fixture.tab->enableControlsState(true);
+    QCOMPARE(fixture.enabled(), whileRecording);
+  }
+
+  void aReloadWhileTheEngineSavesLeavesTheTabUsable() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mRecordMacroDetails");
+    fixture.delegate.onCall = [&](const QString& call) {
+      if (!call.startsWith("save")) return;
+      fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball", "Other"}));
+      fixture.tab->refreshTableDisplay();
+    };
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.delegate.take(),
+             (QStringList{"startMacroRecording(NO, 0)", "stopMacroRecording()",
+                          "saveRecordedEventsForMacroAtIndex(0, NO)", "getMacroDetailsForMacroAtIndex(0)"}));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.macros()), (QStringList{"Fireball", "Other"}));
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+  }
+
+  void aMacroThatIsGoneIsStoppedButNotSaved() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.click("mRecordMacroDetails");
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
+    fixture.tab->refreshTableDisplay();
+    fixture.delegate.take();
+    fixture.tab->stopAllMacroRecording();
+    QCOMPARE(fixture.delegate.take(), QStringList{"stopMacroRecording()"});
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+    QVERIFY(fixture.macros()->isEnabled());
+  }
+
+  void anEngineThatAnswersNothingLeavesTheTabUsable() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mRecordMacroDetails");
+    fixture.delegate.answersDetails = false;
+    fixture.record(PropertyList::array({"Key Press A"}));
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.enabled(), MacrosFixture::without(MacrosFixture::allControls(), {"mDeleteMacroDetails"}));
+    // What was seen of the recording stays.
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), QStringList{"Key Press A"});
+  }
+
+  void withoutADelegateTheButtonsDoNothing() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->setMMacroDelegate(nullptr);
+    for (const char* button : {"mAddMacro", "mDeleteMacro", "mAddMacroDetails", "mRecordMacroDetails"}) {
+      fixture.click(button);
+    }
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.macros()).size(), 3);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void theKeyboardAloneRecordsAndStops() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    QWidget* button = fixture.find("mRecordMacroDetails");
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
+    QCOMPARE(button->toolTip(), QStringLiteral("Esc stops the recording"));
+    QTest::keyClick(button, Qt::Key_Escape);
+    QCOMPARE(fixture.delegate.take().size(), 3);
+    QCOMPARE(button->toolTip(), QString());
+    QTest::keyClick(button, Qt::Key_Escape);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void whatIsTypedIsRecordedAndWorksNothing_data() {
+    QTest::addColumn<std::function<void(MacrosFixture&)>>("begin");
+    using Begin = std::function<void(MacrosFixture&)>;
+    QTest::newRow("record") << Begin([](MacrosFixture& fixture) { fixture.click("mRecordMacroDetails"); });
+    QTest::newRow("append") << Begin([](MacrosFixture& fixture) { fixture.click("mAddMacroDetails"); });
+    QTest::newRow("menu") << Begin([](MacrosFixture& fixture) { fixture.chooseFromGear("mSettingsMacroDetails", 1); });
+  }
+  void whatIsTypedIsRecordedAndWorksNothing() {
+    QFETCH(std::function<void(MacrosFixture&)>, begin);
+    MacrosFixture fixture;
+    int shortcuts = 0;
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), &fixture.window);
+    connect(shortcut, &QShortcut::activated, this, [&] { ++shortcuts; });
+    fixture.selectMacro(0);
+    begin(fixture);
+    fixture.delegate.take();
+    QTRY_VERIFY(fixture.find("mRecordMacroDetails")->hasFocus());
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Right, Qt::Key_A}) {
+      QTest::keyClick(QApplication::focusWidget(), key);
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(fixture.find("mRecordMacroDetails")->hasFocus());
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Stop"));
+    QCOMPARE(shortcuts, 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QCOMPARE(fixture.delegate.take().constFirst(), QStringLiteral("stopMacroRecording()"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::ControlModifier);
+    QCOMPARE(shortcuts, 1);
+  }
+};
+
+SKARN_QTEST(MacrosRecordingTest)
+#include "MouseMacrosController_recording_test.moc"

@@ -1,0 +1,90 @@
+#include "ports/BusMethodCall.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <thread>
+
+#include "ports/BusObject.h"
+#include "support/LoopThread.h"
+#include "support/PrivateBus.h"
+
+namespace vorn {
+namespace {
+
+using Values = std::vector<PropertyList>;
+using Status = BusAnswer::Status;
+
+constexpr std::chrono::seconds timeout{20};
+const BusTarget target{"org.vorn.CallTest", "/org/vorn/CallTest", "org.vorn.CallTest1"};
+
+// The object lives on a thread of its own; calls come from the test's thread.
+class BusMethodCalls : public testing::Test {
+ protected:
+  ~BusMethodCalls() override {
+    mThread.run([this] { mObject.reset(); });
+  }
+  void put(std::vector<BusMethod> methods) {
+    mThread.run([&] {
+      mObject = BusObject::create({target.busName, target.path, target.interface, std::move(methods), {}});
+      EXPECT_NE(mObject, nullptr);
+    });
+  }
+
+  test::PrivateBus mBus;
+  std::unique_ptr<BusObject> mObject;
+  test::LoopThread mThread;
+};
+
+TEST_F(BusMethodCalls, CarryValuesOfEveryTypeBothWays) {
+  const std::vector<BusArgument> basic = {{"b", "b"}, {"q", "q"}, {"i", "i"}, {"u", "u"},
+                                          {"x", "x"}, {"t", "t"}, {"s", "s"}};
+  const PropertyList output = PropertyList::array({PropertyList::array({5U, 7, -1}), PropertyList::array({6U, 9, 1})});
+  const PropertyList state = PropertyList::dictionary(
+      {{"flag", true}, {"number", -3}, {"text", "grün"}, {"texts", PropertyList::array({"a", "b"})}});
+  put({{"Echo", basic, basic, [](const Values& given) { return BusReply::success(given); }},
+       {"Give", {}, {{"a(tqi)", "output"}, {"a{sv}", "state"}}, [=](const Values&) {
+          return BusReply::success({output, state});
+        }}});
+  const Values values = {true, 65535, -5, 4000000000U, -6, ~std::uint64_t{0}, "text"};
+  std::vector<BusInput> inputs;
+  for (std::size_t index = 0; index < values.size(); ++index) inputs.push_back({basic[index].type, values[index]});
+  const BusAnswer echo = callBusMethod(target, "Echo", inputs, timeout);
+  EXPECT_EQ(echo.status, Status::Success) << echo.error;
+  EXPECT_EQ(echo.values, values);
+  const BusAnswer given = callBusMethod(target, "Give", {}, timeout);
+  EXPECT_EQ(given.status, Status::Success) << given.error;
+  EXPECT_EQ(given.values, (Values{output, state}));
+}
+
+TEST_F(BusMethodCalls, TellWhatWentWrong) {
+  put({{"Refuse", {}, {}, [](const Values&) { return BusReply::failure("org.vorn.CallTest1.Error.No", "No!"); }}});
+  const BusAnswer refused = callBusMethod(target, "Refuse", {}, timeout);
+  EXPECT_EQ(refused.status, Status::Error);
+  EXPECT_EQ(refused.error, "No!");
+  EXPECT_EQ(callBusMethod(target, "Nothing", {}, timeout).status, Status::Error);
+  EXPECT_EQ(callBusMethod(target, "no name", {}, timeout).status, Status::Invalid);
+  EXPECT_EQ(callBusMethod(target, "Refuse", {{"i", "text"}}, timeout).status, Status::Invalid);
+  EXPECT_EQ(callBusMethod({"org.vorn.Nobody", "/a", "a.b"}, "Refuse", {}, timeout).status, Status::NoOwner);
+}
+
+TEST_F(BusMethodCalls, EndWhenTheTimeHasPassed) {
+  put({{"Do", {}, {}, [](const Values&) { return BusReply::success(); }}});
+  mThread.run([] {
+    // While the object's thread is held here, nobody answers.
+    BusAnswer answer;
+    std::thread caller([&] { answer = callBusMethod(target, "Do", {}, std::chrono::milliseconds(20)); });
+    caller.join();
+    EXPECT_EQ(answer.status, Status::Timeout);
+  });
+}
+
+TEST(BusMethodCall, NeedsABus) {
+  test::PrivateBus bus;
+  EXPECT_EQ(callBusMethod(target, "Do", {}, timeout).status, Status::NoOwner);
+  bus.end();
+  EXPECT_EQ(callBusMethod(target, "Do", {}, timeout).status, Status::NoBus);
+}
+
+}  // namespace
+}  // namespace vorn

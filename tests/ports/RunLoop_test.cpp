@@ -1,0 +1,149 @@
+#include "ports/RunLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <thread>
+#include <vector>
+
+#include "ports/DistributedNotificationCenter.h"
+#include "ports/MessagePort.h"
+#include "support/LoopThread.h"
+#include "support/PrivateBus.h"
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+
+class RunLoopOnABus : public testing::Test {
+ protected:
+  test::PrivateBus mBus;
+};
+
+TEST_F(RunLoopOnABus, ReturnsAtOnceWhenItWasStoppedBefore) {
+  RunLoop loop;
+  loop.stop();
+  EXPECT_TRUE(loop.run());
+}
+
+TEST_F(RunLoopOnABus, CanBeStoppedFromAnotherThreadAndRunAgain) {
+  RunLoop loop;
+  for (int round = 0; round < 2; ++round) {
+    std::thread other([&] { loop.stop(); });
+    EXPECT_TRUE(loop.run());
+    other.join();
+  }
+}
+
+TEST_F(RunLoopOnABus, PerformsTheWorkOfOtherThreadsInOrderOnItsOwn) {
+  RunLoop loop;
+  std::vector<int> order;
+  const auto owner = std::this_thread::get_id();
+  std::thread other([&] {
+    for (int i = 0; i < 100; ++i)
+      loop.perform([&, i] {
+        EXPECT_EQ(std::this_thread::get_id(), owner);
+        order.push_back(i);
+        if (i == 99) loop.stop();
+      });
+  });
+  EXPECT_TRUE(loop.run());
+  other.join();
+  std::vector<int> expected;
+  for (int i = 0; i < 100; ++i) expected.push_back(i);
+  EXPECT_EQ(order, expected);
+}
+
+TEST_F(RunLoopOnABus, FiresTimersOnceInTheOrderOfTheirTimes) {
+  RunLoop loop;
+  std::vector<int> order;
+  loop.addTimer(30ms, [&] { order.push_back(3); });
+  loop.addTimer(60ms, [&] { loop.stop(); });
+  loop.addTimer(-5ms, [&] { order.push_back(1); });
+  loop.addTimer(10ms, [&] { order.push_back(2); });
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+}
+
+TEST_F(RunLoopOnABus, FiresTimersOfTheSameDelayInTheOrderOfTheirMaking) {
+  RunLoop loop;
+  std::vector<int> order;
+  std::vector<int> expected;
+  for (int i = 0; i < 50; ++i) {
+    loop.addTimer(0us, [&, i] { order.push_back(i); });
+    expected.push_back(i);
+  }
+  loop.addTimer(0us, [&] { loop.stop(); });
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(order, expected);
+}
+
+TEST_F(RunLoopOnABus, NeverFiresARemovedTimer) {
+  RunLoop loop;
+  std::vector<int> order;
+  RunLoop::Timer victim = 0;
+  RunLoop::Timer self = 0;
+  loop.addTimer(0us, [&] {
+    order.push_back(1);
+    loop.removeTimer(victim);
+  });
+  victim = loop.addTimer(5ms, [&] { order.push_back(2); });
+  self = loop.addTimer(10ms, [&] {
+    order.push_back(3);
+    loop.removeTimer(self);
+    loop.removeTimer(987654);
+    loop.addTimer(0us, [&] {
+      order.push_back(4);
+      loop.stop();
+    });
+  });
+  EXPECT_NE(victim, 0U);
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(order, (std::vector<int>{1, 3, 4}));
+}
+
+TEST_F(RunLoopOnABus, CallsTheWorkOfASignal) {
+  RunLoop loop;
+  int received = 0;
+  loop.onSignal(SIGUSR1, [&] {
+    ++received;
+    loop.stop();
+  });
+  raise(SIGUSR1);
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(received, 1);
+}
+
+TEST_F(RunLoopOnABus, DeliversWhatCameDuringABlockingCallOfItsOwn) {
+  RunLoop loop;
+  auto& center = DistributedNotificationCenter::defaultCenter();
+  int received = 0;
+  center.addObserver(&loop, "News", [&](const Notification&) {
+    ++received;
+    loop.stop();
+  });
+  loop.addTimer(0us, [&] {
+    {
+      test::LoopThread elsewhere;
+      elsewhere.run([] {
+        DistributedNotificationCenter::defaultCenter().post("News", "", PropertyList());
+        RemoteMessagePort::lookUp("BehindThePost");
+      });
+    }
+    RemoteMessagePort::lookUp("Anything");
+    EXPECT_EQ(received, 0);
+  });
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(received, 1);
+  center.removeObserver(&loop);
+}
+
+TEST_F(RunLoopOnABus, ReturnsFalseWhenTheBusGoesAway) {
+  RunLoop loop;
+  loop.addTimer(0us, [&] { mBus.end(); });
+  EXPECT_FALSE(loop.run());
+}
+
+}  // namespace
+}  // namespace vorn

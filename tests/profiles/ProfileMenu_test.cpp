@@ -1,0 +1,365 @@
+// The gear menu and the right-click menu of the profiles table, the column of check boxes, and what is enabled when.
+#include <QContextMenuEvent>
+
+#include "profiles/ProfilesTabTest.h"
+#include "support/QtTests.h"
+#include "widgets/SkarnStyle.h"
+
+using namespace skarn;
+using namespace skarn::test;
+
+namespace {
+
+const QStringList titles{
+    "Rename",           "New", "Import…", "Export…", "Delete", "Copy", "Assign Application…", "Remove Application",
+    "Restore Defaults…"};
+
+// The tags of the disabled items.
+QList<int> disabledIn(const QMenu& menu) {
+  QList<int> tags;
+  for (const QAction* item : menu.actions()) {
+    if (!item->isEnabled()) tags << item->property("tag").toInt();
+  }
+  return tags;
+}
+
+QStringList titlesIn(const QMenu& menu) {
+  QStringList texts;
+  for (const QAction* item : menu.actions()) texts << item->text();
+  return texts;
+}
+
+// This many profiles, all with or all without an application.
+PropertyList manyProfiles(int count, bool haveApplication) {
+  std::vector<PropertyList> list;
+  for (int i = 0; i < count; ++i) {
+    list.push_back(
+        profile("P" + std::to_string(i))
+            .with(keys::AppInfo, PropertyList::dictionary({{keys::Application, haveApplication ? "Editor" : ""}})));
+  }
+  return PropertyList::array(list);
+}
+
+}  // namespace
+
+class ProfilesMenusTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
+
+  void bothMenusHaveTheNineItems() {
+    ProfilesTab test;
+    test.show();
+    QMenu* contextMenu = test.rightClick(2, 1);
+    QVERIFY(contextMenu);
+    for (const QMenu* menu : {test.gear().menu(), contextMenu}) {
+      QCOMPARE(titlesIn(*menu), titles);
+      int tag = 0;
+      for (const QAction* item : menu->actions()) {
+        QCOMPARE(item->property("tag").toInt(), ++tag);
+        QCOMPARE(item->objectName(), QStringLiteral("selectMenuItem"));
+      }
+    }
+    QVERIFY(test.gear().text().isEmpty());
+    QVERIFY(!test.gear().icon().isNull());
+    contextMenu->close();
+  }
+
+  void itemsAreEnabledByTheListAndTheSelection_data() {
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<bool>("haveApplication");
+    for (const int count : {1, 2, 4, 5}) {
+      for (const int row : {0, count - 1}) {
+        for (const bool haveApplication : {false, true}) {
+          QTest::addRow("%d profiles, row %d, %s application", count, row, haveApplication ? "an" : "no")
+              << count << row << haveApplication;
+        }
+      }
+    }
+  }
+  void itemsAreEnabledByTheListAndTheSelection() {
+    QFETCH(int, count);
+    QFETCH(int, row);
+    QFETCH(bool, haveApplication);
+    ProfilesTab test;
+    test.showProfiles(manyProfiles(count, haveApplication), row);
+    QList<int> disabled;
+    if (count == 5) disabled << 2 << 3;
+    if (count == 1) disabled << 5;
+    if (count == 5) disabled << 6;
+    if (!haveApplication) disabled << 8;
+    QTest::mouseClick(&test.gear(), Qt::LeftButton);
+    QVERIFY(test.gear().menu()->isVisible());
+    QCOMPARE(disabledIn(*test.gear().menu()), disabled);
+    for (const QAction* item : test.gear().menu()->actions()) {
+      QCOMPARE(test.tab->validateMenuItem(*item), item->isEnabled());
+      QCOMPARE(item->toolTip().isEmpty() || item->toolTip() == item->text(), item->isEnabled());
+    }
+    test.gear().menu()->close();
+    QMenu* menu = test.rightClick(0, 1);
+    QVERIFY(menu);
+    QCOMPARE(disabledIn(*menu), disabled);
+    menu->close();
+    QCOMPARE(test.add().isEnabled(), count < 5);
+    QCOMPARE(test.remove().isEnabled(), count > 1);
+    VERIFY_CALLS(test.delegate.calls, {});
+  }
+
+  void inADisabledTableAllItemsAreDisabledAndSayWhy() {
+    ProfilesTab test;
+    test.show();
+    test.tab->enableControlsState(false);
+    QMenu* menu = test.rightClick(2, 1);
+    QVERIFY(menu);
+    QCOMPARE(disabledIn(*menu), (QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    for (const QAction* item : menu->actions()) QCOMPARE(item->toolTip(), QStringLiteral("No mouse connected"));
+    menu->close();
+    VERIFY_CALLS(test.delegate.calls, {});
+  }
+
+  void aRightClickSelectsNothingAndActsOnTheSelectedRow() {
+    ProfilesTab test;
+    test.show();
+    QMenu* menu = test.rightClick(3, 1);
+    QVERIFY(menu);
+    QCOMPARE(test.selectedRow(), 1);
+    test.chooseIn(*menu, 6);
+    VERIFY_CALLS(test.delegate.calls, {added(profiles().at(1).with(keys::ProfileName, "Work(2)"))});
+  }
+
+  void eachRightClickMakesAFreshMenu() {
+    ProfilesTab test;
+    test.show();
+    for (int times = 0; times < 3; ++times) {
+      QMenu* menu = test.rightClick(0, 1);
+      QVERIFY(menu);
+      menu->close();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(test.table().findChildren<QMenu*>().size(), 0);
+    test.delegate.list = manyProfiles(1, false);
+    test.delegate.active = 0;
+    test.delegate.reload();
+    QMenu* menu = test.rightClick(0, 1);
+    QCOMPARE(disabledIn(*menu), (QList<int>{5, 8}));
+    menu->close();
+  }
+
+  void theMenuKeyOpensTheMenuAtTheSelectedRow() {
+    ProfilesTab test;
+    test.show();
+    test.table().setFocus();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QCoreApplication::sendEvent(&test.table(), &event);
+    QMenu* menu = test.openMenu();
+    QVERIFY(menu);
+    QCOMPARE(titlesIn(*menu), titles);
+    const QRect row = test.table().visualRect(test.table().model()->index(1, 1));
+    QCOMPARE(menu->pos(), test.table().viewport()->mapToGlobal(row.bottomLeft()));
+    menu->close();
+  }
+
+  void aContextMenuEventAfterThePressOpensNoSecondMenu() {
+    ProfilesTab test;
+    test.show();
+    QMenu* menu = test.rightClick(2, 1);
+    QVERIFY(menu);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, test.cell(2, 1),
+                            test.table().viewport()->mapToGlobal(test.cell(2, 1)));
+    QCoreApplication::sendEvent(test.table().viewport(), &event);
+    QCOMPARE(test.openMenu(), menu);
+    QVERIFY(menu->isVisible());
+    menu->close();
+  }
+
+  void unknownTagsDoNothing() {
+    ProfilesTab test;
+    test.show();
+    for (const int tag : {0, 10, -1, 1000}) test.tab->selectMenuItem(tag);
+    QVERIFY(!test.editor());
+    QVERIFY(!test.window.findChild<QDialog*>());
+    VERIFY_CALLS(test.delegate.calls, {});
+  }
+
+  void theGearRenamesAndAdds() {
+    ProfilesTab test;
+    test.show();
+    test.choose(1);
+    QTRY_COMPARE(test.editedRow(), 1);
+    test.typeName(QStringLiteral("Office"));
+    test.choose(2);
+    VERIFY_CALLS(test.delegate.calls, {renamed(1, profiles().at(1).with(keys::ProfileName, "Office")),
+                                       added(test.delegate.factory.with(keys::ProfileName, "Untitled Profile"))});
+    QTRY_COMPARE(test.editedRow(), 4);
+  }
+
+  // --- Auto switch
+
+  void aBoxIsClickedAlone() {
+    ProfilesTab test;
+    test.show();
+    test.click(1, 3);
+    VERIFY_CALLS(test.delegate.calls, {updated(PropertyList::dictionary({{keys::AutoSwitchOn, 1}}))});
+    QCOMPARE(test.rows().at(1), QStringLiteral("2 | Work | LibreOffice Writer | [x]"));
+    test.click(1, 3);
+    VERIFY_CALLS(test.delegate.calls, {updated(PropertyList::dictionary({{keys::AutoSwitchOn, 1}})),
+                                       updated(PropertyList::dictionary({{keys::AutoSwitchOn, 0}}))});
+    QCOMPARE(test.rows().at(1), QStringLiteral("2 | Work | LibreOffice Writer | [ ]"));
+  }
+
+  void aBoxInAnotherRowMakesItsProfileTheActiveOneFirst() {
+    ProfilesTab test;
+    test.show();
+    // The selection changes by the switch's reload, not by the click.
+    std::vector<int> selected;
+    test.delegate.duringCall = [&] { selected.push_back(test.selectedRow()); };
+    test.click(2, 3);
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(2), updated(PropertyList::dictionary({{keys::AutoSwitchOn, 0}}))});
+    QCOMPARE(selected, (std::vector<int>{1, 2}));
+    QCOMPARE(test.selectedRow(), 2);
+  }
+
+  void aPressThatLeavesTheBoxDoesNothing() {
+    ProfilesTab test;
+    test.show();
+    QTest::mousePress(test.table().viewport(), Qt::LeftButton, {}, test.cell(2, 3));
+    QTest::mouseRelease(test.table().viewport(), Qt::LeftButton, {}, test.cell(3, 3));
+    QTest::mousePress(test.table().viewport(), Qt::LeftButton, {}, test.cell(2, 3));
+    QTest::mouseRelease(test.table().viewport(), Qt::LeftButton, {}, test.cell(2, 2));
+    QCOMPARE(test.selectedRow(), 1);
+    VERIFY_CALLS(test.delegate.calls, {});
+  }
+
+  void twoQuickClicksTickAndUntick() {
+    ProfilesTab test;
+    test.show();
+    test.click(1, 3);
+    QTest::mouseDClick(test.table().viewport(), Qt::LeftButton, {}, test.cell(1, 3));
+    QTest::mouseRelease(test.table().viewport(), Qt::LeftButton, {}, test.cell(1, 3));
+    QVERIFY(!test.editor());
+    VERIFY_CALLS(test.delegate.calls, {updated(PropertyList::dictionary({{keys::AutoSwitchOn, 1}})),
+                                       updated(PropertyList::dictionary({{keys::AutoSwitchOn, 0}}))});
+  }
+
+  void spaceTicksTheSelectedRowsBox() {
+    ProfilesTab test;
+    test.showProfiles(profiles(), 2);
+    test.table().setFocus();
+    test.key(Qt::Key_Space);
+    VERIFY_CALLS(test.delegate.calls, {updated(PropertyList::dictionary({{keys::AutoSwitchOn, 0}}))});
+    QCOMPARE(test.selectedRow(), 2);
+  }
+
+  void aBoxSaysItsStateInWords() {
+    ProfilesTab test;
+    test.show();
+    const QAbstractItemModel& model = *test.table().model();
+    QCOMPARE(model.index(2, 3).data(Qt::AccessibleTextRole).toString(), QStringLiteral("On"));
+    QCOMPARE(model.index(3, 3).data(Qt::AccessibleTextRole).toString(), QStringLiteral("Off"));
+    QCOMPARE(model.index(1, 0).data(Qt::AccessibleDescriptionRole).toString(), QStringLiteral("Active profile"));
+  }
+
+  // --- Enabling
+
+  void controlsAreEnabledWithTheMouse() {
+    ProfilesTab test;
+    test.show();
+    for (const bool enabled : {false, true}) {
+      test.tab->enableControlsState(enabled);
+      for (QWidget* control : std::initializer_list<QWidget*>{&test.table(), &test.add(), &test.remove(), &test.gear(),
+                                                              &test.onScreen()}) {
+        QCOMPARE(control->isEnabled(), enabled);
+        if (!enabled)
+          QCOMPARE(control->toolTip().isEmpty() ? test.tab->toolTip() : control->toolTip(),
+                   QStringLiteral("No mouse connected"));
+      }
+      QCOMPARE(test.tab->toolTip(), enabled ? QString() : QStringLiteral("No mouse connected"));
+    }
+  }
+
+  void theMouseEnablesNoDeleteOfTheLastProfile() {
+    ProfilesTab test;
+    test.showProfiles(namedProfiles({"Only"}), 0);
+    for (const bool enabled : {false, true}) {
+      test.tab->enableControlsState(enabled);
+      QVERIFY(!test.remove().isEnabled());
+      QCOMPARE(test.add().isEnabled(), enabled);
+    }
+  }
+
+  void newsWithoutAMouseEnablesNothing() {
+    ProfilesTab test;
+    test.show();
+    test.tab->enableControlsState(false);
+    test.delegate.reload();
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{&test.table(), &test.add(), &test.remove(), &test.gear(), &test.onScreen()}) {
+      QVERIFY(!control->isEnabled());
+    }
+  }
+
+  void duringAnAddOnlyAddFollowsTheCount_data() {
+    QTest::addColumn<int>("count");
+    QTest::addColumn<bool>("enabled");
+    for (const int count : {1, 4, 5}) {
+      for (const bool enabled : {false, true}) {
+        QTest::addRow("%d profiles, %s", count, enabled ? "on" : "off") << count << enabled;
+      }
+    }
+  }
+  void duringAnAddOnlyAddFollowsTheCount() {
+    QFETCH(int, count);
+    QFETCH(bool, enabled);
+    ProfilesTab test;
+    test.showProfiles(manyProfiles(count, false), 0);
+    test.tab->enableControlsForAddProfiles(enabled);
+    QCOMPARE(test.add().isEnabled(), count < 5);
+    QCOMPARE(test.remove().isEnabled(), enabled);
+    QCOMPARE(test.gear().isEnabled(), enabled);
+    QCOMPARE(test.onScreen().isEnabled(), enabled);
+    QVERIFY(test.table().isEnabled());
+  }
+
+  void controlsHaveNamesAndAreReachedByTheKeyboard() {
+    ProfilesTab test;
+    test.show();
+    QCOMPARE(test.table().accessibleName(), QStringLiteral("Profiles"));
+    QCOMPARE(test.add().accessibleName(), QStringLiteral("New profile"));
+    QCOMPARE(test.remove().accessibleName(), QStringLiteral("Delete the selected profile"));
+    QCOMPARE(test.gear().accessibleName(), QStringLiteral("More for profiles"));
+    QCOMPARE(test.onScreen().text(), QStringLiteral("Show the profile on screen when it changes"));
+    test.table().setFocus();
+    QList<QWidget*> reached{&test.table()};
+    for (int times = 0; times < 4; ++times) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      reached << QApplication::focusWidget();
+    }
+    QCOMPARE(reached, (QList<QWidget*>{&test.table(), &test.add(), &test.remove(), &test.gear(), &test.onScreen()}));
+  }
+
+  void theKeyboardsFocusIsSeenAtTheSelectedRow() {
+    QApplication::setStyle(new SkarnStyle);
+    ProfilesTab test;
+    test.show();
+    test.add().setFocus();
+    const QImage without = test.table().viewport()->grab().toImage();
+    test.table().setFocus();
+    const QImage with = test.table().viewport()->grab().toImage();
+    const QRect row =
+        test.table().visualRect(test.table().model()->index(1, 0)).adjusted(0, 0, test.table().viewport()->width(), 0);
+    int changed = 0;
+    for (int y = 0; y < with.height(); ++y) {
+      for (int x = 0; x < with.width(); ++x) {
+        if (with.pixel(x, y) == without.pixel(x, y)) continue;
+        QVERIFY(row.contains(x, y));
+        ++changed;
+      }
+    }
+    QVERIFY(changed > 0);
+  }
+};
+
+SKARN_QTEST(ProfilesMenusTest)
+#include "ProfileMenu_test.moc"
