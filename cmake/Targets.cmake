@@ -13,11 +13,11 @@ endfunction()
 
 set(skarn_std_headers
   <algorithm> <chrono> <cstdint> <functional> <map> <memory> <optional> <string> <string_view> <utility> <vector>
-  "${CMAKE_SOURCE_DIR}/src/model/PropertyList.h")
+  <model/PropertyList.h>)
 set(skarn_qt_headers
   <QApplication> <QComboBox> <QDialog> <QLabel> <QMessageBox> <QMouseEvent> <QPainter> <QSlider> <QString>
   <QStyleOption> <QTableView> <QToolButton> <QVBoxLayout> <QWidget>
-  <functional> <memory> <string> <vector> "${CMAKE_SOURCE_DIR}/src/model/PropertyList.h")
+  <functional> <memory> <string> <vector> <model/PropertyList.h>)
 
 # A folder of src without Qt as one static library.
 #   skarn_library(NAME source... LINK target...)
