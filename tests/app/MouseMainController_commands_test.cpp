@@ -39,8 +39,6 @@ const PropertyList& keyEvent() {
 
 enum class Follow { Nothing, Bundle, Reload };
 
-namespace {
-
 struct Command {
   const char* name;
   MessageID messageID;
@@ -49,8 +47,6 @@ struct Command {
   Follow follow;
   std::chrono::milliseconds interval = 10ms;
 };
-
-}  // namespace
 
 const std::vector<Command>& commands() {
   using Hub = MouseMainController;
@@ -122,15 +118,11 @@ void addCommandRows() {
   for (std::size_t i = 0; i < commands().size(); ++i) QTest::newRow(commands()[i].name) << static_cast<int>(i);
 }
 
-namespace {
-
 // What the window was given, to see that nothing changed.
 struct Shown {
   PropertyList profile, device, profiles, macros;
   friend bool operator==(const Shown&, const Shown&) = default;
 };
-
-}  // namespace
 Shown shown(HubFixture& fixture) {
   auto& ui = fixture.window.ui();
   return {ui.MousePerformanceController->mPerformanceSettingsDict(),
@@ -145,15 +137,11 @@ const PropertyList newBundle() {
   return bundleWith({"Alpha", "Beta"}, {"Five"}, 0);
 }
 
-namespace {
-
 struct KeyAssignment {
   const char* identifier;
   int command;
   int param1;
 };
-
-}  // namespace
 // The bundle with these assignments in the keys of its first profile.
 PropertyList withAssignments(const PropertyList& bundle, std::initializer_list<KeyAssignment> assignments) {
   const PropertyList& profiles = bundle[keys::Profiles];

@@ -28,8 +28,6 @@ const PropertyList& threeLines() {
   return lines;
 }
 
-namespace {
-
 // The window on the Macros tab with two macros, the first selected, over an engine that grants everything.
 struct MacrosWindow : HubFixture {
   MacrosWindow() {
@@ -54,8 +52,6 @@ struct MacrosWindow : HubFixture {
     return messages;
   }
 };
-
-}  // namespace
 
 const std::vector<MessageID> stopAndSave{MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
                                          MessageID::GetAllSettings, MessageID::GetMacroDetails};

@@ -34,8 +34,6 @@ PropertyList queryAnswer(int messageID, std::initializer_list<PropertyList::Pair
   return PropertyList::dictionary({{"MessageID", messageID}}).merging(PropertyList::dictionary(entries));
 }
 
-namespace {
-
 // Sleeps that no thread wakes from, but for the charging animation's, which pass one by one when the test says so.
 struct ChargingSteps {
   StoppableSleep sleep() {
@@ -82,8 +80,6 @@ struct Connected : HubFixture {
     return n;
   }
 };
-
-}  // namespace
 
 }  // namespace
 

@@ -48,8 +48,6 @@ Requests withLighting(Requests requests, int profileID = 0) {
   return requests;
 }
 
-namespace {
-
 // Sleeps that the test lets pass one by one.
 struct SteppedSleep {
   StoppableSleep sleep() {
@@ -92,8 +90,6 @@ class PaintCounter : public QObject {
     return false;
   }
 };
-
-}  // namespace
 
 }  // namespace
 

@@ -9,16 +9,12 @@ using namespace skarn::test;
 
 namespace {
 
-namespace {
-
 struct Reset {
   const char* group;
   const char* identifier;
   int command;
   int param1;
 };
-
-}  // namespace
 
 const Reset resets[] = {{"Buttons", "01", 1, 0},  {"Buttons", "02", 2, 0}, {"Buttons", "03", 3, 0},
                         {"Buttons", "04", 4, 0},  {"Buttons", "05", 5, 0}, {"Buttons", "06", 18, 0},

@@ -7,8 +7,6 @@ using namespace skarn::test;
 
 namespace {
 
-namespace {
-
 struct KeymapFixture : ButtonsFixture {
   QComboBox& list() { return *find<QComboBox>("mKeymapValuePopUp"); }
   QCheckBox& switchBack() { return *find<QCheckBox>("mKeymapSwitchBack"); }
@@ -38,8 +36,6 @@ struct KeymapFixture : ButtonsFixture {
                                            {"KeymapID", current[keys::KeymapID]}})});
   }
 };
-
-}  // namespace
 
 }  // namespace
 

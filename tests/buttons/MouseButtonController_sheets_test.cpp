@@ -12,8 +12,6 @@ using namespace skarn::test;
 
 namespace {
 
-namespace {
-
 // A desktop with two applications.
 class Applications {
  public:
@@ -33,8 +31,6 @@ class Applications {
   }
   QTemporaryDir mFolder;
 };
-
-}  // namespace
 
 }  // namespace
 

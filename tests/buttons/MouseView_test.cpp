@@ -42,8 +42,6 @@ ControlOutlines outlinesOf(const QByteArray& drawing) {
   return readControlOutlines(buffer);
 }
 
-namespace {
-
 // A shown view that records what it reports.
 struct View {
   explicit View(QSize size = {400, 400}) {
@@ -88,8 +86,6 @@ struct Row {
   ControlRow row;
   QList<bool> hovered;
 };
-
-}  // namespace
 
 }  // namespace
 

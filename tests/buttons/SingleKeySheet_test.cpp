@@ -16,8 +16,6 @@ PropertyList capturedKey(int key, int modifier) {
   return PropertyList::dictionary({{"singleKey", key}, {"singleKeyModif", modifier}});
 }
 
-namespace {
-
 struct KeyFixture : ButtonsFixture {
   KeyFixture() {
     tab.setMNotificationCenter(&notifications);
@@ -28,8 +26,6 @@ struct KeyFixture : ButtonsFixture {
   void capture(const PropertyList& key) { notifications.post("SingleKeyEvent273", "", key); }
   QString shownKey() { return find<QLineEdit>("mInputSingleKey")->text(); }
 };
-
-}  // namespace
 
 }  // namespace
 

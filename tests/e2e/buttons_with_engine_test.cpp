@@ -14,8 +14,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-namespace {
-
 // The engine's virtual mouse, from this process.
 class Mouse {
  public:
@@ -47,8 +45,6 @@ class Mouse {
                                              "org.vorn.VirtualMouse1"};
 };
 
-}  // namespace
-
 // Collects output until there are at least so many lines.
 QStringList outputOf(qsizetype count) {
   QStringList lines;
@@ -65,8 +61,6 @@ QStringList outputOf(qsizetype count) {
 
 const QStringList greeting = {"7 4 1", "7 4 0"};
 
-namespace {
-
 // The window on its Buttons tab, with the mouse there.
 struct ButtonsWindow {
   ButtonsWindow() : driver(*open.window().findChild<MouseButtonController*>()) { open.awaitAnnouncement(); }
@@ -75,8 +69,6 @@ struct ButtonsWindow {
   OpenWindow open;
   ButtonsDriver driver;
 };
-
-}  // namespace
 
 }  // namespace
 

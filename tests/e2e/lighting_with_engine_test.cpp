@@ -22,8 +22,6 @@ namespace keys = vorn::keys;
 
 namespace {
 
-namespace {
-
 class OpenLighting : public OpenWindow {
  public:
   OpenLighting() {
@@ -43,8 +41,6 @@ class OpenLighting : public OpenWindow {
   }
   bool isClosed() { return window().findChild<QColorDialog*>() == nullptr; }
 };
-
-}  // namespace
 
 }  // namespace
 

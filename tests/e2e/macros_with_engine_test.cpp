@@ -27,8 +27,6 @@ namespace {
 constexpr int keyA = 4, keyB = 5, keyC = 6, keyZ = 29;
 constexpr int keyboardPage = 7, buttonPage = 9;
 
-namespace {
-
 class OpenMacros : public OpenWindow {
  public:
   OpenMacros() { showTab("MouseMacrosController"); }
@@ -94,8 +92,6 @@ class OpenMacros : public OpenWindow {
     QCOMPARE(lineCount(), 11);
   }
 };
-
-}  // namespace
 
 QStringList eventLines(const QStringList& lines) {
   QStringList events;

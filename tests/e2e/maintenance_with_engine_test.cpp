@@ -18,8 +18,6 @@ namespace keys = vorn::keys;
 
 namespace {
 
-namespace {
-
 class OpenMaintenance : public OpenWindow {
  public:
   OpenMaintenance() {
@@ -31,8 +29,6 @@ class OpenMaintenance : public OpenWindow {
   PropertyList deviceSetting(std::string_view key) { return hub().mDeviceSettingsDict()[key]; }
   QMessageBox* alert() { return window().findChild<QMessageBox*>(QStringLiteral("alert")); }
 };
-
-}  // namespace
 
 }  // namespace
 

@@ -20,8 +20,6 @@ namespace keys = vorn::keys;
 
 namespace {
 
-namespace {
-
 class OpenPerformance : public OpenWindow {
  public:
   OpenPerformance() { showTab("MousePerformanceController"); }
@@ -34,8 +32,6 @@ class OpenPerformance : public OpenWindow {
   // What the engine answered or was asked for last.
   int number(keys::Key key) { return setting(key).toInt(); }
 };
-
-}  // namespace
 
 PropertyList stage(int x, int y, int isIndependent) {
   return PropertyList::dictionary(

@@ -26,8 +26,6 @@ namespace keys = vorn::keys;
 
 namespace {
 
-namespace {
-
 // The window with the tab in front.
 class OpenProfiles : public OpenWindow {
  public:
@@ -105,8 +103,6 @@ class OpenProfiles : public OpenWindow {
     enterPath("mProfileOpenPanel", path);
   }
 };
-
-}  // namespace
 
 }  // namespace
 

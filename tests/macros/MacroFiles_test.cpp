@@ -20,8 +20,6 @@ using namespace skarn::test;
 
 namespace {
 
-namespace {
-
 struct FilesFixture : MacrosFixture {
   using MacrosFixture::MacrosFixture;
 
@@ -67,8 +65,6 @@ struct FilesFixture : MacrosFixture {
 
   QTemporaryDir folder;
 };
-
-}  // namespace
 
 PropertyList sampleRecord() {
   return macro("Fireball", {macroEvent(1, 9), macroEvent(0, 9)})

@@ -26,8 +26,6 @@ using namespace skarn::test;
 
 namespace {
 
-namespace {
-
 class Style : public SkarnStyle {
  public:
   explicit Style(int animationDuration) : mDuration(animationDuration) {}
@@ -39,8 +37,6 @@ class Style : public SkarnStyle {
  private:
   int mDuration;
 };
-
-}  // namespace
 
 // The columns of a row that hold anything but its ground.
 QList<int> inkedColumns(const QTableView& table, int row) {
@@ -58,16 +54,12 @@ QList<int> inkedColumns(const QTableView& table, int row) {
   return columns;
 }
 
-namespace {
-
 struct LinesFixture : MacrosFixture {
   explicit LinesFixture(const PropertyList& shownLines) {
     delegate.lines[0] = shownLines;
     selectMacro(0);
   }
 };
-
-}  // namespace
 
 QStringList textsOf(const QAbstractItemModel& model) {
   QStringList texts;

@@ -20,8 +20,6 @@ QString updated(int line, const PropertyList& event) {
   return QStringLiteral("updateSequenceInfo(0, %1, %2)").arg(line).arg(RecordingMacros::text(event));
 }
 
-namespace {
-
 // A fixture whose first macro and a line of it are selected, with the sheet for that line.
 struct EditingFixture : MacrosFixture {
   explicit EditingFixture(int line) {
@@ -35,8 +33,6 @@ struct EditingFixture : MacrosFixture {
   QLineEdit& field() { return *find<QLineEdit>("mInputMacroEvent"); }
   QString key() { return field().text(); }
 };
-
-}  // namespace
 
 }  // namespace
 

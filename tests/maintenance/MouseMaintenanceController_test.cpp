@@ -22,8 +22,6 @@ using namespace skarn::test;
 
 namespace {
 
-namespace {
-
 // Records what is asked for and answers as an owner with an engine does: the change is stored and redrawn.
 struct Owner : MouseMaintenanceDelegate {
   explicit Owner(MouseMaintenanceController& shown) : tab(shown) { tab.setMMouseMaintenanceDelegate(this); }
@@ -39,11 +37,7 @@ struct Owner : MouseMaintenanceDelegate {
   std::vector<PropertyList> updates;
 };
 
-}  // namespace
-
 using Updates = std::vector<PropertyList>;
-
-namespace {
 
 struct SliderCase {
   const char* name;
@@ -51,8 +45,6 @@ struct SliderCase {
   QStringList labels;      // by position, from 1
   QStringList labelNames;  // in the order of the labels; two to a position where a unit stands beside a number
 };
-
-}  // namespace
 
 const std::vector<SliderCase>& sliderCases() {
   static const std::vector<SliderCase> cases{
@@ -72,8 +64,6 @@ const std::vector<SliderCase>& sliderCases() {
         "mFlashScrollLightTwentyPercentLabel", "mFlashScrollLightTwentyFivePercentLabel"}}};
   return cases;
 }
-
-namespace {
 
 struct Fixture {
   Fixture() {
@@ -103,8 +93,6 @@ struct Fixture {
   Owner owner{tab};
   QStringList opened;
 };
-
-}  // namespace
 
 void addSliderRows() {
   QTest::addColumn<int>("row");

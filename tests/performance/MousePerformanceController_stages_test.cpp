@@ -31,8 +31,6 @@ PropertyList accepted(const PropertyList& stages, int selected, int x, int y, in
       {{"Stages", stages}, {"StageValue", selected}, {"DPIX", x}, {"DPIY", y}, {"IndependentXYOn", isIndependent}});
 }
 
-namespace {
-
 // A tab with its sheet open.
 class OpenSheet : public PerformanceTab {
  public:
@@ -62,8 +60,6 @@ class OpenSheet : public PerformanceTab {
     return {isTicked("mStageEnableIndependentXY") ? 1 : 0, value("mStageXDpiSlider"), value("mStageYDpiSlider")};
   }
 };
-
-}  // namespace
 
 }  // namespace
 

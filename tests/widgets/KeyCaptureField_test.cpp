@@ -14,8 +14,6 @@ using namespace skarn;
 
 namespace {
 
-namespace {
-
 // A sheet with a field, a Cancel button before OK, and OK as the default button.
 struct Sheet {
   Sheet() : ok(new QPushButton), cancel(new QPushButton), field(new KeyCaptureField) {
@@ -36,8 +34,6 @@ struct Sheet {
   QPushButton* cancel;
   KeyCaptureField* field;
 };
-
-}  // namespace
 
 void addKeys() {
   QTest::addColumn<int>("key");

@@ -25,8 +25,6 @@ const QStringList titles = {QStringLiteral("Tab (Default)"), QStringLiteral("Mac
                             QStringLiteral("Keymap"), QStringLiteral("Disable"), QStringLiteral("Disable")};
 constexpr int category = 2;
 
-namespace {
-
 // A shown button with the titles; the third item has a submenu with "One", a separator and "Two".
 struct Fixture {
   Fixture() {
@@ -67,8 +65,6 @@ struct Fixture {
   int fills = 0;
   QStringList picked;
 };
-
-}  // namespace
 
 QStringList shownTitles(const QMenu& menu) {
   QStringList shown;

@@ -17,8 +17,6 @@ using namespace skarn;
 
 namespace {
 
-namespace {
-
 struct Fixture {
   Fixture() : chosen(&control, &SegmentedControl::segmentChosen) {
     control.setSegmentCount(8);
@@ -48,8 +46,6 @@ struct Fixture {
   SegmentedControl control;
   QSignalSpy chosen;
 };
-
-}  // namespace
 
 }  // namespace
 

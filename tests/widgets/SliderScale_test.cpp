@@ -15,8 +15,6 @@ using namespace skarn;
 
 namespace {
 
-namespace {
-
 struct Scale {
   Scale(int minimum, int maximum, const QList<int>& positions) {
     slider = new QSlider(Qt::Horizontal, &scale);
@@ -46,8 +44,6 @@ struct Scale {
   QSlider* slider;
   QList<QLabel*> labels;
 };
-
-}  // namespace
 
 }  // namespace
 
