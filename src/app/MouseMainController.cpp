@@ -265,6 +265,7 @@ void MouseMainController::setProperties() {
   mMouseLightingController->setMLightingDict(defaultProfileDict);
   mMouseLightingController->setMDeviceSettingsDict(deviceSettingsDict);
   mMouseLightingController->setMAllProfiles(profilesArray);
+  mMouseLightingController->setShowsDevice(!mShowsDefaults);
 
   mMouseMaintenenceController->setMMaintenanceSettingsDict(deviceSettingsDict);
   mMouseMaintenenceController->setMMaintenanceDict(defaultProfileDict);

@@ -217,6 +217,8 @@ class MouseMainController : public QObject,
   vorn::PropertyList bundleOf(vorn::MessageID messageID, const vorn::PropertyList& request);
   void applyChange(const vorn::PropertyList& bundle, std::string_view profileName);
   void noteChange(const vorn::PropertyList& bundle, std::string_view profileName);
+  // The bundle of an answered switch, with what a deletion before it leaves to do. Redraws nothing.
+  void takeSwitch(const vorn::PropertyList& bundle, int profileID);
   int profileTableRow() const;
   void reload();          // loadLatestSettings, setProperties, updateUISettings
   void redrawDefaults();  // shows the default settings in place of the engine's

@@ -45,7 +45,9 @@ std::optional<int> MouseMainController::statusOf(MessageID messageID, const Prop
   const PropertyList answer = sendAndWait(messageID, request, interval);
   if (answer.isNone()) return std::nullopt;
   mServices.link.emptySlot();
-  return answer[replyKeys::ReturnStatus].toInt();
+  // What is no number reads as 0, but is no success.
+  const PropertyList& status = answer[replyKeys::ReturnStatus];
+  return status.isNumber() ? std::optional(status.toInt()) : std::nullopt;
 }
 
 PropertyList MouseMainController::bundleOf(MessageID messageID, const PropertyList& request) {
@@ -135,25 +137,24 @@ void MouseMainController::deleteProfileWithProfileID(int profileID) {
 void MouseMainController::switchProfileWithID(int profileID) {
   const PropertyList answer = sendAndWait(MessageID::SwitchProfile, envelope().with(requestKeys::ProfileID, profileID));
   if (answer.isNone()) return;
-  const PropertyList& bundle = answer[replyKeys::ReturnDictionary];
-  if (!bundle.isDictionary()) {
-    mServices.link.emptySlot();
-    return;
-  }
-  updateToLatestSettings(bundle);
-  noteChange(bundle, profilesArray.at(profileID)[keys::ProfileName].string());
-  setProperties();
   // The clean-up's own commands wait for their own answers.
   mServices.link.emptySlot();
-  if (mProfileDeleted) {
-    mMouseButtonController->removeMacroProfileMappings(static_cast<int>(mDeletedProfileID), profileCommand);
-    loadLatestSettings();
-    setProperties();
-  }
+  const PropertyList& bundle = answer[replyKeys::ReturnDictionary];
+  if (bundle.isDictionary()) takeSwitch(bundle, profileID);
   updateUISettings();
   updateProfilesControlState(true);
   mProfileDeleted = false;
   mDeletedProfileID = 0;
+}
+
+void MouseMainController::takeSwitch(const PropertyList& bundle, int profileID) {
+  updateToLatestSettings(bundle);
+  noteChange(bundle, profilesArray.at(profileID)[keys::ProfileName].string());
+  setProperties();
+  if (!mProfileDeleted) return;
+  mMouseButtonController->removeMacroProfileMappings(static_cast<int>(mDeletedProfileID), profileCommand);
+  loadLatestSettings();
+  setProperties();
 }
 
 // --- Macros
@@ -187,7 +188,9 @@ void MouseMainController::getMacroDetailsForMacroAtIndex(int macro) {
       sendAndWait(MessageID::GetMacroDetails, envelope().with(requestKeys::IndexOfMacroSequence, macro));
   if (answer.isNone()) return;
   mServices.link.emptySlot();
-  mMouseMacrosController->updateSelectedMacroWithMacroDetails(answer[replyKeys::MacroSequences].arrayOrEmpty());
+  // Missing lines are no empty list.
+  const PropertyList& lines = answer[replyKeys::MacroSequences];
+  if (lines.isArray()) mMouseMacrosController->updateSelectedMacroWithMacroDetails(lines);
 }
 
 PropertyList MouseMainController::getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) {

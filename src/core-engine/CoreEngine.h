@@ -55,7 +55,7 @@ class CoreEngine : private RequestObserver {
   RunLoopScheduler mScheduler{mLoop};
   News mNews{mNewsPort, mScheduler};
   DeviceNews mDeviceNews{mDevice, mNewsPort};
-  Announcer mAnnouncer{mClients, mDevice, mDeviceNews, mScheduler};
+  Announcer mAnnouncer{mClients, mReplyPorts, mDevice, mDeviceNews, mScheduler};
   MacroRecorder mRecorder{mNewsPort, mScheduler};
   KeyCapture mCapture{mNewsPort};
   ProfileChanger mProfiles{mStore};

@@ -155,7 +155,7 @@ void MouseLightingController::updateUISettings() {
   selectEffectCell(lightingDict[keys::LEDEffects].toInt());
   updateMainColorSettings();
   updatePreview();
-  if (!shouldUpdateUIOnly) sendEffectAndBrightness();
+  if (showsDevice && !shouldUpdateUIOnly) sendEffectAndBrightness();
 }
 
 void MouseLightingController::sendEffectAndBrightness() {

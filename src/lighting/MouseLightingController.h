@@ -38,6 +38,9 @@ class MouseLightingController : public QWidget {
   void setMDeviceSettingsDict(const vorn::PropertyList& deviceSettings) { deviceSettingsDict = deviceSettings; }
   const vorn::PropertyList& mAllProfiles() const { return allProfiles; }
   void setMAllProfiles(const vorn::PropertyList& profiles) { allProfiles = profiles; }
+  // Whether the profile is one of the mouse, as at the start, or one of the default file: that is only shown, and never
+  // sent to the mouse.
+  void setShowsDevice(bool isOfDevice) { showsDevice = isOfDevice; }
   MouseLightingDelegate* mLightingDelegate() const { return lightingDelegate; }
   void setMLightingDelegate(MouseLightingDelegate* delegate) { lightingDelegate = delegate; }
 
@@ -82,6 +85,7 @@ class MouseLightingController : public QWidget {
   vorn::PropertyList allProfiles = vorn::PropertyList::array();
   vorn::PropertyList userSettingsDict = vorn::PropertyList::dictionary();
   MouseLightingDelegate* lightingDelegate = nullptr;
+  bool showsDevice = true;
   bool shouldUpdateUIOnly = false;
   bool shouldUpdateBrightness = true;
 };

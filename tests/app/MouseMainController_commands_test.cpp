@@ -176,6 +176,9 @@ class CommandsTest : public QObject {
   void the_product_of_the_envelope_follows_the_attached_device();
   void deleting_a_profile_switches_to_the_one_before_data();
   void deleting_a_profile_switches_to_the_one_before();
+  void a_switch_that_is_answered_without_a_bundle_frees_the_tab_and_changes_nothing();
+  void a_macro_deletion_without_a_status_leaves_the_assignments_alone();
+  void missing_lines_of_a_macro_are_no_empty_list();
   void a_deletion_without_its_bundle_leaves_the_answer_and_the_tab_disabled();
   void deleting_a_macro_cleans_its_assignments_and_loads_the_settings_twice();
   void one_macro_event_is_returned_as_the_engine_gave_it();
@@ -217,11 +220,16 @@ void CommandsTest::an_answer_that_lacks_what_the_command_needs_changes_nothing_a
   fixture.startConnected(oldBundle());
   fixture.link.answer(MessageID::GetAllSettings, {});
   const Shown before = shown(fixture);
-  // A status that is no success, and no bundle.
-  fixture.link.answer(command.messageID, statusAnswer(9));
-  command.run(fixture.hub());
-  QVERIFY(shown(fixture) == before);
-  QVERIFY(fixture.link.reply().isNone());
+  // A status that is no success, and no bundle; no status; what cannot be decoded; a status that is none.
+  for (const PropertyList& answer : {statusAnswer(9), changeAnswer("no bundle"), PropertyList::dictionary(),
+                                     statusAnswer(PropertyList::dictionary()), statusAnswer("")}) {
+    fixture.link.requests.clear();
+    fixture.link.answer(command.messageID, answer);
+    command.run(fixture.hub());
+    QCOMPARE(fixture.link.requests.size(), std::size_t{1});
+    QVERIFY(shown(fixture) == before);
+    QVERIFY(fixture.link.reply().isNone());
+  }
 }
 
 void CommandsTest::a_successful_command_shows_the_new_settings() {
@@ -365,6 +373,51 @@ void CommandsTest::a_deletion_without_its_bundle_leaves_the_answer_and_the_tab_d
   QVERIFY(!fixture.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
 }
 
+void CommandsTest::a_switch_that_is_answered_without_a_bundle_frees_the_tab_and_changes_nothing() {
+  HubFixture fixture;
+  fixture.startConnected(oldBundle());
+  const Shown before = shown(fixture);
+  fixture.link.answer(MessageID::DeleteProfile, changeAnswer(newBundle()));
+  fixture.link.answer(MessageID::SwitchProfile, statusAnswer(4));
+  fixture.hub().deleteProfileWithProfileID(1);
+  QCOMPARE(fixture.link.requests.size(), std::size_t{2});
+  QVERIFY(shown(fixture) == before);
+  QVERIFY(fixture.link.reply().isNone());
+  QVERIFY(!fixture.window.ui().mBusyIndicator->isRunning());
+  QVERIFY(fixture.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
+  // The deletion is over: another switch cleans nothing up.
+  fixture.link.requests.clear();
+  fixture.link.answer(MessageID::SwitchProfile, changeAnswer(newBundle()));
+  fixture.hub().switchProfileWithID(0);
+  QCOMPARE(fixture.link.requests.size(), std::size_t{1});
+}
+
+void CommandsTest::a_macro_deletion_without_a_status_leaves_the_assignments_alone() {
+  HubFixture fixture;
+  fixture.startConnected(oldBundle());
+  for (const PropertyList& answer : {PropertyList::dictionary(), changeAnswer(newBundle())}) {
+    fixture.link.requests.clear();
+    fixture.link.answer(MessageID::DeleteMacro, answer);
+    fixture.hub().deleteMacroAtIndex(2);
+    const std::vector<ScriptedLink::Request> expected{{MessageID::DeleteMacro, request({{"macroID", 2}})}};
+    QVERIFY(fixture.link.requests == expected);
+  }
+}
+
+void CommandsTest::missing_lines_of_a_macro_are_no_empty_list() {
+  HubFixture fixture;
+  fixture.startConnected(oldBundle());
+  auto& tab = *fixture.window.ui().MouseMacrosController;
+  const PropertyList lines = PropertyList::array({PropertyList("Key A Down"), PropertyList("Key A Up")});
+  tab.updateSelectedMacroWithMacroDetails(lines);
+  for (const PropertyList& answer : {PropertyList::dictionary(), statusAnswer(0)}) {
+    fixture.link.answer(MessageID::GetMacroDetails, answer);
+    fixture.hub().getMacroDetailsForMacroAtIndex(0);
+    QVERIFY(fixture.link.reply().isNone());
+    QVERIFY(tab.mMacroDetailsArray() == lines);
+  }
+}
+
 void CommandsTest::deleting_a_macro_cleans_its_assignments_and_loads_the_settings_twice() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
@@ -399,7 +452,8 @@ void CommandsTest::macro_events_go_to_the_macros_tab() {
   fixture.link.answer(MessageID::GetMacroDetails, PropertyList::dictionary({{"MacroSequences", lines}}));
   fixture.hub().getMacroDetailsForMacroAtIndex(0);
   QVERIFY(fixture.window.ui().MouseMacrosController->mMacroDetailsArray() == lines);
-  fixture.link.answer(MessageID::GetMacroDetails, PropertyList::dictionary());
+  fixture.link.answer(MessageID::GetMacroDetails,
+                      PropertyList::dictionary({{"MacroSequences", PropertyList::array()}}));
   fixture.hub().getMacroDetailsForMacroAtIndex(0);
   QVERIFY(fixture.window.ui().MouseMacrosController->mMacroDetailsArray() == PropertyList::array());
 }

@@ -224,8 +224,10 @@ void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings() {
   QCOMPARE(base.isShown("mDeviceConnectionWindow"), isRefused);
   QVERIFY(base.enabledPages().isEmpty());
   QVERIFY(!base.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
+  QCOMPARE(base.link.requests.size(), std::size_t{1});
   base.link.requests.clear();
   base.link.answer(MessageID::GetAllSettings, allSettingsAnswer(newBundle()));
+  base.link.answer(MessageID::UpdateProfile, changeAnswer(newBundle()));
 
   base.notifications.post("Device Attached " + std::to_string(product), "", {});
   QVERIFY(!base.isShown("mDeviceConnectionWindow"));
@@ -238,8 +240,12 @@ void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings() {
   QCOMPARE(base.hub().mDevicePID(), static_cast<std::uint32_t>(product));
   const PropertyList envelope =
       PropertyList::dictionary({{"ProductID", product}, {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}});
-  const std::vector<ScriptedLink::Request> expected{{MessageID::GetAllSettings, envelope},
-                                                    {MessageID::QueryFirmwareVersion, envelope}};
+  // The first redraw of the mouse's own settings sends effect and brightness back.
+  std::vector<ScriptedLink::Request> expected{{MessageID::GetAllSettings, envelope}};
+  for (const auto& lighting : lightingRequests(newBundle()[keys::DeviceSettings][keys::ActiveProfile].toInt())) {
+    expected.push_back({lighting.messageID, lighting.body.with("ProductID", product)});
+  }
+  expected.push_back({MessageID::QueryFirmwareVersion, envelope});
   QVERIFY(base.link.requests == expected);
   const std::vector<std::string> observed = base.notifications.observed();
   QVERIFY(std::ranges::count(observed, "commandReplyNotification" + std::to_string(product)) ==

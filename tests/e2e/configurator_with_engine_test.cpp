@@ -81,5 +81,29 @@ TEST_F(ConfiguratorWithEngineTest, GoesOnWithAnEngineThatWasKilledAndStartedAgai
   EXPECT_EQ(configurator->quit(), 0);
 }
 
+// The engine comes after the registration was sent in vain, and tells of the mouse before the window listens.
+TEST_F(ConfiguratorWithEngineTest, FindsAnEngineThatStartsDuringItsWaitAndLeavesTheUsersLightAlone) {
+  startEngine();
+  ask(MessageID::UpdateProfile,
+      PropertyList::dictionary(
+          {{requestKeys::ProfileID, 0},
+           {requestKeys::DeviceSettingsDictionary,
+            PropertyList::dictionary({{"LEDEffects", 4}, {"BrightnessKBNormal", 2}, {"BrightnessNormal", 2}})}}));
+  mEngine->process().signal(SIGTERM);
+  mEngine->process().waitForEnd();
+  ConfiguratorProcess configurator;
+  ASSERT_NE(configurator.waitFor("no engine"), "");
+  startEngine();
+  ASSERT_NE(configurator.waitFor("not registered: no answer after"), "");
+  EXPECT_NE(configurator.waitFor("answer 4: "), "");
+  EXPECT_NE(configurator.waitFor("request 14: "), "");
+  const PropertyList profile =
+      ask(MessageID::GetAllSettings, PropertyList::dictionary())[replyKeys::AllDevSettings]["Profiles"].at(0);
+  EXPECT_EQ(profile["LEDEffects"], PropertyList(4));
+  EXPECT_EQ(profile["BrightnessKBNormal"], PropertyList(2));
+  EXPECT_EQ(profile["BrightnessNormal"], PropertyList(2));
+  EXPECT_EQ(configurator.quit(), 0);
+}
+
 }  // namespace
 }  // namespace vorn::test

@@ -15,19 +15,23 @@ bool holds(const std::vector<Client>& clients, std::string_view port) {
 
 }  // namespace
 
-Announcer::Announcer(ClientRegistry& clients, const Device& device, DeviceNews& news, Scheduler& scheduler)
-    : mClients(clients), mDevice(device), mNews(news), mScheduler(scheduler) {}
+Announcer::Announcer(ClientRegistry& clients, ReplyPorts& ports, const Device& device, DeviceNews& news,
+                     Scheduler& scheduler)
+    : mClients(clients), mPorts(ports), mDevice(device), mNews(news), mScheduler(scheduler) {}
 
 Announcer::~Announcer() {
   for (const Newcomer& newcomer : mNewcomers) mScheduler.cancel(newcomer.ticket);
 }
 
 void Announcer::noteServed(MessageID messageID, const Request& request) {
+  const std::string port = request.replyPort();
+  const bool isFirst = isNew(port);
   if (messageID == MessageID::RegisterDevice) {
-    welcome(request.replyPort());
+    welcome(port);
     return;
   }
-  const auto newcomer = find(request.replyPort());
+  if (isFirst) meet(port);
+  const auto newcomer = find(port);
   if (newcomer == mNewcomers.end()) return;
   switch (messageID) {
     case MessageID::GetAllSettings:
@@ -46,7 +50,7 @@ void Announcer::noteServed(MessageID messageID, const Request& request) {
 void Announcer::welcome(const std::string& port) {
   const std::vector<Client>& clients = mClients.present();
   std::erase_if(mNewcomers, [&](const Newcomer& newcomer) {
-    const bool isStale = newcomer.port == port || !holds(clients, newcomer.port);
+    const bool isStale = newcomer.port == port || !(newcomer.stage == Stage::Stranger || holds(clients, newcomer.port));
     if (isStale) mScheduler.cancel(newcomer.ticket);
     return isStale;
   });
@@ -67,6 +71,25 @@ void Announcer::welcome(const std::string& port) {
   mNewcomers.push_back(std::move(newcomer));
 }
 
+bool Announcer::isNew(const std::string& port) {
+  if (port.empty() || std::find(mKnownPorts.begin(), mKnownPorts.end(), port) != mKnownPorts.end()) return false;
+  if (mKnownPorts.size() == maximumKnownPorts) mKnownPorts.pop_front();
+  mKnownPorts.push_back(port);
+  return true;
+}
+
+void Announcer::meet(const std::string& port) {
+  if (!mDevice.isPresent()) return;
+  Newcomer newcomer{.port = port, .stage = Stage::Stranger};
+  newcomer.ticket = mScheduler.after(announcementDelay, [this, port] {
+    const auto stranger = find(port);
+    stranger->ticket = 0;
+    forget(stranger);
+    if (mPorts.exists(port) && mDevice.isPresent()) mNews.announce();
+  });
+  mNewcomers.push_back(std::move(newcomer));
+}
+
 void Announcer::noteSettingsRead(Newcomers::iterator newcomer) {
   switch (newcomer->stage) {
     case Stage::Registered:
@@ -77,6 +100,7 @@ void Announcer::noteSettingsRead(Newcomers::iterator newcomer) {
       forget(newcomer);
       break;
     case Stage::Due:
+    case Stage::Stranger:
       break;
     case Stage::Announced:
       if (hasHeard(*newcomer)) forget(newcomer);

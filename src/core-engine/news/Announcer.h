@@ -1,9 +1,12 @@
-// Tells a client that has just registered whether the mouse is here. A client begins to listen for news only at the end
-// of its start-up, so the engine announces the mouse a little later, and once more when the client does not seem to
-// have heard it. Nothing is scheduled but within a second after a registration or a first request for all settings. One
-// thread, the engine's.
+// Tells a client that the engine hears of for the first time whether the mouse is here. A client that registers begins
+// to listen for news only at the end of its start-up, so the engine announces the mouse a little later, and once more
+// when the client does not seem to have heard it. One that sends anything else first has started before the engine: it
+// is told of a mouse that is here, unless it is gone again by then. Nothing is scheduled but within a second after a
+// registration or the first request of a client. One thread, the engine's.
 #pragma once
 
+#include <cstddef>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,14 +21,16 @@ namespace vorn::engine {
 
 class Announcer {
  public:
-  // From the client's first message 4 to the announcement.
+  // So many ports are remembered as heard of.
+  static constexpr std::size_t maximumKnownPorts = 256;
+  // From the client's first message 4, or from the first request of one that did not register, to the announcement.
   static constexpr Scheduler::Duration announcementDelay = std::chrono::milliseconds(250);
   // A client that heard the announcement sends message 4 or 14 within this time. One that did not is told once more at
   // its next query (14, 15 or 16).
   static constexpr Scheduler::Duration patience = std::chrono::seconds(1);
 
   // All of them outlive the announcer.
-  Announcer(ClientRegistry& clients, const Device& device, DeviceNews& news, Scheduler& scheduler);
+  Announcer(ClientRegistry& clients, ReplyPorts& ports, const Device& device, DeviceNews& news, Scheduler& scheduler);
   ~Announcer();
   Announcer(const Announcer&) = delete;
   Announcer& operator=(const Announcer&) = delete;
@@ -38,6 +43,7 @@ class Announcer {
     Registered,  // waits for its first message 4
     Absent,      // registered without a mouse; looked at again when it has started
     Due,         // the announcement is scheduled
+    Stranger,    // the same for one that did not register
     Announced,   // has heard it or not
   };
   // A client of which it is not yet certain that it knows; by its port, as it may send from several connections.
@@ -50,6 +56,9 @@ class Announcer {
   using Newcomers = std::vector<Newcomer>;
 
   void welcome(const std::string& port);
+  // True the first time; remembers the port.
+  bool isNew(const std::string& port);
+  void meet(const std::string& port);
   void noteSettingsRead(Newcomers::iterator newcomer);
   void noteQuery(Newcomers::iterator newcomer, MessageID messageID);
   void announceTo(const std::string& port);
@@ -58,10 +67,12 @@ class Announcer {
   Newcomers::iterator find(std::string_view port);
 
   ClientRegistry& mClients;
+  ReplyPorts& mPorts;
   const Device& mDevice;
   DeviceNews& mNews;
   Scheduler& mScheduler;
   Newcomers mNewcomers;
+  std::deque<std::string> mKnownPorts;  // the oldest first
 };
 
 }  // namespace vorn::engine

@@ -40,7 +40,7 @@ class AnnouncerTest : public testing::Test, protected TestParts {
   }
 
   DeviceNews deviceNews{device, news};
-  Announcer announcer{clients, device, deviceNews, scheduler};
+  Announcer announcer{clients, ports, device, deviceNews, scheduler};
 };
 
 TEST_F(AnnouncerTest, AnnouncesTheMouseAQuarterOfASecondAfterTheFirstRequestForAllSettings) {
@@ -126,12 +126,46 @@ TEST_F(AnnouncerTest, AnnouncesAfterEveryRegistration) {
   announceOnce();
 }
 
-TEST_F(AnnouncerTest, TellsNothingToThoseWhoDidNotRegister) {
+TEST_F(AnnouncerTest, TellsNothingToAClientWhoseRegistrationWasRefused) {
   served(0);
   for (const std::int32_t messageID : {4, 14, 15, 16}) served(messageID);
   scheduler.advance(5s);
   EXPECT_EQ(take(), Names());
   EXPECT_EQ(scheduler.pending(), 0U);
+}
+
+TEST_F(AnnouncerTest, AnnouncesOnceToAClientThatWasThereBeforeTheEngine) {
+  for (const std::int32_t messageID : {6, 14, 18}) {
+    const std::string port = "Port" + std::to_string(messageID);
+    ports.names.insert(port);
+    served(messageID, port);
+    scheduler.advance(249ms);
+    EXPECT_EQ(take(), Names()) << messageID;
+    scheduler.advance(1ms);
+    EXPECT_EQ(take(), announcement) << messageID;
+    for (const std::int32_t query : {4, 14, 15, 16}) served(query, port);
+    scheduler.advance(1h);
+    EXPECT_EQ(take(), Names()) << messageID;
+  }
+}
+
+TEST_F(AnnouncerTest, TellsNothingToAStrangerThatIsGoneOrWhileNoMouseIsHere) {
+  served(4);
+  ports.names.erase("ClientPort");
+  scheduler.advance(1s);
+  device.setConnection(Connection::Absent);
+  served(4, "OtherPort");
+  scheduler.advance(1s);
+  EXPECT_EQ(take(), Names());
+  EXPECT_EQ(scheduler.pending(), 0U);
+}
+
+TEST_F(AnnouncerTest, AnnouncesOnceToAStrangerThatRegistersMeanwhile) {
+  served(14);
+  registers();
+  served(4);
+  scheduler.advance(1s);
+  EXPECT_EQ(take(), announcement);
 }
 
 TEST_F(AnnouncerTest, TellsNothingToAClientThatReleasedTheMouseOrEnded) {
@@ -182,7 +216,7 @@ TEST_F(AnnouncerTest, SchedulesNothingWhenAllIsTold) {
   announceOnce();
   EXPECT_EQ(scheduler.pending(), 0U);
   {
-    Announcer other(clients, device, deviceNews, scheduler);
+    Announcer other(clients, ports, device, deviceNews, scheduler);
     other.noteServed(MessageID::RegisterDevice,
                      {":1.7", PropertyList::dictionary({{"ResponseMsgPortName", "ClientPort"}})});
     other.noteServed(MessageID::GetAllSettings,
