@@ -1,6 +1,7 @@
 #include "core-engine/CoreEngine.h"
 
 #include <csignal>
+#include <functional>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -10,6 +11,20 @@
 #include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
+
+namespace {
+
+// Watches the port of this client, if there is one; lost is called at once where the port is gone already.
+void watchPort(std::unique_ptr<PortWatch>& watch, const std::string& client, const std::function<void()>& lost) {
+  if (client.empty()) {
+    watch.reset();
+  } else if (!watch || watch->portName() != client) {
+    watch = std::make_unique<PortWatch>(client, lost);
+    if (!watch->wasThere()) lost();
+  }
+}
+
+}  // namespace
 
 CoreEngine::CoreEngine(const Options& options, Log& log)
     : mLog(log),
@@ -58,6 +73,12 @@ void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
   mNews.setSourceApp({});
   mProfiles.takeBackReleased();
   mAnnouncer.noteServed(kind.messageID, request);
+  watchListeners();
+}
+
+void CoreEngine::watchListeners() {
+  watchPort(mRecordingClient, mRecorder.client(), [this] { mRecorder.discard(); });
+  watchPort(mCapturingClient, mCapture.client(), [this] { mCapture.stop(mCapture.client()); });
 }
 
 void CoreEngine::handle(const DeviceEvent& event) {

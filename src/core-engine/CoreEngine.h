@@ -22,6 +22,7 @@
 #include "core-engine/storage/PosixFileSystem.h"
 #include "core-engine/storage/SettingsFile.h"
 #include "core-engine/storage/SettingsStore.h"
+#include "ports/PortWatch.h"
 #include "ports/RunLoop.h"
 
 namespace vorn::engine {
@@ -41,6 +42,8 @@ class CoreEngine : private RequestObserver {
   void willServe(const RequestKind& kind, const Request& request) override;
   void hasServed(const RequestKind& kind, const Request& request) override;
   void handle(const DeviceEvent& event);
+  // While somebody records or captures, the end of their port ends it.
+  void watchListeners();
 
   Log& mLog;
   RunLoop mLoop;
@@ -64,6 +67,8 @@ class CoreEngine : private RequestObserver {
   AssignmentPlayer mPlayer{mParts, mLauncher};
   VirtualMouseService mVirtualMouse{mDevice, mScheduler};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};
+  std::unique_ptr<PortWatch> mRecordingClient;
+  std::unique_ptr<PortWatch> mCapturingClient;
 };
 
 }  // namespace vorn::engine

@@ -12,8 +12,12 @@
 #include "core-engine/TestBundle.h"
 #include "link/PortEngineLink.h"
 #include "model/PropertyListCodec.h"
+#include "ports/BusConnection.h"
+#include "ports/BusMethodCall.h"
+#include "ports/DistributedNotificationCenter.h"
 #include "ports/MessagePort.h"
 #include "protocol/EngineProtocol.h"
+#include "support/BusPump.h"
 #include "support/ChildProcess.h"
 #include "support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
@@ -22,6 +26,8 @@ namespace vorn::engine::test {
 namespace {
 
 using vorn::test::ChildProcess;
+using vorn::test::serveBusUntil;
+using namespace std::chrono_literals;
 using vorn::test::PrivateBus;
 using Arguments = std::vector<std::string>;
 
@@ -287,6 +293,34 @@ TEST_F(CoreEngineProgram, DoesNotWaitForAClientThatTakesNoAnswers) {
     sendRequest(request().with("ResponseMsgPortName", "DeafPort"), MessageID::GetAllSettings);
   }
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+}
+
+TEST_F(CoreEngineProgram, TellsNoMoreKeysWhenTheClientThatCapturesThemVanishes) {
+  const auto engine = startEngine();
+  int keys = 0;
+  auto& center = DistributedNotificationCenter::defaultCenter();
+  center.addObserver(this, "SingleKeyEvent273", [&](const Notification&) { ++keys; });
+  const auto type = [] {
+    for (const bool isPressed : {true, false}) {
+      callBusMethod({"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"}, "Type",
+                    {{"u", 7}, {"u", 4}, {"b", isPressed}}, 20s);
+    }
+  };
+  {
+    PortEngineLink other("VanishingReplyPort");
+    ASSERT_TRUE(other.createLocalPort());
+    other.send(request().with("ResponseMsgPortName", "VanishingReplyPort"), MessageID::StartSingleKeyRecording);
+    ASSERT_TRUE(other.waitForReply());
+    type();
+    ASSERT_TRUE(serveBusUntil([&] { return keys == 1; }));
+  }
+  // As soon as the bus knows that the port is gone, so does the engine before it hears the next call.
+  ASSERT_TRUE(serveBusUntil([] { return !RemoteMessagePort::lookUp("VanishingReplyPort"); }));
+  type();
+  EXPECT_EQ(answerTo(MessageID::StopSingleKeyRecording, request())["ReturnStatus"], PropertyList(7));
+  ASSERT_TRUE(BusConnection::forThisThread().process());
+  EXPECT_EQ(keys, 1);
+  center.removeObserver(this);
 }
 
 TEST_F(CoreEngineProgram, LogsRequestsAndAnswersWhenAskedTo) {

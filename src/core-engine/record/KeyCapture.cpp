@@ -17,6 +17,7 @@ void KeyCapture::start(Purpose purpose, std::string client) {
 bool KeyCapture::stop(std::string_view client) {
   if (!mIsCapturing || client != mClient) return false;
   mIsCapturing = false;
+  mClient.clear();
   return true;
 }
 

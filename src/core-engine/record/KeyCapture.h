@@ -28,6 +28,8 @@ class KeyCapture {
   // False, and nothing happens, when the client has no capture.
   bool stop(std::string_view client);
   bool isCapturing() const { return mIsCapturing; }
+  // Whose capture runs; empty without one.
+  const std::string& client() const { return mClient; }
   // Looks at a key while capturing; ignored otherwise. Mouse buttons are no keys.
   void note(const KeyChanged& key);
 

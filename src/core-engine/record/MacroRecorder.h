@@ -51,6 +51,8 @@ class MacroRecorder {
   // Whether this client's recording runs or waits to be saved.
   bool belongsTo(std::string_view client) const { return mTask.macro >= 0 && mTask.client == client; }
   std::int64_t macro() const { return mTask.macro; }  // -1 without a recording
+  // Whose recording runs or waits to be saved; empty without one.
+  const std::string& client() const { return mTask.client; }
   // The events caught, an array of { command, delay, page, argument }.
   PropertyList events() const { return PropertyList::array(mEvents); }
   void discard();

@@ -12,8 +12,13 @@ void ClientRegistry::add(Client client) {
   mClients.push_back(std::move(client));
 }
 
-bool ClientRegistry::release(std::string_view sender) {
-  return std::erase_if(mClients, [&](const Client& client) { return client.sender == sender; }) > 0;
+std::vector<std::string> ClientRegistry::release(std::string_view sender) {
+  std::vector<std::string> ports;
+  for (const Client& client : mClients) {
+    if (client.sender == sender) ports.push_back(client.replyPort);
+  }
+  std::erase_if(mClients, [&](const Client& client) { return client.sender == sender; });
+  return ports;
 }
 
 void ClientRegistry::readsSettings(std::string_view replyPort) {

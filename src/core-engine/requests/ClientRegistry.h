@@ -29,8 +29,8 @@ class ClientRegistry {
 
   // A port has one registration, the latest. Where there are too many, the oldest goes.
   void add(Client client);
-  // Forgets the registrations of this connection. False when it had none.
-  bool release(std::string_view sender);
+  // Forgets the registrations of this connection. Their ports; empty when it had none.
+  std::vector<std::string> release(std::string_view sender);
   // The client with this port reads the settings.
   void readsSettings(std::string_view replyPort);
   bool showsDefaults(std::string_view replyPort) const;

@@ -29,7 +29,11 @@ Answer registerDevice(EngineParts& parts, const Request& request) {
 }
 
 Answer releaseDevice(EngineParts& parts, const Request& request) {
-  parts.clients.release(request.sender);
+  for (const std::string& port : parts.clients.release(request.sender)) {
+    // What was recorded can still be saved.
+    parts.recorder.stop(port);
+    parts.capture.stop(port);
+  }
   return std::nullopt;
 }
 

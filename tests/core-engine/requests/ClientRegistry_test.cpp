@@ -49,8 +49,8 @@ TEST_F(ClientRegistryTest, KnowsWhoShowsDefaultsUntilItReadsTheSettings) {
 TEST_F(ClientRegistryTest, ForgetsThoseWhoReleased) {
   registry.add(configurator);
   registry.add(tool);
-  EXPECT_TRUE(registry.release(":1.5"));
-  EXPECT_FALSE(registry.release(":1.5"));
+  EXPECT_EQ(registry.release(":1.5"), std::vector<std::string>{"ConfiguratorPort"});
+  EXPECT_EQ(registry.release(":1.5"), std::vector<std::string>());
   EXPECT_EQ(registry.present(), Clients{tool});
 }
 

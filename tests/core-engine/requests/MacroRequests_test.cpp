@@ -403,5 +403,29 @@ TEST(MacroRequests, KeepTheSettingsWholeWhateverIsAsked) {
   }
 }
 
+TEST_F(MacroRequestsTest, EndARecordingAndACaptureWhenTheirClientReleasesTheMouse) {
+  const std::string sender = ":1." + std::to_string(client.size());
+  clients.add({sender, client, wiredProductID});
+  startRecording(0, false);
+  press(4);
+  ask(MessageID::StartSingleKeyRecording, {});
+  const auto releaseBy = [&](const std::string& who) {
+    const Bytes data = encodeBinaryPropertyList(PropertyList::dictionary({{"ProductID", 273}})).value();
+    dispatcher.receive({static_cast<std::int32_t>(MessageID::ReleaseDevice), data, who});
+  };
+  releaseBy(":1.99");
+  EXPECT_TRUE(recorder.isRecording());
+  EXPECT_TRUE(capture.isCapturing());
+  releaseBy(sender);
+  EXPECT_FALSE(recorder.isRecording());
+  EXPECT_FALSE(capture.isCapturing());
+  news.posted.clear();
+  press(5);
+  EXPECT_TRUE(news.posted.empty());
+  // What was recorded until then can still be saved.
+  EXPECT_EQ(saveRecording(0, false), status(ReturnStatus::Done));
+  EXPECT_EQ(store.bundle()["Macros"].at(0)["sequence"]["events"].size(), 1U);
+}
+
 }  // namespace
 }  // namespace vorn::engine::test
