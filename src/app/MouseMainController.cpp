@@ -1,13 +1,16 @@
 #include "app/MouseMainController.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
+#include <algorithm>
 
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
@@ -313,8 +316,10 @@ void MouseMainController::reload() {
 }
 
 void MouseMainController::updateControlsWithState(bool state) {
+  if (!state) closeSheetsOfTabs();
   // The focus of a control that is disabled would go on to a button that opens the browser.
-  const bool takesFocus = !state && mMouseTabView->isAncestorOf(QApplication::focusWidget());
+  const bool takesFocus = !state && mMouseTabView->isAncestorOf(mWindow.focusWidget());
+  mAreTabsEnabled = state;
   mMouseButtonController->enableControlsState(state);
   mMousePerformanceController->enableControlsState(state);
   mMouseProfilesController->enableControlsState(state);
@@ -330,7 +335,21 @@ void MouseMainController::updateProfilesControlState(bool state) {
   } else {
     mBusyIndicator->start();
   }
-  mMouseProfilesController->enableControlsState(state);
+  // The mouse may have gone meanwhile.
+  mMouseProfilesController->enableControlsState(state && mAreTabsEnabled);
+}
+
+void MouseMainController::closeSheetsOfTabs() {
+  while (QWidget* menu = QApplication::activePopupWidget()) {
+    if (!menu->close()) break;
+  }
+  // One that lies upon another is the later one and goes first.
+  QList<QDialog*> dialogs = mWindow.findChildren<QDialog*>();
+  std::reverse(dialogs.begin(), dialogs.end());
+  for (const QPointer<QDialog>& dialog : QList<QPointer<QDialog>>(dialogs.begin(), dialogs.end())) {
+    if (dialog == mDeviceConnectionWindow || dialog == restoringStateWindow) continue;
+    if (dialog && dialog->isVisible() && dialog->isModal()) dialog->reject();
+  }
 }
 
 void MouseMainController::setPresence(Presence presence) {

@@ -220,7 +220,10 @@ class MouseMainController : public QObject,
   // The bundle of an answered switch, with what a deletion before it leaves to do. Redraws nothing.
   void takeSwitch(const vorn::PropertyList& bundle, int profileID);
   int profileTableRow() const;
-  void reload();          // loadLatestSettings, setProperties, updateUISettings
+  void reload();  // loadLatestSettings, setProperties, updateUISettings
+  // Every menu, sheet, alert and panel of a tab closes as by its Cancel, so that nothing is written. The hub's own
+  // stay.
+  void closeSheetsOfTabs();
   void redrawDefaults();  // shows the default settings in place of the engine's
   void setPresence(Presence presence);
   // The strip follows whether an engine that was there answers.
@@ -280,6 +283,7 @@ class MouseMainController : public QObject,
   std::unique_ptr<vorn::VRCDictionaryInspector> mDictionaryInspector;  // stays empty
   bool mMessagePortRunning = false;
 
+  bool mAreTabsEnabled = true;  // false while no mouse is there, or its engine is not
   bool mShowsDefaults = false;  // the working copy comes from the default file
   vorn::PropertyList mChangeNote;
 

@@ -6,8 +6,13 @@ namespace skarn {
 
 QWidget* MacroNameDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
   auto* editor = new QLineEdit(parent);
+  mEditor = editor;
   emit editingStarted(index.row());
   return editor;
+}
+
+void MacroNameDelegate::discardEdit() {
+  if (mEditor) emit closeEditor(mEditor, RevertModelCache);
 }
 
 void MacroNameDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {

@@ -1,6 +1,8 @@
 // The rows of the table of macros, whose names are edited in place. Main thread.
 #pragma once
 
+#include <QPointer>
+
 #include "widgets/RowDelegate.h"
 
 namespace skarn {
@@ -11,6 +13,9 @@ class MacroNameDelegate : public RowDelegate {
  public:
   using RowDelegate::RowDelegate;
 
+  // Ends an edit without a rename. Nothing without one.
+  void discardEdit();
+
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
   // Begins with the whole name selected; what is being typed outlives a reload of the table.
@@ -19,6 +24,9 @@ class MacroNameDelegate : public RowDelegate {
  signals:
   void editingStarted(int row) const;
   void editingEnded() const;  // after a commit or a cancel
+
+ private:
+  mutable QPointer<QWidget> mEditor;
 };
 
 }  // namespace skarn

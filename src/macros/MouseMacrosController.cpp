@@ -61,6 +61,7 @@ MouseMacrosController::MouseMacrosController(QWidget* parent)
       mUi(std::make_unique<Ui::MouseMacrosController>()),
       mModel(new MacrosTableModel(this)),
       mDetailsModel(new MacroDetailsModel(this)),
+      mNames(new MacroNameDelegate(this)),
       mEditDelayWindow(new MacroDelaySheet(this)),
       mEditEventWindow(new MacroEventSheet(this)),
       mBeep([] { QApplication::beep(); }) {
@@ -87,17 +88,16 @@ void MouseMacrosController::awakeFromNib() {
 
 void MouseMacrosController::setUpTables() {
   NSTableViewMacroSubClass& macros = *mUi->mMacroTableView;
-  auto* names = new MacroNameDelegate(this);
   macros.setMMacrosController(this);
   macros.setModel(mModel);
-  macros.setItemDelegate(names);
+  macros.setItemDelegate(mNames);
   macros.horizontalHeader()->setSectionResizeMode(MacrosTableModel::Name, QHeaderView::Stretch);
   macros.horizontalHeader()->setSectionResizeMode(MacrosTableModel::Events, QHeaderView::Fixed);
   connect(macros.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MouseMacrosController::macroTableViewSelectionDidChange);
   connect(mModel, &MacrosTableModel::nameEdited, this, &MouseMacrosController::nameEdited);
-  connect(names, &MacroNameDelegate::editingStarted, this, &MouseMacrosController::nameEditingStarted);
-  connect(names, &MacroNameDelegate::editingEnded, this, &MouseMacrosController::nameEditingEnded);
+  connect(mNames, &MacroNameDelegate::editingStarted, this, &MouseMacrosController::nameEditingStarted);
+  connect(mNames, &MacroNameDelegate::editingEnded, this, &MouseMacrosController::nameEditingEnded);
 
   NSTableViewMacroDetailsSubClass& lines = *mUi->mMacroDetailsTableView;
   lines.setMMacrosController(this);
@@ -197,6 +197,8 @@ void MouseMacrosController::setStateOfTables(bool enabled) {
 
 void MouseMacrosController::enableControlsState(bool enabled) {
   mHasDeviceConnected = enabled;
+  // A table that is disabled would take the typed name over.
+  if (!enabled) mNames->discardEdit();
   setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
   if (enabled && !isSessionRunning()) setStateOfTables(true);
   updateControls();

@@ -37,6 +37,7 @@ namespace skarn {
 class MacroDelaySheet;
 class MacroDetailsModel;
 class MacroEventSheet;
+class MacroNameDelegate;
 class MacrosTableModel;
 struct MacroMenuEntry;
 struct MacroMenuState;
@@ -200,6 +201,7 @@ class MouseMacrosController : public QWidget {
   std::unique_ptr<Ui::MouseMacrosController> mUi;
   MacrosTableModel* mModel;
   MacroDetailsModel* mDetailsModel;
+  MacroNameDelegate* mNames;
   MacroDelaySheet* mEditDelayWindow;
   MacroEventSheet* mEditEventWindow;
   std::function<void()> mBeep;

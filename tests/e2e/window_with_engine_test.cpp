@@ -1,11 +1,18 @@
 // The real window in this process, and the real engine in another one, whose mouse is plugged, pressed and emptied.
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QTabBar>
 #include <QTest>
+#include <algorithm>
 
 #include "e2e/OpenWindow.h"
 #include "e2e/OtherClient.h"
 #include "e2e/VirtualMouse.h"
+#include "macros/MouseMacrosController.h"
 #include "platform/Localization.h"
 #include "support/QtTests.h"
+#include "widgets/PopUpButton.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -14,6 +21,8 @@ using vorn::PropertyList;
 using vorn::test::VirtualMouse;
 namespace keys = vorn::keys;
 namespace requestKeys = vorn::requestKeys;
+
+using Open = void (*)(OpenWindow&);
 
 class WindowWithEngineTest : public QObject {
   Q_OBJECT
@@ -35,6 +44,10 @@ class WindowWithEngineTest : public QObject {
   void a_macro_added_by_another_client_is_shown();
   void changes_of_its_own_are_told_in_its_name_and_not_read_again_data();
   void changes_of_its_own_are_told_in_its_name_and_not_read_again();
+  void what_is_open_when_the_mouse_goes_closes_and_writes_nothing_data();
+  void what_is_open_when_the_mouse_goes_closes_and_writes_nothing();
+  void the_keyboard_stays_at_the_tabs_when_the_mouse_goes_under_a_sheet();
+  void a_deletion_that_ends_after_the_mouse_went_leaves_the_tab_disabled();
   void an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened();
   void a_mouse_that_went_while_no_engine_ran_is_noticed();
 
@@ -190,6 +203,88 @@ void WindowWithEngineTest::changes_of_its_own_are_told_in_its_name_and_not_read_
   QVERIFY(sources[0] == PropertyList(vorn::configuratorIdentifier));
   QCOMPARE(open.requests(MessageID::GetAllSettings), before);
   QCOMPARE(open.setting(key.toStdString()).toInt(), value);
+}
+
+void WindowWithEngineTest::what_is_open_when_the_mouse_goes_closes_and_writes_nothing_data() {
+  QTest::addColumn<Open>("openIt");
+  QTest::addRow("the alert of a deletion") << Open{[](OpenWindow& open) {
+    open.showTab("MouseProfilesController");
+    open.find<QAbstractButton>("mDeleteProfile")->click();
+  }};
+  QTest::addRow("the sheet of the stages") << Open{[](OpenWindow& open) {
+    open.showTab("MousePerformanceController");
+    open.find<QAbstractButton>("mSensitivityStages")->click();
+    open.find<QAbstractButton>("mStageAddButton")->click();
+  }};
+  QTest::addRow("the panel of an import") << Open{[](OpenWindow& open) {
+    open.showTab("MouseMacrosController");
+    open.find<MouseMacrosController>("MouseMacrosController")->loadPanel();
+  }};
+  QTest::addRow("a typed macro name") << Open{[](OpenWindow& open) {
+    open.showTab("MouseMacrosController");
+    auto* table = open.find<QTableView>("mMacroTableView");
+    table->selectRow(0);
+    table->edit(table->currentIndex());
+    auto* editor = table->findChild<QLineEdit*>();
+    QVERIFY(editor != nullptr);
+    QTest::keyClicks(editor, QStringLiteral("half a na"));
+  }};
+  QTest::addRow("the menu of a control") << Open{[](OpenWindow& open) {
+    open.showTab("MouseButtonController");
+    open.find<PopUpButton>("mButtonFour")->openMenu();
+  }};
+}
+
+void WindowWithEngineTest::what_is_open_when_the_mouse_goes_closes_and_writes_nothing() {
+  QFETCH(Open, openIt);
+  OtherClient other;
+  other.addProfile(PropertyList::dictionary({{keys::ProfileName, "Second"}}));
+  other.ask(
+      MessageID::AddMacro,
+      PropertyList::dictionary({{requestKeys::MacroContents, PropertyList::dictionary({{keys::MacroName, "Greet"}})}}));
+  OpenWindow open;
+  open.awaitAnnouncement();
+  const PropertyList before = other.bundle();
+  openIt(open);
+  const auto isSomethingOpen = [&open] {
+    if (QApplication::activePopupWidget() != nullptr) return true;
+    if (open.find("mMacroTableView")->findChild<QLineEdit*>() != nullptr) return true;
+    return std::ranges::any_of(open.window().findChildren<QDialog*>(), [](const QDialog* dialog) {
+      return dialog->isVisible() && dialog->objectName() != QLatin1String("mDeviceConnectionWindow");
+    });
+  };
+  QVERIFY(isSomethingOpen());
+  QVERIFY(VirtualMouse::unplug());
+  QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
+  QTRY_VERIFY_WITH_TIMEOUT(!isSomethingOpen(), deadline);
+  QVERIFY(!open.isEnabled());
+  QVERIFY(other.bundle() == before);
+}
+
+void WindowWithEngineTest::the_keyboard_stays_at_the_tabs_when_the_mouse_goes_under_a_sheet() {
+  OtherClient().addProfile(PropertyList::dictionary({{keys::ProfileName, "Second"}}));
+  OpenWindow open;
+  open.awaitAnnouncement();
+  open.showTab("MouseProfilesController");
+  open.find("mProfilesTableView")->setFocus();
+  open.find<QAbstractButton>("mDeleteProfile")->click();
+  QVERIFY(VirtualMouse::unplug());
+  QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
+  open.find<QAbstractButton>("mDeviceConnectionOK")->click();
+  QVERIFY(!open.asksForTheMouse());
+  QCOMPARE(open.window().focusWidget(), static_cast<QWidget*>(open.find<QTabWidget>("mMouseTabView")->tabBar()));
+}
+
+void WindowWithEngineTest::a_deletion_that_ends_after_the_mouse_went_leaves_the_tab_disabled() {
+  OtherClient().addProfile(PropertyList::dictionary({{keys::ProfileName, "Second"}}));
+  OpenWindow open;
+  open.awaitAnnouncement();
+  QVERIFY(VirtualMouse::unplug());
+  QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
+  // Confirmed in the last moment: the news was still on its way.
+  open.hub().deleteProfileWithProfileID(1);
+  QCOMPARE(open.hub().mProfilesArray().size(), std::size_t{1});
+  QVERIFY(!open.isEnabled());
 }
 
 void WindowWithEngineTest::an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened() {
