@@ -963,9 +963,25 @@
         <source>Record</source>
         <translation>Record</translation>
     </message>
+    <message id="lkeyRecordGoneDesc">
+        <source>It was deleted or renamed meanwhile, by another program or on the mouse. Nothing was changed.</source>
+        <translation>It was deleted or renamed meanwhile, by another program or on the mouse. Nothing was changed.</translation>
+    </message>
+    <message id="lkeyRecordGoneTitle">
+        <source>“%1” is no longer there</source>
+        <translation>“%1” is no longer there</translation>
+    </message>
     <message id="lkeyRecordIsNotWritable">
         <source>This profile or macro cannot be put into a file.</source>
         <translation>This profile or macro cannot be put into a file.</translation>
+    </message>
+    <message id="lkeyRecordingLostDesc">
+        <source>“%1” was deleted while it was being recorded.</source>
+        <translation>“%1” was deleted while it was being recorded.</translation>
+    </message>
+    <message id="lkeyRecordingLostTitle">
+        <source>The recording has ended</source>
+        <translation>The recording has ended</translation>
     </message>
     <message id="lkeyReduceBrightness">
         <source>Light brightness on battery</source>

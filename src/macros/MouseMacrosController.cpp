@@ -18,6 +18,8 @@
 #include "macros/NumberOnlyTextField.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
+#include "model/eventParser.h"
+#include "platform/GoneAlert.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
 #include "protocol/EngineProtocol.h"
@@ -229,7 +231,8 @@ void MouseMacrosController::updateControls() {
       {mUi->mAddMacroDetails, whyDisabled(Needs::Macro, areOffered)},
       {mUi->mSettingsMacroDetails, whyDisabled(Needs::Macro, areOffered)},
       {mUi->mDeleteMacroDetails, whyDisabled(Needs::Line, areOffered)},
-      {mUi->mRecordMacroDetails, whyDisabled(Needs::Macro, true)},
+      // What records can always be stopped.
+      {mUi->mRecordMacroDetails, whyDisabled(isSessionRunning() ? Needs::Nothing : Needs::Macro, true)},
       {mUi->mMacroTableView, whyDisabled(Needs::Nothing, mIsMacroTableOffered)},
       {mUi->mMacroDetailsTableView, whyDisabled(Needs::Nothing, true)},
   };
@@ -264,7 +267,11 @@ void MouseMacrosController::refreshTableDisplay() {
   if (selected >= static_cast<int>(macrosSettingsArray.size())) deselectAll(*mUi->mMacroTableView);
   mModel->setMacros(macrosSettingsArray);
   mIsReloading = false;
-  if (selectedMacro() != selected) macroTableViewSelectionDidChange();
+  if (mRecorded) {
+    followRecordedMacro();
+  } else if (const int row = selectedMacro(); row != selected || (row >= 0 && !areLinesOf(row))) {
+    macroTableViewSelectionDidChange();
+  }
   updateVisibleParts();
   updateControls();
 }
@@ -277,6 +284,16 @@ void MouseMacrosController::macroTableViewSelectionDidChange() {
   fetchLines();
 }
 
+bool MouseMacrosController::areLinesOf(int row) {
+  const PropertyList& record = macrosSettingsArray.at(row);
+  if (record == mShownRecord) return true;
+  const bool isSame = record[keys::MacroName] == mShownRecord[keys::MacroName] &&
+                      vorn::eventParser::getMessagesArray(record[keys::Sequence][keys::Events].arrayOrEmpty()) ==
+                          mDetailsModel->lines();
+  if (isSame) mShownRecord = record;
+  return isSame;
+}
+
 void MouseMacrosController::selectMacroRow(int row) {
   mUi->mMacroTableView->selectRow(row);
   mUi->mMacroTableView->scrollTo(mModel->index(row, MacrosTableModel::Name));
@@ -284,7 +301,9 @@ void MouseMacrosController::selectMacroRow(int row) {
 
 void MouseMacrosController::fetchLines() {
   const int macro = macroToAsk();
-  if (macro >= 0) macroDelegate->getMacroDetailsForMacroAtIndex(macro);
+  if (macro < 0) return;
+  mShownRecord = macrosSettingsArray.at(macro);
+  macroDelegate->getMacroDetailsForMacroAtIndex(macro);
 }
 
 // --- New, delete, rename, files
@@ -309,22 +328,30 @@ void MouseMacrosController::clickAddMacro() {
 }
 
 void MouseMacrosController::clickDeleteMacro() {
-  if (macroToAsk() < 0) return;
+  const int row = macroToAsk();
+  if (row < 0) return;
+  const vorn::RememberedRecord macro(macrosSettingsArray, row, keys::MacroName);
   Alert::show(sheetWindow(), localized("lkeyDeleteMacroAlertTitle"), localized("lkeyDeleteMacroAlertDesc"),
-              {localized("lkeyOK"), localized("lkeyCancel")}, [guard = QPointer(this)](int returnCode) {
-                if (guard && returnCode == Alert::firstButtonReturn) guard->deleteMacro();
+              {localized("lkeyOK"), localized("lkeyCancel")}, [guard = QPointer(this), macro](int returnCode) {
+                if (guard && returnCode == Alert::firstButtonReturn) guard->deleteMacro(macro);
               });
 }
 
-void MouseMacrosController::deleteMacro() {
+void MouseMacrosController::deleteMacro(const vorn::RememberedRecord& macro) {
   refreshTableDisplay();
-  const int row = macroToAsk();
-  if (row < 0) return;
+  if (macroDelegate == nullptr) return;
+  const auto place = macro.placeIn(macrosSettingsArray);
+  if (!place) {
+    showGoneAlert(sheetWindow(), QString::fromStdString(macro.name()));
+    return;
+  }
+  const int row = static_cast<int>(*place);
+  if (row != selectedMacro()) selectMacroRow(row);
+  const PropertyList before = mShownRecord;
   macroDelegate->deleteMacroAtIndex(row);
   refreshTableDisplay();
-  // Another macro may have moved into the row.
-  showLines(PropertyList::array());
-  fetchLines();
+  // Where another macro has moved into the row, its lines are there already.
+  if (mShownRecord == before) fetchLines();
   const int count = mModel->rowCount();
   if (count > 0) selectMacroRow(std::min(row, count - 1));
   mUi->mMacroTableView->setFocus();
@@ -357,6 +384,8 @@ void MouseMacrosController::nameEdited(int row, const QString& text) {
   macrosSettingsArray = macrosSettingsArray.replacing(row, nameless);
   const std::string name = checkForDuplicateMacroName(macrosSettingsArray, text.toStdString());
   macrosSettingsArray = macrosSettingsArray.replacing(row, nameless.with(keys::MacroName, name));
+  // The same macro under another name.
+  if (row == selectedMacro()) mShownRecord = macrosSettingsArray.at(row);
   refreshTableDisplay();
   macroDelegate->renameMacroAtIndex(row, name);
   isRenamingMacroName = false;

@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,6 +27,7 @@
 #include "macros/MacroControllerDelegate.h"
 #include "model/NotificationCenter.h"
 #include "model/PropertyList.h"
+#include "model/RememberedRecord.h"
 
 class QAction;
 class QMenu;
@@ -179,10 +181,16 @@ class MouseMacrosController : public QWidget {
   QWidget* sheetWindow() const { return macrosWindow ? macrosWindow.data() : window(); }
   int macroToAsk() const;  // the selected macro, -1 without one or without anybody to ask
   void fetchLines();
+  // Whether the lines that are shown are those of the macro in this row.
+  bool areLinesOf(int row);
   void showLines(const vorn::PropertyList& lines);
   void beginRecording();
   void endRecording();
-  void deleteMacro();
+  void rememberRecordedMacro(int row);
+  // A new list has come: the recorded macro stays the selected one wherever it stands now.
+  void followRecordedMacro();
+  void recordedMacroIsGone();
+  void deleteMacro(const vorn::RememberedRecord& macro);
   void nameEdited(int row, const QString& text);
   void nameEditingStarted(int row);
   void nameEditingEnded();
@@ -206,6 +214,9 @@ class MouseMacrosController : public QWidget {
   MacroEventSheet* mEditEventWindow;
   std::function<void()> mBeep;
 
+  vorn::PropertyList mShownRecord;                  // whose lines are shown
+  std::optional<vorn::RememberedRecord> mRecorded;  // while a recording runs: what it is for
+  std::size_t mMacroCountAtRecording = 0;
   vorn::PropertyList macrosSettingsArray = vorn::PropertyList::array();
   MacroControllerDelegate* macroDelegate = nullptr;
   QPointer<QWidget> macrosWindow;

@@ -6,14 +6,18 @@
 #include "macros/MacroSheets.h"
 #include "macros/MacrosTableModel.h"
 #include "macros/MouseMacrosController.h"
+#include "model/SettingsKeys.h"
 #include "model/eventParser.h"
+#include "platform/Localization.h"
 #include "protocol/EngineProtocol.h"
 #include "ui_MouseMacrosController.h"
+#include "widgets/Alert.h"
 
 namespace skarn {
 
 using vorn::Notification;
 using vorn::PropertyList;
+namespace keys = vorn::keys;
 namespace newsKeys = vorn::newsKeys;
 
 namespace {
@@ -61,6 +65,7 @@ void MouseMacrosController::clickAddMacroDetails() {
   setRecordTitle(true);
   mUi->mRecordMacroDetails->setFocus();
   mUi->mMacroDetailsTableView->clearSelection();
+  rememberRecordedMacro(macro);
   macroDelegate->startMacroRecording(true, macro);
 }
 
@@ -84,10 +89,45 @@ void MouseMacrosController::beginRecording() {
   mUi->mRecordMacroDetails->setFocus();
   showLines(PropertyList::array());
   offerLineDeletion(selectedLine() >= 0);
+  rememberRecordedMacro(macro);
   macroDelegate->startMacroRecording(mIsAppendMacro, macro);
 }
 
+void MouseMacrosController::rememberRecordedMacro(int row) {
+  mRecorded.emplace(macrosSettingsArray, row, keys::MacroName);
+  mMacroCountAtRecording = macrosSettingsArray.size();
+}
+
+void MouseMacrosController::followRecordedMacro() {
+  auto place = mRecorded->placeIn(macrosSettingsArray);
+  // In a list of the same length it has only got another name.
+  if (!place && macrosSettingsArray.size() == mMacroCountAtRecording) place = selectedMacro();
+  if (!place || *place < 0) return recordedMacroIsGone();
+  const int row = static_cast<int>(*place);
+  if (row != selectedMacro()) {
+    mIsReloading = true;
+    selectMacroRow(row);
+    mIsReloading = false;
+  }
+  rememberRecordedMacro(row);
+}
+
+void MouseMacrosController::recordedMacroIsGone() {
+  const QString name = QString::fromStdString(mRecorded->name());
+  mRecorded.reset();
+  isRecording = false;
+  mIsAppendMacro = false;
+  // The engine has dropped the recording with the macro: no last batch follows.
+  mIsStopRecording = false;
+  setRecordTitle(false);
+  setStateOfTables(true);
+  macroTableViewSelectionDidChange();
+  Alert::show(sheetWindow(), localized("lkeyRecordingLostTitle"), localized("lkeyRecordingLostDesc").arg(name),
+              {localized("lkeyOK")});
+}
+
 void MouseMacrosController::endRecording() {
+  mRecorded.reset();
   isRecording = false;
   mIsStopRecording = true;
   setRecordTitle(false);
@@ -124,6 +164,7 @@ void MouseMacrosController::tabViewDidSelectTabViewItem(const QWidget* page) {
     return;
   }
   setRecordTitle(false);
+  mRecorded.reset();
   isRecording = false;
   mIsStopRecording = true;
   setStateOfTableButtonsWithState(true);

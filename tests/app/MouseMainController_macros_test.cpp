@@ -158,6 +158,8 @@ void MacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
   QApplication::setActiveWindow(&fixture.window);
   fixture.link.answer(MessageID::GetAllSettings,
                       allSettingsAnswer(bundleWith({"Work"}, {"Greet", "Jump", "Untitled Macro"})));
+  fixture.link.answer(MessageID::GetMacroDetails,
+                      PropertyList::dictionary({{"MacroSequences", PropertyList::array()}}));
   fixture.click("mAddMacro");
   QVERIFY(fixture.sent() ==
           (std::vector<MessageID>{MessageID::GetMacroDetails, MessageID::AddMacro, MessageID::GetAllSettings}));

@@ -7,6 +7,7 @@
 #include <QTabWidget>
 
 #include "e2e/OpenWindow.h"
+#include "e2e/OtherClient.h"
 #include "e2e/VirtualMouse.h"
 #include "macros/MacroMenus.h"
 #include "macros/MouseMacrosController.h"
@@ -93,6 +94,25 @@ class OpenMacros : public OpenWindow {
   }
 };
 
+// A macro "Mn" of n events.
+void addMacro(OtherClient& other, int count) {
+  std::vector<PropertyList> events;
+  for (int event = 0; event < count; ++event) {
+    events.push_back(PropertyList::dictionary(
+        {{keys::Command, 1}, {keys::Delay, 20}, {keys::Page, keyboardPage}, {keys::Argument, keyA + event}}));
+  }
+  other.ask(vorn::MessageID::AddMacro,
+            PropertyList::dictionary(
+                {{vorn::requestKeys::MacroContents,
+                  PropertyList::dictionary(
+                      {{keys::MacroName, "M" + std::to_string(count)},
+                       {keys::Sequence, PropertyList::dictionary({{keys::Events, PropertyList::array(events)}})}})}}));
+}
+
+void deleteMacro(OtherClient& other, int macro) {
+  other.ask(vorn::MessageID::DeleteMacro, PropertyList::dictionary({{vorn::requestKeys::MacroID, macro}}));
+}
+
 QStringList eventLines(const QStringList& lines) {
   QStringList events;
   for (int row = 0; row < lines.size(); row += 2) events << lines[row];
@@ -146,6 +166,51 @@ class MacrosWithEngineTest : public QObject {
     QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
     open.recordMacro(QStringLiteral("Combo"));
     editMacro(open);
+  }
+
+  void the_lines_are_those_of_the_macro_in_the_row_when_another_program_deletes_one() {
+    OtherClient other;
+    for (int events = 1; events <= 3; ++events) addMacro(other, events);
+    OpenMacros open;
+    open.find<QTableView>("mMacroTableView")->selectRow(1);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
+    deleteMacro(other, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(open.names(), (QStringList{"M2", "M3"}), deadline);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 5, deadline);
+  }
+
+  void a_recording_follows_its_macro_that_moves_up_and_is_saved() {
+    OtherClient other;
+    for (int events = 1; events <= 3; ++events) addMacro(other, events);
+    OpenMacros open;
+    open.find<QTableView>("mMacroTableView")->selectRow(2);
+    open.click("mRecordMacroDetails");
+    QVERIFY(VirtualMouse::type(keyboardPage, keyA));
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
+    deleteMacro(other, 0);
+    QTRY_COMPARE_WITH_TIMEOUT(open.names(), (QStringList{"M2", "M3"}), deadline);
+    QVERIFY(VirtualMouse::type(keyboardPage, keyB));
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 7, deadline);
+    open.click("mRecordMacroDetails");
+    QCOMPARE(open.recordTitle(), QStringLiteral("Record"));
+    QCOMPARE(open.lineCount(), 7);
+    const PropertyList macros = other.bundle()[keys::Macros];
+    QCOMPARE(macros.at(0)[keys::Sequence][keys::Events].size(), std::size_t{2});
+    QCOMPARE(macros.at(1)[keys::Sequence][keys::Events].size(), std::size_t{4});
+  }
+
+  void a_recording_whose_macro_is_deleted_by_another_program_ends() {
+    OtherClient other;
+    for (int events = 1; events <= 2; ++events) addMacro(other, events);
+    OpenMacros open;
+    open.find<QTableView>("mMacroTableView")->selectRow(1);
+    open.click("mRecordMacroDetails");
+    QCOMPARE(open.recordTitle(), QStringLiteral("Stop"));
+    deleteMacro(other, 1);
+    QTRY_COMPARE_WITH_TIMEOUT(open.recordTitle(), QStringLiteral("Record"), deadline);
+    QVERIFY(open.find("mMacroTableView")->isEnabled());
+    QVERIFY(open.window().findChild<QMessageBox*>(QStringLiteral("alert")) != nullptr);
+    QCOMPARE(open.names(), QStringList("M1"));
   }
 
   void an_exported_macro_comes_back_as_it_was() {

@@ -224,6 +224,7 @@ class MacroTablesTest : public QObject {
     QCOMPARE(events(0), 3);
     at.tab->refreshTableDisplay();
     QCOMPARE(events(0), 3);
+    at.delegate.answersDetails = false;
     at.tab->setMMacrosSettingsArray(PropertyList::array({macro("Fireball", {macroEvent(1, 9)})}));
     at.tab->refreshTableDisplay();
     QCOMPARE(events(0), 1);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "macros/MacrosFixture.h"
+#include "model/eventParser.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -412,14 +413,19 @@ class MacrosListTest : public QObject {
     QVERIFY(!fixture.find("mDeleteMacroDetails")->isEnabled());
   }
 
-  void aReloadKeepsTheSelectedRowsByTheirIndex() {
+  void aReloadKeepsTheSelectedRowByItsIndexAndShowsTheLinesOfTheMacroThatStandsThere() {
     MacrosFixture fixture;
     fixture.selectMacro(1);
     fixture.tab->setMMacrosSettingsArray(macrosNamed({"A", "B", "C", "D"}));
+    fixture.delegate.lines[1] = linesOfEvents(2);
     fixture.tab->refreshTableDisplay();
     QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 1);
+    QCOMPARE(fixture.delegate.take(), QStringList("getMacroDetailsForMacroAtIndex(1)"));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(2));
+    // The same list again is no news.
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"A", "B", "C", "D"}));
+    fixture.tab->refreshTableDisplay();
     QCOMPARE(fixture.delegate.take(), QStringList());
-    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(1));
     // A row that is gone takes its selection with it; no other is selected in its place.
     fixture.tab->setMMacrosSettingsArray(macrosNamed({"A"}));
     fixture.tab->refreshTableDisplay();
@@ -427,6 +433,60 @@ class MacrosListTest : public QObject {
     QCOMPARE(fixture.delegate.take(), QStringList());
     QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
     QVERIFY(!fixture.find("mRecordMacroDetails")->isEnabled());
+  }
+
+  void aReloadWithOtherEventsOfTheSameMacroShowsThem() {
+    MacrosFixture fixture({"A"});
+    fixture.selectMacro(0);
+    const auto withEvents = [](int count) {
+      std::vector<PropertyList> events;
+      for (int i = 0; i < count; ++i) {
+        events.push_back(PropertyList::dictionary({{"command", 1}, {"delay", 20}, {"page", 7}, {"argument", 4 + i}}));
+      }
+      return PropertyList::array({macrosNamed({"A"}).at(0).with(
+          "sequence", PropertyList::dictionary({{"events", PropertyList::array(std::move(events))}}))});
+    };
+    fixture.delegate.lines[0] = vorn::eventParser::getMessagesArray(withEvents(2).at(0)["sequence"]["events"]);
+    fixture.tab->setMMacrosSettingsArray(withEvents(2));
+    fixture.tab->refreshTableDisplay();
+    QCOMPARE(fixture.delegate.take(), QStringList("getMacroDetailsForMacroAtIndex(0)"));
+    QCOMPARE(fixture.tab->mMacroDetailsArray().size(), std::size_t{3});
+    // What the table shows already is not asked for again.
+    const PropertyList longer = withEvents(3);
+    fixture.tab->updateSelectedMacroWithMacroDetails(
+        vorn::eventParser::getMessagesArray(longer.at(0)["sequence"]["events"]));
+    fixture.tab->setMMacrosSettingsArray(longer);
+    fixture.tab->refreshTableDisplay();
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void aConfirmedDeletionDeletesTheMacroThatTheAlertWasOpenedFor() {
+    MacrosFixture fixture({"A", "B", "C"});
+    fixture.selectMacro(1);
+    fixture.find<QAbstractButton>("mDeleteMacro")->click();
+    auto* alert = fixture.window.findChild<QMessageBox*>(QStringLiteral("alert"));
+    QVERIFY(alert != nullptr);
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"B", "C"}));
+    fixture.tab->refreshTableDisplay();
+    fixture.delegate.take();
+    alert->buttons().constFirst()->click();
+    QVERIFY(fixture.delegate.take().contains(QStringLiteral("deleteMacroAtIndex(0)")));
+  }
+
+  void aConfirmedDeletionOfAMacroThatIsGoneDeletesNothingAndSaysSo() {
+    MacrosFixture fixture({"A", "B", "C"});
+    fixture.selectMacro(1);
+    fixture.find<QAbstractButton>("mDeleteMacro")->click();
+    auto* alert = fixture.window.findChild<QMessageBox*>(QStringLiteral("alert"));
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"A", "C"}));
+    fixture.tab->refreshTableDisplay();
+    fixture.delegate.take();
+    alert->buttons().constFirst()->click();
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    const auto alerts = fixture.window.findChildren<QMessageBox*>(QStringLiteral("alert"));
+    QVERIFY(std::ranges::any_of(alerts, [](const QMessageBox* shown) {
+      return shown->isVisible() && shown->text() == localized("lkeyRecordGoneTitle").arg(QLatin1String("B"));
+    }));
   }
 
   void withoutAMouseEverythingIsDisabledAndSaysWhy() {

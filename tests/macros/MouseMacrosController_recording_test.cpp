@@ -1,4 +1,5 @@
 // The Macros tab records, appends and stops.
+#include <QMessageBox>
 #include <QShortcut>
 
 #include "macros/MacrosFixture.h"
@@ -256,15 +257,14 @@ class MacrosRecordingTest : public QObject {
     QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
   }
 
-  void aMacroThatIsGoneIsStoppedButNotSaved() {
+  void aRecordingThatHasEndedWithItsMacroIsNotStoppedAgain() {
     MacrosFixture fixture;
     fixture.selectMacro(2);
     fixture.click("mRecordMacroDetails");
     fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
     fixture.tab->refreshTableDisplay();
-    fixture.delegate.take();
     fixture.tab->stopAllMacroRecording();
-    QCOMPARE(fixture.delegate.take(), QStringList{"stopMacroRecording()"});
+    QCOMPARE(fixture.delegate.take().last(), QStringLiteral("startMacroRecording(NO, 2)"));
     QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
     QVERIFY(fixture.macros()->isEnabled());
   }
@@ -337,6 +337,53 @@ class MacrosRecordingTest : public QObject {
     QCOMPARE(fixture.delegate.take().constFirst(), QStringLiteral("stopMacroRecording()"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::ControlModifier);
     QCOMPARE(shortcuts, 1);
+  }
+
+  void aRecordingFollowsItsMacro() {
+    MacrosFixture fixture({"A", "B", "C"});
+    fixture.selectMacro(2);
+    fixture.find<QAbstractButton>("mRecordMacroDetails")->click();
+    fixture.delegate.take();
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"B", "C"}));
+    fixture.tab->refreshTableDisplay();
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 1);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    // Another name of the same macro is no loss.
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"B", "D"}));
+    fixture.tab->refreshTableDisplay();
+    QVERIFY(fixture.tab->mIsRecording());
+    QVERIFY(fixture.find("mRecordMacroDetails")->isEnabled());
+    fixture.find<QAbstractButton>("mRecordMacroDetails")->click();
+    QCOMPARE(fixture.delegate.take(), QStringList({"stopMacroRecording()", "saveRecordedEventsForMacroAtIndex(1, NO)",
+                                                   "getMacroDetailsForMacroAtIndex(1)"}));
+  }
+
+  void aRecordingWhoseMacroIsGoneEndsAndSaysSo() {
+    for (const char* button : {"mRecordMacroDetails", "mAddMacroDetails"}) {
+      MacrosFixture fixture({"A", "B", "C"});
+      fixture.selectMacro(1);
+      fixture.find<QAbstractButton>(button)->click();
+      fixture.delegate.take();
+      fixture.tab->setMMacrosSettingsArray(macrosNamed({"A", "C"}));
+      fixture.tab->refreshTableDisplay();
+      QVERIFY(!fixture.tab->mIsRecording());
+      QCOMPARE(fixture.find<QPushButton>("mRecordMacroDetails")->text(), QStringLiteral("Record"));
+      QVERIFY(fixture.find("mAddMacro")->isEnabled());
+      QVERIFY(fixture.find("mMacroTableView")->isEnabled());
+      // Nothing is stopped or saved, for the engine has dropped the recording; the lines are those of the row.
+      QCOMPARE(fixture.delegate.take(), QStringList("getMacroDetailsForMacroAtIndex(1)"));
+      const auto* alert = fixture.window.findChild<QMessageBox*>(QStringLiteral("alert"));
+      QVERIFY(alert != nullptr);
+      QCOMPARE(alert->informativeText(), localized("lkeyRecordingLostDesc").arg(QLatin1String("B")));
+    }
+  }
+
+  void stopIsOfferedWhileSomethingRecordsAlsoWithoutASelection() {
+    MacrosFixture fixture({"A", "B"});
+    fixture.selectMacro(1);
+    fixture.find<QAbstractButton>("mRecordMacroDetails")->click();
+    fixture.macros()->clearSelection();
+    QVERIFY(fixture.find("mRecordMacroDetails")->isEnabled());
   }
 };
 
