@@ -101,7 +101,7 @@ void MouseMainController::awakeFromNib() {
   mBusyIndicator->stop();
   mMessagePortRunning = false;
   createLocalPort();
-  batteryStatus = 255;
+  batteryStatus = unknownBatteryStatus;
   mDeletedProfileID = 0;
   mProfileDeleted = false;
   mBattery->clearImage();

@@ -206,6 +206,9 @@ class MouseMainController : public QObject,
   // What the strip under the header says.
   enum class Presence { Starting, Connected, NoDevice, NoEngine, EngineSilent };
 
+  // None of the charging statuses, so that the first one told counts as a change.
+  static constexpr std::uint32_t unknownBatteryStatus = 255;
+
   vorn::PropertyList envelope() const;  // the keys that every request carries
   // Sends the request and waits. The answer stays in the reply slot; none when the wait ended without one.
   vorn::PropertyList sendAndWait(vorn::MessageID messageID, const vorn::PropertyList& request,
@@ -270,10 +273,10 @@ class MouseMainController : public QObject,
   vorn::PropertyList macrosArray;
   vorn::Bytes mCallbackData;  // not used
   mutable std::mutex mFirmwareVersionMutex;
-  std::string firmwareVersionString;        // empty until known, "-" without a device
-  std::atomic<std::uint32_t> devicePID{0};  // that of every request, once registered
-  std::uint32_t batteryStatus = 255;        // unknown
-  std::optional<int> mBatteryPercent;       // as last told
+  std::string firmwareVersionString;                   // empty until known, "-" without a device
+  std::atomic<std::uint32_t> devicePID{0};             // that of every request, once registered
+  std::uint32_t batteryStatus = unknownBatteryStatus;  // as last told
+  std::optional<int> mBatteryPercent;                  // as last told
   std::uint32_t mDeletedProfileID = 0;
   bool isWiredDevice = false;
   Presence mPresence = Presence::Starting;

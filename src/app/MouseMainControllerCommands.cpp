@@ -8,8 +8,8 @@
 #include "macros/MouseMacrosController.h"
 #include "model/Assignments.h"
 #include "model/SettingsKeys.h"
-#include "platform/Bundle.h"
 #include "profiles/MouseProfilesController.h"
+#include "protocol/EngineProtocol.h"
 #include "widgets/BusyIndicator.h"
 
 namespace skarn {
@@ -63,7 +63,7 @@ PropertyList MouseMainController::bundleOf(MessageID messageID, const PropertyLi
 void MouseMainController::noteChange(const PropertyList& bundle, std::string_view profileName) {
   mChangeNote = PropertyList::dictionary({{vorn::newsKeys::ProfileName, profileName},
                                           {replyKeys::AllDevSettings, bundle},
-                                          {requestKeys::SourceApp, Bundle::mainBundle().identifier().toStdString()}});
+                                          {requestKeys::SourceApp, vorn::configuratorIdentifier}});
 }
 
 void MouseMainController::applyChange(const PropertyList& bundle, std::string_view profileName) {

@@ -11,9 +11,12 @@
 #include "maintenance/MouseMaintenanceController.h"
 #include "platform/Bundle.h"
 #include "platform/Localization.h"
+#include "protocol/DeviceStatus.h"
+#include "protocol/EngineProtocol.h"
 
 namespace skarn {
 
+using vorn::ChargingStatus;
 using vorn::MessageID;
 using vorn::Notification;
 using vorn::PropertyList;
@@ -22,11 +25,6 @@ namespace newsKeys = vorn::newsKeys;
 using namespace std::chrono_literals;
 
 namespace {
-
-constexpr std::uint32_t unknownBatteryStatus = 255;
-
-// Values of the charging status.
-enum ChargingStatus { OnBattery = 0, Charging = 1, NoBattery = 2 };
 
 // The product of "Device Attached 273": the third of the name's words.
 int productOf(std::string_view name) {
@@ -143,8 +141,7 @@ void MouseMainController::deviceDisconnectedNotification(const Notification&) {
 }
 
 void MouseMainController::reloadUnlessOurs(const Notification& notification) {
-  const std::string ours = Bundle::mainBundle().identifier().toStdString();
-  if (notification.userInfo[newsKeys::SourceApp].string() != ours) reload();
+  if (notification.userInfo[newsKeys::SourceApp].string() != vorn::configuratorIdentifier) reload();
 }
 
 void MouseMainController::deamonProfileUpdateNotification(const Notification& notification) {
@@ -256,15 +253,15 @@ void MouseMainController::updateBatteryLevel(const PropertyList& info) {
 void MouseMainController::updateBatteryStatus(const PropertyList& info) {
   if (mBattery->imageName().isEmpty()) mBattery->setImage(QStringLiteral("battery3.png"));
   if (!info.isDictionary()) return;
-  switch (info[newsKeys::DeviceChargingStatus].toInt()) {
-    case Charging:
+  switch (static_cast<ChargingStatus>(info[newsKeys::DeviceChargingStatus].toInt())) {
+    case ChargingStatus::Charging:
       chargingBatteryAboutToRun();
       break;
-    case OnBattery:
+    case ChargingStatus::OnBattery:
       stopChargingAnimation();
       checkBatteryLevel();
       break;
-    case NoBattery:
+    case ChargingStatus::NoBatteryDisplay:
       stopChargingAnimation();
       mBattery->clearImage();
       break;
@@ -276,7 +273,7 @@ void MouseMainController::updateBatteryStatus(const PropertyList& info) {
 
 void MouseMainController::sayBatteryInWords() {
   if (mBattery->imageName().isEmpty()) return;
-  const bool isCharging = batteryStatus == Charging;
+  const bool isCharging = batteryStatus == static_cast<std::uint32_t>(ChargingStatus::Charging);
   if (!mBatteryPercent) {
     mBattery->setWords(localized(isCharging ? "lkeyBatteryCharging" : "lkeyBattery"));
   } else {

@@ -21,6 +21,7 @@
 #include "ports/DistributedNotificationCenter.h"
 #include "ports/MessagePort.h"
 #include "ports/SingleInstance.h"
+#include "protocol/EngineProtocol.h"
 #include "ui_MouseMainWindow.h"
 
 namespace {
@@ -125,7 +126,8 @@ int main(int argc, char** argv) {
   }
   QApplication::setApplicationName(QStringLiteral("skarn-configurator"));
   QApplication::setApplicationDisplayName(QStringLiteral("Skarn"));
-  QApplication::setDesktopFileName(Bundle::mainBundle().identifier());
+  QApplication::setDesktopFileName(
+      QString::fromLatin1(vorn::configuratorIdentifier.data(), vorn::configuratorIdentifier.size()));
   QApplication::setApplicationVersion(Bundle::mainBundle().version());
   installTranslations(QLocale::system().name());
   const DesktopAppearance appearance(line.appearance);

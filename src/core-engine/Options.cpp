@@ -8,6 +8,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "protocol/VirtualMouse.h"
+
 namespace vorn::engine {
 
 namespace {
@@ -36,11 +38,11 @@ bool setPath(std::string& path, std::string_view value) {
 }
 
 bool setConnection(Options& options, std::string_view value) {
-  if (value == "absent") {
+  if (value == virtualMouse::absent) {
     options.connection = Device::Connection::Absent;
-  } else if (value == "wired") {
+  } else if (value == virtualMouse::wired) {
     options.connection = Device::Connection::Wired;
-  } else if (value == "wireless") {
+  } else if (value == virtualMouse::wireless) {
     options.connection = Device::Connection::Wireless;
   } else {
     return false;

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -7,14 +9,18 @@
 #include "ctl/Numbers.h"
 #include "ctl/Values.h"
 #include "ports/BusMethodCall.h"
+#include "protocol/DeviceStatus.h"
+#include "protocol/VirtualMouse.h"
 
 namespace vorn::ctl {
 
 namespace {
 
+namespace methods = virtualMouse::methods;
+
 Result<std::vector<PropertyList>> call(const Context& context, const std::string& method,
                                        const std::vector<BusInput>& inputs = {}) {
-  static const BusTarget mouse{"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"};
+  static const BusTarget mouse{virtualMouse::busName, virtualMouse::objectPath, virtualMouse::interface};
   BusAnswer answer = callBusMethod(mouse, method, inputs, context.line.timeout);
   using Status = BusAnswer::Status;
   switch (answer.status) {
@@ -92,26 +98,26 @@ std::string textOfOutput(const PropertyList& event) {
 }  // namespace
 
 Outcome plugDevice(Context& context, const Arguments& arguments) {
-  if (arguments[0] != "wired" && arguments[0] != "wireless") {
+  if (arguments[0] != virtualMouse::wired && arguments[0] != virtualMouse::wireless) {
     return Failure{ExitStatus::Usage, "device plug takes wired or wireless"};
   }
-  return perform(context, "Plug", {{"s", arguments[0]}});
+  return perform(context, methods::Plug, {{"s", arguments[0]}});
 }
 
 Outcome unplugDevice(Context& context, const Arguments&) {
-  return perform(context, "Unplug");
+  return perform(context, methods::Unplug);
 }
 
 Outcome pressControl(Context& context, const Arguments& arguments) {
-  return performOnControl(context, arguments[0], {"Press"});
+  return performOnControl(context, arguments[0], {methods::Press});
 }
 
 Outcome releaseControl(Context& context, const Arguments& arguments) {
-  return performOnControl(context, arguments[0], {"Release"});
+  return performOnControl(context, arguments[0], {methods::Release});
 }
 
 Outcome clickControl(Context& context, const Arguments& arguments) {
-  return performOnControl(context, arguments[0], {"Press", "Release"});
+  return performOnControl(context, arguments[0], {methods::Press, methods::Release});
 }
 
 Outcome typeKey(Context& context, const Arguments& arguments) {
@@ -120,7 +126,7 @@ Outcome typeKey(Context& context, const Arguments& arguments) {
   const bool isBoth = context.line.isPressOnly == context.line.isReleaseOnly;
   for (const bool isPressed : {true, false}) {
     if (!isBoth && isPressed != context.line.isPressOnly) continue;
-    if (auto failure = perform(context, "Type", {{"u", key->page}, {"u", key->usage}, {"b", isPressed}})) {
+    if (auto failure = perform(context, methods::Type, {{"u", key->page}, {"u", key->usage}, {"b", isPressed}})) {
       return failure;
     }
   }
@@ -130,22 +136,24 @@ Outcome typeKey(Context& context, const Arguments& arguments) {
 Outcome setBattery(Context& context, const Arguments& arguments) {
   const auto percent = numberOf(arguments[0], 0, 100);
   if (!percent) return Failure{ExitStatus::Usage, "device battery takes a percentage from 0 to 100"};
-  return perform(context, "SetBattery", {{"i", *percent}});
+  return perform(context, methods::SetBattery, {{"i", *percent}});
 }
 
 Outcome setCharging(Context& context, const Arguments& arguments) {
-  for (const char* status : {"battery", "charging", "none", "usual"}) {
-    if (arguments[0] == status) return perform(context, "SetCharging", {{"s", arguments[0]}});
+  const bool isStatus = std::any_of(std::begin(chargingStatuses), std::end(chargingStatuses),
+                                    [&](ChargingStatus status) { return arguments[0] == chargingWord(status); });
+  if (!isStatus && arguments[0] != virtualMouse::usualCharging) {
+    return Failure{ExitStatus::Usage, "device charging takes battery, charging, none or usual"};
   }
-  return Failure{ExitStatus::Usage, "device charging takes battery, charging, none or usual"};
+  return perform(context, methods::SetCharging, {{"s", arguments[0]}});
 }
 
 Outcome setFirmware(Context& context, const Arguments& arguments) {
-  return perform(context, "SetFirmware", {{"s", arguments[0]}, {"b", context.line.isFailing}});
+  return perform(context, methods::SetFirmware, {{"s", arguments[0]}, {"b", context.line.isFailing}});
 }
 
 Outcome deviceState(Context& context, const Arguments&) {
-  const auto values = call(context, "State");
+  const auto values = call(context, methods::State);
   if (!values) return values.failure();
   const PropertyList state = values->empty() ? PropertyList::dictionary() : values->front();
   if (context.output.isJson()) {
@@ -159,7 +167,7 @@ Outcome deviceState(Context& context, const Arguments&) {
 }
 
 Outcome deviceOutput(Context& context, const Arguments&) {
-  const auto values = call(context, "TakeOutput");
+  const auto values = call(context, methods::TakeOutput);
   if (!values) return values.failure();
   const PropertyList events = values->empty() ? PropertyList::array() : values->front();
   PropertyList list = PropertyList::array();

@@ -21,7 +21,7 @@ Failure noBus() {
 }  // namespace
 
 EngineClient::EngineClient(std::chrono::milliseconds timeout)
-    : mTimeout(timeout), mReplyPortName("VornCtlReplyPort" + std::to_string(getpid())) {}
+    : mTimeout(timeout), mReplyPortName(std::string(vornctlReplyPortPrefix) + std::to_string(getpid())) {}
 
 EngineClient::~EngineClient() = default;
 
@@ -48,7 +48,7 @@ Outcome EngineClient::send(MessageID messageID, const PropertyList& body) {
   if (auto failure = connect()) return failure;
   const PropertyList request = body.with(requestKeys::ProductID, wiredProductID)
                                    .with(requestKeys::ResponseMsgPortName, mReplyPortName)
-                                   .with(requestKeys::SourceApp, sourceApp);
+                                   .with(requestKeys::SourceApp, vornctlIdentifier);
   std::string error;
   const auto data = encodeBinaryPropertyList(request, &error);
   if (!data) return Failure{ExitStatus::Refused, "the request cannot be sent: " + error};

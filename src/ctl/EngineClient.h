@@ -15,8 +15,6 @@
 
 namespace vorn::ctl {
 
-inline constexpr std::string_view sourceApp = "org.vorn.vornctl";
-
 // One thread. Connects when it is used first.
 class EngineClient {
  public:

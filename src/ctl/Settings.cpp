@@ -1,6 +1,7 @@
 #include "ctl/Settings.h"
 
 #include <array>
+#include <cstddef>
 
 #include "ctl/Numbers.h"
 #include "model/SettingsKeys.h"
@@ -9,7 +10,8 @@ namespace vorn::ctl {
 
 namespace {
 
-constexpr std::array<std::string_view, 8> reasons = {
+// By the number of the status.
+constexpr std::array<std::string_view, static_cast<std::size_t>(lastReturnStatus) + 1> reasons = {
     "",
     "the engine has no settings",
     "the engine could not use the request",
@@ -18,6 +20,7 @@ constexpr std::array<std::string_view, 8> reasons = {
     "the record is too large",
     "the engine left out values that it cannot use",
     "nothing is running or recorded",
+    "no mouse was connected, and the settings have not been read since",
 };
 
 Result<std::int64_t> positionNamed(const PropertyList& records, std::string_view nameKey, std::string_view noun,
@@ -40,16 +43,25 @@ Result<PropertyList> allSettings(EngineClient& engine) {
   if (!answer) return answer;
   if (auto failure = refusal(*answer)) return *failure;
   const PropertyList& bundle = (*answer)[replyKeys::AllDevSettings];
-  if (bundle[keys::Profiles].isEmpty()) return Failure{ExitStatus::Refused, "the engine has no settings"};
+  if (bundle[keys::Profiles].isEmpty()) {
+    return Failure{ExitStatus::Refused, std::string(reasonOf(ReturnStatus::NoSettings))};
+  }
   return bundle;
+}
+
+std::string_view reasonOf(ReturnStatus status) {
+  const auto position = static_cast<std::size_t>(status);
+  return position < reasons.size() ? reasons[position] : std::string_view();
 }
 
 Outcome refusal(const PropertyList& answer) {
   const std::int64_t status = answer[replyKeys::ReturnStatus].toInt64();
   if (status == 0) return std::nullopt;
-  const bool isKnown = status > 0 && status < static_cast<std::int64_t>(reasons.size());
-  return Failure{ExitStatus::Refused, isKnown ? std::string(reasons[static_cast<std::size_t>(status)])
-                                              : "the engine refused with status " + std::to_string(status)};
+  // What is no 32-bit number is no status either.
+  const bool isInRange = status > 0 && status <= static_cast<std::int64_t>(lastReturnStatus);
+  const std::string_view reason = isInRange ? reasonOf(static_cast<ReturnStatus>(status)) : std::string_view();
+  return Failure{ExitStatus::Refused,
+                 reason.empty() ? "the engine refused with status " + std::to_string(status) : std::string(reason)};
 }
 
 Result<PropertyList> change(EngineClient& engine, MessageID messageID, const PropertyList& body) {

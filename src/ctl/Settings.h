@@ -6,12 +6,15 @@
 #include <string_view>
 
 #include "ctl/Context.h"
+#include "protocol/ReturnStatus.h"
 
 namespace vorn::ctl {
 
 // The settings bundle of the engine.
 Result<PropertyList> allSettings(EngineClient& engine);
 
+// Why the engine did not do everything, for people; empty for Done and for a number that is no status.
+std::string_view reasonOf(ReturnStatus status);
 // Nothing for an answer that says that everything was done.
 Outcome refusal(const PropertyList& answer);
 

@@ -2,12 +2,11 @@
 #include "ctl/Settings.h"
 #include "model/SettingsKeys.h"
 #include "ports/DistributedNotificationCenter.h"
+#include "protocol/DeviceStatus.h"
 
 namespace vorn::ctl {
 
 namespace {
-
-constexpr std::int32_t noBatteryLevel = 255;
 
 // What the engine tells about the mouse, as the user information of its three notifications.
 struct DeviceReport {
@@ -55,14 +54,7 @@ Result<DeviceReport> deviceReport(EngineClient& engine) {
 }
 
 std::string_view chargingName(const PropertyList& report) {
-  switch (report[newsKeys::DeviceChargingStatus].toInt()) {
-    case 0:
-      return "battery";
-    case 1:
-      return "charging";
-    default:
-      return "none";
-  }
+  return chargingWord(static_cast<ChargingStatus>(report[newsKeys::DeviceChargingStatus].toInt()));
 }
 
 PropertyList summary(const PropertyList& bundle, const DeviceReport& report) {
@@ -101,7 +93,7 @@ std::string textOf(const PropertyList& summary) {
     const std::string firmware = summary.contains("firmware") ? summary["firmware"].toString() : "unknown";
     text += "Mouse:        present, firmware " + firmware + "\n";
     text += "Battery:      " + number("battery") + " %" +
-            (summary["charging"].string() == "charging" ? ", charging" : "") + "\n";
+            (summary["charging"].string() == chargingWord(ChargingStatus::Charging) ? ", charging" : "") + "\n";
   } else {
     text += "Mouse:        absent\n";
   }

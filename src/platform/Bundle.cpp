@@ -22,10 +22,6 @@ const Bundle& Bundle::mainBundle() {
 
 Bundle::Bundle(QString folder) : mPath(std::move(folder)) {}
 
-QString Bundle::identifier() const {
-  return QStringLiteral("org.vorn.SkarnConfigurator");
-}
-
 QString Bundle::version() const {
   return QStringLiteral(SKARN_VERSION);
 }

@@ -14,8 +14,7 @@ class Bundle {
 
   explicit Bundle(QString folder);
 
-  QString identifier() const;  // "org.vorn.SkarnConfigurator"
-  QString version() const;     // what other platforms keep under "CFBundleVersion", for example "0.1.0"
+  QString version() const;  // what other platforms keep under "CFBundleVersion", for example "0.1.0"
 
   const QString& path() const { return mPath; }
   QString resourcePath(const QString& name) const;  // of a file or folder, for example "Skarn.plist"

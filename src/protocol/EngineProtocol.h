@@ -11,7 +11,12 @@ namespace vorn {
 
 inline constexpr std::string_view enginePortName = "VornCoreEngineMsgPort";
 inline constexpr std::string_view configuratorReplyPortName = "SkarnConfiguratorReplyPort";
+// Each running vornctl has a port of its own, with its process ID after the prefix.
+inline constexpr std::string_view vornctlReplyPortPrefix = "VornCtlReplyPort";
+
+// Who a program of ours is: in "Source App", and for the configurator also its desktop entry and its bus name.
 inline constexpr std::string_view configuratorIdentifier = "org.vorn.SkarnConfigurator";
+inline constexpr std::string_view vornctlIdentifier = "org.vorn.vornctl";
 
 // Product IDs: the mouse on its cable, and the same mouse on its wireless receiver.
 inline constexpr std::int32_t wiredProductID = 273;

@@ -16,5 +16,6 @@ enum class ReturnStatus : std::int32_t {
   NotRunning = 7,     // the client has no recording or capture, or nothing was recorded
   NoMouse = 8,        // the client was told that no mouse is connected, and has read no settings since
 };
+inline constexpr ReturnStatus lastReturnStatus = ReturnStatus::NoMouse;
 
 }  // namespace vorn

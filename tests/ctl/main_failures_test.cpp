@@ -69,7 +69,8 @@ TEST_F(Failures, OfAnEngineThatRefusesEndWith1) {
       {5, "the record is too large"},
       {6, "the engine left out values that it cannot use"},
       {7, "nothing is running or recorded"},
-      {8, "the engine refused with status 8"},
+      {8, "no mouse was connected, and the settings have not been read since"},
+      {9, "the engine refused with status 9"},
       {-1, "the engine refused with status -1"},
   };
   for (const auto& [status, text] : table) {

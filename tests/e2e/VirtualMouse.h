@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "protocol/VirtualMouse.h"
 #include "support/ChildProcess.h"
 
 namespace vorn::test {
@@ -11,16 +12,22 @@ namespace vorn::test {
 class VirtualMouse {
  public:
   // connection: "wired" or "wireless". Each of these is done when it returns true.
-  static bool plug(const std::string& connection) { return call("Plug", {"string:" + connection}); }
-  static bool unplug() { return call("Unplug"); }
-  static bool setBattery(int percent) { return call("SetBattery", {"int32:" + std::to_string(percent)}); }
+  static bool plug(const std::string& connection) {
+    return call(virtualMouse::methods::Plug, {"string:" + connection});
+  }
+  static bool unplug() { return call(virtualMouse::methods::Unplug); }
+  static bool setBattery(int percent) {
+    return call(virtualMouse::methods::SetBattery, {"int32:" + std::to_string(percent)});
+  }
   // A control by its identifier is pressed and released.
   static bool click(const std::string& control) {
-    return call("Press", {"string:" + control}) && call("Release", {"string:" + control});
+    return call(virtualMouse::methods::Press, {"string:" + control}) &&
+           call(virtualMouse::methods::Release, {"string:" + control});
   }
   // A key (usage page 7) or mouse button (page 9) of another device of the desktop is pressed and released.
   static bool type(int usagePage, int usage) {
-    return call("Type", typeArguments(usagePage, usage, true)) && call("Type", typeArguments(usagePage, usage, false));
+    return call(virtualMouse::methods::Type, typeArguments(usagePage, usage, true)) &&
+           call(virtualMouse::methods::Type, typeArguments(usagePage, usage, false));
   }
 
  private:
@@ -32,9 +39,9 @@ class VirtualMouse {
     std::vector<std::string> line{"dbus-send",
                                   "--session",
                                   "--print-reply",
-                                  "--dest=org.vorn.VirtualMouse",
-                                  "/org/vorn/VirtualMouse",
-                                  "org.vorn.VirtualMouse1." + method};
+                                  std::string("--dest=") + virtualMouse::busName,
+                                  virtualMouse::objectPath,
+                                  std::string(virtualMouse::interface) + "." + method};
     line.insert(line.end(), arguments.begin(), arguments.end());
     return ChildProcess(line).waitForEnd() == 0;
   }

@@ -6,6 +6,7 @@
 #include "buttons/ButtonsFixture.h"
 #include "e2e/OpenWindow.h"
 #include "ports/BusMethodCall.h"
+#include "protocol/VirtualMouse.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -17,16 +18,16 @@ namespace {
 // The engine's virtual mouse, from this process.
 class Mouse {
  public:
-  static bool press(const char* control) { return call("Press", {{"s", control}}); }
-  static bool release(const char* control) { return call("Release", {{"s", control}}); }
+  static bool press(const char* control) { return call(vorn::virtualMouse::methods::Press, {{"s", control}}); }
+  static bool release(const char* control) { return call(vorn::virtualMouse::methods::Release, {{"s", control}}); }
   static bool click(const char* control) { return press(control) && release(control); }
   // A key of the desktop's keyboard.
   static bool type(int usage, bool isPressed) {
-    return call("Type", {{"u", keyboardPage}, {"u", usage}, {"b", isPressed}});
+    return call(vorn::virtualMouse::methods::Type, {{"u", keyboardPage}, {"u", usage}, {"b", isPressed}});
   }
   // What it has sent to the desktop since the last time: a line "page usage value" each.
   static QStringList takeOutput() {
-    const vorn::BusAnswer answer = vorn::callBusMethod(target, "TakeOutput", {}, 20s);
+    const vorn::BusAnswer answer = vorn::callBusMethod(target, vorn::virtualMouse::methods::TakeOutput, {}, 20s);
     QStringList lines;
     if (answer.values.empty()) return lines;
     for (const PropertyList& event : answer.values[0].elements()) {
@@ -41,8 +42,8 @@ class Mouse {
   }
 
   static constexpr int keyboardPage = 7;
-  static inline const vorn::BusTarget target{"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse",
-                                             "org.vorn.VirtualMouse1"};
+  static inline const vorn::BusTarget target{vorn::virtualMouse::busName, vorn::virtualMouse::objectPath,
+                                             vorn::virtualMouse::interface};
 };
 
 // Collects output until there are at least so many lines.

@@ -8,10 +8,9 @@
 #include <utility>
 #include <variant>
 
-namespace vorn::engine {
+#include "protocol/DeviceStatus.h"
 
-// The values are those of "DeviceChargingStatus".
-enum class ChargingStatus : std::int32_t { OnBattery = 0, Charging = 1, NoBatteryDisplay = 2 };
+namespace vorn::engine {
 
 // The mouse came, went or changed between cable and receiver; ask the device which.
 struct ConnectionChanged {

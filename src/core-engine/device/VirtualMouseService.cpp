@@ -5,44 +5,34 @@
 #include <string_view>
 #include <utility>
 
+#include "protocol/DeviceStatus.h"
+#include "protocol/VirtualMouse.h"
+
 namespace vorn::engine {
 
 namespace {
 
 using Connection = Device::Connection;
-
-constexpr const char* outputSignal = "Output";
+namespace methods = virtualMouse::methods;
 
 std::string_view nameOf(Connection connection) {
   switch (connection) {
     case Connection::Wired:
-      return "wired";
+      return virtualMouse::wired;
     case Connection::Wireless:
-      return "wireless";
+      return virtualMouse::wireless;
     case Connection::Absent:
       break;
   }
-  return "absent";
-}
-
-std::string_view nameOf(ChargingStatus status) {
-  switch (status) {
-    case ChargingStatus::OnBattery:
-      return "battery";
-    case ChargingStatus::Charging:
-      return "charging";
-    case ChargingStatus::NoBatteryDisplay:
-      break;
-  }
-  return "none";
+  return virtualMouse::absent;
 }
 
 BusReply badArgument(std::string text) {
-  return BusReply::failure("org.vorn.VirtualMouse1.Error.BadArgument", std::move(text));
+  return BusReply::failure(virtualMouse::errors::BadArgument, std::move(text));
 }
 
 BusReply absent() {
-  return BusReply::failure("org.vorn.VirtualMouse1.Error.Absent", "The mouse is not plugged in");
+  return BusReply::failure(virtualMouse::errors::Absent, "The mouse is not plugged in");
 }
 
 std::vector<PropertyList> valuesOf(Scheduler::Duration time, const OutputEvent& event) {
@@ -72,35 +62,44 @@ bool VirtualMouseService::start(std::string& error) {
 BusObjectDescription VirtualMouseService::description() {
   const auto text = [](const Arguments& arguments, std::size_t index) { return arguments[index].toString(); };
   const std::vector<BusArgument> output = {{"t", "time"}, {"q", "usagePage"}, {"q", "usage"}, {"i", "value"}};
-  BusObjectDescription result{"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1", {}, {}};
+  BusObjectDescription result{virtualMouse::busName, virtualMouse::objectPath, virtualMouse::interface, {}, {}};
   result.methods = {
-      {"Plug", {{"s", "connection"}}, {}, [=, this](const Arguments& given) { return plug(text(given, 0)); }},
-      {"Unplug",
+      {methods::Plug, {{"s", "connection"}}, {}, [=, this](const Arguments& given) { return plug(text(given, 0)); }},
+      {methods::Unplug,
        {},
        {},
        [this](const Arguments&) {
          mDevice.setConnection(Connection::Absent);
          return BusReply::success();
        }},
-      {"Press", {{"s", "control"}}, {}, [=, this](const Arguments& given) { return setControl(text(given, 0), true); }},
-      {"Release",
+      {methods::Press,
+       {{"s", "control"}},
+       {},
+       [=, this](const Arguments& given) { return setControl(text(given, 0), true); }},
+      {methods::Release,
        {{"s", "control"}},
        {},
        [=, this](const Arguments& given) { return setControl(text(given, 0), false); }},
-      {"Type",
+      {methods::Type,
        {{"u", "usagePage"}, {"u", "usage"}, {"b", "isPressed"}},
        {},
        [this](const Arguments& given) { return type(given); }},
-      {"SetBattery", {{"i", "percent"}}, {}, [this](const Arguments& given) { return setBattery(given[0].toInt64()); }},
-      {"SetCharging", {{"s", "status"}}, {}, [=, this](const Arguments& given) { return setCharging(text(given, 0)); }},
-      {"SetFirmware",
+      {methods::SetBattery,
+       {{"i", "percent"}},
+       {},
+       [this](const Arguments& given) { return setBattery(given[0].toInt64()); }},
+      {methods::SetCharging,
+       {{"s", "status"}},
+       {},
+       [=, this](const Arguments& given) { return setCharging(text(given, 0)); }},
+      {methods::SetFirmware,
        {{"s", "version"}, {"b", "isFailing"}},
        {},
        [=, this](const Arguments& given) { return setFirmware(text(given, 0), given[1].toBool()); }},
-      {"State", {}, {{"a{sv}", "state"}}, [this](const Arguments&) { return state(); }},
-      {"TakeOutput", {}, {{"a(tqqi)", "output"}}, [this](const Arguments&) { return takeOutput(); }},
+      {methods::State, {}, {{"a{sv}", "state"}}, [this](const Arguments&) { return state(); }},
+      {methods::TakeOutput, {}, {{"a(tqqi)", "output"}}, [this](const Arguments&) { return takeOutput(); }},
   };
-  result.signals = {{outputSignal, output}};
+  result.signals = {{virtualMouse::outputSignal, output}};
   return result;
 }
 
@@ -112,7 +111,7 @@ void VirtualMouseService::keep(const OutputEvent& event) {
   }
   mOutput.push_back({time, event});
   // Who listens too slowly can still take what is kept.
-  if (mObject) mObject->emit(outputSignal, valuesOf(time, event));
+  if (mObject) mObject->emit(virtualMouse::outputSignal, valuesOf(time, event));
 }
 
 BusReply VirtualMouseService::plug(const std::string& connection) {
@@ -143,12 +142,11 @@ BusReply VirtualMouseService::setBattery(std::int64_t percent) {
 }
 
 BusReply VirtualMouseService::setCharging(const std::string& status) {
-  using Status = ChargingStatus;
-  std::optional<Status> chosen;
-  for (const Status each : {Status::OnBattery, Status::Charging, Status::NoBatteryDisplay}) {
-    if (status == nameOf(each)) chosen = each;
+  std::optional<ChargingStatus> chosen;
+  for (const ChargingStatus each : chargingStatuses) {
+    if (status == chargingWord(each)) chosen = each;
   }
-  if (!chosen && status != "usual") {
+  if (!chosen && status != virtualMouse::usualCharging) {
     return badArgument(R"(The charging status is "battery", "charging", "none" or "usual")");
   }
   if (!mDevice.isPresent()) return absent();
@@ -170,7 +168,7 @@ BusReply VirtualMouseService::state() const {
   for (const std::string& control : mDevice.pressedControls()) pressed.emplace_back(control);
   return BusReply::success({PropertyList::dictionary({{"connection", nameOf(mDevice.connection())},
                                                       {"battery", mDevice.batteryPercent()},
-                                                      {"charging", nameOf(mDevice.chargingStatus())},
+                                                      {"charging", chargingWord(mDevice.chargingStatus())},
                                                       {"firmware", mDevice.firmwareVersion()},
                                                       {"isFirmwareFailing", mDevice.isFirmwareFailing()},
                                                       {"pressed", PropertyList::array(std::move(pressed))},

@@ -1,6 +1,5 @@
 // Offers everything that a person can do to the hardware of the virtual mouse, and what it sends to the desktop, on the
-// session bus: interface org.vorn.VirtualMouse1 of the object /org/vorn/VirtualMouse, bus name org.vorn.VirtualMouse.
-// docs/core-engine.md lists its methods. One thread, the engine's.
+// session bus by the names of protocol/VirtualMouse.h. docs/core-engine.md lists its methods. One thread, the engine's.
 #pragma once
 
 #include <cstddef>

@@ -23,7 +23,7 @@ PropertyList firmwareReport(const Device& device) {
 }
 
 PropertyList batteryReport(const Device& device) {
-  const std::int32_t percent = device.isPresent() ? device.batteryPercent() : unknownBatteryLevel;
+  const std::int32_t percent = device.isPresent() ? device.batteryPercent() : noBatteryLevel;
   return report(MessageID::QueryBatteryLevel, {{newsKeys::BatteryPercentLevel, percent}});
 }
 

@@ -17,9 +17,8 @@ std::int32_t productInUse(const Device& device);
 //
 // "ReturnStatus" 0 and the version; 1 and an empty version when the mouse is absent or does not tell it.
 PropertyList firmwareReport(const Device& device);
-// "BatteryPercentLevel"; unknownBatteryLevel when the mouse is absent, which changes no battery picture.
+// "BatteryPercentLevel"; noBatteryLevel when the mouse is absent, which changes no battery picture.
 PropertyList batteryReport(const Device& device);
-inline constexpr std::int32_t unknownBatteryLevel = 255;
 // "DeviceChargingStatus"; without a battery display when the mouse is absent.
 PropertyList chargingReport(const Device& device);
 

@@ -14,6 +14,7 @@
 
 #include "core-engine/TestParts.h"
 #include "ports/BusConnection.h"
+#include "protocol/VirtualMouse.h"
 #include "support/BusPump.h"
 #include "support/LoopThread.h"
 #include "support/PrivateBus.h"
@@ -27,9 +28,9 @@ using Events = std::vector<DeviceEvent>;
 using Output = std::tuple<std::uint64_t, std::uint16_t, std::uint16_t, std::int32_t>;
 using Outputs = std::vector<Output>;
 
-constexpr const char* busName = "org.vorn.VirtualMouse";
-constexpr const char* path = "/org/vorn/VirtualMouse";
-constexpr const char* interface = "org.vorn.VirtualMouse1";
+using virtualMouse::busName;
+using virtualMouse::interface;
+using virtualMouse::objectPath;
 
 // The device and its service, on a thread of their own.
 class VirtualMouseServiceTest : public testing::Test {
@@ -63,8 +64,8 @@ class VirtualMouseServiceTest : public testing::Test {
   template <typename... Arguments>
   std::string call(const char* member, const char* types = "", Arguments... arguments) {
     sd_bus_error error{};
-    const int result = sd_bus_call_method(BusConnection::forThisThread().handle(), busName, path, interface, member,
-                                          &error, nullptr, types, arguments...);
+    const int result = sd_bus_call_method(BusConnection::forThisThread().handle(), busName, objectPath, interface,
+                                          member, &error, nullptr, types, arguments...);
     const std::string text = result < 0 ? std::string(error.name) + ": " + error.message : std::string();
     sd_bus_error_free(&error);
     return text;
@@ -72,7 +73,7 @@ class VirtualMouseServiceTest : public testing::Test {
 
   Outputs takeOutput() {
     sd_bus_message* reply = nullptr;
-    EXPECT_GE(sd_bus_call_method(BusConnection::forThisThread().handle(), busName, path, interface, "TakeOutput",
+    EXPECT_GE(sd_bus_call_method(BusConnection::forThisThread().handle(), busName, objectPath, interface, "TakeOutput",
                                  nullptr, &reply, ""),
               0);
     Outputs outputs;
@@ -91,8 +92,8 @@ class VirtualMouseServiceTest : public testing::Test {
   // One line for each entry of State: its name, its D-Bus type and its value.
   std::vector<std::string> state() {
     sd_bus_message* reply = nullptr;
-    EXPECT_GE(sd_bus_call_method(BusConnection::forThisThread().handle(), busName, path, interface, "State", nullptr,
-                                 &reply, ""),
+    EXPECT_GE(sd_bus_call_method(BusConnection::forThisThread().handle(), busName, objectPath, interface, "State",
+                                 nullptr, &reply, ""),
               0);
     std::vector<std::string> lines;
     EXPECT_GE(sd_bus_message_enter_container(reply, 'a', "{sv}"), 0);
@@ -139,8 +140,8 @@ class VirtualMouseServiceTest : public testing::Test {
   }
 };
 
-const std::string badArgument = "org.vorn.VirtualMouse1.Error.BadArgument: ";
-const std::string absent = "org.vorn.VirtualMouse1.Error.Absent: The mouse is not plugged in";
+const std::string badArgument = std::string(virtualMouse::errors::BadArgument) + ": ";
+const std::string absent = std::string(virtualMouse::errors::Absent) + ": The mouse is not plugged in";
 
 TEST_F(VirtualMouseServiceTest, PlugsAndUnplugsTheMouse) {
   const auto connection = [this] { return read<Connection>([this] { return device.connection(); }); };
@@ -251,8 +252,8 @@ TEST_F(VirtualMouseServiceTest, BroadcastsTheOutputAsItHappens) {
     }
     return 0;
   };
-  ASSERT_GE(sd_bus_match_signal(BusConnection::forThisThread().handle(), &slot, busName, path, interface, "Output",
-                                hear, &heard),
+  ASSERT_GE(sd_bus_match_signal(BusConnection::forThisThread().handle(), &slot, busName, objectPath, interface,
+                                "Output", hear, &heard),
             0);
   onEngine([this] {
     scheduler.advance(2ms);
