@@ -50,10 +50,15 @@ using Answer = std::optional<PropertyList>;
 // Serves one request to its end. What it changes is on the disk when it returns.
 using RequestHandler = Answer (*)(EngineParts& parts, const Request& request);
 
+// Which products a request may name: the mouse's own, any other being out of range for the dispatcher; or any, where
+// the handler looks at the product itself or it means nothing.
+enum class Products { Served, Any };
+
 // One row of the table of requests.
 struct RequestKind {
   MessageID messageID;
   const char* name;  // for the log
+  Products products;
   RequestHandler handler;
 };
 

@@ -14,20 +14,6 @@ bool isServedProduct(std::int32_t product) {
   return product == wiredProductID || product == wirelessProductID;
 }
 
-// The others look at the product themselves, or it means nothing to them.
-bool isForServedProductsOnly(MessageID messageID) {
-  switch (messageID) {
-    case MessageID::RegisterDevice:
-    case MessageID::QueryFirmwareVersion:
-    case MessageID::QueryBatteryLevel:
-    case MessageID::QueryChargingStatus:
-    case MessageID::ReleaseDevice:
-      return false;
-    default:
-      return true;
-  }
-}
-
 std::string title(const RequestKind& kind) {
   return std::to_string(static_cast<std::int32_t>(kind.messageID)) + " (" + kind.name + ")";
 }
@@ -61,7 +47,7 @@ void RequestDispatcher::serve(const RequestKind& kind, const Request& request) {
   if (mParts.log.isVerbose()) {
     mParts.log.line("request " + title(kind) + " of " + request.sender + ": " + request.body.description());
   }
-  if (isForServedProductsOnly(kind.messageID) && !isServedProduct(request.productID())) {
+  if (kind.products == Products::Served && !isServedProduct(request.productID())) {
     mParts.log.fault(request.sender, "request for an unknown product",
                      "request " + title(kind) + " is for the unknown product " + std::to_string(request.productID()));
     answer(kind, request,

@@ -98,6 +98,21 @@ TEST_F(RequestDispatcherTest, ChangesNothingForAnUnknownProduct) {
   EXPECT_EQ(lines, Lines{"vorn-core-engine: client :1.7: request 6 (update profile) is for the unknown product 999"});
 }
 
+TEST_F(RequestDispatcherTest, ServesForAnUnknownProductOnlyWhatLooksAtTheProductItself) {
+  struct Observer : RequestObserver {
+    void willServe(const RequestKind& kind, const Request&) override {
+      served.insert(static_cast<std::int32_t>(kind.messageID));
+    }
+    void hasServed(const RequestKind&, const Request&) override {}
+    std::set<std::int32_t> served;
+  } observer;
+  dispatcher.setObserver(&observer);
+  for (const RequestKind& kind : requestKinds()) {
+    send(static_cast<std::int32_t>(kind.messageID), plainRequest().with("ProductID", 999));
+  }
+  EXPECT_EQ(observer.served, (std::set<std::int32_t>{0, 14, 15, 16, 38}));
+}
+
 TEST_F(RequestDispatcherTest, TellsThatTheMouseIsAbsentAndRemembersTheClient) {
   device.setConnection(Connection::Absent);
   EXPECT_EQ(answerTo(0, registration()), refused);
