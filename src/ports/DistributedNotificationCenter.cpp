@@ -32,6 +32,11 @@ std::string quoted(std::string_view text) {
   return result + "'";
 }
 
+// For those who look at the object; the signal itself needs no entry.
+const sd_bus_vtable signalTable[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_SIGNAL_WITH_ARGS(postedMember, SD_BUS_ARGS("s", name, "s", object, "ay", userInfo), 0), SD_BUS_VTABLE_END};
+
 std::string matchRuleFor(const std::string& name) {
   return "type='signal',interface=" + quoted(notificationCenterInterface) + ",member=" + quoted(postedMember) +
          ",path=" + quoted(notificationCenterObjectPath) + ",arg0=" + quoted(name);
@@ -56,6 +61,7 @@ struct DistributedNotificationCenter::State {
   // The connection that carries the match rules; another one after the bus was lost.
   bus::BusReference bus;
   bus::SlotReference filter;
+  bus::SlotReference object;
 
   BusConnection& connection();
   void add(std::shared_ptr<Registration> registration);
@@ -79,6 +85,10 @@ BusConnection& DistributedNotificationCenter::State::connection() {
   const int result = sd_bus_add_filter(bus.get(), &slot, handleMessage, this);
   filter.reset(slot);
   if (result < 0) bus::log(std::string("Cannot observe notifications: ") + std::strerror(-result));
+  sd_bus_slot* added = nullptr;
+  sd_bus_add_object_vtable(bus.get(), &added, notificationCenterObjectPath, notificationCenterInterface, signalTable,
+                           nullptr);
+  object.reset(added);
   idleRules.clear();
   for (const auto& [name, count] : observersOfName) addRule(connection, name);
   return connection;
