@@ -26,8 +26,8 @@ PropertyList playingMacros(const PropertyList& profile, int count) {
   PropertyList changed = profile;
   for (const ControlDescriptor& control : controlTable) {
     if (count == 0) break;
-    const PropertyList record = assignment(10, control.ordinal * 37 % count, 1);
-    changed = changed.with(control.groupKey(), changed[control.groupKey()].with(control.identifier, record));
+    const PropertyList record = assignment(10, control.number * 37 % count, 1);
+    changed = changed.with(control.group, changed[control.group].with(control.identifier, record));
   }
   return changed;
 }

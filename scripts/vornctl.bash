@@ -22,10 +22,13 @@ _vornctl_files() {
   mapfile -t COMPREPLY < <(compgen -f -X "!*.$1" -- "$cur"; compgen -d -- "$cur")
 }
 
-_vornctl_keys='ProfileName KeymapID DPIX DPIY IndependentXYOn Stages StageValue SensitivityOSDOn AccelerationOn
-  Acceleration PollingRate LEDColors LEDEffects ScrollLED BrightnessKBNormal AutoSwitchOn ProfileOSDOn
-  BrightnessNormal BrightnessBattery PowerSaver BatteryCriticalLevel Keys/ Buttons/ Keymap/'
+# The settings of a profile, in the order of their reference.
+_vornctl_keys='ProfileName Keys/ Buttons/ Keymap/ KeymapID Stages StageValue DPIX DPIY IndependentXYOn SensitivityOSDOn
+  MasterSensitivityOn Sensitivity AccelerationOn Acceleration PollingRate LEDColors LEDEffects ScrollLED
+  BrightnessKBNormal BrightnessNormal BrightnessBattery PowerSaver BatteryCriticalLevel AppInfo/ AutoSwitchOn
+  ProfileOSDOn'
 
+# The controls in the order of their numbers.
 _vornctl_controls='Tab Q W E R Caps-Lock A S D F Left-Shift Z X C Space Left-Alt wheel wheel-up wheel-down Up-Arrow
   Up-Right Right-Arrow Down-Right Down-Arrow Down-Left Left-Arrow Up-Left'
 

@@ -95,7 +95,7 @@ void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, A
         tintedIcon(QLatin1String(control.directionPicture), popUp.palette().color(QPalette::Active, QPalette::Text)));
   }
   for (const AssignmentCategory category : assignmentCategories) {
-    QAction* item = popUp.addItem(text.titleOfCategory(category, control.identifier, control.groupType));
+    QAction* item = popUp.addItem(text.titleOfCategory(category, control.identifier, control.groupType()));
     item->setObjectName(action);
     for (const SubmenuDescriptor& submenu : submenus) {
       if (submenu.category == category) attachSubmenu(popUp, item, submenu, control, text, chosen);

@@ -1,5 +1,6 @@
 #include "buttons/AssignmentText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string>
 
@@ -23,12 +24,6 @@ constexpr std::array<AssignmentCommand, mouseButtonNameKeys.size()> mouseButtonC
     AssignmentCommand::LeftClick,    AssignmentCommand::RightClick,   AssignmentCommand::MouseButton3,
     AssignmentCommand::MouseButton4, AssignmentCommand::MouseButton5, AssignmentCommand::DoubleClick,
     AssignmentCommand::ScrollUp,     AssignmentCommand::ScrollDown};
-
-// The directions of the direction pad: keyboard usages of the arrows, and the mouse's own codes of the diagonals.
-constexpr int firstArrow = 79;
-constexpr int lastArrow = 82;
-constexpr int firstDiagonal = 232;
-constexpr int lastDiagonal = 235;
 
 // Commands that are chosen, and shown, by their name alone.
 struct PlainCommand {
@@ -116,7 +111,7 @@ QString AssignmentText::getMacroAssignedAtButton(std::string_view button, int fo
   if (!allMacros.isEmpty() && vorn::commandOf(record) == AssignmentCommand::Macro) {
     name = macroName(record[keys::Param1].toInt());
     for (const ControlDescriptor& control : controlTable) {
-      if (control.groupType == forGroupType && control.identifier == button)
+      if (control.groupType() == forGroupType && control.identifier == button)
         updateMacroRepeatButton(std::to_string(control.repeatCode));
     }
   }
@@ -310,7 +305,9 @@ int AssignmentText::mouseButtonMappingValueForTagValue(int tag) {
 
 bool AssignmentText::checkForDiagonals(std::string_view button) {
   const int number = numberOfIdentifier(button);
-  return (number >= firstArrow && number <= lastArrow) || (number >= firstDiagonal && number <= lastDiagonal);
+  return std::ranges::any_of(vorn::controls, [number](const vorn::Control& control) {
+    return control.family == ControlFamily::DirectionPad && control.code() == number;
+  });
 }
 
 }  // namespace skarn

@@ -13,6 +13,7 @@
 #include <unordered_map>
 
 #include "model/PropertyList.h"
+#include "model/SettingsKeys.h"
 
 namespace skarn {
 
@@ -27,9 +28,9 @@ inline constexpr std::array<AssignmentCategory, 8> assignmentCategories = {
 inline constexpr std::array<const char*, 8> mouseButtonNameKeys = {
     "lkeyLeftClick",       "lkeyRightClick",  "lkeyMouseButtonThree", "lkeyMouseButtonFour",
     "lkeyMouseButtonFive", "lkeyDoubleClick", "lkeyScrollUp",         "lkeyScrollDown"};
-inline constexpr std::array<const char*, 8> keymapNameKeys = {"lkeyKeymapOne",   "lkeyKeymapTwo",  "lkeyKeymapThree",
-                                                              "lkeyKeymapFour",  "lkeyKeymapFive", "lkeyKeymapSix",
-                                                              "lkeyKeymapSeven", "lkeyKeymapEight"};
+inline constexpr std::array<const char*, vorn::keys::keymapCount> keymapNameKeys = {
+    "lkeyKeymapOne",  "lkeyKeymapTwo", "lkeyKeymapThree", "lkeyKeymapFour",
+    "lkeyKeymapFive", "lkeyKeymapSix", "lkeyKeymapSeven", "lkeyKeymapEight"};
 inline constexpr const char* keymapCycleNameKey = "lkeyKeymapsCycle";
 
 // The item of a direction-pad control that stands before the others, and every text without a default.

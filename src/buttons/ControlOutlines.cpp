@@ -90,7 +90,7 @@ const ControlDescriptor* ControlOutlines::controlAt(const QPointF& position) con
 }
 
 const QPainterPath& ControlOutlines::of(const ControlDescriptor& control) const {
-  return paths[static_cast<std::size_t>(control.ordinal - 1)];
+  return paths[static_cast<std::size_t>(control.number - 1)];
 }
 
 ControlOutlines readControlOutlines(QIODevice& drawing) {

@@ -66,7 +66,7 @@ bool isKeyboard(Qt::FocusReason reason) {
 QString spokenName(const ControlDescriptor& control) {
   const bool isKey = control.family == ControlFamily::ThumbGrid;
   return localized(isKey ? "lkeyControlKeyName" : "lkeyControlName")
-      .arg(control.ordinal)
+      .arg(control.number)
       .arg(localized(control.nameKey));
 }
 
@@ -80,7 +80,7 @@ ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
   setObjectName(field + QStringLiteral("Row"));
   setMaximumHeight(greatestHeight);
   auto* badge = new NumberBadge(this);
-  badge->setText(QString::number(control.ordinal));
+  badge->setText(QString::number(control.number));
   badge->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("caption"));
   mName->setObjectName(field + QStringLiteral("Label"));
   mName->setText(localized(control.nameKey));
@@ -107,7 +107,7 @@ ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
 
 void ControlRow::makeRepeatButton() {
   mRepeatButton->setObjectName(QLatin1String(mControl.repeatButton));
-  mRepeatButton->setAccessibleName(localized("lkeyControlRepeat").arg(mControl.ordinal));
+  mRepeatButton->setAccessibleName(localized("lkeyControlRepeat").arg(mControl.number));
   mRepeatButton->setToolTip(localized("lkeyMacroRepeat"));
   mRepeatButton->setFixedSize(repeatButtonSize, repeatButtonSize);
   mRepeatButton->setIconSize({repeatIconSize, repeatIconSize});

@@ -80,7 +80,7 @@ void MouseButtonController::connectControls() {
 }
 
 ControlRow& MouseButtonController::rowOf(const ControlDescriptor& control) const {
-  return *mRows[static_cast<std::size_t>(control.ordinal - 1)];
+  return *mRows[static_cast<std::size_t>(control.number - 1)];
 }
 
 void MouseButtonController::highlight(const ControlDescriptor* control) {
@@ -136,8 +136,8 @@ void MouseButtonController::updateUISettings() {
 
 void MouseButtonController::selectAssignment(ControlRow& row) {
   const ControlDescriptor& control = row.control();
-  const int command = commandAt(control.identifier, control.groupType);
-  row.popUp()->selectItemWithTitle(stringForButtonValue(command, control.identifier, control.groupType));
+  const int command = commandAt(control.identifier, control.groupType());
+  row.popUp()->selectItemWithTitle(stringForButtonValue(command, control.identifier, control.groupType()));
 }
 
 void MouseButtonController::enableControlsState(bool enabled) {
@@ -216,12 +216,12 @@ bool MouseButtonController::validateMenuItem(const QAction& item) {
 
 void MouseButtonController::chooseItem(const ControlDescriptor& control) {
   const QString title = rowOf(control).popUp()->titleOfSelectedItem();
-  const int command = intValueOfSelectedString(title, control.identifier, control.groupType);
+  const int command = intValueOfSelectedString(title, control.identifier, control.groupType());
   if (command == 0) {
     // The lists have changed since the menu was built.
     updateUISettings();
   } else {
-    checkSelectedValue(command, control.identifier, control.groupIdentifier);
+    checkSelectedValue(command, control.identifier, control.groupIdentifier());
   }
 }
 
@@ -229,7 +229,7 @@ void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, 
   constexpr int profilesTab = 1;
   constexpr int macrosTab = 2;
   const auto write = [&](AssignmentCommand command, int param1, int param2) {
-    changeButton(control.identifier, static_cast<int>(command), param1, param2, control.groupIdentifier);
+    changeButton(control.identifier, static_cast<int>(command), param1, param2, control.groupIdentifier());
   };
   switch (submenu) {
     case AssignmentCategory::MouseButton:

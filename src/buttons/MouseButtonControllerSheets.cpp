@@ -55,10 +55,6 @@ std::vector<RepeatMode> repeatModesFor(bool isScrollVariant) {
   return modes;
 }
 
-bool isWheelDirection(std::string_view button) {
-  return button == vorn::wheelUp || button == vorn::wheelDown;
-}
-
 }  // namespace
 
 QWidget* MouseButtonController::sheetWindow() {
@@ -67,7 +63,7 @@ QWidget* MouseButtonController::sheetWindow() {
 
 QString MouseButtonController::controlName(const SheetContext& context) const {
   for (const ControlDescriptor& control : controlTable) {
-    if (control.groupIdentifier == context.identifier && control.identifier == context.button)
+    if (control.groupIdentifier() == context.identifier && control.identifier == context.button)
       return spokenName(control);
   }
   return {};
@@ -210,7 +206,7 @@ void MouseButtonController::updateStateOfKeyMapSwitchOptionButton() {
 }
 
 void MouseButtonController::checkForScrollUpDownButton(std::string_view button) {
-  if (isWheelDirection(button)) isScrollUpDown = true;
+  if (vorn::isWheelTurn(button)) isScrollUpDown = true;
 }
 
 void MouseButtonController::clickKeymapOK() {
@@ -252,13 +248,13 @@ int MouseButtonController::getIntValueOfMacroRepeatOptionUsingValue(int index) c
 
 void MouseButtonController::clickMacroRepeatButton(const ControlDescriptor& control) {
   MacroRepeatSheet& sheet = repeatSheet();
-  if (isWheelDirection(control.identifier)) {
+  if (vorn::isWheelTurn(control.identifier)) {
     populateMacroRepeatOptions(true);
     isScrollWheelMacroRepeatOption = true;
   }
-  const PropertyList& record = recordAt(control.identifier, control.groupType);
+  const PropertyList& record = recordAt(control.identifier, control.groupType());
   mButtonSelected = control.identifier;
-  mButtonSelectedIdentifier = control.groupIdentifier;
+  mButtonSelectedIdentifier = control.groupIdentifier();
   mParamOne = record[keys::Param1].toInt();
   const QString mode = getMacroRepeatOptionUsingValue(record[keys::Param2].toInt());
   sheet.showCurrentMode(mode);

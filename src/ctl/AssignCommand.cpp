@@ -18,7 +18,7 @@ PropertyList withAssignment(const PropertyList& group, const Control& control, c
 PropertyList withAssignmentInAll(const PropertyList& keymaps, const Control& control, const PropertyList& record) {
   std::vector<PropertyList> changed;
   for (const PropertyList& keymap : keymaps.elements()) {
-    changed.push_back(keymap.with(control.group(), withAssignment(keymap[control.group()], control, record)));
+    changed.push_back(keymap.with(control.group, withAssignment(keymap[control.group], control, record)));
   }
   return PropertyList::array(std::move(changed));
 }
@@ -39,7 +39,7 @@ Outcome assign(Context& context, const Arguments& arguments) {
 
   const PropertyList& profile = (*bundle)[keys::Profiles].at(*profileID);
   PropertyList settings =
-      PropertyList::dictionary({{control->group(), withAssignment(profile[control->group()], *control, *record)}});
+      PropertyList::dictionary({{control->group, withAssignment(profile[control->group], *control, *record)}});
   const bool isCycle = commandOf(*record) == AssignmentCommand::Keymap && (*record)[keys::Param1].toInt() == nextKeymap;
   if (isCycle) settings = settings.with(keys::Keymap, withAssignmentInAll(profile[keys::Keymap], *control, *record));
   // In another profile, the keymap that is in force there by now counts.

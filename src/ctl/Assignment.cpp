@@ -27,7 +27,8 @@ Failure wrong(std::string text) {
 }
 
 Result<PropertyList> disabled(const Request& request) {
-  return assignmentRecord(Command::Disable, request.control.isDirectionPad() ? request.control.code() : 0);
+  return assignmentRecord(Command::Disable,
+                          request.control.family == ControlFamily::DirectionPad ? request.control.code() : 0);
 }
 
 Result<PropertyList> key(const Request& request) {
@@ -47,14 +48,14 @@ Result<PropertyList> macro(const Request& request) {
   const bool isOpenEnded = mode == "held" || mode == "toggle";
   const auto times = numberOf(mode, 1, 10);
   if (!isOpenEnded && !times) return wrong("--repeat takes 1 to 10, held or toggle");
-  if (isOpenEnded && request.control.isWheelTurn()) return wrong("the wheel repeats a macro 1 to 10 times");
+  if (isOpenEnded && isWheelTurn(request.control.identifier)) return wrong("the wheel repeats a macro 1 to 10 times");
   const std::int64_t repeat = times ? *times : (mode == "held" ? repeatUntilReleased : repeatUntilPressedAgain);
   return assignmentRecord(Command::Macro, 0, repeat);
 }
 
 Result<PropertyList> keymap(const Request& request) {
   const bool isSwitchBack = request.line.isSwitchBack;
-  if (isSwitchBack && request.control.isWheelTurn()) return wrong("the wheel cannot switch back");
+  if (isSwitchBack && isWheelTurn(request.control.identifier)) return wrong("the wheel cannot switch back");
   if (request.words[1] == "cycle") {
     if (isSwitchBack) return wrong("keymap cycle cannot switch back");
     return assignmentRecord(Command::Keymap, nextKeymap);

@@ -46,9 +46,7 @@ Outcome perform(const Context& context, const std::string& method, const std::ve
 
 // The identifier of a control, or one of the mouse's keys that nothing can be assigned to.
 Result<std::string> controlArgument(const std::string& word) {
-  for (const char* key : {"keymap", "stage-up", "stage-down"}) {
-    if (word == key) return word;
-  }
+  if (std::ranges::find(fixedKeys, word) != fixedKeys.end()) return word;
   const Control* control = controlNamed(word);
   if (control == nullptr) return Failure{ExitStatus::Usage, "there is no control \"" + word + "\""};
   return std::string(control->identifier);

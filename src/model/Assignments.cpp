@@ -1,7 +1,6 @@
 #include "model/Assignments.h"
 
-#include <algorithm>
-
+#include "model/Controls.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn {
@@ -19,10 +18,9 @@ PropertyList factoryAssignment(std::string_view identifier) {
   if (identifier == wheelButton) return assignmentRecord(AssignmentCommand::MouseButton3);
   if (identifier == wheelUp) return assignmentRecord(AssignmentCommand::ScrollUp);
   if (identifier == wheelDown) return assignmentRecord(AssignmentCommand::ScrollDown);
-  if (std::ranges::find(keys::keyIdentifiers, identifier) == keys::keyIdentifiers.end()) {
-    return assignmentRecord(AssignmentCommand::Disable);
-  }
-  return assignmentRecord(AssignmentCommand::DefaultKey, PropertyList(identifier).toInt());
+  const Control* control = controlOf(identifier);
+  if (control == nullptr) return assignmentRecord(AssignmentCommand::Disable);
+  return assignmentRecord(AssignmentCommand::DefaultKey, control->code());
 }
 
 }  // namespace vorn

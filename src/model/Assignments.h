@@ -45,11 +45,6 @@ inline constexpr std::int32_t nextKeymap = 255;
 inline constexpr std::int32_t repeatUntilPressedAgain = 254;
 inline constexpr std::int32_t repeatUntilReleased = 255;
 
-// The wheel's controls. Its two directions are never held down.
-inline constexpr std::string_view wheelButton = "03";
-inline constexpr std::string_view wheelUp = "06";
-inline constexpr std::string_view wheelDown = "07";
-
 // "command", "param1" and "param2".
 PropertyList assignmentRecord(AssignmentCommand command, const PropertyList& param1 = 0,
                               const PropertyList& param2 = 0);

@@ -28,7 +28,11 @@ inline constexpr Usage lastFurtherButton = 9;
 // Keyboard page. 0 to 3 stand for no key and for errors of the keyboard; 116 to 223 are keys that nothing here names.
 inline constexpr Usage firstKey = 4;           // A
 inline constexpr Usage lastCharacterKey = 39;  // 0, the last of the letters and digits
-inline constexpr Usage lastKey = 115;          // F24
+inline constexpr Usage rightArrow = 79;
+inline constexpr Usage leftArrow = 80;
+inline constexpr Usage downArrow = 81;
+inline constexpr Usage upArrow = 82;
+inline constexpr Usage lastKey = 115;  // F24
 
 // Modifier keys. Bit n of the modifier byte of a keyboard report belongs to the usage firstModifier + n.
 inline constexpr Usage leftControl = 224;

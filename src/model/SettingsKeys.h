@@ -4,10 +4,9 @@
 //   settings bundle   { Profiles: [profile], Macros: [macro], DeviceSettings: {...} }
 //   profile           position in Profiles = profile ID; keys below under "Profile record"
 //   macro             position in Macros = macro ID; keys below under "Macro record"
-//   assignment        { command, param1, param2 }, under its control's identifier in Keys or Buttons
+//   assignment        { command, param1, param2 }, under its control's identifier (Controls.h) in Keys or Buttons
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -93,12 +92,5 @@ inline constexpr std::size_t maximumProfiles = 5;
 inline constexpr std::size_t maximumStages = 5;
 inline constexpr std::size_t keymapCount = 8;
 inline constexpr std::size_t lightingZoneCount = 3;
-
-// The controls of the mouse by identifier. A key control carries the keyboard usage (HID usage page 7) that it sends
-// by default; 232 to 235 are this device's own codes for the diagonals of the direction pad.
-inline constexpr std::array<Key, 24> keyIdentifiers = {"43", "20",  "26",  "8",   "21", "57",  "4",  "22",
-                                                       "7",  "9",   "225", "29",  "27", "6",   "44", "226",
-                                                       "82", "233", "79",  "235", "81", "234", "80", "232"};
-inline constexpr std::array<Key, 3> buttonIdentifiers = {"03", "06", "07"};
 
 }  // namespace vorn::keys

@@ -127,7 +127,7 @@ const PropertyList& MouseProfilesController::selectedProfile() const {
 }
 
 bool MouseProfilesController::isFull() const {
-  return profilesArray.size() >= mostProfiles;
+  return profilesArray.size() >= keys::maximumProfiles;
 }
 
 // --- Selection

@@ -40,8 +40,6 @@ class MouseProfilesController : public QWidget {
   Q_OBJECT
 
  public:
-  static constexpr int mostProfiles = 5;
-
   // What an alert or a panel was opened for. The values are passed as contextInfo.
   enum Context {
     ApplicationContext = 1,

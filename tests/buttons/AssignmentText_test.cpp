@@ -38,7 +38,7 @@ const QStringList defaultTexts = {"Tab ",
 
 QString labelOf(ButtonsFixture& fixture, const ControlDescriptor& control, const PropertyList& record) {
   fixture.give(control, record);
-  return fixture.tab.stringForButtonValue(record[keys::Command].toInt(), control.identifier, control.groupType);
+  return fixture.tab.stringForButtonValue(record[keys::Command].toInt(), control.identifier, control.groupType());
 }
 
 }  // namespace
@@ -131,9 +131,9 @@ class ButtonsTextsTest : public QObject {
     const ControlDescriptor& control = ButtonsFixture::control(ordinal);
     const QString text = defaultTexts[ordinal - 1];
     ButtonsFixture fixture;
-    QCOMPARE(fixture.tab.getDefaultKeyForButton(control.identifier, control.groupType), text);
+    QCOMPARE(fixture.tab.getDefaultKeyForButton(control.identifier, control.groupType()), text);
     const bool isDirection = control.family == ControlFamily::DirectionPad;
-    const QString label = fixture.tab.stringForButtonValue(45, control.identifier, control.groupType);
+    const QString label = fixture.tab.stringForButtonValue(45, control.identifier, control.groupType());
     QCOMPARE(label, isDirection ? QStringLiteral("(Default)") : text + QStringLiteral("(Default)"));
     if (!isDirection) QCOMPARE(fixture.tab.mDefaultName(), text.chopped(1));
   }

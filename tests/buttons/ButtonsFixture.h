@@ -54,7 +54,7 @@ inline PropertyList call(std::vector<PropertyList> nameAndArguments) {
 }
 
 inline const char* groupKey(const ControlDescriptor& control) {
-  return control.groupType == 1 ? "Keys" : "Buttons";
+  return control.groupType() == 1 ? "Keys" : "Buttons";
 }
 
 // The keymaps of a profile, each like the factory's but for one key that tells them apart.
@@ -177,7 +177,7 @@ struct ButtonsFixture : TabWithDelegate, ButtonsDriver {
 // The 27 controls as rows of a data-driven test, with their position in the table.
 inline void addControlRows() {
   QTest::addColumn<int>("ordinal");
-  for (const ControlDescriptor& control : controlTable) QTest::newRow(control.fieldName) << control.ordinal;
+  for (const ControlDescriptor& control : controlTable) QTest::newRow(control.fieldName) << control.number;
 }
 
 }  // namespace skarn::test

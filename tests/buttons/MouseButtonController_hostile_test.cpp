@@ -30,8 +30,8 @@ void useEverything(ButtonsFixture& fixture) {
     const ControlDescriptor& control = ButtonsFixture::control(ordinal);
     for (const AssignmentCategory category : assignmentCategories) {
       const QString title = titleOf(*fixture.item(control, category));
-      const int command = fixture.tab.intValueOfSelectedString(title, control.identifier, control.groupType);
-      if (command != 46) fixture.tab.checkSelectedValue(command, control.identifier, control.groupIdentifier);
+      const int command = fixture.tab.intValueOfSelectedString(title, control.identifier, control.groupType());
+      if (command != 46) fixture.tab.checkSelectedValue(command, control.identifier, control.groupIdentifier());
     }
     fixture.tab.clickSingleKeyOK();
     fixture.tab.clickKeymapOK();
@@ -41,7 +41,7 @@ void useEverything(ButtonsFixture& fixture) {
     fixture.openSubmenu(control, AssignmentCategory::Macro);
     fixture.openSubmenu(control, AssignmentCategory::Profile);
     fixture.popUp(control).menu()->close();
-    fixture.tab.changeKeymapsKeymapCycleMappingForButton(control.identifier, control.groupIdentifier);
+    fixture.tab.changeKeymapsKeymapCycleMappingForButton(control.identifier, control.groupIdentifier());
   }
   for (int segment = 0; segment < 8; ++segment) fixture.tab.selectKeymapSegment(segment);
   for (int index = 0; index < 5; ++index) fixture.tab.selectProfile(index);
@@ -146,7 +146,7 @@ class ButtonsHostileTest : public QObject {
       for (const auto key : {keys::Command, keys::Param1, keys::Param2}) {
         for (const int command : {1, 10, 16, 17, 45, 46, 50}) {
           fixture.give(control, assignment(command).with(key, value));
-          fixture.tab.checkSelectedValue(50, control.identifier, control.groupIdentifier);
+          fixture.tab.checkSelectedValue(50, control.identifier, control.groupIdentifier());
           fixture.tab.clickKeymapCancel();
           fixture.tab.clickMacroRepeatButton(control);
           fixture.tab.clickMacroRepeatCancel();

@@ -116,7 +116,7 @@ class ButtonsSheetsTest : public QObject {
     QTest::addColumn<int>("ordinal");
     QTest::addColumn<bool>("isScrollVariant");
     for (const ControlDescriptor& control : controlTable)
-      QTest::newRow(control.fieldName) << control.ordinal << (control.ordinal == 18 || control.ordinal == 19);
+      QTest::newRow(control.fieldName) << control.number << (control.number == 18 || control.number == 19);
   }
 
   void every_mode_of_the_list_is_written() {
@@ -221,7 +221,7 @@ class ButtonsSheetsTest : public QObject {
       for (const ControlDescriptor& control : controlTable) QVERIFY(!fixture.row(control).repeatButton()->isVisible());
     }
     for (const ControlDescriptor& control : controlTable) {
-      const std::string code = control.groupType == 1 ? control.identifier : std::to_string(700 + control.ordinal - 17);
+      const std::string code = std::to_string(control.groupType() == 1 ? control.code() : 700 + control.number - 17);
       fixture.tab.updateMacroRepeatButton(code);
       QVERIFY(fixture.row(control).repeatButton()->isVisible());
     }

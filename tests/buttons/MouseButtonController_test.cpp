@@ -73,10 +73,10 @@ class ButtonsTest : public QObject {
   void theTableHasTheIdentifiersOfBothGroups() {
     std::vector<std::string_view> keyGroup, buttonGroup;
     for (const ControlDescriptor& control : controlTable) {
-      (control.groupType == 1 ? keyGroup : buttonGroup).push_back(control.identifier);
+      (control.groupType() == 1 ? keyGroup : buttonGroup).push_back(control.identifier);
       // The two numberings of the groups are opposite to each other.
-      QCOMPARE(control.groupIdentifier, 3 - control.groupType);
-      QCOMPARE(control.ordinal, static_cast<int>(&control - controlTable.data()) + 1);
+      QCOMPARE(control.groupIdentifier(), 3 - control.groupType());
+      QCOMPARE(control.number, static_cast<int>(&control - controlTable.data()) + 1);
     }
     QVERIFY(std::equal(keyGroup.begin(), keyGroup.end(), keys::keyIdentifiers.begin(), keys::keyIdentifiers.end()));
     QVERIFY(std::equal(buttonGroup.begin(), buttonGroup.end(), keys::buttonIdentifiers.begin(),
@@ -96,7 +96,7 @@ class ButtonsTest : public QObject {
     QCOMPARE(row(27).profileActionStem, "ThumbGridThirteen");
     QCOMPARE(row(27).repeatButton, "mMacroRepeatConfigButtonTwentySeven");
     for (const ControlDescriptor& control : controlTable) {
-      if (control.ordinal == 13 || control.ordinal == 14) continue;
+      if (control.number == 13 || control.number == 14) continue;
       QCOMPARE(control.profileActionStem, control.submenuStem);
     }
   }
@@ -297,8 +297,8 @@ class ButtonsTest : public QObject {
     for (const int ordinal : leftClicks) fixture.give(fixture.control(ordinal), assignment(1));
     for (const ControlDescriptor& control : controlTable) {
       const PopUpButton& popUp = fixture.popUp(control);
-      QCOMPARE(popUp.isEnabled(), control.ordinal != disabled);
-      QCOMPARE(popUp.toolTip().isEmpty(), control.ordinal != disabled);
+      QCOMPARE(popUp.isEnabled(), control.number != disabled);
+      QCOMPARE(popUp.toolTip().isEmpty(), control.number != disabled);
     }
   }
 

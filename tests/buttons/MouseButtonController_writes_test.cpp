@@ -22,7 +22,8 @@ class ButtonsWritesTest : public QObject {
     const bool isDirection = control.family == ControlFamily::DirectionPad;
     const int factoryCommand = ordinal == 17 ? 3 : ordinal;  // the wheel's directions are 18 and 19
     const std::pair<AssignmentCategory, PropertyList> expected[] = {
-        {AssignmentCategory::DefaultKey, control.groupType == 1 ? assignment(45, number) : assignment(factoryCommand)},
+        {AssignmentCategory::DefaultKey,
+         control.groupType() == 1 ? assignment(45, number) : assignment(factoryCommand)},
         {AssignmentCategory::Macro, assignment(10)},
         {AssignmentCategory::MouseButton, assignment(1)},
         {AssignmentCategory::Profile, assignment(17)},

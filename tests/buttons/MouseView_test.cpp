@@ -284,7 +284,7 @@ class MouseViewTest : public QObject {
     const QPoint place = shown.view.placeOf(controlTable[11]).toPoint();
     QCOMPARE(shown.tooltipAt(place), QStringLiteral("Button 12, Z key"));
     shown.view.setDescription([](const ControlDescriptor& control) {
-      return QStringLiteral("%1: <b>Fire</b>\nof & Co").arg(control.ordinal);
+      return QStringLiteral("%1: <b>Fire</b>\nof & Co").arg(control.number);
     });
     QCOMPARE(shown.tooltipAt(place), QStringLiteral("12: <b>Fire</b>\nof & Co"));
   }
@@ -306,8 +306,8 @@ class MouseViewTest : public QObject {
     QVERIFY(shown.row.findChild<QLabel*>(field + QStringLiteral("Label")) != nullptr);
     const QString name = localized(control->nameKey);
     const QString spoken = shown.row.popUp()->accessibleName();
-    QVERIFY2(spoken.startsWith(QStringLiteral("Button %1, %2").arg(control->ordinal).arg(name)), qPrintable(spoken));
-    QCOMPARE(shown.row.repeatButton()->accessibleName(), QStringLiteral("Repeat of button %1").arg(control->ordinal));
+    QVERIFY2(spoken.startsWith(QStringLiteral("Button %1, %2").arg(control->number).arg(name)), qPrintable(spoken));
+    QCOMPARE(shown.row.repeatButton()->accessibleName(), QStringLiteral("Repeat of button %1").arg(control->number));
     QVERIFY(!shown.row.repeatButton()->toolTip().isEmpty());
     shown.row.repeatButton()->show();
     QVERIFY(!shown.row.repeatButton()->icon().isNull());

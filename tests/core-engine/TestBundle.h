@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/Controls.h"
 #include "model/PropertyList.h"
-#include "model/SettingsKeys.h"
 
 namespace vorn::engine::test {
 

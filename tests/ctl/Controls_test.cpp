@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
 #include "ctl/Keys.h"
@@ -15,19 +14,7 @@ int numberNamed(std::string_view word) {
   return control != nullptr ? control->number : 0;
 }
 
-TEST(Controls, AreTheKeysAndButtonsOfARecord) {
-  std::set<std::string_view> identifiers;
-  std::set<std::string_view> buttons;
-  int number = 0;
-  for (const Control& control : controls) {
-    EXPECT_EQ(control.number, ++number);
-    (control.isButton ? buttons : identifiers).insert(control.identifier);
-  }
-  EXPECT_EQ(identifiers, std::set<std::string_view>(keys::keyIdentifiers.begin(), keys::keyIdentifiers.end()));
-  EXPECT_EQ(buttons, std::set<std::string_view>(keys::buttonIdentifiers.begin(), keys::buttonIdentifiers.end()));
-}
-
-TEST(Controls, AreFoundByNumberIdentifierAndName) {
+TEST(ControlNames, AreNumbersIdentifiersAndNames) {
   for (const Control& control : controls) {
     EXPECT_EQ(numberNamed(std::to_string(control.number)), control.number);
     EXPECT_EQ(numberNamed("id:" + std::string(control.identifier)), control.number);

@@ -18,9 +18,9 @@ namespace {
 // The engine's virtual mouse, from this process.
 class Mouse {
  public:
-  static bool press(const char* control) { return call(vorn::virtualMouse::methods::Press, {{"s", control}}); }
-  static bool release(const char* control) { return call(vorn::virtualMouse::methods::Release, {{"s", control}}); }
-  static bool click(const char* control) { return press(control) && release(control); }
+  static bool press(std::string_view control) { return call(vorn::virtualMouse::methods::Press, {{"s", control}}); }
+  static bool release(std::string_view control) { return call(vorn::virtualMouse::methods::Release, {{"s", control}}); }
+  static bool click(std::string_view control) { return press(control) && release(control); }
   // A key of the desktop's keyboard.
   static bool type(int usage, bool isPressed) {
     return call(vorn::virtualMouse::methods::Type, {{"u", keyboardPage}, {"u", usage}, {"b", isPressed}});

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "model/SettingsKeys.h"
+#include "model/Controls.h"
 
 namespace vorn {
 namespace {

@@ -20,8 +20,8 @@ inline PropertyList assignment(int command, int param1 = 0, int param2 = 0) {
 inline PropertyList factoryGroup(int groupType) {
   PropertyList group = PropertyList::dictionary();
   for (const ControlDescriptor& control : controlTable) {
-    if (control.groupType != groupType) continue;
-    const int command = control.groupType == 1 ? 45 : (control.repeatCode == 700 ? 3 : control.repeatCode - 683);
+    if (control.groupType() != groupType) continue;
+    const int command = control.groupType() == 1 ? 45 : (control.repeatCode == 700 ? 3 : control.repeatCode - 683);
     group = group.with(control.identifier, assignment(command, groupType == 1 ? control.repeatCode : 0));
   }
   return group;

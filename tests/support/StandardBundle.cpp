@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/Controls.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::test {

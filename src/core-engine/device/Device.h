@@ -20,13 +20,8 @@ struct ConnectionChanged {
 struct BatteryChanged {
   friend bool operator==(const BatteryChanged&, const BatteryChanged&) = default;
 };
-// Keys of the mouse that always do the same and belong to no profile.
-inline constexpr std::string_view keymapKey = "keymap";  // the next keymap
-inline constexpr std::string_view stageUpKey = "stage-up";
-inline constexpr std::string_view stageDownKey = "stage-down";
-
-// A control was pressed or released; control is its identifier (model/SettingsKeys.h), or one of the keys above. A step
-// of the wheel is a press and a release.
+// A control was pressed or released; control is its identifier, or one of the fixed keys (model/Controls.h). A step of
+// the wheel is a press and a release.
 struct ControlChanged {
   std::string control;
   bool isPressed = false;

@@ -1,21 +1,16 @@
 #include "core-engine/device/VirtualDevice.h"
 
 #include <algorithm>
-#include <array>
 
 #include "core-engine/play/OutputKeys.h"
-#include "model/SettingsKeys.h"
+#include "model/Controls.h"
 
 namespace vorn::engine {
 
 VirtualDevice::VirtualDevice(Connection connection) : mConnection(connection) {}
 
 bool VirtualDevice::isControl(std::string_view identifier) {
-  const auto holds = [&](const auto& identifiers) {
-    return std::find(identifiers.begin(), identifiers.end(), identifier) != identifiers.end();
-  };
-  return holds(keys::keyIdentifiers) || holds(keys::buttonIdentifiers) ||
-         holds(std::array{keymapKey, stageUpKey, stageDownKey});
+  return controlOf(identifier) != nullptr || std::ranges::find(fixedKeys, identifier) != fixedKeys.end();
 }
 
 std::string VirtualDevice::firmwareVersion() const {

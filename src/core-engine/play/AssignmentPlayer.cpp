@@ -1,7 +1,6 @@
 #include "core-engine/play/AssignmentPlayer.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
 #include <variant>
@@ -9,6 +8,7 @@
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/MacroRules.h"
 #include "core-engine/rules/SensitivityRules.h"
+#include "model/Controls.h"
 #include "model/HidUsages.h"
 #include "model/SettingsKeys.h"
 
@@ -17,18 +17,6 @@ namespace vorn::engine {
 namespace {
 
 constexpr std::int32_t onTheFlyStep = 100;  // DPI
-
-// The arrows that a diagonal of the direction pad stands for. Its codes are the mouse's own.
-struct Diagonal {
-  std::int64_t code = 0;
-  std::array<hid::Usage, 2> arrows{};
-};
-constexpr hid::Usage right = 79;
-constexpr hid::Usage left = 80;
-constexpr hid::Usage down = 81;
-constexpr hid::Usage up = 82;
-constexpr std::array<Diagonal, 4> diagonals = {
-    {{232, {up, left}}, {233, {up, right}}, {234, {down, left}}, {235, {down, right}}}};
 
 // The button that the command holds down; 0 for any other command. Browsers take button 4 for backward and button 5
 // for forward.
@@ -111,7 +99,7 @@ void AssignmentPlayer::releaseAll() {
 
 // While a control for on-the-fly sensitivity is held, the wheel does nothing else.
 bool AssignmentPlayer::turnsSensitivity(std::string_view control) const {
-  if (control != wheelUp && control != wheelDown) return false;
+  if (!isWheelTurn(control)) return false;
   return std::any_of(mPresses.begin(), mPresses.end(),
                      [](const auto& entry) { return entry.second->command == AssignmentCommand::OnTheFlySensitivity; });
 }
@@ -122,11 +110,12 @@ PropertyList AssignmentPlayer::assignmentOf(std::string_view control) const {
   if (control == stageDownKey) return assignmentRecord(AssignmentCommand::StageDown);
   // A mouse that nobody has settings for works as it left the factory.
   if (mParts.store.isEmpty()) return factoryAssignment(control);
-  const auto& buttons = keys::buttonIdentifiers;
-  const bool isButton = std::find(buttons.begin(), buttons.end(), control) != buttons.end();
-  const PropertyList& assignment = mParts.profiles.activeProfile()[isButton ? keys::Buttons : keys::Keys][control];
+  const Control* known = controlOf(control);
+  const keys::Key group = known != nullptr ? known->group : keys::Keys;
+  const PropertyList& assignment = mParts.profiles.activeProfile()[group][control];
   // A button of the mouse is no key and has no usage under "param1".
-  if (isButton && commandOf(assignment) == AssignmentCommand::DefaultKey) return factoryAssignment(control);
+  if (group == keys::Buttons && commandOf(assignment) == AssignmentCommand::DefaultKey)
+    return factoryAssignment(control);
   return assignment;
 }
 
@@ -182,9 +171,8 @@ void AssignmentPlayer::pressKey(std::int64_t usage, std::int64_t modifiers, KeyH
 }
 
 void AssignmentPlayer::pressDefault(std::int64_t code, KeyHold& hold) {
-  const auto diagonal =
-      std::find_if(diagonals.begin(), diagonals.end(), [code](const Diagonal& each) { return each.code == code; });
-  if (diagonal == diagonals.end()) return pressKey(code, 0, hold);
+  const Control* diagonal = diagonalOf(code);
+  if (diagonal == nullptr) return pressKey(code, 0, hold);
   for (const hid::Usage arrow : diagonal->arrows) hold.press({hid::keyboardPage, arrow});
 }
 

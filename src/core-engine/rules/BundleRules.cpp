@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/Assignments.h"
+#include "model/Controls.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {

@@ -8,14 +8,11 @@
 
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/RecordLimits.h"
-#include "model/SettingsKeys.h"
+#include "model/ProfileKeys.h"
 
 namespace vorn::engine {
 
 namespace {
-
-constexpr keys::Key deviceWideKeys[] = {keys::PollingRate,          keys::ProfileOSDOn,      keys::PowerSaver,
-                                        keys::BatteryCriticalLevel, keys::BrightnessBattery, keys::BrightnessNormal};
 
 ProfileChange refused(ReturnStatus status, std::string reason, std::string detail = {}) {
   return {std::nullopt, status, {{std::move(reason), std::move(detail)}}};
@@ -96,7 +93,9 @@ PropertyList mirrored(const PropertyList& deviceSettings, const PropertyList& pr
   const bool isRename =
       settings.contains(keys::ProfileName) && settings[keys::ProfileName] != profile[keys::ProfileName];
   PropertyList result = deviceSettings;
-  for (const keys::Key key : deviceWideKeys) {
+  for (const ProfileKey& setting : profileKeys) {
+    if (setting.scope != SettingScope::Device) continue;
+    const keys::Key key = setting.key;
     const bool isNews = settings.contains(key) && !(isRename && settings[key] == profile[key]);
     if (isNews && settings[key] != result[key]) result = result.with(key, settings[key]);
   }
@@ -160,7 +159,9 @@ ProfileChange withReplacedProfiles(const PropertyList& bundle, const PropertyLis
     return refused(ReturnStatus::Malformed, "\"AllProfiles\" takes an array", records.description(100));
   }
   if (records.isEmpty() || records.size() > keys::maximumProfiles) {
-    return refused(ReturnStatus::OutOfRange, "\"AllProfiles\" takes 1 to 5 profiles", std::to_string(records.size()));
+    return refused(ReturnStatus::OutOfRange,
+                   "\"AllProfiles\" takes 1 to " + std::to_string(keys::maximumProfiles) + " profiles",
+                   std::to_string(records.size()));
   }
   std::vector<PropertyList> profiles;
   std::vector<Complaint> complaints;

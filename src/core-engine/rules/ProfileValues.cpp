@@ -1,132 +1,98 @@
 #include "core-engine/rules/ProfileValues.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <iterator>
 #include <optional>
-#include <span>
+#include <utility>
 
 #include "core-engine/rules/BundleRules.h"
-#include "core-engine/rules/SensitivityRules.h"
-#include "model/SettingsKeys.h"
+#include "model/ProfileKeys.h"
 
 namespace vorn::engine {
 
 namespace {
 
-enum class Kind : std::uint8_t { Text, Number, Dictionary, List, Group, Keymaps, Stages, Colors };
-
-struct Rule {
-  keys::Key key;
-  Kind kind;
-  std::int32_t minimum = 0;  // of a number
-  std::int32_t maximum = 0;
-};
-
-constexpr std::int32_t maximumLevel = 255;
-
-constexpr Rule rules[] = {
-    {keys::ProfileName, Kind::Text},
-    {keys::Keys, Kind::Group},
-    {keys::Buttons, Kind::Group},
-    {keys::Keymap, Kind::Keymaps},
-    {keys::KeymapID, Kind::Number, 0, static_cast<std::int32_t>(keys::keymapCount) - 1},
-    {keys::Stages, Kind::Stages},
-    {keys::StageValue, Kind::Number, 0, static_cast<std::int32_t>(keys::maximumStages) - 1},
-    {keys::DPIX, Kind::Number, minimumDpi, maximumDpi},
-    {keys::DPIY, Kind::Number, minimumDpi, maximumDpi},
-    {keys::IndependentXYOn, Kind::Number, 0, 1},
-    {keys::SensitivityOSDOn, Kind::Number, 0, 1},
-    {keys::MasterSensitivityOn, Kind::Number, 0, 1},
-    {keys::Sensitivity, Kind::List},
-    {keys::AccelerationOn, Kind::Number, 0, 1},
-    {keys::Acceleration, Kind::Number, 0, maximumLevel},
-    {keys::PollingRate, Kind::Number, 125, 1000},
-    {keys::LEDColors, Kind::Colors},
-    {keys::LEDEffects, Kind::Number, 0, maximumLevel},
-    {keys::ScrollLED, Kind::Number, 0, 1},
-    {keys::BrightnessKBNormal, Kind::Number, 0, maximumLevel},
-    {keys::BrightnessNormal, Kind::Number, 0, maximumLevel},
-    {keys::BrightnessBattery, Kind::Number, 0, maximumLevel},
-    {keys::PowerSaver, Kind::Number, 0, maximumLevel},
-    {keys::BatteryCriticalLevel, Kind::Number, 0, maximumLevel},
-    {keys::AppInfo, Kind::Dictionary},
-    {keys::AutoSwitchOn, Kind::Number, 0, 1},
-    {keys::ProfileOSDOn, Kind::Number, 0, 1},
-};
-
-bool isNumberWithin(const PropertyList& value, std::int32_t minimum, std::int32_t maximum) {
+bool isNumberWithin(const PropertyList& value, const SettingRange& range) {
   // As a real, an unsigned integer beyond the signed ones stays beyond the maximum.
-  return value.isNumber() && value.toDouble() >= minimum && value.toDouble() <= maximum;
+  return value.isNumber() && value.toDouble() >= range.minimum && value.toDouble() <= range.maximum;
 }
 
-// A count, a position or a level; a flag may be a boolean.
-bool isIntegerWithin(const PropertyList& value, std::int32_t minimum, std::int32_t maximum) {
-  return (value.isInteger() || (value.isBoolean() && maximum == 1)) && isNumberWithin(value, minimum, maximum);
+bool isIntegerWithin(const PropertyList& value, const SettingRange& range) {
+  return value.isInteger() && isNumberWithin(value, range);
 }
 
-bool isMissingOrWithin(const PropertyList& value, std::int32_t minimum, std::int32_t maximum) {
-  return value.isNone() || isNumberWithin(value, minimum, maximum);
+bool isMissingOrWithin(const PropertyList& value, const SettingRange& range) {
+  return value.isNone() || isNumberWithin(value, range);
 }
 
-bool isStage(const PropertyList& stage) {
-  return isIntegerWithin(stage[keys::StageDpiX], minimumDpi, maximumDpi) &&
-         isIntegerWithin(stage[keys::StageDpiY], minimumDpi, maximumDpi) &&
-         isMissingOrWithin(stage[keys::StageIndependentXY], 0, 1);
+bool isKeymap(const PropertyList& keymap) {
+  const auto isGroup = [&](keys::Key group) { return !keymap.contains(group) || keymap[group].isDictionary(); };
+  return keymap.isDictionary() && isGroup(keys::Keys) && isGroup(keys::Buttons);
 }
 
-bool isColor(const PropertyList& color) {
-  return color.isDictionary() && isMissingOrWithin(color[keys::Red], 0, 1) &&
-         isMissingOrWithin(color[keys::Green], 0, 1) && isMissingOrWithin(color[keys::Blue], 0, 1);
+bool isStage(const PropertyList& stage, const SettingRange& sensitivities) {
+  return isIntegerWithin(stage[keys::StageDpiX], sensitivities) &&
+         isIntegerWithin(stage[keys::StageDpiY], sensitivities) &&
+         isMissingOrWithin(stage[keys::StageIndependentXY], {0, 1});
+}
+
+bool isColor(const PropertyList& color, const SettingRange& components) {
+  return color.isDictionary() && isMissingOrWithin(color[keys::Red], components) &&
+         isMissingOrWithin(color[keys::Green], components) && isMissingOrWithin(color[keys::Blue], components);
 }
 
 template <typename Predicate>
-bool isArrayOf(const PropertyList& value, std::size_t maximum, Predicate isElement) {
+bool isArrayOf(const PropertyList& value, const SettingRange& count, Predicate isElement) {
   const auto elements = value.elements();
-  return !elements.empty() && elements.size() <= maximum && std::all_of(elements.begin(), elements.end(), isElement);
+  return value.isArray() && std::cmp_greater_equal(elements.size(), count.minimum) &&
+         std::cmp_less_equal(elements.size(), count.maximum) &&
+         std::all_of(elements.begin(), elements.end(), isElement);
 }
 
-bool fits(const Rule& rule, const PropertyList& value) {
-  switch (rule.kind) {
-    case Kind::Text:
+bool fits(const ProfileKey& setting, const PropertyList& value) {
+  switch (setting.type) {
+    case SettingType::Text:
       return value.isString();
-    case Kind::Number:
-      return isIntegerWithin(value, rule.minimum, rule.maximum);
-    case Kind::Dictionary:
-    case Kind::Group:
+    case SettingType::Integer:
+      return isIntegerWithin(value, setting.range);
+    case SettingType::Flag:
+      return value.isBoolean() || isIntegerWithin(value, setting.range);
+    case SettingType::Dictionary:
       return value.isDictionary();
-    case Kind::List:
+    case SettingType::Array:
       return value.isArray();
-    case Kind::Keymaps:
-      return isArrayOf(value, keys::keymapCount, [](const PropertyList& keymap) {
-        const auto isGroup = [&](keys::Key group) { return !keymap.contains(group) || keymap[group].isDictionary(); };
-        return keymap.isDictionary() && isGroup(keys::Keys) && isGroup(keys::Buttons);
-      });
-    case Kind::Stages:
-      return isArrayOf(value, keys::maximumStages, isStage);
-    case Kind::Colors:
-      return isArrayOf(value, maximumLevel, isColor);
+    case SettingType::Keymaps:
+      return isArrayOf(value, setting.range, isKeymap);
+    case SettingType::Stages:
+      return isArrayOf(value, setting.range,
+                       [&](const PropertyList& stage) { return isStage(stage, setting.elements); });
+    case SettingType::Colors:
+      return isArrayOf(value, setting.range,
+                       [&](const PropertyList& color) { return isColor(color, setting.elements); });
   }
   return false;
 }
 
-std::string expectation(const Rule& rule) {
-  switch (rule.kind) {
-    case Kind::Text:
+std::string textOf(const SettingRange& range) {
+  return std::to_string(range.minimum) + " to " + std::to_string(range.maximum);
+}
+
+std::string expectation(const ProfileKey& setting) {
+  switch (setting.type) {
+    case SettingType::Text:
       return "a text";
-    case Kind::Number:
-      return "a whole number from " + std::to_string(rule.minimum) + " to " + std::to_string(rule.maximum);
-    case Kind::Dictionary:
-    case Kind::Group:
+    case SettingType::Integer:
+    case SettingType::Flag:
+      return "a whole number from " + textOf(setting.range);
+    case SettingType::Dictionary:
       return "a dictionary";
-    case Kind::List:
+    case SettingType::Array:
       return "an array";
-    case Kind::Keymaps:
-      return "an array of 1 to 8 keymaps";
-    case Kind::Stages:
-      return "an array of 1 to 5 stages from 100 to 5600 DPI";
-    case Kind::Colors:
-      return "an array of colours with components from 0 to 1";
+    case SettingType::Keymaps:
+      return "an array of " + textOf(setting.range) + " keymaps";
+    case SettingType::Stages:
+      return "an array of " + textOf(setting.range) + " stages from " + textOf(setting.elements) + " DPI";
+    case SettingType::Colors:
+      return "an array of colours with components from " + textOf(setting.elements);
   }
   return {};
 }
@@ -158,12 +124,12 @@ std::optional<std::string_view> incompleteAssignment(const PropertyList& setting
 
 CheckedSettings checkedSettings(const PropertyList& settings) {
   CheckedSettings result{settings, {}};
-  for (const Rule& rule : rules) {
-    const PropertyList& value = settings[rule.key];
-    if (value.isNone() || fits(rule, value)) continue;
-    result.settings = result.settings.without(rule.key);
-    result.complaints.push_back(
-        {std::string("\"").append(rule.key).append("\" takes ").append(expectation(rule)), value.description(100)});
+  for (const ProfileKey& setting : profileKeys) {
+    const PropertyList& value = settings[setting.key];
+    if (value.isNone() || fits(setting, value)) continue;
+    result.settings = result.settings.without(setting.key);
+    result.complaints.push_back({std::string("\"").append(setting.key).append("\" takes ").append(expectation(setting)),
+                                 value.description(100)});
     result.isWhole = false;
   }
   if (const auto identifier = incompleteAssignment(result.settings)) {

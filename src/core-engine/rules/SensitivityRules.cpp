@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/SettingsKeys.h"
+#include "model/ProfileKeys.h"
 
 namespace vorn::engine {
 
@@ -34,8 +34,8 @@ PropertyList stageStep(const PropertyList& profile, std::int32_t steps) {
 PropertyList dpiStep(const PropertyList& profile, std::int32_t step) {
   PropertyList result = PropertyList::dictionary();
   for (const keys::Key axis : {keys::DPIX, keys::DPIY}) {
-    const std::int32_t now = std::clamp(profile[axis].toInt(), minimumDpi, maximumDpi);
-    result = result.with(axis, std::clamp(now + step, minimumDpi, maximumDpi));
+    const std::int32_t now = std::clamp(profile[axis].toInt(), dpiRange.minimum, dpiRange.maximum);
+    result = result.with(axis, std::clamp(now + step, dpiRange.minimum, dpiRange.maximum));
   }
   return result;
 }

@@ -8,10 +8,6 @@
 
 namespace vorn::engine {
 
-// The sensitivity of an axis, in DPI.
-inline constexpr std::int32_t minimumDpi = 100;
-inline constexpr std::int32_t maximumDpi = 5600;
-
 // So many stages up (down, where negative), as far as there are any: "StageValue" and the sensitivity of that stage.
 // Empty for a profile without stages.
 PropertyList stageStep(const PropertyList& profile, std::int32_t steps);

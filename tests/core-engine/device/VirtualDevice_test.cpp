@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "model/SettingsKeys.h"
+#include "model/Controls.h"
 
 namespace vorn::engine::test {
 namespace {

@@ -5,6 +5,7 @@
 
 #include "core-engine/AssignmentFixture.h"
 #include "core-engine/requests/ProfileRequests.h"
+#include "model/Controls.h"
 
 namespace vorn::engine::test {
 namespace {

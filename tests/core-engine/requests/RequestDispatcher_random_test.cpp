@@ -9,6 +9,7 @@
 #include "core-engine/TestParts.h"
 #include "core-engine/requests/RequestDispatcher.h"
 #include "core-engine/rules/BundleRules.h"
+#include "model/Controls.h"
 #include "model/PropertyListCodec.h"
 #include "model/SettingsKeys.h"
 

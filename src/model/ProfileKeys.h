@@ -1,0 +1,93 @@
+// The settings of a profile: what the engine accepts under each key of its record. A control of the configurator may
+// offer less than that. Pure; any thread.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "model/SettingsKeys.h"
+
+namespace vorn {
+
+enum class SettingType : std::uint8_t {
+  Text,
+  Integer,
+  Flag,  // 0 or 1, or a boolean
+  Dictionary,
+  Array,    // of anything
+  Keymaps,  // array of dictionaries whose "Keys" and "Buttons", where they have them, are dictionaries
+  Stages,   // array of stage records with "dpix" and "dpiy"
+  Colors,   // array of dictionaries whose components, where they have them, are numbers
+};
+enum class SettingUnit : std::uint8_t { None, Dpi, Hertz };
+// A value of the device is the same for all profiles: an update of any of them repeats it in the device settings.
+enum class SettingScope : std::uint8_t { Profile, Device };
+
+// Both ends belong to it.
+struct SettingRange {
+  std::int32_t minimum = 0;
+  std::int32_t maximum = 0;
+  friend constexpr bool operator==(const SettingRange&, const SettingRange&) = default;
+};
+
+struct ProfileKey {
+  keys::Key key;
+  SettingType type;
+  SettingRange range = {};  // of an integer or a flag; of the number of keymaps, stages or colours
+  SettingScope scope = SettingScope::Profile;
+  SettingUnit unit = SettingUnit::None;
+  SettingRange elements = {};  // of the sensitivities of a stage and of the components of a colour
+};
+
+inline constexpr SettingRange dpiRange = {100, 5600};  // of each axis
+
+namespace detail {
+
+// A position or a level that means something to its control alone.
+inline constexpr SettingRange anyLevel = {0, 255};
+inline constexpr SettingRange flag = {0, 1};
+
+constexpr SettingRange positionIn(std::size_t count) {
+  return {0, static_cast<std::int32_t>(count) - 1};
+}
+constexpr SettingRange upTo(std::size_t count) {
+  return {1, static_cast<std::int32_t>(count)};
+}
+
+}  // namespace detail
+
+// clang-format off
+inline constexpr std::array<ProfileKey, 27> profileKeys = {{
+    {keys::ProfileName, SettingType::Text},
+    {keys::Keys, SettingType::Dictionary},
+    {keys::Buttons, SettingType::Dictionary},
+    {keys::Keymap, SettingType::Keymaps, detail::upTo(keys::keymapCount)},
+    {keys::KeymapID, SettingType::Integer, detail::positionIn(keys::keymapCount)},
+    {keys::Stages, SettingType::Stages, detail::upTo(keys::maximumStages), SettingScope::Profile, SettingUnit::Dpi,
+     dpiRange},
+    {keys::StageValue, SettingType::Integer, detail::positionIn(keys::maximumStages)},
+    {keys::DPIX, SettingType::Integer, dpiRange, SettingScope::Profile, SettingUnit::Dpi},
+    {keys::DPIY, SettingType::Integer, dpiRange, SettingScope::Profile, SettingUnit::Dpi},
+    {keys::IndependentXYOn, SettingType::Flag, detail::flag},
+    {keys::SensitivityOSDOn, SettingType::Flag, detail::flag},
+    {keys::MasterSensitivityOn, SettingType::Flag, detail::flag},
+    {keys::Sensitivity, SettingType::Array},
+    {keys::AccelerationOn, SettingType::Flag, detail::flag},
+    {keys::Acceleration, SettingType::Integer, detail::anyLevel},
+    {keys::PollingRate, SettingType::Integer, {125, 1000}, SettingScope::Device, SettingUnit::Hertz},
+    {keys::LEDColors, SettingType::Colors, {1, 255}, SettingScope::Profile, SettingUnit::None, {0, 1}},
+    {keys::LEDEffects, SettingType::Integer, detail::anyLevel},
+    {keys::ScrollLED, SettingType::Flag, detail::flag},
+    {keys::BrightnessKBNormal, SettingType::Integer, detail::anyLevel},
+    {keys::BrightnessNormal, SettingType::Integer, detail::anyLevel, SettingScope::Device},
+    {keys::BrightnessBattery, SettingType::Integer, detail::anyLevel, SettingScope::Device},
+    {keys::PowerSaver, SettingType::Integer, detail::anyLevel, SettingScope::Device},
+    {keys::BatteryCriticalLevel, SettingType::Integer, detail::anyLevel, SettingScope::Device},
+    {keys::AppInfo, SettingType::Dictionary},
+    {keys::AutoSwitchOn, SettingType::Flag, detail::flag},
+    {keys::ProfileOSDOn, SettingType::Flag, detail::flag, SettingScope::Device},
+}};
+// clang-format on
+
+}  // namespace vorn

@@ -1,0 +1,154 @@
+// The settings of a profile in one table: the reference of the file formats and the controls of the layouts say the
+// same.
+#include "model/ProfileKeys.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+std::string contentsOf(const fs::path& path) {
+  std::ifstream file(path);
+  std::ostringstream contents;
+  contents << file.rdbuf();
+  return contents.str();
+}
+
+const std::map<SettingType, std::string> typeNames = {
+    {SettingType::Text, "string"},  {SettingType::Integer, "integer"},      {SettingType::Flag, "flag"},
+    {SettingType::Array, "array"},  {SettingType::Keymaps, "array"},        {SettingType::Stages, "array"},
+    {SettingType::Colors, "array"}, {SettingType::Dictionary, "dictionary"}};
+const std::map<SettingUnit, std::string> unitNames = {
+    {SettingUnit::None, ""}, {SettingUnit::Dpi, " DPI"}, {SettingUnit::Hertz, " Hz"}};
+
+std::string rangeText(const ProfileKey& setting) {
+  const auto text = [](const SettingRange& range) {
+    return std::to_string(range.minimum) + " to " + std::to_string(range.maximum);
+  };
+  if (setting.range == SettingRange()) return "any";
+  if (typeNames.at(setting.type) != "array") return text(setting.range);
+  const std::string count = text(setting.range) + " elements";
+  return setting.elements == SettingRange() ? count : count + ", " + text(setting.elements);
+}
+
+// The rows of the table without their last column, which is for people.
+Lines documentedSettings() {
+  Lines rows;
+  std::istringstream page(contentsOf(fs::path(SOURCE_FOLDER) / "docs" / "file-formats.md"));
+  bool isInSection = false;
+  bool isInTable = false;
+  for (std::string line; std::getline(page, line);) {
+    if (line.starts_with("## ")) isInSection = line == "## Profile files";
+    if (isInTable && line.empty()) break;
+    if (isInTable) rows.push_back(line.substr(0, line.rfind(" | ")));
+    if (isInSection && line.starts_with("|---")) isInTable = true;
+  }
+  return rows;
+}
+
+TEST(ProfileKeys, AreOnceInTheReferenceOfTheFileFormats) {
+  Lines expected;
+  for (const ProfileKey& setting : profileKeys) {
+    expected.push_back("| \"" + std::string(setting.key) + "\" | " + typeNames.at(setting.type) + " | " +
+                       rangeText(setting) + " |" + unitNames.at(setting.unit) +
+                       (setting.scope == SettingScope::Device ? " | device" : " | profile"));
+  }
+  EXPECT_EQ(documentedSettings(), expected);
+}
+
+TEST(ProfileKeys, StandInTheTableOnce) {
+  std::set<std::string_view> names;
+  for (const ProfileKey& setting : profileKeys) names.insert(setting.key);
+  EXPECT_EQ(names.size(), profileKeys.size());
+}
+
+// --- Layouts
+
+struct Slider {
+  std::string name;
+  SettingRange range;
+};
+
+int numberIn(const std::string& element, const char* property, int preset) {
+  const std::regex pattern("<property name=\"" + std::string(property) + "\">\\s*<number>(-?\\d+)</number>");
+  std::smatch match;
+  return std::regex_search(element, match, pattern) ? std::stoi(match[1]) : preset;
+}
+
+// Whatever has a range in a layout. Such widgets hold no others.
+std::vector<Slider> slidersOf(const std::string& layout) {
+  static const std::regex opening(
+      R"re(<widget class="(?:\w+::)?\w*(?:Slider|SpinBox|Dial|ScrollBar)" name="(\w+)">)re");
+  std::vector<Slider> sliders;
+  for (std::sregex_iterator match(layout.begin(), layout.end(), opening), end; match != end; ++match) {
+    const auto begin = static_cast<std::size_t>(match->position());
+    const std::string element = layout.substr(begin, layout.find("</widget>", begin) - begin);
+    sliders.push_back({(*match)[1], {numberIn(element, "minimum", 0), numberIn(element, "maximum", 99)}});
+  }
+  return sliders;
+}
+
+std::vector<Slider> slidersOfAllLayouts() {
+  std::vector<Slider> sliders;
+  for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_FOLDER) / "src")) {
+    if (entry.path().extension() != ".ui") continue;
+    for (const Slider& slider : slidersOf(contentsOf(entry.path()))) sliders.push_back(slider);
+  }
+  return sliders;
+}
+
+SettingRange rangeOf(keys::Key key) {
+  for (const ProfileKey& setting : profileKeys) {
+    if (setting.key == key) return setting.type == SettingType::Stages ? setting.elements : setting.range;
+  }
+  return {};
+}
+
+struct Editor {
+  keys::Key key;
+  SettingRange narrower = {};  // where the control offers less than the engine accepts
+  const char* reason = "";
+};
+
+const std::map<std::string, Editor> editors = {
+    {"mXDpiSlider", {keys::DPIX}},
+    {"mYDpiSlider", {keys::DPIY}},
+    {"mStageXDpiSlider", {keys::Stages}},
+    {"mStageYDpiSlider", {keys::Stages}},
+    {"mAccelerationSlider", {keys::Acceleration, {1, 10}, "ten levels; 0 is what switching it off writes"}},
+    {"mBrightnessValue", {keys::BrightnessKBNormal, {1, 4}, "four steps: off, dim, normal, bright"}},
+    {"mLightBrightnessSlider", {keys::BrightnessBattery, {1, 4}, "four steps: off, dim, normal, bright"}},
+    {"mSleepModeSlider", {keys::PowerSaver, {1, 4}, "four times: 1, 5, 10, 15 minutes"}},
+    {"mFLashScrollWheelSlider", {keys::BatteryCriticalLevel, {1, 5}, "five levels: 5, 10, 15, 20, 25 percent"}},
+};
+
+TEST(ProfileKeys, HaveTheRangesOfTheirSliders) {
+  std::set<std::string> found;
+  for (const Slider& slider : slidersOfAllLayouts()) {
+    EXPECT_TRUE(found.insert(slider.name).second) << slider.name << " is in two layouts";
+    const auto editor = editors.find(slider.name);
+    ASSERT_NE(editor, editors.end()) << slider.name << " edits no setting that is known here";
+    const auto& [key, narrower, reason] = editor->second;
+    const SettingRange accepted = rangeOf(key);
+    const SettingRange offered = narrower == SettingRange() ? accepted : narrower;
+    EXPECT_EQ(slider.range, offered) << slider.name << ": " << slider.range.minimum << " to " << slider.range.maximum;
+    EXPECT_TRUE(offered.minimum >= accepted.minimum && offered.maximum <= accepted.maximum) << slider.name;
+    EXPECT_EQ(offered != accepted, *reason != '\0') << slider.name;
+  }
+  EXPECT_EQ(found.size(), editors.size());
+}
+
+}  // namespace
+}  // namespace vorn
