@@ -1,7 +1,6 @@
 #include "app/MouseMainWindow.h"
 
 #include <QEvent>
-#include <QFont>
 #include <QWindow>
 #include <initializer_list>
 
@@ -14,13 +13,6 @@ namespace skarn {
 MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::make_unique<Ui::MouseMainWindow>()) {
   mUi->setupUi(this);
   mUi->mDeviceLogo->setPixmap(image(QStringLiteral("mouse-small.png")));
-  QFont title = font();
-  title.setPointSizeF(title.pointSizeF() * 1.4);
-  title.setWeight(QFont::DemiBold);
-  mUi->mProductTitle->setFont(title);
-  QFont name = font();
-  name.setWeight(QFont::DemiBold);
-  mUi->mHeaderProfileName->setFont(name);
   showProfileName(QString());
   tintIcons();
 }

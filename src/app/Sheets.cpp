@@ -1,7 +1,6 @@
 #include "app/Sheets.h"
 
 #include <QCloseEvent>
-#include <QFont>
 
 #include "ui_DeviceConnectionSheet.h"
 #include "ui_RestoringStateSheet.h"
@@ -11,10 +10,6 @@ namespace skarn {
 DeviceConnectionSheet::DeviceConnectionSheet(QWidget* window)
     : QDialog(window, Qt::Sheet), mUi(std::make_unique<Ui::DeviceConnectionSheet>()) {
   mUi->setupUi(this);
-  QFont title = font();
-  title.setPointSizeF(title.pointSizeF() * 1.1);
-  title.setWeight(QFont::DemiBold);
-  mUi->mDeviceConnectionAlertTitle->setFont(title);
   connect(mUi->mDeviceConnectionOK, &QPushButton::clicked, this, &DeviceConnectionSheet::okClicked);
 }
 

@@ -4,6 +4,7 @@
 #include <QPushButton>
 
 #include "widgets/SkarnStyle.h"
+#include "widgets/TitleText.h"
 
 namespace skarn {
 
@@ -41,9 +42,7 @@ Alert* Alert::show(QWidget* window, const QString& message, const QString& infor
   alert->layOutTexts();
   QList<QPushButton*> made;
   for (const QString& title : buttons) {
-    QString shown = title;
-    shown.replace(QLatin1Char('&'), QLatin1String("&&"));
-    made << alert->addButton(shown, made.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+    made << alert->addButton(escapedTitle(title), made.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
   }
   if (!made.isEmpty()) {
     alert->setDefaultButton(made.constFirst());
