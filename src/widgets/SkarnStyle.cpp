@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QGroupBox>
 #include <QIcon>
@@ -364,6 +365,9 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_ComboBox_AllowWheelScrolling:
       return 0;
+    case SH_DialogButtonLayout:
+      // Cancel at the left of what is done, as in the sheets, whatever the desktop's own order is.
+      return QDialogButtonBox::GnomeLayout;
     case SH_Slider_AbsoluteSetButtons:
       // A click on the track moves the handle there.
       return Qt::LeftButton;
