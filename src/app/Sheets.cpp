@@ -4,11 +4,12 @@
 
 #include "ui_DeviceConnectionSheet.h"
 #include "ui_RestoringStateSheet.h"
+#include "widgets/SheetFlags.h"
 
 namespace skarn {
 
 DeviceConnectionSheet::DeviceConnectionSheet(QWidget* window)
-    : QDialog(window, Qt::Sheet), mUi(std::make_unique<Ui::DeviceConnectionSheet>()) {
+    : QDialog(window, sheetFlags), mUi(std::make_unique<Ui::DeviceConnectionSheet>()) {
   mUi->setupUi(this);
   connect(mUi->mDeviceConnectionOK, &QPushButton::clicked, this, &DeviceConnectionSheet::okClicked);
 }
@@ -16,8 +17,7 @@ DeviceConnectionSheet::DeviceConnectionSheet(QWidget* window)
 DeviceConnectionSheet::~DeviceConnectionSheet() = default;
 
 RestoringStateSheet::RestoringStateSheet(QWidget* window)
-    : QDialog(window, Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
-      mUi(std::make_unique<Ui::RestoringStateSheet>()) {
+    : QDialog(window, sheetFlags), mUi(std::make_unique<Ui::RestoringStateSheet>()) {
   mUi->setupUi(this);
 }
 
