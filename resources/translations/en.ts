@@ -320,8 +320,8 @@
         <translation>Delay in milliseconds</translation>
     </message>
     <message id="lkeyDelete">
-        <source>Delete</source>
-        <translation>Delete</translation>
+        <source>Delete…</source>
+        <translation>Delete…</translation>
     </message>
     <message id="lkeyDeleteAllEvents">
         <source>Delete All Events</source>
