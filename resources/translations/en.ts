@@ -43,6 +43,10 @@
         <source>Record more at the end</source>
         <translation>Record more at the end</translation>
     </message>
+    <message id="lkeyApplicationFiles">
+        <source>Applications (%1)</source>
+        <translation>Applications (%1)</translation>
+    </message>
     <message id="lkeyApplicationName">
         <source>Skarn</source>
         <translation>Skarn</translation>
@@ -136,8 +140,8 @@
         <translation>Choose</translation>
     </message>
     <message id="lkeyChooseApplication">
-        <source>Choose an Application</source>
-        <translation>Choose an Application</translation>
+        <source>Choose Application</source>
+        <translation>Choose Application</translation>
     </message>
     <message id="lkeyCommErrorDesc">
         <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</source>
@@ -316,8 +320,8 @@
         <translation>Delay in milliseconds</translation>
     </message>
     <message id="lkeyDelete">
-        <source>Delete</source>
-        <translation>Delete</translation>
+        <source>Delete…</source>
+        <translation>Delete…</translation>
     </message>
     <message id="lkeyDeleteAllEvents">
         <source>Delete All Events</source>
@@ -443,6 +447,14 @@
         <source>“%1” could not be exported</source>
         <translation>“%1” could not be exported</translation>
     </message>
+    <message id="lkeyExportMacro">
+        <source>Export Macro</source>
+        <translation>Export Macro</translation>
+    </message>
+    <message id="lkeyExportProfile">
+        <source>Export Profile</source>
+        <translation>Export Profile</translation>
+    </message>
     <message id="lkeyFileHasBadMember">
         <source>A part of this file cannot be used: “%1”. The file may be damaged.</source>
         <translation>A part of this file cannot be used: “%1”. The file may be damaged.</translation>
@@ -498,10 +510,6 @@
     <message id="lkeyFileTypeTitle">
         <source>“%1” cannot be chosen here</source>
         <translation>“%1” cannot be chosen here</translation>
-    </message>
-    <message id="lkeyFilesOfType">
-        <source>Files of this kind (%1)</source>
-        <translation>Files of this kind (%1)</translation>
     </message>
     <message id="lkeyFinishNameFirst">
         <source>Finish typing the name of the macro first</source>
@@ -607,6 +615,14 @@
         <source>“%1” could not be imported</source>
         <translation>“%1” could not be imported</translation>
     </message>
+    <message id="lkeyImportMacro">
+        <source>Import Macro</source>
+        <translation>Import Macro</translation>
+    </message>
+    <message id="lkeyImportProfile">
+        <source>Import Profile</source>
+        <translation>Import Profile</translation>
+    </message>
     <message id="lkeyIndependentXY">
         <source>Independent X and Y</source>
         <translation>Independent X and Y</translation>
@@ -695,6 +711,10 @@
         <source>Colour</source>
         <translation>Colour</translation>
     </message>
+    <message id="lkeyLightColorParts">
+        <source>RGB %1, %2, %3</source>
+        <translation>RGB %1, %2, %3</translation>
+    </message>
     <message id="lkeyLightOffDescription">
         <source>Light off</source>
         <translation>Light off</translation>
@@ -718,6 +738,10 @@
     <message id="lkeyMacroEventsColumn">
         <source>Events</source>
         <translation>Events</translation>
+    </message>
+    <message id="lkeyMacroFiles">
+        <source>Skarn macros (%1)</source>
+        <translation>Skarn macros (%1)</translation>
     </message>
     <message id="lkeyMacroMenu">
         <source>More for macros</source>
@@ -907,6 +931,10 @@
         <source>On-the-Fly Sensitivity</source>
         <translation>On-the-Fly Sensitivity</translation>
     </message>
+    <message id="lkeyOpenFile">
+        <source>Open File</source>
+        <translation>Open File</translation>
+    </message>
     <message id="lkeyPlayMacroOnce">
         <source>Play Macro Once</source>
         <translation>Play Macro Once</translation>
@@ -942,6 +970,10 @@
     <message id="lkeyProfileCaption">
         <source>Profile</source>
         <translation>Profile</translation>
+    </message>
+    <message id="lkeyProfileFiles">
+        <source>Skarn profiles (%1)</source>
+        <translation>Skarn profiles (%1)</translation>
     </message>
     <message id="lkeyProfileMenu">
         <source>More for profiles</source>

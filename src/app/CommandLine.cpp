@@ -27,16 +27,19 @@ QString CommandLine::help() {
 CommandLine CommandLine::parse(const QStringList& arguments) {
   CommandLine line;
   QStringList rest = arguments;
+  const auto complain = [&line](const QString& problem) {
+    if (line.error.isEmpty()) line.error = problem;
+  };
   const auto takeValue = [&](const QString& option, const QString& given) -> std::optional<QString> {
     if (given.startsWith(option + u'=')) return given.mid(option.size() + 1);
     if (given != option) return std::nullopt;
     if (rest.isEmpty()) {
-      line.error = QStringLiteral("option %1 needs a value").arg(option);
+      complain(QStringLiteral("option %1 needs a value").arg(option));
       return QString();
     }
     return rest.takeFirst();
   };
-  while (!rest.isEmpty() && line.error.isEmpty()) {
+  while (!rest.isEmpty()) {
     const QString argument = rest.takeFirst();
     if (argument == QLatin1String("--launch-in-background")) {
       line.launch.isDefaultLaunch = false;
@@ -52,15 +55,17 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
       line.picture = *picture;
     } else if (const auto tab = takeValue(QStringLiteral("--tab"), argument)) {
       line.tab = *tab;
-      if (line.error.isEmpty() && !tabNames().contains(*tab))
-        line.error = QStringLiteral("no tab is named %1").arg(*tab);
+      if (!tabNames().contains(*tab)) complain(QStringLiteral("no tab is named %1").arg(*tab));
     } else if (const auto appearance = takeValue(QStringLiteral("--appearance"), argument)) {
       static const QStringList names{"desktop", "light", "dark"};
       const auto index = names.indexOf(*appearance);
       if (index >= 0) line.appearance = static_cast<Appearance>(index);
-      if (index < 0 && line.error.isEmpty()) line.error = QStringLiteral("no appearance is named %1").arg(*appearance);
+      if (index < 0) complain(QStringLiteral("no appearance is named %1").arg(*appearance));
+    } else if (argument == QLatin1String("-platform") || argument == QLatin1String("--platform")) {
+      line.namesPlatform = true;
+      if (!rest.isEmpty()) rest.removeFirst();
     } else {
-      line.error = QStringLiteral("unknown argument %1").arg(argument);
+      complain(QStringLiteral("unknown argument %1").arg(argument));
     }
   }
   return line;

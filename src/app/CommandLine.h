@@ -17,11 +17,13 @@ struct CommandLine {
   bool wantsHelp = false;
   bool wantsVersion = false;
   Appearance appearance = Appearance::Desktop;
-  QString picture;  // file for a picture of the started window; the program ends after it
-  QString tab;      // tab to show first; empty for the first one
-  QString error;    // what is wrong with the arguments; empty when they are good
+  QString picture;             // file for a picture of the started window; the program ends after it
+  QString tab;                 // tab to show first; empty for the first one
+  bool namesPlatform = false;  // the option of Qt that names a display
+  QString error;               // what is first wrong with the arguments; empty when they are good
 
-  // arguments: without the program's name.
+  // arguments: without the program's name. What is asked for behind a wrong argument counts too, so that help and
+  // version are also found among options that are Qt's and not yet taken out.
   static CommandLine parse(const QStringList& arguments);
   static QString help();
 };

@@ -1,7 +1,7 @@
 #include "app/MouseMainWindow.h"
 
 #include <QEvent>
-#include <QFont>
+#include <QShortcut>
 #include <QWindow>
 #include <initializer_list>
 
@@ -14,13 +14,9 @@ namespace skarn {
 MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::make_unique<Ui::MouseMainWindow>()) {
   mUi->setupUi(this);
   mUi->mDeviceLogo->setPixmap(image(QStringLiteral("mouse-small.png")));
-  QFont title = font();
-  title.setPointSizeF(title.pointSizeF() * 1.4);
-  title.setWeight(QFont::DemiBold);
-  mUi->mProductTitle->setFont(title);
-  QFont name = font();
-  name.setWeight(QFont::DemiBold);
-  mUi->mHeaderProfileName->setFont(name);
+  setWindowIcon(applicationIcon());
+  // From the help window too, but not past a sheet, as the window itself cannot be closed under one.
+  new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this, this, &QWidget::close, Qt::ApplicationShortcut);
   showProfileName(QString());
   tintIcons();
 }

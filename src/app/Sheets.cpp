@@ -1,28 +1,23 @@
 #include "app/Sheets.h"
 
 #include <QCloseEvent>
-#include <QFont>
 
 #include "ui_DeviceConnectionSheet.h"
 #include "ui_RestoringStateSheet.h"
+#include "widgets/SheetFlags.h"
 
 namespace skarn {
 
 DeviceConnectionSheet::DeviceConnectionSheet(QWidget* window)
-    : QDialog(window, Qt::Sheet), mUi(std::make_unique<Ui::DeviceConnectionSheet>()) {
+    : QDialog(window, sheetFlags), mUi(std::make_unique<Ui::DeviceConnectionSheet>()) {
   mUi->setupUi(this);
-  QFont title = font();
-  title.setPointSizeF(title.pointSizeF() * 1.1);
-  title.setWeight(QFont::DemiBold);
-  mUi->mDeviceConnectionAlertTitle->setFont(title);
   connect(mUi->mDeviceConnectionOK, &QPushButton::clicked, this, &DeviceConnectionSheet::okClicked);
 }
 
 DeviceConnectionSheet::~DeviceConnectionSheet() = default;
 
 RestoringStateSheet::RestoringStateSheet(QWidget* window)
-    : QDialog(window, Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
-      mUi(std::make_unique<Ui::RestoringStateSheet>()) {
+    : QDialog(window, sheetFlags), mUi(std::make_unique<Ui::RestoringStateSheet>()) {
   mUi->setupUi(this);
 }
 

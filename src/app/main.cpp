@@ -37,10 +37,8 @@ void report(const std::string& line) {
   std::cerr << "skarn-configurator: " + line + "\n" << std::flush;
 }
 
-bool hasDisplay(int argc, char** argv) {
-  for (int i = 1; i < argc; ++i) {
-    if (QByteArrayView(argv[i]) == "-platform" || QByteArrayView(argv[i]) == "--platform") return true;
-  }
+bool hasDisplay(const CommandLine& line) {
+  if (line.namesPlatform) return true;
   for (const char* variable : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY"}) {
     if (!qEnvironmentVariableIsEmpty(variable)) return true;
   }
@@ -48,21 +46,24 @@ bool hasDisplay(int argc, char** argv) {
 }
 
 // Help and version need neither a display nor a bus.
-std::optional<int> answerWithoutWindow(int argc, char** argv) {
-  for (int i = 1; i < argc; ++i) {
-    const QByteArrayView argument(argv[i]);
-    if (argument == "--help") {
-      std::cout << CommandLine::help().toStdString();
-      return EXIT_SUCCESS;
-    }
-    if (argument == "--version") {
-      std::cout << "skarn-configurator " << SKARN_VERSION << '\n';
-      return EXIT_SUCCESS;
-    }
+std::optional<int> answerWithoutWindow(const CommandLine& line) {
+  if (line.wantsHelp) {
+    std::cout << CommandLine::help().toStdString();
+    return EXIT_SUCCESS;
   }
-  if (hasDisplay(argc, argv)) return std::nullopt;
+  if (line.wantsVersion) {
+    std::cout << "skarn-configurator " << SKARN_VERSION << '\n';
+    return EXIT_SUCCESS;
+  }
+  if (hasDisplay(line)) return std::nullopt;
   report("there is no display to show a window on (neither DISPLAY nor WAYLAND_DISPLAY is set)");
   return EXIT_FAILURE;
+}
+
+QStringList argumentsOf(int count, char** arguments) {
+  QStringList all;
+  for (int i = 1; i < count; ++i) all << QString::fromLocal8Bit(arguments[i]);
+  return all;
 }
 
 // Another configurator runs: it comes to the front, and this one ends.
@@ -116,8 +117,9 @@ HubServices makeServices(vorn::EngineLink& link) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (const auto status = answerWithoutWindow(argc, argv)) return *status;
+  if (const auto status = answerWithoutWindow(CommandLine::parse(argumentsOf(argc, argv)))) return *status;
 
+  // Takes its own options out.
   QApplication application(argc, argv);
   const CommandLine line = CommandLine::parse(QApplication::arguments().mid(1));
   if (!line.error.isEmpty()) {

@@ -2,9 +2,11 @@
 
 #include <QPushButton>
 
+#include "widgets/SheetFlags.h"
+
 namespace skarn {
 
-AssignmentSheet::AssignmentSheet(QWidget* window) : QDialog(window, Qt::Sheet) {}
+AssignmentSheet::AssignmentSheet(QWidget* window) : QDialog(window, sheetFlags) {}
 
 void AssignmentSheet::connectButtons(QPushButton* ok, QPushButton* cancel) {
   connect(ok, &QPushButton::clicked, this, &QDialog::accept);

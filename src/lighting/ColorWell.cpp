@@ -6,7 +6,9 @@
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
+#include "platform/DialogMemory.h"
 #include "platform/Localization.h"
+#include "widgets/SheetFlags.h"
 #include "widgets/SkarnStyle.h"
 
 namespace skarn {
@@ -38,7 +40,9 @@ QColor ColorWell::previewedColor() const {
 
 void ColorWell::openPanel() {
   if (mPanel) return;
+  withholdDialogMemory();
   mPanel = new QColorDialog(mColor.isValid() ? mColor : QColor(Qt::white), window());
+  mPanel->setWindowFlags(sheetFlags);
   mPanel->setObjectName(objectName() + QLatin1String("Panel"));
   mPanel->setWindowTitle(localized("lkeyLightColor"));
   mPanel->setAttribute(Qt::WA_DeleteOnClose);

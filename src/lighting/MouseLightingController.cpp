@@ -171,7 +171,7 @@ void MouseLightingController::updatePreview() {
   const QColor color = mUi->mMainColor->previewedColor();
   const QString hex = color.isValid() ? color.name(QColor::HexRgb).toUpper() : QString();
   mUi->mMainColorHex->setText(hex);
-  mUi->mMainColorRgb->setText(color.isValid() ? QStringLiteral("RGB %1, %2, %3")
+  mUi->mMainColorRgb->setText(color.isValid() ? localized("lkeyLightColorParts")
                                                     .arg(QString::number(color.red()), QString::number(color.green()),
                                                          QString::number(color.blue()))
                                               : QString());

@@ -44,7 +44,8 @@ void MacroFiles::open(QWidget* window, std::function<void(const PropertyList& ma
       showImportProblem(window, path, file.problem);
     }
   };
-  FilePanel::open(window, QStringLiteral("mMacrosPanel"), {fileType}, startFolder, ended);
+  FilePanel::open(window, QStringLiteral("mMacrosPanel"), localized("lkeyImportMacro"),
+                  {{fileType}, localized("lkeyMacroFiles")}, startFolder, ended);
 }
 
 void MacroFiles::saveAs(QWidget* window, const PropertyList& macro) {
@@ -52,7 +53,8 @@ void MacroFiles::saveAs(QWidget* window, const PropertyList& macro) {
     if (returnCode != FilePanel::okButton) return;
     exportRecord(window, QStringLiteral("%1.%2").arg(path, fileType), macro.without(keys::MacroID));
   };
-  FilePanel::save(window, QStringLiteral("mMacrosSaveAsPanel"), textOf(macro, keys::MacroName), startFolder, ended);
+  FilePanel::save(window, QStringLiteral("mMacrosSaveAsPanel"), localized("lkeyExportMacro"),
+                  textOf(macro, keys::MacroName), startFolder, ended);
 }
 
 }  // namespace skarn

@@ -5,11 +5,12 @@
 #include "ui_MacroDelaySheet.h"
 #include "ui_MacroEventSheet.h"
 #include "widgets/KeyCaptureField.h"
+#include "widgets/SheetFlags.h"
 
 namespace skarn {
 
 MacroDelaySheet::MacroDelaySheet(QWidget* parent)
-    : QDialog(parent, Qt::Sheet), mUi(std::make_unique<Ui::MacroDelaySheet>()) {
+    : QDialog(parent, sheetFlags), mUi(std::make_unique<Ui::MacroDelaySheet>()) {
   mUi->setupUi(this);
   connect(mUi->mMacroDelayOK, &QPushButton::clicked, this, &MacroDelaySheet::confirmed);
   connect(mUi->mMacroDelayCancel, &QPushButton::clicked, this, &MacroDelaySheet::cancelled);
@@ -28,7 +29,7 @@ void MacroDelaySheet::begin() {
 }
 
 MacroEventSheet::MacroEventSheet(QWidget* parent)
-    : QDialog(parent, Qt::Sheet), mUi(std::make_unique<Ui::MacroEventSheet>()) {
+    : QDialog(parent, sheetFlags), mUi(std::make_unique<Ui::MacroEventSheet>()) {
   mUi->setupUi(this);
   connect(mUi->mMacroEventEditOK, &QPushButton::clicked, this, &MacroEventSheet::confirmed);
   connect(mUi->mMacroEventEditCancel, &QPushButton::clicked, this, &MacroEventSheet::cancelled);

@@ -12,6 +12,7 @@
 #include "ui_MousePerformanceController.h"
 #include "ui_SensitivityStagesSheet.h"
 #include "widgets/RowDelegate.h"
+#include "widgets/SheetFlags.h"
 
 namespace skarn {
 
@@ -28,7 +29,7 @@ void enableWithReason(QWidget& control, bool enabled, const char* whyNot) {
 }  // namespace
 
 void MousePerformanceController::createStagesSheet() {
-  mSensitivityStagesView = new QDialog(this, Qt::Sheet);
+  mSensitivityStagesView = new QDialog(this, sheetFlags);
   mSensitivityStagesView->setWindowModality(Qt::WindowModal);
   mStagesUi = std::make_unique<Ui::SensitivityStagesSheet>();
   mStagesUi->setupUi(mSensitivityStagesView);

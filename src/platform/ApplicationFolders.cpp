@@ -11,21 +11,13 @@ namespace {
 
 constexpr std::size_t mostDesktopFiles = 8000;
 
-QStringList paths(const char* variable, const QString& otherwise) {
-  const QByteArray value = qgetenv(variable);
-  QStringList folders;
-  for (const QString& folder :
-       (value.isEmpty() ? otherwise : QFile::decodeName(value)).split(QLatin1Char(':'), Qt::SkipEmptyParts)) {
-    // A relative path counts for nothing.
-    if (QDir::isAbsolutePath(folder)) folders << QDir::cleanPath(folder + QStringLiteral("/applications"));
-  }
-  return folders;
-}
-
 // The first one counts most. Read anew each time: the variables are few and no folder is touched.
 QStringList applicationFolders() {
-  QStringList folders = paths("XDG_DATA_HOME", QDir::homePath() + QStringLiteral("/.local/share")) +
-                        paths("XDG_DATA_DIRS", QStringLiteral("/usr/local/share:/usr/share"));
+  QStringList folders;
+  for (const QString& folder : QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
+    // A relative path counts for nothing.
+    if (QDir::isAbsolutePath(folder)) folders << QDir::cleanPath(folder);
+  }
   folders.removeDuplicates();
   return folders;
 }

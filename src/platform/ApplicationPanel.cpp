@@ -8,6 +8,7 @@
 #include "platform/Localization.h"
 #include "ui_ApplicationPanel.h"
 #include "widgets/RowDelegate.h"
+#include "widgets/SheetFlags.h"
 
 namespace skarn {
 
@@ -26,7 +27,7 @@ QStringList typesToBrowse(QStringList types) {
 }  // namespace
 
 ApplicationPanel::ApplicationPanel(QWidget* window)
-    : QDialog(window, Qt::Sheet),
+    : QDialog(window, sheetFlags),
       mUi(std::make_unique<Ui::ApplicationPanel>()),
       mShown(new QSortFilterProxyModel(this)) {
   mUi->setupUi(this);
@@ -110,7 +111,8 @@ void ApplicationPanel::updateState() {
 }
 
 void ApplicationPanel::browse(const QString& name, const QStringList& types, const QString& directory) {
-  FilePanel::open(this, name, types, directory, [this](int returnCode, const QString& path) {
+  const FileTypes applications{types, localized("lkeyApplicationFiles")};
+  FilePanel::open(this, name, windowTitle(), applications, directory, [this](int returnCode, const QString& path) {
     if (returnCode == FilePanel::okButton) choose(path);
   });
 }

@@ -1,11 +1,13 @@
 #include "platform/FilePanel.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -14,11 +16,15 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <QUrl>
+#include <initializer_list>
 
+#include "platform/DialogMemory.h"
+#include "platform/FileDialogParts.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
 #include "platform/ShownName.h"
 #include "widgets/Alert.h"
+#include "widgets/SheetFlags.h"
 
 namespace skarn {
 
@@ -37,24 +43,28 @@ QString startFolder(const QString& directory) {
   return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
-QString filterFor(const QStringList& types) {
-  if (types.isEmpty()) return localized("lkeyAllFiles").arg(QStringLiteral("*"));
+QString filterFor(const FileTypes& types) {
+  if (types.extensions.isEmpty()) return localized("lkeyAllFiles").arg(QStringLiteral("*"));
   QStringList patterns;
-  for (const QString& type : types) patterns << QStringLiteral("*.") + type;
-  return localized("lkeyFilesOfType").arg(patterns.join(QLatin1Char(' ')));
+  for (const QString& type : types.extensions) patterns << QStringLiteral("*.") + type;
+  return types.description.arg(patterns.join(QLatin1Char(' ')));
 }
 
 constexpr QSize naturalSize(800, 520);
 constexpr int margin = 24;
 
-// The dialog's own tools, which have these names in every version of Qt 5 and 6, and their pictures.
+// The dialog's own tools by their tooltips, and our pictures of them.
 struct Tool {
-  const char* name;
+  const char* toolTip;
   const char* picture;
 };
-constexpr Tool tools[] = {{"backButton", "panelBack.png"},       {"forwardButton", "panelForward.png"},
-                          {"toParentButton", "panelParent.png"}, {"newFolderButton", "panelNewFolder.png"},
-                          {"listModeButton", "panelList.png"},   {"detailModeButton", "panelDetails.png"}};
+constexpr const char* newFolderToolTip = "Create New Folder";
+constexpr Tool tools[] = {{"Back", "panelBack.png"},
+                          {"Forward", "panelForward.png"},
+                          {"Parent Directory", "panelParent.png"},
+                          {newFolderToolTip, "panelNewFolder.png"},
+                          {"List View", "panelList.png"},
+                          {"Detail View", "panelDetails.png"}};
 
 // A name for the file system: a text of the user's without what would make it a path or cannot be seen.
 QString fileNameFrom(QString text) {
@@ -68,10 +78,11 @@ QString fileNameFrom(QString text) {
 // would ask about replacing a file under a name that is not yet the final one.
 class Panel : public QFileDialog {
  public:
-  Panel(QWidget* window, AcceptMode mode, const QString& name, const QStringList& types, const QString& directory,
-        FilePanel::Ended ended)
-      : QFileDialog(window), mTypes(types) {
+  Panel(QWidget* window, AcceptMode mode, const QString& name, const QString& title, const FileTypes& types,
+        const QString& directory, FilePanel::Ended ended)
+      : QFileDialog(window, sheetFlags), mTypes(types.extensions) {
     setObjectName(name);
+    setWindowTitle(title);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
     setOptions(DontUseNativeDialog | DontConfirmOverwrite);
@@ -81,8 +92,6 @@ class Panel : public QFileDialog {
     setFileMode(AnyFile);
     setNameFilter(filterFor(types));
     setDirectory(startFolder(directory));
-    mNameEdit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    Q_ASSERT(mNameEdit);
     dress();
 
     // To enter a package is to choose it; to go to one is to name it.
@@ -90,7 +99,7 @@ class Panel : public QFileDialog {
       if (isPackage(path)) choose(path);
     });
     connect(this, &QFileDialog::currentChanged, this, [this](const QString& path) {
-      if (isPackage(path)) mNameEdit->setText(QFileInfo(path).fileName());
+      if (isPackage(path)) setNameText(QFileInfo(path).fileName());
     });
     connect(this, &QDialog::finished, this, [this, ended = std::move(ended)](int result) {
       if (!ended) return;
@@ -105,13 +114,13 @@ class Panel : public QFileDialog {
  protected:
   // Takes the place of the base's, whose warnings wait in a loop of their own.
   void accept() override {
-    const QString text = mNameEdit->text();
+    const QString text = nameText();
     // Without a name, a folder that is selected in the list is entered; else this is the folder that is shown.
     const QString path = text.isEmpty() ? selectedFiles().value(0, directory().path()) : pathOf(text);
     const QFileInfo file(path);
     if (file.isDir() && !isPackage(path)) {
       setDirectory(path);
-      mNameEdit->clear();
+      setNameText(QString());
     } else if (text.isEmpty()) {
       return;
     } else if (acceptMode() == AcceptSave && !file.absoluteDir().exists()) {
@@ -140,12 +149,12 @@ class Panel : public QFileDialog {
   // Who looks for a file changes nothing in the folder; who saves one may at most make a folder for it.
   void forbidDeleting() {
     setOption(ReadOnly, acceptMode() == AcceptOpen);
-    if (auto* button = findChild<QToolButton*>(QStringLiteral("newFolderButton"))) {
-      button->setVisible(acceptMode() == AcceptSave);
-    }
-    if (auto* action = findChild<QAction*>(QStringLiteral("qt_delete_action"))) {
+    if (auto* button = fileDialogParts::tool(*this, newFolderToolTip)) button->setVisible(acceptMode() == AcceptSave);
+    if (auto* action = fileDialogParts::deletion(*this)) {
       action->setVisible(false);
       action->setShortcut({});
+    } else {
+      setOption(ReadOnly);
     }
     for (QShortcut* shortcut : findChildren<QShortcut*>()) {
       if (shortcut->key() == QKeySequence(QKeySequence::Delete)) shortcut->setEnabled(false);
@@ -158,7 +167,7 @@ class Panel : public QFileDialog {
     setSizeGripEnabled(false);
     layout()->setContentsMargins(margin, margin, margin, margin);
     for (const Tool& tool : tools) {
-      if (auto* button = findChild<QToolButton*>(QLatin1String(tool.name))) {
+      if (auto* button = fileDialogParts::tool(*this, tool.toolTip)) {
         button->setIcon(tintedIcon(QLatin1String(tool.picture), palette().color(QPalette::ButtonText)));
       }
     }
@@ -168,13 +177,24 @@ class Panel : public QFileDialog {
       explain(*button);
     }
     // The writer adds the ending, so there is nothing to choose from.
-    for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
-      if (auto* part = findChild<QWidget*>(QLatin1String(name))) part->setVisible(acceptMode() == AcceptOpen);
+    const std::initializer_list<QWidget*> typeParts = {fileDialogParts::typeCaption(*this),
+                                                       fileDialogParts::typeField(*this)};
+    for (QWidget* part : typeParts) {
+      if (part != nullptr) part->setVisible(acceptMode() == AcceptOpen);
     }
-    if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+    if (auto* details = findChild<QTreeView*>()) {
       details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
       details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     }
+  }
+
+  // Without a field to read, the dialog says what is named.
+  QString nameText() const {
+    if (const QLineEdit* field = fileDialogParts::nameField(*this)) return field->text();
+    return QFileInfo(selectedFiles().value(0)).fileName();
+  }
+  void setNameText(const QString& text) {
+    if (QLineEdit* field = fileDialogParts::nameField(*this)) field->setText(text);
   }
 
   QString pathOf(const QString& text) const {
@@ -203,22 +223,23 @@ class Panel : public QFileDialog {
   }
 
   QStringList mTypes;
-  QLineEdit* mNameEdit = nullptr;
   QString mChosen;
 };
 
 }  // namespace
 
-QFileDialog* FilePanel::open(QWidget* window, const QString& name, const QStringList& types, const QString& directory,
-                             Ended ended) {
-  auto* panel = new Panel(window, QFileDialog::AcceptOpen, name, types, directory, std::move(ended));
+QFileDialog* FilePanel::open(QWidget* window, const QString& name, const QString& title, const FileTypes& types,
+                             const QString& directory, Ended ended) {
+  withholdDialogMemory();
+  auto* panel = new Panel(window, QFileDialog::AcceptOpen, name, title, types, directory, std::move(ended));
   panel->open();
   return panel;
 }
 
-QFileDialog* FilePanel::save(QWidget* window, const QString& name, const QString& suggestedName,
+QFileDialog* FilePanel::save(QWidget* window, const QString& name, const QString& title, const QString& suggestedName,
                              const QString& directory, Ended ended) {
-  auto* panel = new Panel(window, QFileDialog::AcceptSave, name, {}, directory, std::move(ended));
+  withholdDialogMemory();
+  auto* panel = new Panel(window, QFileDialog::AcceptSave, name, title, {}, directory, std::move(ended));
   panel->selectFile(fileNameFrom(suggestedName));
   panel->open();
   return panel;

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "platform/HelpBrowser.h"
+#include "platform/Images.h"
 #include "platform/Localization.h"
 
 namespace skarn {
@@ -48,6 +49,7 @@ HelpWindow::HelpWindow()
       mContents(new QToolButton(this)),
       mSearch(new QLineEdit(this)) {
   setObjectName(QStringLiteral("helpWindow"));
+  setWindowIcon(applicationIcon());
   setAttribute(Qt::WA_DeleteOnClose);
   // An open help page must not keep the application alive.
   setAttribute(Qt::WA_QuitOnClose, false);

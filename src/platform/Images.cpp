@@ -57,4 +57,15 @@ QIcon tintedIcon(const QString& name, const QColor& color, qreal disabledOpacity
   return icon;
 }
 
+QIcon applicationIcon() {
+  QIcon icon;
+  for (const char* name : {"AppIcon.png", "AppIcon@2x.png"}) {
+    QPixmap picture(Bundle::mainBundle().imagePath(QLatin1String(name)));
+    // A desktop chooses by pixels.
+    picture.setDevicePixelRatio(1);
+    icon.addPixmap(picture);
+  }
+  return icon;
+}
+
 }  // namespace skarn

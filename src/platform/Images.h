@@ -19,4 +19,7 @@ QPixmap tintedImage(const QString& name, const QColor& color);
 // is no such file.
 QIcon tintedIcon(const QString& name, const QColor& color, qreal disabledOpacity = 0.4);
 
+// For the windows of the application.
+QIcon applicationIcon();
+
 }  // namespace skarn

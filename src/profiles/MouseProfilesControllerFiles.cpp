@@ -70,10 +70,11 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
       break;
     case ProfileFileContext:
       mProfileOpenPanel =
-          FilePanel::open(sheetParent(), name, {QLatin1String(fileType)}, QLatin1String(documents), ended);
+          FilePanel::open(sheetParent(), name, localized("lkeyImportProfile"),
+                          {{QLatin1String(fileType)}, localized("lkeyProfileFiles")}, QLatin1String(documents), ended);
       break;
     default:
-      mProfileOpenPanel = FilePanel::open(sheetParent(), name, {}, {}, ended);
+      mProfileOpenPanel = FilePanel::open(sheetParent(), name, localized("lkeyOpenFile"), {}, {}, ended);
   }
 }
 
@@ -81,8 +82,9 @@ void MouseProfilesController::loadSaveAsPanel() {
   if (selectedProfile().isNone()) return;
   delete mProfileSavePanel;
   mProfileSavePanel =
-      FilePanel::save(sheetParent(), QStringLiteral("mProfileSavePanel"), textOf(selectedProfile(), keys::ProfileName),
-                      QLatin1String(documents), [tab = QPointer(this)](int returnCode, const QString& path) {
+      FilePanel::save(sheetParent(), QStringLiteral("mProfileSavePanel"), localized("lkeyExportProfile"),
+                      textOf(selectedProfile(), keys::ProfileName), QLatin1String(documents),
+                      [tab = QPointer(this)](int returnCode, const QString& path) {
                         if (tab) tab->sheetDidEnd(returnCode, ExportContext, path);
                       });
 }

@@ -4,6 +4,7 @@
 #include <QPushButton>
 
 #include "widgets/SkarnStyle.h"
+#include "widgets/TitleText.h"
 
 namespace skarn {
 
@@ -22,11 +23,19 @@ Alert::Alert(QWidget* window) : QMessageBox(window) {
 }
 
 void Alert::layOutTexts() {
-  // The labels are the message box's own and have these names in every version of Qt 5 and 6.
-  if (auto* title = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-    title->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("title"));
+  // The labels are the message box's own; what they say tells which is which.
+  QLabel* title = nullptr;
+  QLabel* description = nullptr;
+  for (QLabel* label : findChildren<QLabel*>()) {
+    if (label->text().isEmpty()) continue;
+    if (title == nullptr && label->text() == text()) {
+      title = label;
+    } else if (label->text() == informativeText()) {
+      description = label;
+    }
   }
-  if (auto* description = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
+  if (title != nullptr) title->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("title"));
+  if (description != nullptr) {
     description->setTextFormat(Qt::PlainText);
     description->setMinimumWidth(leastTextWidth);
   }
@@ -41,9 +50,7 @@ Alert* Alert::show(QWidget* window, const QString& message, const QString& infor
   alert->layOutTexts();
   QList<QPushButton*> made;
   for (const QString& title : buttons) {
-    QString shown = title;
-    shown.replace(QLatin1Char('&'), QLatin1String("&&"));
-    made << alert->addButton(shown, made.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+    made << alert->addButton(escapedTitle(title), made.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
   }
   if (!made.isEmpty()) {
     alert->setDefaultButton(made.constFirst());

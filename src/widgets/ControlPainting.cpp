@@ -1,8 +1,8 @@
 #include "widgets/ControlPainting.h"
 
-#include <QIcon>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmap>
 #include <QStyle>
 #include <algorithm>
 
@@ -222,6 +222,47 @@ void drawMenuItem(const QStyleOptionMenuItem* option, QPainter* painter) {
     const QRect arrow(option->rect.right() - menuMarkWidth, option->rect.top(), menuMarkWidth, option->rect.height());
     drawChevron(painter, arrow, ink, Qt::RightArrow);
   }
+}
+
+void drawArrow(const QStyleOption* option, QPainter* painter, Qt::ArrowType direction) {
+  drawChevron(painter, option->rect, inkOf(option), direction);
+}
+
+void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter) {
+  const bool isEnabled = list->state & QStyle::State_Enabled;
+  if (isEnabled && (list->state & QStyle::State_MouseOver)) {
+    drawRounded(painter, list->rect, list->palette.color(QPalette::Midlight),
+                QPen(list->palette.color(QPalette::Mid), 1));
+    if (list->state & QStyle::State_HasFocus) {
+      drawRounded(painter, list->rect, Qt::NoBrush, QPen(list->palette.color(QPalette::Dark), 1));
+    }
+  } else {
+    drawFieldFrame(list, painter);
+  }
+  const QRect chevron = QStyle::visualRect(
+      list->direction, list->rect,
+      QRect(list->rect.right() - listChevronWidth, list->rect.top(), listChevronWidth, list->rect.height()));
+  drawChevron(painter, chevron,
+              list->palette.color(isEnabled ? QPalette::Normal : QPalette::Disabled, QPalette::PlaceholderText),
+              Qt::DownArrow);
+}
+
+QRect popUpListText(const QStyleOptionComboBox* list) {
+  return QStyle::visualRect(list->direction, list->rect, list->rect.adjusted(fieldPadding, 0, -listChevronWidth, 0));
+}
+
+QIcon warningIcon(const QPalette& palette, qreal devicePixelRatio) {
+  constexpr int side = 40;
+  QPixmap pixmap(QSize(side, side) * devicePixelRatio);
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(palette.color(QPalette::WindowText), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolygon(QPolygonF({{20, 5}, {36, 34}, {4, 34}}));
+  painter.drawLine(QPointF(20, 15), QPointF(20, 23));
+  painter.drawPoint(QPointF(20, 28.5));
+  return QIcon(pixmap);
 }
 
 }  // namespace skarn

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QBrush>
+#include <QIcon>
 #include <QPen>
 #include <QRect>
 #include <QStyleOption>
@@ -23,6 +24,15 @@ void drawFieldFrame(const QStyleOption* option, QPainter* painter);
 // A chevron of one-and-a-half pixels in the middle of the rectangle.
 void drawChevron(QPainter* painter, const QRect& rect, const QColor& color, Qt::ArrowType direction);
 
+// A chevron as large as the option's rectangle allows, in the colour of its text.
+void drawArrow(const QStyleOption* option, QPainter* painter, Qt::ArrowType direction);
+
+constexpr int fieldPadding = 8;       // beside the text of a text field or of a pop-up list
+constexpr int listChevronWidth = 24;  // the place of a pop-up list's chevron, at the end of its text
+// A pop-up list's ground and chevron; its text is the control's label.
+void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter);
+QRect popUpListText(const QStyleOptionComboBox* list);
+
 constexpr int sliderHandle = 16;  // diameter
 constexpr int sliderTrack = 4;    // height
 void drawSlider(const QStyleOptionSlider* option, const QRect& groove, const QRect& handle, QPainter* painter);
@@ -36,5 +46,8 @@ constexpr int menuItemHeight = 28;
 constexpr int menuSidePadding = 12;
 constexpr int menuMarkWidth = 28;
 void drawMenuItem(const QStyleOptionMenuItem* option, QPainter* painter);
+
+// A triangle with an exclamation mark, in lines.
+QIcon warningIcon(const QPalette& palette, qreal devicePixelRatio);
 
 }  // namespace skarn

@@ -16,23 +16,19 @@
 #include <algorithm>
 #include <utility>
 
+#include "widgets/ControlPainting.h"
 #include "widgets/PlainToolTip.h"
+#include "widgets/TitleText.h"
 
 namespace skarn {
 
 namespace {
 
 constexpr int longestItem = 440;  // device-independent pixels of text
-constexpr int sidePadding = 8;
-constexpr int chevronWidth = 24;
 constexpr int itemIconSize = 16;
 constexpr int verticalPadding = 3;
 constexpr int usualLength = 24;  // characters
 constexpr int leastLength = 6;
-
-QString escaped(QString title) {
-  return title.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
 
 // One line without columns.
 QString inOneLine(QString title) {
@@ -59,7 +55,7 @@ class PopUpButton::ItemMenu : public QMenu {
   void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override {
     QMenu::initStyleOption(option, action);
     if (action == nullptr || action->isSeparator()) return;
-    option->text = escaped(fontMetrics().elidedText(inOneLine(titleOf(*action)), Qt::ElideMiddle, longestItem));
+    option->text = escapedTitle(fontMetrics().elidedText(inOneLine(titleOf(*action)), Qt::ElideMiddle, longestItem));
   }
 
   void mousePressEvent(QMouseEvent* event) override {
@@ -154,7 +150,7 @@ void PopUpButton::removeAllItems() {
 }
 
 QAction* PopUpButton::addItem(const QString& title) {
-  auto* item = new QAction(escaped(title), this);
+  auto* item = new QAction(escapedTitle(title), this);
   connect(item, &QAction::triggered, this, [this, item] { choose(item); });
   mItems.push_back({item, {}, {}});
   return item;
@@ -252,7 +248,7 @@ void PopUpButton::showTitle(const QString& title) {
   if (title == mShownTitle) return;
   mShownTitle = title;
   setAccessibleDescription(title);
-  setText(escaped(inOneLine(title)));
+  setText(escapedTitle(inOneLine(title)));
 }
 
 // A pointer that went from the button into its menu has not left the button, by the count of the application.
@@ -272,16 +268,16 @@ QPoint PopUpButton::placeOfMenu() const {
 }
 
 int PopUpButton::widthOf(const QString& title) const {
-  return fontMetrics().horizontalAdvance(inOneLine(title)) + sidePadding + chevronWidth;
+  return fontMetrics().horizontalAdvance(inOneLine(title)) + fieldPadding + listChevronWidth;
 }
 
 QSize PopUpButton::sizeHint() const {
-  return {fontMetrics().averageCharWidth() * usualLength + sidePadding + chevronWidth,
+  return {fontMetrics().averageCharWidth() * usualLength + fieldPadding + listChevronWidth,
           fontMetrics().height() + 2 * verticalPadding};
 }
 
 QSize PopUpButton::minimumSizeHint() const {
-  return {fontMetrics().averageCharWidth() * leastLength + sidePadding + chevronWidth, fontMetrics().height() + 2};
+  return {fontMetrics().averageCharWidth() * leastLength + fieldPadding + listChevronWidth, fontMetrics().height() + 2};
 }
 
 bool PopUpButton::event(QEvent* event) {
@@ -301,8 +297,8 @@ void PopUpButton::paintEvent(QPaintEvent*) {
   if (mMenu->isVisible()) option.state |= QStyle::State_On;
   style()->drawComplexControl(QStyle::CC_ComboBox, &option, &painter, this);
   const QAction* selected = itemAt(mSelected);
-  const int iconWidth = selected != nullptr && !selected->icon().isNull() ? itemIconSize + sidePadding : 0;
-  const QRect content = rect().adjusted(sidePadding, 0, -chevronWidth, 0);
+  const int iconWidth = selected != nullptr && !selected->icon().isNull() ? itemIconSize + fieldPadding : 0;
+  const QRect content = rect().adjusted(fieldPadding, 0, -listChevronWidth, 0);
   if (iconWidth > 0) {
     const QRect place(content.left(), content.top(), itemIconSize, content.height());
     selected->icon().paint(&painter, QStyle::visualRect(layoutDirection(), rect(), place), Qt::AlignCenter,

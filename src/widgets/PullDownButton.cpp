@@ -5,22 +5,20 @@
 #include <QMouseEvent>
 #include <QStyleOptionToolButton>
 
+#include "widgets/TitleText.h"
+
 namespace skarn {
 
 namespace {
 
 constexpr const char* tagProperty = "tag";
 
-QString escaped(QString title) {
-  return title.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
 }  // namespace
 
 void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QString& operation,
                     const std::function<void(int tag)>& chosen) {
   for (const TaggedItem& item : items) {
-    QAction* action = menu.addAction(escaped(item.title));
+    QAction* action = menu.addAction(escapedTitle(item.title));
     action->setObjectName(operation);
     action->setProperty(tagProperty, item.tag);
     QObject::connect(action, &QAction::triggered, &menu, [chosen, tag = item.tag] { chosen(tag); });
@@ -28,7 +26,7 @@ void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QSt
 }
 
 QString titleOf(const QAction& item) {
-  return item.text().replace(QLatin1String("&&"), QLatin1String("&"));
+  return unescapedTitle(item.text());
 }
 
 int tagOf(const QAction& item) {

@@ -2,13 +2,12 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QGroupBox>
 #include <QIcon>
 #include <QLabel>
 #include <QPainter>
-#include <QPainterPath>
-#include <QPixmap>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QTableView>
@@ -16,14 +15,12 @@
 #include "widgets/ControlPainting.h"
 #include "widgets/Palettes.h"
 #include "widgets/RowDelegate.h"
+#include "widgets/TextRoles.h"
 
 namespace skarn {
 
 namespace {
 
-constexpr qreal titleScale = 1.1;
-constexpr qreal captionScale = 0.92;
-constexpr qreal readoutScale = 2.2;
 constexpr int titleGap = 8;
 constexpr int pageMargin = 24;
 constexpr int tabSidePadding = 24;
@@ -34,45 +31,10 @@ constexpr int headerHeight = 32;
 constexpr int headerPadding = RowDelegate::sidePadding;  // the titles of columns stand over their texts
 constexpr QSize buttonPadding(16, 6);
 constexpr int controlHeight = 30;
-constexpr int fieldPadding = 8;
-constexpr int chevronWidth = 24;
 constexpr int smallestThumb = 32;
 constexpr int menuMargin = 4;
 constexpr int submenuDelay = 150;       // milliseconds
 constexpr int animationDuration = 140;  // milliseconds
-
-QFont scaled(QFont font, qreal scale) {
-  if (font.pointSizeF() > 0) {
-    font.setPointSizeF(font.pointSizeF() * scale);
-  } else {
-    font.setPixelSize(qRound(font.pixelSize() * scale));
-  }
-  return font;
-}
-
-QFont semibold(QFont font) {
-  font.setWeight(QFont::DemiBold);
-  return font;
-}
-
-QFont titleFont(const QWidget* widget) {
-  return semibold(scaled(widget ? widget->font() : qApp->font(), titleScale));
-}
-
-void applyTextRole(QLabel& label, const QString& role) {
-  if (role == QLatin1String("title")) {
-    label.setFont(titleFont(&label));
-  } else if (role == QLatin1String("caption")) {
-    label.setFont(scaled(label.font(), captionScale));
-    label.setForegroundRole(QPalette::PlaceholderText);
-  } else if (role == QLatin1String("muted")) {
-    label.setForegroundRole(QPalette::PlaceholderText);
-  } else if (role == QLatin1String("value")) {
-    label.setFont(semibold(label.font()));
-  } else if (role == QLatin1String("readout")) {
-    label.setFont(scaled(label.font(), readoutScale));
-  }
-}
 
 void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
   const bool selected = tab->state & QStyle::State_Selected;
@@ -86,36 +48,6 @@ void drawTabShape(const QStyleOptionTab* tab, QPainter* painter) {
   painter->setBrush(selected ? accentColor(tab->palette) : tab->palette.color(QPalette::Mid));
   painter->drawRoundedRect(QRectF(line), underlineHeight / 2.0, underlineHeight / 2.0);
   painter->restore();
-}
-
-void drawArrow(const QStyleOption* option, QPainter* painter, Qt::ArrowType direction) {
-  const bool isEnabled = option->state & QStyle::State_Enabled;
-  drawChevron(painter, option->rect,
-              option->palette.color(isEnabled ? QPalette::Normal : QPalette::Disabled, QPalette::Text), direction);
-}
-
-// Its ground and chevron; the text is the control's label.
-void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter) {
-  const bool isEnabled = list->state & QStyle::State_Enabled;
-  if (isEnabled && (list->state & QStyle::State_MouseOver)) {
-    drawRounded(painter, list->rect, list->palette.color(QPalette::Midlight),
-                QPen(list->palette.color(QPalette::Mid), 1));
-    if (list->state & QStyle::State_HasFocus) {
-      drawRounded(painter, list->rect, Qt::NoBrush, QPen(list->palette.color(QPalette::Dark), 1));
-    }
-  } else {
-    drawFieldFrame(list, painter);
-  }
-  const QRect chevron =
-      QStyle::visualRect(list->direction, list->rect,
-                         QRect(list->rect.right() - chevronWidth, list->rect.top(), chevronWidth, list->rect.height()));
-  drawChevron(painter, chevron,
-              list->palette.color(isEnabled ? QPalette::Normal : QPalette::Disabled, QPalette::PlaceholderText),
-              Qt::DownArrow);
-}
-
-QRect popUpListText(const QStyleOptionComboBox* list) {
-  return QStyle::visualRect(list->direction, list->rect, list->rect.adjusted(fieldPadding, 0, -chevronWidth, 0));
 }
 
 // The whole bar is its groove: there are no arrow buttons.
@@ -160,21 +92,6 @@ QSize menuItemSize(const QStyleOptionMenuItem& item, const QSize& fallback) {
   for (const QString& part : item.text.split(QLatin1Char('\t')))
     width += metrics.horizontalAdvance(part) + menuSidePadding;
   return {menuMarkWidth + width + menuMarkWidth, std::max(menuItemHeight, metrics.height() + 8)};
-}
-
-// A triangle with an exclamation mark, in lines.
-QIcon warningIcon(const QPalette& palette, qreal devicePixelRatio) {
-  constexpr int side = 40;
-  QPixmap pixmap(QSize(side, side) * devicePixelRatio);
-  pixmap.setDevicePixelRatio(devicePixelRatio);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(palette.color(QPalette::WindowText), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  painter.drawPolygon(QPolygonF({{20, 5}, {36, 34}, {4, 34}}));
-  painter.drawLine(QPointF(20, 15), QPointF(20, 23));
-  painter.drawPoint(QPointF(20, 28.5));
-  return QIcon(pixmap);
 }
 
 }  // namespace
@@ -291,7 +208,7 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
     case CE_HeaderLabel:
       if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
         painter->save();
-        painter->setFont(scaled(painter->font(), captionScale));
+        painter->setFont(captionFont(painter->font()));
         Qt::Alignment alignment = header->textAlignment;
         if (!(alignment & Qt::AlignVertical_Mask)) alignment |= Qt::AlignVCenter;
         drawItemText(painter, header->rect.adjusted(headerPadding, 0, -headerPadding, 0), static_cast<int>(alignment),
@@ -377,7 +294,7 @@ QSize SkarnStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     case CT_PushButton:
       return QSize(contents + 2 * buttonPadding).expandedTo({0, controlHeight});
     case CT_ComboBox:
-      return {contents.width() + 2 * fieldPadding + chevronWidth, std::max(size.height(), controlHeight)};
+      return {contents.width() + 2 * fieldPadding + listChevronWidth, std::max(size.height(), controlHeight)};
     case CT_LineEdit:
       return {size.width(), std::max(size.height(), controlHeight)};
     case CT_SpinBox:
@@ -448,6 +365,9 @@ int SkarnStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_ComboBox_AllowWheelScrolling:
       return 0;
+    case SH_DialogButtonLayout:
+      // Cancel at the left of what is done, as in the sheets, whatever the desktop's own order is.
+      return QDialogButtonBox::GnomeLayout;
     case SH_Slider_AbsoluteSetButtons:
       // A click on the track moves the handle there.
       return Qt::LeftButton;

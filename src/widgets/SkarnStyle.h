@@ -1,6 +1,7 @@
 // The look of the application: a flat style over Fusion that takes every colour from the palette.
 //
 // A label states its role in the dynamic property "textRole", set before it is first shown:
+//   heading   semibold, 1.4 of the base size: the window's own name
 //   title     semibold, 1.1 of the base size: group titles
 //   caption   muted, 0.92 of the base size: captions and notes
 //   muted     muted, base size: secondary values

@@ -289,7 +289,7 @@ class ButtonsSheetsTest : public QObject {
     QVERIFY(panel != nullptr && panel->isVisible());
     QCOMPARE(panel->acceptMode(), QFileDialog::AcceptOpen);
     QVERIFY(panel->fileMode() != QFileDialog::ExistingFiles);
-    QCOMPARE(panel->nameFilters(), QStringList{QStringLiteral("Files of this kind (*.app *.desktop)")});
+    QCOMPARE(panel->nameFilters(), QStringList{QStringLiteral("Applications (*.app *.desktop)")});
     QVERIFY(fixture.delegate.calls.empty());
   }
 

@@ -102,6 +102,7 @@ class MacroFilesTest : public QObject {
     at.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
     auto* name = at.panel("mMacrosSaveAsPanel")->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     QCOMPARE(name->text(), QStringLiteral("Up-down"));
+    QCOMPARE(at.panel("mMacrosSaveAsPanel")->windowTitle(), QStringLiteral("Export Macro"));
   }
 
   void a_cancelled_panel_writes_nothing() {
@@ -156,8 +157,8 @@ class MacroFilesTest : public QObject {
     at.chooseFromGear("mSettingsMacro", macroMenuTags::Import);
     const QFileDialog* panel = at.panel("mMacrosPanel");
     QVERIFY(panel != nullptr);
-    QCOMPARE(panel->nameFilters().size(), 1);
-    QVERIFY(panel->nameFilters().constFirst().endsWith(QStringLiteral("(*.SkarnMacro)")));
+    QCOMPARE(panel->windowTitle(), QStringLiteral("Import Macro"));
+    QCOMPARE(panel->nameFilters(), QStringList{QStringLiteral("Skarn macros (*.SkarnMacro)")});
     // The folder is not there on this system; the user's own documents are meant.
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const QString folder = QDir(documents).exists() ? documents : QDir::homePath();

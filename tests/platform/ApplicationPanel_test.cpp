@@ -220,7 +220,8 @@ class ApplicationPanelTest : public QObject {
     open();
     QTest::mouseClick(part<QPushButton>("mApplicationBrowse"), Qt::LeftButton);
     QVERIFY(QTest::qWaitForWindowExposed(filePanel()));
-    QCOMPARE(filePanel()->nameFilters(), QStringList{QStringLiteral("Files of this kind (*.app *.desktop)")});
+    QCOMPARE(filePanel()->windowTitle(), QStringLiteral("Choose Application"));
+    QCOMPARE(filePanel()->nameFilters(), QStringList{QStringLiteral("Applications (*.app *.desktop)")});
     QTest::keyClicks(filePanel()->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), bundle);
     QTest::keyClick(filePanel(), Qt::Key_Return);
     verifyEndsWith(FilePanel::okButton, bundle);
@@ -229,7 +230,7 @@ class ApplicationPanelTest : public QObject {
   void browseKeepsOtherTypesAsTheyAre() {
     open({QStringLiteral("exe")});
     QTest::mouseClick(part<QPushButton>("mApplicationBrowse"), Qt::LeftButton);
-    QCOMPARE(filePanel()->nameFilters(), QStringList{QStringLiteral("Files of this kind (*.exe)")});
+    QCOMPARE(filePanel()->nameFilters(), QStringList{QStringLiteral("Applications (*.exe)")});
   }
 
   void cancellingBrowseReturnsToTheChooser() {

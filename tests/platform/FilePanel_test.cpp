@@ -48,11 +48,13 @@ class FilePanelTest : public QObject {
 
   void open(const QStringList& types) { openIn(types, mFolder->path()); }
   void openIn(const QStringList& types, const QString& directory) {
-    FilePanel::open(mWindow.get(), QStringLiteral("mPanel"), types, directory, mEnds.recorder());
+    FilePanel::open(mWindow.get(), QStringLiteral("mPanel"), QStringLiteral("Import Macro"),
+                    {types, QStringLiteral("Files of the test (%1)")}, directory, mEnds.recorder());
     QVERIFY(QTest::qWaitForWindowExposed(panel()));
   }
   void save(const QString& suggestedName) {
-    FilePanel::save(mWindow.get(), QStringLiteral("mPanel"), suggestedName, mFolder->path(), mEnds.recorder());
+    FilePanel::save(mWindow.get(), QStringLiteral("mPanel"), QStringLiteral("Export Macro"), suggestedName,
+                    mFolder->path(), mEnds.recorder());
     QVERIFY(QTest::qWaitForWindowExposed(panel()));
   }
   void typeName(const QString& text) {
@@ -119,8 +121,9 @@ class FilePanelTest : public QObject {
     open(macroTypes);
     QCOMPARE(panel()->windowModality(), Qt::WindowModal);
     QVERIFY(panel()->testOption(QFileDialog::DontUseNativeDialog));
+    QCOMPARE(panel()->windowTitle(), QStringLiteral("Import Macro"));
     QCOMPARE(panel()->acceptMode(), QFileDialog::AcceptOpen);
-    QCOMPARE(panel()->nameFilters(), QStringList{QStringLiteral("Files of this kind (*.SkarnMacro)")});
+    QCOMPARE(panel()->nameFilters(), QStringList{QStringLiteral("Files of the test (*.SkarnMacro)")});
     QCOMPARE(QDir(panel()->directory()).canonicalPath(), QDir(mFolder->path()).canonicalPath());
     QCOMPARE(mEnds.ends, Ends());
   }
@@ -375,6 +378,7 @@ class FilePanelTest : public QObject {
 
   void theSavePanelSuggestsTheName() {
     save(QStringLiteral("Work"));
+    QCOMPARE(panel()->windowTitle(), QStringLiteral("Export Macro"));
     QCOMPARE(panel()->acceptMode(), QFileDialog::AcceptSave);
     QVERIFY(panel()->testOption(QFileDialog::DontConfirmOverwrite));
     QCOMPARE(nameEdit()->text(), QStringLiteral("Work"));

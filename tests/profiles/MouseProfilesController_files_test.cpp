@@ -118,6 +118,7 @@ class ProfilesFilesTest : public QObject {
   void exportSuggestsTheNameAndWritesTheRecord() {
     mTest->choose(4);
     QFileDialog* panel = filePanel("mProfileSavePanel");
+    QCOMPARE(panel->windowTitle(), QStringLiteral("Export Profile"));
     QVERIFY(panel);
     QCOMPARE(panel->windowModality(), Qt::WindowModal);
     auto* name = panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -237,7 +238,9 @@ class ProfilesFilesTest : public QObject {
   void aCancelledImportSendsNothing() {
     mTest->choose(3);
     QCOMPARE(filePanel("mProfileOpenPanel")->windowModality(), Qt::WindowModal);
-    QVERIFY(filePanel("mProfileOpenPanel")->nameFilters().constFirst().contains(QStringLiteral("*.SkarnProfile")));
+    QCOMPARE(filePanel("mProfileOpenPanel")->windowTitle(), QStringLiteral("Import Profile"));
+    QCOMPARE(filePanel("mProfileOpenPanel")->nameFilters(),
+             QStringList{QStringLiteral("Skarn profiles (*.SkarnProfile)")});
     QTest::keyClick(filePanel("mProfileOpenPanel"), Qt::Key_Escape);
     QTRY_VERIFY(!filePanel("mProfileOpenPanel"));
     VERIFY_CALLS(mTest->delegate.calls, {});

@@ -11,7 +11,7 @@ using namespace skarn::test;
 namespace {
 
 const QStringList titles{
-    "Rename",           "New", "Import…", "Export…", "Delete", "Copy", "Assign Application…", "Remove Application",
+    "Rename",           "New", "Import…", "Export…", "Delete…", "Copy", "Assign Application…", "Remove Application",
     "Restore Defaults…"};
 
 // The tags of the disabled items.
