@@ -15,6 +15,7 @@
 #include <system_error>
 
 #include "model/PropertyListCodec.h"
+#include "model/RegularFile.h"
 
 namespace vorn::engine {
 
@@ -127,7 +128,7 @@ std::optional<LaunchCommand> PosixProgramLauncher::commandOfBundle(const std::st
 std::optional<LaunchCommand> PosixProgramLauncher::commandOfEntry(const std::string& path, std::string& error) {
   Bytes bytes;
   if (const std::error_code failure = mFiles.read(path, maximumDescriptionSize, bytes)) {
-    error = failure == std::errc::invalid_argument ? "not a regular file" : failure.message();
+    error = reasonOf(failure);
     return std::nullopt;
   }
   return readDesktopEntry(std::string(bytes.begin(), bytes.end()), path, error);
