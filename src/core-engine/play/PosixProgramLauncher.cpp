@@ -14,6 +14,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "model/ApplicationBundle.h"
 #include "model/PropertyListCodec.h"
 #include "model/RegularFile.h"
 
@@ -100,7 +101,7 @@ bool PosixProgramLauncher::launch(const std::string& path, std::string& error) {
     return false;
   }
   std::optional<LaunchCommand> command;
-  if (name.ends_with(".app")) {
+  if (hasBundleName(name)) {
     command = commandOfBundle(std::string(name), error);
   } else if (name.ends_with(".desktop")) {
     command = commandOfEntry(std::string(name), error);
