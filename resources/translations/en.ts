@@ -743,6 +743,14 @@
         <source>Skarn macros (%1)</source>
         <translation>Skarn macros (%1)</translation>
     </message>
+    <message id="lkeyMacroHasBadEvent">
+        <source>Event %1 of this macro is no key and no mouse button that the mouse can play.</source>
+        <translation>Event %1 of this macro is no key and no mouse button that the mouse can play.</translation>
+    </message>
+    <message id="lkeyMacroHasTooManyEvents">
+        <source>This macro is too long: it has more than %1 events.</source>
+        <translation>This macro is too long: it has more than %1 events.</translation>
+    </message>
     <message id="lkeyMacroMenu">
         <source>More for macros</source>
         <translation>More for macros</translation>
@@ -1006,6 +1014,10 @@
     <message id="lkeyRecordIsNotWritable">
         <source>This profile or macro cannot be put into a file.</source>
         <translation>This profile or macro cannot be put into a file.</translation>
+    </message>
+    <message id="lkeyRecordIsTooLarge">
+        <source>This profile or macro is too large for the mouse.</source>
+        <translation>This profile or macro is too large for the mouse.</translation>
     </message>
     <message id="lkeyRecordingLostDesc">
         <source>“%1” was deleted while it was being recorded.</source>

@@ -30,6 +30,7 @@
 #include "macros/MacroControllerDelegate.h"
 #include "maintenance/MouseMaintenanceDelegate.h"
 #include "model/NotificationCenter.h"
+#include "model/References.h"
 #include "model/VRCDictionaryInspector.h"
 #include "performance/MousePerformanceDelegate.h"
 #include "profiles/ProfileControllerDelegate.h"
@@ -222,6 +223,9 @@ class MouseMainController : public QObject,
   void noteChange(const vorn::PropertyList& bundle, std::string_view profileName);
   // The bundle of an answered switch, with what a deletion before it leaves to do. Redraws nothing.
   void takeSwitch(const vorn::PropertyList& bundle, int profileID);
+  // After a deletion and its clean-up: where another control would do something else than before, sends the profiles
+  // once more as they must be, and redraws. before: the profiles before the deletion.
+  void keepReferences(const vorn::PropertyList& before, const vorn::Deletion& deletion);
   int profileTableRow() const;
   void reload();  // loadLatestSettings, setProperties, updateUISettings
   // Every menu, sheet, alert and panel of a tab closes as by its Cancel, so that nothing is written. The hub's own

@@ -124,6 +124,7 @@ void MouseMainController::updateProfileKeyInDictionaryWithDictionary(const Prope
 }
 
 void MouseMainController::deleteProfileWithProfileID(int profileID) {
+  const PropertyList before = profilesArray;
   mProfileDeleted = true;
   mDeletedProfileID = static_cast<std::uint32_t>(profileID);
   updateProfilesControlState(false);
@@ -132,6 +133,7 @@ void MouseMainController::deleteProfileWithProfileID(int profileID) {
   if (!answer[replyKeys::ReturnDictionary].isDictionary()) return;
   mServices.link.emptySlot();
   switchProfileWithID(std::max(profileID - 1, 0));
+  keepReferences(before, {vorn::AssignmentCommand::Profile, profileID, before.size()});
 }
 
 void MouseMainController::switchProfileWithID(int profileID) {
@@ -157,6 +159,17 @@ void MouseMainController::takeSwitch(const PropertyList& bundle, int profileID) 
   setProperties();
 }
 
+void MouseMainController::keepReferences(const PropertyList& before, const vorn::Deletion& deletion) {
+  const PropertyList kept =
+      vorn::withReferencesKept(before, profilesArray, deletion, defaultSettingsDict[keys::Profiles].at(0));
+  if (kept == profilesArray) return;
+  const PropertyList bundle = bundleOf(MessageID::ReplaceAllProfiles, envelope().with(requestKeys::AllProfiles, kept));
+  if (bundle.isNone()) return;
+  updateToLatestSettings(bundle);
+  setProperties();
+  updateUISettings();
+}
+
 // --- Macros
 
 void MouseMainController::addMacroWithSettings(const PropertyList& macro) {
@@ -166,11 +179,14 @@ void MouseMainController::addMacroWithSettings(const PropertyList& macro) {
 }
 
 void MouseMainController::deleteMacroAtIndex(int macro) {
+  const PropertyList before = profilesArray;
+  const std::size_t count = macrosArray.size();
   if (statusOf(MessageID::DeleteMacro, envelope().with(requestKeys::MacroID, macro)) != 0) return;
   loadLatestSettings();
   setProperties();
   mMouseButtonController->removeMacroProfileMappings(macro, macroCommand);
   reload();
+  if (macrosArray.size() + 1 == count) keepReferences(before, {vorn::AssignmentCommand::Macro, macro, count});
 }
 
 void MouseMainController::renameMacroAtIndex(int macro, std::string_view withNewName) {

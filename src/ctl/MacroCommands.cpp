@@ -1,6 +1,5 @@
 #include "ctl/Commands.h"
 #include "ctl/RecordFile.h"
-#include "ctl/References.h"
 #include "ctl/Settings.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
@@ -90,13 +89,14 @@ Outcome deleteMacro(Context& context, const Arguments& arguments) {
   if (!answer) return answer.failure();
   const auto bundle = allSettings(context.engine);
   if (!bundle) return bundle.failure();
-  return removeReferences(context.engine, *bundle, AssignmentCommand::Macro, chosen->position);
+  return keepReferences(context.engine, chosen->bundle, *bundle,
+                        {AssignmentCommand::Macro, chosen->position, chosen->bundle[keys::Macros].size()});
 }
 
 Outcome exportMacro(Context& context, const Arguments& arguments) {
   const auto chosen = choose(context, arguments[0]);
   if (!chosen) return chosen.failure();
-  return writeRecord(withExtension(arguments[1], RecordKind::Macro), chosen->macro().without(keys::MacroID));
+  return writeRecord(withExtension(arguments[1], RecordKind::Macro), chosen->macro(), RecordKind::Macro);
 }
 
 Outcome importMacro(Context& context, const Arguments& arguments) {

@@ -1,6 +1,5 @@
 #include "ctl/Commands.h"
 #include "ctl/RecordFile.h"
-#include "ctl/References.h"
 #include "ctl/Settings.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
@@ -112,14 +111,14 @@ Outcome deleteProfile(Context& context, const Arguments& arguments) {
   if (!chosen) return chosen.failure();
   const auto answer = change(context.engine, MessageID::DeleteProfile, profileRequest(chosen->position));
   if (!answer) return answer.failure();
-  return removeReferences(context.engine, (*answer)[replyKeys::ReturnDictionary], AssignmentCommand::Profile,
-                          chosen->position);
+  return keepReferences(context.engine, chosen->bundle, (*answer)[replyKeys::ReturnDictionary],
+                        {AssignmentCommand::Profile, chosen->position, chosen->bundle[keys::Profiles].size()});
 }
 
 Outcome exportProfile(Context& context, const Arguments& arguments) {
   const auto chosen = choose(context, arguments[0]);
   if (!chosen) return chosen.failure();
-  return writeRecord(withExtension(arguments[1], RecordKind::Profile), chosen->profile());
+  return writeRecord(withExtension(arguments[1], RecordKind::Profile), chosen->profile(), RecordKind::Profile);
 }
 
 Outcome importProfile(Context& context, const Arguments& arguments) {

@@ -81,6 +81,16 @@ Outcome updateProfile(EngineClient& engine, std::int64_t profileID, const Proper
                                                     {requestKeys::DeviceSettingsDictionary, settings}})));
 }
 
+Outcome keepReferences(EngineClient& engine, const PropertyList& before, const PropertyList& after,
+                       const Deletion& deletion) {
+  // What the factory gives a control needs no default profile.
+  const PropertyList& profiles = after[keys::Profiles];
+  const PropertyList kept = withReferencesKept(before[keys::Profiles], profiles, deletion, PropertyList());
+  if (kept == profiles) return std::nullopt;
+  return outcomeOf(
+      change(engine, MessageID::ReplaceAllProfiles, PropertyList::dictionary({{requestKeys::AllProfiles, kept}})));
+}
+
 std::int64_t activeProfileID(const PropertyList& bundle) {
   return bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64();
 }

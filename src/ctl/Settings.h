@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "ctl/Context.h"
+#include "model/References.h"
 #include "protocol/ReturnStatus.h"
 
 namespace vorn::ctl {
@@ -22,6 +23,11 @@ Outcome refusal(const PropertyList& answer);
 Result<PropertyList> change(EngineClient& engine, MessageID messageID, const PropertyList& body);
 Outcome outcomeOf(const Result<PropertyList>& answer);
 Outcome updateProfile(EngineClient& engine, std::int64_t profileID, const PropertyList& settings);
+
+// Sees to it that a deletion changes what no other control does (model/References.h): sends the profiles once more
+// where they are not yet as they must be. before, after: the settings around the deletion.
+Outcome keepReferences(EngineClient& engine, const PropertyList& before, const PropertyList& after,
+                       const Deletion& deletion);
 
 std::int64_t activeProfileID(const PropertyList& bundle);
 

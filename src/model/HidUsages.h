@@ -46,6 +46,12 @@ inline constexpr Usage rightCommand = 231;
 inline constexpr Usage firstModifier = leftControl;
 inline constexpr Usage lastModifier = rightCommand;
 
+// What the mouse sends and macros hold: a key (page 7, usages 4 to 231) or a button (page 9, usages 1 to 9).
+constexpr bool isKeyOrButton(std::int64_t usagePage, std::int64_t usage) noexcept {
+  return (usagePage == keyboardPage && usage >= firstKey && usage <= lastModifier) ||
+         (usagePage == buttonPage && usage >= primaryButton && usage <= lastFurtherButton);
+}
+
 // The name of a key of the keyboard page: "A", "Return", "Left Shift". Empty for a number that is no key, for a key
 // that has no name, and for 50, whose key differs from keyboard to keyboard. Valid for the whole run.
 std::string_view keyName(std::int64_t usage) noexcept;

@@ -1,34 +1,16 @@
 #include "model/PropertyListCodec.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include "model/BinaryPropertyListFormat.h"
 #include "model/BinaryPropertyListReader.h"
 #include "model/BinaryPropertyListWriter.h"
+#include "model/RegularFile.h"
 
 namespace vorn {
 
 namespace {
-
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int descriptor) : mDescriptor(descriptor) {}
-  ~FileDescriptor() {
-    if (mDescriptor >= 0) ::close(mDescriptor);
-  }
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-  int get() const { return mDescriptor; }
-
- private:
-  int mDescriptor;
-};
 
 void report(std::string* error, const std::string& message) {
   if (error != nullptr) *error = message;
@@ -46,38 +28,6 @@ bool looksLikeXml(BytesView bytes) {
   };
   const auto first = std::find_if_not(bytes.begin(), bytes.end(), meaningless);
   return first != bytes.end() && *first == '<';
-}
-
-std::optional<Bytes> readFile(const std::string& path, std::string* error) {
-  // Without blocking, so that a pipe in place of the file is seen instead of waited for.
-  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  struct stat status {};
-  if (file.get() < 0 || ::fstat(file.get(), &status) != 0) {
-    report(error, std::strerror(errno));
-    return std::nullopt;
-  }
-  if (!S_ISREG(status.st_mode)) {
-    report(error, S_ISDIR(status.st_mode) ? "it is a folder" : "it is no regular file");
-    return std::nullopt;
-  }
-  if (static_cast<std::uint64_t>(status.st_size) > maximumSize) {
-    report(error, "the file is too large");
-    return std::nullopt;
-  }
-  Bytes bytes(static_cast<std::size_t>(status.st_size));
-  std::size_t filled = 0;
-  while (filled < bytes.size()) {
-    const ssize_t count = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) {
-      report(error, std::strerror(errno));
-      return std::nullopt;
-    }
-    if (count == 0) break;
-    filled += static_cast<std::size_t>(count);
-  }
-  bytes.resize(filled);
-  return bytes;
 }
 
 }  // namespace
@@ -110,10 +60,11 @@ std::optional<PropertyList> decodePropertyList(BytesView bytes, std::string* err
 }
 
 std::optional<PropertyList> readPropertyListFile(const std::string& path, std::string* error) {
-  std::string reason;
-  const std::optional<Bytes> bytes = readFile(path, &reason);
+  Bytes bytes;
+  const std::error_code failure = readRegularFile(path, maximumSize, bytes);
+  std::string reason = failure ? reasonOf(failure) : std::string();
   std::optional<PropertyList> value;
-  if (bytes) value = decodePropertyList(*bytes, &reason);
+  if (!failure) value = decodePropertyList(bytes, &reason);
   if (!value) report(error, path + ": " + reason);
   return value;
 }

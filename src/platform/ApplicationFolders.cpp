@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "model/ApplicationBundle.h"
+
 namespace skarn {
 
 namespace {
@@ -78,8 +80,8 @@ QStringList installedBundles() {
   QStringList bundles;
   for (const QString& folder : {QDir::homePath() + QStringLiteral("/Applications"), QStringLiteral("/Applications")}) {
     const QDir applications(folder);
-    for (const QString& name : applications.entryList({QStringLiteral("*.app")}, QDir::Dirs)) {
-      bundles << applications.filePath(name);
+    for (const QString& name : applications.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+      if (vorn::hasBundleName(name.toStdString())) bundles << applications.filePath(name);
     }
   }
   return bundles;

@@ -8,24 +8,28 @@
 #include <algorithm>
 #include <optional>
 
+#include "model/ApplicationBundle.h"
 #include "model/DesktopEntry.h"
 #include "model/PropertyListCodec.h"
+#include "model/RegularFile.h"
 #include "platform/ApplicationFolders.h"
-#include "platform/RegularFile.h"
 
 namespace skarn {
 
 namespace {
 
-constexpr qint64 maximumDescriptionSize = qint64{1} << 20;
+constexpr std::size_t maximumDescriptionSize = std::size_t{1} << 20;
 
 const QString entrySuffix = QStringLiteral(".desktop");
-const QString bundleSuffix = QStringLiteral(".app");
+
+std::error_code readDescription(const QString& path, vorn::Bytes& contents) {
+  return vorn::readRegularFile(QFile::encodeName(path).toStdString(), maximumDescriptionSize, contents);
+}
 
 std::optional<vorn::DesktopEntry> readEntry(const QString& path) {
-  const RegularFile file = readRegularFile(path, maximumDescriptionSize);
-  if (file.problem != RegularFile::Problem::None) return std::nullopt;
-  auto entry = vorn::DesktopEntry::read({file.bytes.constData(), static_cast<std::size_t>(file.bytes.size())});
+  vorn::Bytes text;
+  if (readDescription(path, text)) return std::nullopt;
+  auto entry = vorn::DesktopEntry::read({reinterpret_cast<const char*>(text.data()), text.size()});
   if (!entry || entry->text("Type") != "Application") return std::nullopt;
   return entry;
 }
@@ -35,18 +39,17 @@ constexpr const char* contentsFolders[] = {"/Contents", ""};
 
 vorn::PropertyList readBundle(const QString& path) {
   for (const char* folder : contentsFolders) {
+    vorn::Bytes contents;
     const QString file = path + QLatin1String(folder) + QStringLiteral("/Info.plist");
-    const RegularFile contents = readRegularFile(file, maximumDescriptionSize);
-    if (contents.problem == RegularFile::Problem::Missing) continue;
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(contents.bytes.constData());
-    const auto list = vorn::decodePropertyList({bytes, static_cast<std::size_t>(contents.bytes.size())});
+    if (vorn::isMissingFile(readDescription(file, contents))) continue;
+    const auto list = vorn::decodePropertyList(contents);
     return list ? list->dictionaryOrEmpty() : vorn::PropertyList::dictionary();
   }
   return vorn::PropertyList::dictionary();
 }
 
 bool isBundle(const QString& path) {
-  return path.endsWith(bundleSuffix, Qt::CaseInsensitive) && QFileInfo(path).isDir();
+  return vorn::hasBundleName(path.toStdString()) && QFileInfo(path).isDir();
 }
 
 std::string locale() {

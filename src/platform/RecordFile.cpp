@@ -1,12 +1,12 @@
 #include "platform/RecordFile.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QLocale>
 
-#include "model/PropertyListCodec.h"
-#include "model/VrCoreUtility.h"
+#include "model/MacroEvents.h"
+#include "model/RegularFile.h"
 #include "platform/Localization.h"
-#include "platform/RegularFile.h"
 #include "platform/ShownName.h"
 #include "widgets/Alert.h"
 
@@ -14,89 +14,74 @@ namespace skarn {
 
 namespace {
 
+using vorn::RecordFault;
+using vorn::RecordFileProblem;
+
 QString fileName(const QString& path) {
   return shownName(QFileInfo(path).fileName());
 }
 
-QString problemOf(const RegularFile& file) {
-  using Problem = RegularFile::Problem;
-  switch (file.problem) {
-    case Problem::None:
-      return file.bytes.isEmpty() ? localized("lkeyFileIsEmpty") : QString();
-    case Problem::Missing:
-      return localized("lkeyFileIsMissing");
-    case Problem::NotRegular:
-      return localized("lkeyFileIsNotRegular");
-    case Problem::NotReadable:
-      return localized("lkeyFileIsNotReadable").arg(file.reason);
-    case Problem::TooLarge:
-      return localized("lkeyFileIsTooLarge");
+QString textOf(const RecordFault& fault) {
+  using Kind = RecordFault::Kind;
+  const QString member = QString::fromUtf8(fault.member.data(), static_cast<qsizetype>(fault.member.size()));
+  switch (fault.kind) {
+    case Kind::NoDictionary:
+      return localized("lkeyFileIsNoRecord");
+    case Kind::TooLarge:
+      return localized("lkeyRecordIsTooLarge");
+    case Kind::NoName:
+      return localized("lkeyFileLacksName");
+    case Kind::Missing:
+      return localized("lkeyFileLacksMember").arg(member);
+    case Kind::Unusable:
+      return localized("lkeyFileHasBadMember").arg(member);
+    case Kind::TooManyEvents:
+      return localized("lkeyMacroHasTooManyEvents").arg(QLocale().toString(qulonglong{vorn::maximumMacroEvents}));
+    case Kind::NoEvent:
+      return localized("lkeyMacroHasBadEvent").arg(QLocale().toString(qulonglong{fault.event}));
   }
   return {};
 }
 
-bool isGood(const vorn::PropertyList& value, RecordMember::Type type) {
-  switch (type) {
-    case RecordMember::Type::Name:
-      return !value.string().empty();
-    case RecordMember::Type::Dictionary:
-      return value.isDictionary();
-    case RecordMember::Type::Array:
-      return value.isArray();
-  }
-  return false;
+QString textOfReading(std::error_code error) {
+  if (vorn::isMissingFile(error)) return localized("lkeyFileIsMissing");
+  if (error == std::errc::invalid_argument) return localized("lkeyFileIsNotRegular");
+  if (error == std::errc::file_too_large) return localized("lkeyFileIsTooLarge");
+  return localized("lkeyFileIsNotReadable").arg(qt_error_string(error.value()));
 }
 
-QString problemOf(const vorn::PropertyList& record, const std::vector<RecordMember>& members) {
-  if (!record.isDictionary()) return localized("lkeyFileIsNoRecord");
-  for (const RecordMember& member : members) {
-    if (isGood(record[member.key], member.type)) continue;
-    if (member.type == RecordMember::Type::Name) return localized("lkeyFileLacksName");
-    const QString key = QString::fromUtf8(member.key.data(), static_cast<qsizetype>(member.key.size()));
-    return localized(record.contains(member.key) ? "lkeyFileHasBadMember" : "lkeyFileLacksMember").arg(key);
-  }
-  return {};
+QString textOfReading(const RecordFileProblem& problem) {
+  using Kind = RecordFileProblem::Kind;
+  if (problem.kind == Kind::File) return textOfReading(problem.error);
+  if (problem.kind == Kind::Empty) return localized("lkeyFileIsEmpty");
+  return problem.fault ? textOf(*problem.fault) : localized("lkeyFileIsNoRecord");
 }
 
-vorn::BytesView viewOf(const QByteArray& bytes) {
-  return {reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::size_t>(bytes.size())};
+QString textOfWriting(const RecordFileProblem& problem) {
+  if (problem.kind != RecordFileProblem::Kind::File) return localized("lkeyRecordIsNotWritable");
+  if (problem.error == std::errc::invalid_argument) return localized("lkeyFileIsNotRegular");
+  return localized("lkeyFileIsNotWritable").arg(qt_error_string(problem.error.value()));
 }
 
-void write(QWidget* window, const QString& path, const vorn::PropertyList& record) {
-  const QString problem = writeRecordFile(path, record);
-  if (problem.isEmpty()) return;
-  Alert::show(window, localized("lkeyExportFailedTitle").arg(fileName(path)), problem, {localized("lkeyOK")});
+void write(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind) {
+  const auto problem = vorn::writeRecordFile(QFile::encodeName(path).toStdString(), record, kind);
+  if (!problem) return;
+  Alert::show(window, localized("lkeyExportFailedTitle").arg(fileName(path)), textOfWriting(*problem),
+              {localized("lkeyOK")});
 }
 
 }  // namespace
 
-RecordFileContents readRecordFile(const QString& path, const std::vector<RecordMember>& members) {
-  const RegularFile file = readRegularFile(path, static_cast<qint64>(vorn::maximumSize));
-  if (QString problem = problemOf(file); !problem.isEmpty()) return {{}, std::move(problem)};
-  const auto record = vorn::decodePropertyList(viewOf(file.bytes));
-  if (!record) return {{}, localized("lkeyFileIsNoRecord")};
-  if (QString problem = problemOf(*record, members); !problem.isEmpty()) return {{}, std::move(problem)};
-  return {*record, {}};
+ImportedRecord importRecord(const QString& path, vorn::RecordKind kind) {
+  vorn::RecordFileContents contents = vorn::readRecordFile(QFile::encodeName(path).toStdString(), kind);
+  return {std::move(contents.record), contents.problem ? textOfReading(*contents.problem) : QString()};
 }
 
-QString writeRecordFile(const QString& path, const vorn::PropertyList& record) {
-  const auto bytes = vorn::VrCoreUtility::convertDictionaryToData(record);
-  if (!bytes) return localized("lkeyRecordIsNotWritable");
-  // A pipe or a device would otherwise be replaced by a file.
-  const QFileInfo target(path);
-  if (target.exists() && !target.isFile()) return localized("lkeyFileIsNotRegular");
-  QSaveFile file(path);
-  const auto size = static_cast<qint64>(bytes->size());
-  const bool isWritten = file.open(QIODevice::WriteOnly) &&
-                         file.write(reinterpret_cast<const char*>(bytes->data()), size) == size && file.commit();
-  return isWritten ? QString() : localized("lkeyFileIsNotWritable").arg(file.errorString());
-}
-
-void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record) {
-  if (!QFileInfo(path).isFile()) return write(window, path, record);
+void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind) {
+  if (!QFileInfo(path).isFile()) return write(window, path, record, kind);
   Alert::show(window, localized("lkeyReplaceFileTitle").arg(fileName(path)), localized("lkeyReplaceFileDesc"),
-              {localized("lkeyReplace"), localized("lkeyCancel")}, [window, path, record](int returnCode) {
-                if (returnCode == Alert::firstButtonReturn) write(window, path, record);
+              {localized("lkeyReplace"), localized("lkeyCancel")}, [window, path, record, kind](int returnCode) {
+                if (returnCode == Alert::firstButtonReturn) write(window, path, record, kind);
               });
 }
 

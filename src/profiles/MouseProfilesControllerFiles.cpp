@@ -23,13 +23,6 @@ constexpr const char* fileType = "SkarnProfile";
 constexpr const char* documents = "file://localhost/Documents/";
 constexpr const char* applications = "/Applications/";
 
-const std::vector<RecordMember>& expectedMembers() {
-  static const std::vector<RecordMember> members = {{keys::ProfileName, RecordMember::Type::Name},
-                                                    {keys::Keys, RecordMember::Type::Dictionary},
-                                                    {keys::Buttons, RecordMember::Type::Dictionary}};
-  return members;
-}
-
 // Where each member of "AppInfo" comes from in an application's information dictionary. The name is an exception.
 struct ApplicationMember {
   keys::Key key;
@@ -108,11 +101,11 @@ void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& pat
 void MouseProfilesController::exportPanelDidEnd(int returnCode, const QString& path) {
   const PropertyList profile = selectedProfile();
   if (returnCode != FilePanel::okButton || profile.isNone()) return;
-  exportRecord(sheetParent(), path + QLatin1Char('.') + QLatin1String(fileType), profile);
+  exportRecord(sheetParent(), path + QLatin1Char('.') + QLatin1String(fileType), profile, vorn::RecordKind::Profile);
 }
 
 void MouseProfilesController::importProfile(const QString& path) {
-  const RecordFileContents file = readRecordFile(path, expectedMembers());
+  const ImportedRecord file = importRecord(path, vorn::RecordKind::Profile);
   // The list may have grown while the panel was open.
   const QString problem = file.problem.isEmpty() ? reasonAgainst(static_cast<int>(ProfileItem::Import)) : file.problem;
   if (!problem.isEmpty()) {

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include "app/HubFixture.h"
+#include "model/Assignments.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -70,6 +71,8 @@ class MacrosTest : public QObject {
   void a_new_macro_can_be_named_while_the_settings_are_loaded_anew();
   void an_engine_lost_during_a_recording_leaves_the_tab_usable();
   void recorded_lines_reach_the_table_through_the_news();
+  void a_deleted_macro_changes_no_other_control();
+  void a_deletion_that_concerns_no_control_sends_the_profiles_once();
 };
 
 void MacrosTest::the_button_says_record_once_the_tab_is_shown() {
@@ -195,6 +198,60 @@ void MacrosTest::recorded_lines_reach_the_table_through_the_news() {
   fixture.click("mRecordMacroDetails");
   fixture.notifications.post("MacroSequence273", "", PropertyList::dictionary({{"messagesArray", threeLines()}}));
   QVERIFY(fixture.tab().mMacroDetailsArray() == threeLines());
+}
+
+PropertyList playingMacro(int position, int mode) {
+  return vorn::assignmentRecord(vorn::AssignmentCommand::Macro, position, mode);
+}
+
+// The profile with other assignments of two keys.
+PropertyList playing(const PropertyList& profile, const PropertyList& four, const PropertyList& seven) {
+  return profile.with(keys::Keys, profile[keys::Keys].with("4", four).with("7", seven));
+}
+
+// Deletes the first of three macros and returns what was sent.
+std::vector<ScriptedLink::Request> deletedFirst(MacrosWindow& fixture, PropertyList profile) {
+  PropertyList bundle = bundleWith({"Work"}, {"Greet", "Jump", "Wave"});
+  bundle = bundle.with(keys::Profiles, PropertyList::array({std::move(profile)}));
+  fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundle));
+  fixture.hub().loadLatestSettings();
+  fixture.hub().setProperties();
+  fixture.link.onSend = [&fixture, bundle](const ScriptedLink::Request& sent) mutable {
+    if (sent.messageID == MessageID::DeleteMacro) bundle = bundle.with(keys::Macros, bundle[keys::Macros].removing(0));
+    const PropertyList& profiles = sent.body["AllProfiles"];
+    if (sent.messageID == MessageID::ReplaceAllProfiles) bundle = bundle.with(keys::Profiles, profiles);
+    fixture.link.answer(MessageID::ReplaceAllProfiles, changeAnswer(bundle));
+    fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundle));
+  };
+  fixture.link.requests.clear();
+  fixture.hub().deleteMacroAtIndex(0);
+  fixture.link.onSend = {};
+  return std::exchange(fixture.link.requests, {});
+}
+
+void MacrosTest::a_deleted_macro_changes_no_other_control() {
+  MacrosWindow fixture;
+  const PropertyList plain = bundleWith({"Work"}, {})[keys::Profiles].at(0);
+  const auto requests = deletedFirst(fixture, playing(plain, playingMacro(0, 2), playingMacro(2, 3)));
+  // The clean-up alone would put back what played the last one.
+  QVERIFY(requests == (std::vector<ScriptedLink::Request>{
+                          {MessageID::DeleteMacro, request({{"macroID", 0}})},
+                          {MessageID::GetAllSettings, request({})},
+                          {MessageID::ReplaceAllProfiles, request({{"AllProfiles", PropertyList::array({plain})}})},
+                          {MessageID::GetAllSettings, request({})},
+                          {MessageID::ReplaceAllProfiles,
+                           request({{"AllProfiles", PropertyList::array({playing(plain, plain[keys::Keys]["4"],
+                                                                                 playingMacro(1, 3))})}})}}));
+  QVERIFY(fixture.hub().mDefaultProfileDict()[keys::Keys]["7"] == playingMacro(1, 3));
+}
+
+void MacrosTest::a_deletion_that_concerns_no_control_sends_the_profiles_once() {
+  MacrosWindow fixture;
+  const PropertyList plain = bundleWith({"Work"}, {})[keys::Profiles].at(0);
+  std::vector<MessageID> sent;
+  for (const auto& each : deletedFirst(fixture, plain)) sent.push_back(each.messageID);
+  QVERIFY(sent == (std::vector<MessageID>{MessageID::DeleteMacro, MessageID::GetAllSettings,
+                                          MessageID::ReplaceAllProfiles, MessageID::GetAllSettings}));
 }
 
 SKARN_QTEST(MacrosTest)

@@ -10,6 +10,7 @@
 #include <QToolButton>
 
 #include "app/HubFixture.h"
+#include "model/Assignments.h"
 #include "profiles/MouseProfilesController.h"
 #include "support/QtTests.h"
 
@@ -212,6 +213,36 @@ class ProfilesTabTest : public QObject {
                                             MessageID::ReplaceAllProfiles, MessageID::GetAllSettings}));
     QVERIFY(mHub->link.requests[0].body == request({{requestKeys::ProfileID, row}}));
     QVERIFY(mHub->link.requests[1] == switchedTo(std::max(row - 1, 0)));
+    QVERIFY(table().isEnabled());
+    verifyInStep();
+  }
+
+  void deletingSendsTheProfilesOnceMoreWhereAnotherControlWouldChange() {
+    const auto switchTo = [](int position) {
+      return vorn::assignmentRecord(vorn::AssignmentCommand::Profile, position);
+    };
+    const auto withKeys = [&](const PropertyList& profile, int four, int seven) {
+      return profile.with(keys::Keys, profile[keys::Keys].with("4", switchTo(four)).with("7", switchTo(seven)));
+    };
+    const PropertyList elsewhere =
+        PropertyList::dictionary({{keys::Keys, PropertyList::dictionary({{"4", switchTo(2)}})}});
+    PropertyList profiles = mBundle[keys::Profiles];
+    profiles = profiles.replacing(0, withKeys(profileAt(0), 2, 0).with(keys::Keymap, PropertyList::array({elsewhere})));
+    mBundle = mBundle.with(keys::Profiles, profiles.replacing(1, withKeys(profileAt(1), 1, 0)));
+    mHub->notifications.post("Profile Updated 273", "", PropertyList::dictionary());
+    mHub->link.requests.clear();
+    const PropertyList draw = profileAt(2);
+    const PropertyList work = profileAt(0);
+    QTest::mouseClick(find<QToolButton>("mDeleteProfile"), Qt::LeftButton);
+    pressReturnInAlert();
+
+    QCOMPARE(mHub->link.requests.size(), std::size_t{5});
+    const PropertyList moved = PropertyList::dictionary({{keys::Keys, PropertyList::dictionary({{"4", switchTo(1)}})}});
+    const PropertyList kept =
+        PropertyList::array({withKeys(work, 1, 0).with(keys::Keymap, PropertyList::array({moved})), draw});
+    QVERIFY(mHub->link.requests[4] ==
+            (ScriptedLink::Request{MessageID::ReplaceAllProfiles, request({{requestKeys::AllProfiles, kept}})}));
+    QVERIFY(mBundle[keys::Profiles] == kept);
     QVERIFY(table().isEnabled());
     verifyInStep();
   }

@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <fstream>
-#include <iterator>
+#include <filesystem>
 
 #include "model/PropertyListCodec.h"
 #include "support/TemporaryFolder.h"
@@ -20,42 +19,35 @@ const PropertyList profile = PropertyList::dictionary({{"ProfileName", "Work"},
                                                        {"Further", 1.5}});
 const PropertyList macro = PropertyList::dictionary({{"MacroName", "Jump"}, {"delay", 20}});
 
-std::size_t fileCount(const TemporaryFolder& folder) {
-  return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder.path()), {}));
-}
-
 TEST(RecordFile, GetsItsExtensionOnce) {
   EXPECT_EQ(withExtension("a/Work", RecordKind::Profile), "a/Work.SkarnProfile");
   EXPECT_EQ(withExtension("Work.SkarnProfile", RecordKind::Profile), "Work.SkarnProfile");
   EXPECT_EQ(withExtension("Jump.SkarnProfile", RecordKind::Macro), "Jump.SkarnProfile.SkarnMacro");
 }
 
-TEST(RecordFile, HoldsTheRecordAndReplacesAnOlderOneWhole) {
+TEST(RecordFile, IsReadAsItWasWritten) {
   const TemporaryFolder folder;
-  const std::string path = folder.write("file", Bytes{'o', 'l', 'd'});
-  EXPECT_FALSE(writeRecord(path, profile));
-  EXPECT_EQ(folder.read("file"), encodeBinaryPropertyList(profile));
-  EXPECT_EQ(*readRecord(path, RecordKind::Profile), profile);
-  EXPECT_EQ(fileCount(folder), 1U);
+  EXPECT_FALSE(writeRecord(folder.path("file"), profile, RecordKind::Profile));
+  EXPECT_EQ(*readRecord(folder.path("file"), RecordKind::Profile), profile);
+  EXPECT_FALSE(writeRecord(folder.path("file"), macro.with("macroID", 4), RecordKind::Macro));
+  EXPECT_EQ(*readRecord(folder.path("file"), RecordKind::Macro), macro);
 }
 
-TEST(RecordFile, LeavesNothingBehindWhereItCannotBeWritten) {
+TEST(RecordFile, ThatCannotBeWrittenIsAFileError) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.path("taken"));
-  const Outcome failure = writeRecord(folder.path("taken"), profile);
+  const Outcome failure = writeRecord(folder.path("taken"), profile, RecordKind::Profile);
   ASSERT_TRUE(failure);
   EXPECT_EQ(failure->status, ExitStatus::FileError);
-  EXPECT_EQ(failure->text, folder.path("taken") + ": Is a directory");
-  EXPECT_EQ(fileCount(folder), 1U);
-  EXPECT_EQ(writeRecord(folder.path("no/file"), profile)->status, ExitStatus::FileError);
+  EXPECT_EQ(failure->text, folder.path("taken") + ": not a regular file");
+  EXPECT_EQ(writeRecord(folder.path("no/file"), profile, RecordKind::Profile)->status, ExitStatus::FileError);
 }
 
-TEST(RecordFile, ReadsXmlAndLeavesOutTheNumberOfAMacro) {
-  const TemporaryFolder folder;
-  std::ofstream(folder.path("m.SkarnMacro"))
-      << "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>MacroName</key><string>Jump</string>"
-         "<key>macroID</key><integer>4</integer><key>delay</key><integer>20</integer></dict></plist>";
-  EXPECT_EQ(*readRecord(folder.path("m.SkarnMacro"), RecordKind::Macro), macro);
+TEST(RecordFile, OfARecordThatNoFileCanHoldIsRefused) {
+  const Outcome failure = writeRecord("/nowhere", PropertyList(), RecordKind::Profile);
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->status, ExitStatus::Refused);
+  EXPECT_EQ(failure->text, "the record cannot be written: there is no record");
 }
 
 TEST(RecordFile, RefusesWhatIsNoRecordOfItsKind) {
@@ -67,13 +59,13 @@ TEST(RecordFile, RefusesWhatIsNoRecordOfItsKind) {
     EXPECT_EQ(record.failure().status, ExitStatus::FileError);
     return record.failure().text.substr(path.size());
   };
-  EXPECT_EQ(fault(PropertyList::array(), RecordKind::Profile), ": not a profile: holds no dictionary");
-  EXPECT_EQ(fault(macro, RecordKind::Profile), ": not a profile: holds no \"ProfileName\"");
-  EXPECT_EQ(fault(profile.with("ProfileName", 5), RecordKind::Profile), ": not a profile: holds no \"ProfileName\"");
-  EXPECT_EQ(fault(profile.without("Keys"), RecordKind::Profile), ": not a profile: holds no dictionary \"Keys\"");
-  EXPECT_EQ(fault(profile.with("Buttons", 1), RecordKind::Profile), ": not a profile: holds no dictionary \"Buttons\"");
-  EXPECT_EQ(fault(profile, RecordKind::Macro), ": not a macro: holds no \"MacroName\"");
-  EXPECT_EQ(fault(macro.with("sequence", 1), RecordKind::Macro), ": not a macro: its \"sequence\" is no dictionary");
+  EXPECT_EQ(fault(PropertyList::array(), RecordKind::Profile), ": there is no profile record");
+  EXPECT_EQ(fault(macro, RecordKind::Profile), ": the profile has no name");
+  EXPECT_EQ(fault(profile.with("ProfileName", 5), RecordKind::Profile), ": the profile has no name");
+  EXPECT_EQ(fault(profile.without("Keys"), RecordKind::Profile), ": the profile has no \"Keys\"");
+  EXPECT_EQ(fault(profile.with("Buttons", 1), RecordKind::Profile), ": its \"Buttons\" is no dictionary");
+  EXPECT_EQ(fault(profile, RecordKind::Macro), ": the macro has no name");
+  EXPECT_EQ(fault(macro.with("sequence", 1), RecordKind::Macro), ": its sequence is no dictionary");
   EXPECT_EQ(fault(macro.with("sequence", PropertyList::dictionary()), RecordKind::Macro), "");
 }
 

@@ -112,7 +112,10 @@ TEST_F(Requests, SwitchRenameAddAndCopyProfiles) {
 }
 
 TEST_F(Requests, DeleteAProfileAndWhatPointsAtIt) {
-  const PropertyList cleaned = withChanged("Buttons", "03", record(3));
+  const PropertyList shorter = bundle.with("Profiles", bundle["Profiles"].removing(1));
+  const PropertyListFile deleted{dictionary({{"ReturnDictionary", shorter}, {"ReturnStatus", 0}})};
+  ASSERT_TRUE(engine.obey("on 9 reply " + deleted.path()));
+  const PropertyList cleaned = withChanged("Buttons", "03", record(3).without("further")).removing(1);
   EXPECT_EQ(requestsOf({"profiles", "delete", "2"}),
             (Expected{{9, dictionary({{"ProfileID", 1}})}, {7, dictionary({{"AllProfiles", cleaned}})}}));
 }

@@ -83,7 +83,7 @@ TEST_F(EngineSession, ManagesMacros) {
   const PropertyList macro = PropertyList::dictionary(
       {{"MacroName", "Jump"},
        {"sequence", PropertyList::dictionary({{"events", PropertyList::array({event(1, 0), event(0, 20)})}})}});
-  ASSERT_FALSE(writeRecord(folder.path("m.SkarnMacro"), macro));
+  ASSERT_FALSE(writeRecord(folder.path("m.SkarnMacro"), macro, RecordKind::Macro));
   EXPECT_EQ(outputOf({"macros", "import", folder.path("m.SkarnMacro")}), "Macro 1 \"Jump\"\n");
   EXPECT_EQ(outputOf({"macros", "import", folder.path("m.SkarnMacro")}), "Macro 2 \"Jump(2)\"\n");
   EXPECT_EQ(outputOf({"macros", "rename", "2", "Run"}), "Macro 2 \"Run\"\n");

@@ -189,6 +189,14 @@ class MacroFilesTest : public QObject {
     QCOMPARE(at.rowsOf(at.macros()).last(), QStringLiteral("Read"));
   }
 
+  void a_macro_without_a_sequence_is_one_without_events() {
+    FilesFixture at;
+    at.write("mine.SkarnMacro", PropertyList::dictionary({{keys::MacroName, "Bare"}}));
+    at.importFrom("mine.SkarnMacro");
+    QCOMPARE(at.rowsOf(at.macros()).last(), QStringLiteral("Bare"));
+    QVERIFY(at.alert() == nullptr);
+  }
+
   void a_cancelled_import_adds_nothing() {
     FilesFixture at;
     at.chooseFromGear("mSettingsMacro", macroMenuTags::Import);
@@ -216,12 +224,16 @@ class MacroFilesTest : public QObject {
     row("no name", sampleRecord().without(keys::MacroName));
     row("an empty name", sampleRecord().with(keys::MacroName, ""));
     row("a number for a name", sampleRecord().with(keys::MacroName, 3));
-    row("no sequence", sampleRecord().without(keys::Sequence));
     row("a text for a sequence", sampleRecord().with(keys::Sequence, "x"));
     row("a text for the events", sampleRecord().with(keys::Sequence, PropertyList::dictionary({{keys::Events, "x"}})));
     row("a number among the events",
         sampleRecord().with(keys::Sequence,
                             PropertyList::dictionary({{keys::Events, PropertyList::array({macroEvent(1, 4), 5})}})));
+    row("an event that no key or button has",
+        sampleRecord().with(keys::Sequence,
+                            PropertyList::dictionary({{keys::Events, PropertyList::array({macroEvent(1, 3)})}})));
+    row("a delay out of range", sampleRecord().with(keys::Delay, 1'000'000));
+    row("more than a mouse takes", sampleRecord().with("comment", std::string(1024 * 1024, 'x')));
     QTest::newRow("a file of 50 MB") << QByteArray(50 * 1024 * 1024, 'x');
   }
   void what_is_no_macro_is_told_and_adds_nothing() {

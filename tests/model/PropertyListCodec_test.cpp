@@ -83,12 +83,12 @@ TEST_F(PropertyListFile, ThatDoesNotExistIsAnError) {
 
 TEST_F(PropertyListFile, ThatIsAFolderIsAnError) {
   std::filesystem::create_directory(path("folder.plist"));
-  EXPECT_EQ(errorOfReading("folder.plist"), "it is a folder");
+  EXPECT_EQ(errorOfReading("folder.plist"), "not a regular file");
 }
 
 TEST_F(PropertyListFile, ThatIsAPipeIsAnErrorAndNotWaitedFor) {
   ASSERT_EQ(::mkfifo(path("pipe.plist").c_str(), 0600), 0);
-  EXPECT_EQ(errorOfReading("pipe.plist"), "it is no regular file");
+  EXPECT_EQ(errorOfReading("pipe.plist"), "not a regular file");
 }
 
 TEST_F(PropertyListFile, ThatIsEmptyIsAnError) {
@@ -99,7 +99,7 @@ TEST_F(PropertyListFile, ThatIsEmptyIsAnError) {
 TEST_F(PropertyListFile, ThatIsTooLargeIsAnErrorBeforeItIsRead) {
   write("large.plist", bytesOf("bplist00"));
   std::filesystem::resize_file(path("large.plist"), std::uintmax_t{1} << 40);  // sparse
-  EXPECT_EQ(errorOfReading("large.plist"), "the file is too large");
+  EXPECT_EQ(errorOfReading("large.plist"), "File too large");
 }
 
 TEST_F(PropertyListFile, ThatIsNoPropertyListGivesItsReason) {

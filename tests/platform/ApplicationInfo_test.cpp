@@ -45,13 +45,14 @@ class ApplicationInfoTest : public QObject {
     QTest::addColumn<QString>("file");
     QTest::newRow("in Contents") << QStringLiteral("Game.app/Contents/Info.plist");
     QTest::newRow("in the folder itself") << QStringLiteral("Game.app/Info.plist");
+    QTest::newRow("in capitals") << QStringLiteral("Game.APP/Info.plist");
   }
   void aBundleGivesItsInformationWithItsPath() {
     QFETCH(QString, file);
     QVERIFY(writeTestFile(inFolder(file), infoList("<key>CFBundleName</key><string>Gäme</string>"
                                                    "<key>CFBundleExecutable</key><string>game</string>"
                                                    "<key>Other</key><integer>5</integer>")));
-    const QString path = inFolder(QStringLiteral("Game.app"));
+    const QString path = inFolder(file.section(QLatin1Char('/'), 0, 0));
     const auto expected = PropertyList::dictionary({{"CFBundleName", "Gäme"},
                                                     {"CFBundleExecutable", "game"},
                                                     {"Other", 5},

@@ -1,10 +1,7 @@
-// Files of single records: what is read, what is refused and why, and that a failed write leaves nothing.
+// Profile and macro files: what the user is told about them, and asked before one is replaced.
 #include "platform/RecordFile.h"
 
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 #include <QAbstractButton>
 #include <memory>
@@ -17,18 +14,20 @@
 using namespace skarn;
 using namespace skarn::test;
 using vorn::PropertyList;
-using Type = RecordMember::Type;
+using vorn::RecordKind;
 
 namespace {
-
-const std::vector<RecordMember> members{
-    {"ProfileName", Type::Name}, {"Keys", Type::Dictionary}, {"Keymap", Type::Array}};
 
 PropertyList goodRecord() {
   return PropertyList::dictionary({{"ProfileName", "Work & <Play> é"},
                                    {"Keys", PropertyList::dictionary({{"57", 1}})},
-                                   {"Keymap", PropertyList::array({PropertyList::dictionary()})},
+                                   {"Buttons", PropertyList::dictionary()},
                                    {"from another version", PropertyList::array({1, 2.5, true})}});
+}
+
+PropertyList macroWith(std::vector<PropertyList> events) {
+  const PropertyList sequence = PropertyList::dictionary({{"events", PropertyList::array(std::move(events))}});
+  return PropertyList::dictionary({{"MacroName", "Jump"}, {"sequence", sequence}});
 }
 
 QByteArray encoded(const PropertyList& value) {
@@ -52,10 +51,10 @@ class RecordFileTest : public QObject {
   QStringList filesInFolder() const {
     return QDir(mFolder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
   }
-  QString problemOf(const QByteArray& bytes) const {
+  QString problemOf(const QByteArray& bytes, RecordKind kind = RecordKind::Profile) const {
     const QString path = inFolder(QStringLiteral("record"));
     if (!writeTestFile(path, bytes)) return QStringLiteral("the test cannot write");
-    const RecordFileContents contents = readRecordFile(path, members);
+    const ImportedRecord contents = importRecord(path, kind);
     if (!contents.problem.isEmpty() && !contents.record.isNone()) return QStringLiteral("a problem with a record");
     return contents.problem;
   }
@@ -79,33 +78,14 @@ class RecordFileTest : public QObject {
     mFolder.reset();
   }
 
-  void aWrittenRecordIsReadBackWithAllItsKeys() {
-    const QString path = inFolder(QStringLiteral("Work.SkarnProfile"));
-    QCOMPARE(writeRecordFile(path, goodRecord()), QString());
+  void anExportedRecordIsImportedWithAllItsKeys() {
+    const QString path = inFolder(QStringLiteral("Work é.SkarnProfile"));
+    exportRecord(mWindow.get(), path, goodRecord(), RecordKind::Profile);
     QCOMPARE(bytesOf(path), encoded(goodRecord()));
-    QVERIFY(bytesOf(path).startsWith("bplist00"));
-    const RecordFileContents contents = readRecordFile(path, members);
+    const ImportedRecord contents = importRecord(path, RecordKind::Profile);
     QCOMPARE(contents.problem, QString());
     QVERIFY(contents.record == goodRecord());
-    QCOMPARE(filesInFolder(), QStringList{QStringLiteral("Work.SkarnProfile")});
-  }
-
-  void anXmlPropertyListIsReadToo() {
-    const QString path = inFolder(QStringLiteral("record"));
-    QVERIFY(writeTestFile(path,
-                          "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>ProfileName</key>"
-                          "<string>Work</string><key>Keys</key><dict/><key>Keymap</key><array/></dict></plist>"));
-    const RecordFileContents contents = readRecordFile(path, members);
-    QCOMPARE(contents.problem, QString());
-    QVERIFY(contents.record ==
-            PropertyList::dictionary(
-                {{"ProfileName", "Work"}, {"Keys", PropertyList::dictionary()}, {"Keymap", PropertyList::array()}}));
-  }
-
-  void aLinkToAFileIsRead() {
-    QCOMPARE(writeRecordFile(inFolder(QStringLiteral("real")), goodRecord()), QString());
-    QVERIFY(QFile::link(inFolder(QStringLiteral("real")), inFolder(QStringLiteral("link"))));
-    QVERIFY(readRecordFile(inFolder(QStringLiteral("link")), members).record == goodRecord());
+    QCOMPARE(filesInFolder(), QStringList{QStringLiteral("Work é.SkarnProfile")});
   }
 
   // The texts are the user's: they speak of profiles and macros, not of how files are written.
@@ -133,7 +113,7 @@ class RecordFileTest : public QObject {
     QTest::addColumn<QString>("wrong");
     const QString noName = QStringLiteral("This file has no name for what it holds.");
     QTest::newRow("name") << "ProfileName" << noName << noName;
-    for (const char* key : {"Keys", "Keymap"}) {
+    for (const char* key : {"Keys", "Buttons"}) {
       const QString name = QLatin1String(key);
       QTest::newRow(key)
           << name << QStringLiteral("A part of this file is missing: “%1”. The file may be damaged.").arg(name)
@@ -150,35 +130,36 @@ class RecordFileTest : public QObject {
     }
   }
 
-  void onlyAnOrdinaryFileIsRead() {
-    const QString notRegular = localized("lkeyFileIsNotRegular");
-    QCOMPARE(readRecordFile(mFolder->path(), members).problem, notRegular);
-    QCOMPARE(readRecordFile(QStringLiteral("/dev/zero"), members).problem, notRegular);
-    const QString pipe = inFolder(QStringLiteral("pipe"));
-    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    QCOMPARE(readRecordFile(pipe, members).problem, notRegular);
-    QCOMPARE(writeRecordFile(pipe, goodRecord()), notRegular);
+  void aMacroThatCannotBePlayedIsRefusedInWords() {
+    const PropertyList press = PropertyList::dictionary({{"command", 1}, {"delay", 0}, {"page", 7}, {"argument", 4}});
+    const auto problem = [&](const PropertyList& macro) { return problemOf(encoded(macro), RecordKind::Macro); };
+    QCOMPARE(problem(macroWith({press})), QString());
+    QCOMPARE(problem(macroWith({press, press.with("argument", 3)})),
+             QStringLiteral("Event 2 of this macro is no key and no mouse button that the mouse can play."));
+    QCOMPARE(problem(macroWith(std::vector<PropertyList>(15'001, press))),
+             QStringLiteral("This macro is too long: it has more than 15,000 events."));
+    QCOMPARE(problem(macroWith({}).with("delay", -1)),
+             QStringLiteral("A part of this file cannot be used: “delay”. The file may be damaged."));
+    QCOMPARE(problem(macroWith({}).with("comment", std::string(1024 * 1024, 'x'))),
+             QStringLiteral("This profile or macro is too large for the mouse."));
   }
 
-  void aSocketIsNoFile() {
-    const QByteArray path = QFile::encodeName(inFolder(QStringLiteral("socket")));
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    QVERIFY(path.size() < static_cast<qsizetype>(sizeof address.sun_path));
-    std::copy(path.begin(), path.end(), address.sun_path);
-    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const int bound = ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    const QString problem = readRecordFile(QString::fromLocal8Bit(path), members).problem;
-    ::close(descriptor);
-    QCOMPARE(bound, 0);
-    QCOMPARE(problem, localized("lkeyFileIsNotRegular"));
+  void onlyAnOrdinaryFileIsRead() {
+    const QString notRegular = localized("lkeyFileIsNotRegular");
+    QCOMPARE(importRecord(mFolder->path(), RecordKind::Profile).problem, notRegular);
+    QCOMPARE(importRecord(QStringLiteral("/dev/zero"), RecordKind::Profile).problem, notRegular);
+    const QString pipe = inFolder(QStringLiteral("pipe"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QCOMPARE(importRecord(pipe, RecordKind::Profile).problem, notRegular);
   }
 
   void aMissingFileIsTold() {
-    QCOMPARE(readRecordFile(inFolder(QStringLiteral("none")), members).problem, localized("lkeyFileIsMissing"));
+    QCOMPARE(importRecord(inFolder(QStringLiteral("none")), RecordKind::Profile).problem,
+             localized("lkeyFileIsMissing"));
     QVERIFY(QFile::link(inFolder(QStringLiteral("none")), inFolder(QStringLiteral("link"))));
-    QCOMPARE(readRecordFile(inFolder(QStringLiteral("link")), members).problem, localized("lkeyFileIsMissing"));
-    QCOMPARE(readRecordFile(QString(QChar::Null), members).problem, localized("lkeyFileIsMissing"));
+    QCOMPARE(importRecord(inFolder(QStringLiteral("link")), RecordKind::Profile).problem,
+             localized("lkeyFileIsMissing"));
+    QCOMPARE(importRecord(QString(QChar::Null), RecordKind::Profile).problem, localized("lkeyFileIsMissing"));
   }
 
   void aFileBeyondTheBoundIsRefusedUnread() {
@@ -186,37 +167,11 @@ class RecordFileTest : public QObject {
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.resize(static_cast<qint64>(vorn::maximumSize) + 1));
-    QCOMPARE(readRecordFile(path, members).problem, localized("lkeyFileIsTooLarge"));
-  }
-
-  void aLargeFileWithinTheBoundIsJudgedByItsContents() {
-    const QString path = inFolder(QStringLiteral("large"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QVERIFY(file.resize(qint64{50} * 1024 * 1024));
-    QCOMPARE(readRecordFile(path, members).problem, localized("lkeyFileIsNoRecord"));
-  }
-
-  void aFailedWriteLeavesNothing() {
-    const QString inNoFolder = inFolder(QStringLiteral("none/Work"));
-    QVERIFY(writeRecordFile(inNoFolder, goodRecord()).startsWith(QLatin1String("The file cannot be written: ")));
-    const QString tooLong = inFolder(QString(300, QLatin1Char('n')));
-    QVERIFY(writeRecordFile(tooLong, goodRecord()).startsWith(QLatin1String("The file cannot be written: ")));
-    QCOMPARE(writeRecordFile(inFolder(QStringLiteral("Work")), PropertyList()), localized("lkeyRecordIsNotWritable"));
-    QCOMPARE(filesInFolder(), QStringList());
-  }
-
-  void aFileIsReplacedWholeAndItsLinkKept() {
-    const QString path = inFolder(QStringLiteral("real"));
-    QVERIFY(writeTestFile(path, QByteArray(100000, 'x')));
-    QVERIFY(QFile::link(path, inFolder(QStringLiteral("link"))));
-    QCOMPARE(writeRecordFile(inFolder(QStringLiteral("link")), goodRecord()), QString());
-    QCOMPARE(bytesOf(path), encoded(goodRecord()));
-    QVERIFY(QFileInfo(inFolder(QStringLiteral("link"))).isSymLink());
+    QCOMPARE(importRecord(path, RecordKind::Profile).problem, localized("lkeyFileIsTooLarge"));
   }
 
   void anExportToANewFileAsksNothing() {
-    exportRecord(mWindow.get(), inFolder(QStringLiteral("Work")), goodRecord());
+    exportRecord(mWindow.get(), inFolder(QStringLiteral("Work")), goodRecord(), RecordKind::Profile);
     QVERIFY(!alertOf(*mWindow));
     QCOMPARE(bytesOf(inFolder(QStringLiteral("Work"))), encoded(goodRecord()));
   }
@@ -224,7 +179,7 @@ class RecordFileTest : public QObject {
   void anExportAsksBeforeItReplaces() {
     const QString path = inFolder(QStringLiteral("Work"));
     QVERIFY(writeTestFile(path, "before"));
-    exportRecord(mWindow.get(), path, goodRecord());
+    exportRecord(mWindow.get(), path, goodRecord(), RecordKind::Profile);
     QCOMPARE(alertTexts(*mWindow),
              (QStringList{QStringLiteral("“Work” already exists"), localized("lkeyReplaceFileDesc")}));
     QCOMPARE(alertOf(*mWindow)->windowModality(), Qt::WindowModal);
@@ -232,7 +187,7 @@ class RecordFileTest : public QObject {
     press(1);
     QCOMPARE(bytesOf(path), QByteArray("before"));
 
-    exportRecord(mWindow.get(), path, goodRecord());
+    exportRecord(mWindow.get(), path, goodRecord(), RecordKind::Profile);
     QCOMPARE(alertOf(*mWindow)->buttons().at(0)->text(), localized("lkeyReplace"));
     QCOMPARE(alertOf(*mWindow)->buttons().at(1)->text(), localized("lkeyCancel"));
     press(0);
@@ -241,13 +196,16 @@ class RecordFileTest : public QObject {
   }
 
   void aFailedExportIsTold() {
-    exportRecord(mWindow.get(), inFolder(QStringLiteral("none/Work")), goodRecord());
+    exportRecord(mWindow.get(), inFolder(QStringLiteral("none/Work")), goodRecord(), RecordKind::Profile);
     const QStringList texts = alertTexts(*mWindow);
     QCOMPARE(texts.value(0), QStringLiteral("“Work” could not be exported"));
     QVERIFY2(texts.value(1).startsWith(QLatin1String("The file cannot be written: ")), qPrintable(texts.value(1)));
     press(0);
-    exportRecord(mWindow.get(), mFolder->path(), goodRecord());
+    exportRecord(mWindow.get(), mFolder->path(), goodRecord(), RecordKind::Profile);
     QCOMPARE(alertTexts(*mWindow).value(1), localized("lkeyFileIsNotRegular"));
+    press(0);
+    exportRecord(mWindow.get(), inFolder(QStringLiteral("Work")), PropertyList(), RecordKind::Profile);
+    QCOMPARE(alertTexts(*mWindow).value(1), localized("lkeyRecordIsNotWritable"));
     QCOMPARE(filesInFolder(), QStringList());
   }
 

@@ -7,9 +7,7 @@
 namespace vorn::engine {
 
 std::optional<OutputKey> outputKey(std::int64_t usagePage, std::int64_t usage) {
-  const bool isKey = usagePage == hid::keyboardPage && usage >= hid::firstKey && usage <= hid::lastModifier;
-  const bool isButton = usagePage == hid::buttonPage && usage >= hid::primaryButton && usage <= hid::lastFurtherButton;
-  if (!isKey && !isButton) return std::nullopt;
+  if (!hid::isKeyOrButton(usagePage, usage)) return std::nullopt;
   return OutputKey{static_cast<std::uint16_t>(usagePage), static_cast<std::uint16_t>(usage)};
 }
 

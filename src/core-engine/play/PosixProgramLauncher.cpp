@@ -14,7 +14,9 @@
 #include <string_view>
 #include <system_error>
 
+#include "model/ApplicationBundle.h"
 #include "model/PropertyListCodec.h"
+#include "model/RegularFile.h"
 
 namespace vorn::engine {
 
@@ -99,7 +101,7 @@ bool PosixProgramLauncher::launch(const std::string& path, std::string& error) {
     return false;
   }
   std::optional<LaunchCommand> command;
-  if (name.ends_with(".app")) {
+  if (hasBundleName(name)) {
     command = commandOfBundle(std::string(name), error);
   } else if (name.ends_with(".desktop")) {
     command = commandOfEntry(std::string(name), error);
@@ -127,7 +129,7 @@ std::optional<LaunchCommand> PosixProgramLauncher::commandOfBundle(const std::st
 std::optional<LaunchCommand> PosixProgramLauncher::commandOfEntry(const std::string& path, std::string& error) {
   Bytes bytes;
   if (const std::error_code failure = mFiles.read(path, maximumDescriptionSize, bytes)) {
-    error = failure == std::errc::invalid_argument ? "not a regular file" : failure.message();
+    error = reasonOf(failure);
     return std::nullopt;
   }
   return readDesktopEntry(std::string(bytes.begin(), bytes.end()), path, error);

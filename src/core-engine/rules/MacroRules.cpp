@@ -2,14 +2,12 @@
 
 #include <algorithm>
 #include <functional>
-#include <iterator>
 #include <optional>
-#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "core-engine/play/OutputKeys.h"
-#include "core-engine/rules/RecordLimits.h"
+#include "model/RecordLimits.h"
+#include "model/RecordRules.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
@@ -18,14 +16,6 @@ namespace {
 
 MacroResult refused(ReturnStatus status, std::string reason) {
   return {{}, status, std::move(reason)};
-}
-
-bool isWithin(const PropertyList& value, std::int64_t minimum, std::int64_t maximum) {
-  return value.isInteger() && value.toInt64() >= minimum && value.toInt64() <= maximum;
-}
-
-bool isDelay(const PropertyList& value) {
-  return isWithin(value, 0, maximumDelay);
 }
 
 // Nothing for a position below count.
@@ -51,19 +41,10 @@ std::optional<MacroResult> complaintAboutSize(const PropertyList& macro) {
 }
 
 std::optional<MacroResult> complaintAboutRecord(const PropertyList& record) {
-  const auto malformed = [](const char* reason) { return refused(ReturnStatus::Malformed, reason); };
-  if (!record.isDictionary()) return malformed("there is no macro record");
-  // Before anything is walked whose length nobody has looked at.
-  if (!isWithinRecordLimits(record)) return refused(ReturnStatus::TooLarge, "the macro is too large");
-  if (record[keys::MacroName].string().empty()) return malformed("the macro has no name");
-  if (record.contains(keys::Delay) && !isDelay(record[keys::Delay])) return malformed("its delay is out of range");
-  const PropertyList& sequence = record[keys::Sequence];
-  if (record.contains(keys::Sequence) && !sequence.isDictionary()) return malformed("its sequence is no dictionary");
-  const PropertyList& events = sequence[keys::Events];
-  if (sequence.contains(keys::Events) && !events.isArray()) return malformed("its events are no array");
-  if (events.size() > maximumMacroEvents) return refused(ReturnStatus::TooLarge, "the macro has too many events");
-  if (!std::ranges::all_of(events.elements(), isMacroEvent)) return malformed("one of its events is none");
-  return std::nullopt;
+  const auto fault = faultOfRecord(record, RecordKind::Macro);
+  if (!fault) return std::nullopt;
+  const bool isTooLarge = fault->kind == RecordFault::Kind::TooLarge || fault->kind == RecordFault::Kind::TooManyEvents;
+  return refused(isTooLarge ? ReturnStatus::TooLarge : ReturnStatus::Malformed, fault->reason);
 }
 
 PropertyList withMacros(const PropertyList& bundle, std::vector<PropertyList> macros) {
@@ -104,21 +85,6 @@ MacroResult withEveryDelay(const PropertyList& events, const PropertyList& delay
 }
 
 }  // namespace
-
-bool isMacroEvent(const PropertyList& event) {
-  const PropertyList& page = event[keys::Page];
-  const PropertyList& argument = event[keys::Argument];
-  return isWithin(event[keys::Command], 0, 1) && isDelay(event[keys::Delay]) && page.isInteger() &&
-         argument.isInteger() && outputKey(page.toInt64(), argument.toInt64()).has_value();
-}
-
-PropertyList macroEvents(const PropertyList& macro) {
-  const PropertyList& events = macro[keys::Sequence][keys::Events];
-  if (std::ranges::all_of(events.elements(), isMacroEvent)) return events.arrayOrEmpty();
-  std::vector<PropertyList> usable;
-  std::ranges::copy_if(events.elements(), std::back_inserter(usable), isMacroEvent);
-  return PropertyList::array(std::move(usable));
-}
 
 MacroResult macroAt(const PropertyList& bundle, const PropertyList& macroID) {
   const PropertyList& macros = bundle[keys::Macros];
@@ -197,7 +163,7 @@ MacroResult withDelay(const PropertyList& bundle, const PropertyList& macroID, c
   return withEditedEvents(bundle, macroID, [&](const PropertyList& events) -> MacroResult {
     if (const auto complaint = complaintAboutRow(row, events)) return *complaint;
     if (!delay.isInteger()) return refused(ReturnStatus::Malformed, "the new delay is no number");
-    if (!isDelay(delay)) return refused(ReturnStatus::OutOfRange, "the new delay is out of range");
+    if (!isMacroDelay(delay)) return refused(ReturnStatus::OutOfRange, "the new delay is out of range");
     const std::int64_t index = eventOfRow(row);
     return {events.replacing(index, events.at(index).with(keys::Delay, delay))};
   });

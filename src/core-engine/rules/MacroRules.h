@@ -1,23 +1,21 @@
 // What the requests about macros make of a settings bundle, as pure functions. A complete bundle (BundleRules.h) stays
 // complete.
 //
-// The events of a macro lie in its record under "sequence" -> "events", an array of { command, delay, page, argument }.
-// Clients see them as rows: row 0 is event 0, and event k after it has two rows, 2k-1 for its delay and 2k for itself.
+// Clients see the events of a macro (model/MacroEvents.h) as rows: row 0 is event 0, and event k after it has two rows,
+// 2k-1 for its delay and 2k for itself.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
+#include "model/MacroEvents.h"
 #include "model/PropertyList.h"
 #include "protocol/ReturnStatus.h"
 
 namespace vorn::engine {
 
 inline constexpr std::size_t maximumMacros = 2'000;
-inline constexpr std::size_t maximumMacroEvents = 15'000;  // of one macro; fits in the limits of a record
-inline constexpr std::int64_t maximumDelay = 999'999;      // milliseconds
-inline constexpr std::int64_t defaultDelay = 20;           // milliseconds; of a macro that does not say
 
 struct MacroResult {
   PropertyList value;  // the changed bundle, or what was asked for; none when refused
@@ -25,20 +23,13 @@ struct MacroResult {
   std::string reason{};  // why it was refused, in English; empty otherwise
 };
 
-// True for the press (command 1) or release (0) of a key (page 7, argument 4 to 231) or of a mouse button (page 9,
-// argument 1 to 9), with a delay from 0 to maximumDelay before it. All four are integers; further keys do no harm.
-bool isMacroEvent(const PropertyList& event);
-
-// The events of a macro record, an array. What is no event, in settings that were written elsewhere, is left out.
-PropertyList macroEvents(const PropertyList& macro);
-
 // bundle, everywhere: complete. macroID: a position in "Macros"; row: a row of that macro; both integers.
 
 MacroResult macroAt(const PropertyList& bundle, const PropertyList& macroID);  // its record
 MacroResult eventAt(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row);
 
-// Appends the record, which needs a name. A "delay" or "sequence" that it lacks is filled in; "macroID" becomes its
-// position; further keys are kept.
+// Appends the record, which must be a macro as model/RecordRules.h has it. A "delay" or "sequence" that it lacks is
+// filled in; "macroID" becomes its position; further keys are kept.
 MacroResult withAddedMacro(const PropertyList& bundle, const PropertyList& record);
 MacroResult withRenamedMacro(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& name);
 // The macros behind it move up. Assignments that point at it or at them stay as they are.

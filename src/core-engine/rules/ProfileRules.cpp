@@ -7,8 +7,9 @@
 #include <utility>
 
 #include "core-engine/rules/BundleRules.h"
-#include "core-engine/rules/RecordLimits.h"
 #include "model/ProfileKeys.h"
+#include "model/RecordLimits.h"
+#include "model/SettingsKeys.h"
 
 namespace vorn::engine {
 

@@ -5,6 +5,7 @@
 
 #include "core-engine/rules/BundleRules.h"
 #include "model/PropertyListCodec.h"
+#include "model/RegularFile.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
@@ -19,7 +20,7 @@ std::optional<PropertyList> FactoryDefaults::read(const std::string& path, std::
   }
   Bytes bytes;
   if (const std::error_code failure = mFiles.read(path, maximumFileSize, bytes)) {
-    error = failure == std::errc::invalid_argument ? "not a regular file" : failure.message();
+    error = reasonOf(failure);
     return std::nullopt;
   }
   const std::optional<PropertyList> file = decodePropertyList(bytes, &error);

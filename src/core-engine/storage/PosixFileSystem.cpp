@@ -8,6 +8,9 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "model/FileDescriptor.h"
+#include "model/RegularFile.h"
+
 namespace vorn::engine {
 
 namespace {
@@ -23,46 +26,9 @@ std::error_code resultOf(int returned) {
   return returned < 0 ? lastError() : std::error_code();
 }
 
-template <typename Call>
-auto withoutInterruption(Call call) {
-  auto returned = call();
-  while (returned < 0 && errno == EINTR) returned = call();
-  return returned;
-}
-
 bool isFolder(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-class Descriptor {
- public:
-  explicit Descriptor(int descriptor) : mDescriptor(descriptor) {}
-  ~Descriptor() {
-    if (mDescriptor >= 0) ::close(mDescriptor);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int get() const { return mDescriptor; }
-
- private:
-  int mDescriptor;
-};
-
-std::error_code readAll(int descriptor, std::size_t maximum, Bytes& contents) {
-  std::size_t filled = 0;
-  for (;;) {
-    // A file that grows while it is read is met by one byte more than was expected.
-    if (filled == contents.size()) contents.resize(filled + 1);
-    const ssize_t count =
-        withoutInterruption([&] { return ::read(descriptor, contents.data() + filled, contents.size() - filled); });
-    if (count < 0) return lastError();
-    if (count == 0) break;
-    filled += static_cast<std::size_t>(count);
-    if (filled > maximum) return std::make_error_code(std::errc::file_too_large);
-  }
-  contents.resize(filled);
-  return {};
 }
 
 }  // namespace
@@ -72,20 +38,7 @@ PosixFileSystem::~PosixFileSystem() {
 }
 
 std::error_code PosixFileSystem::read(const std::string& path, std::size_t maximum, Bytes& contents) {
-  contents.clear();
-  // Without O_NONBLOCK the opening of a named pipe would wait for its writer.
-  const Descriptor file(
-      withoutInterruption([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
-  if (file.get() < 0) return lastError();
-  struct stat status {};
-  if (::fstat(file.get(), &status) < 0) return lastError();
-  if (!S_ISREG(status.st_mode)) return std::make_error_code(std::errc::invalid_argument);
-  const auto size = static_cast<std::size_t>(status.st_size);
-  if (size > maximum) return std::make_error_code(std::errc::file_too_large);
-  contents.resize(size + 1);
-  const std::error_code error = readAll(file.get(), maximum, contents);
-  if (error) contents.clear();
-  return error;
+  return readRegularFile(path, maximum, contents);
 }
 
 std::error_code PosixFileSystem::createFolder(const std::string& path) {
@@ -144,7 +97,7 @@ std::error_code PosixFileSystem::remove(const std::string& path) {
 }
 
 std::error_code PosixFileSystem::syncFolder(const std::string& path) {
-  const Descriptor folder(
+  const FileDescriptor folder(
       withoutInterruption([&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
   if (folder.get() < 0) return lastError();
   return sync(folder.get());

@@ -98,6 +98,12 @@ TEST_F(ProgramLauncherTest, StartsTheProgramOfAFlatApplicationBundle) {
   EXPECT_EQ(launched("Flat.app"), "flat\n");
 }
 
+TEST_F(ProgramLauncherTest, StartsABundleWhateverTheCaseOfItsEnding) {
+  writeInformation("Loud.APP/Info.plist", "tell");
+  writeProgram("Loud.APP/tell", "echo loud");
+  EXPECT_EQ(launched("Loud.APP"), "loud\n");
+}
+
 TEST_F(ProgramLauncherTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
   writeInformation("Flat.app/Info.plist", "tell");
   writeProgram("Flat.app/tell", "cut -d' ' -f6 /proc/$$/stat; readlink /proc/$$/fd/0");

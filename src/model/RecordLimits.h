@@ -5,7 +5,7 @@
 
 #include "model/PropertyList.h"
 
-namespace vorn::engine {
+namespace vorn {
 
 // A record's size is 8 bytes for each value in it, itself included, and the bytes of its keys, texts and data.
 inline constexpr std::size_t maximumRecordSize = std::size_t{1024} * 1024;
@@ -15,4 +15,4 @@ inline constexpr std::size_t maximumRecordDepth = 32;
 // Takes a time bounded by the limits, whatever the record holds.
 bool isWithinRecordLimits(const PropertyList& record);
 
-}  // namespace vorn::engine
+}  // namespace vorn

@@ -1,8 +1,8 @@
-#include "core-engine/rules/RecordLimits.h"
+#include "model/RecordLimits.h"
 
 #include <vector>
 
-namespace vorn::engine {
+namespace vorn {
 
 namespace {
 
@@ -38,4 +38,4 @@ bool isWithinRecordLimits(const PropertyList& record) {
   return size <= maximumRecordSize;
 }
 
-}  // namespace vorn::engine
+}  // namespace vorn

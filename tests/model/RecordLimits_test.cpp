@@ -1,8 +1,8 @@
-#include "core-engine/rules/RecordLimits.h"
+#include "model/RecordLimits.h"
 
 #include <gtest/gtest.h>
 
-namespace vorn::engine::test {
+namespace vorn {
 namespace {
 
 PropertyList nested(int arrays) {
@@ -45,4 +45,4 @@ TEST(RecordLimits, RefuseAnEndlessArrayOfNumbers) {
 }
 
 }  // namespace
-}  // namespace vorn::engine::test
+}  // namespace vorn
