@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # What the scripts share: the Debian packages of this project, and how it is built. Sourced by ./run and ./check.
 
 # To build and start the programs.
@@ -12,9 +13,11 @@ build_packages=(
 display_packages=(xvfb xauth fonts-dejavu-core)
 # To run the tests, besides the above.
 test_packages=(
-  libgtest-dev libplist-dev libplist-utils clang-format clang-tidy desktop-file-utils
+  libgtest-dev libplist-dev libplist-utils desktop-file-utils
   xvfb xauth fonts-dejavu-core
 )
+# To check everything else, besides the above.
+check_packages=(git clang libclang-rt-14-dev clang-format clang-tidy shellcheck binutils)
 
 is_installed() {
   [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

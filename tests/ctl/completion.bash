@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # What the completion of vornctl offers; $1 is its script. Needs no engine.
+# shellcheck source=scripts/vornctl.bash
 source "$1"
 failures=0
 
