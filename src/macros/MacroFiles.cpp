@@ -2,6 +2,7 @@
 
 #include "model/SettingsKeys.h"
 #include "platform/FilePanel.h"
+#include "platform/Localization.h"
 #include "platform/RecordFile.h"
 #include "platform/SettingsText.h"
 

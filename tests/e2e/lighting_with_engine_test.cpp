@@ -72,13 +72,14 @@ class LightingWithEngineTest : public QObject {
     QVERIFY(VirtualMouse::unplug());
     OpenWindow open;
     QVERIFY(open.asksForTheMouse());
-    // What was sent back stood in the default settings; the engine knows better.
-    QCOMPARE(open.startUpdates(), 2);
+    // What is shown are the default settings: nothing of them is sent.
+    QCOMPARE(open.startUpdates(), 0);
     QCOMPARE(open.setting(keys::LEDEffects).toInt(), 0);
     QVERIFY(VirtualMouse::plug("wired"));
     QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
     QCOMPARE(open.setting(keys::LEDEffects).toInt(), 4);
-    QCOMPARE(open.profileUpdates(), 0);
+    // The mouse's own effect and brightness, once.
+    QCOMPARE(open.profileUpdates(), 2);
   }
 
   void every_step_of_the_brightness_is_kept() {

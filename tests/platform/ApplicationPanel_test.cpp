@@ -66,8 +66,10 @@ class ApplicationPanelTest : public QObject {
   QString mGame;
   QString mPlayer;
 
- private slots:
+ public:
   static void initMain() { useOwnHome(); }
+
+ private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
   void init() {
     mHome = std::make_unique<ApplicationsHome>();

@@ -95,8 +95,10 @@ class FilePanelTest : public QObject {
   std::unique_ptr<QWidget> mWindow;
   RecordedEnds mEnds;
 
- private slots:
+ public:
   static void initMain() { useOwnHome(); }
+
+ private slots:
 
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
 

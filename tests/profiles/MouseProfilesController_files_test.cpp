@@ -98,8 +98,10 @@ class ProfilesFilesTest : public QObject {
   std::unique_ptr<ApplicationsHome> mHome;
   std::unique_ptr<ProfilesTab> mTest;
 
- private slots:
+ public:
   static void initMain() { useOwnHome(); }
+
+ private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
   void init() {
     mFolder = std::make_unique<QTemporaryDir>();

@@ -10,20 +10,20 @@ namespace skarn::test {
 
 namespace {
 
-std::map<std::string, MakeTest>& tests() {
-  static std::map<std::string, MakeTest> all;
+std::map<std::string, TestClass>& tests() {
+  static std::map<std::string, TestClass> all;
   return all;
 }
 
 int listTests() {
-  for (const auto& [name, make] : tests()) std::puts(name.c_str());
+  for (const auto& [name, test] : tests()) std::puts(name.c_str());
   return 2;
 }
 
 }  // namespace
 
-bool addTest(const char* name, MakeTest make) {
-  return tests().emplace(name, make).second;
+bool addTest(const char* name, TestClass test) {
+  return tests().emplace(name, test).second;
 }
 
 }  // namespace skarn::test
@@ -34,7 +34,8 @@ int main(int count, char** arguments) {
   if (test == tests().end()) return listTests();
   // What follows the name is for Qt Test.
   arguments[1] = arguments[0];
+  test->second.initMain();
   QApplication application(count, arguments);
   QApplication::setAttribute(Qt::AA_Use96Dpi);
-  return QTest::qExec(test->second().get(), count - 1, arguments + 1);
+  return QTest::qExec(test->second.make().get(), count - 1, arguments + 1);
 }
