@@ -171,6 +171,7 @@ class CommandsTest : public QObject {
   void a_macro_command_that_fails_reloads_nothing_data() { addCommandRows(); }
   void a_macro_command_that_fails_reloads_nothing();
   void a_late_answer_is_taken_by_the_next_command();
+  void updates_of_the_tabs_write_the_profile_of_the_selected_row();
   void updates_of_the_tabs_write_the_active_profile_when_no_row_is_selected();
   void apply_writes_the_first_profile_while_another_is_active();
   void the_product_of_the_envelope_follows_the_attached_device();
@@ -277,6 +278,23 @@ void CommandsTest::a_late_answer_is_taken_by_the_next_command() {
   QVERIFY(fixture.link.unansweredWaits.empty());
   QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Alpha"));
   QVERIFY(fixture.link.reply().isNone());
+}
+
+void CommandsTest::updates_of_the_tabs_write_the_profile_of_the_selected_row() {
+  HubFixture fixture;
+  fixture.startConnected(oldBundle());
+  // The switch that a selection asks for is not answered: another profile stays active.
+  fixture.window.ui().MouseProfilesController->mProfilesTableView()->selectRow(2);
+  QVERIFY(fixture.link.requests ==
+          (std::vector<ScriptedLink::Request>{{MessageID::SwitchProfile, request({{"ProfileID", 2}})}}));
+  QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Play"));
+  fixture.link.requests.clear();
+  fixture.hub().updateProfileWithSettings(record());
+  fixture.hub().updateButtonAssignmentWithSettings(record());
+  fixture.hub().updateValueForSetting(record());
+  const ScriptedLink::Request update{MessageID::UpdateProfile,
+                                     request({{"ProfileID", 2}, {"DeviceSettingsDictionary", record()}})};
+  QVERIFY(fixture.link.requests == (std::vector<ScriptedLink::Request>{update, update, update}));
 }
 
 void CommandsTest::updates_of_the_tabs_write_the_active_profile_when_no_row_is_selected() {

@@ -122,21 +122,6 @@ TEST(DictionaryInspector, KeepsTheDictionariesThatItWasGiven) {
   EXPECT_EQ(inspector.mDeviceSettingsDictionary(), bundle[keys::DeviceSettings]);
 }
 
-TEST(ActiveProfile, IsTheElementOfProfilesThatTheDeviceSettingsName) {
-  const auto activeProfile = [](const PropertyList& bundle) {
-    return bundle[keys::Profiles].at(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt());
-  };
-  const auto bundleWithActive = [](int active) {
-    return PropertyList::dictionary(
-        {{keys::Profiles, PropertyList::array({PropertyList::dictionary({{keys::ProfileName, "Only"}})})},
-         {keys::DeviceSettings, PropertyList::dictionary({{keys::ActiveProfile, active}})}});
-  };
-  EXPECT_EQ(activeProfile(bundleWithActive(0)), PropertyList::dictionary({{keys::ProfileName, "Only"}}));
-  EXPECT_TRUE(activeProfile(bundleWithActive(1)).isNone());
-  EXPECT_TRUE(activeProfile(bundleWithActive(-1)).isNone());
-  EXPECT_TRUE(activeProfile(PropertyList::dictionary()).isNone());
-}
-
 TEST(StandardBundle, HasTheSizesThatItPromises) {
   const PropertyList bundle = test::standardBundle();
   ASSERT_EQ(bundle[keys::Profiles].size(), 5u);

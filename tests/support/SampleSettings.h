@@ -16,15 +16,20 @@ inline PropertyList assignment(int command, int param1 = 0, int param2 = 0) {
   return PropertyList::dictionary({{keys::Command, command}, {keys::Param1, param1}, {keys::Param2, param2}});
 }
 
-// "Keys" or "Buttons" as they leave the factory.
-inline PropertyList factoryGroup(int groupType) {
-  PropertyList group = PropertyList::dictionary();
-  for (const ControlDescriptor& control : controlTable) {
-    if (control.groupType != groupType) continue;
-    const int command = control.groupType == 1 ? 45 : (control.repeatCode == 700 ? 3 : control.repeatCode - 683);
-    group = group.with(control.identifier, assignment(command, groupType == 1 ? control.repeatCode : 0));
-  }
-  return group;
+// "Keys" (1) or "Buttons" (2) as they leave the factory.
+inline const PropertyList& factoryGroup(int groupType) {
+  const auto made = [](int type) {
+    std::vector<PropertyList::Pair> assignments;
+    for (const ControlDescriptor& control : controlTable) {
+      if (control.groupType != type) continue;
+      const int command = type == 1 ? 45 : (control.repeatCode == 700 ? 3 : control.repeatCode - 683);
+      assignments.emplace_back(control.identifier, assignment(command, type == 1 ? control.repeatCode : 0));
+    }
+    return PropertyList::dictionary(std::move(assignments));
+  };
+  static const PropertyList keysGroup = made(1);
+  static const PropertyList buttonsGroup = made(2);
+  return groupType == 1 ? keysGroup : buttonsGroup;
 }
 
 inline PropertyList stage(int x, int y, bool isIndependent) {
@@ -60,14 +65,15 @@ inline PropertyList profile(std::string_view name) {
 }
 
 // Four profiles, the second active.
-inline PropertyList profiles() {
-  return PropertyList::array(
+inline const PropertyList& profiles() {
+  static const PropertyList all = PropertyList::array(
       {profile("Default"),
        profile("Work").with(keys::AppInfo, PropertyList::dictionary({{keys::Application, "LibreOffice Writer"}})),
        profile("Raid: Molten Depths, healer set-up for the second boss")
            .with(keys::AppInfo, PropertyList::dictionary({{keys::Application, "Skirmish Online"}}))
            .with(keys::AutoSwitchOn, 1),
        profile("Racing")});
+  return all;
 }
 
 inline PropertyList deviceSettings() {
