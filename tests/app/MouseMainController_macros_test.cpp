@@ -58,7 +58,7 @@ const std::vector<MessageID> stopAndSave{MessageID::StopMacroRecording, MessageI
 
 }  // namespace
 
-class MacrosTest : public QObject {
+class MouseMainControllerMacrosTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -72,7 +72,7 @@ class MacrosTest : public QObject {
   void recorded_lines_reach_the_table_through_the_news();
 };
 
-void MacrosTest::the_button_says_record_once_the_tab_is_shown() {
+void MouseMainControllerMacrosTest::the_button_says_record_once_the_tab_is_shown() {
   {
     HubFixture fixture;
     fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
@@ -87,7 +87,7 @@ void MacrosTest::the_button_says_record_once_the_tab_is_shown() {
   QCOMPARE(fixture.window.ui().MouseMacrosController->mRecordMacroDetails()->text(), QStringLiteral("Record"));
 }
 
-void MacrosTest::a_recording_is_ended_by_data() {
+void MouseMainControllerMacrosTest::a_recording_is_ended_by_data() {
   QTest::addColumn<QByteArray>("begin");
   QTest::addColumn<int>("end");
   for (const char* button : {"mRecordMacroDetails", "mAddMacroDetails"}) {
@@ -98,7 +98,7 @@ void MacrosTest::a_recording_is_ended_by_data() {
   }
 }
 
-void MacrosTest::a_recording_is_ended_by() {
+void MouseMainControllerMacrosTest::a_recording_is_ended_by() {
   QFETCH(QByteArray, begin);
   QFETCH(int, end);
   const int appends = begin == "mAddMacroDetails" ? 1 : 0;
@@ -131,7 +131,7 @@ void MacrosTest::a_recording_is_ended_by() {
   QVERIFY(fixture.link.requests.empty());
 }
 
-void MacrosTest::quitting_releases_the_device_before_it_saves_the_recording() {
+void MouseMainControllerMacrosTest::quitting_releases_the_device_before_it_saves_the_recording() {
   MacrosWindow fixture;
   fixture.click("mRecordMacroDetails");
   fixture.link.requests.clear();
@@ -141,7 +141,7 @@ void MacrosTest::quitting_releases_the_device_before_it_saves_the_recording() {
   QVERIFY(fixture.sent() == expected);
 }
 
-void MacrosTest::an_answer_to_a_replaced_event_enables_the_buttons() {
+void MouseMainControllerMacrosTest::an_answer_to_a_replaced_event_enables_the_buttons() {
   for (const int status : {0, 1}) {
     MacrosWindow fixture;
     fixture.link.answer(MessageID::UpdateMacroEvent, statusAnswer(status));
@@ -153,7 +153,7 @@ void MacrosTest::an_answer_to_a_replaced_event_enables_the_buttons() {
   }
 }
 
-void MacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
+void MouseMainControllerMacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
   MacrosWindow fixture;
   QApplication::setActiveWindow(&fixture.window);
   fixture.link.answer(MessageID::GetAllSettings,
@@ -174,7 +174,7 @@ void MacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
               request({{"MacroContents", PropertyList::dictionary({{"MacroName", "Dash"}, {"macroID", 2}})}})}));
 }
 
-void MacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {
+void MouseMainControllerMacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {
   MacrosWindow fixture;
   fixture.click("mRecordMacroDetails");
   for (const MessageID silent : {MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
@@ -190,12 +190,12 @@ void MacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {
   QVERIFY(fixture.tab().mMacroTableView()->isEnabled());
 }
 
-void MacrosTest::recorded_lines_reach_the_table_through_the_news() {
+void MouseMainControllerMacrosTest::recorded_lines_reach_the_table_through_the_news() {
   MacrosWindow fixture;
   fixture.click("mRecordMacroDetails");
   fixture.notifications.post("MacroSequence273", "", PropertyList::dictionary({{"messagesArray", threeLines()}}));
   QVERIFY(fixture.tab().mMacroDetailsArray() == threeLines());
 }
 
-SKARN_QTEST(MacrosTest)
+SKARN_QTEST(MouseMainControllerMacrosTest)
 #include "MouseMainController_macros_test.moc"

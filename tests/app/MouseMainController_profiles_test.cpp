@@ -62,7 +62,7 @@ std::string described(const Requests& requests) {
 
 }  // namespace
 
-class ProfilesTabTest : public QObject {
+class MouseMainControllerProfilesTest : public QObject {
   Q_OBJECT
 
  private:
@@ -309,5 +309,5 @@ class ProfilesTabTest : public QObject {
   }
 };
 
-SKARN_QTEST(ProfilesTabTest)
+SKARN_QTEST(MouseMainControllerProfilesTest)
 #include "MouseMainController_profiles_test.moc"

@@ -33,7 +33,7 @@ PropertyList updateOf(int index, std::string_view group, const PropertyList& rec
 
 }  // namespace
 
-class ButtonsCleanUpTest : public QObject {
+class AssignmentChangesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -208,5 +208,5 @@ class ButtonsCleanUpTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsCleanUpTest)
+SKARN_QTEST(AssignmentChangesTest)
 #include "AssignmentChanges_test.moc"

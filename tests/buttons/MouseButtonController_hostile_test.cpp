@@ -98,7 +98,7 @@ void useEverything(ButtonsFixture& fixture) {
 
 }  // namespace
 
-class ButtonsHostileTest : public QObject {
+class MouseButtonControllerHostileTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -218,5 +218,5 @@ class ButtonsHostileTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsHostileTest)
+SKARN_QTEST(MouseButtonControllerHostileTest)
 #include "MouseButtonController_hostile_test.moc"

@@ -23,7 +23,7 @@ const std::initializer_list<const char*> inertControls = {
 
 }  // namespace
 
-class LightingTest : public QObject {
+class MouseLightingControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -373,5 +373,5 @@ class LightingTest : public QObject {
   }
 };
 
-SKARN_QTEST(LightingTest)
+SKARN_QTEST(MouseLightingControllerTest)
 #include "MouseLightingController_test.moc"

@@ -102,7 +102,7 @@ void addSliderRows() {
 
 }  // namespace
 
-class MaintenanceTest : public QObject {
+class MouseMaintenanceControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -414,5 +414,5 @@ class MaintenanceTest : public QObject {
   }
 };
 
-SKARN_QTEST(MaintenanceTest)
+SKARN_QTEST(MouseMaintenanceControllerTest)
 #include "MouseMaintenanceController_test.moc"

@@ -26,7 +26,7 @@ void turnWheel(QSlider* slider, int angle, Qt::KeyboardModifiers modifiers = Qt:
 
 }  // namespace
 
-class PerformanceChangesTest : public QObject {
+class MousePerformanceControllerChangesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -458,5 +458,5 @@ class PerformanceChangesTest : public QObject {
   }
 };
 
-SKARN_QTEST(PerformanceChangesTest)
+SKARN_QTEST(MousePerformanceControllerChangesTest)
 #include "MousePerformanceController_changes_test.moc"

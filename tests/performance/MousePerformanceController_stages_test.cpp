@@ -63,7 +63,7 @@ class OpenSheet : public PerformanceTab {
 
 }  // namespace
 
-class PerformanceStagesTest : public QObject {
+class MousePerformanceControllerStagesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -450,5 +450,5 @@ class PerformanceStagesTest : public QObject {
   }
 };
 
-SKARN_QTEST(PerformanceStagesTest)
+SKARN_QTEST(MousePerformanceControllerStagesTest)
 #include "MousePerformanceController_stages_test.moc"

@@ -12,7 +12,7 @@
 using namespace skarn;
 using namespace skarn::test;
 
-class ProfilesTest : public QObject {
+class MouseProfilesControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -472,5 +472,5 @@ class ProfilesTest : public QObject {
   }
 };
 
-SKARN_QTEST(ProfilesTest)
+SKARN_QTEST(MouseProfilesControllerTest)
 #include "MouseProfilesController_test.moc"

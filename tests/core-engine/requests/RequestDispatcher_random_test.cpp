@@ -98,8 +98,8 @@ class RequestDispatcherRandomTest : public testing::TestWithParam<unsigned>, pro
       for (std::uint32_t i = below(7); i > 0; --i) records.push_back(anyProfile());
       body = body.with("AllProfiles", PropertyList::array(std::move(records)));
     } else if (below(4) == 0) {
-      const PropertyList& profiles = store.bundle()[keys::Profiles];
-      body = body.with("AllProfiles", profiles.replacing(0, profiles.at(0).with("further", anyScalar())));
+      const PropertyList& present = store.bundle()[keys::Profiles];
+      body = body.with("AllProfiles", present.replacing(0, present.at(0).with("further", anyScalar())));
     }
     // Now and then a key is missing or has another type.
     const auto names = body.keys();
