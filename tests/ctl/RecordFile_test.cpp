@@ -24,13 +24,13 @@ std::size_t fileCount(const TemporaryFolder& folder) {
   return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder.path()), {}));
 }
 
-TEST(RecordFile, GetsItsExtensionOnce) {
+TEST(RecordFileTest, GetsItsExtensionOnce) {
   EXPECT_EQ(withExtension("a/Work", RecordKind::Profile), "a/Work.SkarnProfile");
   EXPECT_EQ(withExtension("Work.SkarnProfile", RecordKind::Profile), "Work.SkarnProfile");
   EXPECT_EQ(withExtension("Jump.SkarnProfile", RecordKind::Macro), "Jump.SkarnProfile.SkarnMacro");
 }
 
-TEST(RecordFile, HoldsTheRecordAndReplacesAnOlderOneWhole) {
+TEST(RecordFileTest, HoldsTheRecordAndReplacesAnOlderOneWhole) {
   const TemporaryFolder folder;
   const std::string path = folder.write("file", Bytes{'o', 'l', 'd'});
   EXPECT_FALSE(writeRecord(path, profile));
@@ -39,7 +39,7 @@ TEST(RecordFile, HoldsTheRecordAndReplacesAnOlderOneWhole) {
   EXPECT_EQ(fileCount(folder), 1U);
 }
 
-TEST(RecordFile, LeavesNothingBehindWhereItCannotBeWritten) {
+TEST(RecordFileTest, LeavesNothingBehindWhereItCannotBeWritten) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.path("taken"));
   const Outcome failure = writeRecord(folder.path("taken"), profile);
@@ -50,7 +50,7 @@ TEST(RecordFile, LeavesNothingBehindWhereItCannotBeWritten) {
   EXPECT_EQ(writeRecord(folder.path("no/file"), profile)->status, ExitStatus::FileError);
 }
 
-TEST(RecordFile, ReadsXmlAndLeavesOutTheNumberOfAMacro) {
+TEST(RecordFileTest, ReadsXmlAndLeavesOutTheNumberOfAMacro) {
   const TemporaryFolder folder;
   std::ofstream(folder.path("m.SkarnMacro"))
       << "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>MacroName</key><string>Jump</string>"
@@ -58,7 +58,7 @@ TEST(RecordFile, ReadsXmlAndLeavesOutTheNumberOfAMacro) {
   EXPECT_EQ(*readRecord(folder.path("m.SkarnMacro"), RecordKind::Macro), macro);
 }
 
-TEST(RecordFile, RefusesWhatIsNoRecordOfItsKind) {
+TEST(RecordFileTest, RefusesWhatIsNoRecordOfItsKind) {
   const TemporaryFolder folder;
   const auto fault = [&](const PropertyList& contents, RecordKind kind) {
     const std::string path = folder.write("file", encodeBinaryPropertyList(contents).value());
@@ -77,7 +77,7 @@ TEST(RecordFile, RefusesWhatIsNoRecordOfItsKind) {
   EXPECT_EQ(fault(macro.with("sequence", PropertyList::dictionary()), RecordKind::Macro), "");
 }
 
-TEST(RecordFile, RefusesWhatIsNoPropertyListOrNoFile) {
+TEST(RecordFileTest, RefusesWhatIsNoPropertyListOrNoFile) {
   const TemporaryFolder folder;
   const std::string fifo = folder.path("fifo");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);

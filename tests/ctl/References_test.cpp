@@ -19,14 +19,14 @@ PropertyList profiles(const PropertyList& tab, const PropertyList& wheel) {
   return PropertyList::array({both.with("Keymap", PropertyList::array({both, groups(tab, record(1, 1))})), both});
 }
 
-TEST(References, ToADeletedOneGoBackToTheFactoryAndThoseBehindMoveUp) {
+TEST(ReferencesTest, ToADeletedOneGoBackToTheFactoryAndThoseBehindMoveUp) {
   EXPECT_EQ(withoutReferencesTo(profiles(record(10, 1, 255), record(10, 1)), AssignmentCommand::Macro, 1),
             profiles(record(45, 43), record(18, 0)));
   EXPECT_EQ(withoutReferencesTo(profiles(record(17, 3), record(17, 2)), AssignmentCommand::Profile, 2),
             profiles(record(17, 2), record(18, 0)));
 }
 
-TEST(References, ToOthersStay) {
+TEST(ReferencesTest, ToOthersStay) {
   const PropertyList unchanged = profiles(record(10, 0, 3), record(17, 1));
   EXPECT_EQ(withoutReferencesTo(unchanged, AssignmentCommand::Macro, 1), unchanged);
 }

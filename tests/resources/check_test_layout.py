@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """The folders of the tests mirror those of the sources: NAME_test.cpp and NAME_ASPECT_test.cpp stand for NAME.cpp or
-NAME.h of the same folder, classes of Qt Test are named after them, and every file is built, run or included
+NAME.h of the same folder, their classes and suites are named after them, and every file is built, run or included
 somewhere. Usage: check_test_layout.py SOURCE"""
 
 import re
@@ -9,6 +9,7 @@ from pathlib import Path
 
 # Without a counterpart in src: whole programs, their inputs, and what the tests themselves are made of.
 APART = {"e2e", "fuzz", "support", "resources"}
+SUITE = re.compile(r"^(?:SKARN_QTEST|TEST|TEST_F|TEST_P)\((\w+)", re.MULTILINE)
 
 
 def camel(words):
@@ -25,10 +26,17 @@ def misplaced_test(tests, sources, test):
     return f"{test}: there is no such file in {sources / folder}"
 
 
-def misnamed_classes(test):
-    for name in re.findall(r"^SKARN_QTEST\((\w+)\)$", test.read_text(), re.MULTILINE):
-        if name != camel(test.stem):
-            yield f"{test}: {name} instead of {camel(test.stem)}"
+def misnamed_suites(test):
+    stem = test.stem.removesuffix("_test")
+    text = test.read_text()
+    for suite in sorted(set(SUITE.findall(text))):
+        if f"SKARN_QTEST({suite})" in text:
+            is_right = suite == camel(test.stem)
+        else:
+            # A program is no class: its suites have the name of the program.
+            is_right = suite.endswith("Test") and (stem.startswith("main") or suite.startswith(camel(stem.split("_")[0])))
+        if not is_right:
+            yield f"{test}: the name of {suite} does not follow from the file's"
 
 
 def listed_files(root):
@@ -66,7 +74,7 @@ def main(source):
     for test in sorted(tests.rglob("*_test.cpp")):
         if test.relative_to(tests).parts[0] not in APART:
             faults += filter(None, [misplaced_test(tests, sources, test)])
-            faults += misnamed_classes(test)
+            faults += misnamed_suites(test)
     faults += unused_files(root)
     print("\n".join(faults) or "every test is in its place")
     return 1 if faults else 0
