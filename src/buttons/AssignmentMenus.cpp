@@ -82,24 +82,41 @@ void attachSubmenu(PopUpButton& popUp, QAction* item, const SubmenuDescriptor& s
   popUp.setSubmenu(item, objectName, fill);
 }
 
+QStringList titlesOf(const PopUpButton& popUp) {
+  QStringList titles;
+  for (int index = 0; index < popUp.numberOfItems(); ++index) titles << popUp.itemTitle(index);
+  return titles;
+}
+
+void addItems(PopUpButton& popUp, const QStringList& titles, const ControlDescriptor& control,
+              const AssignmentText& text, const SubmenuChosen& chosen) {
+  popUp.removeAllItems();
+  for (const QString& title : titles) popUp.addItem(title)->setObjectName(QLatin1String(control.actionName));
+  const int pictureItems = control.directionPicture != nullptr ? 1 : 0;
+  for (const SubmenuDescriptor& submenu : submenus) {
+    QAction* item = popUp.itemAt(pictureItems + static_cast<int>(submenu.category));
+    attachSubmenu(popUp, item, submenu, control, text, chosen);
+  }
+}
+
 }  // namespace
 
 void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, AssignmentText& text,
                          const SubmenuChosen& chosen) {
-  const QString action = QLatin1String(control.actionName);
-  popUp.removeAllItems();
-  if (control.directionPicture != nullptr) {
-    QAction* item = popUp.addItem(QLatin1String(plainDefaultTitle));
-    item->setObjectName(action);
-    item->setIcon(
-        tintedIcon(QLatin1String(control.directionPicture), popUp.palette().color(QPalette::Active, QPalette::Text)));
-  }
+  QStringList titles;
+  if (control.directionPicture != nullptr) titles << QLatin1String(plainDefaultTitle);
   for (const AssignmentCategory category : assignmentCategories) {
-    QAction* item = popUp.addItem(text.titleOfCategory(category, control.identifier, control.groupType()));
-    item->setObjectName(action);
-    for (const SubmenuDescriptor& submenu : submenus) {
-      if (submenu.category == category) attachSubmenu(popUp, item, submenu, control, text, chosen);
-    }
+    titles << text.titleOfCategory(category, control.identifier, control.groupType());
+  }
+  // Most redraws change no title, and 27 menus are made of more than 200 items.
+  if (titlesOf(popUp) != titles || popUp.menu()->isVisible()) {
+    addItems(popUp, titles, control, text, chosen);
+  } else {
+    popUp.selectItem(-1);
+  }
+  if (control.directionPicture != nullptr) {
+    popUp.itemAt(0)->setIcon(
+        tintedIcon(QLatin1String(control.directionPicture), popUp.palette().color(QPalette::Active, QPalette::Text)));
   }
 }
 

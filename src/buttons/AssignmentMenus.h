@@ -11,11 +11,11 @@ namespace skarn {
 
 class PopUpButton;
 
-// Puts the items in place of those that the pop-up has. Each item's object name is the operation that choosing it
-// calls: the control's action for the items of the menu itself, the stem of the control's submenus and
-// MouseButtonMenuSelector, KeymapMenuSelector, MacroMenuSelector or ProfileMenuSelector for those of a submenu, which
-// carry their tag besides. chosen gets the category and the tag of a submenu's item. text and what chosen refers to
-// outlive the items.
+// Puts the items in place of those that the pop-up has, unless their titles are the same, and selects none. Each item's
+// object name is the operation that choosing it calls: the control's action for the items of the menu itself, the stem
+// of the control's submenus and MouseButtonMenuSelector, KeymapMenuSelector, MacroMenuSelector or ProfileMenuSelector
+// for those of a submenu, which carry their tag besides. chosen gets the category and the tag of a submenu's item. text
+// and what chosen refers to outlive the items.
 using SubmenuChosen = std::function<void(AssignmentCategory submenu, int tag)>;
 void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, AssignmentText& text,
                          const SubmenuChosen& chosen);

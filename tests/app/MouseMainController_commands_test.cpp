@@ -156,7 +156,7 @@ PropertyList withAssignments(const PropertyList& bundle, std::initializer_list<K
 
 }  // namespace
 
-class CommandsTest : public QObject {
+class MouseMainControllerCommandsTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -171,6 +171,7 @@ class CommandsTest : public QObject {
   void a_macro_command_that_fails_reloads_nothing_data() { addCommandRows(); }
   void a_macro_command_that_fails_reloads_nothing();
   void a_late_answer_is_taken_by_the_next_command();
+  void updates_of_the_tabs_write_the_profile_of_the_selected_row();
   void updates_of_the_tabs_write_the_active_profile_when_no_row_is_selected();
   void apply_writes_the_first_profile_while_another_is_active();
   void the_product_of_the_envelope_follows_the_attached_device();
@@ -187,7 +188,7 @@ class CommandsTest : public QObject {
   void queries_of_the_device_are_sent_without_waiting();
 };
 
-void CommandsTest::each_command_sends_exactly_its_request() {
+void MouseMainControllerCommandsTest::each_command_sends_exactly_its_request() {
   QFETCH(int, index);
   const Command& command = commands()[static_cast<std::size_t>(index)];
   HubFixture fixture;
@@ -198,7 +199,7 @@ void CommandsTest::each_command_sends_exactly_its_request() {
   QVERIFY2(fixture.link.requests == expected, fixture.link.requests.front().body.description().c_str());
 }
 
-void CommandsTest::a_command_without_an_answer_changes_nothing() {
+void MouseMainControllerCommandsTest::a_command_without_an_answer_changes_nothing() {
   QFETCH(int, index);
   const Command& command = commands()[static_cast<std::size_t>(index)];
   HubFixture fixture;
@@ -213,7 +214,7 @@ void CommandsTest::a_command_without_an_answer_changes_nothing() {
   QVERIFY(fixture.hub().changeNote() == note);
 }
 
-void CommandsTest::an_answer_that_lacks_what_the_command_needs_changes_nothing_and_is_taken() {
+void MouseMainControllerCommandsTest::an_answer_that_lacks_what_the_command_needs_changes_nothing_and_is_taken() {
   QFETCH(int, index);
   const Command& command = commands()[static_cast<std::size_t>(index)];
   HubFixture fixture;
@@ -232,7 +233,7 @@ void CommandsTest::an_answer_that_lacks_what_the_command_needs_changes_nothing_a
   }
 }
 
-void CommandsTest::a_successful_command_shows_the_new_settings() {
+void MouseMainControllerCommandsTest::a_successful_command_shows_the_new_settings() {
   QFETCH(int, index);
   const Command& command = commands()[static_cast<std::size_t>(index)];
   HubFixture fixture;
@@ -256,7 +257,7 @@ void CommandsTest::a_successful_command_shows_the_new_settings() {
   }
 }
 
-void CommandsTest::a_macro_command_that_fails_reloads_nothing() {
+void MouseMainControllerCommandsTest::a_macro_command_that_fails_reloads_nothing() {
   QFETCH(int, index);
   const Command& command = commands()[static_cast<std::size_t>(index)];
   HubFixture fixture;
@@ -269,7 +270,7 @@ void CommandsTest::a_macro_command_that_fails_reloads_nothing() {
   QVERIFY(shown(fixture) == before);
 }
 
-void CommandsTest::a_late_answer_is_taken_by_the_next_command() {
+void MouseMainControllerCommandsTest::a_late_answer_is_taken_by_the_next_command() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.link.store(changeAnswer(newBundle()));
@@ -279,7 +280,24 @@ void CommandsTest::a_late_answer_is_taken_by_the_next_command() {
   QVERIFY(fixture.link.reply().isNone());
 }
 
-void CommandsTest::updates_of_the_tabs_write_the_active_profile_when_no_row_is_selected() {
+void MouseMainControllerCommandsTest::updates_of_the_tabs_write_the_profile_of_the_selected_row() {
+  HubFixture fixture;
+  fixture.startConnected(oldBundle());
+  // The switch that a selection asks for is not answered: another profile stays active.
+  fixture.window.ui().MouseProfilesController->mProfilesTableView()->selectRow(2);
+  QVERIFY(fixture.link.requests ==
+          (std::vector<ScriptedLink::Request>{{MessageID::SwitchProfile, request({{"ProfileID", 2}})}}));
+  QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Play"));
+  fixture.link.requests.clear();
+  fixture.hub().updateProfileWithSettings(record());
+  fixture.hub().updateButtonAssignmentWithSettings(record());
+  fixture.hub().updateValueForSetting(record());
+  const ScriptedLink::Request update{MessageID::UpdateProfile,
+                                     request({{"ProfileID", 2}, {"DeviceSettingsDictionary", record()}})};
+  QVERIFY(fixture.link.requests == (std::vector<ScriptedLink::Request>{update, update, update}));
+}
+
+void MouseMainControllerCommandsTest::updates_of_the_tabs_write_the_active_profile_when_no_row_is_selected() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.window.ui().MouseProfilesController->mProfilesTableView()->clearSelection();
@@ -291,7 +309,7 @@ void CommandsTest::updates_of_the_tabs_write_the_active_profile_when_no_row_is_s
   QVERIFY(fixture.link.requests == (std::vector<ScriptedLink::Request>{update, update, update}));
 }
 
-void CommandsTest::apply_writes_the_first_profile_while_another_is_active() {
+void MouseMainControllerCommandsTest::apply_writes_the_first_profile_while_another_is_active() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work", "Play", "Draw"}, {}, 2));
   fixture.window.ui().mAppySettings->click();
@@ -304,7 +322,7 @@ void CommandsTest::apply_writes_the_first_profile_while_another_is_active() {
   QVERIFY(fixture.link.requests[0].body["DeviceSettingsDictionary"] == PropertyList::dictionary());
 }
 
-void CommandsTest::the_product_of_the_envelope_follows_the_attached_device() {
+void MouseMainControllerCommandsTest::the_product_of_the_envelope_follows_the_attached_device() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.notifications.post("Device Attached 0", "", {});
@@ -317,7 +335,7 @@ void CommandsTest::the_product_of_the_envelope_follows_the_attached_device() {
   QVERIFY(fixture.link.requests == expected);
 }
 
-void CommandsTest::deleting_a_profile_switches_to_the_one_before_data() {
+void MouseMainControllerCommandsTest::deleting_a_profile_switches_to_the_one_before_data() {
   QTest::addColumn<int>("deleted");
   QTest::addColumn<int>("next");
   QTest::newRow("the first stays at the first") << 0 << 0;
@@ -325,7 +343,7 @@ void CommandsTest::deleting_a_profile_switches_to_the_one_before_data() {
   QTest::newRow("the third") << 2 << 1;
 }
 
-void CommandsTest::deleting_a_profile_switches_to_the_one_before() {
+void MouseMainControllerCommandsTest::deleting_a_profile_switches_to_the_one_before() {
   QFETCH(int, deleted);
   QFETCH(int, next);
   HubFixture fixture;
@@ -362,7 +380,7 @@ void CommandsTest::deleting_a_profile_switches_to_the_one_before() {
   QVERIFY(fixture.link.reply().isNone());
 }
 
-void CommandsTest::a_deletion_without_its_bundle_leaves_the_answer_and_the_tab_disabled() {
+void MouseMainControllerCommandsTest::a_deletion_without_its_bundle_leaves_the_answer_and_the_tab_disabled() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.link.answer(MessageID::DeleteProfile, statusAnswer(0));
@@ -373,7 +391,7 @@ void CommandsTest::a_deletion_without_its_bundle_leaves_the_answer_and_the_tab_d
   QVERIFY(!fixture.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
 }
 
-void CommandsTest::a_switch_that_is_answered_without_a_bundle_frees_the_tab_and_changes_nothing() {
+void MouseMainControllerCommandsTest::a_switch_that_is_answered_without_a_bundle_frees_the_tab_and_changes_nothing() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   const Shown before = shown(fixture);
@@ -392,7 +410,7 @@ void CommandsTest::a_switch_that_is_answered_without_a_bundle_frees_the_tab_and_
   QCOMPARE(fixture.link.requests.size(), std::size_t{1});
 }
 
-void CommandsTest::a_macro_deletion_without_a_status_leaves_the_assignments_alone() {
+void MouseMainControllerCommandsTest::a_macro_deletion_without_a_status_leaves_the_assignments_alone() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   for (const PropertyList& answer : {PropertyList::dictionary(), changeAnswer(newBundle())}) {
@@ -404,7 +422,7 @@ void CommandsTest::a_macro_deletion_without_a_status_leaves_the_assignments_alon
   }
 }
 
-void CommandsTest::missing_lines_of_a_macro_are_no_empty_list() {
+void MouseMainControllerCommandsTest::missing_lines_of_a_macro_are_no_empty_list() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   auto& tab = *fixture.window.ui().MouseMacrosController;
@@ -418,7 +436,7 @@ void CommandsTest::missing_lines_of_a_macro_are_no_empty_list() {
   }
 }
 
-void CommandsTest::deleting_a_macro_cleans_its_assignments_and_loads_the_settings_twice() {
+void MouseMainControllerCommandsTest::deleting_a_macro_cleans_its_assignments_and_loads_the_settings_twice() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.link.answer(MessageID::DeleteMacro, statusAnswer(0));
@@ -436,7 +454,7 @@ void CommandsTest::deleting_a_macro_cleans_its_assignments_and_loads_the_setting
   QVERIFY(fixture.link.requests[2].body == request({{"AllProfiles", cleaned[keys::Profiles]}}));
 }
 
-void CommandsTest::one_macro_event_is_returned_as_the_engine_gave_it() {
+void MouseMainControllerCommandsTest::one_macro_event_is_returned_as_the_engine_gave_it() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.link.answer(MessageID::GetMacroEvent, PropertyList::dictionary({{"sequenceInMacro", keyEvent()}}));
@@ -445,7 +463,7 @@ void CommandsTest::one_macro_event_is_returned_as_the_engine_gave_it() {
   QVERIFY(fixture.hub().getSequenceDetails(0, 0) == PropertyList::dictionary());
 }
 
-void CommandsTest::macro_events_go_to_the_macros_tab() {
+void MouseMainControllerCommandsTest::macro_events_go_to_the_macros_tab() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   const PropertyList lines = PropertyList::array({PropertyList("Key Press A"), PropertyList("0.020 seconds delay\n")});
@@ -458,7 +476,7 @@ void CommandsTest::macro_events_go_to_the_macros_tab() {
   QVERIFY(fixture.window.ui().MouseMacrosController->mMacroDetailsArray() == PropertyList::array());
 }
 
-void CommandsTest::the_change_note_names_profile_bundle_and_application() {
+void MouseMainControllerCommandsTest::the_change_note_names_profile_bundle_and_application() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.link.answer(MessageID::UpdateProfile, changeAnswer(newBundle()));
@@ -471,7 +489,7 @@ void CommandsTest::the_change_note_names_profile_bundle_and_application() {
   QVERIFY(fixture.hub().changeNote()["Profile Name"] == PropertyList("Beta"));
 }
 
-void CommandsTest::queries_of_the_device_are_sent_without_waiting() {
+void MouseMainControllerCommandsTest::queries_of_the_device_are_sent_without_waiting() {
   HubFixture fixture;
   fixture.startConnected(oldBundle());
   fixture.hub().setDriverVersions();
@@ -484,5 +502,5 @@ void CommandsTest::queries_of_the_device_are_sent_without_waiting() {
   QVERIFY(fixture.link.unansweredWaits.empty());
 }
 
-SKARN_QTEST(CommandsTest)
+SKARN_QTEST(MouseMainControllerCommandsTest)
 #include "MouseMainController_commands_test.moc"

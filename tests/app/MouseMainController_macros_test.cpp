@@ -59,7 +59,7 @@ const std::vector<MessageID> stopAndSave{MessageID::StopMacroRecording, MessageI
 
 }  // namespace
 
-class MacrosTest : public QObject {
+class MouseMainControllerMacrosTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -75,7 +75,7 @@ class MacrosTest : public QObject {
   void a_deletion_that_concerns_no_control_sends_the_profiles_once();
 };
 
-void MacrosTest::the_button_says_record_once_the_tab_is_shown() {
+void MouseMainControllerMacrosTest::the_button_says_record_once_the_tab_is_shown() {
   {
     HubFixture fixture;
     fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
@@ -90,7 +90,7 @@ void MacrosTest::the_button_says_record_once_the_tab_is_shown() {
   QCOMPARE(fixture.window.ui().MouseMacrosController->mRecordMacroDetails()->text(), QStringLiteral("Record"));
 }
 
-void MacrosTest::a_recording_is_ended_by_data() {
+void MouseMainControllerMacrosTest::a_recording_is_ended_by_data() {
   QTest::addColumn<QByteArray>("begin");
   QTest::addColumn<int>("end");
   for (const char* button : {"mRecordMacroDetails", "mAddMacroDetails"}) {
@@ -101,7 +101,7 @@ void MacrosTest::a_recording_is_ended_by_data() {
   }
 }
 
-void MacrosTest::a_recording_is_ended_by() {
+void MouseMainControllerMacrosTest::a_recording_is_ended_by() {
   QFETCH(QByteArray, begin);
   QFETCH(int, end);
   const int appends = begin == "mAddMacroDetails" ? 1 : 0;
@@ -134,7 +134,7 @@ void MacrosTest::a_recording_is_ended_by() {
   QVERIFY(fixture.link.requests.empty());
 }
 
-void MacrosTest::quitting_releases_the_device_before_it_saves_the_recording() {
+void MouseMainControllerMacrosTest::quitting_releases_the_device_before_it_saves_the_recording() {
   MacrosWindow fixture;
   fixture.click("mRecordMacroDetails");
   fixture.link.requests.clear();
@@ -144,7 +144,7 @@ void MacrosTest::quitting_releases_the_device_before_it_saves_the_recording() {
   QVERIFY(fixture.sent() == expected);
 }
 
-void MacrosTest::an_answer_to_a_replaced_event_enables_the_buttons() {
+void MouseMainControllerMacrosTest::an_answer_to_a_replaced_event_enables_the_buttons() {
   for (const int status : {0, 1}) {
     MacrosWindow fixture;
     fixture.link.answer(MessageID::UpdateMacroEvent, statusAnswer(status));
@@ -156,7 +156,7 @@ void MacrosTest::an_answer_to_a_replaced_event_enables_the_buttons() {
   }
 }
 
-void MacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
+void MouseMainControllerMacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
   MacrosWindow fixture;
   QApplication::setActiveWindow(&fixture.window);
   fixture.link.answer(MessageID::GetAllSettings,
@@ -177,7 +177,7 @@ void MacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {
               request({{"MacroContents", PropertyList::dictionary({{"MacroName", "Dash"}, {"macroID", 2}})}})}));
 }
 
-void MacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {
+void MouseMainControllerMacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {
   MacrosWindow fixture;
   fixture.click("mRecordMacroDetails");
   for (const MessageID silent : {MessageID::StopMacroRecording, MessageID::SaveRecordedEvents,
@@ -193,7 +193,7 @@ void MacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {
   QVERIFY(fixture.tab().mMacroTableView()->isEnabled());
 }
 
-void MacrosTest::recorded_lines_reach_the_table_through_the_news() {
+void MouseMainControllerMacrosTest::recorded_lines_reach_the_table_through_the_news() {
   MacrosWindow fixture;
   fixture.click("mRecordMacroDetails");
   fixture.notifications.post("MacroSequence273", "", PropertyList::dictionary({{"messagesArray", threeLines()}}));
@@ -229,7 +229,7 @@ std::vector<ScriptedLink::Request> deletedFirst(MacrosWindow& fixture, PropertyL
   return std::exchange(fixture.link.requests, {});
 }
 
-void MacrosTest::a_deleted_macro_changes_no_other_control() {
+void MouseMainControllerMacrosTest::a_deleted_macro_changes_no_other_control() {
   MacrosWindow fixture;
   const PropertyList plain = bundleWith({"Work"}, {})[keys::Profiles].at(0);
   const auto requests = deletedFirst(fixture, playing(plain, playingMacro(0, 2), playingMacro(2, 3)));
@@ -239,20 +239,23 @@ void MacrosTest::a_deleted_macro_changes_no_other_control() {
                           {MessageID::GetAllSettings, request({})},
                           {MessageID::ReplaceAllProfiles, request({{"AllProfiles", PropertyList::array({plain})}})},
                           {MessageID::GetAllSettings, request({})},
+                          // Another macro stands in the selected row.
+                          {MessageID::GetMacroDetails, request({{"IndexOfMacroSequence", 0}})},
                           {MessageID::ReplaceAllProfiles,
                            request({{"AllProfiles", PropertyList::array({playing(plain, plain[keys::Keys]["4"],
                                                                                  playingMacro(1, 3))})}})}}));
   QVERIFY(fixture.hub().mDefaultProfileDict()[keys::Keys]["7"] == playingMacro(1, 3));
 }
 
-void MacrosTest::a_deletion_that_concerns_no_control_sends_the_profiles_once() {
+void MouseMainControllerMacrosTest::a_deletion_that_concerns_no_control_sends_the_profiles_once() {
   MacrosWindow fixture;
   const PropertyList plain = bundleWith({"Work"}, {})[keys::Profiles].at(0);
   std::vector<MessageID> sent;
   for (const auto& each : deletedFirst(fixture, plain)) sent.push_back(each.messageID);
-  QVERIFY(sent == (std::vector<MessageID>{MessageID::DeleteMacro, MessageID::GetAllSettings,
-                                          MessageID::ReplaceAllProfiles, MessageID::GetAllSettings}));
+  QVERIFY(sent ==
+          (std::vector<MessageID>{MessageID::DeleteMacro, MessageID::GetAllSettings, MessageID::ReplaceAllProfiles,
+                                  MessageID::GetAllSettings, MessageID::GetMacroDetails}));
 }
 
-SKARN_QTEST(MacrosTest)
+SKARN_QTEST(MouseMainControllerMacrosTest)
 #include "MouseMainController_macros_test.moc"

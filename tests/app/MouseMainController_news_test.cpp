@@ -83,7 +83,7 @@ struct Connected : HubFixture {
 
 }  // namespace
 
-class NewsTest : public QObject {
+class MouseMainControllerNewsTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -119,7 +119,7 @@ class NewsTest : public QObject {
   void the_battery_status_is_asked_for_every_ten_seconds_by_its_own_thread();
 };
 
-void NewsTest::each_observer_is_added_and_removed_by_its_own_name() {
+void MouseMainControllerNewsTest::each_observer_is_added_and_removed_by_its_own_name() {
   Connected fixture;
   MouseMainController& hub = fixture.hub();
   auto& log = fixture.notifications.log;
@@ -140,7 +140,7 @@ void NewsTest::each_observer_is_added_and_removed_by_its_own_name() {
   QVERIFY(log == expected);
 }
 
-void NewsTest::a_change_of_this_application_reloads_nothing_and_any_other_does_data() {
+void MouseMainControllerNewsTest::a_change_of_this_application_reloads_nothing_and_any_other_does_data() {
   QTest::addColumn<QString>("name");
   QTest::addColumn<QString>("application");
   QTest::addColumn<bool>("reloads");
@@ -152,7 +152,7 @@ void NewsTest::a_change_of_this_application_reloads_nothing_and_any_other_does_d
   }
 }
 
-void NewsTest::a_change_of_this_application_reloads_nothing_and_any_other_does() {
+void MouseMainControllerNewsTest::a_change_of_this_application_reloads_nothing_and_any_other_does() {
   QFETCH(QString, name);
   QFETCH(QString, application);
   QFETCH(bool, reloads);
@@ -166,14 +166,14 @@ void NewsTest::a_change_of_this_application_reloads_nothing_and_any_other_does()
   QVERIFY(fixture.notifications.log == log);
 }
 
-void NewsTest::a_change_handler_is_not_entered_again_by_what_its_reload_causes_data() {
+void MouseMainControllerNewsTest::a_change_handler_is_not_entered_again_by_what_its_reload_causes_data() {
   QTest::addColumn<QString>("name");
   QTest::newRow("profile") << "Profile Updated 273";
   QTest::newRow("sensitivity") << "DPI Updated 273";
   QTest::newRow("attachment") << "Device Attached 273";
 }
 
-void NewsTest::a_change_handler_is_not_entered_again_by_what_its_reload_causes() {
+void MouseMainControllerNewsTest::a_change_handler_is_not_entered_again_by_what_its_reload_causes() {
   QFETCH(QString, name);
   Connected fixture;
   fixture.link.onSend = [&](const ScriptedLink::Request& sent) {
@@ -183,7 +183,7 @@ void NewsTest::a_change_handler_is_not_entered_again_by_what_its_reload_causes()
   QCOMPARE(fixture.count(MessageID::GetAllSettings), 1U);
 }
 
-void NewsTest::a_keymap_change_shows_the_bundle_it_brings_without_a_request() {
+void MouseMainControllerNewsTest::a_keymap_change_shows_the_bundle_it_brings_without_a_request() {
   Connected fixture;
   const PropertyList bundle = newBundle();
   fixture.notifications.post("Keymap Updated 273", "", PropertyList::dictionary({{"Updated Keymap Profile", bundle}}));
@@ -193,14 +193,14 @@ void NewsTest::a_keymap_change_shows_the_bundle_it_brings_without_a_request() {
   QVERIFY(fixture.window.ui().MouseButtonController->mAllProfiles() == bundle[keys::Profiles]);
 }
 
-void NewsTest::a_keymap_change_without_a_bundle_changes_nothing() {
+void MouseMainControllerNewsTest::a_keymap_change_without_a_bundle_changes_nothing() {
   Connected fixture;
   fixture.notifications.post("Keymap Updated 273", "", {});
   fixture.notifications.post("Keymap Updated 273", "", PropertyList::dictionary({{"Updated Keymap Profile", "x"}}));
   QCOMPARE(fixture.profile(), QStringLiteral("Work"));
 }
 
-void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings_data() {
+void MouseMainControllerNewsTest::an_attachment_enables_the_tabs_and_shows_the_settings_data() {
   QTest::addColumn<bool>("isRefused");  // or never answered
   QTest::addColumn<int>("product");
   QTest::addColumn<bool>("isWired");
@@ -212,7 +212,7 @@ void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings_data() {
   }
 }
 
-void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings() {
+void MouseMainControllerNewsTest::an_attachment_enables_the_tabs_and_shows_the_settings() {
   QFETCH(bool, isRefused);
   QFETCH(int, product);
   QFETCH(bool, isWired);
@@ -252,7 +252,7 @@ void NewsTest::an_attachment_enables_the_tabs_and_shows_the_settings() {
           (product == 273 ? 2 : 1));
 }
 
-void NewsTest::an_attachment_of_another_product_keeps_the_product() {
+void MouseMainControllerNewsTest::an_attachment_of_another_product_keeps_the_product() {
   Connected fixture;
   fixture.hub().deviceConnectedNotification({"Device Attached 31", "", {}});
   QCOMPARE(fixture.hub().mDevicePID(), 273U);
@@ -261,7 +261,7 @@ void NewsTest::an_attachment_of_another_product_keeps_the_product() {
   QCOMPARE(std::ranges::count(fixture.notifications.observed(), "commandReplyNotification273"), 1);
 }
 
-void NewsTest::a_removal_disables_the_tabs_and_shows_the_connection_sheet() {
+void MouseMainControllerNewsTest::a_removal_disables_the_tabs_and_shows_the_connection_sheet() {
   Connected fixture;
   fixture.charging(0);
   fixture.level(80);
@@ -285,7 +285,7 @@ void NewsTest::a_removal_disables_the_tabs_and_shows_the_connection_sheet() {
   QVERIFY(fixture.notifications.log == log);
 }
 
-void NewsTest::two_attachments_leave_two_observers_of_query_answers() {
+void MouseMainControllerNewsTest::two_attachments_leave_two_observers_of_query_answers() {
   Connected fixture;
   fixture.notifications.post("Device Attached 0", "", {});
   fixture.notifications.post("Device Attached 0", "", {});
@@ -296,7 +296,7 @@ void NewsTest::two_attachments_leave_two_observers_of_query_answers() {
   QCOMPARE(std::ranges::count(fixture.notifications.observed(), "commandReplyNotification0"), 2);
 }
 
-void NewsTest::an_unknown_or_empty_query_answer_is_ignored() {
+void MouseMainControllerNewsTest::an_unknown_or_empty_query_answer_is_ignored() {
   Connected fixture;
   fixture.reply(queryAnswer(17, {{"BatteryPercentLevel", 50}, {"DeviceChargingStatus", 1}}));
   fixture.reply({});
@@ -305,7 +305,7 @@ void NewsTest::an_unknown_or_empty_query_answer_is_ignored() {
   QVERIFY(fixture.link.requests.empty());
 }
 
-void NewsTest::the_battery_level_shows_one_two_or_three_bars_data() {
+void MouseMainControllerNewsTest::the_battery_level_shows_one_two_or_three_bars_data() {
   QTest::addColumn<int>("percent");
   QTest::addColumn<QString>("picture");
   QTest::newRow("0") << 0 << "battery1";
@@ -318,7 +318,7 @@ void NewsTest::the_battery_level_shows_one_two_or_three_bars_data() {
   QTest::newRow("negative") << -1 << "battery1";
 }
 
-void NewsTest::the_battery_level_shows_one_two_or_three_bars() {
+void MouseMainControllerNewsTest::the_battery_level_shows_one_two_or_three_bars() {
   QFETCH(int, percent);
   QFETCH(QString, picture);
   Connected fixture;
@@ -328,7 +328,7 @@ void NewsTest::the_battery_level_shows_one_two_or_three_bars() {
   QCOMPARE(fixture.battery(), picture);
 }
 
-void NewsTest::an_equal_charging_status_changes_nothing() {
+void MouseMainControllerNewsTest::an_equal_charging_status_changes_nothing() {
   Connected fixture;
   fixture.charging(0);
   const std::vector<ScriptedLink::Request> asked{
@@ -341,7 +341,7 @@ void NewsTest::an_equal_charging_status_changes_nothing() {
   QCOMPARE(fixture.count(MessageID::QueryBatteryLevel), 1U);
 }
 
-void NewsTest::after_a_removal_the_first_charging_status_is_handled_again() {
+void MouseMainControllerNewsTest::after_a_removal_the_first_charging_status_is_handled_again() {
   Connected fixture;
   fixture.charging(0);
   fixture.notifications.post("Device Removed 273", "", {});
@@ -352,7 +352,7 @@ void NewsTest::after_a_removal_the_first_charging_status_is_handled_again() {
   QCOMPARE(fixture.count(MessageID::QueryBatteryLevel), 1U);
 }
 
-void NewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
+void MouseMainControllerNewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
   ChargingSteps steps;
   HubFixture fixture;
   fixture.sleep = steps.sleep();
@@ -381,7 +381,7 @@ void NewsTest::charging_steps_the_icon_once_a_second_and_stops_on_battery() {
   QCOMPARE(battery->imageName(), QStringLiteral("battery2"));
 }
 
-void NewsTest::a_removal_ends_the_charging_animation() {
+void MouseMainControllerNewsTest::a_removal_ends_the_charging_animation() {
   ChargingSteps steps;
   HubFixture fixture;
   fixture.sleep = steps.sleep();
@@ -402,7 +402,7 @@ void NewsTest::a_removal_ends_the_charging_animation() {
   QTRY_COMPARE(battery->imageName(), QStringLiteral("battery1"));
 }
 
-void NewsTest::a_step_of_the_animation_follows_the_current_picture_data() {
+void MouseMainControllerNewsTest::a_step_of_the_animation_follows_the_current_picture_data() {
   QTest::addColumn<QString>("from");
   QTest::addColumn<QString>("to");
   QTest::newRow("nothing counts as full") << ""
@@ -415,7 +415,7 @@ void NewsTest::a_step_of_the_animation_follows_the_current_picture_data() {
                                            << "usb";
 }
 
-void NewsTest::a_step_of_the_animation_follows_the_current_picture() {
+void MouseMainControllerNewsTest::a_step_of_the_animation_follows_the_current_picture() {
   QFETCH(QString, from);
   QFETCH(QString, to);
   Connected fixture;
@@ -424,7 +424,7 @@ void NewsTest::a_step_of_the_animation_follows_the_current_picture() {
   QCOMPARE(fixture.battery(), to);
 }
 
-void NewsTest::no_battery_clears_the_icon() {
+void MouseMainControllerNewsTest::no_battery_clears_the_icon() {
   Connected fixture;
   fixture.charging(0);
   fixture.charging(2);
@@ -433,7 +433,7 @@ void NewsTest::no_battery_clears_the_icon() {
   QCOMPARE(fixture.battery(), QStringLiteral("battery3"));
 }
 
-void NewsTest::connection_and_battery_are_told_in_words() {
+void MouseMainControllerNewsTest::connection_and_battery_are_told_in_words() {
   Connected fixture;
   const auto words = [](const NamedImageView* view) {
     return view->toolTip() == view->accessibleDescription() ? view->toolTip() : QStringLiteral("(two texts)");
@@ -467,13 +467,13 @@ void NewsTest::connection_and_battery_are_told_in_words() {
   QTRY_COMPARE(words(battery), QStringLiteral("Battery charging"));
 }
 
-void NewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer_data() {
+void MouseMainControllerNewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer_data() {
   QTest::addColumn<int>("status");
   QTest::newRow("known") << 0;
   QTest::newRow("failed") << 1;
 }
 
-void NewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer() {
+void MouseMainControllerNewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer() {
   QFETCH(int, status);
   Connected fixture;
   const auto* indicator = fixture.window.findChild<BusyIndicator*>(QStringLiteral("mFirmwareVersionIndicator"));
@@ -487,7 +487,7 @@ void NewsTest::the_firmware_indicator_turns_from_the_query_to_its_answer() {
   QVERIFY(!indicator->isRunning());
 }
 
-void NewsTest::an_engine_that_no_longer_answers_is_told_until_it_answers_again() {
+void MouseMainControllerNewsTest::an_engine_that_no_longer_answers_is_told_until_it_answers_again() {
   Connected fixture;
   const QLabel* strip = fixture.window.ui().mStateStrip;
   const PropertyList change = PropertyList::dictionary({{"DPIX", 800}, {"DPIY", 800}});
@@ -501,7 +501,7 @@ void NewsTest::an_engine_that_no_longer_answers_is_told_until_it_answers_again()
   QVERIFY(!strip->isVisible());
 }
 
-void NewsTest::a_removal_leaves_the_keyboard_at_the_tabs() {
+void MouseMainControllerNewsTest::a_removal_leaves_the_keyboard_at_the_tabs() {
   Connected fixture;
   QTabWidget* tabs = fixture.window.ui().mMouseTabView;
   fixture.window.activateWindow();
@@ -520,7 +520,7 @@ void NewsTest::a_removal_leaves_the_keyboard_at_the_tabs() {
   QVERIFY(fixture.window.ui().mHelpButton->hasFocus());
 }
 
-void NewsTest::a_failing_firmware_answer_without_a_version_keeps_the_query_running() {
+void MouseMainControllerNewsTest::a_failing_firmware_answer_without_a_version_keeps_the_query_running() {
   Connected fixture;
   fixture.reply(queryAnswer(14, {{"ReturnStatus", 1}, {"FirmwareVersion", ""}}));
   QCOMPARE(fixture.hub().mFirmwareVersionString(), std::string());
@@ -528,7 +528,7 @@ void NewsTest::a_failing_firmware_answer_without_a_version_keeps_the_query_runni
   QCOMPARE(fixture.count(MessageID::QueryFirmwareVersion), 1U);
 }
 
-void NewsTest::a_failing_firmware_answer_with_a_version_ends_the_query_and_shows_nothing() {
+void MouseMainControllerNewsTest::a_failing_firmware_answer_with_a_version_ends_the_query_and_shows_nothing() {
   Connected fixture;
   const QString before = fixture.text("mFirmwareVersion");
   fixture.reply(queryAnswer(14, {{"ReturnStatus", 1}, {"FirmwareVersion", "9.9"}}));
@@ -537,7 +537,7 @@ void NewsTest::a_failing_firmware_answer_with_a_version_ends_the_query_and_shows
   QCOMPARE(fixture.text("mFirmwareVersion"), before);
 }
 
-void NewsTest::the_battery_status_is_asked_for_every_ten_seconds_by_its_own_thread() {
+void MouseMainControllerNewsTest::the_battery_status_is_asked_for_every_ten_seconds_by_its_own_thread() {
   std::mutex mutex;
   std::condition_variable_any changed;
   int tenSeconds = 0;
@@ -561,5 +561,5 @@ void NewsTest::the_battery_status_is_asked_for_every_ten_seconds_by_its_own_thre
   QVERIFY(fixture.link.requests == expected);
 }
 
-SKARN_QTEST(NewsTest)
+SKARN_QTEST(MouseMainControllerNewsTest)
 #include "MouseMainController_news_test.moc"

@@ -63,7 +63,7 @@ std::string described(const Requests& requests) {
 
 }  // namespace
 
-class ProfilesTabTest : public QObject {
+class MouseMainControllerProfilesTest : public QObject {
   Q_OBJECT
 
  private:
@@ -340,5 +340,5 @@ class ProfilesTabTest : public QObject {
   }
 };
 
-SKARN_QTEST(ProfilesTabTest)
+SKARN_QTEST(MouseMainControllerProfilesTest)
 #include "MouseMainController_profiles_test.moc"

@@ -93,7 +93,7 @@ class PaintCounter : public QObject {
 
 }  // namespace
 
-class StartUpTest : public QObject {
+class MouseMainControllerStartUpTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -120,15 +120,14 @@ class StartUpTest : public QObject {
   void a_firmware_version_that_is_unknown_for_lack_of_a_device_is_not_asked_for();
   void quitting_releases_the_device_with_its_product_only_and_waits_for_nothing();
   void closing_the_last_window_ends_the_program();
-  void closing_the_restoring_sheet_gives_the_start_up();
+  void closing_the_restoring_sheet_ends_the_program();
   void the_tabs_outlive_the_hub();
   void leaving_the_application_ends_a_recording_under_way();
   void a_bundle_of_any_shape_shows_empty_values_data();
   void a_bundle_of_any_shape_shows_empty_values();
-  void the_default_profile_is_the_first_of_the_file_whatever_profile_it_calls_active();
 };
 
-void StartUpTest::waking_up_starts_the_reply_port_and_leaves_everything_unknown() {
+void MouseMainControllerStartUpTest::waking_up_starts_the_reply_port_and_leaves_everything_unknown() {
   HubFixture fixture;
   fixture.create();
   MouseMainController& hub = fixture.hub();
@@ -145,7 +144,7 @@ void StartUpTest::waking_up_starts_the_reply_port_and_leaves_everything_unknown(
   QVERIFY(fixture.link.requests.empty());
 }
 
-void StartUpTest::registration_and_settings_are_asked_for_with_exactly_these_requests() {
+void MouseMainControllerStartUpTest::registration_and_settings_are_asked_for_with_exactly_these_requests() {
   HubFixture fixture;
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(true));
   fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Work"})));
@@ -155,7 +154,8 @@ void StartUpTest::registration_and_settings_are_asked_for_with_exactly_these_req
   QVERIFY(fixture.link.reply().isNone());
 }
 
-void StartUpTest::the_first_lighting_redraw_writes_to_the_active_profile_and_later_ones_send_nothing() {
+void MouseMainControllerStartUpTest::
+    the_first_lighting_redraw_writes_to_the_active_profile_and_later_ones_send_nothing() {
   HubFixture fixture;
   const PropertyList bundle = bundleWith({"Work", "Play"}, {}, 1);
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(true));
@@ -171,7 +171,7 @@ void StartUpTest::the_first_lighting_redraw_writes_to_the_active_profile_and_lat
   for (const auto& request : fixture.link.requests) QVERIFY(request.messageID != MessageID::UpdateProfile);
 }
 
-void StartUpTest::a_registered_device_shows_the_engines_settings_in_every_tab() {
+void MouseMainControllerStartUpTest::a_registered_device_shows_the_engines_settings_in_every_tab() {
   HubFixture fixture;
   const PropertyList bundle = bundleWith({"Work", "Play", "Draw"}, {"Greet"}, 1);
   fixture.startConnected(bundle);
@@ -222,7 +222,7 @@ void StartUpTest::a_registered_device_shows_the_engines_settings_in_every_tab() 
   QVERIFY(!ui.mStateStrip->isVisible());
 }
 
-void StartUpTest::any_non_zero_return_status_means_registered_data() {
+void MouseMainControllerStartUpTest::any_non_zero_return_status_means_registered_data() {
   QTest::addColumn<int>("type");
   QTest::addColumn<double>("value");
   QTest::addColumn<bool>("isRegistered");
@@ -235,7 +235,7 @@ void StartUpTest::any_non_zero_return_status_means_registered_data() {
   QTest::newRow("a fraction") << 2 << 0.5 << true;
 }
 
-void StartUpTest::any_non_zero_return_status_means_registered() {
+void MouseMainControllerStartUpTest::any_non_zero_return_status_means_registered() {
   QFETCH(int, type);
   QFETCH(double, value);
   QFETCH(bool, isRegistered);
@@ -250,7 +250,8 @@ void StartUpTest::any_non_zero_return_status_means_registered() {
   QCOMPARE(fixture.isShown("mDeviceConnectionWindow"), !isRegistered);
 }
 
-void StartUpTest::a_refused_registration_shows_the_first_default_profile_disabled_and_the_connection_sheet() {
+void MouseMainControllerStartUpTest::
+    a_refused_registration_shows_the_first_default_profile_disabled_and_the_connection_sheet() {
   HubFixture fixture;
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(false));
   fixture.start({});
@@ -274,7 +275,7 @@ void StartUpTest::a_refused_registration_shows_the_first_default_profile_disable
   QVERIFY(fixture.window.ui().mStateStrip->isVisible());
 }
 
-void StartUpTest::the_strip_speaks_of_default_settings_only_where_they_are_shown() {
+void MouseMainControllerStartUpTest::the_strip_speaks_of_default_settings_only_where_they_are_shown() {
   HubFixture fixture;
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(false));
   fixture.start({});
@@ -288,7 +289,8 @@ void StartUpTest::the_strip_speaks_of_default_settings_only_where_they_are_shown
   QCOMPARE(fixture.enabledPages(), QStringList());
 }
 
-void StartUpTest::an_unanswered_registration_shows_the_defaults_disabled_and_reports_a_communication_error() {
+void MouseMainControllerStartUpTest::
+    an_unanswered_registration_shows_the_defaults_disabled_and_reports_a_communication_error() {
   HubFixture fixture;
   fixture.link.isAvailable = false;
   fixture.start({});
@@ -309,7 +311,7 @@ void StartUpTest::an_unanswered_registration_shows_the_defaults_disabled_and_rep
   QCOMPARE(fixture.window.ui().mStateStrip->text(), localized("lkeyStateNoEngine"));
 }
 
-void StartUpTest::an_answer_that_is_an_empty_dictionary_counts_as_refused() {
+void MouseMainControllerStartUpTest::an_answer_that_is_an_empty_dictionary_counts_as_refused() {
   HubFixture fixture;
   fixture.link.answer(MessageID::RegisterDevice, PropertyList::dictionary());
   fixture.start({});
@@ -317,14 +319,14 @@ void StartUpTest::an_answer_that_is_an_empty_dictionary_counts_as_refused() {
   QVERIFY(alertOf(fixture.window) == nullptr);
 }
 
-void StartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed_data() {
+void MouseMainControllerStartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed_data() {
   QTest::addColumn<int>("outcome");
   QTest::newRow("registered") << 0;
   QTest::newRow("refused") << 1;
   QTest::newRow("unanswered") << 2;
 }
 
-void StartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed() {
+void MouseMainControllerStartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed() {
   QFETCH(int, outcome);
   HubFixture fixture;
   if (outcome < 2) fixture.link.answer(MessageID::RegisterDevice, statusAnswer(outcome == 0));
@@ -339,7 +341,7 @@ void StartUpTest::in_every_outcome_the_news_and_the_query_answers_are_observed()
   QVERIFY(fixture.hub().mIsWiredDevice());
 }
 
-void StartUpTest::a_background_launch_looks_for_the_engine_once_a_second_until_it_is_there() {
+void MouseMainControllerStartUpTest::a_background_launch_looks_for_the_engine_once_a_second_until_it_is_there() {
   SteppedSleep stepped;
   HubFixture fixture;
   fixture.sleep = stepped.sleep();
@@ -368,7 +370,7 @@ void StartUpTest::a_background_launch_looks_for_the_engine_once_a_second_until_i
   QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Work"));
 }
 
-void StartUpTest::a_background_launch_that_is_closed_early_ends_at_once() {
+void MouseMainControllerStartUpTest::a_background_launch_that_is_closed_early_ends_at_once() {
   SteppedSleep stepped;
   HubFixture fixture;
   fixture.sleep = stepped.sleep();
@@ -380,7 +382,7 @@ void StartUpTest::a_background_launch_that_is_closed_early_ends_at_once() {
   QVERIFY(fixture.link.requests.empty());
 }
 
-void StartUpTest::a_launch_without_the_key_shows_no_restoring_sheet() {
+void MouseMainControllerStartUpTest::a_launch_without_the_key_shows_no_restoring_sheet() {
   HubFixture fixture;
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(true));
   fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Work"})));
@@ -393,7 +395,7 @@ void StartUpTest::a_launch_without_the_key_shows_no_restoring_sheet() {
   QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Work"));
 }
 
-void StartUpTest::the_window_and_the_restoring_sheet_are_painted_before_the_first_wait() {
+void MouseMainControllerStartUpTest::the_window_and_the_restoring_sheet_are_painted_before_the_first_wait() {
   HubFixture fixture;
   fixture.create();
   PaintCounter window(&fixture.window);
@@ -415,7 +417,7 @@ void StartUpTest::the_window_and_the_restoring_sheet_are_painted_before_the_firs
   QVERIFY(isTurning);
 }
 
-void StartUpTest::the_window_says_what_it_waits_for_while_no_engine_is_there() {
+void MouseMainControllerStartUpTest::the_window_says_what_it_waits_for_while_no_engine_is_there() {
   HubFixture fixture;
   fixture.link.isAvailable = false;
   QStringList said;
@@ -424,7 +426,7 @@ void StartUpTest::the_window_says_what_it_waits_for_while_no_engine_is_there() {
   QCOMPARE(said, QStringList(localized("lkeyStateStarting")));
 }
 
-void StartUpTest::the_restoring_sheet_cannot_be_closed_by_the_user() {
+void MouseMainControllerStartUpTest::the_restoring_sheet_cannot_be_closed_by_the_user() {
   SteppedSleep stepped;
   HubFixture fixture;
   fixture.sleep = stepped.sleep();
@@ -437,7 +439,7 @@ void StartUpTest::the_restoring_sheet_cannot_be_closed_by_the_user() {
   QVERIFY(sheet->isVisible());
 }
 
-void StartUpTest::the_report_tells_what_happened_in_one_line_each() {
+void MouseMainControllerStartUpTest::the_report_tells_what_happened_in_one_line_each() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work", "Play"}, {"Greet"}));
   QCOMPARE(fixture.reports.size(), std::size_t{3});
@@ -446,7 +448,7 @@ void StartUpTest::the_report_tells_what_happened_in_one_line_each() {
   QVERIFY(fixture.reports[2].starts_with("settings loaded: 2 profiles, 1 macros, in "));
 }
 
-void StartUpTest::the_firmware_version_is_asked_for_every_three_seconds_until_it_is_known() {
+void MouseMainControllerStartUpTest::the_firmware_version_is_asked_for_every_three_seconds_until_it_is_known() {
   SteppedSleep stepped;
   HubFixture fixture;
   fixture.sleep = stepped.sleep();
@@ -472,7 +474,7 @@ void StartUpTest::the_firmware_version_is_asked_for_every_three_seconds_until_it
   QCOMPARE(fixture.text("mDriverVersion"), Bundle::mainBundle().version());
 }
 
-void StartUpTest::a_firmware_version_that_is_unknown_for_lack_of_a_device_is_not_asked_for() {
+void MouseMainControllerStartUpTest::a_firmware_version_that_is_unknown_for_lack_of_a_device_is_not_asked_for() {
   SteppedSleep stepped;
   HubFixture fixture;
   fixture.sleep = stepped.sleep();
@@ -485,7 +487,7 @@ void StartUpTest::a_firmware_version_that_is_unknown_for_lack_of_a_device_is_not
   QVERIFY(fixture.link.requests.empty());
 }
 
-void StartUpTest::quitting_releases_the_device_with_its_product_only_and_waits_for_nothing() {
+void MouseMainControllerStartUpTest::quitting_releases_the_device_with_its_product_only_and_waits_for_nothing() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   fixture.delegate->applicationWillTerminate();
@@ -495,7 +497,7 @@ void StartUpTest::quitting_releases_the_device_with_its_product_only_and_waits_f
   QVERIFY(fixture.link.unansweredWaits.empty());
 }
 
-void StartUpTest::closing_the_last_window_ends_the_program() {
+void MouseMainControllerStartUpTest::closing_the_last_window_ends_the_program() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   QGuiApplication::setQuitOnLastWindowClosed(fixture.delegate->applicationShouldTerminateAfterLastWindowClosed());
@@ -507,20 +509,24 @@ void StartUpTest::closing_the_last_window_ends_the_program() {
   QCOMPARE(fixture.link.requests[0].messageID, MessageID::ReleaseDevice);
 }
 
-void StartUpTest::closing_the_restoring_sheet_gives_the_start_up() {
+void MouseMainControllerStartUpTest::closing_the_restoring_sheet_ends_the_program() {
   SteppedSleep stepped;
   HubFixture fixture;
   fixture.sleep = stepped.sleep();
   fixture.link.isAvailable = false;
   fixture.create();
   fixture.delegate->applicationDidFinishLaunching({.isDefaultLaunch = false});
-  QSignalSpy closed(static_cast<RestoringStateSheet*>(fixture.sheet("mRestoringStateWindow")),
-                    &RestoringStateSheet::closed);
-  fixture.sheet("mRestoringStateWindow")->close();
-  QCOMPARE(closed.count(), 1);
+  // The last window is not closed by it: that would end the program too.
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  constexpr int stillRunning = 9;
+  QTimer::singleShot(0, fixture.sheet("mRestoringStateWindow"), &QWidget::close);
+  QTimer::singleShot(std::chrono::seconds(20), &fixture.window, [] { QCoreApplication::exit(stillRunning); });
+  QCOMPARE(QCoreApplication::exec(), 0);
+  QVERIFY(fixture.window.isVisible());
+  QVERIFY(fixture.link.requests.empty());
 }
 
-void StartUpTest::the_tabs_outlive_the_hub() {
+void MouseMainControllerStartUpTest::the_tabs_outlive_the_hub() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
   fixture.delegate.reset();
@@ -531,7 +537,7 @@ void StartUpTest::the_tabs_outlive_the_hub() {
   QVERIFY(fixture.notifications.observed().empty());
 }
 
-void StartUpTest::leaving_the_application_ends_a_recording_under_way() {
+void MouseMainControllerStartUpTest::leaving_the_application_ends_a_recording_under_way() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}, {"Greet"}));
   fixture.window.ui().MouseMacrosController->mMacroTableView()->selectRow(0);
@@ -547,7 +553,7 @@ void StartUpTest::leaving_the_application_ends_a_recording_under_way() {
   QVERIFY(!fixture.window.ui().MouseMacrosController->mIsRecording());
 }
 
-void StartUpTest::a_bundle_of_any_shape_shows_empty_values_data() {
+void MouseMainControllerStartUpTest::a_bundle_of_any_shape_shows_empty_values_data() {
   QTest::addColumn<int>("shape");
   QTest::newRow("no members") << 0;
   QTest::newRow("members of other types") << 1;
@@ -559,7 +565,7 @@ void StartUpTest::a_bundle_of_any_shape_shows_empty_values_data() {
   QTest::newRow("an active profile of more than 32 bits") << 7;
 }
 
-void StartUpTest::a_bundle_of_any_shape_shows_empty_values() {
+void MouseMainControllerStartUpTest::a_bundle_of_any_shape_shows_empty_values() {
   QFETCH(int, shape);
   PropertyList bundle = bundleWith({"Work"});
   const PropertyList junk = PropertyList::array({PropertyList("x"), PropertyList(7), PropertyList::array()});
@@ -589,13 +595,5 @@ void StartUpTest::a_bundle_of_any_shape_shows_empty_values() {
   QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QString());
 }
 
-void StartUpTest::the_default_profile_is_the_first_of_the_file_whatever_profile_it_calls_active() {
-  HubFixture fixture;
-  fixture.link.answer(MessageID::RegisterDevice, statusAnswer(false));
-  fixture.start({});
-  QVERIFY(fixture.window.ui().MouseProfilesController->mDefaultDict() == factorySettings()[keys::Profiles].at(0));
-  QVERIFY(fixture.window.ui().MouseMaintenanceController->mDefaultDict() == factorySettings()[keys::Profiles].at(0));
-}
-
-SKARN_QTEST(StartUpTest)
+SKARN_QTEST(MouseMainControllerStartUpTest)
 #include "MouseMainController_start_up_test.moc"

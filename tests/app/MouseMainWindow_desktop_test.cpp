@@ -10,7 +10,7 @@
 using namespace skarn;
 using namespace skarn::test;
 
-class WindowOnTheDesktopTest : public QObject {
+class MouseMainWindowDesktopTest : public QObject {
   Q_OBJECT
 
  private:
@@ -60,5 +60,5 @@ class WindowOnTheDesktopTest : public QObject {
   }
 };
 
-SKARN_QTEST(WindowOnTheDesktopTest)
+SKARN_QTEST(MouseMainWindowDesktopTest)
 #include "MouseMainWindow_desktop_test.moc"

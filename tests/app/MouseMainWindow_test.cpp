@@ -39,7 +39,7 @@ QString shownPage(const QWidget& help) {
 
 }  // namespace
 
-class WindowTest : public QObject {
+class MouseMainWindowTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -69,7 +69,7 @@ class WindowTest : public QObject {
   void the_command_line_is_read_whole();
 };
 
-void WindowTest::every_control_is_found_by_its_name_data() {
+void MouseMainWindowTest::every_control_is_found_by_its_name_data() {
   QTest::addColumn<QString>("name");
   for (const char* name : {"mMouseTabView",
                            "mAppySettings",
@@ -97,7 +97,7 @@ void WindowTest::every_control_is_found_by_its_name_data() {
   }
 }
 
-void WindowTest::every_control_is_found_by_its_name() {
+void MouseMainWindowTest::every_control_is_found_by_its_name() {
   QFETCH(QString, name);
   HubFixture fixture;
   fixture.create();
@@ -105,7 +105,7 @@ void WindowTest::every_control_is_found_by_its_name() {
   QCOMPARE(fixture.window.findChildren<QWidget*>(name).size(), 1);
 }
 
-void WindowTest::the_six_tabs_stand_in_their_order() {
+void MouseMainWindowTest::the_six_tabs_stand_in_their_order() {
   HubFixture fixture;
   auto* tabs = fixture.window.ui().mMouseTabView;
   QStringList pages;
@@ -119,7 +119,7 @@ void WindowTest::the_six_tabs_stand_in_their_order() {
   QCOMPARE(titles, (QStringList{"Buttons", "Profiles", "Macros", "Performance", "Lighting", "Maintenance"}));
 }
 
-void WindowTest::selecting_a_tab_by_index_shows_it_and_sends_nothing() {
+void MouseMainWindowTest::selecting_a_tab_by_index_shows_it_and_sends_nothing() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   fixture.hub().selectTabAtIndex(2);
@@ -129,7 +129,7 @@ void WindowTest::selecting_a_tab_by_index_shows_it_and_sends_nothing() {
   QVERIFY(fixture.link.requests.empty());
 }
 
-void WindowTest::everything_fits_at_the_least_size_of_the_window() {
+void MouseMainWindowTest::everything_fits_at_the_least_size_of_the_window() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   fixture.window.resize(fixture.window.minimumSize());
@@ -138,7 +138,7 @@ void WindowTest::everything_fits_at_the_least_size_of_the_window() {
   QVERIFY(fixture.window.minimumSizeHint().height() <= 680);
 }
 
-void WindowTest::a_profile_name_of_any_length_does_not_widen_the_window() {
+void MouseMainWindowTest::a_profile_name_of_any_length_does_not_widen_the_window() {
   HubFixture fixture;
   const std::string name = "<b>" + std::string(300, 'W');
   fixture.startConnected(bundleWith({name}));
@@ -148,7 +148,7 @@ void WindowTest::a_profile_name_of_any_length_does_not_widen_the_window() {
   QVERIFY2(content->minimumSize().width() <= 1024, qPrintable(QString::number(content->minimumSize().width())));
 }
 
-void WindowTest::looking_for_updates_opens_the_support_page() {
+void MouseMainWindowTest::looking_for_updates_opens_the_support_page() {
   HubFixture fixture;
   fixture.create();
   auto* button = fixture.window.findChild<QAbstractButton*>(QStringLiteral("mCheckUpdates"));
@@ -161,7 +161,7 @@ void WindowTest::looking_for_updates_opens_the_support_page() {
   QCOMPARE(fixture.opened.size(), std::size_t{1});
 }
 
-void WindowTest::the_community_buttons_open_one_address_each() {
+void MouseMainWindowTest::the_community_buttons_open_one_address_each() {
   HubFixture fixture;
   fixture.create();
   fixture.window.ui().mCommunityFBLink->click();
@@ -173,7 +173,7 @@ void WindowTest::the_community_buttons_open_one_address_each() {
   QVERIFY(fixture.link.requests.empty());
 }
 
-void WindowTest::the_help_button_opens_the_first_page_of_the_help_book() {
+void MouseMainWindowTest::the_help_button_opens_the_first_page_of_the_help_book() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   fixture.window.ui().mHelpButton->click();
@@ -182,7 +182,7 @@ void WindowTest::the_help_button_opens_the_first_page_of_the_help_book() {
   QCOMPARE(shownPage(*help), QStringLiteral("index.html"));
 }
 
-void WindowTest::the_help_key_opens_the_page_of_the_tab_in_front_data() {
+void MouseMainWindowTest::the_help_key_opens_the_page_of_the_tab_in_front_data() {
   QTest::addColumn<QString>("page");
   QTest::newRow("MouseButtonController") << "buttons.html";
   QTest::newRow("MouseProfilesController") << "profiles.html";
@@ -192,7 +192,7 @@ void WindowTest::the_help_key_opens_the_page_of_the_tab_in_front_data() {
   QTest::newRow("MouseMaintenanceController") << "maintenance.html";
 }
 
-void WindowTest::the_help_key_opens_the_page_of_the_tab_in_front() {
+void MouseMainWindowTest::the_help_key_opens_the_page_of_the_tab_in_front() {
   QFETCH(QString, page);
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
@@ -206,7 +206,7 @@ void WindowTest::the_help_key_opens_the_page_of_the_tab_in_front() {
   QCOMPARE(shownPage(*help), page);
 }
 
-void WindowTest::error_codes_zero_and_one_show_their_texts_data() {
+void MouseMainWindowTest::error_codes_zero_and_one_show_their_texts_data() {
   QTest::addColumn<int>("code");
   QTest::addColumn<QString>("title");
   QTest::addColumn<QString>("description");
@@ -215,7 +215,7 @@ void WindowTest::error_codes_zero_and_one_show_their_texts_data() {
   QTest::newRow("1") << 1 << localized("lkeyDeviceNotFoundTitle") << localized("lkeyDeviceNotFoundDesc");
 }
 
-void WindowTest::error_codes_zero_and_one_show_their_texts() {
+void MouseMainWindowTest::error_codes_zero_and_one_show_their_texts() {
   QFETCH(int, code);
   QFETCH(QString, title);
   QFETCH(QString, description);
@@ -231,14 +231,14 @@ void WindowTest::error_codes_zero_and_one_show_their_texts() {
   QVERIFY(title != QStringLiteral("No Translation"));
 }
 
-void WindowTest::any_other_error_code_shows_nothing_data() {
+void MouseMainWindowTest::any_other_error_code_shows_nothing_data() {
   QTest::addColumn<int>("code");
   QTest::newRow("2") << 2;
   QTest::newRow("-1") << -1;
   QTest::newRow("the largest") << std::numeric_limits<int>::max();
 }
 
-void WindowTest::any_other_error_code_shows_nothing() {
+void MouseMainWindowTest::any_other_error_code_shows_nothing() {
   QFETCH(int, code);
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
@@ -246,7 +246,7 @@ void WindowTest::any_other_error_code_shows_nothing() {
   QVERIFY(alertsOf(fixture.window).isEmpty());
 }
 
-void WindowTest::a_missing_text_is_shown_as_no_translation() {
+void MouseMainWindowTest::a_missing_text_is_shown_as_no_translation() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   VRCErrorHandler::showErrorWithTitle(localized("lkeyThatNobodyWrote"), localized("lkeyNorThis"), localized("lkeyOK"),
@@ -257,7 +257,7 @@ void WindowTest::a_missing_text_is_shown_as_no_translation() {
   QCOMPARE(alert->buttons().constFirst()->text(), QStringLiteral("OK"));
 }
 
-void WindowTest::an_alert_with_two_buttons_shows_both_in_their_order() {
+void MouseMainWindowTest::an_alert_with_two_buttons_shows_both_in_their_order() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   VRCErrorHandler::showErrorWithTitle("Title", "Description", "Yes", "No", &fixture.window);
@@ -266,7 +266,7 @@ void WindowTest::an_alert_with_two_buttons_shows_both_in_their_order() {
   QCOMPARE(alert->defaultButton()->text(), QStringLiteral("Yes"));
 }
 
-void WindowTest::hiding_the_connection_sheet_while_it_is_not_shown_has_no_effect() {
+void MouseMainWindowTest::hiding_the_connection_sheet_while_it_is_not_shown_has_no_effect() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   fixture.hub().hideErrorDialog();
@@ -274,7 +274,7 @@ void WindowTest::hiding_the_connection_sheet_while_it_is_not_shown_has_no_effect
   QVERIFY(fixture.window.isVisible());
 }
 
-void WindowTest::the_connection_sheet_can_be_shown_again_after_it_was_closed() {
+void MouseMainWindowTest::the_connection_sheet_can_be_shown_again_after_it_was_closed() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   for (int round = 0; round < 2; ++round) {
@@ -285,7 +285,7 @@ void WindowTest::the_connection_sheet_can_be_shown_again_after_it_was_closed() {
   }
 }
 
-void WindowTest::a_missing_engine_installation_is_told() {
+void MouseMainWindowTest::a_missing_engine_installation_is_told() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   const QTemporaryDir folder;
@@ -299,7 +299,7 @@ void WindowTest::a_missing_engine_installation_is_told() {
   QCOMPARE(alert->buttons().constFirst()->text(), QStringLiteral("OK"));
 }
 
-void WindowTest::an_installed_engine_is_not_talked_about() {
+void MouseMainWindowTest::an_installed_engine_is_not_talked_about() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
   const QTemporaryDir folder;
@@ -309,13 +309,13 @@ void WindowTest::an_installed_engine_is_not_talked_about() {
   QVERIFY(alertsOf(fixture.window).isEmpty());
 }
 
-void WindowTest::the_device_manager_knows_its_product() {
+void MouseMainWindowTest::the_device_manager_knows_its_product() {
   const VRCDeviceManager manager;
   QCOMPARE(manager.mProductName(), QStringLiteral("Tavikon"));
   QCOMPARE(manager.mProductPID(), 31U);
 }
 
-void WindowTest::the_command_line_is_read_whole_data() {
+void MouseMainWindowTest::the_command_line_is_read_whole_data() {
   QTest::addColumn<QStringList>("arguments");
   QTest::addColumn<int>("isDefaultLaunch");  // -1 for no key
   QTest::addColumn<bool>("isVerbose");
@@ -342,7 +342,7 @@ void WindowTest::the_command_line_is_read_whole_data() {
                                 << "" << true;
 }
 
-void WindowTest::the_command_line_is_read_whole() {
+void MouseMainWindowTest::the_command_line_is_read_whole() {
   QFETCH(QStringList, arguments);
   QFETCH(int, isDefaultLaunch);
   QFETCH(bool, isVerbose);
@@ -358,5 +358,5 @@ void WindowTest::the_command_line_is_read_whole() {
   QCOMPARE(!line.error.isEmpty(), isBad);
 }
 
-SKARN_QTEST(WindowTest)
+SKARN_QTEST(MouseMainWindowTest)
 #include "MouseMainWindow_test.moc"

@@ -33,7 +33,7 @@ PropertyList updateOf(int index, std::string_view group, const PropertyList& rec
 
 }  // namespace
 
-class ButtonsCleanUpTest : public QObject {
+class AssignmentChangesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -182,15 +182,31 @@ class ButtonsCleanUpTest : public QObject {
                   call({"updateProfileKeyInDictionaryWithDictionary", PropertyList::array({factory})}));
   }
 
-  void without_an_owner_nothing_happens() {
+  void without_an_owner_changes_are_dropped_and_not_sent_to_a_later_one() {
     MouseButtonController tab;
-    tab.setMAllProfiles(PropertyList::array({withRecord(profile("A"), "Buttons", "06", assignment(10, 0, 1))}));
-    tab.removeMacroProfileMappings(0, 10);
-    tab.removeButtonMacroAssignment(0);
-    tab.removeButtonProfileAssignment(0);
-    tab.changeButton("43", 1, 0, 0, 2);
+    const PropertyList assigned =
+        PropertyList::array({withRecord(profile("A"), "Buttons", "06", assignment(10, 0, 1))});
+    tab.setMAllProfiles(assigned);
+    tab.setMButtonsSettingsDict(assigned.at(0));
+    tab.setMDefaultDict(defaultSettings());
+    tab.updateUISettings();
+    const auto change = [&tab] {
+      tab.removeMacroProfileMappings(0, 10);
+      tab.removeButtonMacroAssignment(0);
+      tab.removeButtonProfileAssignment(0);
+      tab.changeButton("43", 1, 0, 0, 2);
+    };
+    change();
+    QVERIFY(tab.mAllProfiles() == assigned);
+    RecordingButtonDelegate owner;
+    tab.setMButtonDelegate(&owner);
+    tab.updateUISettings();
+    QVERIFY(owner.calls.empty());
+    // With an owner the same calls ask for something.
+    change();
+    QCOMPARE(owner.calls.size(), std::size_t{3});
   }
 };
 
-SKARN_QTEST(ButtonsCleanUpTest)
+SKARN_QTEST(AssignmentChangesTest)
 #include "AssignmentChanges_test.moc"

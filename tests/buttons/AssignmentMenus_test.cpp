@@ -25,7 +25,7 @@ QStringList itemsOf(const QMenu& menu) {
 
 }  // namespace
 
-class ButtonsMenusTest : public QObject {
+class AssignmentMenusTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -228,5 +228,5 @@ class ButtonsMenusTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsMenusTest)
+SKARN_QTEST(AssignmentMenusTest)
 #include "AssignmentMenus_test.moc"

@@ -43,7 +43,7 @@ QString labelOf(ButtonsFixture& fixture, const ControlDescriptor& control, const
 
 }  // namespace
 
-class ButtonsTextsTest : public QObject {
+class AssignmentTextTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -339,5 +339,5 @@ class ButtonsTextsTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsTextsTest)
+SKARN_QTEST(AssignmentTextTest)
 #include "AssignmentText_test.moc"

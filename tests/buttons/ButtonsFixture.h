@@ -146,8 +146,14 @@ struct ButtonsFixture : TabWithDelegate, ButtonsDriver {
   ButtonsFixture() : ButtonsDriver(page) {
     tab.setMButtonDelegate(&delegate);
     tab.resize(1180, 560);
-    show(profile("Work").with(keys::KeymapID, 2).with(keys::Keymap, keymaps()));
+    show(sample());
     tab.show();
+  }
+
+  // The profile that is shown at first.
+  static const PropertyList& sample() {
+    static const PropertyList work = profile("Work").with(keys::KeymapID, 2).with(keys::Keymap, keymaps());
+    return work;
   }
 
   // Hands out the slices of a bundle with four profiles, of which this, the second, is active.
@@ -158,12 +164,14 @@ struct ButtonsFixture : TabWithDelegate, ButtonsDriver {
     tab.setMAllMacros(macros());
     tab.setMDeviceSettingsDict(deviceSettings());
     tab.setMDefaultDict(defaultSettings());
-    tab.populateUISettings();
     tab.updateUISettings();
   }
+  // Like a person who waits for what it brings: what the redraw replaces is deleted.
   void give(const ControlDescriptor& control, const PropertyList& record) {
     show(current.with(groupKey(control), current[groupKey(control)].with(control.identifier, record)));
+    deleteReplaced();
   }
+  static void deleteReplaced() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
   // The request that changes this record of the current profile.
   PropertyList request(const ControlDescriptor& control, const PropertyList& record) const {

@@ -24,7 +24,49 @@ const std::vector<std::pair<const char*, PropertyList>>& oddValues() {
   return values;
 }
 
-// Whatever a person can do without knowing what the settings hold.
+// Every request has the documented shape.
+void verifyShape(const PropertyList& sent) {
+  const std::string_view operation = sent.at(0).string();
+  const PropertyList& argument = sent.at(1);
+  if (operation == "updateButtonAssignmentWithSettings") {
+    QVERIFY(argument.isDictionary());
+    QVERIFY(argument[keys::KeymapID].isNumber());
+    for (const auto group : {keys::Keys, keys::Buttons}) {
+      if (argument.contains(group)) QVERIFY(argument[group].isDictionary());
+    }
+    if (argument.contains(keys::Keymap)) QVERIFY(argument[keys::Keymap].isArray());
+  } else if (operation == "updateProfileKeyInDictionaryWithDictionary") {
+    QVERIFY(argument.isArray());
+  } else if (operation == "switchProfileWithID" || operation == "selectTabAtIndex") {
+    QVERIFY(argument.isNumber());
+  } else {
+    QCOMPARE(sent.size(), std::size_t{1});
+  }
+}
+
+// Proper settings are shown as by a tab that has seen nothing else, and a choice sends its request.
+void verifyProperSettingsWork(ButtonsFixture& fixture) {
+  const auto shown = [](ButtonsFixture& tab) {
+    QStringList titles{tab.find<QComboBox>("mProfileListPopUp")->currentText()};
+    for (const ControlDescriptor& control : controlTable) {
+      titles << tab.popUp(control).shownTitle() << tab.titles(control);
+      if (tab.row(control).repeatButton()->isVisible()) titles << QStringLiteral("repeat");
+    }
+    return titles;
+  };
+  static const QStringList expected = [&shown] {
+    ButtonsFixture fresh;
+    return shown(fresh);
+  }();
+  fixture.show(ButtonsFixture::sample());
+  QCOMPARE(shown(fixture), expected);
+  const ControlDescriptor& control = ButtonsFixture::control(2);
+  fixture.delegate.calls.clear();
+  fixture.tab.checkSelectedValue(20, control.identifier, control.groupIdentifier());
+  COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(20)));
+}
+
+// Whatever a person can do without knowing what the settings hold, and what must be true after it.
 void useEverything(ButtonsFixture& fixture) {
   for (const int ordinal : {1, 18}) {
     const ControlDescriptor& control = ButtonsFixture::control(ordinal);
@@ -49,12 +91,14 @@ void useEverything(ButtonsFixture& fixture) {
   fixture.tab.removeButtonProfileAssignment(0);
   fixture.tab.removeMacroProfileMappings(0, 10);
   fixture.tab.removeMacroProfileMappings(0, 17);
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  ButtonsFixture::deleteReplaced();
+  for (const char* sheet : {"mSingleKey", "mKeymapWindow", "mMacroRepeatWindow"}) QVERIFY(!fixture.isOpen(sheet));
+  for (const PropertyList& sent : fixture.delegate.calls) verifyShape(sent);
 }
 
 }  // namespace
 
-class ButtonsHostileTest : public QObject {
+class MouseButtonControllerHostileTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -82,6 +126,7 @@ class ButtonsHostileTest : public QObject {
     QCOMPARE(fixture.find<SegmentedControl>("mKeymapSegment")->selectedSegment(), -1);
     QVERIFY(fixture.delegate.calls.empty());
     useEverything(fixture);
+    verifyProperSettingsWork(fixture);
   }
 
   void every_slice_may_have_another_type_data() {
@@ -96,14 +141,6 @@ class ButtonsHostileTest : public QObject {
       fixture.tab.populateUISettings();
       fixture.tab.updateUISettings();
       useEverything(fixture);
-      // What is sent always has the documented shape.
-      for (const PropertyList& sent : fixture.delegate.calls) {
-        if (sent.at(0) != PropertyList("updateButtonAssignmentWithSettings")) continue;
-        for (const auto group : {keys::Keys, keys::Buttons}) {
-          if (sent.at(1).contains(group)) QVERIFY(sent.at(1)[group].isDictionary());
-        }
-        if (sent.at(1).contains(keys::Keymap)) QVERIFY(sent.at(1)[keys::Keymap].isArray());
-      }
     };
     fixture.tab.setMAllMacros(value);
     redraw();
@@ -118,6 +155,7 @@ class ButtonsHostileTest : public QObject {
     fixture.tab.setMDeviceSettingsDict(
         PropertyList::dictionary({{keys::ActiveProfile, value}, {"AllProfiles", value}}));
     redraw();
+    verifyProperSettingsWork(fixture);
   }
 
   void elements_of_the_lists_may_have_another_type() {
@@ -130,6 +168,7 @@ class ButtonsHostileTest : public QObject {
     fixture.tab.updateUISettings();
     QCOMPARE(fixture.find<QComboBox>("mProfileListPopUp")->count(), static_cast<int>(odd.size()));
     useEverything(fixture);
+    verifyProperSettingsWork(fixture);
   }
 
   void members_of_a_record_may_have_another_type_data() {
@@ -151,11 +190,11 @@ class ButtonsHostileTest : public QObject {
           fixture.tab.clickMacroRepeatButton(control);
           fixture.tab.clickMacroRepeatCancel();
         }
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
       }
     }
     QVERIFY(fixture.delegate.calls.empty());
     useEverything(fixture);
+    verifyProperSettingsWork(fixture);
   }
 
   void a_command_that_is_text_reads_as_its_number() {
@@ -179,5 +218,5 @@ class ButtonsHostileTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsHostileTest)
+SKARN_QTEST(MouseButtonControllerHostileTest)
 #include "MouseButtonController_hostile_test.moc"

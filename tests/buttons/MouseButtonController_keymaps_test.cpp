@@ -39,7 +39,7 @@ struct KeymapFixture : ButtonsFixture {
 
 }  // namespace
 
-class ButtonsKeymapsTest : public QObject {
+class MouseButtonControllerKeymapsTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -272,5 +272,5 @@ class ButtonsKeymapsTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsKeymapsTest)
+SKARN_QTEST(MouseButtonControllerKeymapsTest)
 #include "MouseButtonController_keymaps_test.moc"

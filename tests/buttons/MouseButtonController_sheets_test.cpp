@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 
 #include "buttons/ButtonsFixture.h"
-#include "platform/PanelTest.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -34,7 +34,7 @@ class Applications {
 
 }  // namespace
 
-class ButtonsSheetsTest : public QObject {
+class MouseButtonControllerSheetsTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -334,5 +334,5 @@ class ButtonsSheetsTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsSheetsTest)
+SKARN_QTEST(MouseButtonControllerSheetsTest)
 #include "MouseButtonController_sheets_test.moc"

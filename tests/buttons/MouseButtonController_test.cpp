@@ -47,7 +47,7 @@ void hand(MouseButtonController& tab, const PropertyList& active) {
 
 }  // namespace
 
-class ButtonsTest : public QObject {
+class MouseButtonControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -372,5 +372,5 @@ class ButtonsTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsTest)
+SKARN_QTEST(MouseButtonControllerTest)
 #include "MouseButtonController_test.moc"

@@ -5,7 +5,7 @@
 using namespace skarn;
 using namespace skarn::test;
 
-class ButtonsWritesTest : public QObject {
+class MouseButtonControllerWritesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -207,5 +207,5 @@ class ButtonsWritesTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsWritesTest)
+SKARN_QTEST(MouseButtonControllerWritesTest)
 #include "MouseButtonController_writes_test.moc"

@@ -29,7 +29,7 @@ struct KeyFixture : ButtonsFixture {
 
 }  // namespace
 
-class ButtonsSingleKeyTest : public QObject {
+class SingleKeySheetTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -220,5 +220,5 @@ class ButtonsSingleKeyTest : public QObject {
   }
 };
 
-SKARN_QTEST(ButtonsSingleKeyTest)
+SKARN_QTEST(SingleKeySheetTest)
 #include "SingleKeySheet_test.moc"

@@ -58,10 +58,6 @@ inline OutputEvent buttonUp(std::uint16_t button) {
   return {9, button, 0};
 }
 
-inline PropertyList stage(std::int32_t x, std::int32_t y, std::int32_t isIndependent = 0) {
-  return PropertyList::dictionary({{"dpix", x}, {"dpiy", y}, {"independentxy", isIndependent}});
-}
-
 class AssignmentFixture : public testing::Test {
  protected:
   AssignmentFixture() {

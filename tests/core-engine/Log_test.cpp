@@ -15,23 +15,23 @@ struct Recorded {
   Log log{[this](const std::string& line) { lines.push_back(line); }};
 };
 
-TEST(Log, BeginsEveryLineWithTheProgram) {
+TEST(LogTest, BeginsEveryLineWithTheProgram) {
   Recorded recorded;
   recorded.log.line("ready");
   EXPECT_EQ(recorded.lines, Lines{"vorn-core-engine: ready"});
 }
 
-TEST(Log, WritesForeignTextOnOneLine) {
+TEST(LogTest, WritesForeignTextOnOneLine) {
   Recorded recorded;
   recorded.log.line("a\nvorn-core-engine: forged\r\x1B[2J\t\\");
   EXPECT_EQ(recorded.lines, Lines{"vorn-core-engine: a\\nvorn-core-engine: forged\\x0D\\x1B[2J\\t\\\\"});
 }
 
-TEST(Log, KeepsTextOfEveryLanguage) {
+TEST(LogTest, KeepsTextOfEveryLanguage) {
   EXPECT_EQ(printable("Größe 設定 😀"), "Größe 設定 😀");
 }
 
-TEST(Log, EscapesWhatIsNoText) {
+TEST(LogTest, EscapesWhatIsNoText) {
   EXPECT_EQ(printable("\x80"), "\\x80");
   EXPECT_EQ(printable("\xC3"), "\\xC3");
   EXPECT_EQ(printable("\xC0\xAF"), "\\xC0\\xAF");
@@ -43,11 +43,11 @@ TEST(Log, EscapesWhatIsNoText) {
   EXPECT_EQ(printable(std::string_view("a\0b", 3)), "a\\x00b");
 }
 
-TEST(Log, CutsLongText) {
+TEST(LogTest, CutsLongText) {
   EXPECT_EQ(printable("abcdef", 4), "abcd...");
 }
 
-TEST(Log, TellsARepeatedFaultOnceAndThenItsCount) {
+TEST(LogTest, TellsARepeatedFaultOnceAndThenItsCount) {
   Recorded recorded;
   for (int count = 0; count < 100; ++count) recorded.log.fault(":1.5", "unknown message", "unknown message 99");
   EXPECT_EQ(recorded.lines, (Lines{"vorn-core-engine: client :1.5: unknown message 99",
@@ -55,7 +55,7 @@ TEST(Log, TellsARepeatedFaultOnceAndThenItsCount) {
                                    "vorn-core-engine: client :1.5: 100 times: unknown message"}));
 }
 
-TEST(Log, TellsEachClientsFaults) {
+TEST(LogTest, TellsEachClientsFaults) {
   Recorded recorded;
   recorded.log.fault(":1.5", "kind", "text");
   recorded.log.fault(":1.6", "kind", "text");
@@ -65,7 +65,7 @@ TEST(Log, TellsEachClientsFaults) {
                                    "vorn-core-engine: client :1.5: other text"}));
 }
 
-TEST(Log, ForgetsTheFaultThatIsLongestAgo) {
+TEST(LogTest, ForgetsTheFaultThatIsLongestAgo) {
   Recorded recorded;
   recorded.log.fault("first", "kind", "text");
   recorded.log.fault("second", "kind", "text");

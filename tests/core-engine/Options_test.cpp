@@ -19,7 +19,7 @@ std::string faultOf(const std::vector<const char*>& arguments) {
   return fault != nullptr ? *fault : "";
 }
 
-TEST(Options, AreAllOptional) {
+TEST(OptionsTest, AreAllOptional) {
   const auto options = std::get<Options>(parse({}));
   EXPECT_FALSE(options.isHelpWanted);
   EXPECT_FALSE(options.isVersionWanted);
@@ -29,7 +29,7 @@ TEST(Options, AreAllOptional) {
   EXPECT_EQ(options.connection, Device::Connection::Wired);
 }
 
-TEST(Options, TakeTheirValueAsTheNextArgumentOrAfterAnEqualsSign) {
+TEST(OptionsTest, TakeTheirValueAsTheNextArgumentOrAfterAnEqualsSign) {
   const auto options = std::get<Options>(
       parse({"--verbose", "--state-dir", "/a/b", "--defaults=/c=d/Skarn.plist", "--device", "wireless"}));
   EXPECT_TRUE(options.isVerbose);
@@ -38,12 +38,12 @@ TEST(Options, TakeTheirValueAsTheNextArgumentOrAfterAnEqualsSign) {
   EXPECT_EQ(options.connection, Device::Connection::Wireless);
 }
 
-TEST(Options, MakePathsAbsolute) {
+TEST(OptionsTest, MakePathsAbsolute) {
   const auto options = std::get<Options>(parse({"--state-dir", "some/../folder"}));
   EXPECT_EQ(options.stateFolder, (std::filesystem::current_path() / "folder").string());
 }
 
-TEST(Options, NameWhatIsWrong) {
+TEST(OptionsTest, NameWhatIsWrong) {
   EXPECT_EQ(faultOf({"--fast"}), "unknown option --fast");
   EXPECT_EQ(faultOf({"--verbose=1"}), "unknown option --verbose=1");
   EXPECT_EQ(faultOf({"file"}), "unknown option file");
@@ -53,13 +53,13 @@ TEST(Options, NameWhatIsWrong) {
   EXPECT_EQ(faultOf({"--device", "square"}), "--device cannot be \"square\"");
 }
 
-TEST(Options, AreAllInTheHelp) {
+TEST(OptionsTest, AreAllInTheHelp) {
   for (const char* option : {"--help", "--version", "--verbose", "--state-dir", "--defaults", "--device"}) {
     EXPECT_NE(helpText().find(std::string("  ") + option + " "), std::string::npos) << option;
   }
 }
 
-TEST(Options, KeepTheStateInTheFolderOfTheDesktop) {
+TEST(OptionsTest, KeepTheStateInTheFolderOfTheDesktop) {
   ::setenv("XDG_STATE_HOME", "/state", 1);
   ::setenv("HOME", "/home/someone", 1);
   EXPECT_EQ(usualStateFolder(), "/state/vorn-core-engine");
@@ -71,7 +71,7 @@ TEST(Options, KeepTheStateInTheFolderOfTheDesktop) {
   EXPECT_EQ(usualStateFolder(), "");
 }
 
-TEST(Options, FindTheDefaultsBesideTheProgramsFolder) {
+TEST(OptionsTest, FindTheDefaultsBesideTheProgramsFolder) {
   const auto program = std::filesystem::read_symlink("/proc/self/exe");
   EXPECT_EQ(usualDefaultsFile(),
             (program.parent_path().parent_path() / "share/skarn-configurator/Skarn.plist").string());

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(RunLoopScheduler, RunsWorkInTheOrderOfItsTimesAndCancelsTheRest) {
+TEST(SchedulerTest, RunsWorkInTheOrderOfItsTimesAndCancelsTheRest) {
   const vorn::test::PrivateBus bus;
   RunLoop loop;
   RunLoopScheduler scheduler(loop);

@@ -10,10 +10,6 @@
 
 namespace vorn::engine::test {
 
-inline PropertyList macroEvent(std::int32_t command, std::int32_t delay, std::int32_t page, std::int32_t argument) {
-  return PropertyList::dictionary({{"command", command}, {"delay", delay}, {"page", page}, {"argument", argument}});
-}
-
 inline PropertyList keyPress(std::int32_t usage, std::int32_t delay = 0) {
   return macroEvent(1, delay, 7, usage);
 }
@@ -28,8 +24,7 @@ inline PropertyList sequenceOf(std::vector<PropertyList> events) {
 
 // A macro record as the engine keeps it.
 inline PropertyList macro(std::string_view name, std::int32_t position, std::vector<PropertyList> events = {}) {
-  return PropertyList::dictionary(
-      {{"MacroName", name}, {"macroID", position}, {"delay", 20}, {"sequence", sequenceOf(std::move(events))}});
+  return vorn::test::macro(name, std::move(events)).with(keys::MacroID, position).with(keys::Delay, 20);
 }
 
 inline PropertyList bundleWithMacros(std::vector<PropertyList> macros) {

@@ -65,7 +65,7 @@ bool saysSoon(ChildProcess& process, std::string_view text) {
   return process.waitForLine([&](const std::string& line) { return line.find(text) != std::string::npos; }).has_value();
 }
 
-class CoreEngineProgram : public testing::Test {
+class CoreEngineProgramTest : public testing::Test {
  protected:
   // Starts an engine on the state folder and waits until it is ready.
   std::unique_ptr<ChildProcess> startEngine(const Arguments& more = {}, const std::string& prefix = "exec") {
@@ -104,35 +104,35 @@ class CoreEngineProgram : public testing::Test {
   PortEngineLink link{replyPort};
 };
 
-TEST_F(CoreEngineProgram, TellsWhenItIsReady) {
+TEST_F(CoreEngineProgramTest, TellsWhenItIsReady) {
   const auto engine = start({"--state-dir", state});
   EXPECT_EQ(firstLine(*engine), "vorn-core-engine: ready, profiles: 0, macros: 0, settings in " + state);
 }
 
-TEST_F(CoreEngineProgram, RegistersAClientAndGivesItAllSettings) {
+TEST_F(CoreEngineProgramTest, RegistersAClientAndGivesItAllSettings) {
   const auto engine = startEngine();
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgram, RegistersNobodyWhileTheMouseIsAbsent) {
+TEST_F(CoreEngineProgramTest, RegistersNobodyWhileTheMouseIsAbsent) {
   const auto engine = startEngine({"--device", "absent"});
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), refused);
 }
 
-TEST_F(CoreEngineProgram, TakesTheDefaultsOfItsCommandLineForAClientWithoutAny) {
+TEST_F(CoreEngineProgramTest, TakesTheDefaultsOfItsCommandLineForAClientWithoutAny) {
   const auto engine = startEngine({"--defaults", defaults});
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgram, FindsTheDefaultsThatItWasBuiltWith) {
+TEST_F(CoreEngineProgramTest, FindsTheDefaultsThatItWasBuiltWith) {
   const auto engine = startEngine();
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, request()), accepted);
   const PropertyList settings = answerTo(MessageID::GetAllSettings, request())["AllDevSettings"];
   EXPECT_EQ(settings, readPropertyListFile(BUILT_DEFAULTS).value()["Default Settings"]);
 }
 
-TEST_F(CoreEngineProgram, KeepsTheSettingsWhenItIsKilled) {
+TEST_F(CoreEngineProgramTest, KeepsTheSettingsWhenItIsKilled) {
   auto engine = startEngine();
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
   engine->signal(SIGKILL);
@@ -144,7 +144,7 @@ TEST_F(CoreEngineProgram, KeepsTheSettingsWhenItIsKilled) {
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgram, MovesDamagedSettingsAside) {
+TEST_F(CoreEngineProgramTest, MovesDamagedSettingsAside) {
   std::filesystem::create_directory(state);
   folder.write("state/settings.plist", Bytes{'n', 'o'});
   const auto engine = startEngine();
@@ -153,7 +153,7 @@ TEST_F(CoreEngineProgram, MovesDamagedSettingsAside) {
   EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), bundle("factory"));
 }
 
-TEST_F(CoreEngineProgram, ServesTheDefaultsWhereNothingCanBeWritten) {
+TEST_F(CoreEngineProgramTest, ServesTheDefaultsWhereNothingCanBeWritten) {
   folder.write("file", {});
   const std::string impossible = folder.path("file") + "/state";
   const auto engine = start({"--state-dir", impossible});
@@ -163,7 +163,7 @@ TEST_F(CoreEngineProgram, ServesTheDefaultsWhereNothingCanBeWritten) {
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgram, KeepsAndServesWhatIsStoredWhenTheDiskTakesNoMore) {
+TEST_F(CoreEngineProgramTest, KeepsAndServesWhatIsStoredWhenTheDiskTakesNoMore) {
   auto engine = startEngine({"--defaults", defaults});
   EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("stored")), changed(bundle("stored")));
   engine.reset();
@@ -178,7 +178,7 @@ TEST_F(CoreEngineProgram, KeepsAndServesWhatIsStoredWhenTheDiskTakesNoMore) {
   EXPECT_EQ(answerTo(MessageID::UpdateProfile, renaming("new")), changed(bundle("new")));
 }
 
-TEST_F(CoreEngineProgram, KeepsWhatIsStoredInAFolderThatCannotBeWrittenAndTakesChangesAgainWhenItCan) {
+TEST_F(CoreEngineProgramTest, KeepsWhatIsStoredInAFolderThatCannotBeWrittenAndTakesChangesAgainWhenItCan) {
   // Nothing is forbidden to root as long as it has its capabilities.
   const bool isRoot = geteuid() == 0;
   const std::string prefix = isRoot ? "exec setpriv --inh-caps=-all --bounding-set=-all" : "exec";
@@ -195,7 +195,7 @@ TEST_F(CoreEngineProgram, KeepsWhatIsStoredInAFolderThatCannotBeWrittenAndTakesC
   EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), bundle("new"));
 }
 
-TEST_F(CoreEngineProgram, EndsCleanlyOnSignals) {
+TEST_F(CoreEngineProgramTest, EndsCleanlyOnSignals) {
   for (const int number : {SIGTERM, SIGINT}) {
     const auto engine = startEngine();
     engine->signal(number);
@@ -203,7 +203,7 @@ TEST_F(CoreEngineProgram, EndsCleanlyOnSignals) {
   }
 }
 
-TEST_F(CoreEngineProgram, RunsOnceInASession) {
+TEST_F(CoreEngineProgramTest, RunsOnceInASession) {
   const auto engine = startEngine();
   const auto second = start({"--state-dir", folder.path("other")});
   EXPECT_EQ(firstLine(*second), "vorn-core-engine: another engine already runs in this session");
@@ -211,7 +211,7 @@ TEST_F(CoreEngineProgram, RunsOnceInASession) {
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
 }
 
-TEST_F(CoreEngineProgram, HasItsSettingsForItselfAcrossSessions) {
+TEST_F(CoreEngineProgramTest, HasItsSettingsForItselfAcrossSessions) {
   const auto engine = startEngine();
   const PrivateBus otherSession;
   const auto second = start({"--state-dir", state});
@@ -219,33 +219,33 @@ TEST_F(CoreEngineProgram, HasItsSettingsForItselfAcrossSessions) {
   EXPECT_EQ(second->waitForEnd(), 1);
 }
 
-TEST_F(CoreEngineProgram, NeedsABus) {
+TEST_F(CoreEngineProgramTest, NeedsABus) {
   const auto engine = start({"--state-dir", state}, {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"});
   EXPECT_TRUE(saysSoon(*engine, "vorn-core-engine: cannot reach the session bus: "));
   EXPECT_EQ(engine->waitForEnd(), 1);
 }
 
-TEST_F(CoreEngineProgram, EndsWithItsBus) {
+TEST_F(CoreEngineProgramTest, EndsWithItsBus) {
   const auto engine = startEngine();
   bus.end();
   EXPECT_EQ(firstLine(*engine), "vorn-core-engine: the session bus is gone");
   EXPECT_EQ(engine->waitForEnd(), 1);
 }
 
-TEST_F(CoreEngineProgram, NeedsAFolderForItsSettings) {
+TEST_F(CoreEngineProgramTest, NeedsAFolderForItsSettings) {
   const auto engine = start({}, {"-u", "HOME", "-u", "XDG_STATE_HOME"});
   EXPECT_EQ(firstLine(*engine),
             "vorn-core-engine: neither XDG_STATE_HOME nor HOME names a folder for the settings; use --state-dir");
   EXPECT_EQ(engine->waitForEnd(), 1);
 }
 
-TEST_F(CoreEngineProgram, RefusesAWrongCommandLine) {
+TEST_F(CoreEngineProgramTest, RefusesAWrongCommandLine) {
   const auto engine = start({"--fast"});
   EXPECT_EQ(firstLine(*engine), "vorn-core-engine: unknown option --fast; --help lists the options");
   EXPECT_EQ(engine->waitForEnd(), 2);
 }
 
-TEST_F(CoreEngineProgram, PrintsItsHelpAndItsVersion) {
+TEST_F(CoreEngineProgramTest, PrintsItsHelpAndItsVersion) {
   const auto help = start({"--help"});
   EXPECT_EQ(firstLine(*help), "Usage: vorn-core-engine [OPTION]...");
   EXPECT_EQ(help->waitForEnd(), 0);
@@ -254,7 +254,7 @@ TEST_F(CoreEngineProgram, PrintsItsHelpAndItsVersion) {
   EXPECT_EQ(version->waitForEnd(), 0);
 }
 
-TEST_F(CoreEngineProgram, ReturnsNothingToTheSendItself) {
+TEST_F(CoreEngineProgramTest, ReturnsNothingToTheSendItself) {
   const auto engine = startEngine();
   const auto port = RemoteMessagePort::lookUp(enginePortName);
   ASSERT_TRUE(port);
@@ -264,7 +264,7 @@ TEST_F(CoreEngineProgram, ReturnsNothingToTheSendItself) {
   EXPECT_EQ(returned, Bytes());
 }
 
-TEST_F(CoreEngineProgram, SurvivesMessagesThatMakeNoSense) {
+TEST_F(CoreEngineProgramTest, SurvivesMessagesThatMakeNoSense) {
   const auto engine = startEngine({"--defaults", defaults});
   const auto port = RemoteMessagePort::lookUp(enginePortName);
   ASSERT_TRUE(port);
@@ -277,14 +277,14 @@ TEST_F(CoreEngineProgram, SurvivesMessagesThatMakeNoSense) {
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgram, TakesLargeRequests) {
+TEST_F(CoreEngineProgramTest, TakesLargeRequests) {
   const auto engine = startEngine({"--defaults", defaults});
   const Bytes ballast(std::size_t{20} * 1024 * 1024);
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request().with("Ballast", PropertyList::data(ballast))),
             allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgram, DoesNotWaitForAClientThatTakesNoAnswers) {
+TEST_F(CoreEngineProgramTest, DoesNotWaitForAClientThatTakesNoAnswers) {
   const auto engine = startEngine({"--defaults", defaults});
   // This thread never serves the port it creates here.
   const auto deaf = LocalMessagePort::create("DeafPort", [](const LocalMessagePort::Message&) { return Bytes(); });
@@ -295,7 +295,7 @@ TEST_F(CoreEngineProgram, DoesNotWaitForAClientThatTakesNoAnswers) {
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgram, TellsNoMoreKeysWhenTheClientThatCapturesThemVanishes) {
+TEST_F(CoreEngineProgramTest, TellsNoMoreKeysWhenTheClientThatCapturesThemVanishes) {
   const auto engine = startEngine();
   int keys = 0;
   auto& center = DistributedNotificationCenter::defaultCenter();
@@ -323,7 +323,7 @@ TEST_F(CoreEngineProgram, TellsNoMoreKeysWhenTheClientThatCapturesThemVanishes) 
   center.removeObserver(this);
 }
 
-TEST_F(CoreEngineProgram, LogsRequestsAndAnswersWhenAskedTo) {
+TEST_F(CoreEngineProgramTest, LogsRequestsAndAnswersWhenAskedTo) {
   const auto engine = startEngine({"--verbose"});
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
   EXPECT_TRUE(saysSoon(*engine, "request 0 (register device) of :"));

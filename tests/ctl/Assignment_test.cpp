@@ -27,7 +27,7 @@ Result<PropertyList> action(const std::vector<const char*>& words) {
   return resolvedAction(*parsed, bundle);
 }
 
-TEST(Action, BecomesAnAssignmentRecord) {
+TEST(AssignmentTest, BecomesAnAssignmentRecord) {
   const std::pair<std::vector<const char*>, PropertyList> table[] = {
       {{"1", "default"}, record(45, 43)},
       {{"27", "default"}, record(45, 232)},
@@ -66,7 +66,7 @@ TEST(Action, BecomesAnAssignmentRecord) {
   }
 }
 
-TEST(Action, IsRefusedWithTheReason) {
+TEST(AssignmentTest, IsRefusedWithTheReason) {
   struct Row {
     std::vector<const char*> words;
     ExitStatus status;

@@ -25,7 +25,7 @@ std::string complaint(const Words& words) {
   return invocation.failure().status == ExitStatus::Usage ? invocation.failure().text : "another status";
 }
 
-TEST(CommandLine, TakesOptionsAnywhere) {
+TEST(CommandLineTest, TakesOptionsAnywhere) {
   CommandLine expected;
   expected.isJson = true;
   expected.timeout = std::chrono::milliseconds(1500);
@@ -38,13 +38,13 @@ TEST(CommandLine, TakesOptionsAnywhere) {
             expected);
 }
 
-TEST(CommandLine, TakesNegativeNumbersHyphensAndWhatFollowsTwoHyphensForWords) {
+TEST(CommandLineTest, TakesNegativeNumbersHyphensAndWhatFollowsTwoHyphensForWords) {
   EXPECT_EQ(parsed({"set", "A", "-5"}).words, (Arguments{"set", "A", "-5"}));
   EXPECT_EQ(parsed({"assign", "1", "key", "-"}).words, (Arguments{"assign", "1", "key", "-"}));
   EXPECT_EQ(parsed({"profiles", "add", "--", "--json"}).words, (Arguments{"profiles", "add", "--json"}));
 }
 
-TEST(CommandLine, TellsWhatIsWrong) {
+TEST(CommandLineTest, TellsWhatIsWrong) {
   const std::pair<Words, std::string> table[] = {
       {{}, "no command; --help lists them"},
       {{"frob"}, "unknown command \"frob\"; --help lists them"},
@@ -68,7 +68,7 @@ TEST(CommandLine, TellsWhatIsWrong) {
   for (const auto& [words, expected] : table) EXPECT_EQ(complaint(words), expected);
 }
 
-TEST(CommandLine, FindsEveryCommandOfTheTableByItsName) {
+TEST(CommandLineTest, FindsEveryCommandOfTheTableByItsName) {
   std::set<std::string_view> names;
   for (const Command& command : commandTable()) {
     EXPECT_TRUE(names.insert(command.name).second) << command.name;

@@ -4,8 +4,6 @@
 
 #include <string>
 
-#include "ctl/Keys.h"
-
 namespace vorn::ctl {
 namespace {
 
@@ -14,7 +12,7 @@ int numberNamed(std::string_view word) {
   return control != nullptr ? control->number : 0;
 }
 
-TEST(ControlNames, AreNumbersIdentifiersAndNames) {
+TEST(ControlsTest, AreNumbersIdentifiersAndNames) {
   for (const Control& control : controls) {
     EXPECT_EQ(numberNamed(std::to_string(control.number)), control.number);
     EXPECT_EQ(numberNamed("id:" + std::string(control.identifier)), control.number);
@@ -26,20 +24,6 @@ TEST(ControlNames, AreNumbersIdentifiersAndNames) {
       {"-1", 0},        {"", 0},          {"id:", 0},         {"id:1", 0},      {"F5", 0},  {"99999999999999999999", 0},
   };
   for (const auto& [word, expected] : table) EXPECT_EQ(numberNamed(word), expected) << word;
-}
-
-TEST(Keys, AreFoundByNameAndUsage) {
-  const std::pair<const char*, int> table[] = {
-      {"a", 4},           {"F5", 62},         {"page-up", 75}, {"Left Shift", 225}, {"-", 45},      {"numpad--", 0},
-      {"usage:100", 100}, {"usage:231", 231}, {"usage:3", 0},  {"usage:232", 0},    {"usage:x", 0}, {"frob", 0},
-  };
-  for (const auto& [name, expected] : table) EXPECT_EQ(keyUsage(name).value_or(0), expected) << name;
-}
-
-TEST(Keys, AreModifiersWithAndWithoutASide) {
-  const std::pair<const char*, int> table[] = {{"control", 224}, {"Shift", 225},     {"alt", 226},
-                                               {"Command", 227}, {"right-alt", 230}, {"A", 0}};
-  for (const auto& [name, expected] : table) EXPECT_EQ(modifierUsage(name).value_or(0), expected) << name;
 }
 
 }  // namespace

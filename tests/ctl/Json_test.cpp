@@ -7,7 +7,7 @@
 namespace vorn::ctl {
 namespace {
 
-TEST(Json, WritesEveryKindOfValue) {
+TEST(JsonTest, WritesEveryKindOfValue) {
   const PropertyList value = PropertyList::dictionary(
       {{"a", PropertyList::array({PropertyList(), true, false, -5, ~std::uint64_t{0}, 0.25, 1e300})},
        {"b \"\\\n\t\x01\x7f", "grün"},

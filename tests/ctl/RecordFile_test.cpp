@@ -19,13 +19,13 @@ const PropertyList profile = PropertyList::dictionary({{"ProfileName", "Work"},
                                                        {"Further", 1.5}});
 const PropertyList macro = PropertyList::dictionary({{"MacroName", "Jump"}, {"delay", 20}});
 
-TEST(RecordFile, GetsItsExtensionOnce) {
+TEST(RecordFileTest, GetsItsExtensionOnce) {
   EXPECT_EQ(withExtension("a/Work", RecordKind::Profile), "a/Work.SkarnProfile");
   EXPECT_EQ(withExtension("Work.SkarnProfile", RecordKind::Profile), "Work.SkarnProfile");
   EXPECT_EQ(withExtension("Jump.SkarnProfile", RecordKind::Macro), "Jump.SkarnProfile.SkarnMacro");
 }
 
-TEST(RecordFile, IsReadAsItWasWritten) {
+TEST(RecordFileTest, IsReadAsItWasWritten) {
   const TemporaryFolder folder;
   EXPECT_FALSE(writeRecord(folder.path("file"), profile, RecordKind::Profile));
   EXPECT_EQ(*readRecord(folder.path("file"), RecordKind::Profile), profile);
@@ -33,7 +33,7 @@ TEST(RecordFile, IsReadAsItWasWritten) {
   EXPECT_EQ(*readRecord(folder.path("file"), RecordKind::Macro), macro);
 }
 
-TEST(RecordFile, ThatCannotBeWrittenIsAFileError) {
+TEST(RecordFileTest, ThatCannotBeWrittenIsAFileError) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.path("taken"));
   const Outcome failure = writeRecord(folder.path("taken"), profile, RecordKind::Profile);
@@ -43,14 +43,14 @@ TEST(RecordFile, ThatCannotBeWrittenIsAFileError) {
   EXPECT_EQ(writeRecord(folder.path("no/file"), profile, RecordKind::Profile)->status, ExitStatus::FileError);
 }
 
-TEST(RecordFile, OfARecordThatNoFileCanHoldIsRefused) {
+TEST(RecordFileTest, OfARecordThatNoFileCanHoldIsRefused) {
   const Outcome failure = writeRecord("/nowhere", PropertyList(), RecordKind::Profile);
   ASSERT_TRUE(failure);
   EXPECT_EQ(failure->status, ExitStatus::Refused);
   EXPECT_EQ(failure->text, "the record cannot be written: there is no record");
 }
 
-TEST(RecordFile, RefusesWhatIsNoRecordOfItsKind) {
+TEST(RecordFileTest, RefusesWhatIsNoRecordOfItsKind) {
   const TemporaryFolder folder;
   const auto fault = [&](const PropertyList& contents, RecordKind kind) {
     const std::string path = folder.write("file", encodeBinaryPropertyList(contents).value());
@@ -69,7 +69,7 @@ TEST(RecordFile, RefusesWhatIsNoRecordOfItsKind) {
   EXPECT_EQ(fault(macro.with("sequence", PropertyList::dictionary()), RecordKind::Macro), "");
 }
 
-TEST(RecordFile, RefusesWhatIsNoPropertyListOrNoFile) {
+TEST(RecordFileTest, RefusesWhatIsNoPropertyListOrNoFile) {
   const TemporaryFolder folder;
   const std::string fifo = folder.path("fifo");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);

@@ -8,7 +8,7 @@
 namespace vorn::ctl::test {
 namespace {
 
-TEST(ReasonOf, EveryStatusButSuccessHasWordsOfItsOwn) {
+TEST(SettingsTest, EveryStatusButSuccessHasWordsOfItsOwn) {
   EXPECT_EQ(reasonOf(ReturnStatus::Done), "");
   const auto last = static_cast<std::int32_t>(lastReturnStatus);
   std::set<std::string_view> reasons;

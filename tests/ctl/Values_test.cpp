@@ -12,7 +12,7 @@ PropertyList profile(const PropertyList& dpix, const PropertyList& red = 0.5) {
                                    {"LEDColors", PropertyList::array({PropertyList::dictionary({{"Red", red}})})}});
 }
 
-TEST(Values, AreFoundByTheirPath) {
+TEST(ValuesTest, AreFoundByTheirPath) {
   EXPECT_EQ(valueAt(profile(800), "ProfileName"), PropertyList("A"));
   EXPECT_EQ(valueAt(profile(800), "Stages/1/dpix"), PropertyList(800));
   for (const char* path : {"", "/", "Nope", "Stages/2", "Stages/-1", "Stages/x", "Stages//dpix", "ProfileName/x"}) {
@@ -20,12 +20,12 @@ TEST(Values, AreFoundByTheirPath) {
   }
 }
 
-TEST(Values, AreReplacedWhereTheyAre) {
+TEST(ValuesTest, AreReplacedWhereTheyAre) {
   EXPECT_EQ(withValueAt(profile(800), "Stages/1/dpix", 900), profile(900));
   EXPECT_EQ(withValueAt(profile(800), "LEDColors/0/Red", 0.75), profile(800, 0.75));
 }
 
-TEST(Values, KeepTheirType) {
+TEST(ValuesTest, KeepTheirType) {
   struct Row {
     const char* word;
     PropertyList present;
@@ -58,7 +58,7 @@ TEST(Values, KeepTheirType) {
   }
 }
 
-TEST(Values, AreShownAsTextOrJson) {
+TEST(ValuesTest, AreShownAsTextOrJson) {
   EXPECT_EQ(textOf("a \"b\""), "a \"b\"");
   EXPECT_EQ(textOf(5), "5");
   EXPECT_EQ(textOf(PropertyList::array({1, "b"})), R"([1,"b"])");

@@ -13,7 +13,7 @@ namespace {
 using vorn::test::FakeEngineProcess;
 using vorn::test::PropertyListFile;
 
-class Failures : public testing::Test {
+class VornCtlFailuresTest : public testing::Test {
  protected:
   static void expectFailure(const Words& words, int status, const std::string& text, const Words& environment = {}) {
     const Ended run = runVornCtl(words, environment);
@@ -30,7 +30,7 @@ class Failures : public testing::Test {
        {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}}))};
 };
 
-TEST_F(Failures, OfTheCommandLineEndWith2WithoutAnEngine) {
+TEST_F(VornCtlFailuresTest, OfTheCommandLineEndWith2WithoutAnEngine) {
   expectFailure({"status", "--frob"}, 2, "unknown option --frob");
   expectFailure({"assign", "99", "disable"}, 2, "there is no control \"99\"");
   expectFailure({"assign", "1", "macro", "1", "--repeat", "0"}, 2, "--repeat takes 1 to 10, held or toggle");
@@ -41,7 +41,7 @@ TEST_F(Failures, OfTheCommandLineEndWith2WithoutAnEngine) {
   expectFailure({"device", "charging", "full"}, 2, "device charging takes battery, charging, none or usual");
 }
 
-TEST_F(Failures, ToFindAnEngineOrABusEndWith3) {
+TEST_F(VornCtlFailuresTest, ToFindAnEngineOrABusEndWith3) {
   expectFailure({"status"}, 3, "no core engine runs in this session");
   expectFailure({"device", "state"}, 3, "no core engine with a virtual mouse runs in this session");
   const Words noBus = {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"};
@@ -52,14 +52,14 @@ TEST_F(Failures, ToFindAnEngineOrABusEndWith3) {
   }
 }
 
-TEST_F(Failures, OfAnEngineThatDoesNotAnswerEndWith4) {
+TEST_F(VornCtlFailuresTest, OfAnEngineThatDoesNotAnswerEndWith4) {
   FakeEngineProcess engine({"on 4 silent"});
   expectFailure({"profiles", "list", "--timeout", "0.05"}, 4, "the engine does not answer in time");
   ASSERT_TRUE(engine.obey("on 4 freeze"));
   expectFailure({"profiles", "list", "--timeout", "0.05"}, 4, "the engine does not answer in time");
 }
 
-TEST_F(Failures, OfAnEngineThatRefusesEndWith1) {
+TEST_F(VornCtlFailuresTest, OfAnEngineThatRefusesEndWith1) {
   FakeEngineProcess engine({"on 4 reply " + answer.path()});
   const std::pair<int, std::string> table[] = {
       {1, "the engine has no settings"},
@@ -80,7 +80,7 @@ TEST_F(Failures, OfAnEngineThatRefusesEndWith1) {
   }
 }
 
-TEST_F(Failures, OfAnEngineThatTalksNonsenseEndWith1) {
+TEST_F(VornCtlFailuresTest, OfAnEngineThatTalksNonsenseEndWith1) {
   const PropertyListFile empty(PropertyList::dictionary());
   const PropertyListFile array(PropertyList::array());
   const PropertyListFile odd(settings(PropertyList::dictionary({{"Profiles", 5}})));
@@ -95,7 +95,7 @@ TEST_F(Failures, OfAnEngineThatTalksNonsenseEndWith1) {
   }
 }
 
-TEST_F(Failures, InWhatIsNamedEndWith1Or2) {
+TEST_F(VornCtlFailuresTest, InWhatIsNamedEndWith1Or2) {
   FakeEngineProcess engine({"on 4 reply " + answer.path()});
   expectFailure({"profiles", "switch", "2"}, 1, "there is no profile \"2\"");
   expectFailure({"profiles", "switch", "0"}, 1, "there is no profile \"0\"");
@@ -108,7 +108,7 @@ TEST_F(Failures, InWhatIsNamedEndWith1Or2) {
   expectFailure({"set", "DPIX", "fast"}, 2, "\"fast\" is not a whole number");
 }
 
-TEST_F(Failures, WithFilesEndWith5) {
+TEST_F(VornCtlFailuresTest, WithFilesEndWith5) {
   const engine::test::TemporaryFolder folder;
   FakeEngineProcess engine({"on 4 reply " + answer.path()});
   expectFailure({"profiles", "import", folder.path("no")}, 5, folder.path("no") + ": No such file or directory");
@@ -119,7 +119,7 @@ TEST_F(Failures, WithFilesEndWith5) {
   EXPECT_EQ(process.waitForEnd(), 5);
 }
 
-TEST_F(Failures, AreNoneForHelpAndVersion) {
+TEST_F(VornCtlFailuresTest, AreNoneForHelpAndVersion) {
   const Ended help = runVornCtl({"--help"});
   EXPECT_EQ(help.status, 0);
   EXPECT_EQ(help.output.find("Usage: vornctl [OPTION]... COMMAND [ARGUMENT]...\n"), 0U);

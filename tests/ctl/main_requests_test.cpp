@@ -59,7 +59,7 @@ PropertyList withChanged(std::string_view group, std::string_view identifier, co
   return PropertyList::array(std::move(profiles));
 }
 
-class Requests : public testing::Test {
+class VornCtlRequestsTest : public testing::Test {
  protected:
   // Runs the command and gives the requests after the one for all settings, without the keys that all have.
   std::vector<FakeEngineProcess::Request> requestsOf(const Words& words) {
@@ -94,7 +94,7 @@ class Requests : public testing::Test {
   std::string output;
 };
 
-TEST_F(Requests, SwitchRenameAddAndCopyProfiles) {
+TEST_F(VornCtlRequestsTest, SwitchRenameAddAndCopyProfiles) {
   EXPECT_EQ(requestsOf({"profiles", "switch", "1"}), (Expected{{10, dictionary({{"ProfileID", 0}})}}));
   EXPECT_EQ(requestsOf({"profiles", "switch", "Two"}), (Expected{{10, dictionary({{"ProfileID", 1}})}}));
   EXPECT_EQ(requestsOf({"profiles", "rename", "2", "One"}), update(1, dictionary({{"ProfileName", "One(2)"}})));
@@ -111,7 +111,7 @@ TEST_F(Requests, SwitchRenameAddAndCopyProfiles) {
   EXPECT_EQ(requestsOf({"profiles", "copy", "One", "Three"}), added(profile("Three", 0)));
 }
 
-TEST_F(Requests, DeleteAProfileAndWhatPointsAtIt) {
+TEST_F(VornCtlRequestsTest, DeleteAProfileAndWhatPointsAtIt) {
   const PropertyList shorter = bundle.with("Profiles", bundle["Profiles"].removing(1));
   const PropertyListFile deleted{dictionary({{"ReturnDictionary", shorter}, {"ReturnStatus", 0}})};
   ASSERT_TRUE(engine.obey("on 9 reply " + deleted.path()));
@@ -120,14 +120,14 @@ TEST_F(Requests, DeleteAProfileAndWhatPointsAtIt) {
             (Expected{{9, dictionary({{"ProfileID", 1}})}, {7, dictionary({{"AllProfiles", cleaned}})}}));
 }
 
-TEST_F(Requests, ExportAndImportProfiles) {
+TEST_F(VornCtlRequestsTest, ExportAndImportProfiles) {
   EXPECT_EQ(requestsOf({"profiles", "export", "2", folder.path("p")}), Expected());
   EXPECT_EQ(*readRecord(folder.path("p.SkarnProfile"), RecordKind::Profile), profile("Two", 1));
   EXPECT_EQ(requestsOf({"profiles", "import", folder.path("p.SkarnProfile")}),
             (Expected{{5, dictionary({{"DeviceSettingsDictionary", profile("Two(2)", 1)}})}}));
 }
 
-TEST_F(Requests, GetAndSetValues) {
+TEST_F(VornCtlRequestsTest, GetAndSetValues) {
   EXPECT_EQ(requestsOf({"get", "DPIX"}), Expected());
   EXPECT_EQ(output, "800\n");
   EXPECT_EQ(requestsOf({"get", "ProfileName", "--profile", "1", "--json"}), Expected());
@@ -138,7 +138,7 @@ TEST_F(Requests, GetAndSetValues) {
             update(0, dictionary({{"Stages", PropertyList::array({dictionary({{"dpix", 400}, {"dpiy", 900}})})}})));
 }
 
-TEST_F(Requests, RenameDeleteExportAndImportMacros) {
+TEST_F(VornCtlRequestsTest, RenameDeleteExportAndImportMacros) {
   const auto renamed = [](int id, std::string_view name) {
     return Expected{{25, dictionary({{"MacroContents", dictionary({{"MacroName", name}, {"macroID", id}})}})}};
   };
@@ -154,7 +154,7 @@ TEST_F(Requests, RenameDeleteExportAndImportMacros) {
   EXPECT_EQ(output, "Macro 3 \"Run(2)\"\n");
 }
 
-TEST_F(Requests, ShowTheEventsOfAMacro) {
+TEST_F(VornCtlRequestsTest, ShowTheEventsOfAMacro) {
   const PropertyListFile lines(dictionary(
       {{"MacroSequences", PropertyList::array({"A pressed", "0.020 seconds delay\n"})}, {"ReturnStatus", 0}}));
   ASSERT_TRUE(engine.obey("on 27 reply " + lines.path()));
@@ -164,19 +164,19 @@ TEST_F(Requests, ShowTheEventsOfAMacro) {
   EXPECT_EQ(output, "{\"MacroName\":\"Run\",\"delay\":20,\"macroID\":1}\n");
 }
 
-TEST_F(Requests, AssignInTheActiveProfileWithItsKeymap) {
+TEST_F(VornCtlRequestsTest, AssignInTheActiveProfileWithItsKeymap) {
   EXPECT_EQ(requestsOf({"assign", "1", "key", "F5", "--with", "Shift"}),
             update(1, dictionary({{"Keys", keysGroup.with("43", record(16, 62, 2))}, {"KeymapID", 1}})));
   EXPECT_EQ(requestsOf({"assign", "wheel-up", "scroll", "down"}),
             update(1, dictionary({{"Buttons", buttonsGroup.with("06", record(19))}, {"KeymapID", 1}})));
 }
 
-TEST_F(Requests, AssignInAnotherProfileWithoutAKeymap) {
+TEST_F(VornCtlRequestsTest, AssignInAnotherProfileWithoutAKeymap) {
   EXPECT_EQ(requestsOf({"assign", "2", "macro", "Run", "--profile", "One"}),
             update(0, dictionary({{"Keys", keysGroup.with("20", record(10, 1, 1))}})));
 }
 
-TEST_F(Requests, AssignTheKeymapCycleInAllKeymaps) {
+TEST_F(VornCtlRequestsTest, AssignTheKeymapCycleInAllKeymaps) {
   const PropertyList group = keysGroup.with("20", record(50, 255));
   const PropertyList keymap = dictionary({{"Keys", group}, {"Buttons", buttonsGroup}});
   EXPECT_EQ(
@@ -184,7 +184,7 @@ TEST_F(Requests, AssignTheKeymapCycleInAllKeymaps) {
       update(1, dictionary({{"Keys", group}, {"Keymap", PropertyList::array({keymap, keymap})}, {"KeymapID", 1}})));
 }
 
-TEST_F(Requests, ListsProfilesAndMacros) {
+TEST_F(VornCtlRequestsTest, ListsProfilesAndMacros) {
   requestsOf({"profiles", "list"});
   EXPECT_EQ(output, "  1  One\n* 2  Two\n");
   requestsOf({"profiles", "list", "--json"});

@@ -14,9 +14,9 @@ namespace {
 
 using vorn::test::ChildProcess;
 
-class EngineSession : public testing::Test {
+class VornCtlSessionTest : public testing::Test {
  protected:
-  EngineSession() {
+  VornCtlSessionTest() {
     const auto isReady = [](const std::string& line) { return line.find("ready, ") != std::string::npos; };
     EXPECT_TRUE(engine.waitForLine(isReady));
   }
@@ -39,7 +39,7 @@ class EngineSession : public testing::Test {
                        "--defaults", BUILT_DEFAULTS}};
 };
 
-TEST_F(EngineSession, TellsTheStateOfEngineAndMouse) {
+TEST_F(VornCtlSessionTest, TellsTheStateOfEngineAndMouse) {
   done({"set", "DPIX", "900"});
   done({"device", "battery", "60"});
   done({"device", "charging", "charging"});
@@ -60,7 +60,7 @@ TEST_F(EngineSession, TellsTheStateOfEngineAndMouse) {
             "\n");
 }
 
-TEST_F(EngineSession, ManagesProfiles) {
+TEST_F(VornCtlSessionTest, ManagesProfiles) {
   EXPECT_EQ(outputOf({"profiles", "add", "Games"}), "Profile 2 \"Games\"\n");
   EXPECT_EQ(outputOf({"profiles", "copy", "Games"}), "Profile 3 \"Games(2)\"\n");
   done({"assign", "1", "profile", "Games(2)"});
@@ -76,7 +76,7 @@ TEST_F(EngineSession, ManagesProfiles) {
   EXPECT_EQ(outputOf({"get", "Keys", "--profile", "3"}), outputOf({"get", "Keys"}));
 }
 
-TEST_F(EngineSession, ManagesMacros) {
+TEST_F(VornCtlSessionTest, ManagesMacros) {
   const auto event = [](int command, int delay) {
     return PropertyList::dictionary({{"command", command}, {"delay", delay}, {"page", 7}, {"argument", 4}});
   };
@@ -97,7 +97,7 @@ TEST_F(EngineSession, ManagesMacros) {
             macro.with("MacroName", "Run").with("delay", 20));
 }
 
-TEST_F(EngineSession, WorksTheVirtualMouse) {
+TEST_F(VornCtlSessionTest, WorksTheVirtualMouse) {
   done({"assign", "3", "button", "2"});
   done({"device", "press", "3"});
   EXPECT_EQ(outputOf({"device", "state"}),
@@ -122,7 +122,7 @@ TEST_F(EngineSession, WorksTheVirtualMouse) {
   EXPECT_EQ(run.output, "vornctl: The mouse is not plugged in\n");
 }
 
-TEST_F(EngineSession, FollowsTheNewsUntilItIsInterrupted) {
+TEST_F(VornCtlSessionTest, FollowsTheNewsUntilItIsInterrupted) {
   for (const int number : {SIGINT, SIGTERM}) {
     ChildProcess monitor(vornctlCommandLine({"monitor", "--json"}));
     EXPECT_TRUE(prints(monitor, R"({"name":"listening","userInfo":{}})"));
@@ -139,7 +139,7 @@ TEST_F(EngineSession, FollowsTheNewsUntilItIsInterrupted) {
   }
 }
 
-TEST_F(EngineSession, TellsKeymapUpdatesWithoutTheWholeSettings) {
+TEST_F(VornCtlSessionTest, TellsKeymapUpdatesWithoutTheWholeSettings) {
   ChildProcess monitor(vornctlCommandLine({"monitor"}));
   EXPECT_TRUE(prints(monitor, "listening"));
   done({"set", "KeymapID", "3"});

@@ -73,19 +73,27 @@ class OpenMacros : public OpenWindow {
   QString recordTitle() { return find<QPushButton>("mRecordMacroDetails")->text(); }
   PropertyList macro(int row = 0) { return hub().mMacrosArray().at(row); }
 
-  // A macro with six events, recorded as a person does it.
-  void recordMacro(const QString& name) {
+  // A new macro, selected.
+  void addMacro(const QString& name) {
     click("mAddMacro");
     auto* editor = find("mMacroTableView")->findChild<QLineEdit*>();
     QVERIFY(editor != nullptr);
     QTest::keyClicks(editor, name);
     QTest::keyClick(editor, Qt::Key_Return);
     QTRY_COMPARE_WITH_TIMEOUT(names().last(), name, deadline);
+  }
+  // Begins a recording and types six events.
+  void typeMacro() {
     click("mRecordMacroDetails");
     QCOMPARE(recordTitle(), QStringLiteral("Stop"));
     QVERIFY(VirtualMouse::type(keyboardPage, keyA));
     QVERIFY(VirtualMouse::type(keyboardPage, keyB));
     QVERIFY(VirtualMouse::type(buttonPage, 2));
+  }
+  // A macro with six events, recorded as a person does it.
+  void recordMacro(const QString& name) {
+    addMacro(name);
+    typeMacro();
     // The lines are seen while it records.
     QTRY_COMPARE_WITH_TIMEOUT(lineCount(), 11, deadline);
     click("mRecordMacroDetails");
@@ -145,6 +153,28 @@ class MacrosWithEngineTest : public QObject {
     QCOMPARE(eventLines(open.lines()), (QStringList{"Key Press A", "Key Release A", "Key Press B", "Key Release B",
                                                     "Right Button down\n", "Right Button up\n"}));
     QCOMPARE(open.macro()[keys::Sequence][keys::Events].size(), std::size_t{6});
+  }
+
+  void a_stop_keeps_the_events_whose_lines_are_still_under_way() {
+    OpenMacros open;
+    QTRY_COMPARE_WITH_TIMEOUT(open.connectivity(), QStringLiteral("usb"), deadline);
+    open.addMacro(QStringLiteral("Combo"));
+    open.typeMacro();
+    QCOMPARE(open.lineCount(), 0);
+    open.click("mRecordMacroDetails");
+    QCOMPARE(open.recordTitle(), QStringLiteral("Record"));
+    const QStringList events{"Key Press A",   "Key Release A",       "Key Press B",
+                             "Key Release B", "Right Button down\n", "Right Button up\n"};
+    QCOMPARE(eventLines(open.lines()), events);
+    QCOMPARE(open.macro()[keys::Sequence][keys::Events].size(), std::size_t{6});
+    // News come in their order: the batches are in when this has come.
+    const QString battery = open.battery();
+    QVERIFY(VirtualMouse::setBattery(5));
+    QTRY_VERIFY_WITH_TIMEOUT(open.battery() != battery, deadline);
+    QCOMPARE(open.macro()[keys::Sequence][keys::Events].size(), std::size_t{6});
+    open.find<QTableView>("mMacroTableView")->clearSelection();
+    open.find<QTableView>("mMacroTableView")->selectRow(0);
+    QCOMPARE(eventLines(open.lines()), events);
   }
 
   void another_tab_ends_a_recording_and_keeps_it() {

@@ -13,7 +13,7 @@
 using namespace skarn;
 using namespace skarn::test;
 
-class LightingColorsTest : public QObject {
+class MouseLightingControllerColorsTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -259,5 +259,5 @@ class LightingColorsTest : public QObject {
   }
 };
 
-SKARN_QTEST(LightingColorsTest)
+SKARN_QTEST(MouseLightingControllerColorsTest)
 #include "MouseLightingController_colors_test.moc"

@@ -23,7 +23,7 @@ const std::initializer_list<const char*> inertControls = {
 
 }  // namespace
 
-class LightingTest : public QObject {
+class MouseLightingControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -280,12 +280,25 @@ class LightingTest : public QObject {
     COMPARE_CALLS(fixture.owner.take(), {});
   }
 
-  void withoutADelegateNothingHappens() {
+  void withoutADelegateTheControlsMoveAndTheSettingsStay() {
     LightingTab fixture;
+    auto& list = fixture.control<QComboBox>("mProfileListPopUp");
+    const PropertyList before = fixture.tab.mLightingDict();
     fixture.tab.setMLightingDelegate(nullptr);
     QTest::keyClick(&fixture.slider(), Qt::Key_Home);
     QTest::mouseClick(&fixture.cell(4), Qt::LeftButton, {}, QPoint(8, fixture.cell(4).height() / 2));
-    QTest::keyClick(&fixture.control<QComboBox>("mProfileListPopUp"), Qt::Key_Down);
+    QTest::keyClick(&list, Qt::Key_Down);
+    QCOMPARE(fixture.slider().value(), 1);
+    QCOMPARE(fixture.selectedCells(), std::vector<int>{4});
+    QCOMPARE(list.currentIndex(), 2);
+    QVERIFY(fixture.tab.mLightingDict() == before);
+    QVERIFY(fixture.tab.mAllProfiles() == profiles());
+    // The next redraw shows what is stored, and nothing is sent late.
+    fixture.tab.setMLightingDelegate(&fixture.owner);
+    fixture.tab.updateUISettings();
+    QCOMPARE(fixture.slider().value(), 3);
+    QCOMPARE(fixture.selectedCells(), std::vector<int>{0});
+    QCOMPARE(list.currentIndex(), 1);
     COMPARE_CALLS(fixture.owner.take(), {});
   }
 
@@ -360,5 +373,5 @@ class LightingTest : public QObject {
   }
 };
 
-SKARN_QTEST(LightingTest)
+SKARN_QTEST(MouseLightingControllerTest)
 #include "MouseLightingController_test.moc"

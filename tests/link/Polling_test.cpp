@@ -21,25 +21,25 @@ Outcome pollFor(int appearsInSleep, int polls) {
   return outcome;
 }
 
-TEST(Polling, WithoutSuccessSleepsItsFullCount) {
+TEST(PollingTest, WithoutSuccessSleepsItsFullCount) {
   EXPECT_EQ(maximumPolls, 601);
   EXPECT_EQ(pollFor(-1, maximumPolls), (Outcome{false, 601}));
 }
 
-TEST(Polling, DoesNotSleepForWhatIsThere) {
+TEST(PollingTest, DoesNotSleepForWhatIsThere) {
   EXPECT_EQ(pollFor(0, maximumPolls), (Outcome{true, 0}));
 }
 
-TEST(Polling, EndsWithTheSleepInWhichItAppears) {
+TEST(PollingTest, EndsWithTheSleepInWhichItAppears) {
   EXPECT_EQ(pollFor(1, maximumPolls), (Outcome{true, 1}));
   EXPECT_EQ(pollFor(600, maximumPolls), (Outcome{true, 600}));
 }
 
-TEST(Polling, StillFindsWhatCameDuringTheLastSleep) {
+TEST(PollingTest, StillFindsWhatCameDuringTheLastSleep) {
   EXPECT_EQ(pollFor(601, maximumPolls), (Outcome{true, 601}));
 }
 
-TEST(Polling, ZeroTimesNeverSleeps) {
+TEST(PollingTest, ZeroTimesNeverSleeps) {
   EXPECT_EQ(pollFor(-1, 0), (Outcome{false, 0}));
 }
 

@@ -50,7 +50,7 @@ class EnginePort {
   test::LoopThread mThread;
 };
 
-class EngineLinkOnABus : public testing::Test {
+class PortEngineLinkTest : public testing::Test {
  protected:
   // Answers as an engine does; what the reply port gave back.
   static Bytes answer(const Bytes& data, std::int32_t messageID = 4) {
@@ -66,7 +66,7 @@ class EngineLinkOnABus : public testing::Test {
   PortEngineLink mLink;
 };
 
-TEST_F(EngineLinkOnABus, SendsNothingAndTellsNothingWithoutAnEngine) {
+TEST_F(PortEngineLinkTest, SendsNothingAndTellsNothingWithoutAnEngine) {
   ASSERT_TRUE(mLink.createLocalPort());
   EXPECT_FALSE(mLink.isEngineAvailable());
   EXPECT_EQ(mLink.send(PropertyList::dictionary({{"ProductID", 273}}), MessageID::GetAllSettings), -50);
@@ -74,7 +74,7 @@ TEST_F(EngineLinkOnABus, SendsNothingAndTellsNothingWithoutAnEngine) {
   EXPECT_TRUE(mLink.reply().isNone());
 }
 
-TEST_F(EngineLinkOnABus, SendsEveryRequestWholeAndIgnoresWhatSendReturns) {
+TEST_F(PortEngineLinkTest, SendsEveryRequestWholeAndIgnoresWhatSendReturns) {
   EnginePort engine;
   ASSERT_TRUE(mLink.createLocalPort());
   EXPECT_TRUE(mLink.isEngineAvailable());
@@ -88,13 +88,13 @@ TEST_F(EngineLinkOnABus, SendsEveryRequestWholeAndIgnoresWhatSendReturns) {
   EXPECT_FALSE(mLink.waitForReply(shortPolls, 1ms));
 }
 
-TEST_F(EngineLinkOnABus, DoesNotSendWhatCannotBeSerialised) {
+TEST_F(PortEngineLinkTest, DoesNotSendWhatCannotBeSerialised) {
   EnginePort engine;
   EXPECT_EQ(mLink.send(PropertyList(), MessageID::GetAllSettings), -50);
   EXPECT_EQ(engine.received(), std::vector<Received>());
 }
 
-TEST_F(EngineLinkOnABus, LooksTheEngineUpAnewForEveryRequestFromAnyThread) {
+TEST_F(PortEngineLinkTest, LooksTheEngineUpAnewForEveryRequestFromAnyThread) {
   const PropertyList request = PropertyList::dictionary({{"ProductID", 0}});
   EXPECT_EQ(mLink.send(request, MessageID::QueryFirmwareVersion), -50);
   for (int round = 0; round < 2; ++round) {
@@ -109,7 +109,7 @@ TEST_F(EngineLinkOnABus, LooksTheEngineUpAnewForEveryRequestFromAnyThread) {
   EXPECT_FALSE(mLink.isEngineAvailable());
 }
 
-TEST_F(EngineLinkOnABus, KeepsAnAnswerThatNobodyWaitsForUntilTheNextWait) {
+TEST_F(PortEngineLinkTest, KeepsAnAnswerThatNobodyWaitsForUntilTheNextWait) {
   ASSERT_TRUE(mLink.createLocalPort());
   const PropertyList settings = PropertyList::dictionary({{"AllDevSettings", PropertyList::dictionary()}});
   EXPECT_EQ(answer(encoded(settings)), encoded(settings));
@@ -121,7 +121,7 @@ TEST_F(EngineLinkOnABus, KeepsAnAnswerThatNobodyWaitsForUntilTheNextWait) {
   EXPECT_FALSE(mLink.waitForReply(shortPolls, 1ms));
 }
 
-TEST_F(EngineLinkOnABus, KeepsTheSecondOfTwoAnswers) {
+TEST_F(PortEngineLinkTest, KeepsTheSecondOfTwoAnswers) {
   ASSERT_TRUE(mLink.createLocalPort());
   answer(encoded(PropertyList::dictionary({{"ReturnStatus", 1}})));
   answer(encoded(PropertyList::dictionary({{"ReturnStatus", 0}})), 99);
@@ -129,7 +129,7 @@ TEST_F(EngineLinkOnABus, KeepsTheSecondOfTwoAnswers) {
   EXPECT_EQ(mLink.reply(), PropertyList::dictionary({{"ReturnStatus", 0}}));
 }
 
-TEST_F(EngineLinkOnABus, LeavesTheSlotAloneForAnAnswerWithoutData) {
+TEST_F(PortEngineLinkTest, LeavesTheSlotAloneForAnAnswerWithoutData) {
   ASSERT_TRUE(mLink.createLocalPort());
   EXPECT_EQ(answer({}), Bytes());
   EXPECT_TRUE(mLink.reply().isNone());
@@ -138,7 +138,7 @@ TEST_F(EngineLinkOnABus, LeavesTheSlotAloneForAnAnswerWithoutData) {
   EXPECT_EQ(mLink.reply(), PropertyList::dictionary({{"ReturnStatus", 5}}));
 }
 
-TEST_F(EngineLinkOnABus, StoresAnEmptyDictionaryForDataThatIsNone) {
+TEST_F(PortEngineLinkTest, StoresAnEmptyDictionaryForDataThatIsNone) {
   ASSERT_TRUE(mLink.createLocalPort());
   answer(encoded(PropertyList::dictionary({{"ReturnStatus", 5}})));
   const Bytes garbage{'g', 'a', 'r', 'b', 'l', 'e'};
@@ -150,7 +150,7 @@ TEST_F(EngineLinkOnABus, StoresAnEmptyDictionaryForDataThatIsNone) {
   EXPECT_EQ(mLink.reply(), PropertyList::dictionary());
 }
 
-TEST_F(EngineLinkOnABus, HasOneReplyPortPerName) {
+TEST_F(PortEngineLinkTest, HasOneReplyPortPerName) {
   ASSERT_TRUE(mLink.createLocalPort());
   EXPECT_TRUE(mLink.createLocalPort());
   PortEngineLink second;
@@ -163,7 +163,7 @@ TEST_F(EngineLinkOnABus, HasOneReplyPortPerName) {
   EXPECT_TRUE(other.reply().isNone());
 }
 
-TEST_F(EngineLinkOnABus, GivesItsReplyPortUpWhenItGoes) {
+TEST_F(PortEngineLinkTest, GivesItsReplyPortUpWhenItGoes) {
   {
     PortEngineLink link("ShortLived");
     ASSERT_TRUE(link.createLocalPort());
@@ -172,7 +172,7 @@ TEST_F(EngineLinkOnABus, GivesItsReplyPortUpWhenItGoes) {
   EXPECT_FALSE(RemoteMessagePort::lookUp("ShortLived"));
 }
 
-TEST_F(EngineLinkOnABus, TracesRequestsAndAnswers) {
+TEST_F(PortEngineLinkTest, TracesRequestsAndAnswers) {
   struct Line {
     std::string direction;
     std::int32_t messageID = 0;
@@ -191,7 +191,7 @@ TEST_F(EngineLinkOnABus, TracesRequestsAndAnswers) {
   EXPECT_EQ(lines, (std::vector<Line>{{"request", 32, request}, {"answer", 32, reply}}));
 }
 
-TEST_F(EngineLinkOnABus, OutlivesItsBusAndHearsAnswersAgainOnANewOne) {
+TEST_F(PortEngineLinkTest, OutlivesItsBusAndHearsAnswersAgainOnANewOne) {
   ASSERT_TRUE(mLink.createLocalPort());
   mBus.end();
   EXPECT_FALSE(mLink.isEngineAvailable());

@@ -14,14 +14,14 @@ PropertyList numbered(int number) {
   return PropertyList::dictionary({{"number", number}});
 }
 
-TEST(ReplySlot, IsEmptyAtFirst) {
+TEST(ReplySlotTest, IsEmptyAtFirst) {
   ReplySlot slot;
   EXPECT_TRUE(slot.peek().isNone());
   EXPECT_FALSE(slot.wait(3, 1ms));
   EXPECT_FALSE(slot.wait(0, 1h));
 }
 
-TEST(ReplySlot, KeepsOnlyTheNewerOfTwoAnswersUntilItIsEmptied) {
+TEST(ReplySlotTest, KeepsOnlyTheNewerOfTwoAnswersUntilItIsEmptied) {
   ReplySlot slot;
   slot.store(numbered(1));
   slot.store(numbered(2));
@@ -31,14 +31,14 @@ TEST(ReplySlot, KeepsOnlyTheNewerOfTwoAnswersUntilItIsEmptied) {
   EXPECT_TRUE(slot.peek().isNone());
 }
 
-TEST(ReplySlot, EndsTheWaitAtOnceForAnAnswerThatIsThere) {
+TEST(ReplySlotTest, EndsTheWaitAtOnceForAnAnswerThatIsThere) {
   ReplySlot slot;
   slot.store(PropertyList::dictionary());
   EXPECT_TRUE(slot.wait(1, 24h));
   EXPECT_EQ(slot.peek(), PropertyList::dictionary());
 }
 
-TEST(ReplySlot, EndsTheSleepOfAPollWhenAnAnswerComes) {
+TEST(ReplySlotTest, EndsTheSleepOfAPollWhenAnAnswerComes) {
   ReplySlot slot;
   std::promise<void> waiting;
   std::jthread other([&] {
@@ -50,7 +50,7 @@ TEST(ReplySlot, EndsTheSleepOfAPollWhenAnAnswerComes) {
   EXPECT_EQ(slot.peek(), numbered(1));
 }
 
-TEST(ReplySlot, LosesAndTearsNothingBetweenAStoringAndAWaitingThread) {
+TEST(ReplySlotTest, LosesAndTearsNothingBetweenAStoringAndAWaitingThread) {
   constexpr int rounds = 1000;
   ReplySlot request;
   ReplySlot answer;
@@ -70,7 +70,7 @@ TEST(ReplySlot, LosesAndTearsNothingBetweenAStoringAndAWaitingThread) {
   }
 }
 
-TEST(ReplySlot, GivesWholeAnswersWhileManyThreadsStoreEmptyAndRead) {
+TEST(ReplySlotTest, GivesWholeAnswersWhileManyThreadsStoreEmptyAndRead) {
   constexpr int rounds = 1000;
   ReplySlot slot;
   std::vector<std::jthread> threads;

@@ -63,7 +63,7 @@ QStringList validDetails(MacrosFixture& fixture) {
 
 }  // namespace
 
-class MacrosMenusTest : public QObject {
+class MacroMenusTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -309,5 +309,5 @@ class MacrosMenusTest : public QObject {
   }
 };
 
-SKARN_QTEST(MacrosMenusTest)
+SKARN_QTEST(MacroMenusTest)
 #include "MacroMenus_test.moc"

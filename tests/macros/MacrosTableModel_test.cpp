@@ -71,7 +71,7 @@ QStringList textsOf(const QAbstractItemModel& model) {
 
 Q_DECLARE_METATYPE(vorn::PropertyList)
 
-class MacroTablesTest : public QObject {
+class MacrosTableModelTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -332,5 +332,5 @@ class MacroTablesTest : public QObject {
   }
 };
 
-SKARN_QTEST(MacroTablesTest)
+SKARN_QTEST(MacrosTableModelTest)
 #include "MacrosTableModel_test.moc"

@@ -43,7 +43,7 @@ QMessageBox* alertOf(MacrosFixture& fixture) {
 
 }  // namespace
 
-class MacrosListTest : public QObject {
+class MouseMacrosControllerListTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -554,5 +554,5 @@ class MacrosListTest : public QObject {
   }
 };
 
-SKARN_QTEST(MacrosListTest)
+SKARN_QTEST(MouseMacrosControllerListTest)
 #include "MouseMacrosController_list_test.moc"

@@ -16,7 +16,7 @@ const QStringList whileRecording{"mMacroDetailsTableView", "mRecordMacroDetails"
 
 Q_DECLARE_METATYPE(std::function<void(MacrosFixture&)>)
 
-class MacrosRecordingTest : public QObject {
+class MouseMacrosControllerRecordingTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -387,5 +387,5 @@ class MacrosRecordingTest : public QObject {
   }
 };
 
-SKARN_QTEST(MacrosRecordingTest)
+SKARN_QTEST(MouseMacrosControllerRecordingTest)
 #include "MouseMacrosController_recording_test.moc"

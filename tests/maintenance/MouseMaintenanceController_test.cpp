@@ -102,7 +102,7 @@ void addSliderRows() {
 
 }  // namespace
 
-class MaintenanceTest : public QObject {
+class MouseMaintenanceControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -293,6 +293,12 @@ class MaintenanceTest : public QObject {
                                       .with(keys::BatteryCriticalLevel, 5)
                                       .with(keys::BrightnessBattery, 4);
     fixture.tab.setMDefaultDict(defaults);
+    fixture.tab.setMMaintenanceSettingsDict(deviceSettings()
+                                                .with(keys::BrightnessBattery, 4)
+                                                .with(keys::PowerSaver, 1)
+                                                .with(keys::BatteryCriticalLevel, 5));
+    fixture.tab.updateUISettings();
+    QCOMPARE(fixture.positions(), (std::vector<int>{4, 1, 5}));
     QTest::keyClick(&fixture.button("mRestoreSettings"), Qt::Key_Space);
     QTest::keyClick(fixture.alert(), Qt::Key_Return);
     QVERIFY(fixture.owner.take() == (Updates{defaults.with(keys::ProfileName, "Work")
@@ -408,5 +414,5 @@ class MaintenanceTest : public QObject {
   }
 };
 
-SKARN_QTEST(MaintenanceTest)
+SKARN_QTEST(MouseMaintenanceControllerTest)
 #include "MouseMaintenanceController_test.moc"

@@ -5,14 +5,14 @@
 namespace vorn {
 namespace {
 
-TEST(ApplicationBundle, IsNamedByItsEndingInAnyCase) {
+TEST(ApplicationBundleTest, IsNamedByItsEndingInAnyCase) {
   for (const char* path : {"Editor.app", "/Applications/Editor.APP", "/a/Text Editor.App", "/a/Éditeur.aPP", "a.app/",
                            "/a/Editor.app//"}) {
     EXPECT_TRUE(hasBundleName(path)) << path;
   }
 }
 
-TEST(ApplicationBundle, IsNothingElse) {
+TEST(ApplicationBundleTest, IsNothingElse) {
   for (const char* path : {"", "/", "app", "/app", "Editor.apps", "Editor.app.desktop", "/Editor.app/Contents",
                            "Editor.aqp", "Editor-app", "editor.desktop"}) {
     EXPECT_FALSE(hasBundleName(path)) << path;

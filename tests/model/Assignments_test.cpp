@@ -9,14 +9,14 @@
 namespace vorn {
 namespace {
 
-TEST(Assignments, OfTheFactoryLetEveryKeySendItself) {
+TEST(AssignmentsTest, OfTheFactoryLetEveryKeySendItself) {
   for (const std::string_view key : keys::keyIdentifiers) {
     EXPECT_EQ(factoryAssignment(key),
               PropertyList::dictionary({{"command", 45}, {"param1", std::stoi(std::string(key))}, {"param2", 0}}));
   }
 }
 
-TEST(Assignments, OfTheFactoryLetTheWheelDoWhatItIsCalled) {
+TEST(AssignmentsTest, OfTheFactoryLetTheWheelDoWhatItIsCalled) {
   const auto plain = [](int command) {
     return PropertyList::dictionary({{"command", command}, {"param1", 0}, {"param2", 0}});
   };
@@ -25,20 +25,20 @@ TEST(Assignments, OfTheFactoryLetTheWheelDoWhatItIsCalled) {
   EXPECT_EQ(factoryAssignment("07"), plain(19));
 }
 
-TEST(Assignments, OfTheFactoryDisableWhatIsNoControl) {
+TEST(AssignmentsTest, OfTheFactoryDisableWhatIsNoControl) {
   for (const std::string_view other : {"99", "3", "", "043", "x"}) {
     EXPECT_EQ(commandOf(factoryAssignment(other)), AssignmentCommand::Disable) << other;
   }
 }
 
-TEST(Assignments, CarryNumbersOrTextsAsParameters) {
+TEST(AssignmentsTest, CarryNumbersOrTextsAsParameters) {
   EXPECT_EQ(assignmentRecord(AssignmentCommand::LaunchProgram, "/usr/bin/editor", ""),
             PropertyList::dictionary({{"command", 46}, {"param1", "/usr/bin/editor"}, {"param2", ""}}));
   EXPECT_EQ(assignmentRecord(AssignmentCommand::Macro, 4, repeatUntilReleased),
             PropertyList::dictionary({{"command", 10}, {"param1", 4}, {"param2", 255}}));
 }
 
-TEST(Assignments, WithoutACommandHaveTheCommandZero) {
+TEST(AssignmentsTest, WithoutACommandHaveTheCommandZero) {
   EXPECT_EQ(static_cast<int>(commandOf(PropertyList())), 0);
   EXPECT_EQ(static_cast<int>(commandOf(PropertyList::dictionary({{"command", PropertyList::array()}}))), 0);
 }

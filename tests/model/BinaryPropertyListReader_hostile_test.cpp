@@ -32,7 +32,7 @@ void expectHarmless(const Bytes& bytes) {
   ASSERT_EQ(decodeBinaryPropertyList(*again), *value);
 }
 
-TEST(HostileBinaryList, TruncatedAnywhereDecodesToNothing) {
+TEST(BinaryPropertyListReaderHostileTest, TruncatedAnywhereDecodesToNothing) {
   const Bytes whole = encodeBinaryPropertyList(test::sampleOfAllKinds()).value();
   for (std::size_t size = 0; size < whole.size(); ++size) {
     // In memory of its own, so that a read beyond it is seen.
@@ -42,7 +42,7 @@ TEST(HostileBinaryList, TruncatedAnywhereDecodesToNothing) {
   }
 }
 
-TEST(HostileBinaryList, WithAnyOneByteChangedIsHarmless) {
+TEST(BinaryPropertyListReaderHostileTest, WithAnyOneByteChangedIsHarmless) {
   const Bytes whole = encodeBinaryPropertyList(test::sampleOfAllKinds()).value();
   for (std::size_t place = 0; place < whole.size(); ++place) {
     Bytes changed = whole;
@@ -53,7 +53,7 @@ TEST(HostileBinaryList, WithAnyOneByteChangedIsHarmless) {
   }
 }
 
-TEST(HostileBinaryList, WithoutItsMagicOrOfAnotherVersionIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WithoutItsMagicOrOfAnotherVersionIsRefused) {
   Bytes bytes = singleObject(object(0x09));
   for (std::size_t place = 0; place < 8; ++place) {
     Bytes changed = bytes;
@@ -64,7 +64,7 @@ TEST(HostileBinaryList, WithoutItsMagicOrOfAnotherVersionIsRefused) {
 }
 
 // Changes of the trailer's 32 bytes, each with its reason.
-TEST(HostileBinaryList, WithAWrongTrailerIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WithAWrongTrailerIsRefused) {
   const auto changed = [](std::size_t place, std::uint64_t number, std::size_t width) {
     Bytes bytes = singleObject(object(0x09));
     Bytes digits;
@@ -87,7 +87,7 @@ TEST(HostileBinaryList, WithAWrongTrailerIsRefused) {
   EXPECT_EQ(changed(24, ~std::uint64_t{0}, 8), "the offset table lies outside the property list");
 }
 
-TEST(HostileBinaryList, WithAnObjectOfAnUnsupportedKindIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WithAnObjectOfAnUnsupportedKindIsRefused) {
   EXPECT_EQ(errorOf(singleObject({0x00})), "null objects are not supported");
   EXPECT_EQ(errorOf(singleObject({0x0F})), "an object is of an unknown kind");
   EXPECT_EQ(errorOf(singleObject({0x70})), "an object is of an unknown kind");
@@ -97,7 +97,7 @@ TEST(HostileBinaryList, WithAnObjectOfAnUnsupportedKindIsRefused) {
             "sets are not supported");
 }
 
-TEST(HostileBinaryList, WithAScalarOutOfRangeIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WithAScalarOutOfRangeIsRefused) {
   Bytes wide(17, 0);
   wide[0] = 0x14;
   wide[8] = 1;
@@ -112,7 +112,7 @@ TEST(HostileBinaryList, WithAScalarOutOfRangeIsRefused) {
   EXPECT_EQ(errorOf(singleObject(object(0x52, "a\x80"))), "an ASCII string holds other bytes");
 }
 
-TEST(HostileBinaryList, WithAnObjectBeyondTheObjectsIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WithAnObjectBeyondTheObjectsIsRefused) {
   for (const int marker : {0x10, 0x11, 0x12, 0x13, 0x14, 0x22, 0x23, 0x33, 0x41, 0x51, 0x61, 0x80, 0xA1, 0xD1}) {
     EXPECT_EQ(errorOf(singleObject({static_cast<std::uint8_t>(marker)})), "an object reaches beyond the objects")
         << marker;
@@ -123,7 +123,7 @@ TEST(HostileBinaryList, WithAnObjectBeyondTheObjectsIsRefused) {
             "an object lies outside the property list");
 }
 
-TEST(HostileBinaryList, WithAGiantCountIsRefusedBeforeMemoryIsTaken) {
+TEST(BinaryPropertyListReaderHostileTest, WithAGiantCountIsRefusedBeforeMemoryIsTaken) {
   for (const int kind : {0x40, 0x50, 0x60, 0xA0, 0xD0}) {
     const auto marker = static_cast<std::uint8_t>(kind | 0x0F);
     EXPECT_EQ(errorOf(singleObject({marker, 0x12, 0xFF, 0xFF, 0xFF, 0xFF})), "an object reaches beyond the objects");
@@ -133,7 +133,7 @@ TEST(HostileBinaryList, WithAGiantCountIsRefusedBeforeMemoryIsTaken) {
   }
 }
 
-TEST(HostileBinaryList, WithALengthThatIsNoIntegerIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WithALengthThatIsNoIntegerIsRefused) {
   EXPECT_EQ(errorOf(singleObject({0x5F})), "a length is no integer");
   EXPECT_EQ(errorOf(singleObject({0x5F, 0x10})), "a length is no integer");
   EXPECT_EQ(errorOf(singleObject({0x5F, 0x13, 0, 0})), "a length is no integer");
@@ -142,7 +142,7 @@ TEST(HostileBinaryList, WithALengthThatIsNoIntegerIsRefused) {
             "a length is no integer");
 }
 
-TEST(HostileBinaryList, WithAKeyThatIsNoStringIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WithAKeyThatIsNoStringIsRefused) {
   const std::vector<Bytes> keys = {object(0x09), object(0x10, "\x05"), object(0x41, "k"), object(0xA0), object(0xD0)};
   for (const Bytes& key : keys) {
     EXPECT_EQ(errorOf(RawBinaryList{{container(0xD1, {1, 2}), key, object(0x09)}}.build()), "a key is no string");
@@ -153,7 +153,7 @@ TEST(HostileBinaryList, WithAKeyThatIsNoStringIsRefused) {
   EXPECT_EQ(errorOf(RawBinaryList{{container(0xD1, {0, 1}), object(0x09)}}.build()), "a key is no string");
 }
 
-TEST(HostileBinaryList, ThatNamesAnObjectThatDoesNotExistIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, ThatNamesAnObjectThatDoesNotExistIsRefused) {
   EXPECT_EQ(errorOf(RawBinaryList{{container(0xA1, {1})}}.build()), "a reference names an object that does not exist");
   EXPECT_EQ(errorOf(RawBinaryList{{container(0xD1, {9, 1}), object(0x09)}}.build()),
             "a reference names an object that does not exist");
@@ -162,7 +162,7 @@ TEST(HostileBinaryList, ThatNamesAnObjectThatDoesNotExistIsRefused) {
   EXPECT_EQ(errorOf(wide.build()), "a reference names an object that does not exist");
 }
 
-TEST(HostileBinaryList, ThatHoldsItselfIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, ThatHoldsItselfIsRefused) {
   EXPECT_EQ(errorOf(RawBinaryList{{container(0xA1, {0})}}.build()), "a container holds itself");
   EXPECT_EQ(errorOf(RawBinaryList{{container(0xD1, {1, 0}), object(0x51, "k")}}.build()), "a container holds itself");
   EXPECT_EQ(
@@ -181,13 +181,13 @@ Bytes nestedArrays(std::size_t levels) {
   return list.build();
 }
 
-TEST(HostileBinaryList, IsTakenUpToTheGreatestDepthOnly) {
+TEST(BinaryPropertyListReaderHostileTest, IsTakenUpToTheGreatestDepthOnly) {
   EXPECT_TRUE(decodeBinaryPropertyList(nestedArrays(maximumDepth)));
   EXPECT_EQ(errorOf(nestedArrays(maximumDepth + 1)), "the property list is nested too deeply");
   EXPECT_EQ(errorOf(nestedArrays(200000)), "the property list is nested too deeply");
 }
 
-TEST(HostileBinaryList, ThatReachesADepthByASharedPartIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, ThatReachesADepthByASharedPartIsRefused) {
   // The lower half is read first, at a small depth, and is met again at the bottom of the upper half.
   RawBinaryList list;
   list.referenceWidth = 2;
@@ -198,7 +198,7 @@ TEST(HostileBinaryList, ThatReachesADepthByASharedPartIsRefused) {
   EXPECT_EQ(errorOf(list.build()), "the property list is nested too deeply");
 }
 
-TEST(HostileBinaryList, ThatExpandsTooFarIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, ThatExpandsTooFarIsRefused) {
   // Object i holds object i + 1 twice.
   RawBinaryList list;
   for (std::uint64_t i = 0; i < 60; ++i) list.objects.push_back(container(0xA2, {i + 1, i + 1}));
@@ -207,7 +207,7 @@ TEST(HostileBinaryList, ThatExpandsTooFarIsRefused) {
   EXPECT_EQ(errorOf(list.build()), "the property list expands to too many elements");
 }
 
-TEST(HostileBinaryList, ThatExpandsModeratelyIsTaken) {
+TEST(BinaryPropertyListReaderHostileTest, ThatExpandsModeratelyIsTaken) {
   RawBinaryList list;
   for (std::uint64_t i = 0; i < 20; ++i) list.objects.push_back(container(0xA2, {i + 1, i + 1}));
   list.objects.push_back(object(0x09));
@@ -233,18 +233,18 @@ Bytes overlapping(std::uint8_t kind, std::size_t payload) {
   return list.finish(std::move(bytes), offsets);
 }
 
-TEST(HostileBinaryList, WhoseObjectsOverlapTooMuchIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, WhoseObjectsOverlapTooMuchIsRefused) {
   EXPECT_EQ(errorOf(overlapping(0x40, 4000000)), "the strings and data overlap too much");
   EXPECT_EQ(errorOf(overlapping(0xA0, 1000000)), "the property list expands to too many elements");
 }
 
-TEST(HostileBinaryList, OfMoreThanTheGreatestSizeIsRefused) {
+TEST(BinaryPropertyListReaderHostileTest, OfMoreThanTheGreatestSizeIsRefused) {
   Bytes bytes = test::bytesOf("bplist00");
   bytes.resize(maximumSize + 1);
   EXPECT_EQ(errorOf(bytes), "the property list is too large");
 }
 
-TEST(HostileBinaryList, HoldsALongStringOnce) {
+TEST(BinaryPropertyListReaderHostileTest, HoldsALongStringOnce) {
   RawBinaryList list;
   Bytes text{0x5F, 0x12};
   appendNumber(text, 8000000, 4);

@@ -21,7 +21,7 @@ std::string text(std::string_view literal) {
   return std::string(literal);
 }
 
-TEST(BinaryDecoding, ReadsEveryWidthOfAnInteger) {
+TEST(BinaryPropertyListReaderTest, ReadsEveryWidthOfAnInteger) {
   const std::vector<std::pair<Bytes, PropertyList>> table = {
       {{0x10, 255}, 255},
       {{0x11, 255, 254}, 65534},
@@ -34,12 +34,12 @@ TEST(BinaryDecoding, ReadsEveryWidthOfAnInteger) {
   for (const auto& [bytes, value] : table) EXPECT_EQ(decodeBinaryPropertyList(singleObject(bytes)), value);
 }
 
-TEST(BinaryDecoding, ReadsRealsOfFourAndEightBytes) {
+TEST(BinaryPropertyListReaderTest, ReadsRealsOfFourAndEightBytes) {
   EXPECT_EQ(decodeBinaryPropertyList(singleObject({0x22, 0x3F, 0xC0, 0, 0})), PropertyList(1.5));
   EXPECT_EQ(decodeBinaryPropertyList(singleObject({0x23, 0xBF, 0xF8, 0, 0, 0, 0, 0, 0})), PropertyList(-1.5));
 }
 
-TEST(BinaryDecoding, ReadsTheOtherScalars) {
+TEST(BinaryPropertyListReaderTest, ReadsTheOtherScalars) {
   EXPECT_EQ(decodeBinaryPropertyList(singleObject({0x08})), PropertyList(false));
   EXPECT_EQ(decodeBinaryPropertyList(singleObject({0x09})), PropertyList(true));
   EXPECT_EQ(decodeBinaryPropertyList(singleObject({0x33, 0x40, 0x24, 0, 0, 0, 0, 0, 0})),
@@ -51,7 +51,7 @@ TEST(BinaryDecoding, ReadsTheOtherScalars) {
   EXPECT_EQ(decodeBinaryPropertyList(singleObject(wide)), PropertyList(PropertyList::Uid{4}));
 }
 
-TEST(BinaryDecoding, ReadsUtf16AndReplacesLoneSurrogates) {
+TEST(BinaryPropertyListReaderTest, ReadsUtf16AndReplacesLoneSurrogates) {
   const auto decoded = [](std::uint8_t marker, std::string_view units) {
     return decodeBinaryPropertyList(singleObject(object(marker, units)));
   };
@@ -64,7 +64,7 @@ TEST(BinaryDecoding, ReadsUtf16AndReplacesLoneSurrogates) {
   EXPECT_EQ(decoded(0x62, {"\xDE\0\xD8\x3D", 4}), PropertyList("\uFFFD\uFFFD"));
 }
 
-TEST(BinaryDecoding, ReadsLengthsOfEveryIntegerWidth) {
+TEST(BinaryPropertyListReaderTest, ReadsLengthsOfEveryIntegerWidth) {
   const std::string letters(20, 'x');
   for (const std::string& length :
        {text("\x10\x14"), text({"\x11\0\x14", 3}), text({"\x12\0\0\0\x14", 5}), text({"\x13\0\0\0\0\0\0\0\x14", 9})}) {
@@ -74,7 +74,7 @@ TEST(BinaryDecoding, ReadsLengthsOfEveryIntegerWidth) {
   EXPECT_EQ(decodeBinaryPropertyList(singleObject(object(0x5F, "\x10\x01z"))), PropertyList("z"));
 }
 
-TEST(BinaryDecoding, ReadsEveryWidthOfReferencesAndOffsets) {
+TEST(BinaryPropertyListReaderTest, ReadsEveryWidthOfReferencesAndOffsets) {
   const PropertyList expected = PropertyList::dictionary({{"k", PropertyList::array({1, "k"})}});
   for (std::size_t referenceWidth = 1; referenceWidth <= 8; ++referenceWidth) {
     for (std::size_t offsetWidth = 1; offsetWidth <= 8; ++offsetWidth) {
@@ -87,7 +87,7 @@ TEST(BinaryDecoding, ReadsEveryWidthOfReferencesAndOffsets) {
   }
 }
 
-TEST(BinaryDecoding, StartsAtTheTopObject) {
+TEST(BinaryPropertyListReaderTest, StartsAtTheTopObject) {
   RawBinaryList list{{object(0x51, "a"), container(0xA2, {0, 2}), object(0x08)}};
   list.top = 1;
   EXPECT_EQ(decodeBinaryPropertyList(list.build()), PropertyList::array({"a", false}));
@@ -95,13 +95,13 @@ TEST(BinaryDecoding, StartsAtTheTopObject) {
   EXPECT_EQ(decodeBinaryPropertyList(list.build()), PropertyList(false));
 }
 
-TEST(BinaryDecoding, ReadsKeysInAnyOrder) {
+TEST(BinaryPropertyListReaderTest, ReadsKeysInAnyOrder) {
   const RawBinaryList list{{container(0xD3, {1, 2, 3, 4, 5, 6}), object(0x51, "c"), object(0x51, "a"),
                             object(0x51, "b"), object(0x10, "\x03"), object(0x10, "\x01"), object(0x10, "\x02")}};
   EXPECT_EQ(decodeBinaryPropertyList(list.build()), PropertyList::dictionary({{"a", 1}, {"b", 2}, {"c", 3}}));
 }
 
-TEST(BinaryDecoding, KeepsTheLastValueOfAKeyThatComesTwice) {
+TEST(BinaryPropertyListReaderTest, KeepsTheLastValueOfAKeyThatComesTwice) {
   // Once by the same reference and once by another string object of the same content; the value that is dropped is
   // a container whose parts are needed again.
   const RawBinaryList list{{container(0xD3, {1, 1, 2, 3, 4, 5}), object(0x51, "k"), object(0x51, "k"),
@@ -112,13 +112,13 @@ TEST(BinaryDecoding, KeepsTheLastValueOfAKeyThatComesTwice) {
             PropertyList::dictionary({{"k", PropertyList::array({inner, PropertyList::array({inner})})}}));
 }
 
-TEST(BinaryDecoding, TakesAnyKindOfStringAsAKey) {
+TEST(BinaryPropertyListReaderTest, TakesAnyKindOfStringAsAKey) {
   const RawBinaryList list{
       {container(0xD2, {1, 2, 3, 3}), object(0x50), object(0x61, text({"\0\xE9", 2})), object(0x09)}};
   EXPECT_EQ(decodeBinaryPropertyList(list.build()), PropertyList::dictionary({{"", true}, {"\u00e9", true}}));
 }
 
-TEST(BinaryDecoding, SharesAnObjectThatIsReferredToTwice) {
+TEST(BinaryPropertyListReaderTest, SharesAnObjectThatIsReferredToTwice) {
   const RawBinaryList list{{container(0xA2, {1, 1}), container(0xA1, {2}), object(0x54, "text")}};
   const std::optional<PropertyList> value = decodeBinaryPropertyList(list.build());
   ASSERT_TRUE(value);
@@ -126,7 +126,7 @@ TEST(BinaryDecoding, SharesAnObjectThatIsReferredToTwice) {
   EXPECT_EQ(value->at(0).elements().data(), value->at(1).elements().data());
 }
 
-TEST(BinaryDecoding, AllowsObjectsThatOverlapHarmlessly) {
+TEST(BinaryPropertyListReaderTest, AllowsObjectsThatOverlapHarmlessly) {
   // The string lies within the data.
   Bytes bytes = test::bytesOf("bplist00");
   const std::size_t start = bytes.size();
@@ -136,12 +136,12 @@ TEST(BinaryDecoding, AllowsObjectsThatOverlapHarmlessly) {
   EXPECT_EQ(decodeBinaryPropertyList(list), PropertyList::array({data, "z"}));
 }
 
-TEST(BinaryDecoding, IgnoresObjectsThatNothingRefersTo) {
+TEST(BinaryPropertyListReaderTest, IgnoresObjectsThatNothingRefersTo) {
   const RawBinaryList list{{container(0xA1, {1}), object(0x09), object(0x77), object(0xC1, "\x00")}};
   EXPECT_EQ(decodeBinaryPropertyList(list.build()), PropertyList::array({true}));
 }
 
-TEST(BinaryDecoding, ReadsManyRecordsOfManyShapes) {
+TEST(BinaryPropertyListReaderTest, ReadsManyRecordsOfManyShapes) {
   std::vector<PropertyList> records;
   for (int i = 0; i < 3000; ++i) {
     PropertyList record = PropertyList::dictionary({{"id", i}});
@@ -154,7 +154,7 @@ TEST(BinaryDecoding, ReadsManyRecordsOfManyShapes) {
   EXPECT_EQ(decodeBinaryPropertyList(*bytes), value);
 }
 
-TEST(BinaryDecoding, KeepsPartsAliveAfterTheWholeHasGone) {
+TEST(BinaryPropertyListReaderTest, KeepsPartsAliveAfterTheWholeHasGone) {
   const std::optional<Bytes> bytes = encodeBinaryPropertyList(test::sampleOfAllKinds());
   ASSERT_TRUE(bytes);
   PropertyList part = decodeBinaryPropertyList(*bytes).value_or(PropertyList())["array"];
@@ -163,7 +163,7 @@ TEST(BinaryDecoding, KeepsPartsAliveAfterTheWholeHasGone) {
   EXPECT_EQ(part.at(6), test::sampleOfAllKinds()["unicode"]);
 }
 
-TEST(BinaryDecoding, LetsPartsOutliveTheirListsInAnyOrderOnAnyThread) {
+TEST(BinaryPropertyListReaderTest, LetsPartsOutliveTheirListsInAnyOrderOnAnyThread) {
   const PropertyList bundle = test::standardBundle();
   const Bytes bytes = encodeBinaryPropertyList(bundle).value();
   std::vector<PropertyList> kept(40);

@@ -32,7 +32,7 @@ std::string errorOfEncoding(const PropertyList& value) {
   return error;
 }
 
-TEST(BinaryEncoding, OfASmallDictionaryIsKnownByteByByte) {
+TEST(BinaryPropertyListWriterTest, OfASmallDictionaryIsKnownByteByByte) {
   const PropertyList value = PropertyList::dictionary({{"a", 1}, {"b", PropertyList::array({true, "a"})}});
   const Bytes expected = RawBinaryList{
       {container(0xD2, {1, 2, 3, 4}), object(0x51, "a"), object(0x51, "b"), object(0x10, "\x01"),
@@ -41,11 +41,11 @@ TEST(BinaryEncoding, OfASmallDictionaryIsKnownByteByByte) {
   EXPECT_EQ(encodeBinaryPropertyList(value), expected);
 }
 
-TEST(BinaryEncoding, OfAnEmptyDictionaryIsTheSmallestList) {
+TEST(BinaryPropertyListWriterTest, OfAnEmptyDictionaryIsTheSmallestList) {
   EXPECT_EQ(encodeBinaryPropertyList(PropertyList::dictionary()), test::singleObject(object(0xD0)));
 }
 
-TEST(BinaryEncoding, WritesIntegersInTheirSmallestWidth) {
+TEST(BinaryPropertyListWriterTest, WritesIntegersInTheirSmallestWidth) {
   const std::vector<std::pair<PropertyList, Bytes>> table = {
       {0, {0x10, 0}},
       {255, {0x10, 255}},
@@ -60,7 +60,7 @@ TEST(BinaryEncoding, WritesIntegersInTheirSmallestWidth) {
   for (const auto& [value, expected] : table) EXPECT_EQ(encodedObject(value), expected) << value.description();
 }
 
-TEST(BinaryEncoding, WritesTheOtherScalars) {
+TEST(BinaryPropertyListWriterTest, WritesTheOtherScalars) {
   EXPECT_EQ(encodedObject(true), Bytes{0x09});
   EXPECT_EQ(encodedObject(false), Bytes{0x08});
   EXPECT_EQ(encodedObject(1.5), (Bytes{0x23, 0x3F, 0xF8, 0, 0, 0, 0, 0, 0}));
@@ -71,7 +71,7 @@ TEST(BinaryEncoding, WritesTheOtherScalars) {
   EXPECT_EQ(encodedObject(PropertyList::data(Bytes{1, 2})), (Bytes{0x42, 1, 2}));
 }
 
-TEST(BinaryEncoding, WritesTextsAsAsciiOrUtf16) {
+TEST(BinaryPropertyListWriterTest, WritesTextsAsAsciiOrUtf16) {
   EXPECT_EQ(encodedObject(""), Bytes{0x50});
   EXPECT_EQ(encodedObject("fourteen chars"), object(0x5E, "fourteen chars"));
   EXPECT_EQ(encodedObject("fifteen letters"), object(0x5F,
@@ -82,7 +82,7 @@ TEST(BinaryEncoding, WritesTextsAsAsciiOrUtf16) {
   EXPECT_EQ(encodedObject(std::string(300, 'x')), object(0x5F, text({"\x11\x01\x2C", 3}) + std::string(300, 'x')));
 }
 
-TEST(BinaryEncoding, ReplacesBytesThatAreNoUtf8) {
+TEST(BinaryPropertyListWriterTest, ReplacesBytesThatAreNoUtf8) {
   const std::string replacement = "\xFF\xFD";
   EXPECT_EQ(encodedObject("\xFF"), object(0x61, replacement));
   EXPECT_EQ(encodedObject("\xC0\x80"), object(0x62, replacement + replacement));
@@ -91,7 +91,7 @@ TEST(BinaryEncoding, ReplacesBytesThatAreNoUtf8) {
   EXPECT_EQ(encodedObject("\xF4\x90\x80\x80"), object(0x64, replacement + replacement + replacement + replacement));
 }
 
-TEST(BinaryEncoding, WritesEqualScalarsAndTextsOnce) {
+TEST(BinaryPropertyListWriterTest, WritesEqualScalarsAndTextsOnce) {
   const PropertyList twice = PropertyList::array(
       {7, 7, 100000, 100000, "text", "text", 2.5, 2.5, PropertyList::data(Bytes{1}), PropertyList::data(Bytes{1})});
   const Bytes expected = RawBinaryList{
@@ -101,7 +101,7 @@ TEST(BinaryEncoding, WritesEqualScalarsAndTextsOnce) {
   EXPECT_EQ(encodeBinaryPropertyList(twice), expected);
 }
 
-TEST(BinaryEncoding, KeepsEqualNumbersOfOtherTypesApart) {
+TEST(BinaryPropertyListWriterTest, KeepsEqualNumbersOfOtherTypesApart) {
   const PropertyList mixed = PropertyList::array(
       {1, true, 1.0, PropertyList::Date{1.0}, PropertyList::Uid{1}, "1", PropertyList::data(Bytes{'1'}), 0.0, -0.0});
   const std::optional<Bytes> bytes = encodeBinaryPropertyList(mixed);
@@ -113,14 +113,14 @@ TEST(BinaryEncoding, KeepsEqualNumbersOfOtherTypesApart) {
   EXPECT_FALSE(std::signbit(decoded->at(7).toDouble()));
 }
 
-TEST(BinaryEncoding, WritesASharedContainerOnce) {
+TEST(BinaryPropertyListWriterTest, WritesASharedContainerOnce) {
   const PropertyList shared = PropertyList::array({1});
   const Bytes expected = RawBinaryList{{container(0xA2, {1, 1}), container(0xA1, {2}), object(0x10, "\x01")}}.build();
   EXPECT_EQ(encodeBinaryPropertyList(PropertyList::array({shared, shared})), expected);
 }
 
 // 255 and 256 objects, and the sizes at which an offset no longer fits into one and two bytes.
-TEST(BinaryEncoding, GrowsReferencesAndOffsetsWithTheList) {
+TEST(BinaryPropertyListWriterTest, GrowsReferencesAndOffsetsWithTheList) {
   for (const int count : {100, 253, 254, 255, 256, 300, 65533, 65534, 65535, 65536, 70000}) {
     std::vector<PropertyList> elements;
     for (int i = 0; i < count; ++i) elements.emplace_back(i);
@@ -133,7 +133,7 @@ TEST(BinaryEncoding, GrowsReferencesAndOffsetsWithTheList) {
   }
 }
 
-TEST(BinaryEncoding, OfWhatWasDecodedIsTheSame) {
+TEST(BinaryPropertyListWriterTest, OfWhatWasDecodedIsTheSame) {
   for (const PropertyList& value : {test::sampleOfAllKinds(), test::standardBundle()}) {
     const std::optional<Bytes> bytes = encodeBinaryPropertyList(value);
     ASSERT_TRUE(bytes);
@@ -144,7 +144,7 @@ TEST(BinaryEncoding, OfWhatWasDecodedIsTheSame) {
   }
 }
 
-TEST(BinaryEncoding, RefusesAMissingValue) {
+TEST(BinaryPropertyListWriterTest, RefusesAMissingValue) {
   EXPECT_EQ(errorOfEncoding(PropertyList()), "the value holds nothing where a value is needed");
   EXPECT_EQ(errorOfEncoding(PropertyList::array({1, PropertyList()})),
             "the value holds nothing where a value is needed");
@@ -152,7 +152,7 @@ TEST(BinaryEncoding, RefusesAMissingValue) {
             "the value holds nothing where a value is needed");
 }
 
-TEST(BinaryEncoding, RefusesADateThatIsNotFinite) {
+TEST(BinaryPropertyListWriterTest, RefusesADateThatIsNotFinite) {
   EXPECT_EQ(errorOfEncoding(PropertyList::Date{std::numeric_limits<double>::infinity()}), "a date is not finite");
   EXPECT_EQ(errorOfEncoding(PropertyList::Date{std::numeric_limits<double>::quiet_NaN()}), "a date is not finite");
 }
@@ -163,7 +163,7 @@ PropertyList nested(std::size_t levels) {
   return value;
 }
 
-TEST(BinaryEncoding, TakesTheGreatestDepthAndRefusesOneLevelMore) {
+TEST(BinaryPropertyListWriterTest, TakesTheGreatestDepthAndRefusesOneLevelMore) {
   const std::optional<Bytes> bytes = encodeBinaryPropertyList(nested(maximumDepth));
   ASSERT_TRUE(bytes);
   EXPECT_EQ(decodeBinaryPropertyList(*bytes), nested(maximumDepth));
@@ -171,20 +171,20 @@ TEST(BinaryEncoding, TakesTheGreatestDepthAndRefusesOneLevelMore) {
   EXPECT_EQ(errorOfEncoding(nested(200000)), "the value is nested too deeply");
 }
 
-TEST(BinaryEncoding, RefusesADepthThatOnlyASharedPartReaches) {
+TEST(BinaryPropertyListWriterTest, RefusesADepthThatOnlyASharedPartReaches) {
   const PropertyList shared = nested(300);
   PropertyList deep = shared;
   for (int i = 0; i < 250; ++i) deep = PropertyList::array({deep});
   EXPECT_EQ(errorOfEncoding(PropertyList::array({shared, deep})), "the value is nested too deeply");
 }
 
-TEST(BinaryEncoding, RefusesSharedPartsThatExpandTooFar) {
+TEST(BinaryPropertyListWriterTest, RefusesSharedPartsThatExpandTooFar) {
   PropertyList value = PropertyList::array({1, 2, 3, 4});
   for (int i = 0; i < 100; ++i) value = PropertyList::array({value, value});
   EXPECT_EQ(errorOfEncoding(value), "the value expands to too many elements");
 }
 
-TEST(BinaryEncoding, RefusesMoreThanTheGreatestSize) {
+TEST(BinaryPropertyListWriterTest, RefusesMoreThanTheGreatestSize) {
   const PropertyList half = PropertyList::data(Bytes(maximumSize / 2, 1));
   const PropertyList other = PropertyList::data(Bytes(maximumSize / 2, 2));
   EXPECT_TRUE(encodeBinaryPropertyList(PropertyList::array({half, half})));

@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-TEST(Controls, AreNumberedInTheirOrderAndNamedOnce) {
+TEST(ControlsTest, AreNumberedInTheirOrderAndNamedOnce) {
   std::set<std::string_view> identifiers;
   std::set<std::string_view> names;
   int number = 0;
@@ -22,13 +22,13 @@ TEST(Controls, AreNumberedInTheirOrderAndNamedOnce) {
   EXPECT_EQ(names.size(), controls.size());
 }
 
-TEST(Controls, OfTheWheelAreButtonsAndAllOthersKeys) {
+TEST(ControlsTest, OfTheWheelAreButtonsAndAllOthersKeys) {
   for (const Control& control : controls) {
     EXPECT_EQ(control.group, control.family == ControlFamily::Wheel ? "Buttons" : "Keys") << control.number;
   }
 }
 
-TEST(Controls, FillTheTwoGroupsInTheirOrder) {
+TEST(ControlsTest, FillTheTwoGroupsInTheirOrder) {
   EXPECT_EQ(
       std::vector(keys::keyIdentifiers.begin(), keys::keyIdentifiers.end()),
       (std::vector<std::string_view>{"43", "20", "26", "8",   "21", "57",  "4",  "22",  "7",  "9",   "225", "29",
@@ -37,14 +37,14 @@ TEST(Controls, FillTheTwoGroupsInTheirOrder) {
             (std::vector<std::string_view>{"03", "06", "07"}));
 }
 
-TEST(Controls, ThatSendAKeyAreNamedLikeIt) {
+TEST(ControlsTest, ThatSendAKeyAreNamedLikeIt) {
   for (const Control& control : controls) {
     const bool isKey = control.group == keys::Keys && !control.isDiagonal();
     EXPECT_EQ(isKey ? control.name : "", isKey ? hid::keyName(control.code()) : "") << control.number;
   }
 }
 
-TEST(Controls, BetweenTwoArrowsHoldBoth) {
+TEST(ControlsTest, BetweenTwoArrowsHoldBoth) {
   // Going round the direction pad, every other control lies between its two neighbours.
   const std::size_t first = 19;
   for (std::size_t place = 0; place < 8; ++place) {
@@ -59,18 +59,18 @@ TEST(Controls, BetweenTwoArrowsHoldBoth) {
   }
 }
 
-TEST(Controls, AreFoundByIdentifierOnly) {
+TEST(ControlsTest, AreFoundByIdentifierOnly) {
   for (const Control& control : controls) EXPECT_EQ(controlOf(control.identifier), &control);
   for (const std::string_view other : {"", "3", "043", "1", "99", "Tab", "keymap"}) {
     EXPECT_EQ(controlOf(other), nullptr) << other;
   }
 }
 
-TEST(Controls, AreNoDiagonalsByAnArrowOrAnyOtherNumber) {
+TEST(ControlsTest, AreNoDiagonalsByAnArrowOrAnyOtherNumber) {
   for (const std::int64_t code : {0, 79, 82, 231, 236, -232}) EXPECT_EQ(diagonalOf(code), nullptr) << code;
 }
 
-TEST(Controls, ThatTurnTheWheelAreTwo) {
+TEST(ControlsTest, ThatTurnTheWheelAreTwo) {
   std::vector<int> numbers;
   for (const Control& control : controls) {
     if (isWheelTurn(control.identifier)) numbers.push_back(control.number);
@@ -78,7 +78,7 @@ TEST(Controls, ThatTurnTheWheelAreTwo) {
   EXPECT_EQ(numbers, (std::vector{18, 19}));
 }
 
-TEST(Controls, ShareNoNameWithTheFixedKeys) {
+TEST(ControlsTest, ShareNoNameWithTheFixedKeys) {
   for (const std::string_view key : fixedKeys) EXPECT_EQ(controlOf(key), nullptr) << key;
 }
 

@@ -11,7 +11,7 @@ DesktopEntry read(const std::string& lines) {
   return DesktopEntry::read("[Desktop Entry]\n" + lines).value();
 }
 
-TEST(DesktopEntry, ReadsItsOwnGroupOnlyAndTheFirstOfTwoValues) {
+TEST(DesktopEntryTest, ReadsItsOwnGroupOnlyAndTheFirstOfTwoValues) {
   const auto entry = DesktopEntry::read(
       "# Name=comment\r\nName=before\n[Other]\nName=other\n[Desktop Entry]\r\n Name = right \r\nName=second\nno pair\n"
       "=no key\n[Desktop Action new]\nName=action\nIcon=wrong\n");
@@ -21,11 +21,11 @@ TEST(DesktopEntry, ReadsItsOwnGroupOnlyAndTheFirstOfTwoValues) {
   EXPECT_EQ(entry->text("Icon"), "");
 }
 
-TEST(DesktopEntry, TakesOffItsEscapes) {
+TEST(DesktopEntryTest, TakesOffItsEscapes) {
   EXPECT_EQ(read(R"(Name=a\sb\nc\td\re\\f\qg\)").text("Name"), "a b\nc\td\re\\f\\qg\\");
 }
 
-TEST(DesktopEntry, TakesTheMostExactTextOfALocale) {
+TEST(DesktopEntryTest, TakesTheMostExactTextOfALocale) {
   const std::string names =
       "Name=any\nName[sr]=language\nName[sr@latin]=script\nName[sr_RS]=country\nName[sr_RS@latin]=all\n";
   const auto name = [](const std::string& lines, const char* locale) {
@@ -44,11 +44,11 @@ TEST(DesktopEntry, TakesTheMostExactTextOfALocale) {
   }
 }
 
-TEST(DesktopEntry, KeepsAnEmptyTextOfALocale) {
+TEST(DesktopEntryTest, KeepsAnEmptyTextOfALocale) {
   EXPECT_EQ(read("Name=any\nName[de]=\n").localizedText("Name", "de"), "");
 }
 
-TEST(DesktopEntry, SeparatesItsLists) {
+TEST(DesktopEntryTest, SeparatesItsLists) {
   EXPECT_EQ(read("OnlyShowIn=One;Two;").list("OnlyShowIn"), (Texts{"One", "Two"}));
   EXPECT_EQ(read("OnlyShowIn=One;Two").list("OnlyShowIn"), (Texts{"One", "Two"}));
   EXPECT_EQ(read(R"(OnlyShowIn=a\;b;c\sd\\;)").list("OnlyShowIn"), (Texts{"a;b", "c d\\"}));
@@ -56,14 +56,14 @@ TEST(DesktopEntry, SeparatesItsLists) {
   EXPECT_EQ(read("").list("OnlyShowIn"), Texts());
 }
 
-TEST(DesktopEntry, IsTrueOnlyWhenItSaysSo) {
+TEST(DesktopEntryTest, IsTrueOnlyWhenItSaysSo) {
   EXPECT_TRUE(read("NoDisplay=true").isTrue("NoDisplay"));
   for (const char* value : {"false", "1", "TRUE", "", "true;"}) {
     EXPECT_FALSE(read("NoDisplay=" + std::string(value)).isTrue("NoDisplay")) << value;
   }
 }
 
-TEST(DesktopEntry, GivesTheCommandOfExec) {
+TEST(DesktopEntryTest, GivesTheCommandOfExec) {
   EXPECT_EQ(read(R"(Exec="/opt/My Editor/run" --new %F)").command("/apps/a.desktop"),
             (Texts{"/opt/My Editor/run", "--new"}));
   EXPECT_EQ(read("Exec=editor %k").command("/apps/a.desktop"), (Texts{"editor", "/apps/a.desktop"}));
@@ -71,7 +71,7 @@ TEST(DesktopEntry, GivesTheCommandOfExec) {
   EXPECT_EQ(read("Name=a").command("/apps/a.desktop"), std::nullopt);
 }
 
-TEST(DesktopEntry, SurvivesAnyBytes) {
+TEST(DesktopEntryTest, SurvivesAnyBytes) {
   EXPECT_EQ(DesktopEntry::read(std::string_view("[Desktop Entry]\nName=a\0", 23)), std::nullopt);
   EXPECT_FALSE(DesktopEntry::read("")->contains("Name"));
   EXPECT_FALSE(DesktopEntry::read("[Desktop Entry")->contains("Name"));

@@ -33,7 +33,7 @@ PropertyList macro(Events events) {
   return PropertyList::dictionary({{"MacroName", "m"}, {"sequence", sequence}});
 }
 
-TEST(MacroEvents, ArePressesAndReleasesOfKeysAndButtons) {
+TEST(MacroEventsTest, ArePressesAndReleasesOfKeysAndButtons) {
   for (const auto& [page, first, last] : {std::tuple(7, 4, 231), std::tuple(9, 1, 9)}) {
     for (const int command : {0, 1}) {
       EXPECT_TRUE(isMacroEvent(macroEvent(command, 0, page, first)));
@@ -45,7 +45,7 @@ TEST(MacroEvents, ArePressesAndReleasesOfKeysAndButtons) {
   EXPECT_TRUE(isMacroEvent(keyPress(4).with("comment", "aim")));
 }
 
-TEST(MacroEvents, AreNothingElse) {
+TEST(MacroEventsTest, AreNothingElse) {
   const std::vector<PropertyList> others = {
       macroEvent(2, 0, 7, 4),
       macroEvent(-1, 0, 7, 4),
@@ -71,7 +71,7 @@ TEST(MacroEvents, AreNothingElse) {
   for (const PropertyList& other : others) EXPECT_FALSE(isMacroEvent(other)) << other.description();
 }
 
-TEST(MacroEvents, AreReadFromWhateverStandsInARecord) {
+TEST(MacroEventsTest, AreReadFromWhateverStandsInARecord) {
   EXPECT_EQ(macroEvents(macro(threeEvents())), PropertyList::array(threeEvents()));
   EXPECT_EQ(macroEvents(macro({keyPress(4), 7, macroEvent(2, 0, 7, 4), keyRelease(4)})),
             PropertyList::array({keyPress(4), keyRelease(4)}));
@@ -82,7 +82,7 @@ TEST(MacroEvents, AreReadFromWhateverStandsInARecord) {
   }
 }
 
-TEST(MacroEvents, WaitAtMostAThousandSeconds) {
+TEST(MacroEventsTest, WaitAtMostAThousandSeconds) {
   for (const PropertyList& delay : {PropertyList(0), PropertyList(999'999)}) EXPECT_TRUE(isMacroDelay(delay));
   for (const PropertyList& delay :
        {PropertyList(), PropertyList(-1), PropertyList(1'000'000), PropertyList(1.0), PropertyList("20"),

@@ -58,7 +58,7 @@ Lines documentedSettings() {
   return rows;
 }
 
-TEST(ProfileKeys, AreOnceInTheReferenceOfTheFileFormats) {
+TEST(ProfileKeysTest, AreOnceInTheReferenceOfTheFileFormats) {
   Lines expected;
   for (const ProfileKey& setting : profileKeys) {
     expected.push_back("| \"" + std::string(setting.key) + "\" | " + typeNames.at(setting.type) + " | " +
@@ -68,7 +68,7 @@ TEST(ProfileKeys, AreOnceInTheReferenceOfTheFileFormats) {
   EXPECT_EQ(documentedSettings(), expected);
 }
 
-TEST(ProfileKeys, StandInTheTableOnce) {
+TEST(ProfileKeysTest, StandInTheTableOnce) {
   std::set<std::string_view> names;
   for (const ProfileKey& setting : profileKeys) names.insert(setting.key);
   EXPECT_EQ(names.size(), profileKeys.size());
@@ -134,7 +134,7 @@ const std::map<std::string, Editor> editors = {
     {"mFLashScrollWheelSlider", {keys::BatteryCriticalLevel, {1, 5}, "five levels: 5, 10, 15, 20, 25 percent"}},
 };
 
-TEST(ProfileKeys, HaveTheRangesOfTheirSliders) {
+TEST(ProfileKeysTest, HaveTheRangesOfTheirSliders) {
   std::set<std::string> found;
   for (const Slider& slider : slidersOfAllLayouts()) {
     EXPECT_TRUE(found.insert(slider.name).second) << slider.name << " is in two layouts";

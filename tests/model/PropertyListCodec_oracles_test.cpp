@@ -95,7 +95,7 @@ class Oracle : public testing::Test {
   std::filesystem::path mFolder;
 };
 
-class PythonOracle : public Oracle {
+class PropertyListCodecPythonTest : public Oracle {
  protected:
   void SetUp() override {
     if (::access("/usr/bin/python3", X_OK) != 0) GTEST_SKIP() << "/usr/bin/python3 is not installed";
@@ -150,7 +150,7 @@ PropertyList manyValues() {
        {"unicode", "z\u00e9\u20ac\U0001F600\u0301 \"<&>'"}});
 }
 
-TEST_F(PythonOracle, ReadsWhatWeWrite) {
+TEST_F(PropertyListCodecPythonTest, ReadsWhatWeWrite) {
   for (const PropertyList& value : {manyValues(), test::standardBundle()}) {
     EXPECT_EQ(described(encodeBinaryPropertyList(value).value()), notation(value));
   }
@@ -158,21 +158,21 @@ TEST_F(PythonOracle, ReadsWhatWeWrite) {
   EXPECT_EQ(described(encodeBinaryPropertyList(sample).value()), notation(sample));
 }
 
-TEST_F(PythonOracle, WritesTheSameBytesAsWe) {
+TEST_F(PropertyListCodecPythonTest, WritesTheSameBytesAsWe) {
   for (const PropertyList& value :
        {test::sampleOfAllKinds(), test::standardBundle(), test::bundleWithMacros(400), PropertyList::dictionary()}) {
     EXPECT_TRUE(written(value, "binary") == encodeBinaryPropertyList(value)) << value.description(200);
   }
 }
 
-TEST_F(PythonOracle, WritesBinaryListsThatWeRead) {
+TEST_F(PropertyListCodecPythonTest, WritesBinaryListsThatWeRead) {
   for (const PropertyList& value : {manyValues(), test::sampleOfAllKinds()}) {
     std::string error;
     EXPECT_EQ(decodeBinaryPropertyList(written(value, "binary"), &error), value) << error;
   }
 }
 
-TEST_F(PythonOracle, WritesXmlListsThatWeRead) {
+TEST_F(PropertyListCodecPythonTest, WritesXmlListsThatWeRead) {
   std::string error;
   EXPECT_EQ(decodeXmlPropertyList(written(manyValues(), "xml"), &error), manyValues()) << error;
   EXPECT_EQ(decodeXmlPropertyList(written(test::standardBundle(), "xml"), &error), test::standardBundle()) << error;
@@ -213,7 +213,7 @@ PropertyList randomValue(std::mt19937_64& random, int levels) {
   }
 }
 
-TEST_F(PythonOracle, AgreesOnRandomValuesBothWays) {
+TEST_F(PropertyListCodecPythonTest, AgreesOnRandomValuesBothWays) {
   std::mt19937_64 random(273);
   for (int round = 0; round < 12; ++round) {
     std::vector<PropertyList> elements(50);
@@ -226,7 +226,7 @@ TEST_F(PythonOracle, AgreesOnRandomValuesBothWays) {
   }
 }
 
-class PlistutilOracle : public Oracle {
+class PropertyListCodecPlistutilTest : public Oracle {
  protected:
   void SetUp() override {
     if (::access("/usr/bin/plistutil", X_OK) != 0) GTEST_SKIP() << "/usr/bin/plistutil is not installed";
@@ -244,7 +244,7 @@ PropertyList valuesForPlistutil() {
   return manyValues().without("dates").with("reals", PropertyList::array({0.0, 0.5, -1.5, 1024.25}));
 }
 
-TEST_F(PlistutilOracle, ReadsWhatWeWriteAndWritesXmlThatWeRead) {
+TEST_F(PropertyListCodecPlistutilTest, ReadsWhatWeWriteAndWritesXmlThatWeRead) {
   for (const PropertyList& value : {valuesForPlistutil(), test::standardBundle()}) {
     std::string error;
     const std::optional<PropertyList> back =
@@ -253,7 +253,7 @@ TEST_F(PlistutilOracle, ReadsWhatWeWriteAndWritesXmlThatWeRead) {
   }
 }
 
-TEST_F(PlistutilOracle, WritesBinaryListsThatWeRead) {
+TEST_F(PropertyListCodecPlistutilTest, WritesBinaryListsThatWeRead) {
   for (const PropertyList& value : {valuesForPlistutil(), test::standardBundle()}) {
     const Bytes xml = converted(encodeBinaryPropertyList(value).value(), "xml");
     std::string error;

@@ -21,36 +21,36 @@ std::string errorOf(std::string_view text) {
   return error;
 }
 
-TEST(PropertyListFormat, IsToldByTheFirstBytes) {
+TEST(PropertyListCodecTest, IsToldByTheFirstBytes) {
   const Bytes binary = encodeBinaryPropertyList(test::sampleOfAllKinds()).value();
   EXPECT_EQ(decodePropertyList(binary), test::sampleOfAllKinds());
   EXPECT_EQ(decodePropertyList(bytesOf("<true/>")), PropertyList(true));
   EXPECT_EQ(decodePropertyList(bytesOf(" \r\n\t<true/>")), PropertyList(true));
 }
 
-TEST(PropertyListFormat, OfTheOlderTextFormIsRefusedClearly) {
+TEST(PropertyListCodecTest, OfTheOlderTextFormIsRefusedClearly) {
   const std::string refusal = "neither a binary nor an XML property list; the older text format is not supported";
   for (const char* text : {"{ a = 1; }", "( 1, 2 )", "\"text\"", "// comment\n{}", "word", "a = b;"}) {
     EXPECT_EQ(errorOf(text), refusal) << text;
   }
 }
 
-TEST(PropertyListFormat, OfAnotherBinaryVersionIsRefusedClearly) {
+TEST(PropertyListCodecTest, OfAnotherBinaryVersionIsRefusedClearly) {
   EXPECT_EQ(errorOf("bplist15 and so on"), "this version of the binary property-list format is not supported");
   EXPECT_EQ(errorOf("bplist"), "this version of the binary property-list format is not supported");
 }
 
-TEST(PropertyListFormat, OfNothingIsRefusedClearly) {
+TEST(PropertyListCodecTest, OfNothingIsRefusedClearly) {
   EXPECT_EQ(errorOf(""), "there are no bytes");
 }
 
-class PropertyListFile : public testing::Test {
+class PropertyListCodecFileTest : public testing::Test {
  protected:
-  PropertyListFile() {
+  PropertyListCodecFileTest() {
     std::string pattern = (std::filesystem::temp_directory_path() / "skarn-files-XXXXXX").string();
     mFolder = ::mkdtemp(pattern.data());
   }
-  ~PropertyListFile() override { std::filesystem::remove_all(mFolder); }
+  ~PropertyListCodecFileTest() override { std::filesystem::remove_all(mFolder); }
 
   std::string path(const std::string& name) const { return (mFolder / name).string(); }
 
@@ -71,38 +71,38 @@ class PropertyListFile : public testing::Test {
   std::filesystem::path mFolder;
 };
 
-TEST_F(PropertyListFile, IsReadInEitherFormat) {
+TEST_F(PropertyListCodecFileTest, IsReadInEitherFormat) {
   const std::string binary = write("binary.plist", encodeBinaryPropertyList(test::sampleOfAllKinds()).value());
   EXPECT_EQ(readPropertyListFile(binary), test::sampleOfAllKinds());
   EXPECT_EQ(readPropertyListFile(write("xml.plist", bytesOf("<plist><integer>5</integer></plist>"))), PropertyList(5));
 }
 
-TEST_F(PropertyListFile, ThatDoesNotExistIsAnError) {
+TEST_F(PropertyListCodecFileTest, ThatDoesNotExistIsAnError) {
   EXPECT_EQ(errorOfReading("missing.plist"), "No such file or directory");
 }
 
-TEST_F(PropertyListFile, ThatIsAFolderIsAnError) {
+TEST_F(PropertyListCodecFileTest, ThatIsAFolderIsAnError) {
   std::filesystem::create_directory(path("folder.plist"));
   EXPECT_EQ(errorOfReading("folder.plist"), "not a regular file");
 }
 
-TEST_F(PropertyListFile, ThatIsAPipeIsAnErrorAndNotWaitedFor) {
+TEST_F(PropertyListCodecFileTest, ThatIsAPipeIsAnErrorAndNotWaitedFor) {
   ASSERT_EQ(::mkfifo(path("pipe.plist").c_str(), 0600), 0);
   EXPECT_EQ(errorOfReading("pipe.plist"), "not a regular file");
 }
 
-TEST_F(PropertyListFile, ThatIsEmptyIsAnError) {
+TEST_F(PropertyListCodecFileTest, ThatIsEmptyIsAnError) {
   write("empty.plist", {});
   EXPECT_EQ(errorOfReading("empty.plist"), "there are no bytes");
 }
 
-TEST_F(PropertyListFile, ThatIsTooLargeIsAnErrorBeforeItIsRead) {
+TEST_F(PropertyListCodecFileTest, ThatIsTooLargeIsAnErrorBeforeItIsRead) {
   write("large.plist", bytesOf("bplist00"));
   std::filesystem::resize_file(path("large.plist"), std::uintmax_t{1} << 40);  // sparse
   EXPECT_EQ(errorOfReading("large.plist"), "File too large");
 }
 
-TEST_F(PropertyListFile, ThatIsNoPropertyListGivesItsReason) {
+TEST_F(PropertyListCodecFileTest, ThatIsNoPropertyListGivesItsReason) {
   write("text.plist", bytesOf("{ a = 1; }"));
   EXPECT_EQ(errorOfReading("text.plist"),
             "neither a binary nor an XML property list; the older text format is not supported");

@@ -13,7 +13,7 @@ using test::sampleOfAllKinds;
 
 const PropertyList record = PropertyList::dictionary({{"b", 2}, {"d", "four"}});
 
-TEST(ChangedCopy, OfADictionaryReplacesOrAddsAKeyInItsPlace) {
+TEST(PropertyListNodesChangedCopyTest, OfADictionaryReplacesOrAddsAKeyInItsPlace) {
   EXPECT_EQ(record.with("b", 5), PropertyList::dictionary({{"b", 5}, {"d", "four"}}));
   EXPECT_EQ(record.with("a", 1), PropertyList::dictionary({{"a", 1}, {"b", 2}, {"d", "four"}}));
   EXPECT_EQ(record.with("c", 3), PropertyList::dictionary({{"b", 2}, {"c", 3}, {"d", "four"}}));
@@ -21,7 +21,7 @@ TEST(ChangedCopy, OfADictionaryReplacesOrAddsAKeyInItsPlace) {
   EXPECT_EQ(record.with("c", 3).keys(), (std::vector<std::string_view>{"b", "c", "d"}));
 }
 
-TEST(ChangedCopy, LeavesTheOriginalAsItWas) {
+TEST(PropertyListNodesChangedCopyTest, LeavesTheOriginalAsItWas) {
   const PropertyList original = sampleOfAllKinds();
   (void)original.with("array", 1);
   (void)original.with("new", 1);
@@ -33,14 +33,14 @@ TEST(ChangedCopy, LeavesTheOriginalAsItWas) {
   EXPECT_EQ(original, sampleOfAllKinds());
 }
 
-TEST(ChangedCopy, WithoutAKeyKeepsTheOthers) {
+TEST(PropertyListNodesChangedCopyTest, WithoutAKeyKeepsTheOthers) {
   EXPECT_EQ(record.without("b"), PropertyList::dictionary({{"d", "four"}}));
   EXPECT_EQ(record.without("d"), PropertyList::dictionary({{"b", 2}}));
   EXPECT_EQ(record.without("x"), record);
   EXPECT_EQ(record.without("b").without("d"), PropertyList::dictionary());
 }
 
-TEST(ChangedCopy, MergesAnotherDictionaryOverThisOne) {
+TEST(PropertyListNodesChangedCopyTest, MergesAnotherDictionaryOverThisOne) {
   const PropertyList other = PropertyList::dictionary({{"a", 1}, {"d", 4}, {"z", 26}});
   EXPECT_EQ(record.merging(other), PropertyList::dictionary({{"a", 1}, {"b", 2}, {"d", 4}, {"z", 26}}));
   EXPECT_EQ(other.merging(record), PropertyList::dictionary({{"a", 1}, {"b", 2}, {"d", "four"}, {"z", 26}}));
@@ -50,7 +50,7 @@ TEST(ChangedCopy, MergesAnotherDictionaryOverThisOne) {
   EXPECT_EQ(record.merging(7), record);
 }
 
-TEST(ChangedCopy, OfAnArrayAppendsReplacesAndRemoves) {
+TEST(PropertyListNodesChangedCopyTest, OfAnArrayAppendsReplacesAndRemoves) {
   const PropertyList array = PropertyList::array({1, 2, 3});
   EXPECT_EQ(array.appending(4), PropertyList::array({1, 2, 3, 4}));
   EXPECT_EQ(array.replacing(1, "two"), PropertyList::array({1, "two", 3}));
@@ -59,7 +59,7 @@ TEST(ChangedCopy, OfAnArrayAppendsReplacesAndRemoves) {
   EXPECT_EQ(PropertyList::array({1}).removing(0), PropertyList::array());
 }
 
-TEST(ChangedCopy, IsUnchangedForAnIndexOutsideTheArray) {
+TEST(PropertyListNodesChangedCopyTest, IsUnchangedForAnIndexOutsideTheArray) {
   const PropertyList array = PropertyList::array({1, 2});
   for (const std::int64_t index : {std::int64_t{-1}, std::int64_t{2}, std::numeric_limits<std::int64_t>::max()}) {
     EXPECT_EQ(array.replacing(index, 0), array);
@@ -67,7 +67,7 @@ TEST(ChangedCopy, IsUnchangedForAnIndexOutsideTheArray) {
   }
 }
 
-TEST(ChangedCopy, OfAnythingElseStartsFromAnEmptyContainer) {
+TEST(PropertyListNodesChangedCopyTest, OfAnythingElseStartsFromAnEmptyContainer) {
   EXPECT_EQ(PropertyList().with("a", 1), PropertyList::dictionary({{"a", 1}}));
   EXPECT_EQ(PropertyList("text").with("a", 1), PropertyList::dictionary({{"a", 1}}));
   EXPECT_EQ(PropertyList::array({1}).without("a"), PropertyList::dictionary());
@@ -79,7 +79,7 @@ TEST(ChangedCopy, OfAnythingElseStartsFromAnEmptyContainer) {
   EXPECT_EQ(PropertyList().removing(0), PropertyList::array());
 }
 
-TEST(SharedValue, IsTheSameStorageInEveryCopy) {
+TEST(PropertyListNodesSharedValueTest, IsTheSameStorageInEveryCopy) {
   const PropertyList text("a text in storage of its own");
   const PropertyList copy = text;
   const PropertyList array = PropertyList::array({text, copy});
@@ -88,7 +88,7 @@ TEST(SharedValue, IsTheSameStorageInEveryCopy) {
   EXPECT_EQ(array.appending(1).at(0).string().data(), text.string().data());
 }
 
-TEST(SharedValue, OutlivesWhatItCameFrom) {
+TEST(PropertyListNodesSharedValueTest, OutlivesWhatItCameFrom) {
   PropertyList inner;
   {
     const PropertyList outer = PropertyList::dictionary({{"list", PropertyList::array({sampleOfAllKinds()})}});
@@ -97,7 +97,7 @@ TEST(SharedValue, OutlivesWhatItCameFrom) {
   EXPECT_EQ(inner, sampleOfAllKinds());
 }
 
-TEST(SharedValue, CanBecomeItsOwnPartAndBeAssignedToItself) {
+TEST(PropertyListNodesSharedValueTest, CanBecomeItsOwnPartAndBeAssignedToItself) {
   PropertyList value = PropertyList::array({PropertyList::array({"inner"})});
   value = value.at(0);
   EXPECT_EQ(value, PropertyList::array({"inner"}));
@@ -110,7 +110,7 @@ TEST(SharedValue, CanBecomeItsOwnPartAndBeAssignedToItself) {
   EXPECT_EQ(moved, PropertyList::array({"inner"}));
 }
 
-TEST(SharedValue, IsCopiedAndReleasedByManyThreads) {
+TEST(PropertyListNodesSharedValueTest, IsCopiedAndReleasedByManyThreads) {
   const PropertyList shared = sampleOfAllKinds();
   std::vector<std::thread> threads;
   std::vector<int> equal(4);
@@ -137,14 +137,14 @@ PropertyList nested(int depth) {
   return value;
 }
 
-TEST(DeepValue, IsReleasedWithoutExhaustingTheStack) {
+TEST(PropertyListNodesDeepValueTest, IsReleasedWithoutExhaustingTheStack) {
   PropertyList value = nested(1000000);
   EXPECT_EQ(value.size(), 1u);
   value = PropertyList();
   EXPECT_TRUE(value.isNone());
 }
 
-TEST(DeepValue, IsComparedWithoutExhaustingTheStack) {
+TEST(PropertyListNodesDeepValueTest, IsComparedWithoutExhaustingTheStack) {
   EXPECT_EQ(nested(200000), nested(200000));
   EXPECT_NE(nested(200000), nested(200002));
 }
@@ -155,7 +155,7 @@ PropertyList doubled(int levels, PropertyList value) {
   return value;
 }
 
-TEST(ValueWithSharedParts, IsComparedOncePerPart) {
+TEST(PropertyListNodesSharedPartsTest, IsComparedOncePerPart) {
   EXPECT_EQ(doubled(100, 1), doubled(100, 1));
   EXPECT_NE(doubled(100, 1), doubled(100, 2));
 }

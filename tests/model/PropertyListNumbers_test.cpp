@@ -40,11 +40,11 @@ void expectConversions(const std::vector<Conversion>& table) {
   }
 }
 
-TEST(PropertyListNumbers, ReadBooleansAsZeroAndOne) {
+TEST(PropertyListNumbersTest, ReadBooleansAsZeroAndOne) {
   expectConversions({{true, 1, 1, 1, 1.0, true}, {false, 0, 0, 0, 0.0, false}});
 }
 
-TEST(PropertyListNumbers, KeepTheLowBitsOfIntegers) {
+TEST(PropertyListNumbersTest, KeepTheLowBitsOfIntegers) {
   expectConversions(
       {{0, 0, 0, 0, 0.0, false},
        {-1, -1, -1, unsignedMax, -1.0, true},
@@ -55,7 +55,7 @@ TEST(PropertyListNumbers, KeepTheLowBitsOfIntegers) {
        {unsignedMax, -1, -1, unsignedMax, 18446744073709551616.0, true}});
 }
 
-TEST(PropertyListNumbers, TruncateAndClampReals) {
+TEST(PropertyListNumbersTest, TruncateAndClampReals) {
   expectConversions({{2.9, 2, 2, 2, 2.9, true},
                      {-2.9, -2, -2, 0, -2.9, true},
                      {0.5, 0, 0, 0, 0.5, true},
@@ -70,7 +70,7 @@ TEST(PropertyListNumbers, TruncateAndClampReals) {
                      {std::nan(""), 0, 0, 0, std::nan(""), true}});
 }
 
-TEST(PropertyListNumbers, ReadDecimalStrings) {
+TEST(PropertyListNumbersTest, ReadDecimalStrings) {
   expectConversions(
       {{"42", 42, 42, 42, 42.0, true},
        {" \t\n 42 apples", 42, 42, 42, 42.0, true},
@@ -95,13 +95,13 @@ TEST(PropertyListNumbers, ReadDecimalStrings) {
        {"1e-999", 1, 1, 1, 0.0, false}});
 }
 
-TEST(PropertyListNumbers, ReadStringsThatSayYesAsTrue) {
+TEST(PropertyListNumbersTest, ReadStringsThatSayYesAsTrue) {
   for (const char* text : {"YES", "yes", "True", "t", " y", "1", "-3"})
     EXPECT_TRUE(PropertyList(text).toBool()) << text;
   for (const char* text : {"NO", "false", "0", "", "on", "0.0"}) EXPECT_FALSE(PropertyList(text).toBool()) << text;
 }
 
-TEST(PropertyListNumbers, AreZeroForEverythingElse) {
+TEST(PropertyListNumbersTest, AreZeroForEverythingElse) {
   expectConversions({{PropertyList(), 0, 0, 0, 0.0, false},
                      {PropertyList::data(Bytes{49}), 0, 0, 0, 0.0, false},
                      {PropertyList::Date{5}, 0, 0, 0, 0.0, false},

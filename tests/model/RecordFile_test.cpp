@@ -115,7 +115,7 @@ TEST_F(RecordFileTest, ThatCannotBeWrittenIsToldWithTheReason) {
   EXPECT_FALSE(std::filesystem::exists(mFolder.path("file")));
 }
 
-TEST(RecordFile, HasTheExtensionOfItsKind) {
+TEST_F(RecordFileTest, HasTheExtensionOfItsKind) {
   EXPECT_EQ(recordFileExtension(RecordKind::Profile), "SkarnProfile");
   EXPECT_EQ(recordFileExtension(RecordKind::Macro), "SkarnMacro");
 }

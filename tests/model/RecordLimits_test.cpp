@@ -16,12 +16,12 @@ PropertyList ofSize(std::size_t size) {
   return PropertyList::dictionary({{"key", std::string(size - 8 - 3 - 8, 'x')}});
 }
 
-TEST(RecordLimits, TakeARecordOfExactlyTheLargestSize) {
+TEST(RecordLimitsTest, TakeARecordOfExactlyTheLargestSize) {
   EXPECT_TRUE(isWithinRecordLimits(ofSize(1024 * 1024)));
   EXPECT_FALSE(isWithinRecordLimits(ofSize(1024 * 1024 + 1)));
 }
 
-TEST(RecordLimits, CountDataAndKeysLikeText) {
+TEST(RecordLimitsTest, CountDataAndKeysLikeText) {
   const Bytes most(1024 * 1024 - 8, 0);
   const Bytes tooMany(1024 * 1024 - 7, 0);
   EXPECT_TRUE(isWithinRecordLimits(PropertyList::data(most)));
@@ -29,18 +29,18 @@ TEST(RecordLimits, CountDataAndKeysLikeText) {
   EXPECT_FALSE(isWithinRecordLimits(PropertyList::dictionary({{std::string(1024 * 1024, 'k'), 1}})));
 }
 
-TEST(RecordLimits, TakeARecordOfExactlyTheGreatestDepth) {
+TEST(RecordLimitsTest, TakeARecordOfExactlyTheGreatestDepth) {
   EXPECT_TRUE(isWithinRecordLimits(nested(32)));
   EXPECT_FALSE(isWithinRecordLimits(nested(33)));
 }
 
-TEST(RecordLimits, RefuseARecordThatSharesItsPartsToGrowWithoutEnd) {
+TEST(RecordLimitsTest, RefuseARecordThatSharesItsPartsToGrowWithoutEnd) {
   PropertyList value = "x";
   for (int level = 0; level < 25; ++level) value = PropertyList::array(std::vector<PropertyList>(1000, value));
   EXPECT_FALSE(isWithinRecordLimits(value));
 }
 
-TEST(RecordLimits, RefuseAnEndlessArrayOfNumbers) {
+TEST(RecordLimitsTest, RefuseAnEndlessArrayOfNumbers) {
   EXPECT_FALSE(isWithinRecordLimits(PropertyList::array(std::vector<PropertyList>(200'000, 1))));
 }
 

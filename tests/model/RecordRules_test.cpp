@@ -34,25 +34,25 @@ void expectFault(const PropertyList& record, RecordKind recordKind, Kind kind, c
   EXPECT_EQ(fault->event, event) << reason;
 }
 
-TEST(RecordRules, TakeRecordsThatHaveWhatTheirKindNeedsAndMore) {
+TEST(RecordRulesTest, TakeRecordsThatHaveWhatTheirKindNeedsAndMore) {
   EXPECT_FALSE(faultOfRecord(profile, RecordKind::Profile));
   EXPECT_FALSE(faultOfRecord(macro({press, press.with("comment", "aim")}), RecordKind::Macro));
   EXPECT_FALSE(faultOfRecord(PropertyList::dictionary({{"MacroName", "Jump"}}), RecordKind::Macro));
   EXPECT_FALSE(faultOfRecord(macro({}).with("sequence", PropertyList::dictionary()), RecordKind::Macro));
 }
 
-TEST(RecordRules, LeaveTheValuesOfAProfileToTheEngine) {
+TEST(RecordRulesTest, LeaveTheValuesOfAProfileToTheEngine) {
   EXPECT_FALSE(faultOfRecord(profile.with("DPIX", -1).with("Keymap", "x"), RecordKind::Profile));
 }
 
-TEST(RecordRules, RefuseWhatIsNoDictionary) {
+TEST(RecordRulesTest, RefuseWhatIsNoDictionary) {
   for (const PropertyList& record : {PropertyList(), PropertyList(3), PropertyList::array({profile})}) {
     expectFault(record, RecordKind::Profile, Kind::NoDictionary, "there is no profile record");
     expectFault(record, RecordKind::Macro, Kind::NoDictionary, "there is no macro record");
   }
 }
 
-TEST(RecordRules, RefuseARecordWithoutAName) {
+TEST(RecordRulesTest, RefuseARecordWithoutAName) {
   for (const PropertyList& name : {PropertyList(""), PropertyList(7), PropertyList::array({"x"})}) {
     expectFault(profile.with("ProfileName", name), RecordKind::Profile, Kind::NoName, "the profile has no name",
                 "ProfileName");
@@ -63,7 +63,7 @@ TEST(RecordRules, RefuseARecordWithoutAName) {
   expectFault(profile, RecordKind::Macro, Kind::NoName, "the macro has no name", "MacroName");
 }
 
-TEST(RecordRules, RefuseAProfileWithoutItsGroups) {
+TEST(RecordRulesTest, RefuseAProfileWithoutItsGroups) {
   for (const std::string group : {"Keys", "Buttons"}) {
     expectFault(profile.without(group), RecordKind::Profile, Kind::Missing, "the profile has no \"" + group + "\"",
                 group);
@@ -74,7 +74,7 @@ TEST(RecordRules, RefuseAProfileWithoutItsGroups) {
   }
 }
 
-TEST(RecordRules, RefuseMembersOfAMacroThatCannotStandThere) {
+TEST(RecordRulesTest, RefuseMembersOfAMacroThatCannotStandThere) {
   for (const PropertyList& delay : {PropertyList(-1), PropertyList(1'000'000), PropertyList("20")}) {
     expectFault(macro({}).with("delay", delay), RecordKind::Macro, Kind::Unusable, "its delay is out of range",
                 "delay");
@@ -85,12 +85,12 @@ TEST(RecordRules, RefuseMembersOfAMacroThatCannotStandThere) {
               "its events are no array", "events");
 }
 
-TEST(RecordRules, TellWhichEventOfAMacroIsNone) {
+TEST(RecordRulesTest, TellWhichEventOfAMacroIsNone) {
   expectFault(macro({press.with("argument", 3)}), RecordKind::Macro, Kind::NoEvent, "its event 1 is none", "events", 1);
   expectFault(macro({press, press, 5, 6}), RecordKind::Macro, Kind::NoEvent, "its event 3 is none", "events", 3);
 }
 
-TEST(RecordRules, BoundARecord) {
+TEST(RecordRulesTest, BoundARecord) {
   const std::string large(1024 * 1024, 'x');
   expectFault(profile.with("comment", large), RecordKind::Profile, Kind::TooLarge, "the profile is too large");
   PropertyList deep = 1;

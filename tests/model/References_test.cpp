@@ -44,12 +44,12 @@ PropertyList afterDeletion(const PropertyList& before, const Deletion& deletion)
   return withReferencesKept(before, before, deletion, PropertyList());
 }
 
-TEST(References, BehindTheDeletedOneMoveUpInEveryKeymap) {
+TEST(ReferencesTest, BehindTheDeletedOneMoveUpInEveryKeymap) {
   EXPECT_EQ(afterDeletion(profiles(macro(2), macro(3), macro(2)), secondOfFour),
             profiles(macro(1), macro(2), macro(1)));
 }
 
-TEST(References, ToTheDeletedOneHaveTheirDefaultInEveryKeymap) {
+TEST(ReferencesTest, ToTheDeletedOneHaveTheirDefaultInEveryKeymap) {
   const PropertyList kept = afterDeletion(profiles(macro(1), macro(1), macro(1)), secondOfFour);
   const PropertyList normal = groups(tabKey, scrollUp);
   for (const PropertyList& each : kept.elements()) {
@@ -59,35 +59,35 @@ TEST(References, ToTheDeletedOneHaveTheirDefaultInEveryKeymap) {
   }
 }
 
-TEST(References, HaveTheDefaultOfTheDefaultProfileWhereItHasOne) {
+TEST(ReferencesTest, HaveTheDefaultOfTheDefaultProfileWhereItHasOne) {
   const PropertyList defaults = groups(record(5, 0), record(1, 0)).without("Buttons");
   const PropertyList before = profiles(macro(1), macro(1), macro(0));
   EXPECT_EQ(withReferencesKept(before, before, secondOfFour, defaults), profiles(record(5, 0), scrollUp, macro(0)));
 }
 
-TEST(References, ThatAnEarlierDeletionLeftOverHaveTheirDefault) {
+TEST(ReferencesTest, ThatAnEarlierDeletionLeftOverHaveTheirDefault) {
   EXPECT_EQ(afterDeletion(profiles(macro(4), macro(9), macro(0)), secondOfFour), profiles(tabKey, scrollUp, macro(0)));
 }
 
-TEST(References, ToOthersStay) {
+TEST(ReferencesTest, ToOthersStay) {
   const PropertyList before = profiles(macro(0), profile(1), record(46, 0).with("param1", "/a"));
   EXPECT_EQ(afterDeletion(before, secondOfFour), before);
 }
 
-TEST(References, AreKeptWhateverACleanUpHasMadeOfThem) {
+TEST(ReferencesTest, AreKeptWhateverACleanUpHasMadeOfThem) {
   const PropertyList before = profiles(macro(3), macro(1), macro(2));
   // It has put back what pointed behind the end, and looked only at what is in force.
   const PropertyList after = profiles(tabKey, scrollUp, macro(2));
   EXPECT_EQ(withReferencesKept(before, after, secondOfFour, PropertyList()), profiles(macro(2), scrollUp, macro(1)));
 }
 
-TEST(References, AreLeftAloneWhereSomebodyHasAssignedSomethingElse) {
+TEST(ReferencesTest, AreLeftAloneWhereSomebodyHasAssignedSomethingElse) {
   const PropertyList before = profiles(macro(3), macro(1), macro(2));
   const PropertyList after = profiles(record(16, 4), record(20, 0), record(50, 3));
   EXPECT_EQ(withReferencesKept(before, after, secondOfFour, PropertyList()), after);
 }
 
-TEST(References, AreThoseOfTheKeymapThatIsInForceByNow) {
+TEST(ReferencesTest, AreThoseOfTheKeymapThatIsInForceByNow) {
   const PropertyList before = profiles(macro(3), macro(3), macro(2));
   PropertyList after = before;
   for (int position = 0; position < 2; ++position) {
@@ -105,7 +105,7 @@ TEST(References, AreThoseOfTheKeymapThatIsInForceByNow) {
   }
 }
 
-TEST(References, ToProfilesFollowTheProfileThatMovesUp) {
+TEST(ReferencesTest, ToProfilesFollowTheProfileThatMovesUp) {
   const PropertyList all = profiles(profile(2), profile(1), profile(0)).appending(groups(profile(1), profile(2)));
   const Deletion deletion = {AssignmentCommand::Profile, 1, 3};
   PropertyList expected = profiles(profile(1), scrollUp, profile(0));
@@ -113,14 +113,14 @@ TEST(References, ToProfilesFollowTheProfileThatMovesUp) {
   EXPECT_EQ(withReferencesKept(all, all.removing(1), deletion, PropertyList()), expected);
 }
 
-TEST(References, AreNotTouchedWhereTheProfilesAreOthersThanBefore) {
+TEST(ReferencesTest, AreNotTouchedWhereTheProfilesAreOthersThanBefore) {
   const PropertyList before = profiles(macro(3), macro(1), macro(2));
   const PropertyList after = before.removing(1);
   EXPECT_EQ(withReferencesKept(before, after, secondOfFour, PropertyList()), after);
   EXPECT_EQ(withReferencesKept(before, before, {AssignmentCommand::Profile, 1, 2}, PropertyList()), before);
 }
 
-TEST(References, OfHostileSettingsHarmNothing) {
+TEST(ReferencesTest, OfHostileSettingsHarmNothing) {
   for (const PropertyList& hostile :
        {PropertyList(), PropertyList(3), PropertyList::array({PropertyList(), PropertyList("x")}),
         PropertyList::array({PropertyList::dictionary({{"Keys", PropertyList::array({macro(3)})}, {"Keymap", 5}}),
@@ -130,7 +130,7 @@ TEST(References, OfHostileSettingsHarmNothing) {
   }
 }
 
-TEST(References, ThatAreLostAreListedOncePerControlInWhateverKeymap) {
+TEST(ReferencesTest, ThatAreLostAreListedOncePerControlInWhateverKeymap) {
   EXPECT_EQ(referencesTo(profiles(macro(1), macro(0), macro(1)), secondOfFour),
             (std::vector<Reference>{{0, "06"}, {0, "43"}, {1, "06"}, {1, "43"}}));
   EXPECT_EQ(referencesTo(profiles(macro(2), profile(1), tabKey), secondOfFour), std::vector<Reference>());

@@ -16,24 +16,24 @@ std::optional<std::int64_t> place(const std::vector<std::string>& before, std::i
   return RememberedRecord(named(before), index, "Name").placeIn(named(now));
 }
 
-TEST(RememberedRecord, StaysAtItsPlaceWhileItsNameStandsThere) {
+TEST(RememberedRecordTest, StaysAtItsPlaceWhileItsNameStandsThere) {
   EXPECT_EQ(place({"A", "B", "C"}, 1, {"A", "B", "C"}), 1);
   EXPECT_EQ(place({"A", "B", "C"}, 1, {"X", "B"}), 1);
   EXPECT_EQ(RememberedRecord(named({"A", "B"}), 1, "Name").name(), "B");
 }
 
-TEST(RememberedRecord, IsFoundWhereItMoved) {
+TEST(RememberedRecordTest, IsFoundWhereItMoved) {
   EXPECT_EQ(place({"A", "B", "C"}, 2, {"B", "C"}), 1);
   EXPECT_EQ(place({"A", "B", "C"}, 2, {"C"}), 0);
   EXPECT_EQ(place({"A", "B"}, 0, {"X", "Y", "Z", "A"}), 3);
 }
 
-TEST(RememberedRecord, IsTheNearestOfThoseWithItsName) {
+TEST(RememberedRecordTest, IsTheNearestOfThoseWithItsName) {
   EXPECT_EQ(place({"X", "X", "A"}, 2, {"A", "A", "X", "X", "A"}), 1);
   EXPECT_EQ(place({"X", "X", "A"}, 2, {"X", "A", "Y", "A"}), 1);
 }
 
-TEST(RememberedRecord, IsGoneWithItsName) {
+TEST(RememberedRecordTest, IsGoneWithItsName) {
   EXPECT_EQ(place({"A", "B"}, 1, {"A"}), std::nullopt);
   EXPECT_EQ(place({"A", "B"}, 1, {"A", "Renamed"}), std::nullopt);
   EXPECT_EQ(place({"A", "B"}, 1, {}), std::nullopt);

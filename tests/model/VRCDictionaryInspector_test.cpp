@@ -42,7 +42,7 @@ VRCDictionaryInspector inspectorOf(const PropertyList& settings) {
   return inspector;
 }
 
-TEST(DictionaryInspector, ReadsEachNumberUnderItsOwnKeyAlone) {
+TEST(VRCDictionaryInspectorTest, ReadsEachNumberUnderItsOwnKeyAlone) {
   for (const NumberRow& row : numbers) {
     const VRCDictionaryInspector inspector = inspectorOf(PropertyList::dictionary({{row.key, 41}}));
     for (const NumberRow& other : numbers) {
@@ -52,7 +52,7 @@ TEST(DictionaryInspector, ReadsEachNumberUnderItsOwnKeyAlone) {
   }
 }
 
-TEST(DictionaryInspector, ReadsEachTextUnderItsOwnKeyAlone) {
+TEST(VRCDictionaryInspectorTest, ReadsEachTextUnderItsOwnKeyAlone) {
   for (const auto& [key, read] : texts) {
     const VRCDictionaryInspector inspector = inspectorOf(PropertyList::dictionary({{key, "text"}}));
     for (const auto& [otherKey, otherRead] : texts) {
@@ -61,7 +61,7 @@ TEST(DictionaryInspector, ReadsEachTextUnderItsOwnKeyAlone) {
   }
 }
 
-TEST(DictionaryInspector, ReadsContainersAsTheyAre) {
+TEST(VRCDictionaryInspectorTest, ReadsContainersAsTheyAre) {
   const PropertyList buttons = PropertyList::dictionary({{"03", PropertyList::dictionary({{"command", 1}})}});
   const PropertyList colours = PropertyList::array({PropertyList::dictionary({{"Red", 1.0}})});
   const PropertyList stages = PropertyList::array({800, 1600});
@@ -75,20 +75,20 @@ TEST(DictionaryInspector, ReadsContainersAsTheyAre) {
   EXPECT_EQ(inspectorOf(inspector.applicationInfo()).applicationName(), "Editor");
 }
 
-TEST(DictionaryInspector, ReadsTheAccelerationFlagAndNotItsLevel) {
+TEST(VRCDictionaryInspectorTest, ReadsTheAccelerationFlagAndNotItsLevel) {
   const VRCDictionaryInspector inspector =
       inspectorOf(PropertyList::dictionary({{keys::AccelerationOn, true}, {keys::Acceleration, 7}}));
   EXPECT_EQ(inspector.acceleration(), 1);
   EXPECT_EQ(inspector.enableAccelerationOSD(), 1);
 }
 
-TEST(DictionaryInspector, ReadsTheMasterSwitchAndNotTheSensitivityDisplay) {
+TEST(VRCDictionaryInspectorTest, ReadsTheMasterSwitchAndNotTheSensitivityDisplay) {
   const VRCDictionaryInspector inspector =
       inspectorOf(PropertyList::dictionary({{keys::SensitivityOSDOn, 1}, {keys::MasterSensitivityOn, 0}}));
   EXPECT_EQ(inspector.enableSensitivityOSD(), 0);
 }
 
-TEST(DictionaryInspector, ReadsTheProfileDisplayFromTheDeviceSettings) {
+TEST(VRCDictionaryInspectorTest, ReadsTheProfileDisplayFromTheDeviceSettings) {
   VRCDictionaryInspector inspector = inspectorOf(PropertyList::dictionary({{keys::ProfileOSDOn, 5}}));
   EXPECT_EQ(inspector.enableProfileOSD(), 0);
   inspector.setMDeviceSettingsDictionary(PropertyList::dictionary({{keys::ProfileOSDOn, true}, {keys::DPIX, 9}}));
@@ -96,7 +96,7 @@ TEST(DictionaryInspector, ReadsTheProfileDisplayFromTheDeviceSettings) {
   EXPECT_EQ(inspector.dpiX(), 0);
 }
 
-TEST(DictionaryInspector, GivesZeroOrSomethingEmptyForAMissingKey) {
+TEST(VRCDictionaryInspectorTest, GivesZeroOrSomethingEmptyForAMissingKey) {
   for (const PropertyList& settings : {PropertyList(), PropertyList::dictionary(), PropertyList("no dictionary")}) {
     const VRCDictionaryInspector inspector = inspectorOf(settings);
     for (const NumberRow& row : numbers) EXPECT_EQ((inspector.*row.read)(), 0) << row.key;
@@ -109,49 +109,17 @@ TEST(DictionaryInspector, GivesZeroOrSomethingEmptyForAMissingKey) {
   }
 }
 
-TEST(DictionaryInspector, ReadsAFlagStoredAsABooleanAsZeroOrOne) {
+TEST(VRCDictionaryInspectorTest, ReadsAFlagStoredAsABooleanAsZeroOrOne) {
   EXPECT_EQ(inspectorOf(PropertyList::dictionary({{keys::AutoSwitchOn, true}})).enableAutoSwitch(), 1);
   EXPECT_EQ(inspectorOf(PropertyList::dictionary({{keys::AutoSwitchOn, false}})).enableAutoSwitch(), 0);
 }
 
-TEST(DictionaryInspector, KeepsTheDictionariesThatItWasGiven) {
+TEST(VRCDictionaryInspectorTest, KeepsTheDictionariesThatItWasGiven) {
   const PropertyList bundle = test::standardBundle();
   VRCDictionaryInspector inspector = inspectorOf(bundle[keys::Profiles].at(0));
   inspector.setMDeviceSettingsDictionary(bundle[keys::DeviceSettings]);
   EXPECT_EQ(inspector.mSettingsDictionary(), bundle[keys::Profiles].at(0));
   EXPECT_EQ(inspector.mDeviceSettingsDictionary(), bundle[keys::DeviceSettings]);
-}
-
-TEST(ActiveProfile, IsTheElementOfProfilesThatTheDeviceSettingsName) {
-  const auto activeProfile = [](const PropertyList& bundle) {
-    return bundle[keys::Profiles].at(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt());
-  };
-  const auto bundleWithActive = [](int active) {
-    return PropertyList::dictionary(
-        {{keys::Profiles, PropertyList::array({PropertyList::dictionary({{keys::ProfileName, "Only"}})})},
-         {keys::DeviceSettings, PropertyList::dictionary({{keys::ActiveProfile, active}})}});
-  };
-  EXPECT_EQ(activeProfile(bundleWithActive(0)), PropertyList::dictionary({{keys::ProfileName, "Only"}}));
-  EXPECT_TRUE(activeProfile(bundleWithActive(1)).isNone());
-  EXPECT_TRUE(activeProfile(bundleWithActive(-1)).isNone());
-  EXPECT_TRUE(activeProfile(PropertyList::dictionary()).isNone());
-}
-
-TEST(StandardBundle, HasTheSizesThatItPromises) {
-  const PropertyList bundle = test::standardBundle();
-  ASSERT_EQ(bundle[keys::Profiles].size(), 5u);
-  ASSERT_EQ(bundle[keys::Macros].size(), 50u);
-  EXPECT_EQ(test::largeBundle()[keys::Macros].size(), 1000u);
-  for (const PropertyList& profile : bundle[keys::Profiles].elements()) {
-    ASSERT_EQ(profile[keys::Keymap].size(), 8u);
-    for (const PropertyList& keymap : profile[keys::Keymap].elements()) {
-      EXPECT_EQ(keymap[keys::Keys].size(), 24u);
-      EXPECT_EQ(keymap[keys::Buttons].size(), 3u);
-    }
-  }
-  for (const PropertyList& macro : bundle[keys::Macros].elements()) {
-    EXPECT_EQ(macro[keys::Sequence]["events"].size(), 40u);
-  }
 }
 
 }  // namespace

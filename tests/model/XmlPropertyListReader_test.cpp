@@ -32,7 +32,7 @@ std::string errorOf(const std::string& text) {
   return value ? "decoded to " + value->description() : error;
 }
 
-TEST(XmlPropertyList, HoldsEveryType) {
+TEST(XmlPropertyListReaderTest, HoldsEveryType) {
   const PropertyList expected =
       PropertyList::dictionary({{"array", PropertyList::array({1, PropertyList::array(), PropertyList::dictionary()})},
                                 {"data", PropertyList::data(bytesOf("Hello"))},
@@ -53,13 +53,13 @@ TEST(XmlPropertyList, HoldsEveryType) {
             expected);
 }
 
-TEST(XmlPropertyList, MayLackItsHeaderAndItsRootElement) {
+TEST(XmlPropertyListReaderTest, MayLackItsHeaderAndItsRootElement) {
   EXPECT_EQ(decodeXmlPropertyList(bytesOf("<plist><true/></plist>")), PropertyList(true));
   EXPECT_EQ(decodeXmlPropertyList(bytesOf("<dict><key>a</key><integer>1</integer></dict>")),
             PropertyList::dictionary({{"a", 1}}));
 }
 
-TEST(XmlPropertyList, KeepsTheBlanksAndLinesOfAString) {
+TEST(XmlPropertyListReaderTest, KeepsTheBlanksAndLinesOfAString) {
   EXPECT_EQ(valueOf("<string> a\n\tb </string>"), PropertyList(" a\n\tb "));
   EXPECT_EQ(valueOf("<string/>"), PropertyList(""));
   EXPECT_EQ(valueOf("<string>a&lt;b&amp;c&#233;&#x20AC;<![CDATA[<d>&amp;]]></string>"),
@@ -67,12 +67,12 @@ TEST(XmlPropertyList, KeepsTheBlanksAndLinesOfAString) {
   EXPECT_EQ(valueOf("<string>a<!-- comment -->b</string>"), PropertyList("ab"));
 }
 
-TEST(XmlPropertyList, KeepsTheLastValueOfAKeyGivenTwice) {
+TEST(XmlPropertyListReaderTest, KeepsTheLastValueOfAKeyGivenTwice) {
   EXPECT_EQ(valueOf("<dict><key>a</key><integer>1</integer><key>a</key><integer>2</integer></dict>"),
             PropertyList::dictionary({{"a", 2}}));
 }
 
-TEST(XmlPropertyList, ReadsIntegersInDecimalAndHexadecimal) {
+TEST(XmlPropertyListReaderTest, ReadsIntegersInDecimalAndHexadecimal) {
   const std::vector<std::pair<const char*, PropertyList>> table = {
       {"0", 0},
       {"-0", 0},
@@ -91,14 +91,14 @@ TEST(XmlPropertyList, ReadsIntegersInDecimalAndHexadecimal) {
   }
 }
 
-TEST(XmlPropertyList, RefusesWhatIsNoInteger) {
+TEST(XmlPropertyListReaderTest, RefusesWhatIsNoInteger) {
   for (const char* text : {"", " ", "-", "+-1", "--1", "1.5", "1e3", "0x", "0xG", "12a", "1 2", "18446744073709551616",
                            "-9223372036854775809", "0x10000000000000000"}) {
     EXPECT_EQ(errorOf("<integer>" + std::string(text) + "</integer>"), "line 1: an integer is malformed") << text;
   }
 }
 
-TEST(XmlPropertyList, ReadsReals) {
+TEST(XmlPropertyListReaderTest, ReadsReals) {
   const std::vector<std::pair<const char*, double>> table = {{"0.1", 0.1},
                                                              {"-2.5e-3", -0.0025},
                                                              {"+7", 7},
@@ -118,7 +118,7 @@ TEST(XmlPropertyList, ReadsReals) {
   }
 }
 
-TEST(XmlPropertyList, ReadsDatesBeforeAndAfterTheReferenceDate) {
+TEST(XmlPropertyListReaderTest, ReadsDatesBeforeAndAfterTheReferenceDate) {
   const std::vector<std::pair<const char*, double>> table = {{"2001-01-01T00:00:00Z", 0},
                                                              {"2001-01-01T00:00:01Z", 1},
                                                              {"2000-12-31T23:59:59Z", -1},
@@ -135,7 +135,7 @@ TEST(XmlPropertyList, ReadsDatesBeforeAndAfterTheReferenceDate) {
   }
 }
 
-TEST(XmlPropertyList, RefusesWhatIsNoDate) {
+TEST(XmlPropertyListReaderTest, RefusesWhatIsNoDate) {
   for (const char* text :
        {"", "2001-01-01", "2001-01-01T00:00:00", "2001-13-01T00:00:00Z", "2001-00-01T00:00:00Z", "2001-02-29T00:00:00Z",
         "1900-02-29T00:00:00Z", "2001-01-32T00:00:00Z", "2001-01-01T24:00:00Z", "2001-01-01T00:60:00Z",
@@ -144,7 +144,7 @@ TEST(XmlPropertyList, RefusesWhatIsNoDate) {
   }
 }
 
-TEST(XmlPropertyList, ReadsDataAsBase64) {
+TEST(XmlPropertyListReaderTest, ReadsDataAsBase64) {
   const std::vector<std::pair<const char*, std::string>> table = {{"", ""},
                                                                   {"QQ==", "A"},
                                                                   {"QQ", "A"},
@@ -160,7 +160,7 @@ TEST(XmlPropertyList, ReadsDataAsBase64) {
   }
 }
 
-TEST(XmlPropertyList, RefusesAMalformedStructure) {
+TEST(XmlPropertyListReaderTest, RefusesAMalformedStructure) {
   const std::vector<std::pair<const char*, const char*>> table = {
       {"<plist/>", "there is no value"},
       {"<plist><true/><true/></plist>", "true is not expected here"},
@@ -183,7 +183,7 @@ TEST(XmlPropertyList, RefusesAMalformedStructure) {
   for (const auto& [text, error] : table) EXPECT_EQ(errorOf(text), "line 1: " + std::string(error)) << text;
 }
 
-TEST(XmlPropertyList, TellsTheLineOfAnError) {
+TEST(XmlPropertyListReaderTest, TellsTheLineOfAnError) {
   EXPECT_EQ(errorOf(document("<array>\n<integer>1</integer>\n<integer>x</integer>\n</array>")),
             "line 6: an integer is malformed");
   EXPECT_EQ(errorOf("<array>\n</dict>"), "line 2: mismatched tag");
@@ -192,7 +192,7 @@ TEST(XmlPropertyList, TellsTheLineOfAnError) {
   EXPECT_EQ(errorOf("<true/><true/>"), "line 1: junk after document element");
 }
 
-TEST(XmlPropertyList, RefusesEntitiesOfItsOwn) {
+TEST(XmlPropertyListReaderTest, RefusesEntitiesOfItsOwn) {
   EXPECT_EQ(errorOf("<!DOCTYPE plist [<!ENTITY a \"x\">]><string>&a;</string>"),
             "line 1: entity declarations are not supported");
   EXPECT_EQ(errorOf("<!DOCTYPE plist [<!ENTITY % a \"x\">]><true/>"), "line 1: entity declarations are not supported");
@@ -210,7 +210,7 @@ std::string nested(std::size_t levels) {
   return text;
 }
 
-TEST(XmlPropertyList, IsTakenUpToTheGreatestDepthOnly) {
+TEST(XmlPropertyListReaderTest, IsTakenUpToTheGreatestDepthOnly) {
   const PropertyList deepest = valueOf(nested(maximumDepth));
   EXPECT_TRUE(deepest.isArray());
   EXPECT_TRUE(encodeBinaryPropertyList(deepest));
@@ -220,18 +220,18 @@ TEST(XmlPropertyList, IsTakenUpToTheGreatestDepthOnly) {
   EXPECT_EQ(errorOf(nested(200000)), "line 1: the property list is nested too deeply");
 }
 
-TEST(XmlPropertyList, ReadsScalarsAtTheGreatestDepth) {
+TEST(XmlPropertyListReaderTest, ReadsScalarsAtTheGreatestDepth) {
   std::string text = "<true/>";
   for (std::size_t i = 0; i < maximumDepth; ++i) text = "<array>" + text + "</array>";
   EXPECT_TRUE(decodeXmlPropertyList(bytesOf("<plist>" + text + "</plist>")));
   EXPECT_TRUE(decodeXmlPropertyList(bytesOf(text)));
 }
 
-TEST(XmlPropertyList, OfMoreThanTheGreatestSizeIsRefused) {
+TEST(XmlPropertyListReaderTest, OfMoreThanTheGreatestSizeIsRefused) {
   EXPECT_EQ(errorOf(std::string(maximumSize + 1, ' ')), "the property list is too large");
 }
 
-TEST(XmlPropertyList, MayBeUtf16WithAByteOrderMark) {
+TEST(XmlPropertyListReaderTest, MayBeUtf16WithAByteOrderMark) {
   const std::string text = "<plist><string>\u00e9</string></plist>";
   Bytes big{0xFE, 0xFF};
   Bytes little{0xFF, 0xFE};
@@ -245,7 +245,7 @@ TEST(XmlPropertyList, MayBeUtf16WithAByteOrderMark) {
   EXPECT_EQ(decodePropertyList(bytesOf("\xEF\xBB\xBF" + text)), PropertyList("\u00e9"));
 }
 
-TEST(XmlPropertyList, TruncatedAnywhereDecodesToNothing) {
+TEST(XmlPropertyListReaderTest, TruncatedAnywhereDecodesToNothing) {
   const std::string whole = document(
       "<dict><key>a</key><array><integer>1</integer><real>0.5</real><data>QUJD</data></array>"
       "<key>b</key><date>2001-01-01T00:00:00Z</date><key>c</key><string>&amp;</string></dict>");
@@ -255,7 +255,7 @@ TEST(XmlPropertyList, TruncatedAnywhereDecodesToNothing) {
   }
 }
 
-TEST(XmlPropertyList, WithAnyOneByteChangedIsHarmless) {
+TEST(XmlPropertyListReaderTest, WithAnyOneByteChangedIsHarmless) {
   const std::string whole =
       "<plist><dict><key>a</key><array><integer>1</integer><real>.5</real><data>QUJD</data>"
       "<date>2001-01-01T00:00:00Z</date><string>&amp;</string><true/></array></dict></plist>";

@@ -134,14 +134,14 @@ std::string modifierText(unsigned modifier) {
 }
 
 // The keys held at the end of one test must not reach the next in the same process.
-class EventParser : public testing::Test {
+class EventParserTest : public testing::Test {
  protected:
   void SetUp() override { eventParser::getStringWithHID(0, 0); }
   void TearDown() override { eventParser::getStringWithHID(0, 0); }
 };
-using HeldKeys = EventParser;
+using EventParserHeldKeysTest = EventParserTest;
 
-TEST_F(EventParser, NamesEveryKeyOfTheTableAndNoOtherNumber) {
+TEST_F(EventParserTest, NamesEveryKeyOfTheTableAndNoOtherNumber) {
   const auto names = namedKeys();
   ASSERT_EQ(names.size(), 111U + 8U);
   for (std::int64_t code = -300; code <= 70000; ++code) {
@@ -153,42 +153,42 @@ TEST_F(EventParser, NamesEveryKeyOfTheTableAndNoOtherNumber) {
     EXPECT_EQ(keyText(code), "") << code;
 }
 
-TEST_F(EventParser, NamesBothDeleteKeysDeleteAndTheKey50Not) {
+TEST_F(EventParserTest, NamesBothDeleteKeysDeleteAndTheKey50Not) {
   EXPECT_EQ(keyText(42), "Delete");
   EXPECT_EQ(keyText(76), "Delete");
   EXPECT_EQ(keyText(50), "");
 }
 
-TEST_F(EventParser, CountsTheDigitKeysFromOneToZero) {
+TEST_F(EventParserTest, CountsTheDigitKeysFromOneToZero) {
   EXPECT_EQ(keyText(30), "1");
   EXPECT_EQ(keyText(38), "9");
   EXPECT_EQ(keyText(39), "0");
 }
 
-TEST_F(EventParser, PutsTheNameOfAModifierBeforeTheKey) {
+TEST_F(EventParserTest, PutsTheNameOfAModifierBeforeTheKey) {
   EXPECT_EQ(eventParser::getStringWithHID(4, 2), "Left Shift + A");
   EXPECT_EQ(eventParser::getStringWithHID(225, 2), "Left Shift + Left Shift");
   EXPECT_EQ(eventParser::getStringWithHID(49, 64), "Right Alt + \\");
 }
 
-TEST_F(EventParser, NamesModifiersAloneWithoutATrailingSeparatorForTheNumbers0To3) {
+TEST_F(EventParserTest, NamesModifiersAloneWithoutATrailingSeparatorForTheNumbers0To3) {
   for (const int code : {0, 1, 2, 3})
     EXPECT_EQ(eventParser::getStringWithHID(code, 9), "Left Control + Left Command") << code;
 }
 
-TEST_F(EventParser, EndsInTheSeparatorForAModifierWithAKeyThatHasNoName) {
+TEST_F(EventParserTest, EndsInTheSeparatorForAModifierWithAKeyThatHasNoName) {
   std::vector<std::int64_t> codes = {50, 232, 235, 255, 256, 260, 70000, -1, -4};
   for (std::int64_t code = 116; code <= 223; ++code) codes.push_back(code);
   for (const std::int64_t code : codes) EXPECT_EQ(eventParser::getStringWithHID(code, 1), "Left Control + ") << code;
 }
 
-TEST_F(EventParser, NamesAllEightModifiersInTheOrderOfTheirBits) {
+TEST_F(EventParserTest, NamesAllEightModifiersInTheOrderOfTheirBits) {
   EXPECT_EQ(eventParser::getStringWithHID(4, 255),
             "Left Control + Left Shift + Left Alt + Left Command + Right Control + Right Shift + Right Alt + "
             "Right Command + A");
 }
 
-TEST_F(EventParser, NamesTheModifiersOfEveryByteWithAndWithoutAKey) {
+TEST_F(EventParserTest, NamesTheModifiersOfEveryByteWithAndWithoutAKey) {
   for (unsigned modifier = 1; modifier < 256; ++modifier) {
     ASSERT_EQ(eventParser::getStringWithHID(0, modifier), modifierText(modifier));
     ASSERT_EQ(eventParser::getStringWithHID(40, modifier), modifierText(modifier) + " + Return");
@@ -196,14 +196,14 @@ TEST_F(EventParser, NamesTheModifiersOfEveryByteWithAndWithoutAKey) {
   }
 }
 
-TEST_F(EventParser, TakesOnlyTheLowEightBitsOfAModifier) {
+TEST_F(EventParserTest, TakesOnlyTheLowEightBitsOfAModifier) {
   EXPECT_EQ(eventParser::getStringWithHID(4, 256), "A");
   EXPECT_EQ(eventParser::getStringWithHID(4, 0x7fff'ff00), "A");
   EXPECT_EQ(eventParser::getStringWithHID(4, 0x102), "Left Shift + A");
   EXPECT_EQ(eventParser::getStringWithHID(4, -1), eventParser::getStringWithHID(4, 255));
 }
 
-TEST_F(EventParser, GivesTheCharacterOfLettersAndDigitsOnly) {
+TEST_F(EventParserTest, GivesTheCharacterOfLettersAndDigitsOnly) {
   const std::string characters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234567890";
   for (int code = 0; code < 256; ++code) {
     const char expected = code >= 4 && code <= 39 ? characters[static_cast<std::size_t>(code - 4)] : '\0';
@@ -213,7 +213,7 @@ TEST_F(EventParser, GivesTheCharacterOfLettersAndDigitsOnly) {
   }
 }
 
-TEST_F(EventParser, AppendsTheCodeOfEachSetModifierBitToTheArray) {
+TEST_F(EventParserTest, AppendsTheCodeOfEachSetModifierBitToTheArray) {
   for (int modifier = 0; modifier < 256; ++modifier) {
     Codes expected = {7};
     for (int bit = 0; bit < 8; ++bit)
@@ -226,7 +226,7 @@ TEST_F(EventParser, AppendsTheCodeOfEachSetModifierBitToTheArray) {
   }
 }
 
-TEST_F(EventParser, WritesADelayInSecondsWithThreeDecimalsAndALineBreak) {
+TEST_F(EventParserTest, WritesADelayInSecondsWithThreeDecimalsAndALineBreak) {
   const std::map<std::int64_t, std::string> texts = {{0, "0.000 seconds delay\n"},
                                                      {1, "0.001 seconds delay\n"},
                                                      {20, "0.020 seconds delay\n"},
@@ -238,14 +238,14 @@ TEST_F(EventParser, WritesADelayInSecondsWithThreeDecimalsAndALineBreak) {
   for (const auto& [delay, text] : texts) EXPECT_EQ(eventParser::parseSequence(event(1, delay, 1, 0)), lines({text}));
 }
 
-TEST_F(EventParser, WritesDelaysAtTheEndsOfTheNumberRangeInFull) {
+TEST_F(EventParserTest, WritesDelaysAtTheEndsOfTheNumberRangeInFull) {
   EXPECT_EQ(eventParser::parseSequence(event(1, std::numeric_limits<std::int64_t>::min(), 1, 0)),
             lines({"-9223372036854776.000 seconds delay\n"}));
   EXPECT_EQ(eventParser::parseSequence(event(1, std::numeric_limits<std::int64_t>::max(), 1, 0)),
             lines({"9223372036854776.000 seconds delay\n"}));
 }
 
-TEST_F(EventParser, WritesKeyLinesWithoutALineBreak) {
+TEST_F(EventParserTest, WritesKeyLinesWithoutALineBreak) {
   for (const auto& [code, name] : namedKeys()) {
     EXPECT_EQ(eventParser::parseSequence(event(1, 20, 7, code)), lines({"0.020 seconds delay\n", "Key Press " + name}));
     EXPECT_EQ(eventParser::parseSequence(event(0, 20, 7, code)),
@@ -253,7 +253,7 @@ TEST_F(EventParser, WritesKeyLinesWithoutALineBreak) {
   }
 }
 
-TEST_F(EventParser, KeepsTheLineOfAKeyWithoutANameUpToItsBlank) {
+TEST_F(EventParserTest, KeepsTheLineOfAKeyWithoutANameUpToItsBlank) {
   for (const PropertyList& code : {PropertyList(0), PropertyList(50), PropertyList(116), PropertyList(232),
                                    PropertyList(-1), PropertyList(std::numeric_limits<std::uint64_t>::max())}) {
     EXPECT_EQ(eventParser::parseSequence(event(1, 0, 7, code)), lines({"0.000 seconds delay\n", "Key Press "}));
@@ -261,7 +261,7 @@ TEST_F(EventParser, KeepsTheLineOfAKeyWithoutANameUpToItsBlank) {
   }
 }
 
-TEST_F(EventParser, WritesButtonLinesWithALineBreak) {
+TEST_F(EventParserTest, WritesButtonLinesWithALineBreak) {
   const std::array<const char*, 10> names = {"",         "Left Button", "Right Button", "Button 3", "Button 4",
                                              "Button 5", "Button 6",    "Button 7",     "Button 8", "Button 9"};
   for (std::size_t button = 1; button < names.size(); ++button) {
@@ -271,14 +271,14 @@ TEST_F(EventParser, WritesButtonLinesWithALineBreak) {
   }
 }
 
-TEST_F(EventParser, GivesNoEventLineForOtherButtons) {
+TEST_F(EventParserTest, GivesNoEventLineForOtherButtons) {
   for (const PropertyList& button : {PropertyList(0), PropertyList(10), PropertyList(257), PropertyList(-1),
                                      PropertyList(std::numeric_limits<std::uint64_t>::max())})
     for (const int command : {0, 1})
       EXPECT_EQ(eventParser::parseSequence(event(command, 5, 9, button)), lines({"0.005 seconds delay\n"}));
 }
 
-TEST_F(EventParser, GivesNoEventLineForAnyOtherPageOrCommand) {
+TEST_F(EventParserTest, GivesNoEventLineForAnyOtherPageOrCommand) {
   for (int page = 0; page < 256; ++page) {
     for (const int command : {0, 1, 2, 3, 128, 255}) {
       if ((page == 7 || page == 9) && command < 2) continue;
@@ -288,12 +288,12 @@ TEST_F(EventParser, GivesNoEventLineForAnyOtherPageOrCommand) {
   }
 }
 
-TEST_F(EventParser, TakesOnlyTheLowEightBitsOfCommandAndPage) {
+TEST_F(EventParserTest, TakesOnlyTheLowEightBitsOfCommandAndPage) {
   EXPECT_EQ(eventParser::parseSequence(event(257, 0, 263, 4)), lines({"0.000 seconds delay\n", "Key Press A"}));
   EXPECT_EQ(eventParser::parseSequence(event(-256, 0, -247, 1)), lines({"0.000 seconds delay\n", "Left Button up\n"}));
 }
 
-TEST_F(EventParser, ReadsMissingMembersAndMembersOfAnotherTypeAsZero) {
+TEST_F(EventParserTest, ReadsMissingMembersAndMembersOfAnotherTypeAsZero) {
   EXPECT_EQ(eventParser::parseSequence(PropertyList::dictionary()), lines({"0.000 seconds delay\n"}));
   EXPECT_EQ(eventParser::parseSequence(PropertyList::dictionary({{"page", 7}, {"argument", 4}})),
             lines({"0.000 seconds delay\n", "Key Release A"}));
@@ -305,40 +305,40 @@ TEST_F(EventParser, ReadsMissingMembersAndMembersOfAnotherTypeAsZero) {
   EXPECT_EQ(eventParser::parseSequence(event(1, 20, PropertyList::array({7}), 4)), lines({"0.020 seconds delay\n"}));
 }
 
-TEST_F(EventParser, ConvertsNumbersOfAnotherKind) {
+TEST_F(EventParserTest, ConvertsNumbersOfAnotherKind) {
   EXPECT_EQ(eventParser::parseSequence(event(true, 20.9, "7", "4")), lines({"0.020 seconds delay\n", "Key Press A"}));
 }
 
-TEST_F(EventParser, GivesNothingForAnEventThatIsNoDictionary) {
+TEST_F(EventParserTest, GivesNothingForAnEventThatIsNoDictionary) {
   for (const PropertyList& other :
        {PropertyList(), PropertyList(1), PropertyList("Key Press A"), PropertyList::array({1, 20, 7, 4})})
     EXPECT_EQ(eventParser::parseSequence(other), PropertyList());
 }
 
-TEST_F(EventParser, ShowsASequenceOfOneEventAsOneLineWithoutItsDelay) {
+TEST_F(EventParserTest, ShowsASequenceOfOneEventAsOneLineWithoutItsDelay) {
   EXPECT_EQ(eventParser::getMessagesArray(PropertyList::array({event(1, 700, 7, 4)})), lines({"Key Press A"}));
 }
 
-TEST_F(EventParser, ShowsASequenceOfThreeEventsAsFiveLines) {
+TEST_F(EventParserTest, ShowsASequenceOfThreeEventsAsFiveLines) {
   EXPECT_EQ(eventParser::getMessagesArray(
                 PropertyList::array({event(1, 700, 7, 225), event(1, 20, 9, 1), event(0, 1500, 7, 225)})),
             lines({"Key Press Left Shift", "0.020 seconds delay\n", "Left Button down\n", "1.500 seconds delay\n",
                    "Key Release Left Shift"}));
 }
 
-TEST_F(EventParser, ShowsAnEventWithoutALineOfItsOwnAsItsDelay) {
+TEST_F(EventParserTest, ShowsAnEventWithoutALineOfItsOwnAsItsDelay) {
   EXPECT_EQ(eventParser::getMessagesArray(
                 PropertyList::array({event(1, 5, 9, 10), event(2, 6, 7, 4), event(1, 7, 9, 0), event(1, 8, 7, 50)})),
             lines({"0.006 seconds delay\n", "0.007 seconds delay\n", "0.008 seconds delay\n", "Key Press "}));
 }
 
-TEST_F(EventParser, ShowsASequenceWithoutEventsAsNoLines) {
+TEST_F(EventParserTest, ShowsASequenceWithoutEventsAsNoLines) {
   EXPECT_EQ(eventParser::getMessagesArray(PropertyList::array()), PropertyList::array());
   EXPECT_EQ(eventParser::getMessagesArray(PropertyList()), PropertyList::array());
   EXPECT_EQ(eventParser::getMessagesArray(event(1, 20, 7, 4)), PropertyList::array());
 }
 
-TEST_F(EventParser, GivesNothingForASequenceWithAnEventThatIsNoDictionary) {
+TEST_F(EventParserTest, GivesNothingForASequenceWithAnEventThatIsNoDictionary) {
   EXPECT_EQ(eventParser::getMessagesArray(PropertyList::array({event(1, 20, 7, 4), 5, event(0, 20, 7, 4)})),
             PropertyList());
 }
@@ -349,7 +349,7 @@ PropertyList alternatingEvents(int count) {
   return PropertyList::array(events);
 }
 
-TEST_F(EventParser, ShowsTenThousandEventsInOrder) {
+TEST_F(EventParserTest, ShowsTenThousandEventsInOrder) {
   const PropertyList shown = eventParser::getMessagesArray(alternatingEvents(10'000));
   ASSERT_EQ(shown.size(), 19'999U);
   const std::string characters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234567890";
@@ -362,7 +362,7 @@ TEST_F(EventParser, ShowsTenThousandEventsInOrder) {
   }
 }
 
-TEST_F(EventParser, TakesMemoryInProportionToTheNumberOfEvents) {
+TEST_F(EventParserTest, TakesMemoryInProportionToTheNumberOfEvents) {
   const auto bytesFor = [](int count) {
     const PropertyList events = alternatingEvents(count);
     const std::size_t before = allocatedBytes();
@@ -374,13 +374,13 @@ TEST_F(EventParser, TakesMemoryInProportionToTheNumberOfEvents) {
   EXPECT_LT(bytesFor(10'000), 30 * thousand);  // 100 times for a copy of the lines at every event
 }
 
-TEST_F(HeldKeys, AreTheKeysGivenFirst) {
+TEST_F(EventParserHeldKeysTest, AreTheKeysGivenFirst) {
   Codes keys = {6, 4, 5};
   eventParser::manageHIDStack(keys);
   EXPECT_EQ(keys, (Codes{6, 4, 5}));
 }
 
-TEST_F(HeldKeys, KeepTheOrderInWhichTheyWentDown) {
+TEST_F(EventParserHeldKeysTest, KeepTheOrderInWhichTheyWentDown) {
   Codes keys = {6};
   eventParser::manageHIDStack(keys);
   keys = {4, 6};
@@ -391,7 +391,7 @@ TEST_F(HeldKeys, KeepTheOrderInWhichTheyWentDown) {
   EXPECT_EQ(keys, (Codes{6, 4, 5, 225}));
 }
 
-TEST_F(HeldKeys, LoseTheOnesThatWereReleased) {
+TEST_F(EventParserHeldKeysTest, LoseTheOnesThatWereReleased) {
   Codes keys = {6, 4, 5};
   eventParser::manageHIDStack(keys);
   keys = {5, 6};
@@ -405,7 +405,7 @@ TEST_F(HeldKeys, LoseTheOnesThatWereReleased) {
   EXPECT_EQ(keys, (Codes{4, 6}));
 }
 
-TEST_F(HeldKeys, ExchangeAReleasedKeyForANewOneBehindTheRest) {
+TEST_F(EventParserHeldKeysTest, ExchangeAReleasedKeyForANewOneBehindTheRest) {
   Codes keys = {6, 4};
   eventParser::manageHIDStack(keys);
   keys = {7, 4};
@@ -416,7 +416,7 @@ TEST_F(HeldKeys, ExchangeAReleasedKeyForANewOneBehindTheRest) {
   EXPECT_EQ(keys, (Codes{8, 9}));
 }
 
-TEST_F(HeldKeys, TakeAKeyThatIsReportedTwiceOnceWhenOthersAreHeld) {
+TEST_F(EventParserHeldKeysTest, TakeAKeyThatIsReportedTwiceOnceWhenOthersAreHeld) {
   Codes keys = {6};
   eventParser::manageHIDStack(keys);
   keys = {6, 4, 4};
@@ -424,7 +424,7 @@ TEST_F(HeldKeys, TakeAKeyThatIsReportedTwiceOnceWhenOthersAreHeld) {
   EXPECT_EQ(keys, (Codes{6, 4}));
 }
 
-TEST_F(HeldKeys, StayInOrderWhenTheyOutnumberTheReportedOnes) {
+TEST_F(EventParserHeldKeysTest, StayInOrderWhenTheyOutnumberTheReportedOnes) {
   Codes keys = {4, 4, 6};
   eventParser::manageHIDStack(keys);
   keys = {6, 4};
@@ -432,7 +432,7 @@ TEST_F(HeldKeys, StayInOrderWhenTheyOutnumberTheReportedOnes) {
   EXPECT_EQ(keys, (Codes{4, 4, 6}));
 }
 
-TEST_F(HeldKeys, OutlastATextWithAModifier) {
+TEST_F(EventParserHeldKeysTest, OutlastATextWithAModifier) {
   Codes keys = {6};
   eventParser::manageHIDStack(keys);
   eventParser::getStringWithHID(4, 2);
@@ -441,7 +441,7 @@ TEST_F(HeldKeys, OutlastATextWithAModifier) {
   EXPECT_EQ(keys, (Codes{6, 4}));
 }
 
-TEST_F(HeldKeys, AreForgottenWithATextWithoutAModifier) {
+TEST_F(EventParserHeldKeysTest, AreForgottenWithATextWithoutAModifier) {
   for (const std::int64_t modifier : {0, 256}) {
     Codes keys = {6};
     eventParser::manageHIDStack(keys);
@@ -453,7 +453,7 @@ TEST_F(HeldKeys, AreForgottenWithATextWithoutAModifier) {
   }
 }
 
-TEST_F(HeldKeys, AreSharedByTextsAndReportsOfSeveralThreads) {
+TEST_F(EventParserHeldKeysTest, AreSharedByTextsAndReportsOfSeveralThreads) {
   std::barrier start(4);
   std::array<std::atomic<int>, 4> wrong = {};
   {
@@ -473,7 +473,7 @@ TEST_F(HeldKeys, AreSharedByTextsAndReportsOfSeveralThreads) {
   for (const std::atomic<int>& count : wrong) EXPECT_EQ(count, 0);
 }
 
-TEST(KeyNames, LeadBackToTheirKeyWhateverTheirCase) {
+TEST(EventParserKeyNamesTest, LeadBackToTheirKeyWhateverTheirCase) {
   for (const auto& [code, name] : namedKeys()) {
     EXPECT_EQ(hid::keyName(code), name);
     const hid::Usage expected = code == 76 ? 42 : static_cast<hid::Usage>(code);
@@ -487,20 +487,20 @@ TEST(KeyNames, LeadBackToTheirKeyWhateverTheirCase) {
   }
 }
 
-TEST(KeyNames, TellTheTwoDeleteKeysApartByTheirOtherNames) {
+TEST(EventParserKeyNamesTest, TellTheTwoDeleteKeysApartByTheirOtherNames) {
   EXPECT_EQ(hid::keyNamed("delete"), hid::Usage{42});
   EXPECT_EQ(hid::keyNamed("backspace"), hid::Usage{42});
   EXPECT_EQ(hid::keyNamed("DELETE FORWARD"), hid::Usage{76});
 }
 
-TEST(KeyNames, AreMatchedWhole) {
+TEST(EventParserKeyNamesTest, AreMatchedWhole) {
   using namespace std::string_view_literals;
   for (const std::string_view name :
        {""sv, " "sv, "A "sv, "AA"sv, "F25"sv, "LeftShift"sv, "Left"sv, "Numpad"sv, "{"sv, "A\0"sv, "\xc3\xa4"sv})
     EXPECT_EQ(hid::keyNamed(name), std::nullopt) << name;
 }
 
-TEST(KeyUsages, OfTheModifiersFollowTheBitsOfAKeyboardReport) {
+TEST(EventParserKeyUsagesTest, OfTheModifiersFollowTheBitsOfAKeyboardReport) {
   const Codes usages = {hid::leftControl,  hid::leftShift,  hid::leftAlt,  hid::leftCommand,
                         hid::rightControl, hid::rightShift, hid::rightAlt, hid::rightCommand};
   Codes all;

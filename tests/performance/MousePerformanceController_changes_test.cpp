@@ -26,7 +26,7 @@ void turnWheel(QSlider* slider, int angle, Qt::KeyboardModifiers modifiers = Qt:
 
 }  // namespace
 
-class PerformanceChangesTest : public QObject {
+class MousePerformanceControllerChangesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -437,14 +437,26 @@ class PerformanceChangesTest : public QObject {
     COMPARE_REQUESTS(open, request({{"SensitivityOSDOn", 1}}));
   }
 
-  void withoutADelegateNothingHappens() {
+  void withoutADelegateTheControlsMoveAndTheSettingsStay() {
     PerformanceTab open;
+    const int before = open.value("mXDpiSlider");
     open.tab.setMMousePerformanceDelegate(nullptr);
     open.click("mEnableOnTheFly");
     QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key_Right);
+    QVERIFY(!open.isTicked("mEnableOnTheFly"));
+    QVERIFY(open.value("mXDpiSlider") > before);
+    // A key's value is sent when all keys that wait are worked off.
+    QCoreApplication::processEvents();
+    QVERIFY(open.tab.mPerformanceSettingsDict() == profile("Work"));
+    QVERIFY(open.tab.mDeviceSettingsDict() == deviceSettings());
+    // The next redraw shows what is stored, and nothing is sent late.
+    open.tab.setMMousePerformanceDelegate(&open.recorder);
+    open.tab.updateUISettings();
+    QVERIFY(open.isTicked("mEnableOnTheFly"));
+    QCOMPARE(open.value("mXDpiSlider"), before);
     COMPARE_REQUESTS(open);
   }
 };
 
-SKARN_QTEST(PerformanceChangesTest)
+SKARN_QTEST(MousePerformanceControllerChangesTest)
 #include "MousePerformanceController_changes_test.moc"

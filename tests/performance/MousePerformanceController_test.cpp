@@ -31,7 +31,7 @@ constexpr std::initializer_list<const char*> controlNames = {"mSensitivityStages
 
 }  // namespace
 
-class PerformanceTest : public QObject {
+class MousePerformanceControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -326,5 +326,5 @@ class PerformanceTest : public QObject {
   }
 };
 
-SKARN_QTEST(PerformanceTest)
+SKARN_QTEST(MousePerformanceControllerTest)
 #include "MousePerformanceController_test.moc"

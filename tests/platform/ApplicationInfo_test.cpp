@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "model/PropertyListCodec.h"
-#include "platform/ApplicationsHome.h"
+#include "support/ApplicationsHome.h"
 #include "support/QtTests.h"
 
 using namespace skarn;

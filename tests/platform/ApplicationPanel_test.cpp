@@ -9,8 +9,8 @@
 #include <QPushButton>
 #include <memory>
 
-#include "platform/ApplicationsHome.h"
 #include "platform/Localization.h"
+#include "support/ApplicationsHome.h"
 #include "support/QtTests.h"
 
 using namespace skarn;

@@ -9,7 +9,7 @@
 
 #include "platform/FilePanel.h"
 #include "platform/Localization.h"
-#include "platform/PanelTest.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;

@@ -27,7 +27,7 @@ QStringList pagesOf(const std::vector<HelpHit>& hits) {
 
 }  // namespace
 
-class HelpSearchTest : public QObject {
+class HelpPagesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -150,5 +150,5 @@ class HelpSearchTest : public QObject {
   QPointer<QWidget> mWindow;
 };
 
-SKARN_QTEST(HelpSearchTest)
+SKARN_QTEST(HelpPagesTest)
 #include "HelpPages_test.moc"

@@ -8,7 +8,7 @@
 
 #include "model/PropertyListCodec.h"
 #include "platform/Localization.h"
-#include "platform/PanelTest.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;

@@ -33,7 +33,7 @@ bool isReadable(const BusConnection& connection) {
   return poll(&watched, 1, 0) > 0;
 }
 
-TEST(BusConnection, FailsAsAValueWhereThereIsNoBus) {
+TEST(BusConnectionTest, FailsAsAValueWhereThereIsNoBus) {
   const PrivateBus bus;  // restores the variable at the end
   setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
   std::thread([] {
@@ -65,7 +65,7 @@ TEST(BusConnection, FailsAsAValueWhereThereIsNoBus) {
   }).join();
 }
 
-TEST(BusConnection, IsTheSameForEveryCallOfOneThreadAndAnotherForAnotherThread) {
+TEST(BusConnectionTest, IsTheSameForEveryCallOfOneThreadAndAnotherForAnotherThread) {
   const PrivateBus bus;
   BusConnection& connection = BusConnection::forThisThread();
   EXPECT_TRUE(connection.isOpen());
@@ -74,7 +74,7 @@ TEST(BusConnection, IsTheSameForEveryCallOfOneThreadAndAnotherForAnotherThread) 
   std::thread([&connection] { EXPECT_NE(&BusConnection::forThisThread(), &connection); }).join();
 }
 
-TEST(BusConnection, IsOpenedAnewByTheNextCallAfterTheBusWentAway) {
+TEST(BusConnectionTest, IsOpenedAnewByTheNextCallAfterTheBusWentAway) {
   {
     PrivateBus first;
     ASSERT_TRUE(BusConnection::forThisThread().isOpen());
@@ -92,7 +92,7 @@ TEST(BusConnection, IsOpenedAnewByTheNextCallAfterTheBusWentAway) {
   elsewhere.run([&] { port.reset(); });
 }
 
-TEST(BusConnection, TellsTheEventLoopWhenItsDescriptorIsAnotherOne) {
+TEST(BusConnectionTest, TellsTheEventLoopWhenItsDescriptorIsAnotherOne) {
   int announced = 0;
   {
     PrivateBus first;
@@ -105,7 +105,7 @@ TEST(BusConnection, TellsTheEventLoopWhenItsDescriptorIsAnotherOne) {
   BusConnection::forThisThread().setQueuedHandler({});
 }
 
-TEST(BusConnection, AnnouncesOnceWhatABlockingCallReceivedBesides) {
+TEST(BusConnectionTest, AnnouncesOnceWhatABlockingCallReceivedBesides) {
   const PrivateBus bus;
   BusConnection& connection = BusConnection::forThisThread();
   auto& center = DistributedNotificationCenter::defaultCenter();
@@ -135,7 +135,7 @@ TEST(BusConnection, AnnouncesOnceWhatABlockingCallReceivedBesides) {
   center.removeObserver(&bus);
 }
 
-TEST(BusConnection, HandlesAFloodInSeveralGoesAndLosesNothing) {
+TEST(BusConnectionTest, HandlesAFloodInSeveralGoesAndLosesNothing) {
   const PrivateBus bus;
   auto& center = DistributedNotificationCenter::defaultCenter();
   int received = 0;

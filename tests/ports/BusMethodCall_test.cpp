@@ -19,9 +19,9 @@ constexpr std::chrono::seconds timeout{20};
 const BusTarget target{"org.vorn.CallTest", "/org/vorn/CallTest", "org.vorn.CallTest1"};
 
 // The object lives on a thread of its own; calls come from the test's thread.
-class BusMethodCalls : public testing::Test {
+class BusMethodCallOnABusTest : public testing::Test {
  protected:
-  ~BusMethodCalls() override {
+  ~BusMethodCallOnABusTest() override {
     mThread.run([this] { mObject.reset(); });
   }
   void put(std::vector<BusMethod> methods) {
@@ -36,7 +36,7 @@ class BusMethodCalls : public testing::Test {
   test::LoopThread mThread;
 };
 
-TEST_F(BusMethodCalls, CarryValuesOfEveryTypeBothWays) {
+TEST_F(BusMethodCallOnABusTest, CarryValuesOfEveryTypeBothWays) {
   const std::vector<BusArgument> basic = {{"b", "b"}, {"q", "q"}, {"i", "i"}, {"u", "u"},
                                           {"x", "x"}, {"t", "t"}, {"s", "s"}};
   const PropertyList output = PropertyList::array({PropertyList::array({5U, 7, -1}), PropertyList::array({6U, 9, 1})});
@@ -57,7 +57,7 @@ TEST_F(BusMethodCalls, CarryValuesOfEveryTypeBothWays) {
   EXPECT_EQ(given.values, (Values{output, state}));
 }
 
-TEST_F(BusMethodCalls, TellWhatWentWrong) {
+TEST_F(BusMethodCallOnABusTest, TellWhatWentWrong) {
   put({{"Refuse", {}, {}, [](const Values&) { return BusReply::failure("org.vorn.CallTest1.Error.No", "No!"); }}});
   const BusAnswer refused = callBusMethod(target, "Refuse", {}, timeout);
   EXPECT_EQ(refused.status, Status::Error);
@@ -68,7 +68,7 @@ TEST_F(BusMethodCalls, TellWhatWentWrong) {
   EXPECT_EQ(callBusMethod({"org.vorn.Nobody", "/a", "a.b"}, "Refuse", {}, timeout).status, Status::NoOwner);
 }
 
-TEST_F(BusMethodCalls, EndWhenTheTimeHasPassed) {
+TEST_F(BusMethodCallOnABusTest, EndWhenTheTimeHasPassed) {
   put({{"Do", {}, {}, [](const Values&) { return BusReply::success(); }}});
   mThread.run([] {
     // While the object's thread is held here, nobody answers.
@@ -79,7 +79,7 @@ TEST_F(BusMethodCalls, EndWhenTheTimeHasPassed) {
   });
 }
 
-TEST(BusMethodCall, NeedsABus) {
+TEST(BusMethodCallTest, NeedsABus) {
   test::PrivateBus bus;
   EXPECT_EQ(callBusMethod(target, "Do", {}, timeout).status, Status::NoOwner);
   bus.end();

@@ -31,9 +31,9 @@ BusObjectDescription describe(std::vector<BusMethod> methods, std::vector<BusSig
 }
 
 // The object lives on a thread of its own; calls come from the test's thread.
-class BusObjectOnABus : public testing::Test {
+class BusObjectTest : public testing::Test {
  protected:
-  ~BusObjectOnABus() override {
+  ~BusObjectTest() override {
     mThread.run([this] { mObject.reset(); });
   }
 
@@ -84,7 +84,7 @@ class BusObjectOnABus : public testing::Test {
   test::LoopThread mThread;
 };
 
-TEST_F(BusObjectOnABus, GivesItsMethodsTheValuesOfEveryBasicType) {
+TEST_F(BusObjectTest, GivesItsMethodsTheValuesOfEveryBasicType) {
   Values seen;
   put(describe({{"Take",
                  {{"b", "b"}, {"n", "n"}, {"q", "q"}, {"i", "i"}, {"u", "u"}, {"x", "x"}, {"t", "t"}, {"s", "s"}},
@@ -98,7 +98,7 @@ TEST_F(BusObjectOnABus, GivesItsMethodsTheValuesOfEveryBasicType) {
   mThread.run([&] { EXPECT_EQ(seen, (Values{true, -5, 65535, -7, 4000000000U, -9, std::uint64_t{1} << 63, "text"})); });
 }
 
-TEST_F(BusObjectOnABus, ReturnsValuesOfEveryType) {
+TEST_F(BusObjectTest, ReturnsValuesOfEveryType) {
   const PropertyList row = PropertyList::array({PropertyList("a"), PropertyList(7)});
   putGiving("a(sq)", PropertyList::array({row, row}));
   EXPECT_EQ(answerOf("Give"), "ARRAY(sq){STRUCTsq{STRINGa;UINT167;};STRUCTsq{STRINGa;UINT167;};};");
@@ -114,7 +114,7 @@ TEST_F(BusObjectOnABus, ReturnsValuesOfEveryType) {
   EXPECT_EQ(answerOf("Give"), "UINT6418446744073709551615;");
 }
 
-TEST_F(BusObjectOnABus, ReportsAResultThatDoesNotFit) {
+TEST_F(BusObjectTest, ReportsAResultThatDoesNotFit) {
   const std::string error = "org.freedesktop.DBus.Error.Failed: The result does not fit the method's types";
   const std::vector<std::pair<std::string, PropertyList>> misfits = {
       {"q", 65536},
@@ -138,12 +138,12 @@ TEST_F(BusObjectOnABus, ReportsAResultThatDoesNotFit) {
   }
 }
 
-TEST_F(BusObjectOnABus, ReturnsTheErrorsOfItsMethods) {
+TEST_F(BusObjectTest, ReturnsTheErrorsOfItsMethods) {
   put(describe({{"Fail", {}, {}, [](const Values&) { return BusReply::failure("org.vorn.Error.Busy", "Not now"); }}}));
   EXPECT_EQ(call("Fail"), "org.vorn.Error.Busy: Not now");
 }
 
-TEST_F(BusObjectOnABus, IsNotCalledWithOtherTypes) {
+TEST_F(BusObjectTest, IsNotCalledWithOtherTypes) {
   int calls = 0;
   put(describe({{"Take", {{"i", "number"}}, {}, [&](const Values&) {
                    ++calls;
@@ -154,7 +154,7 @@ TEST_F(BusObjectOnABus, IsNotCalledWithOtherTypes) {
   mThread.run([&] { EXPECT_EQ(calls, 0); });
 }
 
-TEST_F(BusObjectOnABus, TellsTheNamesOfItsMethodsAndArguments) {
+TEST_F(BusObjectTest, TellsTheNamesOfItsMethodsAndArguments) {
   put(describe({{"Add",
                  {{"i", "first"}, {"i", "second"}},
                  {{"i", "sum"}},
@@ -174,7 +174,7 @@ TEST_F(BusObjectOnABus, TellsTheNamesOfItsMethodsAndArguments) {
   }
 }
 
-TEST_F(BusObjectOnABus, BroadcastsItsSignals) {
+TEST_F(BusObjectTest, BroadcastsItsSignals) {
   put(describe({}, {{"Added", {{"i", "number"}, {"s", "text"}}}}));
   std::string heard;
   sd_bus_slot* slot = nullptr;
@@ -200,7 +200,7 @@ TEST_F(BusObjectOnABus, BroadcastsItsSignals) {
   sd_bus_slot_unref(slot);
 }
 
-TEST_F(BusObjectOnABus, CannotBePutThereTwice) {
+TEST_F(BusObjectTest, CannotBePutThereTwice) {
   put(describe({}));
   std::string error;
   EXPECT_EQ(BusObject::create(describe({}), &error), nullptr);
@@ -209,7 +209,7 @@ TEST_F(BusObjectOnABus, CannotBePutThereTwice) {
   EXPECT_NE(BusObject::create(describe({}), &error), nullptr);
 }
 
-TEST_F(BusObjectOnABus, IsRefusedWithADescriptionThatTheBusDoesNotKnow) {
+TEST_F(BusObjectTest, IsRefusedWithADescriptionThatTheBusDoesNotKnow) {
   std::string error;
   const auto done = [](const Values&) { return BusReply::success(); };
   BusObjectDescription badName = describe({});
@@ -226,7 +226,7 @@ TEST_F(BusObjectOnABus, IsRefusedWithADescriptionThatTheBusDoesNotKnow) {
   EXPECT_NE(BusObject::create(describe({{"Give", {}, {}, done}}), &error), nullptr);
 }
 
-TEST_F(BusObjectOnABus, MayBeEndedByItsOwnMethod) {
+TEST_F(BusObjectTest, MayBeEndedByItsOwnMethod) {
   put(describe({{"End", {}, {{"s", "text"}}, [this, text = std::string(100, 'x')](const Values&) {
                    mObject.reset();
                    return BusReply::success({text});

@@ -65,13 +65,13 @@ class Portal {
   test::LoopThread mThread;
 };
 
-TEST(DesktopSettings, HasNoPreferenceWithoutAPortal) {
+TEST(DesktopSettingsTest, HasNoPreferenceWithoutAPortal) {
   const test::PrivateBus bus;
   const DesktopSettings settings({});
   EXPECT_EQ(settings.preferences(), Preferences());
 }
 
-TEST(DesktopSettings, ReadsWhatThePortalPrefers) {
+TEST(DesktopSettingsTest, ReadsWhatThePortalPrefers) {
   const test::PrivateBus bus;
   struct Case {
     std::uint32_t colorScheme;
@@ -88,7 +88,7 @@ TEST(DesktopSettings, ReadsWhatThePortalPrefers) {
   }
 }
 
-TEST(DesktopSettings, TellsEveryChangeOfMindOnce) {
+TEST(DesktopSettingsTest, TellsEveryChangeOfMindOnce) {
   const test::PrivateBus bus;
   Portal portal(0, 0, true);
   std::vector<Preferences> told;

@@ -21,9 +21,9 @@ struct Heard {
   friend bool operator==(const Heard&, const Heard&) = default;
 };
 
-class Notifications : public testing::Test {
+class DistributedNotificationCenterTest : public testing::Test {
  protected:
-  ~Notifications() override { mCenter.removeObserver(this); }
+  ~DistributedNotificationCenterTest() override { mCenter.removeObserver(this); }
 
   NotificationCenter::Handler hear() {
     return [this](const Notification& news) { mHeard.push_back({news.name, news.object, news.userInfo}); };
@@ -79,7 +79,7 @@ class SignalCounter {
   sd_bus_slot* mSlot = nullptr;
 };
 
-TEST_F(Notifications, CarryNameObjectAndUserInformation) {
+TEST_F(DistributedNotificationCenterTest, CarryNameObjectAndUserInformation) {
   observe("Profile Updated 273");
   const PropertyList userInfo = PropertyList::dictionary({{"Source App", "org.vorn.Other"}, {"n", 5}});
   elsewhere([&](DistributedNotificationCenter& center) {
@@ -93,7 +93,7 @@ TEST_F(Notifications, CarryNameObjectAndUserInformation) {
                                         {"Profile Updated 273", "", PropertyList::dictionary()}}));
 }
 
-TEST_F(Notifications, ReachObserversOfTheProgramThatPosts) {
+TEST_F(DistributedNotificationCenterTest, ReachObserversOfTheProgramThatPosts) {
   observe("News");
   mCenter.post("News", "me", PropertyList::dictionary({{"n", 1}}));
   EXPECT_TRUE(mHeard.empty());
@@ -101,7 +101,7 @@ TEST_F(Notifications, ReachObserversOfTheProgramThatPosts) {
   EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "me", PropertyList::dictionary({{"n", 1}})}}));
 }
 
-TEST_F(Notifications, OfOtherNamesDoNotWakeAnObserver) {
+TEST_F(DistributedNotificationCenterTest, OfOtherNamesDoNotWakeAnObserver) {
   observe("A");
   SignalCounter counter;
   for (int i = 0; i < 50; ++i) postElsewhere("B");
@@ -111,7 +111,7 @@ TEST_F(Notifications, OfOtherNamesDoNotWakeAnObserver) {
   EXPECT_EQ(counter.count(), 1);
 }
 
-TEST_F(Notifications, AreStillDeliveredWhileOneObserverOfTheNameIsLeft) {
+TEST_F(DistributedNotificationCenterTest, AreStillDeliveredWhileOneObserverOfTheNameIsLeft) {
   const int other = 0;
   observe("News");
   mCenter.addObserver(&other, "News", hear());
@@ -128,7 +128,7 @@ TEST_F(Notifications, AreStillDeliveredWhileOneObserverOfTheNameIsLeft) {
   EXPECT_EQ(counter.count(), 1);  // the one that settles
 }
 
-TEST_F(Notifications, AreNotMissedWhileAHandlerHasItsObserverRemovedForAMoment) {
+TEST_F(DistributedNotificationCenterTest, AreNotMissedWhileAHandlerHasItsObserverRemovedForAMoment) {
   mCenter.addObserver(this, "News", [this](const Notification& news) {
     mHeard.push_back({news.name, news.object, news.userInfo});
     mCenter.removeObserver(this, "News");
@@ -142,7 +142,7 @@ TEST_F(Notifications, AreNotMissedWhileAHandlerHasItsObserverRemovedForAMoment) 
                                         {"News", "", PropertyList::dictionary({{"n", 2}})}}));
 }
 
-TEST_F(Notifications, StopForANameThatAHandlerNoLongerObserves) {
+TEST_F(DistributedNotificationCenterTest, StopForANameThatAHandlerNoLongerObserves) {
   mCenter.addObserver(this, "News", [this](const Notification& news) {
     mHeard.push_back({news.name, news.object, news.userInfo});
     mCenter.removeObserver(this, "News");
@@ -157,7 +157,7 @@ TEST_F(Notifications, StopForANameThatAHandlerNoLongerObserves) {
   EXPECT_EQ(counter.count(), 1);  // the one that settles
 }
 
-TEST_F(Notifications, CallAnObserverThatWasAddedTwiceTwice) {
+TEST_F(DistributedNotificationCenterTest, CallAnObserverThatWasAddedTwiceTwice) {
   observe("News");
   observe("News");
   postElsewhere("News");
@@ -169,7 +169,7 @@ TEST_F(Notifications, CallAnObserverThatWasAddedTwiceTwice) {
   EXPECT_EQ(mHeard.size(), 2U);
 }
 
-TEST_F(Notifications, CallObserversInTheOrderOfTheirRegistration) {
+TEST_F(DistributedNotificationCenterTest, CallObserversInTheOrderOfTheirRegistration) {
   std::vector<int> order;
   const int others[3] = {};
   for (int i = 0; i < 3; ++i)
@@ -180,7 +180,7 @@ TEST_F(Notifications, CallObserversInTheOrderOfTheirRegistration) {
   for (const int& other : others) mCenter.removeObserver(&other);
 }
 
-TEST_F(Notifications, UnderDeliveryAreNotSeenByObserversThatAHandlerAdds) {
+TEST_F(DistributedNotificationCenterTest, UnderDeliveryAreNotSeenByObserversThatAHandlerAdds) {
   int calls = 0;
   mCenter.addObserver(this, "News", [&](const Notification&) {
     mCenter.removeObserver(this, "News");
@@ -197,7 +197,7 @@ TEST_F(Notifications, UnderDeliveryAreNotSeenByObserversThatAHandlerAdds) {
   EXPECT_EQ(mHeard.size(), 1U);
 }
 
-TEST_F(Notifications, AreNotDeliveredToAnObserverThatAnEarlierHandlerRemoved) {
+TEST_F(DistributedNotificationCenterTest, AreNotDeliveredToAnObserverThatAnEarlierHandlerRemoved) {
   const int other = 0;
   mCenter.addObserver(&other, "News", [&](const Notification&) { mCenter.removeObserver(this); });
   observe("News");
@@ -209,7 +209,7 @@ TEST_F(Notifications, AreNotDeliveredToAnObserverThatAnEarlierHandlerRemoved) {
   mCenter.removeObserver(&other);
 }
 
-TEST_F(Notifications, LetAHandlerRemoveItselfAndGoOnWithWhatItHolds) {
+TEST_F(DistributedNotificationCenterTest, LetAHandlerRemoveItselfAndGoOnWithWhatItHolds) {
   std::string result;
   mCenter.addObserver(this, "News", [&, text = std::string(100, 'x')](const Notification&) {
     mCenter.removeObserver(this);
@@ -220,7 +220,7 @@ TEST_F(Notifications, LetAHandlerRemoveItselfAndGoOnWithWhatItHolds) {
   EXPECT_EQ(result, std::string(100, 'x'));
 }
 
-TEST_F(Notifications, MayHaveAnyTextAsTheirName) {
+TEST_F(DistributedNotificationCenterTest, MayHaveAnyTextAsTheirName) {
   const std::vector<std::string> names{"it's", "back\\slash", "a,b='c'", "\\'", "Größe 漢字", "", " two  blanks "};
   for (const std::string& name : names) observe(name);
   std::vector<Heard> expected;
@@ -232,7 +232,7 @@ TEST_F(Notifications, MayHaveAnyTextAsTheirName) {
   EXPECT_EQ(mHeard, expected);
 }
 
-TEST_F(Notifications, ThatTheBusCannotCarryAreDropped) {
+TEST_F(DistributedNotificationCenterTest, ThatTheBusCannotCarryAreDropped) {
   observe("News");
   mCenter.post("\xff\xfe", "", PropertyList());
   mCenter.post("News", std::string("a\0b", 3), PropertyList());
@@ -242,7 +242,7 @@ TEST_F(Notifications, ThatTheBusCannotCarryAreDropped) {
   EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "", PropertyList::dictionary({{"n", 1}})}}));
 }
 
-TEST_F(Notifications, WithUndecodableUserInformationCarryNone) {
+TEST_F(DistributedNotificationCenterTest, WithUndecodableUserInformationCarryNone) {
   observe("News");
   sd_bus* bus = BusConnection::forThisThread().handle();
   const auto emit = [&](auto... arguments) {
@@ -256,7 +256,7 @@ TEST_F(Notifications, WithUndecodableUserInformationCarryNone) {
   EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "garbage", PropertyList()}, {"News", "array", PropertyList()}}));
 }
 
-TEST_F(Notifications, AreObservedAgainOnANewBus) {
+TEST_F(DistributedNotificationCenterTest, AreObservedAgainOnANewBus) {
   observe("News");
   mBus.end();
   EXPECT_FALSE(test::serveBusUntil([] { return false; }));

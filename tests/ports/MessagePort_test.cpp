@@ -63,12 +63,12 @@ class ServedPort {
   test::LoopThread mThread;
 };
 
-class MessagePort : public testing::Test {
+class MessagePortTest : public testing::Test {
  protected:
   test::PrivateBus mBus;
 };
 
-TEST_F(MessagePort, CarriesAMessageAndBringsTheReplyBack) {
+TEST_F(MessagePortTest, CarriesAMessageAndBringsTheReplyBack) {
   ServedPort served("Served", {7, 8, 9});
   const auto remote = RemoteMessagePort::lookUp("Served");
   ASSERT_TRUE(remote);
@@ -79,7 +79,7 @@ TEST_F(MessagePort, CarriesAMessageAndBringsTheReplyBack) {
   EXPECT_EQ(served.received(), (std::vector<Received>{{4, {1, 0, 255}, ownUniqueName()}}));
 }
 
-TEST_F(MessagePort, CarriesEveryMessageIDAndEmptyData) {
+TEST_F(MessagePortTest, CarriesEveryMessageIDAndEmptyData) {
   ServedPort served("Served");
   const auto remote = RemoteMessagePort::lookUp("Served");
   ASSERT_TRUE(remote);
@@ -91,7 +91,7 @@ TEST_F(MessagePort, CarriesEveryMessageIDAndEmptyData) {
   EXPECT_EQ(served.received(), (std::vector<Received>{{INT32_MIN, {}, sender}, {INT32_MAX, {}, sender}}));
 }
 
-TEST_F(MessagePort, CarriesMegabytesBothWays) {
+TEST_F(MessagePortTest, CarriesMegabytesBothWays) {
   Bytes data(std::size_t{4} << 20);
   std::iota(data.begin(), data.end(), std::uint8_t{0});
   ServedPort served("Served", data);
@@ -103,7 +103,7 @@ TEST_F(MessagePort, CarriesMegabytesBothWays) {
   EXPECT_TRUE(served.received().at(0).data == data);
 }
 
-TEST_F(MessagePort, RefusesWhatTheBusCannotCarryAndStaysUsable) {
+TEST_F(MessagePortTest, RefusesWhatTheBusCannotCarryAndStaysUsable) {
   ServedPort served("Served");
   const auto remote = RemoteMessagePort::lookUp("Served");
   ASSERT_TRUE(remote);
@@ -114,7 +114,7 @@ TEST_F(MessagePort, RefusesWhatTheBusCannotCarryAndStaysUsable) {
   EXPECT_EQ(served.received(), (std::vector<Received>{{3, {3}, ownUniqueName()}}));
 }
 
-TEST_F(MessagePort, AnswersAnErrorInPlaceOfAReplyThatTheBusCannotCarry) {
+TEST_F(MessagePortTest, AnswersAnErrorInPlaceOfAReplyThatTheBusCannotCarry) {
   ServedPort served("Served", Bytes((std::size_t{1} << 26) + 1));
   const auto remote = RemoteMessagePort::lookUp("Served");
   ASSERT_TRUE(remote);
@@ -122,7 +122,7 @@ TEST_F(MessagePort, AnswersAnErrorInPlaceOfAReplyThatTheBusCannotCarry) {
   EXPECT_EQ(served.received().size(), 1U);
 }
 
-TEST_F(MessagePort, IsNotFoundUnderANameThatNobodyOwnsOrThatIsNone) {
+TEST_F(MessagePortTest, IsNotFoundUnderANameThatNobodyOwnsOrThatIsNone) {
   EXPECT_FALSE(RemoteMessagePort::lookUp("Nobody"));
   for (const std::string& name : {std::string(), std::string("two words"), std::string("1st"), std::string("a\0b", 3),
                                   std::string("dot."), std::string("\xff"), std::string(300, 'n')}) {
@@ -138,7 +138,7 @@ TEST_F(MessagePort, IsNotFoundUnderANameThatNobodyOwnsOrThatIsNone) {
   }
 }
 
-TEST_F(MessagePort, StartsNoServiceByLookingUpOrSending) {
+TEST_F(MessagePortTest, StartsNoServiceByLookingUpOrSending) {
   EXPECT_FALSE(RemoteMessagePort::lookUp(test::PrivateBus::startablePort));
   ServedPort served{std::string(test::PrivateBus::startablePort)};
   const auto remote = RemoteMessagePort::lookUp(test::PrivateBus::startablePort);
@@ -150,7 +150,7 @@ TEST_F(MessagePort, StartsNoServiceByLookingUpOrSending) {
   EXPECT_FALSE(mBus.hasStartedService());
 }
 
-TEST_F(MessagePort, TimesOutWhileItsOwnerDoesNotReturn) {
+TEST_F(MessagePortTest, TimesOutWhileItsOwnerDoesNotReturn) {
   test::LoopThread thread;
   std::unique_ptr<LocalMessagePort> port;
   std::promise<void> release;
@@ -172,7 +172,7 @@ TEST_F(MessagePort, TimesOutWhileItsOwnerDoesNotReturn) {
   thread.run([&] { port.reset(); });
 }
 
-TEST_F(MessagePort, HasOneOwnerAtATime) {
+TEST_F(MessagePortTest, HasOneOwnerAtATime) {
   ServedPort first("Single", {1});
   ASSERT_TRUE(first.exists());
   Failure failure = Failure::Other;
@@ -200,7 +200,7 @@ TEST_F(MessagePort, HasOneOwnerAtATime) {
   EXPECT_TRUE(RemoteMessagePort::lookUp("Single"));
 }
 
-TEST_F(MessagePort, IsToldFromAnotherPortOfTheSameThread) {
+TEST_F(MessagePortTest, IsToldFromAnotherPortOfTheSameThread) {
   test::LoopThread thread;
   std::unique_ptr<LocalMessagePort> first;
   std::unique_ptr<LocalMessagePort> second;
@@ -223,7 +223,7 @@ TEST_F(MessagePort, IsToldFromAnotherPortOfTheSameThread) {
   thread.run([&] { second.reset(); });
 }
 
-TEST_F(MessagePort, MayBeDestroyedByItsOwnCallback) {
+TEST_F(MessagePortTest, MayBeDestroyedByItsOwnCallback) {
   test::LoopThread thread;
   std::unique_ptr<LocalMessagePort> port;
   thread.run([&] {
@@ -241,7 +241,7 @@ TEST_F(MessagePort, MayBeDestroyedByItsOwnCallback) {
   EXPECT_FALSE(RemoteMessagePort::lookUp("ShortLived"));
 }
 
-TEST_F(MessagePort, TakesPostedMessagesInTheirOrder) {
+TEST_F(MessagePortTest, TakesPostedMessagesInTheirOrder) {
   ServedPort served("Served", {1});
   const auto remote = RemoteMessagePort::lookUp("Served");
   ASSERT_TRUE(remote);
@@ -252,7 +252,7 @@ TEST_F(MessagePort, TakesPostedMessagesInTheirOrder) {
   EXPECT_EQ(served.received(), (std::vector<Received>{{1, {1}, sender}, {2, {2}, sender}, {3, {3}, sender}}));
 }
 
-TEST_F(MessagePort, MayBeOneOfThisThreadItself) {
+TEST_F(MessagePortTest, MayBeOneOfThisThreadItself) {
   std::vector<std::int32_t> received;
   const auto port = LocalMessagePort::create("Own", [&](const LocalMessagePort::Message& message) {
     received.push_back(message.messageID);
@@ -277,7 +277,7 @@ std::string errorOfCall(const char* member, const char* signature, Arguments... 
   return name;
 }
 
-TEST_F(MessagePort, AnswersCallsOfAnotherShapeWithAnError) {
+TEST_F(MessagePortTest, AnswersCallsOfAnotherShapeWithAnError) {
   ServedPort served("Served");
   EXPECT_EQ(errorOfCall("Send", ""), SD_BUS_ERROR_INVALID_ARGS);
   EXPECT_EQ(errorOfCall("Send", "i", 1), SD_BUS_ERROR_INVALID_ARGS);

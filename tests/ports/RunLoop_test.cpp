@@ -16,18 +16,18 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class RunLoopOnABus : public testing::Test {
+class RunLoopTest : public testing::Test {
  protected:
   test::PrivateBus mBus;
 };
 
-TEST_F(RunLoopOnABus, ReturnsAtOnceWhenItWasStoppedBefore) {
+TEST_F(RunLoopTest, ReturnsAtOnceWhenItWasStoppedBefore) {
   RunLoop loop;
   loop.stop();
   EXPECT_TRUE(loop.run());
 }
 
-TEST_F(RunLoopOnABus, CanBeStoppedFromAnotherThreadAndRunAgain) {
+TEST_F(RunLoopTest, CanBeStoppedFromAnotherThreadAndRunAgain) {
   RunLoop loop;
   for (int round = 0; round < 2; ++round) {
     std::thread other([&] { loop.stop(); });
@@ -36,7 +36,7 @@ TEST_F(RunLoopOnABus, CanBeStoppedFromAnotherThreadAndRunAgain) {
   }
 }
 
-TEST_F(RunLoopOnABus, PerformsTheWorkOfOtherThreadsInOrderOnItsOwn) {
+TEST_F(RunLoopTest, PerformsTheWorkOfOtherThreadsInOrderOnItsOwn) {
   RunLoop loop;
   std::vector<int> order;
   const auto owner = std::this_thread::get_id();
@@ -55,7 +55,7 @@ TEST_F(RunLoopOnABus, PerformsTheWorkOfOtherThreadsInOrderOnItsOwn) {
   EXPECT_EQ(order, expected);
 }
 
-TEST_F(RunLoopOnABus, FiresTimersOnceInTheOrderOfTheirTimes) {
+TEST_F(RunLoopTest, FiresTimersOnceInTheOrderOfTheirTimes) {
   RunLoop loop;
   std::vector<int> order;
   loop.addTimer(30ms, [&] { order.push_back(3); });
@@ -66,7 +66,7 @@ TEST_F(RunLoopOnABus, FiresTimersOnceInTheOrderOfTheirTimes) {
   EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
 }
 
-TEST_F(RunLoopOnABus, FiresTimersOfTheSameDelayInTheOrderOfTheirMaking) {
+TEST_F(RunLoopTest, FiresTimersOfTheSameDelayInTheOrderOfTheirMaking) {
   RunLoop loop;
   std::vector<int> order;
   std::vector<int> expected;
@@ -79,7 +79,7 @@ TEST_F(RunLoopOnABus, FiresTimersOfTheSameDelayInTheOrderOfTheirMaking) {
   EXPECT_EQ(order, expected);
 }
 
-TEST_F(RunLoopOnABus, NeverFiresARemovedTimer) {
+TEST_F(RunLoopTest, NeverFiresARemovedTimer) {
   RunLoop loop;
   std::vector<int> order;
   RunLoop::Timer victim = 0;
@@ -103,7 +103,7 @@ TEST_F(RunLoopOnABus, NeverFiresARemovedTimer) {
   EXPECT_EQ(order, (std::vector<int>{1, 3, 4}));
 }
 
-TEST_F(RunLoopOnABus, CallsTheWorkOfASignal) {
+TEST_F(RunLoopTest, CallsTheWorkOfASignal) {
   RunLoop loop;
   int received = 0;
   loop.onSignal(SIGUSR1, [&] {
@@ -115,7 +115,7 @@ TEST_F(RunLoopOnABus, CallsTheWorkOfASignal) {
   EXPECT_EQ(received, 1);
 }
 
-TEST_F(RunLoopOnABus, DeliversWhatCameDuringABlockingCallOfItsOwn) {
+TEST_F(RunLoopTest, DeliversWhatCameDuringABlockingCallOfItsOwn) {
   RunLoop loop;
   auto& center = DistributedNotificationCenter::defaultCenter();
   int received = 0;
@@ -139,7 +139,7 @@ TEST_F(RunLoopOnABus, DeliversWhatCameDuringABlockingCallOfItsOwn) {
   center.removeObserver(&loop);
 }
 
-TEST_F(RunLoopOnABus, ReturnsFalseWhenTheBusGoesAway) {
+TEST_F(RunLoopTest, ReturnsFalseWhenTheBusGoesAway) {
   RunLoop loop;
   loop.addTimer(0us, [&] { mBus.end(); });
   EXPECT_FALSE(loop.run());

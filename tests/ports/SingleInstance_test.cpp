@@ -39,12 +39,12 @@ class RunningProgram {
   test::LoopThread mThread;
 };
 
-class SingleInstanceOnABus : public testing::Test {
+class SingleInstanceTest : public testing::Test {
  protected:
   test::PrivateBus mBus;
 };
 
-TEST_F(SingleInstanceOnABus, IsClaimedByOneProgramUntilItEnds) {
+TEST_F(SingleInstanceTest, IsClaimedByOneProgramUntilItEnds) {
   RunningProgram running;
   bool isTaken = false;
   EXPECT_EQ(SingleInstance::claim(identifier, {}, &isTaken), nullptr);
@@ -54,14 +54,14 @@ TEST_F(SingleInstanceOnABus, IsClaimedByOneProgramUntilItEnds) {
   EXPECT_FALSE(isTaken);
 }
 
-TEST_F(SingleInstanceOnABus, IsNotTakenWhenItsIdentifierIsNone) {
+TEST_F(SingleInstanceTest, IsNotTakenWhenItsIdentifierIsNone) {
   bool isTaken = true;
   EXPECT_EQ(SingleInstance::claim("no identifier", {}, &isTaken), nullptr);
   EXPECT_FALSE(isTaken);
   EXPECT_FALSE(SingleInstance::activateOther("no identifier", ""));
 }
 
-TEST_F(SingleInstanceOnABus, HearsTheTokenOfTheProgramThatAsks) {
+TEST_F(SingleInstanceTest, HearsTheTokenOfTheProgramThatAsks) {
   RunningProgram running;
   EXPECT_TRUE(SingleInstance::activateOther(identifier, "token-1"));
   EXPECT_TRUE(SingleInstance::activateOther(identifier, ""));
@@ -69,11 +69,11 @@ TEST_F(SingleInstanceOnABus, HearsTheTokenOfTheProgramThatAsks) {
   EXPECT_EQ(running.tokens(), (std::vector<std::string>{"token-1", "", ""}));
 }
 
-TEST_F(SingleInstanceOnABus, CannotBeActivatedWhenNobodyRuns) {
+TEST_F(SingleInstanceTest, CannotBeActivatedWhenNobodyRuns) {
   EXPECT_FALSE(SingleInstance::activateOther(identifier, "token"));
 }
 
-TEST_F(SingleInstanceOnABus, ReadsTheTokenAmongOtherPlatformData) {
+TEST_F(SingleInstanceTest, ReadsTheTokenAmongOtherPlatformData) {
   RunningProgram running;
   sd_bus* bus = BusConnection::forThisThread().handle();
   const auto call = [&](auto... arguments) {
@@ -86,7 +86,7 @@ TEST_F(SingleInstanceOnABus, ReadsTheTokenAmongOtherPlatformData) {
   EXPECT_EQ(running.tokens(), (std::vector<std::string>{"t", ""}));
 }
 
-TEST_F(SingleInstanceOnABus, MayBeGivenUpByItsOwnHandler) {
+TEST_F(SingleInstanceTest, MayBeGivenUpByItsOwnHandler) {
   test::LoopThread thread;
   std::unique_ptr<SingleInstance> instance;
   std::string heard;

@@ -3,8 +3,8 @@
 #include <QListView>
 
 #include "model/PropertyListCodec.h"
-#include "platform/ApplicationsHome.h"
 #include "profiles/ProfilesTabTest.h"
+#include "support/ApplicationsHome.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -39,7 +39,7 @@ PropertyList autoSwitch(int on) {
 
 }  // namespace
 
-class ProfilesFilesTest : public QObject {
+class MouseProfilesControllerFilesTest : public QObject {
   Q_OBJECT
 
  private:
@@ -412,5 +412,5 @@ class ProfilesFilesTest : public QObject {
   }
 };
 
-SKARN_QTEST(ProfilesFilesTest)
+SKARN_QTEST(MouseProfilesControllerFilesTest)
 #include "MouseProfilesController_files_test.moc"

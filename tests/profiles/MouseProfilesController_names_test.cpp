@@ -5,7 +5,7 @@
 using namespace skarn;
 using namespace skarn::test;
 
-class ProfilesNamesTest : public QObject {
+class MouseProfilesControllerNamesTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -389,5 +389,5 @@ class ProfilesNamesTest : public QObject {
   }
 };
 
-SKARN_QTEST(ProfilesNamesTest)
+SKARN_QTEST(MouseProfilesControllerNamesTest)
 #include "MouseProfilesController_names_test.moc"

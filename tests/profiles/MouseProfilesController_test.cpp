@@ -12,7 +12,7 @@
 using namespace skarn;
 using namespace skarn::test;
 
-class ProfilesTest : public QObject {
+class MouseProfilesControllerTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -447,11 +447,13 @@ class ProfilesTest : public QObject {
     VERIFY_CALLS(test.delegate.calls, {});
   }
 
-  void withoutADelegateNothingHappens() {
+  void withoutADelegateTheProfilesStayAsTheyAre() {
     ProfilesTab test;
     test.show();
+    const QStringList before = test.rows();
     test.tab->setMProfileDelegate(nullptr);
     test.click(2, 1);
+    QCOMPARE(test.selectedRow(), 2);
     for (const int tag : {2, 6, 8}) test.tab->selectMenuItem(tag);
     test.tab->tableViewSetObjectValueForTableColumn(QStringLiteral("X"), QStringLiteral("name"), 1);
     test.tab->tableViewSetObjectValueForTableColumn(1, QStringLiteral("auto switch"), 1);
@@ -459,11 +461,16 @@ class ProfilesTest : public QObject {
     test.tab->sheetDidEnd(1000, 9);
     test.tab->openPanelDidEnd(0, {}, 1);
     test.tab->tickEnableOnScreen(true);
-    QCOMPARE(test.names().size(), 4);
+    QCOMPARE(test.rows(), before);
     QVERIFY(test.tab->mProfilesArray() == profiles());
+    // The next redraw selects the active profile again, and nothing is sent late.
+    test.tab->setMProfileDelegate(&test.delegate);
+    test.tab->updateUISettings();
+    QCOMPARE(test.selectedRow(), 1);
+    QVERIFY(!test.editor());
     VERIFY_CALLS(test.delegate.calls, {});
   }
 };
 
-SKARN_QTEST(ProfilesTest)
+SKARN_QTEST(MouseProfilesControllerTest)
 #include "MouseProfilesController_test.moc"

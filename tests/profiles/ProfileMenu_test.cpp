@@ -42,7 +42,7 @@ PropertyList manyProfiles(int count, bool haveApplication) {
 
 }  // namespace
 
-class ProfilesMenusTest : public QObject {
+class ProfileMenuTest : public QObject {
   Q_OBJECT
 
  private slots:
@@ -361,5 +361,5 @@ class ProfilesMenusTest : public QObject {
   }
 };
 
-SKARN_QTEST(ProfilesMenusTest)
+SKARN_QTEST(ProfileMenuTest)
 #include "ProfileMenu_test.moc"

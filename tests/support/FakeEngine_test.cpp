@@ -13,18 +13,18 @@ namespace {
 using test::FakeEngineProcess;
 using test::PropertyListFile;
 
-class FakeEngine : public testing::Test {
+class FakeEngineTest : public testing::Test {
  protected:
   test::PrivateBus mBus;
 };
 
-TEST_F(FakeEngine, OwnsThePortThatItIsTold) {
+TEST_F(FakeEngineTest, OwnsThePortThatItIsTold) {
   FakeEngineProcess engine({}, "SomeOtherPort");
   EXPECT_TRUE(RemoteMessagePort::lookUp("SomeOtherPort"));
   EXPECT_FALSE(RemoteMessagePort::lookUp(enginePortName));
 }
 
-TEST_F(FakeEngine, EndsWithQuitWithTheEndOfItsInputAndOnRequest) {
+TEST_F(FakeEngineTest, EndsWithQuitWithTheEndOfItsInputAndOnRequest) {
   FakeEngineProcess first({}, "First");
   EXPECT_TRUE(first.obey("quit"));
   EXPECT_EQ(first.process().waitForEnd(), 0);
@@ -36,7 +36,7 @@ TEST_F(FakeEngine, EndsWithQuitWithTheEndOfItsInputAndOnRequest) {
   EXPECT_EQ(third.process().waitForEnd(), 7);
 }
 
-TEST_F(FakeEngine, RefusesWhatIsNoCommand) {
+TEST_F(FakeEngineTest, RefusesWhatIsNoCommand) {
   FakeEngineProcess engine;
   for (const char* line : {"", "on", "on x reply", "dance", "on 4 dance", "data 0g", "data 123", "reply /nonexistent",
                            "after x silent", "silent silent", "exit now", "silent ; dance"})
@@ -44,7 +44,7 @@ TEST_F(FakeEngine, RefusesWhatIsNoCommand) {
   EXPECT_TRUE(engine.obey("silent"));
 }
 
-TEST_F(FakeEngine, PostsNotificationsWithBlanksInTheirNames) {
+TEST_F(FakeEngineTest, PostsNotificationsWithBlanksInTheirNames) {
   const PropertyList userInfo = PropertyList::dictionary({{"Source App", "org.vorn.Other"}});
   const PropertyListFile file(userInfo);
   auto& center = DistributedNotificationCenter::defaultCenter();
@@ -62,7 +62,7 @@ TEST_F(FakeEngine, PostsNotificationsWithBlanksInTheirNames) {
   center.removeObserver(this);
 }
 
-TEST_F(FakeEngine, TellsRequestsThatAreNoPropertyList) {
+TEST_F(FakeEngineTest, TellsRequestsThatAreNoPropertyList) {
   FakeEngineProcess engine;
   const auto port = RemoteMessagePort::lookUp(enginePortName);
   ASSERT_TRUE(port);

@@ -6,13 +6,14 @@
 
 #include "model/Controls.h"
 #include "model/SettingsKeys.h"
+#include "support/SampleSettings.h"
 
 namespace vorn::test {
 
 namespace {
 
 constexpr std::size_t profileCount = 5;
-constexpr std::size_t eventCount = 40;
+constexpr int eventCount = 40;
 
 template <typename Make>
 PropertyList arrayOf(std::size_t count, const Make& make) {
@@ -27,30 +28,26 @@ PropertyList assignments(const Identifiers& identifiers, int variant) {
   std::vector<PropertyList::Pair> entries;
   int position = 0;
   for (const std::string_view identifier : identifiers) {
-    entries.emplace_back(identifier, PropertyList::dictionary({{keys::Command, (position + variant) % 50},
-                                                               {keys::Param1, PropertyList(identifier).toInt()},
-                                                               {keys::Param2, (position * variant) % 7}}));
+    entries.emplace_back(
+        identifier, assignment((position + variant) % 50, PropertyList(identifier).toInt(), (position * variant) % 7));
     ++position;
   }
   return PropertyList::dictionary(std::move(entries));
 }
 
 PropertyList keymap(int variant) {
-  return PropertyList::dictionary({{keys::Keys, assignments(keys::keyIdentifiers, variant)},
-                                   {keys::Buttons, assignments(keys::buttonIdentifiers, variant)}});
+  return keymapOf(assignments(keys::keyIdentifiers, variant), assignments(keys::buttonIdentifiers, variant));
 }
 
-PropertyList stage(int index) {
-  return PropertyList::dictionary({{keys::StageDpiX, 800 * (index + 1)},
-                                   {keys::StageDpiY, 800 * (index + 1)},
-                                   {keys::StageIndependentXY, index % 2}});
+PropertyList stageAt(int index) {
+  return stage(800 * (index + 1), 800 * (index + 1), index % 2 == 1);
 }
 
-PropertyList colour(int zone) {
-  return PropertyList::dictionary({{keys::Red, 0.25 * zone}, {keys::Green, 1.0}, {keys::Blue, 0.5}});
+PropertyList colorOf(int zone) {
+  return color(0.25 * zone, 1.0, 0.5);
 }
 
-PropertyList profile(int index) {
+PropertyList profileAt(int index) {
   const PropertyList first = keymap(8 * index);
   return PropertyList::dictionary(
       {{keys::ProfileName, "Profile " + std::to_string(index + 1)},
@@ -58,7 +55,7 @@ PropertyList profile(int index) {
        {keys::KeymapID, 0},
        {keys::Keys, first[keys::Keys]},
        {keys::Buttons, first[keys::Buttons]},
-       {keys::Stages, arrayOf(keys::maximumStages, stage)},
+       {keys::Stages, arrayOf(keys::maximumStages, stageAt)},
        {keys::StageValue, index % 5},
        {keys::DPIX, 1800},
        {keys::DPIY, 1800},
@@ -67,7 +64,7 @@ PropertyList profile(int index) {
        {keys::AccelerationOn, 0},
        {keys::Acceleration, 3},
        {keys::PollingRate, 1000},
-       {keys::LEDColors, arrayOf(keys::lightingZoneCount, colour)},
+       {keys::LEDColors, arrayOf(keys::lightingZoneCount, colorOf)},
        {keys::LEDEffects, 0},
        {keys::ScrollLED, 1},
        {keys::BrightnessKBNormal, 255},
@@ -85,25 +82,22 @@ PropertyList profile(int index) {
        {keys::MasterSensitivityOn, 0}});
 }
 
-PropertyList macro(int index) {
-  const PropertyList events = arrayOf(eventCount, [index](int event) {
-    return PropertyList::dictionary({{keys::Command, 1 - event % 2},
-                                     {keys::Delay, 10 + (7 * event + 13 * index) % 500},
-                                     {keys::Page, 7},
-                                     {keys::Argument, 4 + (event / 2 + index) % 36}});
-  });
-  return PropertyList::dictionary({{keys::MacroName, "Macro " + std::to_string(index + 1)},
-                                   {keys::MacroID, index},
-                                   {keys::Delay, 20},
-                                   {keys::Sequence, PropertyList::dictionary({{"events", events}})}});
+PropertyList macroAt(int index) {
+  std::vector<PropertyList> events;
+  for (int event = 0; event < eventCount; ++event) {
+    events.push_back(macroEvent(1 - event % 2, 10 + (7 * event + 13 * index) % 500, 7, 4 + (event / 2 + index) % 36));
+  }
+  return macro("Macro " + std::to_string(index + 1), std::move(events))
+      .with(keys::MacroID, index)
+      .with(keys::Delay, 20);
 }
 
 }  // namespace
 
 PropertyList bundleWithMacros(std::size_t macros) {
   return PropertyList::dictionary(
-      {{keys::Profiles, arrayOf(profileCount, profile)},
-       {keys::Macros, arrayOf(macros, macro)},
+      {{keys::Profiles, arrayOf(profileCount, profileAt)},
+       {keys::Macros, arrayOf(macros, macroAt)},
        {keys::DeviceSettings, PropertyList::dictionary({{keys::ActiveProfile, 0},
                                                         {keys::ProfileOSDOn, 1},
                                                         {keys::BrightnessNormal, 100},

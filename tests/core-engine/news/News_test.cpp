@@ -76,7 +76,7 @@ TEST_F(NewsTest, TellEverythingElseAsAProfileUpdateWithTheNameOfTheActiveProfile
   EXPECT_EQ(postsOf(two, sensitivityAndMore), update);
   EXPECT_EQ(postsOf(two, changed(two, 0, "DPIX", 900)), update);
   EXPECT_EQ(postsOf(two, changed(two, 0, "KeymapID", 1)), update);
-  EXPECT_EQ(postsOf(two, changed(two, 1, "Keys", keyGroup().with("43", record(20, 0)))), update);
+  EXPECT_EQ(postsOf(two, changed(two, 1, "Keys", factoryGroup(1).with("43", assignment(20, 0)))), update);
   EXPECT_EQ(postsOf(two, two.with("Macros", PropertyList::array({dictionary({{"MacroName", "M"}})}))), update);
   EXPECT_EQ(postsOf(two, two.with("DeviceSettings", two["DeviceSettings"].with("PowerSaver", 5))), update);
   EXPECT_EQ(postsOf(two, two.with("Profiles", two["Profiles"].appending(profile("three")))), update);
@@ -129,13 +129,13 @@ std::string sourceOf(const PropertyList& body) {
   return sourceAppOf({":1.7", body});
 }
 
-TEST(SourceApp, IsTheConfiguratorForItsReplyPortWhateverTheRequestSays) {
+TEST(NewsSourceAppTest, IsTheConfiguratorForItsReplyPortWhateverTheRequestSays) {
   const PropertyList body = dictionary({{"ResponseMsgPortName", "SkarnConfiguratorReplyPort"}});
   EXPECT_EQ(sourceOf(body), configurator);
   EXPECT_EQ(sourceOf(body.with("Source App", "org.example.Tool")), configurator);
 }
 
-TEST(SourceApp, IsWhatOthersSayOfThemselves) {
+TEST(NewsSourceAppTest, IsWhatOthersSayOfThemselves) {
   const PropertyList body = dictionary({{"ResponseMsgPortName", "VornCtlReplyPort12"}});
   EXPECT_EQ(sourceOf(body), "");
   EXPECT_EQ(sourceOf(body.with("Source App", "org.example.Tool")), "org.example.Tool");
@@ -144,7 +144,7 @@ TEST(SourceApp, IsWhatOthersSayOfThemselves) {
   EXPECT_EQ(sourceOf(body.with("Source App", std::string(256, 'x'))), "");
 }
 
-TEST(SourceApp, IsNeverTheConfiguratorForOthers) {
+TEST(NewsSourceAppTest, IsNeverTheConfiguratorForOthers) {
   EXPECT_EQ(sourceOf(dictionary({{"ResponseMsgPortName", "Other"}, {"Source App", configurator}})), "");
 }
 

@@ -28,13 +28,13 @@ std::string errorOf(const std::string& text) {
   return error;
 }
 
-TEST(DesktopEntry, TellsTheProgramItsFolderAndItsTerminal) {
+TEST(ApplicationEntryTest, TellsTheProgramItsFolderAndItsTerminal) {
   EXPECT_EQ(read("Exec=editor --new\nPath=/work\nTerminal=true\n"),
             (LaunchCommand{{"editor", "--new"}, "/work", true}));
   EXPECT_EQ(read("Exec=editor"), (LaunchCommand{{"editor"}, "", false}));
 }
 
-TEST(DesktopEntry, IsReadFromItsOwnGroupOnly) {
+TEST(ApplicationEntryTest, IsReadFromItsOwnGroupOnly) {
   std::string error;
   const auto command = readDesktopEntry(
       "# comment\r\n\r\n[Other]\nExec=wrong\n[Desktop Entry]\r\n Type = Application \r\nExec[de]=falsch\nno pair\n"
@@ -43,17 +43,17 @@ TEST(DesktopEntry, IsReadFromItsOwnGroupOnly) {
   EXPECT_EQ(command, (LaunchCommand{{"right"}, "", false}));
 }
 
-TEST(DesktopEntry, KeepsQuotedArgumentsTogether) {
+TEST(ApplicationEntryTest, KeepsQuotedArgumentsTogether) {
   EXPECT_EQ(argumentsOf(R"("/opt/My Editor/run" "a b" c)"), (Arguments{"/opt/My Editor/run", "a b", "c"}));
   EXPECT_EQ(argumentsOf(R"(editor "" x)"), (Arguments{"editor", "", "x"}));
 }
 
-TEST(DesktopEntry, TakesOffBothKindsOfEscapes) {
+TEST(ApplicationEntryTest, TakesOffBothKindsOfEscapes) {
   EXPECT_EQ(argumentsOf(R"(editor "\\"q\\" \\$HOME \\\\ \\`x\\`")"), (Arguments{"editor", R"("q" $HOME \ `x`)"}));
   EXPECT_EQ(argumentsOf(R"(editor\sone\ttwo)"), (Arguments{"editor", "one", "two"}));
 }
 
-TEST(DesktopEntry, FillsItsFieldCodesInForAStartWithoutFiles) {
+TEST(ApplicationEntryTest, FillsItsFieldCodesInForAStartWithoutFiles) {
   EXPECT_EQ(argumentsOf("editor %f %F %u %U %d %D %n %N %v %m end"), (Arguments{"editor", "end"}));
   EXPECT_EQ(argumentsOf("editor %% 100%%"), (Arguments{"editor", "%", "100%"}));
   EXPECT_EQ(argumentsOf("editor --caption=%c %k", "Name=My Editor\nName[de]=Mein Editor\n"),
@@ -62,27 +62,27 @@ TEST(DesktopEntry, FillsItsFieldCodesInForAStartWithoutFiles) {
   EXPECT_EQ(argumentsOf("editor %i end"), (Arguments{"editor", "end"}));
 }
 
-TEST(DesktopEntry, IsRefusedWithoutAUsableExec) {
+TEST(ApplicationEntryTest, IsRefusedWithoutAUsableExec) {
   for (const char* exec : {"", " ", "%f", "\"open", "editor %", "editor %x", "\"\""}) {
     EXPECT_EQ(errorOf("[Desktop Entry]\nType=Application\nExec=" + std::string(exec)),
               "the desktop entry has no usable Exec");
   }
 }
 
-TEST(DesktopEntry, IsRefusedWhenItIsNoApplication) {
+TEST(ApplicationEntryTest, IsRefusedWhenItIsNoApplication) {
   EXPECT_EQ(errorOf(""), "no desktop entry of an application");
   EXPECT_EQ(errorOf("[Desktop Entry]\nType=Link\nExec=editor"), "no desktop entry of an application");
   EXPECT_EQ(errorOf("[Desktop Entry]\nType=Application\nHidden=true\nExec=editor"), "the desktop entry is hidden");
   EXPECT_EQ(errorOf("[Desktop Entry]\nType=Application\nExec=a" + std::string(1, '\0')), "no desktop entry");
 }
 
-TEST(ApplicationBundle, NamesItsProgram) {
+TEST(ApplicationEntryBundleTest, NamesItsProgram) {
   std::string error;
   EXPECT_EQ(bundleExecutable(PropertyList::dictionary({{"CFBundleExecutable", "Editor"}}), error), "Editor");
   EXPECT_EQ(error, "");
 }
 
-TEST(ApplicationBundle, NamesNoProgramOutsideOfItself) {
+TEST(ApplicationEntryBundleTest, NamesNoProgramOutsideOfItself) {
   for (const PropertyList& name :
        {PropertyList(), PropertyList(""), PropertyList("."), PropertyList(".."), PropertyList("../sh"),
         PropertyList("/bin/sh"), PropertyList(5), PropertyList(std::string_view("a\0b", 3))}) {

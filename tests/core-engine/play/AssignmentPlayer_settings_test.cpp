@@ -10,7 +10,7 @@
 namespace vorn::engine::test {
 namespace {
 
-class AssignmentSettings : public AssignmentFixture {
+class AssignmentPlayerSettingsTest : public AssignmentFixture {
  protected:
   std::int32_t keymap(std::int64_t position = 0) { return profile(position)["KeymapID"].toInt(); }
   // "DPIX", "DPIY" and "IndependentXYOn" of the first profile.
@@ -33,7 +33,7 @@ class AssignmentSettings : public AssignmentFixture {
   void holdKeymapInSecondProfile() {
     parts.profiles.switchTo(1);
     const PropertyList second = profile(1);
-    setProfile(1, second.with("Keys", second["Keys"].with("43", record(50, 3, 1))));
+    setProfile(1, second.with("Keys", second["Keys"].with("43", assignment(50, 3, 1))));
     press("43");
     EXPECT_EQ(keymap(1), 3);
   }
@@ -53,8 +53,8 @@ class AssignmentSettings : public AssignmentFixture {
 using Sensitivity = std::vector<std::int32_t>;
 using Keymaps = std::vector<std::int32_t>;
 
-TEST_F(AssignmentSettings, SwitchesTheProfile) {
-  assign("43", record(17, 2));
+TEST_F(AssignmentPlayerSettingsTest, SwitchesTheProfile) {
+  assign("43", assignment(17, 2));
   press("43");
   EXPECT_EQ(activeProfile(), 2);
   EXPECT_EQ(parts.stored(), parts.store.bundle());
@@ -63,9 +63,9 @@ TEST_F(AssignmentSettings, SwitchesTheProfile) {
   EXPECT_EQ(takeEvents(), OutputEvents());
 }
 
-TEST_F(AssignmentSettings, StaysInItsProfileWhenThereIsNoSuchOther) {
+TEST_F(AssignmentPlayerSettingsTest, StaysInItsProfileWhenThereIsNoSuchOther) {
   const PropertyList text = PropertyList::dictionary({{"command", 17}, {"param1", "1"}, {"param2", 0}});
-  for (const PropertyList& assignment : {record(17, 3), record(17, -1), text}) {
+  for (const PropertyList& assignment : {assignment(17, 3), assignment(17, -1), text}) {
     assign("43", assignment);
     const PropertyList before = parts.store.bundle();
     tap("43");
@@ -73,17 +73,17 @@ TEST_F(AssignmentSettings, StaysInItsProfileWhenThereIsNoSuchOther) {
   }
 }
 
-TEST_F(AssignmentSettings, LooksControlsUpInTheProfileThatItSwitchedTo) {
-  assign("43", record(17, 1));
-  assign("20", record(1, 0));
+TEST_F(AssignmentPlayerSettingsTest, LooksControlsUpInTheProfileThatItSwitchedTo) {
+  assign("43", assignment(17, 1));
+  assign("20", assignment(1, 0));
   tap("43");
   tap("20");
   EXPECT_EQ(takeEvents(), (OutputEvents{keyDown(20), keyUp(20)}));
 }
 
-TEST_F(AssignmentSettings, PutsAnotherKeymapIntoForce) {
-  assign("43", record(50, 3));
-  assign("20", record(1, 0), 3);
+TEST_F(AssignmentPlayerSettingsTest, PutsAnotherKeymapIntoForce) {
+  assign("43", assignment(50, 3));
+  assign("20", assignment(1, 0), 3);
   tap("43");
   EXPECT_EQ(keymap(), 3);
   EXPECT_EQ(profile()["Keys"], profile()["Keymap"].at(3)["Keys"]);
@@ -92,18 +92,18 @@ TEST_F(AssignmentSettings, PutsAnotherKeymapIntoForce) {
   EXPECT_EQ(takeEvents(), (OutputEvents{buttonDown(1), buttonUp(1)}));
 }
 
-TEST_F(AssignmentSettings, SwitchesTheKeymapBackWhenTheControlIsLetGo) {
-  assign("43", record(50, 3, 1));
+TEST_F(AssignmentPlayerSettingsTest, SwitchesTheKeymapBackWhenTheControlIsLetGo) {
+  assign("43", assignment(50, 3, 1));
   press("43");
   EXPECT_EQ(keymap(), 3);
   release("43");
   EXPECT_EQ(keymap(), 0);
-  EXPECT_EQ(profile()["Keys"]["43"], record(50, 3, 1));
+  EXPECT_EQ(profile()["Keys"]["43"], assignment(50, 3, 1));
 }
 
-TEST_F(AssignmentSettings, SwitchesBackToTheFirstKeymapWhenTwoControlsOverlap) {
-  assign("43", record(50, 3, 1));
-  assign("20", record(50, 5, 1), 3);
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackToTheFirstKeymapWhenTwoControlsOverlap) {
+  assign("43", assignment(50, 3, 1));
+  assign("20", assignment(50, 5, 1), 3);
   press("43");
   press("20");
   EXPECT_EQ(keymap(), 5);
@@ -120,9 +120,9 @@ TEST_F(AssignmentSettings, SwitchesBackToTheFirstKeymapWhenTwoControlsOverlap) {
   EXPECT_EQ(keymap(), 0);
 }
 
-TEST_F(AssignmentSettings, SwitchesBackOnceWhenTwoControlsHoldTheSameKeymap) {
-  assign("43", record(50, 3, 1));
-  assign("20", record(50, 3, 1), 3);
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackOnceWhenTwoControlsHoldTheSameKeymap) {
+  assign("43", assignment(50, 3, 1));
+  assign("20", assignment(50, 3, 1), 3);
   press("43");
   press("20");
   release("43");
@@ -131,8 +131,8 @@ TEST_F(AssignmentSettings, SwitchesBackOnceWhenTwoControlsHoldTheSameKeymap) {
   EXPECT_EQ(keymap(), 0);
 }
 
-TEST_F(AssignmentSettings, LeavesAKeymapThatSomebodyElseChoseMeanwhile) {
-  assign("43", record(50, 3, 1));
+TEST_F(AssignmentPlayerSettingsTest, LeavesAKeymapThatSomebodyElseChoseMeanwhile) {
+  assign("43", assignment(50, 3, 1));
   press("43");
   tap(keymapKey);
   EXPECT_EQ(keymap(), 4);
@@ -140,9 +140,9 @@ TEST_F(AssignmentSettings, LeavesAKeymapThatSomebodyElseChoseMeanwhile) {
   EXPECT_EQ(keymap(), 4);
 }
 
-TEST_F(AssignmentSettings, SwitchesBackInTheProfileWhereItSwitched) {
-  assign("43", record(50, 3, 1));
-  assign("20", record(17, 1), 3);
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackInTheProfileWhereItSwitched) {
+  assign("43", assignment(50, 3, 1));
+  assign("20", assignment(17, 1), 3);
   press("43");
   tap("20");
   EXPECT_EQ(activeProfile(), 1);
@@ -151,11 +151,11 @@ TEST_F(AssignmentSettings, SwitchesBackInTheProfileWhereItSwitched) {
   EXPECT_EQ(keymap(1), 0);
 }
 
-TEST_F(AssignmentSettings, SwitchesBackInEachOfTwoProfiles) {
-  assign("43", record(50, 3, 1));
-  assign("20", record(17, 1), 3);
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackInEachOfTwoProfiles) {
+  assign("43", assignment(50, 3, 1));
+  assign("20", assignment(17, 1), 3);
   const PropertyList second = profile(1);
-  setProfile(1, second.with("KeymapID", 3).with("Keys", second["Keys"].with("4", record(50, 5, 1))));
+  setProfile(1, second.with("KeymapID", 3).with("Keys", second["Keys"].with("4", assignment(50, 5, 1))));
   press("43");
   tap("20");
   press("4");
@@ -166,7 +166,7 @@ TEST_F(AssignmentSettings, SwitchesBackInEachOfTwoProfiles) {
   EXPECT_EQ(keymap(1), 3);
 }
 
-TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenOneBeforeItIsDeleted) {
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackInItsProfileWhenOneBeforeItIsDeleted) {
   holdKeymapInSecondProfile();
   setProfile(2, profile(2).with("KeymapID", 3));
   EXPECT_EQ(ask(deleteProfile, requestKeys::ProfileID, 0), 0);
@@ -179,14 +179,14 @@ TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenOneBeforeItIsDeleted) {
   EXPECT_EQ(parts.store.bundle()["DeviceSettings"], before["DeviceSettings"]);
 }
 
-TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenOneBehindItIsDeleted) {
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackInItsProfileWhenOneBehindItIsDeleted) {
   holdKeymapInSecondProfile();
   EXPECT_EQ(ask(deleteProfile, requestKeys::ProfileID, 2), 0);
   release("43");
   EXPECT_EQ(keymaps(), (Keymaps{0, 0}));
 }
 
-TEST_F(AssignmentSettings, SwitchesNothingBackWhenItsProfileIsDeleted) {
+TEST_F(AssignmentPlayerSettingsTest, SwitchesNothingBackWhenItsProfileIsDeleted) {
   holdKeymapInSecondProfile();
   setProfile(2, profile(2).with("KeymapID", 3));
   EXPECT_EQ(ask(deleteProfile, requestKeys::ProfileID, 1), 0);
@@ -194,7 +194,7 @@ TEST_F(AssignmentSettings, SwitchesNothingBackWhenItsProfileIsDeleted) {
   EXPECT_EQ(keymaps(), (Keymaps{0, 3}));
 }
 
-TEST_F(AssignmentSettings, SwitchesBackWhereItSwitchedWhenADeletionIsRefusedOrNotSaved) {
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackWhereItSwitchedWhenADeletionIsRefusedOrNotSaved) {
   holdKeymapInSecondProfile();
   EXPECT_NE(ask(deleteProfile, requestKeys::ProfileID, 3), 0);
   EXPECT_NE(ask(deleteProfile, requestKeys::ProfileID, "0"), 0);
@@ -206,7 +206,7 @@ TEST_F(AssignmentSettings, SwitchesBackWhereItSwitchedWhenADeletionIsRefusedOrNo
   EXPECT_EQ(keymaps(), (Keymaps{0, 0, 0}));
 }
 
-TEST_F(AssignmentSettings, SwitchesNothingBackInProfilesThatReplacedAll) {
+TEST_F(AssignmentPlayerSettingsTest, SwitchesNothingBackInProfilesThatReplacedAll) {
   holdKeymapInSecondProfile();
   const PropertyList other = profile(1).with("ProfileName", "Other");
   EXPECT_EQ(ask(replaceAllProfiles, requestKeys::AllProfiles, PropertyList::array({other, other})), 0);
@@ -214,15 +214,15 @@ TEST_F(AssignmentSettings, SwitchesNothingBackInProfilesThatReplacedAll) {
   EXPECT_EQ(keymaps(), (Keymaps{3, 3}));
 }
 
-TEST_F(AssignmentSettings, TakesARepeatedPressForOne) {
+TEST_F(AssignmentPlayerSettingsTest, TakesARepeatedPressForOne) {
   player.handle(ControlChanged{std::string(keymapKey), true});
   player.handle(ControlChanged{std::string(keymapKey), true});
   EXPECT_EQ(keymap(), 1);
 }
 
-TEST_F(AssignmentSettings, StepsThroughAllKeymapsInACycle) {
+TEST_F(AssignmentPlayerSettingsTest, StepsThroughAllKeymapsInACycle) {
   std::vector<std::int32_t> seen;
-  for (std::int64_t position = 0; position < 8; ++position) assign("43", record(50, 255), position);
+  for (std::int64_t position = 0; position < 8; ++position) assign("43", assignment(50, 255), position);
   for (int step = 0; step < 8; ++step) {
     tap("43");
     seen.push_back(keymap());
@@ -230,10 +230,10 @@ TEST_F(AssignmentSettings, StepsThroughAllKeymapsInACycle) {
   EXPECT_EQ(seen, (std::vector<std::int32_t>{1, 2, 3, 4, 5, 6, 7, 0}));
 }
 
-TEST_F(AssignmentSettings, StaysInItsKeymapWhenThereIsNoSuchOther) {
+TEST_F(AssignmentPlayerSettingsTest, StaysInItsKeymapWhenThereIsNoSuchOther) {
   for (const std::int32_t target : {8, 254, -1}) {
     for (const std::int32_t switchBack : {0, 1}) {
-      assign("43", record(50, target, switchBack));
+      assign("43", assignment(50, target, switchBack));
       const PropertyList before = parts.store.bundle();
       tap("43");
       EXPECT_EQ(parts.store.bundle(), before);
@@ -241,10 +241,10 @@ TEST_F(AssignmentSettings, StaysInItsKeymapWhenThereIsNoSuchOther) {
   }
 }
 
-TEST_F(AssignmentSettings, GoesUpAndDownTheStages) {
+TEST_F(AssignmentPlayerSettingsTest, GoesUpAndDownTheStages) {
   giveThreeStages(0);
-  assign("43", record(11, 0));
-  assign("20", record(12, 0));
+  assign("43", assignment(11, 0));
+  assign("20", assignment(12, 0));
   tap("43");
   EXPECT_EQ(profile()["StageValue"].toInt(), 1);
   EXPECT_EQ(sensitivity(), (Sensitivity{1600, 800, 1}));
@@ -256,7 +256,7 @@ TEST_F(AssignmentSettings, GoesUpAndDownTheStages) {
   EXPECT_EQ(sensitivity(), (Sensitivity{400, 400, 0}));
 }
 
-TEST_F(AssignmentSettings, EndsAtTheHighestAndTheLowestStage) {
+TEST_F(AssignmentPlayerSettingsTest, EndsAtTheHighestAndTheLowestStage) {
   giveThreeStages(2);
   tap(stageUpKey);
   EXPECT_EQ(profile()["StageValue"].toInt(), 2);
@@ -267,20 +267,20 @@ TEST_F(AssignmentSettings, EndsAtTheHighestAndTheLowestStage) {
   EXPECT_EQ(sensitivity(), (Sensitivity{400, 400, 0}));
 }
 
-TEST_F(AssignmentSettings, TakesAStageBeyondTheLastForTheLast) {
+TEST_F(AssignmentPlayerSettingsTest, TakesAStageBeyondTheLastForTheLast) {
   giveThreeStages(9);
   tap(stageDownKey);
   EXPECT_EQ(profile()["StageValue"].toInt(), 1);
 }
 
-TEST_F(AssignmentSettings, HasNoStageToGoToWithoutStages) {
+TEST_F(AssignmentPlayerSettingsTest, HasNoStageToGoToWithoutStages) {
   const PropertyList before = parts.store.bundle();
   tap(stageUpKey);
   EXPECT_EQ(parts.store.bundle(), before);
 }
 
-TEST_F(AssignmentSettings, ChangesTheSensitivityOnTheFlyWithTheWheel) {
-  assign("43", record(15, 0));
+TEST_F(AssignmentPlayerSettingsTest, ChangesTheSensitivityOnTheFlyWithTheWheel) {
+  assign("43", assignment(15, 0));
   press("43");
   tap("06");
   tap("06");
@@ -293,8 +293,8 @@ TEST_F(AssignmentSettings, ChangesTheSensitivityOnTheFlyWithTheWheel) {
   EXPECT_EQ(takeEvents(), (OutputEvents{{1, 0x38, 1}}));
 }
 
-TEST_F(AssignmentSettings, KeepsTheSensitivityOnTheFlyWithinItsRange) {
-  assign("43", record(15, 0));
+TEST_F(AssignmentPlayerSettingsTest, KeepsTheSensitivityOnTheFlyWithinItsRange) {
+  assign("43", assignment(15, 0));
   setProfile(0, profile().with("DPIX", 5550).with("DPIY", 150));
   press("43");
   tap("06");
@@ -304,10 +304,10 @@ TEST_F(AssignmentSettings, KeepsTheSensitivityOnTheFlyWithinItsRange) {
   EXPECT_EQ(sensitivity(), (Sensitivity{5400, 100, 0}));
 }
 
-TEST_F(AssignmentSettings, TakesTheSlowestStageWhileTheControlIsHeld) {
+TEST_F(AssignmentPlayerSettingsTest, TakesTheSlowestStageWhileTheControlIsHeld) {
   giveThreeStages(2);
   setProfile(0, profile().with("DPIX", 3000).with("DPIY", 2900).with("IndependentXYOn", 1));
-  assign("43", record(49, 0));
+  assign("43", assignment(49, 0));
   press("43");
   EXPECT_EQ(sensitivity(), (Sensitivity{400, 400, 0}));
   EXPECT_EQ(profile()["StageValue"].toInt(), 2);
@@ -315,26 +315,26 @@ TEST_F(AssignmentSettings, TakesTheSlowestStageWhileTheControlIsHeld) {
   EXPECT_EQ(sensitivity(), (Sensitivity{3000, 2900, 1}));
 }
 
-TEST_F(AssignmentSettings, KeepsASensitivityThatSomebodyElseChoseMeanwhile) {
+TEST_F(AssignmentPlayerSettingsTest, KeepsASensitivityThatSomebodyElseChoseMeanwhile) {
   giveThreeStages(0);
-  assign("43", record(49, 0));
+  assign("43", assignment(49, 0));
   press("43");
   tap(stageUpKey);
   release("43");
   EXPECT_EQ(sensitivity(), (Sensitivity{1600, 800, 1}));
 }
 
-TEST_F(AssignmentSettings, TakesTheSensitivityBackWhenTheMouseIsUnplugged) {
+TEST_F(AssignmentPlayerSettingsTest, TakesTheSensitivityBackWhenTheMouseIsUnplugged) {
   giveThreeStages(2);
-  assign("43", record(49, 0));
+  assign("43", assignment(49, 0));
   press("43");
   parts.device.setConnection(Device::Connection::Absent);
   EXPECT_EQ(sensitivity(), (Sensitivity{800, 800, 0}));
 }
 
-TEST_F(AssignmentSettings, TakesTheSensitivityBackWhenTheEngineEnds) {
+TEST_F(AssignmentPlayerSettingsTest, TakesTheSensitivityBackWhenTheEngineEnds) {
   giveThreeStages(2);
-  assign("43", record(49, 0));
+  assign("43", assignment(49, 0));
   auto ending = std::make_unique<AssignmentPlayer>(parts.parts(), launcher);
   ending->handle(ControlChanged{"43", true});
   EXPECT_EQ(sensitivity(), (Sensitivity{400, 400, 0}));
@@ -342,9 +342,9 @@ TEST_F(AssignmentSettings, TakesTheSensitivityBackWhenTheEngineEnds) {
   EXPECT_EQ(sensitivity(), (Sensitivity{800, 800, 0}));
 }
 
-TEST_F(AssignmentSettings, LeavesTheSettingsAloneWhenTheDiskIsFull) {
+TEST_F(AssignmentPlayerSettingsTest, LeavesTheSettingsAloneWhenTheDiskIsFull) {
   giveThreeStages(0);
-  assign("43", record(50, 3, 1));
+  assign("43", assignment(50, 3, 1));
   const PropertyList before = parts.store.bundle();
   parts.disk.failFrom(1, std::errc::no_space_on_device);
   press("43");
@@ -354,8 +354,8 @@ TEST_F(AssignmentSettings, LeavesTheSettingsAloneWhenTheDiskIsFull) {
   EXPECT_EQ(parts.store.bundle(), before);
 }
 
-TEST_F(AssignmentSettings, SwitchesBackAtTheNextEventWhenTheDiskWasFull) {
-  assign("43", record(50, 3, 1));
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackAtTheNextEventWhenTheDiskWasFull) {
+  assign("43", assignment(50, 3, 1));
   press("43");
   parts.disk.failFrom(1, std::errc::no_space_on_device);
   release("43");
@@ -367,9 +367,9 @@ TEST_F(AssignmentSettings, SwitchesBackAtTheNextEventWhenTheDiskWasFull) {
   EXPECT_EQ(parts.stored(), parts.store.bundle());
 }
 
-TEST_F(AssignmentSettings, SwitchesBackWithTheNextPressThatSwitchesTheSame) {
-  assign("43", record(50, 3, 1));
-  assign("43", record(50, 3, 1), 3);
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackWithTheNextPressThatSwitchesTheSame) {
+  assign("43", assignment(50, 3, 1));
+  assign("43", assignment(50, 3, 1), 3);
   press("43");
   parts.disk.failFrom(1, std::errc::no_space_on_device);
   release("43");
@@ -380,7 +380,7 @@ TEST_F(AssignmentSettings, SwitchesBackWithTheNextPressThatSwitchesTheSame) {
   EXPECT_EQ(keymap(), 0);
 }
 
-TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenADeletionComesBeforeTheDiskWorksAgain) {
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackInItsProfileWhenADeletionComesBeforeTheDiskWorksAgain) {
   holdKeymapInSecondProfile();
   parts.disk.failFrom(1, std::errc::no_space_on_device);
   release("43");
@@ -390,8 +390,8 @@ TEST_F(AssignmentSettings, SwitchesBackInItsProfileWhenADeletionComesBeforeTheDi
   EXPECT_EQ(keymaps(), (Keymaps{0, 0}));
 }
 
-TEST_F(AssignmentSettings, LeavesAKeymapThatSomebodyElseChoseBeforeTheDiskWorkedAgain) {
-  assign("43", record(50, 3, 1));
+TEST_F(AssignmentPlayerSettingsTest, LeavesAKeymapThatSomebodyElseChoseBeforeTheDiskWorkedAgain) {
+  assign("43", assignment(50, 3, 1));
   press("43");
   parts.disk.failFrom(1, std::errc::no_space_on_device);
   release("43");
@@ -404,7 +404,7 @@ TEST_F(AssignmentSettings, LeavesAKeymapThatSomebodyElseChoseBeforeTheDiskWorked
   EXPECT_EQ(keymap(), 3);
 }
 
-TEST_F(AssignmentSettings, ChangesNothingWithoutSettings) {
+TEST_F(AssignmentPlayerSettingsTest, ChangesNothingWithoutSettings) {
   TestParts empty;
   AssignmentPlayer fresh(empty.parts(), launcher);
   for (const std::string_view control : {keymapKey, stageUpKey, stageDownKey}) {

@@ -174,7 +174,7 @@ class LateScheduler : public Scheduler {
   std::function<void()> mWork;
 };
 
-TEST(MacroPlayerOnALateMachine, MakesUpForTheDelayWithinARun) {
+TEST(MacroPlayerLateMachineTest, MakesUpForTheDelayWithinARun) {
   LateScheduler scheduler;
   OutputEvents sent;
   OutputKeys output([&](const OutputEvent& each) { sent.push_back(each); });
@@ -187,7 +187,7 @@ TEST(MacroPlayerOnALateMachine, MakesUpForTheDelayWithinARun) {
   EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{10, 7, 9}));
 }
 
-TEST(MacroPlayerOnALateMachine, DoesNotMakeUpForRunsThatItMissed) {
+TEST(MacroPlayerLateMachineTest, DoesNotMakeUpForRunsThatItMissed) {
   LateScheduler scheduler;
   OutputEvents sent;
   OutputKeys output([&](const OutputEvent& each) { sent.push_back(each); });
@@ -200,7 +200,7 @@ TEST(MacroPlayerOnALateMachine, DoesNotMakeUpForRunsThatItMissed) {
 }
 
 // Every event takes this machine a millisecond to send.
-class MacroPlayerOnASlowMachine : public testing::Test {
+class MacroPlayerSlowMachineTest : public testing::Test {
  protected:
   // Presses and releases A so often, without a delay.
   static PropertyList fastMacro(std::size_t taps) {
@@ -221,7 +221,7 @@ class MacroPlayerOnASlowMachine : public testing::Test {
   MacroPlayer player{scheduler, output};
 };
 
-TEST_F(MacroPlayerOnASlowMachine, LetsTheMachineRestAfterEveryRun) {
+TEST_F(MacroPlayerSlowMachineTest, LetsTheMachineRestAfterEveryRun) {
   for (const std::int32_t mode : {3, repeatUntilReleased}) {
     sent = 0;
     scheduler.delays.clear();
@@ -236,7 +236,7 @@ TEST_F(MacroPlayerOnASlowMachine, LetsTheMachineRestAfterEveryRun) {
   }
 }
 
-TEST_F(MacroPlayerOnASlowMachine, RestsAlsoAfterARunThatTookLongerThanItsDelays) {
+TEST_F(MacroPlayerSlowMachineTest, RestsAlsoAfterARunThatTookLongerThanItsDelays) {
   const PropertyList slow = fastMacro(20);
   player.start("43", slow.replacing(0, slow.at(0).with("delay", 20)), 2);
   scheduler.wakeAfter(20ms);
@@ -244,7 +244,7 @@ TEST_F(MacroPlayerOnASlowMachine, RestsAlsoAfterARunThatTookLongerThanItsDelays)
   EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{20, 30}));
 }
 
-TEST_F(MacroPlayerOnASlowMachine, SendsALongRunInSeveralTurns) {
+TEST_F(MacroPlayerSlowMachineTest, SendsALongRunInSeveralTurns) {
   player.start("43", fastMacro(300), 1);
   EXPECT_EQ(sent, 256U);
   scheduler.wakeAfter(0ms);
@@ -256,14 +256,14 @@ TEST_F(MacroPlayerOnASlowMachine, SendsALongRunInSeveralTurns) {
   EXPECT_EQ(scheduler.delays, (std::vector<std::int64_t>{0, 0}));
 }
 
-TEST_F(MacroPlayerOnASlowMachine, IsStoppedBetweenTheTurnsOfARun) {
+TEST_F(MacroPlayerSlowMachineTest, IsStoppedBetweenTheTurnsOfARun) {
   player.start("43", fastMacro(300), repeatUntilReleased);
   player.stop("43");
   EXPECT_FALSE(player.isPlaying("43"));
   EXPECT_EQ(sent, 256U);
 }
 
-class MacroAssignment : public AssignmentFixture {
+class MacroPlayerAssignmentTest : public AssignmentFixture {
  protected:
   void SetUp() override {
     const PropertyList macro = PropertyList::dictionary(
@@ -274,15 +274,15 @@ class MacroAssignment : public AssignmentFixture {
   }
 };
 
-TEST_F(MacroAssignment, PlaysOnAfterTheControlIsLetGo) {
-  assign("43", record(10, 0, 1));
+TEST_F(MacroPlayerAssignmentTest, PlaysOnAfterTheControlIsLetGo) {
+  assign("43", assignment(10, 0, 1));
   tap("43");
   parts.scheduler.advance(1s);
   EXPECT_EQ(takeOutputs(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}}));
 }
 
-TEST_F(MacroAssignment, EndsWithItsControlWhenItRepeatsUntilReleased) {
-  assign("43", record(10, 0, 255));
+TEST_F(MacroPlayerAssignmentTest, EndsWithItsControlWhenItRepeatsUntilReleased) {
+  assign("43", assignment(10, 0, 255));
   press("43");
   parts.scheduler.advance(35ms);
   release("43");
@@ -290,8 +290,8 @@ TEST_F(MacroAssignment, EndsWithItsControlWhenItRepeatsUntilReleased) {
   EXPECT_EQ(takeOutputs(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}, {30, keyDown(4)}, {35, keyUp(4)}}));
 }
 
-TEST_F(MacroAssignment, EndsAtTheNextPressWhenItRepeatsUntilPressedAgain) {
-  assign("43", record(10, 0, 254));
+TEST_F(MacroPlayerAssignmentTest, EndsAtTheNextPressWhenItRepeatsUntilPressedAgain) {
+  assign("43", assignment(10, 0, 254));
   tap("43");
   parts.scheduler.advance(25ms);
   press("43");
@@ -303,45 +303,45 @@ TEST_F(MacroAssignment, EndsAtTheNextPressWhenItRepeatsUntilPressedAgain) {
   EXPECT_EQ(takeOutputs().size(), 2U);
 }
 
-TEST_F(MacroAssignment, EndsAtTheNextPressAlsoWhenTheControlDoesSomethingElseNow) {
-  assign("43", record(10, 0, 254));
+TEST_F(MacroPlayerAssignmentTest, EndsAtTheNextPressAlsoWhenTheControlDoesSomethingElseNow) {
+  assign("43", assignment(10, 0, 254));
   tap("43");
-  assign("43", record(1, 0));
+  assign("43", assignment(1, 0));
   tap("43");
   parts.scheduler.advance(1s);
   EXPECT_EQ(takeEvents(), (OutputEvents{buttonDown(1), buttonUp(1)}));
 }
 
-TEST_F(MacroAssignment, EndsWhenTheMouseIsUnplugged) {
-  assign("43", record(10, 0, 254));
+TEST_F(MacroPlayerAssignmentTest, EndsWhenTheMouseIsUnplugged) {
+  assign("43", assignment(10, 0, 254));
   tap("43");
   parts.device.setConnection(Device::Connection::Absent);
   EXPECT_EQ(parts.scheduler.pending(), 0U);
 }
 
-TEST_F(MacroAssignment, PlaysNothingForAMacroThatIsNotThere) {
+TEST_F(MacroPlayerAssignmentTest, PlaysNothingForAMacroThatIsNotThere) {
   for (const std::int32_t macro : {-1, 1, 1000}) {
-    assign("43", record(10, macro, 1));
+    assign("43", assignment(10, macro, 1));
     tap("43");
     EXPECT_EQ(parts.scheduler.pending(), 0U);
   }
 }
 
-TEST_F(MacroAssignment, LeavesOutWhatIsNoEvent) {
+TEST_F(MacroPlayerAssignmentTest, LeavesOutWhatIsNoEvent) {
   const PropertyList events = PropertyList::array({event(2, 10, 4), PropertyList("text"), event(1, 10, 6)});
   EXPECT_EQ(parts.store.apply([&](const PropertyList& bundle) {
     const PropertyList sequence = PropertyList::dictionary({{"events", events}});
     return bundle.with("Macros", PropertyList::array({bundle["Macros"].at(0).with("sequence", sequence)}));
   }),
             SettingsStore::Outcome::Done);
-  assign("43", record(10, 0, 1));
+  assign("43", assignment(10, 0, 1));
   tap("43");
   parts.scheduler.advance(1s);
   EXPECT_EQ(takeOutputs(), (Outputs{{10, keyDown(6)}, {10, keyUp(6)}}));
 }
 
-TEST_F(MacroAssignment, PlaysWhatTheMacroWasWhenItBegan) {
-  assign("43", record(10, 0, 1));
+TEST_F(MacroPlayerAssignmentTest, PlaysWhatTheMacroWasWhenItBegan) {
+  assign("43", assignment(10, 0, 1));
   tap("43");
   EXPECT_EQ(parts.store.apply([](const PropertyList& bundle) { return bundle.with("Macros", PropertyList::array()); }),
             SettingsStore::Outcome::Done);

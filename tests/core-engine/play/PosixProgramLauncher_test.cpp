@@ -23,7 +23,7 @@
 namespace vorn::engine::test {
 namespace {
 
-class ProgramLauncherTest : public testing::Test {
+class PosixProgramLauncherTest : public testing::Test {
  protected:
   void write(const std::string& name, const std::string& contents, mode_t mode = 0644) {
     std::filesystem::create_directories(std::filesystem::path(folder.path(name)).parent_path());
@@ -73,38 +73,38 @@ class ProgramLauncherTest : public testing::Test {
   PosixProgramLauncher launcher{files};
 };
 
-TEST_F(ProgramLauncherTest, StartsTheProgramOfADesktopEntryInItsFolder) {
+TEST_F(PosixProgramLauncherTest, StartsTheProgramOfADesktopEntryInItsFolder) {
   writeProgram("bin/tell", "pwd; for each; do echo \"[$each]\"; done");
   write("tell.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/tell") +
                             " \"a b\" %U c\nPath=" + folder.path("bin") + "\n");
   EXPECT_EQ(launched("tell.desktop"), std::filesystem::canonical(folder.path("bin")).string() + "\n[a b]\n[c]\n");
 }
 
-TEST_F(ProgramLauncherTest, FindsTheProgramOfADesktopEntryInPath) {
+TEST_F(PosixProgramLauncherTest, FindsTheProgramOfADesktopEntryInPath) {
   write("sh.desktop", "[Desktop Entry]\nType=Application\nExec=sh -c \"echo found > " + folder.path("saying") +
                           "; mv " + folder.path("saying") + " " + folder.path("said") + "\"\n");
   EXPECT_EQ(launched("sh.desktop"), "found\n");
 }
 
-TEST_F(ProgramLauncherTest, StartsTheProgramOfAnApplicationBundle) {
+TEST_F(PosixProgramLauncherTest, StartsTheProgramOfAnApplicationBundle) {
   writeInformation("Mac.app/Contents/Info.plist", "tell");
   writeProgram("Mac.app/Contents/MacOS/tell", "echo nested");
   EXPECT_EQ(launched("Mac.app/"), "nested\n");
 }
 
-TEST_F(ProgramLauncherTest, StartsTheProgramOfAFlatApplicationBundle) {
+TEST_F(PosixProgramLauncherTest, StartsTheProgramOfAFlatApplicationBundle) {
   writeInformation("Flat.app/Info.plist", "tell");
   writeProgram("Flat.app/tell", "echo flat");
   EXPECT_EQ(launched("Flat.app"), "flat\n");
 }
 
-TEST_F(ProgramLauncherTest, StartsABundleWhateverTheCaseOfItsEnding) {
+TEST_F(PosixProgramLauncherTest, StartsABundleWhateverTheCaseOfItsEnding) {
   writeInformation("Loud.APP/Info.plist", "tell");
   writeProgram("Loud.APP/tell", "echo loud");
   EXPECT_EQ(launched("Loud.APP"), "loud\n");
 }
 
-TEST_F(ProgramLauncherTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
+TEST_F(PosixProgramLauncherTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
   writeInformation("Flat.app/Info.plist", "tell");
   writeProgram("Flat.app/tell", "cut -d' ' -f6 /proc/$$/stat; readlink /proc/$$/fd/0");
   const std::string told = launched("Flat.app");
@@ -112,7 +112,7 @@ TEST_F(ProgramLauncherTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
   EXPECT_TRUE(told.ends_with("\n/dev/null\n")) << told;
 }
 
-TEST_F(ProgramLauncherTest, GivesTheProgramUsualSignals) {
+TEST_F(PosixProgramLauncherTest, GivesTheProgramUsualSignals) {
   sigset_t blocked;
   sigset_t before;
   ::sigemptyset(&blocked);
@@ -128,7 +128,7 @@ TEST_F(ProgramLauncherTest, GivesTheProgramUsualSignals) {
   EXPECT_NE(status.find("SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"), std::string::npos) << status;
 }
 
-TEST_F(ProgramLauncherTest, LeavesNoChildBehind) {
+TEST_F(PosixProgramLauncherTest, LeavesNoChildBehind) {
   writeInformation("Flat.app/Info.plist", "tell");
   writeProgram("Flat.app/tell", "echo done");
   EXPECT_EQ(launched("Flat.app"), "done\n");
@@ -136,7 +136,7 @@ TEST_F(ProgramLauncherTest, LeavesNoChildBehind) {
   EXPECT_EQ(errno, ECHILD);
 }
 
-TEST_F(ProgramLauncherTest, RefusesWhatIsNoApplication) {
+TEST_F(PosixProgramLauncherTest, RefusesWhatIsNoApplication) {
   write("tell", "#!/bin/sh\n", 0755);
   EXPECT_EQ(refused(folder.path("tell")), "neither an application bundle nor a desktop entry");
   EXPECT_EQ(refused("Flat.app"), "not an absolute path");
@@ -145,12 +145,12 @@ TEST_F(ProgramLauncherTest, RefusesWhatIsNoApplication) {
   EXPECT_EQ(refused(folder.path("none.desktop")), "No such file or directory");
 }
 
-TEST_F(ProgramLauncherTest, DoesNotWaitForTheWriterOfANamedPipe) {
+TEST_F(PosixProgramLauncherTest, DoesNotWaitForTheWriterOfANamedPipe) {
   ASSERT_EQ(::mkfifo(folder.path("pipe.desktop").c_str(), 0600), 0);
   EXPECT_EQ(refused(folder.path("pipe.desktop")), "not a regular file");
 }
 
-TEST_F(ProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
+TEST_F(PosixProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
   writeInformation("Flat.app/Info.plist", "tell");
   EXPECT_EQ(refused(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
   write("Flat.app/tell", "#!/bin/sh\n", 0644);
@@ -161,7 +161,7 @@ TEST_F(ProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
   EXPECT_EQ(refused(folder.path("relative.desktop")), "there is no program bin/sh");
 }
 
-TEST_F(ProgramLauncherTest, RefusesAnInformationFileThatIsNone) {
+TEST_F(PosixProgramLauncherTest, RefusesAnInformationFileThatIsNone) {
   write("Odd.app/Info.plist", "no property list");
   EXPECT_NE(refused(folder.path("Odd.app")), "");
   write("Empty.app/Info.plist", "<plist><dict/></plist>");

@@ -312,7 +312,7 @@ TEST_F(MacroRequestsTest, CaptureAndRecordAtTheSameTime) {
   EXPECT_EQ(saveRecording(0, false), done);
 }
 
-TEST(MacroRequestsWithoutSettings, TakeTheFactorySettingsFirst) {
+TEST(MacroRequestsWithoutSettingsTest, TakeTheFactorySettingsFirst) {
   TestParts without;
   without.disk.put(TestParts::ownDefaults, encodeBinaryPropertyList(defaultsFile(startBundle())).value());
   without.ports.names = {client};
@@ -327,7 +327,7 @@ TEST(MacroRequestsWithoutSettings, TakeTheFactorySettingsFirst) {
   EXPECT_EQ(without.stored(), bundleWithMacros({macro("a", 0), macro("c", 1)}));
 }
 
-TEST(MacroRequestsWithoutSettings, SayThatThereAreNone) {
+TEST(MacroRequestsWithoutSettingsTest, SayThatThereAreNone) {
   TestParts without;
   without.ports.names = {client};
   EngineParts parts = without.parts();
@@ -360,7 +360,7 @@ PropertyList anyValue(std::mt19937& random) {
   }
 }
 
-TEST(MacroRequests, KeepTheSettingsWholeWhateverIsAsked) {
+TEST(MacroRequestsRandomTest, KeepTheSettingsWholeWhateverIsAsked) {
   TestParts engine(startBundle());
   EngineParts parts = engine.parts();
   std::mt19937 random(20'231);

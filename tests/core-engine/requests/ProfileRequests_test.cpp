@@ -75,7 +75,7 @@ std::vector<Example> examples() {
   };
 }
 
-TEST(ProfileRequests, AnswerWithTheNewSettings) {
+TEST(ProfileRequestsTest, AnswerWithTheNewSettings) {
   for (const Example& example : examples()) {
     Engine engine;
     EXPECT_EQ(engine.answerTo(example.messageID, example.body), answer(example.after));
@@ -84,7 +84,7 @@ TEST(ProfileRequests, AnswerWithTheNewSettings) {
   }
 }
 
-TEST(ProfileRequests, AreAnsweredOnlyWhenTheChangeIsOnTheDisk) {
+TEST(ProfileRequestsTest, AreAnsweredOnlyWhenTheChangeIsOnTheDisk) {
   for (const Example& example : examples()) {
     for (int operation = 1;; ++operation) {
       ASSERT_LT(operation, 100);
@@ -105,7 +105,7 @@ TEST(ProfileRequests, AreAnsweredOnlyWhenTheChangeIsOnTheDisk) {
   }
 }
 
-TEST(ProfileRequests, AnswerWithTheOldSettingsWhenTheDiskIsFull) {
+TEST(ProfileRequestsTest, AnswerWithTheOldSettingsWhenTheDiskIsFull) {
   for (const Example& example : examples()) {
     Engine engine;
     engine.disk.failFrom(1, std::errc::no_space_on_device);
@@ -117,7 +117,7 @@ TEST(ProfileRequests, AnswerWithTheOldSettingsWhenTheDiskIsFull) {
   }
 }
 
-TEST(ProfileRequests, OfAClientThatShowsDefaultsForWantOfAMouseChangeNothing) {
+TEST(ProfileRequestsTest, OfAClientThatShowsDefaultsForWantOfAMouseChangeNothing) {
   for (const Example& example : examples()) {
     Engine engine;
     engine.device.setConnection(Device::Connection::Absent);
@@ -130,7 +130,7 @@ TEST(ProfileRequests, OfAClientThatShowsDefaultsForWantOfAMouseChangeNothing) {
   }
 }
 
-TEST(ProfileRequests, BeginWithTheDefaultSettings) {
+TEST(ProfileRequestsTest, BeginWithTheDefaultSettings) {
   for (const Example& example : examples()) {
     Engine engine{PropertyList()};
     engine.putOwnDefaults(oneAndTwo);
@@ -138,14 +138,14 @@ TEST(ProfileRequests, BeginWithTheDefaultSettings) {
   }
 }
 
-TEST(ProfileRequests, AnswerWithAStatusAloneWithoutAnySettings) {
+TEST(ProfileRequestsTest, AnswerWithAStatusAloneWithoutAnySettings) {
   for (const Example& example : examples()) {
     Engine engine{PropertyList()};
     EXPECT_EQ(engine.answerTo(example.messageID, example.body), dictionary({{"ReturnStatus", 1}}));
   }
 }
 
-TEST(ProfileRequests, WriteNothingWhereNothingChanges) {
+TEST(ProfileRequestsTest, WriteNothingWhereNothingChanges) {
   const PropertyList settings = profilesNamed({"one", "two"}, 1);
   Engine engine(settings);
   EXPECT_EQ(engine.answerTo(MessageID::SwitchProfile, dictionary({{"ProfileID", 1}})), answer(settings));
@@ -154,14 +154,14 @@ TEST(ProfileRequests, WriteNothingWhereNothingChanges) {
   EXPECT_EQ(engine.disk.operations(), 0);
 }
 
-TEST(ProfileRequests, CompleteANewProfileFromTheFactorySettings) {
+TEST(ProfileRequestsTest, CompleteANewProfileFromTheFactorySettings) {
   Engine engine;
   engine.putOwnDefaults(bundleOf({profile("factory").with("DPIX", 1600)}));
   EXPECT_EQ(engine.answerTo(MessageID::AddProfile, addition(dictionary({{"ProfileName", "three"}}))),
             answer(bundleOf({profile("one"), profile("two"), profile("three").with("DPIX", 1600)})));
 }
 
-TEST(ProfileRequests, ChangeNothingWithBadInputAndTellItOnce) {
+TEST(ProfileRequestsTest, ChangeNothingWithBadInputAndTellItOnce) {
   struct Bad {
     MessageID messageID;
     PropertyList body;
@@ -192,7 +192,7 @@ TEST(ProfileRequests, ChangeNothingWithBadInputAndTellItOnce) {
   }
 }
 
-TEST(ProfileRequests, NeverReadAMissingPositionAsTheFirst) {
+TEST(ProfileRequestsTest, NeverReadAMissingPositionAsTheFirst) {
   for (const MessageID messageID : {MessageID::UpdateProfile, MessageID::DeleteProfile, MessageID::SwitchProfile}) {
     Engine engine(profilesNamed({"one", "two"}, 1));
     EXPECT_EQ(engine.answerTo(messageID, addition(dictionary({{"ProfileName", "new"}}))),
@@ -200,7 +200,7 @@ TEST(ProfileRequests, NeverReadAMissingPositionAsTheFirst) {
   }
 }
 
-TEST(ProfileRequests, TakeTheUsableSettingsAndTellTheOthers) {
+TEST(ProfileRequestsTest, TakeTheUsableSettingsAndTellTheOthers) {
   Engine engine;
   EXPECT_EQ(engine.answerTo(MessageID::UpdateProfile, update(0, dictionary({{"DPIX", 400}, {"DPIY", "fast"}}))),
             answer(bundleOf({profile("one").with("DPIX", 400), profile("two")}), 6));
@@ -208,7 +208,7 @@ TEST(ProfileRequests, TakeTheUsableSettingsAndTellTheOthers) {
                                 "to 5600 (\"fast\")"});
 }
 
-TEST(ProfileRequests, FindNoRoomForASixthProfileAndKeepTheLast) {
+TEST(ProfileRequestsTest, FindNoRoomForASixthProfileAndKeepTheLast) {
   const PropertyList five = profilesNamed({"1", "2", "3", "4", "5"});
   EXPECT_EQ(Engine(five).answerTo(MessageID::AddProfile, addition(profile("6"))), answer(five, 3));
   const PropertyList one = profilesNamed({"one"});

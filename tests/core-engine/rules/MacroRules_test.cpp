@@ -47,7 +47,7 @@ void expectRefused(const MacroResult& result, ReturnStatus status, const std::st
   EXPECT_TRUE(result.value.isNone()) << reason;
 }
 
-TEST(MacroRules, AddAMacroAtTheEnd) {
+TEST(MacroRulesTest, AddAMacroAtTheEnd) {
   const PropertyList record = dictionary({{"MacroName", "new"},
                                           {"delay", 30},
                                           {"ResponseMsgPortName", "Port"},
@@ -58,18 +58,18 @@ TEST(MacroRules, AddAMacroAtTheEnd) {
                 before.with("Macros", before["Macros"].appending(record.with("macroID", 3))));
 }
 
-TEST(MacroRules, CompleteAnAddedMacro) {
+TEST(MacroRulesTest, CompleteAnAddedMacro) {
   expectChanged(withAddedMacro(bundle(), dictionary({{"MacroName", "new"}, {"macroID", 17}})),
                 bundleWithMacros({dictionary(
                     {{"MacroName", "new"}, {"macroID", 0}, {"delay", 20}, {"sequence", PropertyList::dictionary()}})}));
 }
 
-TEST(MacroRules, AddAMacroWhoseNameIsTaken) {
+TEST(MacroRulesTest, AddAMacroWhoseNameIsTaken) {
   expectChanged(withAddedMacro(bundleWithMacros({macro("a", 0)}), macro("a", 0)),
                 bundleWithMacros({macro("a", 0), macro("a", 1)}));
 }
 
-TEST(MacroRules, RefuseToAddWhatIsNoMacro) {
+TEST(MacroRulesTest, RefuseToAddWhatIsNoMacro) {
   const auto refuses = [](const PropertyList& record, const std::string& reason) {
     expectRefused(withAddedMacro(threeMacros(), record), ReturnStatus::Malformed, reason);
   };
@@ -85,7 +85,7 @@ TEST(MacroRules, RefuseToAddWhatIsNoMacro) {
   refuses(macro("a", 0, {keyPress(4), macroEvent(1, 0, 9, 10)}), "its event 2 is none");
 }
 
-TEST(MacroRules, BoundAMacro) {
+TEST(MacroRulesTest, BoundAMacro) {
   const Events most(maximumMacroEvents, keyPress(4));
   EXPECT_EQ(withAddedMacro(bundle(), macro("a", 0, most)).status, ReturnStatus::Done);
   Events more = most;
@@ -101,12 +101,12 @@ TEST(MacroRules, BoundAMacro) {
                 "the macro becomes too large");
 }
 
-TEST(MacroRules, BoundTheNumberOfMacros) {
+TEST(MacroRulesTest, BoundTheNumberOfMacros) {
   PropertyList full = bundleWithMacros(Events(maximumMacros, macro("a", 0)));
   expectRefused(withAddedMacro(full, macro("b", 0)), ReturnStatus::OutOfRange, "there are too many macros");
 }
 
-TEST(MacroRules, RenameAMacro) {
+TEST(MacroRulesTest, RenameAMacro) {
   const PropertyList before = threeMacros();
   expectChanged(withRenamedMacro(before, 2, "z"),
                 bundleWithMacros({macro("a", 0), macro("b", 1, threeEvents()), macro("z", 2)}));
@@ -115,21 +115,21 @@ TEST(MacroRules, RenameAMacro) {
   }
 }
 
-TEST(MacroRules, CloseTheGapOfADeletedMacro) {
+TEST(MacroRulesTest, CloseTheGapOfADeletedMacro) {
   expectChanged(withoutMacro(threeMacros(), 0), bundleWithMacros({macro("b", 0, threeEvents()), macro("c", 1)}));
   expectChanged(withoutMacro(threeMacros(), 1), bundleWithMacros({macro("a", 0), macro("c", 1)}));
   expectChanged(withoutMacro(threeMacros(), 2), bundleWithMacros({macro("a", 0), macro("b", 1, threeEvents())}));
   expectChanged(withoutMacro(bundleWithMacros({macro("a", 0)}), 0), bundle());
 }
 
-TEST(MacroRules, LeaveAssignmentsAloneWhenAMacroIsDeleted) {
-  const PropertyList assigned = bundle()["Profiles"].at(0)["Keys"].with("4", record(10, 1, 1));
+TEST(MacroRulesTest, LeaveAssignmentsAloneWhenAMacroIsDeleted) {
+  const PropertyList assigned = bundle()["Profiles"].at(0)["Keys"].with("4", assignment(10, 1, 1));
   const PropertyList before =
       threeMacros().with("Profiles", PropertyList::array({bundle()["Profiles"].at(0).with("Keys", assigned)}));
   EXPECT_EQ(withoutMacro(before, 1).value["Profiles"], before["Profiles"]);
 }
 
-TEST(MacroRules, MapEveryRowToItsEvent) {
+TEST(MacroRulesTest, MapEveryRowToItsEvent) {
   const std::vector<std::size_t> eventOfRow = {0, 1, 1, 2, 2};
   for (std::size_t row = 0; row < eventOfRow.size(); ++row) {
     const MacroResult result = eventAt(threeMacros(), 1, row);
@@ -138,7 +138,7 @@ TEST(MacroRules, MapEveryRowToItsEvent) {
   }
 }
 
-TEST(MacroRules, HaveARowForEveryLine) {
+TEST(MacroRulesTest, HaveARowForEveryLine) {
   Events events;
   for (int count = 0; count < 6; ++count) {
     const PropertyList lines = eventParser::getMessagesArray(PropertyList::array(events));
@@ -154,7 +154,7 @@ TEST(MacroRules, HaveARowForEveryLine) {
   }
 }
 
-TEST(MacroRules, ReplaceTheEventOfARow) {
+TEST(MacroRulesTest, ReplaceTheEventOfARow) {
   const PropertyList changed = keyRelease(5, 999'999).with("comment", "aim");
   expectChanged(withReplacedEvent(threeMacros(), 1, 0, changed),
                 withEvents({changed, threeEvents()[1], threeEvents()[2]}));
@@ -165,19 +165,19 @@ TEST(MacroRules, ReplaceTheEventOfARow) {
   }
 }
 
-TEST(MacroRules, RemoveTheEventOfAnEvenRow) {
+TEST(MacroRulesTest, RemoveTheEventOfAnEvenRow) {
   expectChanged(withoutRow(threeMacros(), 1, 0), withEvents({threeEvents()[1], threeEvents()[2]}));
   expectChanged(withoutRow(threeMacros(), 1, 2), withEvents({threeEvents()[0], threeEvents()[2]}));
   expectChanged(withoutRow(threeMacros(), 1, 4), withEvents({threeEvents()[0], threeEvents()[1]}));
 }
 
-TEST(MacroRules, RemoveTheDelayOfAnOddRow) {
+TEST(MacroRulesTest, RemoveTheDelayOfAnOddRow) {
   expectChanged(withoutRow(threeMacros(), 1, 1), withEvents({threeEvents()[0], keyRelease(4, 0), threeEvents()[2]}));
   expectChanged(withoutRow(threeMacros(), 1, 3),
                 withEvents({threeEvents()[0], threeEvents()[1], macroEvent(1, 0, 9, 1)}));
 }
 
-TEST(MacroRules, RemoveEventsUntilNoneIsLeft) {
+TEST(MacroRulesTest, RemoveEventsUntilNoneIsLeft) {
   PropertyList settings = threeMacros();
   for (int count = 3; count > 0; --count) settings = withoutRow(settings, 1, 0).value;
   EXPECT_EQ(settings, withEvents({}));
@@ -186,7 +186,7 @@ TEST(MacroRules, RemoveEventsUntilNoneIsLeft) {
   expectChanged(withoutEvents(threeMacros(), 0), threeMacros());
 }
 
-TEST(MacroRules, SetTheDelayOfARow) {
+TEST(MacroRulesTest, SetTheDelayOfARow) {
   expectChanged(withDelay(threeMacros(), 1, 1, 1500),
                 withEvents({threeEvents()[0], keyRelease(4, 1500), threeEvents()[2]}));
   expectChanged(withDelay(threeMacros(), 1, 0, 0), withEvents({keyPress(4, 0), threeEvents()[1], threeEvents()[2]}));
@@ -195,7 +195,7 @@ TEST(MacroRules, SetTheDelayOfARow) {
   expectRefused(withDelay(threeMacros(), 1, 1, "5"), ReturnStatus::Malformed, "the new delay is no number");
 }
 
-TEST(MacroRules, GiveEveryEventTheDelayOfOneRow) {
+TEST(MacroRulesTest, GiveEveryEventTheDelayOfOneRow) {
   expectChanged(withDelayOfRow(threeMacros(), 1, 3),
                 withEvents({keyPress(4, 300), keyRelease(4, 300), macroEvent(1, 300, 9, 1)}));
   expectChanged(withoutDelays(threeMacros(), 1),
@@ -203,7 +203,7 @@ TEST(MacroRules, GiveEveryEventTheDelayOfOneRow) {
   expectChanged(withoutDelays(threeMacros(), 0), threeMacros());
 }
 
-TEST(MacroRules, PutRecordedEventsInPlaceOrBehind) {
+TEST(MacroRulesTest, PutRecordedEventsInPlaceOrBehind) {
   const PropertyList recorded = PropertyList::array({keyPress(9), keyRelease(9, 50)});
   expectChanged(withRecordedEvents(threeMacros(), 1, recorded, false), withEvents({keyPress(9), keyRelease(9, 50)}));
   Events all = threeEvents();
@@ -211,13 +211,13 @@ TEST(MacroRules, PutRecordedEventsInPlaceOrBehind) {
   expectChanged(withRecordedEvents(threeMacros(), 1, recorded, true), withEvents(all));
 }
 
-TEST(MacroRules, KeepWhatElseStandsInTheSequence) {
+TEST(MacroRulesTest, KeepWhatElseStandsInTheSequence) {
   const PropertyList odd = macro("a", 0, threeEvents()).with("sequence", sequenceOf(threeEvents()).with("speed", 2));
   EXPECT_EQ(withoutEvents(bundleWithMacros({odd}), 0).value["Macros"].at(0),
             odd.with("sequence", sequenceOf({}).with("speed", 2)));
 }
 
-TEST(MacroRules, RefusePositionsThatAreNone) {
+TEST(MacroRulesTest, RefusePositionsThatAreNone) {
   const PropertyList before = threeMacros();
   const auto everyOne = [&](const PropertyList& macroID, const PropertyList& row) {
     return std::vector<MacroResult>{eventAt(before, macroID, row), withReplacedEvent(before, macroID, row, keyPress(4)),

@@ -38,7 +38,7 @@ PropertyList withAssignment(const PropertyList& holder, std::string_view group, 
 
 // The keys with this assignment for Tab.
 PropertyList keysWithTab(const PropertyList& assignment) {
-  return keyGroup().with("43", assignment);
+  return factoryGroup(1).with("43", assignment);
 }
 
 PropertyList withKeymap(const PropertyList& record, std::int64_t position, const PropertyList& changed) {
@@ -47,9 +47,9 @@ PropertyList withKeymap(const PropertyList& record, std::int64_t position, const
 
 // A profile whose eight keymaps differ: Tab sends the mouse button of the keymap's number.
 PropertyList profileOfDifferentKeymaps(std::int32_t inForce = 0) {
-  PropertyList result = profile("mine").with("KeymapID", inForce).with("Keys", keysWithTab(record(inForce, 0)));
+  PropertyList result = profile("mine").with("KeymapID", inForce).with("Keys", keysWithTab(assignment(inForce, 0)));
   for (std::int32_t position = 0; position < 8; ++position) {
-    result = withKeymap(result, position, keymap().with("Keys", keysWithTab(record(position, 0))));
+    result = withKeymap(result, position, factoryKeymap().with("Keys", keysWithTab(assignment(position, 0))));
   }
   return result;
 }
@@ -82,48 +82,49 @@ void expectPartlyRefused(const ProfileChange& change, const PropertyList& bundle
   EXPECT_EQ(change.complaints, complaints);
 }
 
-TEST(AddedProfile, StandsAtTheEndAndIsNotYetActive) {
+TEST(ProfileRulesAddedProfileTest, StandsAtTheEndAndIsNotYetActive) {
   expectDone(withAddedProfile(profiles({"one"}), profile("two"), {}), profiles({"one", "two"}));
   expectDone(withAddedProfile(profiles({"1", "2", "3", "4"}, 3), profile("5"), {}),
              profiles({"1", "2", "3", "4", "5"}, 3));
 }
 
-TEST(AddedProfile, FindsNoRoomBehindTheFifth) {
+TEST(ProfileRulesAddedProfileTest, FindsNoRoomBehindTheFifth) {
   expectRefused(withAddedProfile(profiles({"1", "2", "3", "4", "5"}), profile("6"), {}), ReturnStatus::OutOfRange,
                 {"there are five profiles", ""});
 }
 
-TEST(AddedProfile, TakesWhatItLacksFromTheFactoryProfile) {
+TEST(ProfileRulesAddedProfileTest, TakesWhatItLacksFromTheFactoryProfile) {
   const PropertyList factory = profile("factory").with("DPIX", 1600).with("StageValue", 1);
   expectDone(withAddedProfile(profiles({"one"}), dictionary({{"ProfileName", "new"}, {"DPIY", 300}}), factory),
              bundleOf({profile("one"), factory.with("ProfileName", "new").with("DPIY", 300)}));
 }
 
-TEST(AddedProfile, TakesGroupsThatItLacksFromItsOwnKeymap) {
+TEST(ProfileRulesAddedProfileTest, TakesGroupsThatItLacksFromItsOwnKeymap) {
   const PropertyList whole = profileOfDifferentKeymaps(5);
   expectDone(withAddedProfile(profiles({"one"}), whole.without("Keys").without("Buttons"), profile("factory")),
              bundleOf({profile("one"), whole}));
 }
 
-TEST(AddedProfile, StoresItsCurrentGroupsInTheKeymapInForce) {
-  const PropertyList given = profileOfDifferentKeymaps(5).with("Keys", keysWithTab(record(16, 4)));
-  expectDone(withAddedProfile(profiles({"one"}), given, {}),
-             bundleOf({profile("one"), withKeymap(given, 5, keymap().with("Keys", keysWithTab(record(16, 4))))}));
+TEST(ProfileRulesAddedProfileTest, StoresItsCurrentGroupsInTheKeymapInForce) {
+  const PropertyList given = profileOfDifferentKeymaps(5).with("Keys", keysWithTab(assignment(16, 4)));
+  expectDone(
+      withAddedProfile(profiles({"one"}), given, {}),
+      bundleOf({profile("one"), withKeymap(given, 5, factoryKeymap().with("Keys", keysWithTab(assignment(16, 4))))}));
 }
 
-TEST(AddedProfile, KeepsFurtherKeysAndLeavesDeviceSettingsAlone) {
+TEST(ProfileRulesAddedProfileTest, KeepsFurtherKeysAndLeavesDeviceSettingsAlone) {
   const PropertyList given = profile("two").with("Future", list({1, 2})).with("PollingRate", 500);
   const PropertyList before =
       profiles({"one"}).with("DeviceSettings", dictionary({{"ActiveProfile", 0}, {"PollingRate", 1000}}));
   expectDone(withAddedProfile(before, given, {}), before.with("Profiles", list({profile("one"), given})));
 }
 
-TEST(AddedProfile, TakesUnusableValuesFromTheFactoryProfile) {
+TEST(ProfileRulesAddedProfileTest, TakesUnusableValuesFromTheFactoryProfile) {
   expectPartlyRefused(withAddedProfile(profiles({"one"}), profile("two").with("DPIX", "fast"), profile("factory")),
                       profiles({"one", "two"}), {{"\"DPIX\" takes a whole number from 100 to 5600", "\"fast\""}});
 }
 
-TEST(AddedProfile, IsADictionary) {
+TEST(ProfileRulesAddedProfileTest, IsADictionary) {
   for (const PropertyList& given : {PropertyList(), PropertyList(5), list({profile("two")})}) {
     const ProfileChange change = withAddedProfile(profiles({"one"}), given, {});
     expectRefused(change, ReturnStatus::Malformed,
@@ -131,7 +132,7 @@ TEST(AddedProfile, IsADictionary) {
   }
 }
 
-TEST(AddedProfile, HasALargestSize) {
+TEST(ProfileRulesAddedProfileTest, HasALargestSize) {
   const Complaint complaint{"the record is larger than 1 MiB or has more than 32 levels", ""};
   expectRefused(withAddedProfile(profiles({"one"}), profile("two").with("Note", std::string(1024 * 1024, 'x')), {}),
                 ReturnStatus::TooLarge, complaint);
@@ -139,68 +140,68 @@ TEST(AddedProfile, HasALargestSize) {
   expectRefused(withAddedProfile(profiles({"one"}), dictionary({}), factory), ReturnStatus::TooLarge, complaint);
 }
 
-TEST(UpdatedProfile, TakesTheGivenKeys) {
+TEST(ProfileRulesUpdatedProfileTest, TakesTheGivenKeys) {
   const PropertyList before = profiles({"one", "two"});
   expectDone(withUpdatedProfile(before, 1, dictionary({{"DPIX", 400}, {"DPIY", 500}, {"Future", "kept"}})),
              bundleOf({profile("one"), profile("two").with("DPIX", 400).with("DPIY", 500).with("Future", "kept")}));
 }
 
-TEST(UpdatedProfile, StaysWithoutSettings) {
+TEST(ProfileRulesUpdatedProfileTest, StaysWithoutSettings) {
   expectDone(withUpdatedProfile(profiles({"one", "two"}), 0, dictionary({})), profiles({"one", "two"}));
 }
 
-TEST(UpdatedProfile, TakesAWholeRecordUnderANewName) {
+TEST(ProfileRulesUpdatedProfileTest, TakesAWholeRecordUnderANewName) {
   const PropertyList before = profileOfDifferentKeymaps(3);
   EXPECT_EQ(updated(before, before.with("ProfileName", "new")), before.with("ProfileName", "new"));
 }
 
-TEST(UpdatedProfile, StoresAGroupInTheKeymapThatItCameWith) {
+TEST(ProfileRulesUpdatedProfileTest, StoresAGroupInTheKeymapThatItCameWith) {
   const PropertyList before = profileOfDifferentKeymaps(3);
-  const PropertyList group = keysWithTab(record(10, 7, 255));
+  const PropertyList group = keysWithTab(assignment(10, 7, 255));
   EXPECT_EQ(updated(before, dictionary({{"Keys", group}, {"KeymapID", 3}})),
-            withKeymap(before.with("Keys", group), 3, keymap().with("Keys", group)));
+            withKeymap(before.with("Keys", group), 3, factoryKeymap().with("Keys", group)));
 }
 
-TEST(UpdatedProfile, StoresAGroupWithoutANumberInTheKeymapInForce) {
+TEST(ProfileRulesUpdatedProfileTest, StoresAGroupWithoutANumberInTheKeymapInForce) {
   const PropertyList before = profileOfDifferentKeymaps(3);
-  const PropertyList group = buttonGroup().with("03", record(17, 1));
+  const PropertyList group = factoryGroup(2).with("03", assignment(17, 1));
   EXPECT_EQ(updated(before, dictionary({{"Buttons", group}})),
             withKeymap(before.with("Buttons", group), 3,
-                       keymap().with("Keys", keysWithTab(record(3, 0))).with("Buttons", group)));
+                       factoryKeymap().with("Keys", keysWithTab(assignment(3, 0))).with("Buttons", group)));
 }
 
-TEST(UpdatedProfile, MakesTheGroupsOfAnotherKeymapTheCurrentOnes) {
+TEST(ProfileRulesUpdatedProfileTest, MakesTheGroupsOfAnotherKeymapTheCurrentOnes) {
   EXPECT_EQ(updated(profileOfDifferentKeymaps(3), dictionary({{"KeymapID", 6}})), profileOfDifferentKeymaps(6));
 }
 
-TEST(UpdatedProfile, LosesNoGroupThatOnlyTheRecordHeldWhenTheKeymapChanges) {
-  const PropertyList group = keysWithTab(record(10, 7, 255));
+TEST(ProfileRulesUpdatedProfileTest, LosesNoGroupThatOnlyTheRecordHeldWhenTheKeymapChanges) {
+  const PropertyList group = keysWithTab(assignment(10, 7, 255));
   const PropertyList before = profileOfDifferentKeymaps(3).with("Keys", group);
   EXPECT_EQ(updated(before, dictionary({{"KeymapID", 6}})),
-            withKeymap(profileOfDifferentKeymaps(6), 3, keymap().with("Keys", group)));
+            withKeymap(profileOfDifferentKeymaps(6), 3, factoryKeymap().with("Keys", group)));
 }
 
-TEST(UpdatedProfile, TakesAGroupForTheKeymapThatItSwitchesTo) {
-  const PropertyList group = buttonGroup().with("06", record(11, 0));
+TEST(ProfileRulesUpdatedProfileTest, TakesAGroupForTheKeymapThatItSwitchesTo) {
+  const PropertyList group = factoryGroup(2).with("06", assignment(11, 0));
   const PropertyList after = profileOfDifferentKeymaps(6).with("Buttons", group);
   EXPECT_EQ(updated(profileOfDifferentKeymaps(3), dictionary({{"Buttons", group}, {"KeymapID", 6}})),
-            withKeymap(after, 6, keymap().with("Keys", keysWithTab(record(6, 0))).with("Buttons", group)));
+            withKeymap(after, 6, factoryKeymap().with("Keys", keysWithTab(assignment(6, 0))).with("Buttons", group)));
 }
 
-TEST(UpdatedProfile, TakesAllKeymapsAtOnce) {
+TEST(ProfileRulesUpdatedProfileTest, TakesAllKeymapsAtOnce) {
   const PropertyList reversed = [] {
     std::vector<PropertyList> keymaps;
     for (std::int32_t position = 7; position >= 0; --position) {
-      keymaps.push_back(keymap().with("Keys", keysWithTab(record(position, 0))));
+      keymaps.push_back(factoryKeymap().with("Keys", keysWithTab(assignment(position, 0))));
     }
     return list(keymaps);
   }();
   EXPECT_EQ(updated(profileOfDifferentKeymaps(3), dictionary({{"Keymap", reversed}})),
-            profileOfDifferentKeymaps(3).with("Keymap", reversed).with("Keys", keysWithTab(record(4, 0))));
+            profileOfDifferentKeymaps(3).with("Keymap", reversed).with("Keys", keysWithTab(assignment(4, 0))));
 }
 
-TEST(UpdatedProfile, TakesAKeymapCycleIntoAllKeymapsAndTheCurrentGroup) {
-  const PropertyList cycle = record(50, 255);
+TEST(ProfileRulesUpdatedProfileTest, TakesAKeymapCycleIntoAllKeymapsAndTheCurrentGroup) {
+  const PropertyList cycle = assignment(50, 255);
   PropertyList expected = withAssignment(profileOfDifferentKeymaps(3), "Keys", "20", cycle);
   for (std::int64_t position = 0; position < 8; ++position) {
     expected = withKeymap(expected, position, withAssignment(expected["Keymap"].at(position), "Keys", "20", cycle));
@@ -210,26 +211,26 @@ TEST(UpdatedProfile, TakesAKeymapCycleIntoAllKeymapsAndTheCurrentGroup) {
             expected);
 }
 
-TEST(UpdatedProfile, KeepsTheKeymapsAndAssignmentsThatTheSettingsLack) {
-  const PropertyList changed = keymap().with("Keys", keysWithTab(record(4, 0)));
+TEST(ProfileRulesUpdatedProfileTest, KeepsTheKeymapsAndAssignmentsThatTheSettingsLack) {
+  const PropertyList changed = factoryKeymap().with("Keys", keysWithTab(assignment(4, 0)));
   EXPECT_EQ(updated(profileOfDifferentKeymaps(3), dictionary({{"Keymap", list({changed})}})),
             withKeymap(profileOfDifferentKeymaps(3), 0, changed));
-  const PropertyList onlyQ = dictionary({{"20", record(1, 0)}});
-  const PropertyList group = profileOfDifferentKeymaps(6)["Keys"].with("20", record(1, 0));
+  const PropertyList onlyQ = dictionary({{"20", assignment(1, 0)}});
+  const PropertyList group = profileOfDifferentKeymaps(6)["Keys"].with("20", assignment(1, 0));
   EXPECT_EQ(updated(profileOfDifferentKeymaps(3), dictionary({{"Keys", onlyQ}, {"KeymapID", 6}})),
-            withKeymap(profileOfDifferentKeymaps(6).with("Keys", group), 6, keymap().with("Keys", group)));
+            withKeymap(profileOfDifferentKeymaps(6).with("Keys", group), 6, factoryKeymap().with("Keys", group)));
 }
 
-TEST(UpdatedProfile, KeepsAssignmentsThatComeIncomplete) {
+TEST(ProfileRulesUpdatedProfileTest, KeepsAssignmentsThatComeIncomplete) {
   const PropertyList incomplete = keysWithTab(dictionary({{"command", "none"}}));
   const ProfileChange change =
       withUpdatedProfile(bundleOf({profileOfDifferentKeymaps(3)}), 0, dictionary({{"Keys", incomplete}}));
-  const PropertyList group = keysWithTab(record(3, 0));
+  const PropertyList group = keysWithTab(assignment(3, 0));
   expectPartlyRefused(change, bundleOf({profileOfDifferentKeymaps(3).with("Keys", group)}),
                       {{"an assignment is incomplete", "control 43"}});
 }
 
-TEST(UpdatedProfile, TakesWholeNumbersOnlyForPositionsAndCounts) {
+TEST(ProfileRulesUpdatedProfileTest, TakesWholeNumbersOnlyForPositionsAndCounts) {
   for (const auto& [key, value] : {std::pair<const char*, PropertyList>{"KeymapID", 2.5},
                                    {"KeymapID", true},
                                    {"DPIX", 800.7},
@@ -243,7 +244,7 @@ TEST(UpdatedProfile, TakesWholeNumbersOnlyForPositionsAndCounts) {
   EXPECT_TRUE(withUpdatedProfile(bundle("Old"), 0, dictionary({{"AccelerationOn", true}})).complaints.empty());
 }
 
-TEST(UpdatedProfile, TakesNoIncompleteAssignmentUnderAnyIdentifier) {
+TEST(ProfileRulesUpdatedProfileTest, TakesNoIncompleteAssignmentUnderAnyIdentifier) {
   for (const char* identifier : {"43", "999"}) {
     const PropertyList before = bundle("Old");
     const PropertyList group = dictionary({{identifier, dictionary({{"command", 1}})}});
@@ -251,7 +252,7 @@ TEST(UpdatedProfile, TakesNoIncompleteAssignmentUnderAnyIdentifier) {
   }
 }
 
-TEST(UpdatedProfile, KeepsValuesThatComeUnusable) {
+TEST(ProfileRulesUpdatedProfileTest, KeepsValuesThatComeUnusable) {
   const PropertyList settings = dictionary({{"ProfileName", 5},
                                             {"Keys", list({})},
                                             {"Buttons", "text"},
@@ -286,7 +287,7 @@ TEST(UpdatedProfile, KeepsValuesThatComeUnusable) {
           "\"PowerSaver\" takes a whole number from 0 to 255", "\"AppInfo\" takes a dictionary"}));
 }
 
-TEST(UpdatedProfile, TakesEveryKeyThatAClientSends) {
+TEST(ProfileRulesUpdatedProfileTest, TakesEveryKeyThatAClientSends) {
   const PropertyList stage = dictionary({{"dpix", 100}, {"dpiy", 5600}, {"independentxy", 1}, {"name", "far"}});
   const PropertyList color = dictionary({{"Red", 0.0}, {"Green", 1.0}, {"Blue", 0.5}});
   const PropertyList settings = dictionary({{"Stages", list({stage, stage})},
@@ -308,7 +309,7 @@ TEST(UpdatedProfile, TakesEveryKeyThatAClientSends) {
   EXPECT_EQ(updated(profile("one"), settings), profile("one").merging(settings));
 }
 
-TEST(UpdatedProfile, MirrorsDeviceWideKeys) {
+TEST(ProfileRulesUpdatedProfileTest, MirrorsDeviceWideKeys) {
   const PropertyList settings = dictionary({{"PollingRate", 500},
                                             {"ProfileOSDOn", true},
                                             {"PowerSaver", 3},
@@ -320,7 +321,7 @@ TEST(UpdatedProfile, MirrorsDeviceWideKeys) {
   expectDone(withUpdatedProfile(profiles({"one", "two"}), 1, settings.with("DPIX", 400)), expected);
 }
 
-TEST(UpdatedProfile, MirrorsAValueThatTheProfileHasAlready) {
+TEST(ProfileRulesUpdatedProfileTest, MirrorsAValueThatTheProfileHasAlready) {
   const PropertyList before = bundleOf({profile("one").with("PollingRate", 1000)})
                                   .with("DeviceSettings", dictionary({{"ActiveProfile", 0}, {"PollingRate", 500}}));
   const PropertyList after = before.with("DeviceSettings", dictionary({{"ActiveProfile", 0}, {"PollingRate", 1000}}));
@@ -328,14 +329,14 @@ TEST(UpdatedProfile, MirrorsAValueThatTheProfileHasAlready) {
   expectDone(withUpdatedProfile(before, 0, before["Profiles"].at(0)), after);
 }
 
-TEST(UpdatedProfile, LeavesTheDeviceAloneWhenItIsOnlyRenamed) {
+TEST(ProfileRulesUpdatedProfileTest, LeavesTheDeviceAloneWhenItIsOnlyRenamed) {
   const PropertyList old = profile("one").with("PollingRate", 1000);
   const PropertyList device = dictionary({{"ActiveProfile", 0}, {"PollingRate", 500}});
   expectDone(withUpdatedProfile(bundleOf({old}).with("DeviceSettings", device), 0, old.with("ProfileName", "new")),
              bundleOf({old.with("ProfileName", "new")}).with("DeviceSettings", device));
 }
 
-TEST(UpdatedProfile, TakesAStageInForceFromAmongItsStages) {
+TEST(ProfileRulesUpdatedProfileTest, TakesAStageInForceFromAmongItsStages) {
   const PropertyList stage = dictionary({{"dpix", 400}, {"dpiy", 400}, {"independentxy", 0}});
   const PropertyList before = profile("one").with("Stages", list({stage, stage, stage})).with("StageValue", 2);
   EXPECT_EQ(updated(before, dictionary({{"Stages", list({stage, stage})}})),
@@ -344,7 +345,7 @@ TEST(UpdatedProfile, TakesAStageInForceFromAmongItsStages) {
                       bundleOf({before.with("DPIX", 500)}), {{"\"StageValue\" is the position of no stage", "3"}});
 }
 
-TEST(UpdatedProfile, CannotGrowBeyondTheLargestSize) {
+TEST(ProfileRulesUpdatedProfileTest, CannotGrowBeyondTheLargestSize) {
   PropertyList bundle = profiles({"one"});
   const PropertyList first = dictionary({{"A", std::string(600'000, 'x')}});
   bundle = withUpdatedProfile(bundle, 0, first).bundle.value();
@@ -352,7 +353,7 @@ TEST(UpdatedProfile, CannotGrowBeyondTheLargestSize) {
                 {"the record is larger than 1 MiB or has more than 32 levels", ""});
 }
 
-TEST(UpdatedProfile, NeedsSettingsAndAPosition) {
+TEST(ProfileRulesUpdatedProfileTest, NeedsSettingsAndAPosition) {
   expectRefused(withUpdatedProfile(profiles({"one"}), 0, list({})), ReturnStatus::Malformed,
                 {"\"DeviceSettingsDictionary\" takes a dictionary", list({}).description()});
   expectRefused(withUpdatedProfile(profiles({"one"}), 1, dictionary({})), ReturnStatus::OutOfRange,
@@ -365,7 +366,7 @@ std::vector<ProfileChange> changesOf(const PropertyList& bundle, const PropertyL
           withActiveProfile(bundle, profileID)};
 }
 
-TEST(ProfilePosition, IsOneOfAProfile) {
+TEST(ProfileRulesPositionTest, IsOneOfAProfile) {
   for (const PropertyList& profileID :
        {PropertyList(-1), PropertyList(2), PropertyList(INT64_MIN), PropertyList(UINT64_MAX)}) {
     for (const ProfileChange& change : changesOf(profiles({"one", "two"}), profileID)) {
@@ -374,7 +375,7 @@ TEST(ProfilePosition, IsOneOfAProfile) {
   }
 }
 
-TEST(ProfilePosition, IsAnInteger) {
+TEST(ProfileRulesPositionTest, IsAnInteger) {
   for (const PropertyList& profileID :
        {PropertyList(), PropertyList("0"), PropertyList(0.0), PropertyList(false), list({0})}) {
     for (const ProfileChange& change : changesOf(profiles({"one", "two"}), profileID)) {
@@ -383,29 +384,29 @@ TEST(ProfilePosition, IsAnInteger) {
   }
 }
 
-TEST(ReplacedProfiles, TakeThePlaceOfAll) {
+TEST(ProfileRulesReplacedProfilesTest, TakeThePlaceOfAll) {
   expectDone(withReplacedProfiles(profiles({"one", "two"}, 1), list({profile("A"), profile("B"), profile("C")}), {}),
              profiles({"A", "B", "C"}, 1));
 }
 
-TEST(ReplacedProfiles, KeepAPositionForTheActiveOne) {
+TEST(ProfileRulesReplacedProfilesTest, KeepAPositionForTheActiveOne) {
   expectDone(withReplacedProfiles(profiles({"1", "2", "3"}, 2), list({profile("A"), profile("B")}), {}),
              profiles({"A", "B"}, 1));
 }
 
-TEST(ReplacedProfiles, TakeWhatTheyLackFromTheFactoryProfile) {
+TEST(ProfileRulesReplacedProfilesTest, TakeWhatTheyLackFromTheFactoryProfile) {
   expectDone(withReplacedProfiles(profiles({"one"}), list({dictionary({{"ProfileName", "A"}})}), profile("factory")),
              profiles({"A"}));
 }
 
-TEST(ReplacedProfiles, CarryACleanedGroupIntoTheKeymapInForce) {
+TEST(ProfileRulesReplacedProfilesTest, CarryACleanedGroupIntoTheKeymapInForce) {
   const PropertyList before = profileOfDifferentKeymaps(2);
-  const PropertyList cleaned = before.with("Keys", keyGroup());
+  const PropertyList cleaned = before.with("Keys", factoryGroup(1));
   expectDone(withReplacedProfiles(bundleOf({before}), list({cleaned}), {}),
-             bundleOf({withKeymap(cleaned, 2, keymap())}));
+             bundleOf({withKeymap(cleaned, 2, factoryKeymap())}));
 }
 
-TEST(ReplacedProfiles, AreOneToFive) {
+TEST(ProfileRulesReplacedProfilesTest, AreOneToFive) {
   expectRefused(withReplacedProfiles(profiles({"one"}), list({}), {}), ReturnStatus::OutOfRange,
                 {"\"AllProfiles\" takes 1 to 5 profiles", "0"});
   expectRefused(withReplacedProfiles(profiles({"one"}), list(std::vector<PropertyList>(6, profile("A"))), {}),
@@ -414,7 +415,7 @@ TEST(ReplacedProfiles, AreOneToFive) {
                 {"\"AllProfiles\" takes an array", dictionary({}).description()});
 }
 
-TEST(ReplacedProfiles, AreRefusedTogether) {
+TEST(ProfileRulesReplacedProfilesTest, AreRefusedTogether) {
   expectRefused(withReplacedProfiles(profiles({"one"}), list({profile("A"), "B"}), {}), ReturnStatus::Malformed,
                 {"a profile is no dictionary", "\"B\""});
   expectRefused(withReplacedProfiles(profiles({"one"}), list({profile("A"), profile("B").with("KeymapID", 9)}), {}),
@@ -424,22 +425,22 @@ TEST(ReplacedProfiles, AreRefusedTogether) {
       ReturnStatus::TooLarge, {"the record is larger than 1 MiB or has more than 32 levels", ""});
 }
 
-TEST(RemovedProfile, LeavesTheSameProfileActive) {
+TEST(ProfileRulesRemovedProfileTest, LeavesTheSameProfileActive) {
   expectDone(withoutProfile(profiles({"1", "2", "3"}, 2), 0), profiles({"2", "3"}, 1));
   expectDone(withoutProfile(profiles({"1", "2", "3"}, 0), 2), profiles({"1", "2"}, 0));
 }
 
-TEST(RemovedProfile, GivesItsPlaceToTheOneBeforeItOrTheFirst) {
+TEST(ProfileRulesRemovedProfileTest, GivesItsPlaceToTheOneBeforeItOrTheFirst) {
   expectDone(withoutProfile(profiles({"1", "2", "3"}, 2), 2), profiles({"1", "2"}, 1));
   expectDone(withoutProfile(profiles({"1", "2", "3"}, 1), 1), profiles({"1", "3"}, 0));
   expectDone(withoutProfile(profiles({"1", "2", "3"}, 0), 0), profiles({"2", "3"}, 0));
 }
 
-TEST(RemovedProfile, IsNeverTheLastOne) {
+TEST(ProfileRulesRemovedProfileTest, IsNeverTheLastOne) {
   expectRefused(withoutProfile(profiles({"one"}), 0), ReturnStatus::OutOfRange, {"the last profile stays", ""});
 }
 
-TEST(ActiveProfile, IsTheOneSwitchedTo) {
+TEST(ProfileRulesActiveProfileTest, IsTheOneSwitchedTo) {
   expectDone(withActiveProfile(profiles({"one", "two"}), 1), profiles({"one", "two"}, 1));
   expectDone(withActiveProfile(profiles({"one", "two"}, 1), 1), profiles({"one", "two"}, 1));
 }

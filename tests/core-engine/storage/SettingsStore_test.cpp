@@ -60,20 +60,20 @@ MemoryFileSystem usedDisk() {
   return disk;
 }
 
-TEST(SettingsStore, IsEmptyWithoutFiles) {
+TEST(SettingsStoreTest, IsEmptyWithoutFiles) {
   MemoryFileSystem disk;
   const Engine engine(disk);
   EXPECT_TRUE(engine.store.isEmpty());
   EXPECT_EQ(engine.lines, Lines());
 }
 
-TEST(SettingsStore, FillsAnEmptyStoreDurably) {
+TEST(SettingsStoreTest, FillsAnEmptyStoreDurably) {
   MemoryFileSystem disk;
   Engine(disk).store.fill(bundle("first"));
   for (const MemoryFileSystem& after : disk.afterCrash()) EXPECT_EQ(stored(after), bundle("first"));
 }
 
-TEST(SettingsStore, KeepsItsBundleWhenFilledAgain) {
+TEST(SettingsStoreTest, KeepsItsBundleWhenFilledAgain) {
   MemoryFileSystem disk = diskWith(bundle("mine"));
   Engine engine(disk);
   engine.store.fill(bundle("factory"));
@@ -81,7 +81,7 @@ TEST(SettingsStore, KeepsItsBundleWhenFilledAgain) {
   EXPECT_EQ(stored(disk), bundle("mine"));
 }
 
-TEST(SettingsStore, ServesTheFirstBundleEvenWhenTheDiskRefusesIt) {
+TEST(SettingsStoreTest, ServesTheFirstBundleEvenWhenTheDiskRefusesIt) {
   MemoryFileSystem disk;
   Engine engine(disk);
   disk.failFrom(1, std::errc::read_only_file_system);
@@ -93,7 +93,7 @@ TEST(SettingsStore, ServesTheFirstBundleEvenWhenTheDiskRefusesIt) {
   EXPECT_EQ(stored(disk), bundle("factory"));
 }
 
-TEST(SettingsStore, GivesATransformationTheBundleInForce) {
+TEST(SettingsStoreTest, GivesATransformationTheBundleInForce) {
   MemoryFileSystem disk = diskWith(bundle("old"));
   Engine engine(disk);
   const Outcome outcome = engine.store.apply([](const PropertyList& old) {
@@ -106,7 +106,7 @@ TEST(SettingsStore, GivesATransformationTheBundleInForce) {
   EXPECT_EQ(stored(disk), engine.store.bundle());
 }
 
-TEST(SettingsStore, TellsAChangeWhenItIsOnTheDisk) {
+TEST(SettingsStoreTest, TellsAChangeWhenItIsOnTheDisk) {
   MemoryFileSystem disk = diskWith(bundle("old"));
   Engine engine(disk);
   Lines calls;
@@ -125,7 +125,7 @@ TEST(SettingsStore, TellsAChangeWhenItIsOnTheDisk) {
   EXPECT_EQ(calls.size(), 3U);
 }
 
-TEST(SettingsStore, TellsNoChangeWhereItsFirstBundleIsOnlySaved) {
+TEST(SettingsStoreTest, TellsNoChangeWhereItsFirstBundleIsOnlySaved) {
   MemoryFileSystem disk;
   Engine engine(disk);
   int calls = 0;
@@ -137,14 +137,14 @@ TEST(SettingsStore, TellsNoChangeWhereItsFirstBundleIsOnlySaved) {
   EXPECT_EQ(calls, 0);
 }
 
-TEST(SettingsStore, RefusesWhatTheTransformationRefuses) {
+TEST(SettingsStoreTest, RefusesWhatTheTransformationRefuses) {
   MemoryFileSystem disk = diskWith(bundle("old"));
   Engine engine(disk);
   EXPECT_EQ(engine.store.apply([](const PropertyList&) { return std::nullopt; }), Outcome::Refused);
   EXPECT_EQ(engine.store.bundle(), bundle("old"));
 }
 
-TEST(SettingsStore, RefusesAnIncompleteBundle) {
+TEST(SettingsStoreTest, RefusesAnIncompleteBundle) {
   MemoryFileSystem disk = diskWith(bundle("old"));
   Engine engine(disk);
   EXPECT_EQ(engine.change(bundle("new").without("Macros")), Outcome::Refused);
@@ -152,14 +152,14 @@ TEST(SettingsStore, RefusesAnIncompleteBundle) {
   EXPECT_EQ(stored(disk), bundle("old"));
 }
 
-TEST(SettingsStore, RefusesChangesWhileEmpty) {
+TEST(SettingsStoreTest, RefusesChangesWhileEmpty) {
   MemoryFileSystem disk;
   Engine engine(disk);
   EXPECT_EQ(engine.change(bundle("new")), Outcome::Refused);
   EXPECT_EQ(disk.paths(), std::vector<std::string>());
 }
 
-TEST(SettingsStore, WritesNothingForAChangeThatChangesNothing) {
+TEST(SettingsStoreTest, WritesNothingForAChangeThatChangesNothing) {
   MemoryFileSystem disk = diskWith(bundle("old"));
   Engine engine(disk);
   disk.work();
@@ -167,21 +167,21 @@ TEST(SettingsStore, WritesNothingForAChangeThatChangesNothing) {
   EXPECT_EQ(disk.operations(), 0);
 }
 
-TEST(SettingsStore, KeepsTheFormerSettingsAsTheLastGoodOnes) {
+TEST(SettingsStoreTest, KeepsTheFormerSettingsAsTheLastGoodOnes) {
   MemoryFileSystem disk = usedDisk();
   EXPECT_EQ(disk.paths(), (std::vector<std::string>{lastGoodPath, currentPath}));
   EXPECT_EQ(disk.contents(lastGoodPath), encoded(bundle("oldest")));
   EXPECT_EQ(disk.contents(currentPath), encoded(bundle("old")));
 }
 
-TEST(SettingsStore, WritesOnWhenTheDiskTakesOnlyPiecesAtATime) {
+TEST(SettingsStoreTest, WritesOnWhenTheDiskTakesOnlyPiecesAtATime) {
   MemoryFileSystem disk = usedDisk();
   disk.setMaximumWrite(100);
   EXPECT_EQ(Engine(disk).change(bundle("new")), Outcome::Done);
   EXPECT_EQ(stored(disk), bundle("new"));
 }
 
-TEST(SettingsStore, FailsWhenTheDiskTakesNothing) {
+TEST(SettingsStoreTest, FailsWhenTheDiskTakesNothing) {
   MemoryFileSystem disk = usedDisk();
   disk.setMaximumWrite(0);
   EXPECT_EQ(Engine(disk).change(bundle("new")), Outcome::NotSaved);
@@ -211,30 +211,30 @@ void expectOldOrNewAfterEveryCrash(const MemoryFileSystem& start, const Property
   }
 }
 
-TEST(SettingsStore, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStep) {
+TEST(SettingsStoreTest, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStep) {
   expectOldOrNewAfterEveryCrash(usedDisk(), bundle("old"));
 }
 
-TEST(SettingsStore, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStepOfTheFirstChange) {
+TEST(SettingsStoreTest, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStepOfTheFirstChange) {
   expectOldOrNewAfterEveryCrash(MemoryFileSystem(), bundle("old"));
 }
 
-TEST(SettingsStore, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStepWithOnlyTheLastGoodFile) {
+TEST(SettingsStoreTest, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStepWithOnlyTheLastGoodFile) {
   MemoryFileSystem disk;
   disk.put(lastGoodPath, encoded(bundle("old")));
   expectOldOrNewAfterEveryCrash(disk, bundle("old"));
 }
 
-TEST(SettingsStore, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStepWithADamagedFile) {
+TEST(SettingsStoreTest, HoldsTheOldOrTheNewSettingsAfterACrashAtAnyStepWithADamagedFile) {
   MemoryFileSystem disk;
   disk.put(currentPath, text("bplist00 cut off"));
   disk.put(lastGoodPath, encoded(bundle("old")));
   expectOldOrNewAfterEveryCrash(disk, bundle("old"));
 }
 
-class SettingsStoreFault : public testing::TestWithParam<std::errc> {};
+class SettingsStoreFaultTest : public testing::TestWithParam<std::errc> {};
 
-TEST_P(SettingsStoreFault, RefusesTheChangeWhicheverStepFailsOnce) {
+TEST_P(SettingsStoreFaultTest, RefusesTheChangeWhicheverStepFailsOnce) {
   for (int operation = 1;; ++operation) {
     MemoryFileSystem disk = usedDisk();
     Engine engine(disk);
@@ -259,7 +259,7 @@ TEST_P(SettingsStoreFault, RefusesTheChangeWhicheverStepFailsOnce) {
   }
 }
 
-TEST_P(SettingsStoreFault, PutsNothingInForceWhicheverStepFailsOnceWithOnlyTheLastGoodFile) {
+TEST_P(SettingsStoreFaultTest, PutsNothingInForceWhicheverStepFailsOnceWithOnlyTheLastGoodFile) {
   for (int operation = 1;; ++operation) {
     MemoryFileSystem disk;
     disk.put(lastGoodPath, encoded(bundle("old")));
@@ -273,7 +273,7 @@ TEST_P(SettingsStoreFault, PutsNothingInForceWhicheverStepFailsOnceWithOnlyTheLa
   }
 }
 
-TEST_P(SettingsStoreFault, LosesNothingWhenEveryStepFromSomeStepOnFails) {
+TEST_P(SettingsStoreFaultTest, LosesNothingWhenEveryStepFromSomeStepOnFails) {
   for (int operation = 1;; ++operation) {
     MemoryFileSystem disk = usedDisk();
     Engine engine(disk);
@@ -293,11 +293,11 @@ TEST_P(SettingsStoreFault, LosesNothingWhenEveryStepFromSomeStepOnFails) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Errors, SettingsStoreFault,
+INSTANTIATE_TEST_SUITE_P(Errors, SettingsStoreFaultTest,
                          testing::Values(std::errc::no_space_on_device, std::errc::io_error,
                                          std::errc::read_only_file_system, std::errc::permission_denied));
 
-TEST(SettingsStore, TellsASaveFaultOnceAndItsEnd) {
+TEST(SettingsStoreTest, TellsASaveFaultOnceAndItsEnd) {
   MemoryFileSystem disk = usedDisk();
   Engine engine(disk);
   disk.failFrom(1, std::errc::no_space_on_device);
@@ -309,7 +309,7 @@ TEST(SettingsStore, TellsASaveFaultOnceAndItsEnd) {
                                  "vorn-core-engine: the settings are saved again"}));
 }
 
-TEST(SettingsStore, FallsBackOnTheLastGoodFileAndKeepsTheDamagedOne) {
+TEST(SettingsStoreTest, FallsBackOnTheLastGoodFileAndKeepsTheDamagedOne) {
   MemoryFileSystem disk = usedDisk();
   disk.put(currentPath, text("garbage"));
   const Engine engine(disk);
@@ -322,7 +322,7 @@ TEST(SettingsStore, FallsBackOnTheLastGoodFileAndKeepsTheDamagedOne) {
   EXPECT_EQ(engine.lines[2], "vorn-core-engine: using the last good settings, /state/settings.last-good.plist");
 }
 
-TEST(SettingsStore, NeverOverwritesAFileThatWasMovedAside) {
+TEST(SettingsStoreTest, NeverOverwritesAFileThatWasMovedAside) {
   MemoryFileSystem disk;
   disk.put(currentPath + ".damaged-1", text("first"));
   disk.put(currentPath + ".damaged-2", text("second"));
@@ -333,7 +333,7 @@ TEST(SettingsStore, NeverOverwritesAFileThatWasMovedAside) {
   EXPECT_EQ(disk.contents(currentPath + ".damaged-3"), text("third"));
 }
 
-TEST(SettingsStore, IsEmptyWhenBothFilesAreDamaged) {
+TEST(SettingsStoreTest, IsEmptyWhenBothFilesAreDamaged) {
   MemoryFileSystem disk;
   disk.put(currentPath, text("one"));
   disk.put(lastGoodPath, encoded(PropertyList::dictionary({{"Profiles", PropertyList::array()}})));
@@ -342,7 +342,7 @@ TEST(SettingsStore, IsEmptyWhenBothFilesAreDamaged) {
   EXPECT_EQ(disk.paths(), (std::vector<std::string>{lastGoodPath + ".damaged-1", currentPath + ".damaged-1"}));
 }
 
-TEST(SettingsStore, TakesAnUnreadableFileForADamagedOne) {
+TEST(SettingsStoreTest, TakesAnUnreadableFileForADamagedOne) {
   MemoryFileSystem disk = usedDisk();
   disk.failAt(2, std::errc::io_error);  // the first operation removes what a save may have left
   const Engine engine(disk);
@@ -350,7 +350,7 @@ TEST(SettingsStore, TakesAnUnreadableFileForADamagedOne) {
   EXPECT_EQ(disk.contents(currentPath + ".damaged-1"), encoded(bundle("old")));
 }
 
-TEST(SettingsStore, SavesNothingOverADamagedFileThatCannotBeMovedAside) {
+TEST(SettingsStoreTest, SavesNothingOverADamagedFileThatCannotBeMovedAside) {
   MemoryFileSystem disk;
   disk.put(currentPath, text("precious"));
   disk.failFrom(3, std::errc::read_only_file_system);
@@ -365,7 +365,7 @@ TEST(SettingsStore, SavesNothingOverADamagedFileThatCannotBeMovedAside) {
   EXPECT_EQ(stored(disk), bundle("new"));
 }
 
-TEST(SettingsStore, CompletesStoredSettingsFromTheFactoryProfile) {
+TEST(SettingsStoreTest, CompletesStoredSettingsFromTheFactoryProfile) {
   const PropertyList cut = bundleOf({profile("mine").without("DPIX").without("Keymap")});
   MemoryFileSystem disk = diskWith(cut);
   const Engine engine(disk, profile("factory").with("DPIX", 1600));
@@ -374,7 +374,7 @@ TEST(SettingsStore, CompletesStoredSettingsFromTheFactoryProfile) {
                                 "what was missing"});
 }
 
-TEST(SettingsStore, RemovesWhatAnInterruptedSaveLeft) {
+TEST(SettingsStoreTest, RemovesWhatAnInterruptedSaveLeft) {
   MemoryFileSystem disk = usedDisk();
   disk.put(folder + "/settings.new.plist", text("half"));
   const Engine engine(disk);

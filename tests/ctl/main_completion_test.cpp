@@ -40,7 +40,7 @@ std::vector<int> allNumbers() {
   return numbers;
 }
 
-TEST(Completion, OffersEverySettingOfAProfile) {
+TEST(CompletionTest, OffersEverySettingOfAProfile) {
   Words expected;
   for (const ProfileKey& setting : profileKeys) {
     // What has no single value is offered as the beginning of a path, but for lists that are short enough to read.
@@ -51,11 +51,11 @@ TEST(Completion, OffersEverySettingOfAProfile) {
   EXPECT_EQ(offersAfter({"set"}), expected);
 }
 
-TEST(Completion, OffersEveryControlByItsName) {
+TEST(CompletionTest, OffersEveryControlByItsName) {
   EXPECT_EQ(numbersOf(offersAfter({"assign"})), allNumbers());
 }
 
-TEST(Completion, OffersTheFixedKeysOfTheVirtualMouseToo) {
+TEST(CompletionTest, OffersTheFixedKeysOfTheVirtualMouseToo) {
   for (const char* action : {"press", "release", "click"}) {
     Words offers = offersAfter({"device", action});
     ASSERT_GE(offers.size(), fixedKeys.size());

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/PanelTest.h"
+#include "support/PanelTest.h"
 
 namespace skarn::test {
 

@@ -1,0 +1,28 @@
+// A Macros tab whose first macro and a line of it are selected, with the sheet for that line.
+#pragma once
+
+#include <QDialog>
+
+#include "macros/MacrosFixture.h"
+
+namespace skarn::test {
+
+inline PropertyList eventOf(int command, int page, int argument) {
+  return PropertyList::dictionary(
+      {{"command", command}, {"delay", 20}, {"page", page}, {"argument", argument}, {"note", "kept"}});
+}
+
+struct EditingFixture : MacrosFixture {
+  explicit EditingFixture(int line) {
+    delegate.sequence = eventOf(1, 7, 9);
+    selectMacro(0);
+    clickRow(lines(), line);
+  }
+  void edit() { chooseFromGear("mSettingsMacroDetails", 2); }
+  bool isShown(const char* sheet) { return find(sheet)->isVisible(); }
+  QLineEdit& delay() { return *find<QLineEdit>("mInputMacroDelay"); }
+  QLineEdit& field() { return *find<QLineEdit>("mInputMacroEvent"); }
+  QString key() { return field().text(); }
+};
+
+}  // namespace skarn::test
