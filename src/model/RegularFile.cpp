@@ -138,7 +138,7 @@ std::error_code writeRegularFile(const std::string& path, BytesView bytes) {
   if (!isThere && errno != ENOENT) return lastError();
   if (isThere && !S_ISREG(status.st_mode)) return notRegular();
   // A rename would replace a file that nobody may write to.
-  if (isThere && ::access(target.c_str(), W_OK) != 0) return lastError();
+  if (isThere && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return lastError();
 
   const mode_t mode = isThere ? status.st_mode & permissions : newFileMode;
   TemporaryFile file(target.parent_path(), mode);
