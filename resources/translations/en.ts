@@ -344,8 +344,8 @@
         <translation>The macro and its recorded events are removed from the mouse. Buttons that play it lose this assignment. This cannot be undone.</translation>
     </message>
     <message id="lkeyDeleteMacroAlertTitle">
-        <source>Delete this macro?</source>
-        <translation>Delete this macro?</translation>
+        <source>Delete macro “%1”?</source>
+        <translation>Delete macro “%1”?</translation>
     </message>
     <message id="lkeyDeleteProfile">
         <source>Delete the selected profile</source>
@@ -356,8 +356,8 @@
         <translation>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</translation>
     </message>
     <message id="lkeyDeleteProfileAlertTitle">
-        <source>Delete this profile?</source>
-        <translation>Delete this profile?</translation>
+        <source>Delete profile “%1”?</source>
+        <translation>Delete profile “%1”?</translation>
     </message>
     <message id="lkeyDeleteStage">
         <source>Delete Stage</source>
@@ -722,6 +722,14 @@
     <message id="lkeyLightPreview">
         <source>Preview of the light</source>
         <translation>Preview of the light</translation>
+    </message>
+    <message id="lkeyLostAssignments">
+        <source>These controls go back to their default: %1.</source>
+        <translation>These controls go back to their default: %1.</translation>
+    </message>
+    <message id="lkeyLostAssignmentsOfProfile">
+        <source>%1 of “%2”</source>
+        <translation>%1 of “%2”</translation>
     </message>
     <message id="lkeyMacro">
         <source>Macro</source>

@@ -264,6 +264,7 @@ void MouseMainController::setProperties() {
   mMouseProfilesController->setMDefaultDict(defaultProfile);
 
   mMouseMacrosController->setMMacrosSettingsArray(macrosArray);
+  mMouseMacrosController->setMAllProfiles(profilesArray);
 
   mMouseLightingController->setMLightingDict(defaultProfileDict);
   mMouseLightingController->setMDeviceSettingsDict(deviceSettingsDict);

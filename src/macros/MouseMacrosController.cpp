@@ -22,6 +22,8 @@
 #include "platform/GoneAlert.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
+#include "platform/LostAssignments.h"
+#include "platform/ShownName.h"
 #include "protocol/EngineProtocol.h"
 #include "ui_MouseMacrosController.h"
 #include "widgets/Alert.h"
@@ -331,7 +333,10 @@ void MouseMacrosController::clickDeleteMacro() {
   const int row = macroToAsk();
   if (row < 0) return;
   const vorn::RememberedRecord macro(macrosSettingsArray, row, keys::MacroName);
-  Alert::show(sheetWindow(), localized("lkeyDeleteMacroAlertTitle"), localized("lkeyDeleteMacroAlertDesc"),
+  Alert::show(sheetWindow(),
+              localized("lkeyDeleteMacroAlertTitle").arg(shownName(QString::fromStdString(macro.name()))),
+              withLostAssignments(localized("lkeyDeleteMacroAlertDesc"), allProfiles,
+                                  {vorn::AssignmentCommand::Macro, row, macrosSettingsArray.size()}),
               {localized("lkeyOK"), localized("lkeyCancel")}, [guard = QPointer(this), macro](int returnCode) {
                 if (guard && returnCode == Alert::firstButtonReturn) guard->deleteMacro(macro);
               });

@@ -58,6 +58,8 @@ class MouseMacrosController : public QWidget {
   // --- What the owner hands over. Delegate, window and centre are not owned.
   const vorn::PropertyList& mMacrosSettingsArray() const { return macrosSettingsArray; }
   void setMMacrosSettingsArray(const vorn::PropertyList& macros) { macrosSettingsArray = macros.arrayOrEmpty(); }
+  // All profiles, to tell which controls a deletion concerns.
+  void setMAllProfiles(const vorn::PropertyList& profiles) { allProfiles = profiles; }
   MacroControllerDelegate* mMacroDelegate() const { return macroDelegate; }
   void setMMacroDelegate(MacroControllerDelegate* delegate) { macroDelegate = delegate; }
   QWidget* mMacrosWindow() const { return macrosWindow; }
@@ -218,6 +220,7 @@ class MouseMacrosController : public QWidget {
   std::optional<vorn::RememberedRecord> mRecorded;  // while a recording runs: what it is for
   std::size_t mMacroCountAtRecording = 0;
   vorn::PropertyList macrosSettingsArray = vorn::PropertyList::array();
+  vorn::PropertyList allProfiles = vorn::PropertyList::array();
   MacroControllerDelegate* macroDelegate = nullptr;
   QPointer<QWidget> macrosWindow;
   vorn::NotificationCenter* notificationCenter = nullptr;

@@ -1,16 +1,22 @@
 #include "profiles/MouseProfilesController.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
 #include <optional>
+#include <utility>
 
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
+#include "platform/FilePanel.h"
+#include "platform/GoneAlert.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
+#include "platform/LostAssignments.h"
 #include "platform/SettingsText.h"
+#include "platform/ShownName.h"
 #include "profiles/AutoSwitchCell.h"
 #include "profiles/NSTableViewSubClass.h"
 #include "profiles/ProfileMenu.h"
@@ -70,8 +76,15 @@ void MouseProfilesController::setUpTable() {
   connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     if (!mIsReloading) tableViewSelectionDidChange();
   });
-  connect(mCells, &ProfilesTableDelegate::nameEntered, mModel,
-          [this](const QModelIndex& index, const QString& name) { mModel->setData(index, name, Qt::EditRole); });
+  connect(mCells, &ProfilesTableDelegate::nameEntered, mModel, [this](const QModelIndex& index, const QString& name) {
+    const int row = index.row();
+    mModel->setData(index, name, Qt::EditRole);
+    // The reload selects the active profile, but a press on a control was meant for the one that was edited.
+    if (QApplication::mouseButtons() != Qt::NoButton) mEdited.emplace(profilesArray, row, keys::ProfileName);
+  });
+  connect(qApp, &QApplication::focusChanged, this, [this, table](const QWidget*, QWidget* now) {
+    if (now == table || table->isAncestorOf(now)) mEdited.reset();
+  });
   // A name given up after an add leaves the new row selected, and the tabs would change a profile that they do not
   // show.
   connect(mCells, &ProfilesTableDelegate::editAbandoned, this, [this] { selectRow(activeProfile()); });
@@ -120,6 +133,38 @@ int MouseProfilesController::activeProfile() const {
 
 int MouseProfilesController::selectedRow() const {
   return mUi->mProfilesTableView->selectedRow();
+}
+
+int MouseProfilesController::targetRow() const {
+  const auto edited = mEdited ? mEdited->placeIn(profilesArray) : std::nullopt;
+  return edited ? static_cast<int>(*edited) : selectedRow();
+}
+
+void MouseProfilesController::meanTarget() {
+  mMeant.emplace(profilesArray, targetRow(), keys::ProfileName);
+  mEdited.reset();
+}
+
+std::optional<int> MouseProfilesController::takeMeantRow() {
+  if (!mMeant) return targetRow();
+  const auto place = std::exchange(mMeant, std::nullopt)->placeIn(profilesArray);
+  return place ? std::optional(static_cast<int>(*place)) : std::nullopt;
+}
+
+std::optional<int> MouseProfilesController::takeConfirmedRow() {
+  const std::optional<vorn::RememberedRecord> meant = mMeant;
+  const std::optional<int> row = takeMeantRow();
+  if (!row) showGoneAlert(sheetParent(), QString::fromStdString(meant->name()));
+  return row;
+}
+
+void MouseProfilesController::updateProfile(int row, const PropertyList& settings) {
+  if (profileDelegate == nullptr) return;
+  if (row == selectedRow()) {
+    profileDelegate->updateProfileWithSettings(settings);
+  } else {
+    profileDelegate->renameProfileWithProfileID(row, settings);
+  }
 }
 
 const PropertyList& MouseProfilesController::selectedProfile() const {
@@ -271,7 +316,7 @@ QString MouseProfilesController::reasonAgainst(int tag) const {
     case ProfileItem::Delete:
       return profilesArray.size() == 1 ? localized("lkeyLastProfileStays") : QString();
     case ProfileItem::RemoveApplication:
-      return textOf(selectedProfile()[keys::AppInfo], keys::Application).isEmpty()
+      return textOf(targetProfile()[keys::AppInfo], keys::Application).isEmpty()
                  ? localized("lkeyNoApplicationAssigned")
                  : QString();
     default:
@@ -310,7 +355,7 @@ void MouseProfilesController::selectMenuItem(int tag) {
       removeApplication();
       break;
     case ProfileItem::RestoreDefault:
-      showAlert("lkeyRestoreDefaultTitle", "lkeyRestoreDefaultDesc", RestoreContext);
+      showAlert(localized("lkeyRestoreDefaultTitle"), localized("lkeyRestoreDefaultDesc"), RestoreContext);
       break;
   }
 }
@@ -342,7 +387,7 @@ void MouseProfilesController::clickAdd() {
 }
 
 void MouseProfilesController::copyProfile() {
-  const PropertyList original = selectedProfile();
+  const PropertyList original = targetProfile();
   if (!profileDelegate || isFull() || original.isNone()) return;
   mIsAddProfile = true;
   const PropertyList profile =
@@ -387,19 +432,23 @@ void MouseProfilesController::tableViewSetObjectValueForTableColumn(const QVaria
 
 // --- Delete, restore
 
-void MouseProfilesController::showAlert(const char* messageKey, const char* informativeKey, int contextInfo) {
-  Alert::show(sheetParent(), localized(messageKey), localized(informativeKey),
-              {localized("lkeyOK"), localized("lkeyCancel")}, [tab = QPointer(this), contextInfo](int returnCode) {
+void MouseProfilesController::showAlert(const QString& message, const QString& informativeText, int contextInfo) {
+  meanTarget();
+  Alert::show(sheetParent(), message, informativeText, {localized("lkeyOK"), localized("lkeyCancel")},
+              [tab = QPointer(this), contextInfo](int returnCode) {
                 if (tab) tab->sheetDidEnd(returnCode, contextInfo);
               });
 }
 
 void MouseProfilesController::clickDelete() {
-  showAlert("lkeyDeleteProfileAlertTitle", "lkeyDeleteProfileAlertDesc", DeleteContext);
+  showAlert(localized("lkeyDeleteProfileAlertTitle").arg(shownName(textOf(targetProfile(), keys::ProfileName))),
+            withLostAssignments(localized("lkeyDeleteProfileAlertDesc"), profilesArray,
+                                {vorn::AssignmentCommand::Profile, targetRow(), profilesArray.size()}),
+            DeleteContext);
 }
 
 void MouseProfilesController::deleteProfile() {
-  const int row = selectedRow();
+  const int row = takeConfirmedRow().value_or(-1);
   if (profilesArray.size() > 1 && row >= 0 && profileDelegate) {
     mNeedsUpdate = true;
     mNeedsProfileEditing = false;
@@ -413,17 +462,24 @@ void MouseProfilesController::deleteProfile() {
 }
 
 void MouseProfilesController::restoreProfileToDefaultSettings() {
-  const PropertyList& profile = selectedProfile();
-  if (!profileDelegate || profile.isNone()) return;
-  profileDelegate->updateProfileWithSettings(defaultDict.with(keys::ProfileName, profile[keys::ProfileName].string()));
+  const int row = takeConfirmedRow().value_or(-1);
+  const PropertyList& profile = profilesArray.at(row);
+  if (profile.isNone()) return;
+  updateProfile(row, defaultDict.with(keys::ProfileName, profile[keys::ProfileName].string()));
 }
 
 void MouseProfilesController::sheetDidEnd(int returnCode, int contextInfo, const QString& path) {
+  const bool isConfirmed =
+      returnCode == (contextInfo == ExportContext ? FilePanel::okButton : Alert::firstButtonReturn);
+  if (!isConfirmed) {
+    mMeant.reset();
+    return;
+  }
   if (contextInfo == ExportContext) {
-    exportPanelDidEnd(returnCode, path);
-  } else if (returnCode == Alert::firstButtonReturn && contextInfo == RestoreContext) {
+    exportProfile(path);
+  } else if (contextInfo == RestoreContext) {
     restoreProfileToDefaultSettings();
-  } else if (returnCode == Alert::firstButtonReturn && contextInfo == DeleteContext) {
+  } else if (contextInfo == DeleteContext) {
     deleteProfile();
   }
 }

@@ -14,10 +14,12 @@
 #include <QVariant>
 #include <QWidget>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "model/PropertyList.h"
+#include "model/RememberedRecord.h"
 #include "profiles/ProfileControllerDelegate.h"
 
 class QAbstractItemDelegate;
@@ -144,11 +146,25 @@ class MouseProfilesController : public QWidget {
   void copyProfile();
   void renameProfile(int row, const QString& name);
   void setAutoSwitch(int row, int value);
-  void showAlert(const char* messageKey, const char* informativeKey, int contextInfo);
+  // What an action is for: the selected row, or the one whose name was being edited when the mouse was pressed on the
+  // action's control. -1 for none.
+  int targetRow() const;
+  const vorn::PropertyList& targetProfile() const { return profilesArray.at(targetRow()); }
+  // Opened for the target.
+  void showAlert(const QString& message, const QString& informativeText, int contextInfo);
+  // A sheet opens for the target.
+  void meanTarget();
+  // Where the profile stands now that the sheet was opened for, nothing when it is gone; the sheet is over then.
+  // Without a sheet: the target.
+  std::optional<int> takeMeantRow();
+  // The same of a sheet that was confirmed; says so when the profile is gone.
+  std::optional<int> takeConfirmedRow();
+  // An update of this row's profile, also of one that is not selected.
+  void updateProfile(int row, const vorn::PropertyList& settings);
 
-  void exportPanelDidEnd(int returnCode, const QString& path);
+  void exportProfile(const QString& path);
   void importProfile(const QString& path);
-  void assignApplication(const QString& path);
+  void assignApplication(int row, const QString& path);
   void removeApplication();
 
   std::unique_ptr<Ui::MouseProfilesController> mUi;
@@ -165,6 +181,9 @@ class MouseProfilesController : public QWidget {
   QPointer<QWidget> profilesWindow;
   QPointer<QDialog> mProfileOpenPanel;
   QPointer<QDialog> mProfileSavePanel;
+
+  std::optional<vorn::RememberedRecord> mMeant;   // what the open sheet is for
+  std::optional<vorn::RememberedRecord> mEdited;  // its name was being edited when the mouse was pressed elsewhere
 
   bool mIsAddProfile = false;
   bool mNeedsUpdate = false;

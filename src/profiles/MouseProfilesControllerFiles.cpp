@@ -58,6 +58,7 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
   delete mProfileOpenPanel;
   switch (identifier) {
     case ApplicationContext:
+      meanTarget();
       mProfileOpenPanel =
           ApplicationPanel::open(sheetParent(), name, {QStringLiteral("app")}, QLatin1String(applications), ended);
       break;
@@ -72,11 +73,13 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
 }
 
 void MouseProfilesController::loadSaveAsPanel() {
-  if (selectedProfile().isNone()) return;
+  const PropertyList profile = targetProfile();
+  if (profile.isNone()) return;
+  meanTarget();
   delete mProfileSavePanel;
   mProfileSavePanel =
       FilePanel::save(sheetParent(), QStringLiteral("mProfileSavePanel"), localized("lkeyExportProfile"),
-                      textOf(selectedProfile(), keys::ProfileName), QLatin1String(documents),
+                      textOf(profile, keys::ProfileName), QLatin1String(documents),
                       [tab = QPointer(this)](int returnCode, const QString& path) {
                         if (tab) tab->sheetDidEnd(returnCode, ExportContext, path);
                       });
@@ -86,9 +89,9 @@ void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& pat
   const bool isChosen = returnCode == FilePanel::okButton;
   if (contextInfo == ApplicationContext) {
     if (isChosen) {
-      assignApplication(path);
-    } else {
-      updateValue(0, keys::AutoSwitchOn);
+      if (const auto row = takeConfirmedRow()) assignApplication(*row, path);
+    } else if (const auto row = takeMeantRow()) {
+      updateProfile(*row, PropertyList::dictionary({{keys::AutoSwitchOn, 0}}));
     }
     refreshTableDisplay();
   } else if (contextInfo == ProfileFileContext && isChosen) {
@@ -98,10 +101,11 @@ void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& pat
 
 // --- Files
 
-void MouseProfilesController::exportPanelDidEnd(int returnCode, const QString& path) {
-  const PropertyList profile = selectedProfile();
-  if (returnCode != FilePanel::okButton || profile.isNone()) return;
-  exportRecord(sheetParent(), path + QLatin1Char('.') + QLatin1String(fileType), profile, vorn::RecordKind::Profile);
+void MouseProfilesController::exportProfile(const QString& path) {
+  const int row = takeConfirmedRow().value_or(-1);
+  if (profilesArray.at(row).isNone()) return;
+  exportRecord(sheetParent(), path + QLatin1Char('.') + QLatin1String(fileType), profilesArray.at(row),
+               vorn::RecordKind::Profile);
 }
 
 void MouseProfilesController::importProfile(const QString& path) {
@@ -124,21 +128,19 @@ void MouseProfilesController::importProfile(const QString& path) {
 
 // --- Applications
 
-void MouseProfilesController::assignApplication(const QString& path) {
-  if (!profileDelegate) return;
+void MouseProfilesController::assignApplication(int row, const QString& path) {
   mNeedsUpdate = false;
-  const PropertyList appInfo = tiedTo(selectedProfile()[keys::AppInfo], ApplicationInfo::infoDictionary(path));
-  profileDelegate->updateProfileWithSettings(
-      PropertyList::dictionary({{keys::AutoSwitchOn, 1}, {keys::AppInfo, appInfo}}));
+  const PropertyList appInfo = tiedTo(profilesArray.at(row)[keys::AppInfo], ApplicationInfo::infoDictionary(path));
+  updateProfile(row, PropertyList::dictionary({{keys::AutoSwitchOn, 1}, {keys::AppInfo, appInfo}}));
   // Stays on; the next reload selects the active row by extending an empty selection.
   mNeedsUpdate = true;
 }
 
 void MouseProfilesController::removeApplication() {
-  if (!profileDelegate || selectedProfile().isNone()) return;
-  const PropertyList appInfo = tiedTo(selectedProfile()[keys::AppInfo], PropertyList());
-  profileDelegate->updateProfileWithSettings(
-      PropertyList::dictionary({{keys::AutoSwitchOn, false}, {keys::AppInfo, appInfo}}));
+  const int row = targetRow();
+  if (profilesArray.at(row).isNone()) return;
+  const PropertyList appInfo = tiedTo(profilesArray.at(row)[keys::AppInfo], PropertyList());
+  updateProfile(row, PropertyList::dictionary({{keys::AutoSwitchOn, false}, {keys::AppInfo, appInfo}}));
   refreshTableDisplay();
 }
 

@@ -249,7 +249,7 @@ class MouseMacrosControllerListTest : public QObject {
     fixture.click("mDeleteMacro");
     QMessageBox* alert = alertOf(fixture);
     QVERIFY(alert != nullptr);
-    QCOMPARE(alert->text(), localized("lkeyDeleteMacroAlertTitle"));
+    QCOMPARE(alert->text(), localized("lkeyDeleteMacroAlertTitle").arg(QStringLiteral("Fireball")));
     QCOMPARE(alert->informativeText(), localized("lkeyDeleteMacroAlertDesc"));
     QCOMPARE(alert->windowModality(), Qt::WindowModal);
     QStringList buttons;

@@ -227,6 +227,25 @@ class MouseProfilesControllerNamesTest : public QObject {
     QCOMPARE(test.names(), (QStringList{"A", "X", "C"}));
   }
 
+  void deleteMeansTheProfileWhoseNameWasBeingTyped() {
+    ProfilesTab test;
+    test.show();
+    const int added = test.table().model()->rowCount();
+    QTest::mouseClick(&test.add(), Qt::LeftButton);
+    QTRY_VERIFY(test.editor());
+    QTest::keyClicks(test.editor(), QStringLiteral("Mistake"));
+    test.delegate.calls.clear();
+    QTest::mouseClick(&test.remove(), Qt::LeftButton);
+    QVERIFY(test.alert());
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete profile “Mistake”?"));
+    test.press(QStringLiteral("OK"));
+    QCOMPARE(test.delegate.calls.size(), std::size_t{2});
+    QCOMPARE(test.delegate.calls.back(), deleted(added));
+    // The next deletion is that of the selected row again.
+    QTest::mouseClick(&test.remove(), Qt::LeftButton);
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete profile “%1”?").arg(test.names().at(test.selectedRow())));
+  }
+
   void addTakesTheTypedNameOverFirst() {
     ProfilesTab test;
     test.showProfiles(namedProfiles({"A", "B"}), 1);

@@ -3,6 +3,7 @@
 #include <QHelpEvent>
 #include <QTextDocumentFragment>
 #include <QToolTip>
+#include <algorithm>
 
 #include "profiles/ProfilesTabTest.h"
 #include "profiles/ProfilesTableModel.h"
@@ -334,7 +335,7 @@ class MouseProfilesControllerTest : public QObject {
     test.showProfiles(namedProfiles({"A", "B", "C"}), row);
     QTest::mouseClick(&test.remove(), Qt::LeftButton);
     QVERIFY(test.alert());
-    QCOMPARE(test.alert()->text(), QStringLiteral("Delete this profile?"));
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete profile “%1”?").arg(QLatin1Char("ABC"[row])));
     QVERIFY(test.alert()->informativeText().startsWith(QLatin1String("The profile is removed from the mouse")));
     VERIFY_CALLS(test.delegate.calls, {});
     test.press(QStringLiteral("OK"));
@@ -396,6 +397,56 @@ class MouseProfilesControllerTest : public QObject {
     }
     QTRY_VERIFY(!test.alert());
     VERIFY_CALLS(test.delegate.calls, {});
+  }
+
+  void aConfirmedAlertActsOnTheProfileThatItWasOpenedFor_data() {
+    QTest::addColumn<QStringList>("listThen");
+    QTest::addColumn<int>("activeThen");
+    QTest::addColumn<int>("place");
+    QTest::newRow("another profile was switched to") << QStringList{"A", "B", "C"} << 2 << 1;
+    QTest::newRow("the one before it was deleted") << QStringList{"B", "C"} << 1 << 0;
+  }
+  void aConfirmedAlertActsOnTheProfileThatItWasOpenedFor() {
+    QFETCH(QStringList, listThen);
+    QFETCH(int, activeThen);
+    QFETCH(int, place);
+    std::vector<std::string> names;
+    for (const QString& name : listThen) names.push_back(name.toStdString());
+    for (const bool isDeletion : {true, false}) {
+      ProfilesTab test;
+      test.showProfiles(namedProfiles({"A", "B", "C"}), 1);
+      if (isDeletion) {
+        test.remove().click();
+      } else {
+        test.tab->selectMenuItem(9);
+      }
+      QVERIFY(test.alert());
+      test.delegate.list = namedProfiles(names);
+      test.delegate.active = activeThen;
+      test.delegate.reload();
+      test.press(QStringLiteral("OK"));
+      if (isDeletion) {
+        VERIFY_CALLS(test.delegate.calls, {deleted(place)});
+      } else {
+        VERIFY_CALLS(test.delegate.calls, {renamed(place, test.delegate.factory.with(keys::ProfileName, "B"))});
+      }
+    }
+  }
+
+  void aConfirmedAlertOfAProfileThatIsGoneChangesNothingAndSaysSo() {
+    ProfilesTab test;
+    test.showProfiles(namedProfiles({"A", "B", "C"}), 1);
+    test.remove().click();
+    test.delegate.list = namedProfiles({"A", "C"});
+    test.delegate.reload();
+    for (QAbstractButton* button : test.alert()->buttons()) {
+      if (button->text() == QStringLiteral("OK")) button->click();
+    }
+    VERIFY_CALLS(test.delegate.calls, {});
+    const auto alerts = test.window.findChildren<QMessageBox*>(QStringLiteral("alert"));
+    QVERIFY(std::ranges::any_of(alerts, [](const QMessageBox* alert) {
+      return alert->isVisible() && alert->text() == QStringLiteral("“B” is no longer there");
+    }));
   }
 
   void otherEndsOfSheetsDoNothing() {

@@ -86,7 +86,7 @@ class RecordingProfileDelegate : public ProfileControllerDelegate {
   }
   void renameProfileWithProfileID(int profileID, const PropertyList& andSettings) override {
     record(renamed(profileID, andSettings));
-    answer([&] { list = list.replacing(profileID, andSettings); });
+    answer([&] { list = list.replacing(profileID, list.at(profileID).merging(andSettings)); });
   }
   void updateProfileWithSettings(const PropertyList& settings) override {
     record(updated(settings));
