@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
@@ -173,6 +174,37 @@ class ProfilesWithEngineTest : public QObject {
     QVERIFY(!mWindow->find<QToolButton>("mDeleteProfile")->isEnabled());
     mWindow->tab().deleteProfile();
     QCOMPARE(mWindow->requests(MessageID::DeleteProfile), 4);
+  }
+
+  // The mouse switches profile while a sheet is open.
+  void a_sheet_acts_on_the_profile_that_it_was_opened_for() {
+    mWindow->add(QStringLiteral("Work"));
+    mWindow->add(QStringLiteral("Play"));
+    for (int profile = 0; profile < 3; ++profile) {
+      const PropertyList keysGroup = mOther->bundle()[keys::Profiles].at(profile)[keys::Keys];
+      const PropertyList toFirst =
+          PropertyList::dictionary({{keys::Command, 17}, {keys::Param1, 0}, {keys::Param2, 0}});
+      mOther->updateProfile(profile, PropertyList::dictionary({{keys::Keys, keysGroup.with("8", toFirst)}}));
+    }
+    mWindow->click(1);
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 1, deadline);
+    QTest::mouseClick(mWindow->find<QToolButton>("mDeleteProfile"), Qt::LeftButton);
+    QVERIFY(vorn::test::VirtualMouse::click("8"));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 0, deadline);
+    mWindow->acceptAlert();
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->names(), (QStringList{"Default", "Play"}), deadline);
+
+    mWindow->click(1);
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 1, deadline);
+    mWindow->choose(4);
+    QVERIFY(vorn::test::VirtualMouse::click("8"));
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->selectedRow(), 0, deadline);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("exported"));
+    mWindow->enterPath("mProfileSavePanel", path);
+    const auto exported = vorn::readPropertyListFile((path + QStringLiteral(".SkarnProfile")).toStdString());
+    QVERIFY(exported);
+    QCOMPARE((*exported)[keys::ProfileName].toString(), std::string("Play"));
   }
 
   void a_profile_is_restored_under_its_name() {
