@@ -26,7 +26,7 @@ class Keeper {
   // before, after: a profile or a keymap.
   PropertyList keptGroups(const PropertyList& before, PropertyList after) const {
     for (const keys::Key group : groups) {
-      const PropertyList records = before[group];
+      const PropertyList& records = before[group];
       PropertyList kept = after[group];
       for (std::size_t entry = 0; entry < records.size() && records.isDictionary(); ++entry) {
         const std::string_view identifier = records.keyAt(entry);
