@@ -3,7 +3,7 @@
 namespace skarn {
 
 StoppableSleep systemSleep() {
-  return [](std::stop_token stop, std::chrono::milliseconds interval) {
+  return [](const std::stop_token& stop, std::chrono::milliseconds interval) {
     std::mutex mutex;
     std::condition_variable_any wake;
     std::unique_lock lock(mutex);
@@ -14,7 +14,7 @@ StoppableSleep systemSleep() {
 
 void RepeatingThread::start(std::chrono::milliseconds interval, std::function<void()> work, bool firesAtOnce) {
   if (isRunning()) return;
-  mThread = std::jthread([sleep = mSleep, interval, work = std::move(work), firesAtOnce](std::stop_token stop) {
+  mThread = std::jthread([sleep = mSleep, interval, work = std::move(work), firesAtOnce](const std::stop_token& stop) {
     if (firesAtOnce) work();
     while (sleep(stop, interval)) work();
   });

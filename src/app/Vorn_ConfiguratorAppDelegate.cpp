@@ -44,7 +44,7 @@ void Vorn_ConfiguratorAppDelegate::initializeDevice() {
   emit startUpFinished();
 }
 
-void Vorn_ConfiguratorAppDelegate::doLoopInBackground(std::stop_token stop) {
+void Vorn_ConfiguratorAppDelegate::doLoopInBackground(const std::stop_token& stop) {
   do {
     if (!mSleep(stop, 1s)) return;
   } while (!mLink.isEngineAvailable());

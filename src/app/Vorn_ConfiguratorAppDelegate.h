@@ -43,7 +43,7 @@ class Vorn_ConfiguratorAppDelegate : public QObject {
   void initializeDevice();
   // Runs on the start-up wait thread: looks for the engine once a second, hands over to the main thread when it is
   // there and waits until that has initialised the device.
-  void doLoopInBackground(std::stop_token stop);
+  void doLoopInBackground(const std::stop_token& stop);
 
   MouseMainWindow& window;
   vorn::EngineLink& mLink;

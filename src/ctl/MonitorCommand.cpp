@@ -9,14 +9,14 @@ namespace vorn::ctl {
 
 namespace {
 
-constexpr std::int32_t assignmentCapture = 273;
-constexpr std::int32_t macroEventCapture = 1050;
-
 std::vector<std::string> observedNames() {
   namespace names = notificationNames;
-  std::vector<std::string> result = {names::deviceRemoved(wiredProductID),     names::profileUpdated(wiredProductID),
-                                     names::dpiUpdated(wiredProductID),        names::keymapUpdated(wiredProductID),
-                                     names::singleKeyEvent(assignmentCapture), names::singleKeyEvent(macroEventCapture),
+  std::vector<std::string> result = {names::deviceRemoved(wiredProductID),
+                                     names::profileUpdated(wiredProductID),
+                                     names::dpiUpdated(wiredProductID),
+                                     names::keymapUpdated(wiredProductID),
+                                     names::singleKeyEvent(names::assignmentCapture),
+                                     names::singleKeyEvent(names::macroEventCapture),
                                      names::macroSequence(wiredProductID)};
   for (const std::int32_t product : {wiredProductID, wirelessProductID}) {
     result.push_back(names::deviceAttached(product));

@@ -1,6 +1,7 @@
 #include "ctl/Commands.h"
 #include "ctl/Settings.h"
 #include "ctl/Values.h"
+#include "model/ProfileKeys.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::ctl {
@@ -41,6 +42,10 @@ Outcome setValue(Context& context, const Arguments& arguments) {
   if (!value) return value.failure();
   const std::string key = path.substr(0, path.find('/'));
   const PropertyList changed = withValueAt(place->profile, path, *value);
+  const ProfileKey* setting = profileKeyOf(key);
+  if (setting != nullptr && !fits(*setting, changed[key])) {
+    return Failure{ExitStatus::Refused, key + " takes " + expectation(*setting)};
+  }
   return updateProfile(context.engine, place->profileID, PropertyList::dictionary({{key, changed[key]}}));
 }
 

@@ -1,5 +1,6 @@
 #include "macros/MacroFiles.h"
 
+#include "model/RecordFile.h"
 #include "model/SettingsKeys.h"
 #include "platform/FilePanel.h"
 #include "platform/Localization.h"
@@ -13,7 +14,11 @@ namespace keys = vorn::keys;
 
 namespace {
 
-const QString fileType = QStringLiteral("%1Macro").arg(QLatin1String("Skarn"));
+QString fileType() {
+  const std::string_view extension = vorn::recordFileExtension(vorn::RecordKind::Macro);
+  return QString::fromUtf8(extension.data(), static_cast<qsizetype>(extension.size()));
+}
+
 const QString startFolder = QStringLiteral("file://localhost/Documents/");
 
 }  // namespace
@@ -29,13 +34,13 @@ void MacroFiles::open(QWidget* window, std::function<void(const PropertyList& ma
     }
   };
   FilePanel::open(window, QStringLiteral("mMacrosPanel"), localized("lkeyImportMacro"),
-                  {{fileType}, localized("lkeyMacroFiles")}, startFolder, ended);
+                  {{fileType()}, localized("lkeyMacroFiles")}, startFolder, ended);
 }
 
 void MacroFiles::saveAs(QWidget* window, const PropertyList& macro) {
   const auto ended = [window, macro](int returnCode, const QString& path) {
     if (returnCode != FilePanel::okButton) return;
-    exportRecord(window, QStringLiteral("%1.%2").arg(path, fileType), macro, vorn::RecordKind::Macro);
+    exportRecord(window, QStringLiteral("%1.%2").arg(path, fileType()), macro, vorn::RecordKind::Macro);
   };
   FilePanel::save(window, QStringLiteral("mMacrosSaveAsPanel"), localized("lkeyExportMacro"),
                   textOf(macro, keys::MacroName), startFolder, ended);

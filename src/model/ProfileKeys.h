@@ -5,7 +5,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
+#include "model/PropertyList.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn {
@@ -89,5 +92,12 @@ inline constexpr std::array<ProfileKey, 27> profileKeys = {{
     {keys::ProfileOSDOn, SettingType::Flag, detail::flag, SettingScope::Device},
 }};
 // clang-format on
+
+// Null for a key that the engine keeps without looking at it.
+const ProfileKey* profileKeyOf(std::string_view key);
+// Whether the engine takes the value under this key. Of assignments it looks at more (rules of the engine).
+bool fits(const ProfileKey& setting, const PropertyList& value);
+// What a value must be, in English, for the end of a sentence: "a whole number from 100 to 5600 DPI".
+std::string expectation(const ProfileKey& setting);
 
 }  // namespace vorn

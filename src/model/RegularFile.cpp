@@ -120,6 +120,13 @@ bool writeAll(int descriptor, BytesView bytes) {
   return true;
 }
 
+// The new name has to outlive a crash too. A folder that may not be read is left to the system.
+bool syncFolder(const std::filesystem::path& folder) {
+  const char* path = folder.empty() ? "." : folder.c_str();
+  const FileDescriptor descriptor(::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return descriptor.get() < 0 || withoutInterruption([&] { return ::fsync(descriptor.get()); }) == 0;
+}
+
 }  // namespace
 
 std::error_code readRegularFile(const std::string& path, std::size_t maximum, Bytes& contents) {
@@ -146,7 +153,7 @@ std::error_code writeRegularFile(const std::string& path, BytesView bytes) {
   const bool isDone = descriptor.get() >= 0 && (!isThere || ::fchmod(descriptor.get(), mode) == 0) &&
                       writeAll(descriptor.get(), bytes) &&
                       withoutInterruption([&] { return ::fsync(descriptor.get()); }) == 0 && descriptor.close() &&
-                      file.become(target);
+                      file.become(target) && syncFolder(target.parent_path());
   return isDone ? std::error_code() : lastError();
 }
 

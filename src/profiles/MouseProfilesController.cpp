@@ -167,10 +167,6 @@ void MouseProfilesController::updateProfile(int row, const PropertyList& setting
   }
 }
 
-const PropertyList& MouseProfilesController::selectedProfile() const {
-  return profilesArray.at(selectedRow());
-}
-
 bool MouseProfilesController::isFull() const {
   return profilesArray.size() >= keys::maximumProfiles;
 }

@@ -127,7 +127,6 @@ class MouseProfilesController : public QWidget {
  private:
   int activeProfile() const;  // -1 when there is none in the list
   int selectedRow() const;
-  const vorn::PropertyList& selectedProfile() const;  // none without a selected row
   bool isFull() const;
   QWidget* sheetParent() const;
 

@@ -2,6 +2,7 @@
 #include <QDialog>
 #include <QFileDialog>
 
+#include "model/RecordFile.h"
 #include "model/SettingsKeys.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/ApplicationPanel.h"
@@ -19,7 +20,11 @@ using vorn::PropertyList;
 
 namespace {
 
-constexpr const char* fileType = "SkarnProfile";
+QString fileType() {
+  const std::string_view extension = vorn::recordFileExtension(vorn::RecordKind::Profile);
+  return QString::fromUtf8(extension.data(), static_cast<qsizetype>(extension.size()));
+}
+
 constexpr const char* documents = "file://localhost/Documents/";
 constexpr const char* applications = "/Applications/";
 
@@ -65,7 +70,7 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
     case ProfileFileContext:
       mProfileOpenPanel =
           FilePanel::open(sheetParent(), name, localized("lkeyImportProfile"),
-                          {{QLatin1String(fileType)}, localized("lkeyProfileFiles")}, QLatin1String(documents), ended);
+                          {{fileType()}, localized("lkeyProfileFiles")}, QLatin1String(documents), ended);
       break;
     default:
       mProfileOpenPanel = FilePanel::open(sheetParent(), name, localized("lkeyOpenFile"), {}, {}, ended);
@@ -104,8 +109,7 @@ void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& pat
 void MouseProfilesController::exportProfile(const QString& path) {
   const int row = takeConfirmedRow().value_or(-1);
   if (profilesArray.at(row).isNone()) return;
-  exportRecord(sheetParent(), path + QLatin1Char('.') + QLatin1String(fileType), profilesArray.at(row),
-               vorn::RecordKind::Profile);
+  exportRecord(sheetParent(), path + QLatin1Char('.') + fileType(), profilesArray.at(row), vorn::RecordKind::Profile);
 }
 
 void MouseProfilesController::importProfile(const QString& path) {

@@ -106,6 +106,7 @@ TEST_F(VornCtlFailuresTest, InWhatIsNamedEndWith1Or2) {
   expectFailure({"profiles", "rename", "1", ""}, 2, "a profile needs a name");
   expectFailure({"macros", "show", "1"}, 1, "there is no macro \"1\"");
   expectFailure({"set", "DPIX", "fast"}, 2, "\"fast\" is not a whole number");
+  expectFailure({"set", "DPIX", "99"}, 1, "DPIX takes a whole number from 100 to 5600 DPI");
 }
 
 TEST_F(VornCtlFailuresTest, WithFilesEndWith5) {

@@ -6,10 +6,10 @@
 #include <variant>
 
 #include "core-engine/rules/BundleRules.h"
-#include "core-engine/rules/MacroRules.h"
 #include "core-engine/rules/SensitivityRules.h"
 #include "model/Controls.h"
 #include "model/HidUsages.h"
+#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {

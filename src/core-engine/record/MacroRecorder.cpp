@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core-engine/rules/MacroRules.h"
+#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
 #include "protocol/EngineProtocol.h"

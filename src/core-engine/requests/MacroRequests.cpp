@@ -6,6 +6,7 @@
 
 #include "core-engine/requests/SettingsRequests.h"
 #include "core-engine/rules/MacroRules.h"
+#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/MacroEvents.h"
 #include "model/RecordLimits.h"
 #include "model/RecordRules.h"
 #include "model/SettingsKeys.h"

@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <string>
 
-#include "model/MacroEvents.h"
 #include "model/PropertyList.h"
 #include "protocol/ReturnStatus.h"
 

@@ -8,6 +8,7 @@
 #include "core-engine/TestMacros.h"
 #include "core-engine/TestParts.h"
 #include "core-engine/rules/MacroRules.h"
+#include "model/MacroEvents.h"
 #include "model/eventParser.h"
 
 namespace vorn::engine::test {

@@ -10,6 +10,7 @@
 #include "core-engine/requests/RequestDispatcher.h"
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/MacroRules.h"
+#include "model/MacroEvents.h"
 
 namespace vorn::engine::test {
 namespace {

@@ -205,7 +205,7 @@ TEST(ProfileRequestsTest, TakeTheUsableSettingsAndTellTheOthers) {
   EXPECT_EQ(engine.answerTo(MessageID::UpdateProfile, update(0, dictionary({{"DPIX", 400}, {"DPIY", "fast"}}))),
             answer(bundleOf({profile("one").with("DPIX", 400), profile("two")}), 6));
   EXPECT_EQ(engine.lines, Lines{"vorn-core-engine: client :1.7: update profile: \"DPIY\" takes a whole number from 100 "
-                                "to 5600 (\"fast\")"});
+                                "to 5600 DPI (\"fast\")"});
 }
 
 TEST(ProfileRequestsTest, FindNoRoomForASixthProfileAndKeepTheLast) {

@@ -18,5 +18,14 @@ TEST(RequestKindsTest, AreListedOnce) {
                                             22, 23, 24, 25, 27, 28, 29, 30, 32, 33, 34, 37, 38}));
 }
 
+// The others are refused for a product that the engine does not serve.
+TEST(RequestKindsTest, NameTheRequestsThatLookAtTheProductThemselvesOrNeedNone) {
+  std::set<std::int32_t> forAny;
+  for (const RequestKind& kind : requestKinds()) {
+    if (kind.products == Products::Any) forAny.insert(static_cast<std::int32_t>(kind.messageID));
+  }
+  EXPECT_EQ(forAny, (std::set<std::int32_t>{0, 14, 15, 16, 38}));
+}
+
 }  // namespace
 }  // namespace vorn::engine::test

@@ -9,6 +9,7 @@
 
 #include "core-engine/TestMacros.h"
 #include "core-engine/rules/BundleRules.h"
+#include "model/MacroEvents.h"
 #include "model/eventParser.h"
 
 namespace vorn::engine::test {

@@ -121,7 +121,7 @@ TEST(ProfileRulesAddedProfileTest, KeepsFurtherKeysAndLeavesDeviceSettingsAlone)
 
 TEST(ProfileRulesAddedProfileTest, TakesUnusableValuesFromTheFactoryProfile) {
   expectPartlyRefused(withAddedProfile(profiles({"one"}), profile("two").with("DPIX", "fast"), profile("factory")),
-                      profiles({"one", "two"}), {{"\"DPIX\" takes a whole number from 100 to 5600", "\"fast\""}});
+                      profiles({"one", "two"}), {{"\"DPIX\" takes a whole number from 100 to 5600 DPI", "\"fast\""}});
 }
 
 TEST(ProfileRulesAddedProfileTest, IsADictionary) {
@@ -280,9 +280,9 @@ TEST(ProfileRulesUpdatedProfileTest, KeepsValuesThatComeUnusable) {
           "\"ProfileName\" takes a text", "\"Keys\" takes a dictionary", "\"Buttons\" takes a dictionary",
           "\"Keymap\" takes an array of 1 to 8 keymaps", "\"KeymapID\" takes a whole number from 0 to 7",
           "\"Stages\" takes an array of 1 to 5 stages from 100 to 5600 DPI",
-          "\"StageValue\" takes a whole number from 0 to 4", "\"DPIX\" takes a whole number from 100 to 5600",
-          "\"DPIY\" takes a whole number from 100 to 5600", "\"IndependentXYOn\" takes a whole number from 0 to 1",
-          "\"Sensitivity\" takes an array", "\"PollingRate\" takes a whole number from 125 to 1000",
+          "\"StageValue\" takes a whole number from 0 to 4", "\"DPIX\" takes a whole number from 100 to 5600 DPI",
+          "\"DPIY\" takes a whole number from 100 to 5600 DPI", "\"IndependentXYOn\" takes a whole number from 0 to 1",
+          "\"Sensitivity\" takes an array", "\"PollingRate\" takes a whole number from 125 to 1000 Hz",
           "\"LEDColors\" takes an array of colours with components from 0 to 1",
           "\"PowerSaver\" takes a whole number from 0 to 255", "\"AppInfo\" takes a dictionary"}));
 }
