@@ -703,6 +703,12 @@
         <source>Light</source>
         <translation>Light</translation>
     </message>
+    <message id="lkeyLightAppliedElsewhereNote">
+        <source>Takes effect with Apply, in the first profile.
+For this profile, set the brightness to Off.</source>
+        <translation>Takes effect with Apply, in the first profile.
+For this profile, set the brightness to Off.</translation>
+    </message>
     <message id="lkeyLightAppliedNote">
         <source>Takes effect with Apply, in the first profile</source>
         <translation>Takes effect with Apply, in the first profile</translation>

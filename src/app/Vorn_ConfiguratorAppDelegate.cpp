@@ -33,7 +33,7 @@ void Vorn_ConfiguratorAppDelegate::applicationDidFinishLaunching(const LaunchInf
     painted << mHub.mRestoringStateWindow();
   }
   if (waitsInBackground) {
-    mStartUpThread = std::jthread([this](std::stop_token stop) { doLoopInBackground(std::move(stop)); });
+    mStartUpThread = std::jthread([this](const std::stop_token& stop) { doLoopInBackground(stop); });
     return;
   }
   AfterPaint::run(painted, this, [this] { initializeDevice(); });

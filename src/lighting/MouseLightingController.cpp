@@ -147,6 +147,10 @@ void MouseLightingController::updateUISettings() {
   populateProfileListPopUpMenu();
   if (lightingDict.isNone()) return;
   mUi->mMain->setChecked(lightingDict[keys::ScrollLED].toInt() != 0);
+  // Apply writes the first profile, whatever profile is shown.
+  mUi->mMainNote->setText(localized(deviceSettingsDict[keys::ActiveProfile].toInt64() == 0
+                                        ? "lkeyLightAppliedNote"
+                                        : "lkeyLightAppliedElsewhereNote"));
   {
     const QSignalBlocker quiet(mUi->mBrightnessValue);
     mUi->mBrightnessValue->setValue(lightingDict[keys::BrightnessKBNormal].toInt());

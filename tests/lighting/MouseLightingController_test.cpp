@@ -51,6 +51,18 @@ class MouseLightingControllerTest : public QObject {
     QCOMPARE(tab.findChildren<QWidget*>(name).size(), 1);
   }
 
+  void besideAnotherProfileThanTheFirstTheNoteSaysHowToTurnItsLightOff() {
+    LightingTab fixture;
+    const auto noteOfProfile = [&fixture](int active) {
+      fixture.tab.setMDeviceSettingsDict(PropertyList::dictionary({{keys::ActiveProfile, active}}));
+      fixture.tab.updateUISettings();
+      return fixture.control<QLabel>("mMainNote").text();
+    };
+    QCOMPARE(noteOfProfile(0), QStringLiteral("Takes effect with Apply, in the first profile"));
+    QCOMPARE(noteOfProfile(2), QStringLiteral("Takes effect with Apply, in the first profile.\n"
+                                              "For this profile, set the brightness to Off."));
+  }
+
   void everyLiveControlSaysWhatItIs() {
     LightingTab fixture;
     for (const char* name : liveControls) QVERIFY2(!fixture.control<QWidget>(name).accessibleName().isEmpty(), name);
