@@ -1242,24 +1242,28 @@ For this profile, set the brightness to Off.</translation>
         <translation>Sensitivity Stages</translation>
     </message>
     <message id="lkeyStateDeviceGone">
-        <source>No mouse connected. Plug in the cable or the wireless receiver to change your settings.</source>
-        <translation>No mouse connected. Plug in the cable or the wireless receiver to change your settings.</translation>
+        <source>No mouse connected.</source>
+        <translation>No mouse connected.</translation>
+    </message>
+    <message id="lkeyStateEngineGone">
+        <source>The core engine has stopped.</source>
+        <translation>The core engine has stopped.</translation>
     </message>
     <message id="lkeyStateEngineSilent">
-        <source>The core engine does not answer. Changes are not stored until it runs again (vorn-core-engine).</source>
-        <translation>The core engine does not answer. Changes are not stored until it runs again (vorn-core-engine).</translation>
+        <source>The core engine does not answer; nothing was changed.</source>
+        <translation>The core engine does not answer; nothing was changed.</translation>
     </message>
     <message id="lkeyStateNoDevice">
-        <source>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</source>
-        <translation>No mouse connected. The default settings are shown; plug in the cable or the wireless receiver to change yours.</translation>
+        <source>No mouse connected; these are the default settings.</source>
+        <translation>No mouse connected; these are the default settings.</translation>
     </message>
     <message id="lkeyStateNoEngine">
-        <source>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</source>
-        <translation>The core engine is not running. The default settings are shown; start it (vorn-core-engine) and your own settings appear.</translation>
+        <source>The core engine is not running; these are the default settings.</source>
+        <translation>The core engine is not running; these are the default settings.</translation>
     </message>
     <message id="lkeyStateStarting">
-        <source>Waiting for the core engine… This can take a few seconds.</source>
-        <translation>Waiting for the core engine… This can take a few seconds.</translation>
+        <source>Waiting for the core engine…</source>
+        <translation>Waiting for the core engine…</translation>
     </message>
     <message id="lkeyStopRecordingFirst">
         <source>Stop the recording first</source>

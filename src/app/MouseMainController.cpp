@@ -1,16 +1,12 @@
 #include "app/MouseMainController.h"
 
-#include <QApplication>
-#include <QDialog>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
-#include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
-#include <algorithm>
 
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
@@ -40,7 +36,6 @@ namespace replyKeys = vorn::replyKeys;
 
 namespace {
 
-constexpr const char* defaultSettingsFile = "Skarn.plist";
 constexpr const char* helpBookTitle = "Skarn Help";
 constexpr const char* helpBookFirstPage = "index.html";
 constexpr const char* helpPageProperty = "helpPage";  // of a tab: its page in the help book
@@ -101,6 +96,8 @@ void MouseMainController::awakeFromNib() {
   mBusyIndicator->stop();
   mMessagePortRunning = false;
   createLocalPort();
+  mServices.link.setWhileWaiting([this] { return goOnWaiting(); });
+  mServices.link.watchEngine([this](bool isThere) { isThere ? engineCame() : engineWent(); });
   batteryStatus = unknownBatteryStatus;
   mDeletedProfileID = 0;
   mProfileDeleted = false;
@@ -163,15 +160,7 @@ void MouseMainController::initializeDevice() {
   const bool engineFound = mServices.link.isEngineAvailable();
   mServices.report(engineFound ? "engine found" : "no engine: waiting for an answer all the same");
 
-  const PropertyList answer = sendAndWait(
-      MessageID::RegisterDevice,
-      PropertyList::dictionary(
-          {{requestKeys::ProductName, "Skarn"},
-           {requestKeys::ProductID, vorn::wiredProductID},
-           {requestKeys::ResponseMsgPortName, vorn::configuratorReplyPortName},
-           {requestKeys::IsDeviceWired, 1},
-           {requestKeys::DefaultVrPlistPath, Bundle::mainBundle().resourcePath(defaultSettingsFile).toStdString()}}));
-  mServices.link.emptySlot();
+  const PropertyList answer = registerDevice();
   loadDefaultDict();
   restoringStateWindow->end();
 
@@ -202,6 +191,7 @@ void MouseMainController::initializeDevice() {
     showErrorForErrorCode(0);
   }
 
+  mHasStarted = true;
   registerNotifications();
   registerHelpBook();
   FWQueryThreadAboutToRun();
@@ -314,69 +304,6 @@ void MouseMainController::reload() {
   loadLatestSettings();
   setProperties();
   updateUISettings();
-}
-
-void MouseMainController::updateControlsWithState(bool state) {
-  if (!state) closeSheetsOfTabs();
-  // The focus of a control that is disabled would go on to a button that opens the browser.
-  const bool takesFocus = !state && mMouseTabView->isAncestorOf(mWindow.focusWidget());
-  mAreTabsEnabled = state;
-  mMouseButtonController->enableControlsState(state);
-  mMousePerformanceController->enableControlsState(state);
-  mMouseProfilesController->enableControlsState(state);
-  mMouseMacrosController->enableControlsState(state);
-  mMouseLightingController->enableControlsState(state);
-  mMouseMaintenenceController->enableControlsState(state);
-  if (takesFocus) mMouseTabView->tabBar()->setFocus();
-}
-
-void MouseMainController::updateProfilesControlState(bool state) {
-  if (state) {
-    mBusyIndicator->stop();
-  } else {
-    mBusyIndicator->start();
-  }
-  // The mouse may have gone meanwhile.
-  mMouseProfilesController->enableControlsState(state && mAreTabsEnabled);
-}
-
-void MouseMainController::closeSheetsOfTabs() {
-  while (QWidget* menu = QApplication::activePopupWidget()) {
-    if (!menu->close()) break;
-  }
-  // One that lies upon another is the later one and goes first.
-  QList<QDialog*> dialogs = mWindow.findChildren<QDialog*>();
-  std::reverse(dialogs.begin(), dialogs.end());
-  for (const QPointer<QDialog>& dialog : QList<QPointer<QDialog>>(dialogs.begin(), dialogs.end())) {
-    if (dialog == mDeviceConnectionWindow || dialog == restoringStateWindow) continue;
-    if (dialog && dialog->isVisible() && dialog->isModal()) dialog->reject();
-  }
-}
-
-void MouseMainController::setPresence(Presence presence) {
-  mPresence = presence;
-  switch (presence) {
-    case Presence::Starting:
-      mWindow.showState(localized("lkeyStateStarting"));
-      break;
-    case Presence::Connected:
-      mWindow.showState(QString());
-      break;
-    case Presence::NoDevice:
-      mWindow.showState(localized(mShowsDefaults ? "lkeyStateNoDevice" : "lkeyStateDeviceGone"));
-      break;
-    case Presence::NoEngine:
-      mWindow.showState(localized("lkeyStateNoEngine"));
-      break;
-    case Presence::EngineSilent:
-      mWindow.showState(localized("lkeyStateEngineSilent"));
-      break;
-  }
-}
-
-void MouseMainController::noteAnswer(bool isAnswered) {
-  if (!isAnswered && mPresence == Presence::Connected) setPresence(Presence::EngineSilent);
-  if (isAnswered && mPresence == Presence::EngineSilent) setPresence(Presence::Connected);
 }
 
 void MouseMainController::registerHelpBook() {

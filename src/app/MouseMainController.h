@@ -58,9 +58,10 @@ class RestoringStateSheet;
 struct HubServices {
   vorn::EngineLink& link;
   vorn::NotificationCenter& notifications;
-  std::function<void(const QUrl&)> openAddress;         // the default web browser
-  std::function<void(const std::string& line)> report;  // start-up report, a line without a line break each
-  StoppableSleep sleep = systemSleep();                 // of the timer threads
+  std::function<void(const QUrl&)> openAddress;          // the default web browser
+  std::function<void(const std::string& line)> report;   // start-up report, a line without a line break each
+  StoppableSleep sleep = systemSleep();                  // of the timer threads
+  std::function<bool()> mustEnd = [] { return false; };  // the program is asked to end: no wait goes on
 };
 
 class MouseMainController : public QObject,
@@ -207,6 +208,7 @@ class MouseMainController : public QObject,
   // What the strip under the header says.
   enum class Presence { Starting, Connected, NoDevice, NoEngine, EngineSilent };
 
+  static constexpr const char* defaultSettingsFile = "Skarn.plist";
   // None of the charging statuses, so that the first one told counts as a change.
   static constexpr std::uint32_t unknownBatteryStatus = 255;
 
@@ -231,8 +233,21 @@ class MouseMainController : public QObject,
   // Every menu, sheet, alert and panel of a tab closes as by its Cancel, so that nothing is written. The hub's own
   // stay.
   void closeSheetsOfTabs();
+  void closeMenus();
+  // Message 0 and its answer; none where there was none.
+  vorn::PropertyList registerDevice();
+  // The engine's port went or came.
+  void engineWent();
+  void engineCame();
+  // Nothing of the mouse is shown any more, what records ends, and all tabs are disabled.
+  void forgetDevice();
+  // A turn of a wait that blocks the thread: paints that there is one. False when the wait must end.
+  bool goOnWaiting();
+  void beginShowingWait();
+  void endShowingWait();
   void redrawDefaults();  // shows the default settings in place of the engine's
   void setPresence(Presence presence);
+  QString textOf(Presence presence) const;
   // The strip follows whether an engine that was there answers.
   void noteAnswer(bool isAnswered);
   void setMFirmwareVersionString(const std::string& version);
@@ -290,6 +305,10 @@ class MouseMainController : public QObject,
   std::unique_ptr<vorn::VRCDictionaryInspector> mDictionaryInspector;  // stays empty
   bool mMessagePortRunning = false;
 
+  bool mHasStarted = false;
+  std::atomic<bool> mIsEngineGone{false};  // nothing is sent then, as nobody would take it
+  bool mShowsWait = false;
+  bool mWasBusyBeforeWait = false;
   bool mAreTabsEnabled = true;  // false while no mouse is there, or its engine is not
   bool mShowsDefaults = false;  // the working copy comes from the default file
   vorn::PropertyList mChangeNote;

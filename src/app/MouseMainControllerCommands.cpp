@@ -34,8 +34,10 @@ PropertyList MouseMainController::envelope() const {
 
 PropertyList MouseMainController::sendAndWait(MessageID messageID, const PropertyList& request,
                                               std::chrono::milliseconds interval) {
+  if (mIsEngineGone) return {};
   mServices.link.send(request, messageID);
   const bool isAnswered = mServices.link.waitForReply(vorn::maximumPolls, interval);
+  endShowingWait();
   noteAnswer(isAnswered);
   return isAnswered ? mServices.link.reply() : PropertyList();
 }
@@ -282,7 +284,7 @@ void MouseMainController::stopSingleKeyRecording() {
 // --- Device
 
 void MouseMainController::sendQuery(MessageID messageID) {
-  mServices.link.post(envelope(), messageID);
+  if (!mIsEngineGone) mServices.link.post(envelope(), messageID);
 }
 
 void MouseMainController::checkBatteryLevel() {

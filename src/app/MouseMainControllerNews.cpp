@@ -127,15 +127,7 @@ void MouseMainController::deviceConnectedNotification(const Notification& notifi
 void MouseMainController::deviceDisconnectedNotification(const Notification&) {
   removeObserverDeviceRemoval();
   showErrorDialog();
-  mMouseMaintenenceController->mFirmwareVersion()->setText(QStringLiteral("-"));
-  mMouseMaintenenceController->stopProgressIndicatorAnimation();
-  mMouseMacrosController->stopAllMacroRecording();
-  stopChargingAnimation();
-  mBattery->clearImage();
-  mDeviceConnectivity->clearImage();
-  batteryStatus = unknownBatteryStatus;
-  mBatteryPercent.reset();
-  updateControlsWithState(false);
+  forgetDevice();
   setPresence(Presence::NoDevice);
   addObserverDeviceRemoval();
 }

@@ -5,6 +5,7 @@
 #include <QWindow>
 #include <initializer_list>
 
+#include "app/StateStrip.h"
 #include "platform/Images.h"
 #include "ui_MouseMainWindow.h"
 #include "widgets/Palettes.h"
@@ -13,6 +14,7 @@ namespace skarn {
 
 MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::make_unique<Ui::MouseMainWindow>()) {
   mUi->setupUi(this);
+  mStateStrip = new StateStrip(mUi->mMouseTabView);
   mUi->mDeviceLogo->setPixmap(image(QStringLiteral("mouse-small.png")));
   setWindowIcon(applicationIcon());
   // From the help window too, but not past a sheet, as the window itself cannot be closed under one.
@@ -29,11 +31,6 @@ void MouseMainWindow::showProfileName(const QString& name) {
        std::initializer_list<QWidget*>{mUi->mHeaderProfileCaption, mUi->mHeaderProfileDot, mUi->mHeaderProfileName}) {
     part->setVisible(!name.isEmpty());
   }
-}
-
-void MouseMainWindow::showState(const QString& text) {
-  mUi->mStateStrip->setText(text);
-  mUi->mStateStrip->setVisible(!text.isEmpty());
 }
 
 void MouseMainWindow::comeToFront(const QString& activationToken) {
@@ -60,9 +57,6 @@ void MouseMainWindow::tintIcons() {
   QPalette dot = palette();
   dot.setColor(QPalette::WindowText, accentColor(palette()));
   mUi->mHeaderProfileDot->setPalette(dot);
-  QPalette strip = palette();
-  strip.setColor(QPalette::Window, palette().color(QPalette::AlternateBase));
-  mUi->mStateStrip->setPalette(strip);
 }
 
 }  // namespace skarn

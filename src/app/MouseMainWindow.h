@@ -10,6 +10,8 @@ namespace Ui {
 class MouseMainWindow;
 }
 
+class StateStrip;
+
 class MouseMainWindow : public QWidget {
   Q_OBJECT
 
@@ -21,8 +23,7 @@ class MouseMainWindow : public QWidget {
   Ui::MouseMainWindow& ui() { return *mUi; }
 
   void showProfileName(const QString& name);
-  // The strip under the header; an empty text hides it.
-  void showState(const QString& text);
+  StateStrip& stateStrip() { return *mStateStrip; }
   // Brings the window to the front, also from being minimised.
   void comeToFront(const QString& activationToken = {});
 
@@ -33,6 +34,7 @@ class MouseMainWindow : public QWidget {
   void tintIcons();
 
   std::unique_ptr<Ui::MouseMainWindow> mUi;
+  StateStrip* mStateStrip;  // a child
 };
 
 }  // namespace skarn

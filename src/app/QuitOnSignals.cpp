@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
@@ -16,8 +17,11 @@ constexpr int signalsToQuit[] = {SIGTERM, SIGINT, SIGHUP};
 
 // Written by the handler: only what is safe in a signal handler may be done there.
 volatile sig_atomic_t eventDescriptor = -1;
+std::atomic<bool> hasCome{false};
+static_assert(std::atomic<bool>::is_always_lock_free);
 
 extern "C" void noteSignal(int) {
+  hasCome = true;
   const int interrupted = errno;
   const std::uint64_t one = 1;
   [[maybe_unused]] const auto written = write(eventDescriptor, &one, sizeof one);
@@ -47,6 +51,10 @@ QuitOnSignals::~QuitOnSignals() {
   for (const int number : signalsToQuit) signal(number, SIG_DFL);
   mNotifier.setEnabled(false);
   close(eventDescriptor);
+}
+
+bool QuitOnSignals::isAsked() {
+  return hasCome;
 }
 
 }  // namespace skarn

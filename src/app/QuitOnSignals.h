@@ -15,6 +15,9 @@ class QuitOnSignals {
   QuitOnSignals(const QuitOnSignals&) = delete;
   QuitOnSignals& operator=(const QuitOnSignals&) = delete;
 
+  // Whether such a signal has come: true before the event loop gets to know of it. Any thread.
+  static bool isAsked();
+
  private:
   QSocketNotifier mNotifier;
 };

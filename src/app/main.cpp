@@ -111,7 +111,8 @@ HubServices makeServices(vorn::EngineLink& link) {
   return {.link = link,
           .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
           .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
-          .report = report};
+          .report = report,
+          .mustEnd = &QuitOnSignals::isAsked};
 }
 
 }  // namespace

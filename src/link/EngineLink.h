@@ -15,6 +15,9 @@
 
 namespace vorn {
 
+// How long a wait blocks the thread before it looks after the rest.
+inline constexpr std::chrono::milliseconds waitTurn{60};
+
 class EngineLink {
  public:
   virtual ~EngineLink() = default;
@@ -24,8 +27,14 @@ class EngineLink {
   virtual bool createLocalPort() = 0;
   // Whether a port of the engine's name exists now. Any thread.
   virtual bool isEngineAvailable() = 0;
+  // Calls changed on the calling thread's run loop whenever the engine's port goes or comes, from now on. Once.
+  virtual void watchEngine(std::function<void(bool isThere)> changed) = 0;
+  // What the waiting thread does while send or waitForReply blocks it: called about every waitTurn, the first time
+  // after one. Where it answers false, both end at once, as if their time had passed. Set before the first request.
+  virtual void setWhileWaiting(std::function<bool()> whileWaiting) = 0;
   // Serialises the request and sends it to the engine's port; without a port nothing is sent. The outcome is never
-  // told: the result is always sendRequestResult. Any thread; blocks up to sendTimeout.
+  // told: the result is always sendRequestResult. One thread at a time, as a rule the main thread; blocks up to
+  // sendTimeout.
   virtual int send(const PropertyList& request, MessageID messageID) = 0;
   // Sends a request that has no answer on the reply port, and does not wait until the engine has taken it either. Any
   // thread.

@@ -1,5 +1,7 @@
 #include "link/PortEngineLink.h"
 
+#include <algorithm>
+#include <condition_variable>
 #include <cstdio>
 #include <future>
 #include <utility>
@@ -7,6 +9,29 @@
 #include "model/VrCoreUtility.h"
 
 namespace vorn {
+
+namespace {
+
+// A message on its way, seen by the thread that sends it and by the one that waits.
+struct Delivery {
+  std::mutex mutex;
+  std::condition_variable changed;
+  bool isDone = false;
+
+  void finish() {
+    {
+      const std::lock_guard lock(mutex);
+      isDone = true;
+    }
+    changed.notify_all();
+  }
+  bool wait(std::chrono::milliseconds time) {
+    std::unique_lock lock(mutex);
+    return changed.wait_for(lock, time, [this] { return isDone; });
+  }
+};
+
+}  // namespace
 
 int sendRequest(const PropertyList& request, MessageID messageID) {
   const std::optional<RemoteMessagePort> port = RemoteMessagePort::lookUp(enginePortName);
@@ -73,9 +98,36 @@ bool PortEngineLink::isEngineAvailable() {
   return RemoteMessagePort::lookUp(enginePortName).has_value();
 }
 
+void PortEngineLink::watchEngine(std::function<void(bool isThere)> changed) {
+  mEngineWatch.emplace(
+      enginePortName, [changed] { changed(false); }, [changed] { changed(true); });
+}
+
+void PortEngineLink::setWhileWaiting(std::function<bool()> whileWaiting) {
+  mWhileWaiting = std::move(whileWaiting);
+}
+
+bool PortEngineLink::performOnReplyThread(std::function<void()> work) {
+  const std::lock_guard lock(mReplyLoopMutex);
+  if (mReplyLoop == nullptr) return false;
+  mReplyLoop->perform(std::move(work));
+  return true;
+}
+
 int PortEngineLink::send(const PropertyList& request, MessageID messageID) {
   if (mTrace) mTrace("request", static_cast<std::int32_t>(messageID), request);
-  return sendRequest(request, messageID);
+  const std::optional<Bytes> data = VrCoreUtility::convertDictionaryToData(request);
+  if (!data) return sendRequestResult;
+  // The reply thread sends, so that this one can look after the rest meanwhile.
+  const auto delivery = std::make_shared<Delivery>();
+  const bool isOnItsWay = performOnReplyThread([delivery, messageID, data] {
+    RemoteMessagePort::sendLater(enginePortName, static_cast<std::int32_t>(messageID), *data, sendTimeout,
+                                 [delivery](RemoteMessagePort::Status) { delivery->finish(); });
+  });
+  if (!isOnItsWay) return sendRequest(request, messageID);
+  while (!delivery->wait(waitTurn) && goOnWaiting()) {
+  }
+  return sendRequestResult;
 }
 
 void PortEngineLink::post(const PropertyList& request, MessageID messageID) {
@@ -86,6 +138,12 @@ void PortEngineLink::post(const PropertyList& request, MessageID messageID) {
 }
 
 bool PortEngineLink::waitForReply(int polls, std::chrono::milliseconds interval) {
+  const int pollsOfTurn = static_cast<int>(waitTurn / std::max(interval, std::chrono::milliseconds(1)));
+  while (polls > pollsOfTurn) {
+    if (mSlot.wait(pollsOfTurn, interval)) return true;
+    if (!goOnWaiting()) return false;
+    polls -= pollsOfTurn;
+  }
   return mSlot.wait(polls, interval);
 }
 

@@ -4,12 +4,14 @@
 #include <functional>
 #include <future>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 
 #include "link/EngineLink.h"
 #include "link/ReplySlot.h"
 #include "ports/MessagePort.h"
+#include "ports/PortWatch.h"
 #include "ports/RunLoop.h"
 
 namespace vorn {
@@ -31,6 +33,8 @@ class PortEngineLink : public EngineLink {
   bool createLocalPort() override;
 
   bool isEngineAvailable() override;
+  void watchEngine(std::function<void(bool isThere)> changed) override;
+  void setWhileWaiting(std::function<bool()> whileWaiting) override;
   int send(const PropertyList& request, MessageID messageID) override;
   void post(const PropertyList& request, MessageID messageID) override;
   bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
@@ -45,9 +49,14 @@ class PortEngineLink : public EngineLink {
   void runReplyThread(std::promise<bool> created);
   void publishReplyLoop(RunLoop* loop);
   bool isReplyLoopRunning();
+  // False when the reply thread does not run.
+  bool performOnReplyThread(std::function<void()> work);
+  bool goOnWaiting() const { return !mWhileWaiting || mWhileWaiting(); }
 
   std::string mReplyPortName;
   Trace mTrace;
+  std::function<bool()> mWhileWaiting;
+  std::optional<PortWatch> mEngineWatch;
   ReplySlot mSlot;
   std::mutex mReplyLoopMutex;
   RunLoop* mReplyLoop = nullptr;  // lives on the reply thread's stack; null when the thread does not run

@@ -24,13 +24,14 @@ bus::MessageReference newSend(const BusConnection& connection, const std::string
   return message;
 }
 
-RemoteMessagePort::Status statusOf(const bus::Error& error) {
+RemoteMessagePort::Status statusOf(const sd_bus_error& error) {
   using Status = RemoteMessagePort::Status;
+  const auto is = [&error](const char* name) { return sd_bus_error_has_name(&error, name) > 0; };
   // A peer that ends without answering is NoReply; only our own limit is Timeout.
-  if (error.is(SD_BUS_ERROR_TIMEOUT)) return Status::Timeout;
+  if (is(SD_BUS_ERROR_TIMEOUT)) return Status::Timeout;
   for (const char* name : {SD_BUS_ERROR_SERVICE_UNKNOWN, SD_BUS_ERROR_NAME_HAS_NO_OWNER, SD_BUS_ERROR_UNKNOWN_OBJECT,
                            SD_BUS_ERROR_UNKNOWN_INTERFACE, SD_BUS_ERROR_UNKNOWN_METHOD})
-    if (error.is(name)) return Status::InvalidPort;
+    if (is(name)) return Status::InvalidPort;
   return Status::TransportError;
 }
 
@@ -51,7 +52,7 @@ RemoteMessagePort::Status RemoteMessagePort::sendRequest(std::int32_t messageID,
   if (!message) return Status::TransportError;
   bus::Error error;
   const bus::MessageReference reply = bus::call(connection, message.get(), timeout, error);
-  if (!reply) return statusOf(error);
+  if (!reply) return statusOf(*error.get());
   const std::optional<BytesView> returned = bus::readBytes(reply.get());
   if (!returned) return Status::TransportError;
   if (replyData != nullptr) replyData->assign(returned->begin(), returned->end());
@@ -66,6 +67,52 @@ RemoteMessagePort::Status RemoteMessagePort::post(std::int32_t messageID, BytesV
     return Status::TransportError;
   connection.announceQueuedMessages();
   return Status::Success;
+}
+
+namespace {
+
+// What the bus keeps of a message under way.
+struct Sending {
+  std::function<void(RemoteMessagePort::Status)> done;
+  bool isDone = false;
+
+  void finish(RemoteMessagePort::Status status) {
+    isDone = true;
+    done(status);
+  }
+  static int answered(sd_bus_message* reply, void* sending, sd_bus_error*) {
+    const sd_bus_error* const failure = sd_bus_message_get_error(reply);
+    static_cast<Sending*>(sending)->finish(failure == nullptr ? RemoteMessagePort::Status::Success
+                                                              : statusOf(*failure));
+    return 0;
+  }
+  static void dropped(void* sending) {
+    const std::unique_ptr<Sending> owned(static_cast<Sending*>(sending));
+    if (!owned->isDone) owned->finish(RemoteMessagePort::Status::TransportError);
+  }
+};
+
+}  // namespace
+
+void RemoteMessagePort::sendLater(std::string_view name, std::int32_t messageID, BytesView data,
+                                  std::chrono::milliseconds timeout, std::function<void(Status)> done) {
+  const std::string portName(name);
+  const BusConnection& connection = BusConnection::forThisThread();
+  const bus::MessageReference message =
+      bus::isValidBusName(busNameOf(portName)) ? newSend(connection, portName, messageID, data) : nullptr;
+  auto sending = std::make_unique<Sending>(Sending{std::move(done)});
+  sd_bus_slot* slot = nullptr;
+  const auto limit = static_cast<std::uint64_t>(std::chrono::microseconds(timeout).count());
+  if (!message ||
+      sd_bus_call_async(connection.handle(), &slot, message.get(), Sending::answered, sending.get(), limit) < 0) {
+    sending->finish(Status::TransportError);
+    return;
+  }
+  sd_bus_slot_set_destroy_callback(slot, Sending::dropped);
+  // From here on the bus owns both.
+  sd_bus_slot_set_floating(slot, 1);
+  sd_bus_slot_unref(slot);
+  static_cast<void>(sending.release());
 }
 
 namespace {

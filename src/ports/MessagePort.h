@@ -34,6 +34,11 @@ class RemoteMessagePort {
                      Bytes* replyData = nullptr) const;
   // Sends one message without waiting for anything; nobody hears whether it arrived.
   Status post(std::int32_t messageID, BytesView data) const;
+  // Sends one message and returns at once. done is called once from this thread's run loop: when the port's owner has
+  // taken the message, it could not be sent, the time-out has passed or the loop's connection goes. The port needs no
+  // look-up: without an owner the outcome is InvalidPort.
+  static void sendLater(std::string_view name, std::int32_t messageID, BytesView data,
+                        std::chrono::milliseconds timeout, std::function<void(Status)> done);
 
  private:
   explicit RemoteMessagePort(std::string name) : mName(std::move(name)) {}

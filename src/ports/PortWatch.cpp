@@ -10,6 +10,7 @@ namespace vorn {
 struct PortWatch::State {
   std::string portName;
   std::function<void()> lost;
+  std::function<void()> found;
   bool wasThere = false;
   bus::SlotReference changes;
 
@@ -17,17 +18,24 @@ struct PortWatch::State {
     const char* name = nullptr;
     const char* oldOwner = nullptr;
     const char* newOwner = nullptr;
-    if (sd_bus_message_read(message, "sss", &name, &oldOwner, &newOwner) <= 0 || *newOwner != '\0') return 0;
-    // The handler may end the watch that it belongs to.
-    const std::function<void()> lost = static_cast<State*>(self)->lost;
-    lost();
+    if (sd_bus_message_read(message, "sss", &name, &oldOwner, &newOwner) <= 0) return 0;
+    const bool isLost = *oldOwner != '\0';
+    const bool isFound = *newOwner != '\0';
+    // The handlers may end the watch that they belong to.
+    const auto& state = *static_cast<State*>(self);
+    const std::function<void()> lost = state.lost;
+    const std::function<void()> found = state.found;
+    if (isLost) lost();
+    if (isFound && found) found();
     return 0;
   }
 };
 
-PortWatch::PortWatch(std::string_view portName, std::function<void()> lost) : mState(std::make_unique<State>()) {
+PortWatch::PortWatch(std::string_view portName, std::function<void()> lost, std::function<void()> found)
+    : mState(std::make_unique<State>()) {
   mState->portName = portName;
   mState->lost = std::move(lost);
+  mState->found = std::move(found);
   const std::string busName = std::string(messagePortBusNamePrefix).append(portName);
   BusConnection& connection = BusConnection::forThisThread();
   if (!connection.isOpen() || !bus::isValidBusName(busName)) return;

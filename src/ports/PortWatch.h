@@ -1,4 +1,4 @@
-// Watches the owner of a message port. Belongs to the thread that made it, whose run loop calls the handler.
+// Watches the owner of a message port. Belongs to the thread that made it, whose run loop calls the handlers.
 #pragma once
 
 #include <functional>
@@ -10,8 +10,9 @@ namespace vorn {
 
 class PortWatch {
  public:
-  // lost is called whenever the port goes, with its owner or by the owner's will. It may end the watch.
-  PortWatch(std::string_view portName, std::function<void()> lost);
+  // lost is called whenever the port goes, with its owner or by the owner's will; found, where given, whenever it
+  // comes. A port that goes from one owner to another is lost and found. Either may end the watch.
+  PortWatch(std::string_view portName, std::function<void()> lost, std::function<void()> found = {});
   ~PortWatch();
   PortWatch(const PortWatch&) = delete;
   PortWatch& operator=(const PortWatch&) = delete;

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int stepMilliseconds = 60;
 constexpr int stepsPerTurn = 16;
+constexpr int leastMilliseconds = 400;
 constexpr int arcDegrees = 270;
 
 }  // namespace
@@ -20,12 +21,26 @@ BusyIndicator::BusyIndicator(QWidget* parent) : QWidget(parent) {
 
 void BusyIndicator::start() {
   mIsRunning = true;
+  mIsSeen = true;
+  mRunningSince.start();
   if (isVisible()) mTimer.start(stepMilliseconds, this);
   update();
 }
 
 void BusyIndicator::stop() {
   mIsRunning = false;
+  endIfSeenEnough();
+}
+
+void BusyIndicator::turn() {
+  if (!mIsRunning || !isVisible()) return;
+  mStep = (mStep + 1) % stepsPerTurn;
+  repaint();
+}
+
+void BusyIndicator::endIfSeenEnough() {
+  if (mIsRunning || !mIsSeen || (mTimer.isActive() && !mRunningSince.hasExpired(leastMilliseconds))) return;
+  mIsSeen = false;
   mTimer.stop();
   update();
 }
@@ -38,16 +53,18 @@ void BusyIndicator::showEvent(QShowEvent* event) {
 void BusyIndicator::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   mTimer.stop();
+  endIfSeenEnough();
 }
 
 void BusyIndicator::timerEvent(QTimerEvent* event) {
   if (event->timerId() != mTimer.timerId()) return;
   mStep = (mStep + 1) % stepsPerTurn;
   update();
+  endIfSeenEnough();
 }
 
 void BusyIndicator::paintEvent(QPaintEvent*) {
-  if (!mIsRunning) return;
+  if (!mIsSeen) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const qreal thickness = 2;

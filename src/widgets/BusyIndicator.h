@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QWidget>
 
 namespace skarn {
@@ -13,7 +14,10 @@ class BusyIndicator : public QWidget {
   explicit BusyIndicator(QWidget* parent = nullptr);
 
   void start();
+  // What lasted only a moment is shown a little longer, so that it is seen.
   void stop();
+  // One step, painted at once, for who blocks the event loop; nothing while it stands still or is hidden.
+  void turn();
   bool isRunning() const { return mIsRunning; }
 
   QSize sizeHint() const override { return {20, 20}; }
@@ -25,9 +29,13 @@ class BusyIndicator : public QWidget {
   void hideEvent(QHideEvent* event) override;
 
  private:
+  void endIfSeenEnough();
+
   QBasicTimer mTimer;
+  QElapsedTimer mRunningSince;
   int mStep = 0;
   bool mIsRunning = false;
+  bool mIsSeen = false;  // running, or so shortly ago that it still turns
 };
 
 }  // namespace skarn

@@ -8,6 +8,7 @@
 
 #include "app/HubFixture.h"
 #include "app/NamedImageView.h"
+#include "app/StateStrip.h"
 #include "support/QtTests.h"
 #include "widgets/BusyIndicator.h"
 
@@ -231,7 +232,7 @@ void MouseMainControllerNewsTest::an_attachment_enables_the_tabs_and_shows_the_s
 
   base.notifications.post("Device Attached " + std::to_string(product), "", {});
   QVERIFY(!base.isShown("mDeviceConnectionWindow"));
-  QVERIFY(!base.window.ui().mStateStrip->isVisible());
+  QVERIFY(!base.window.stateStrip().isVisible());
   QCOMPARE(base.enabledPages().size(), 6);
   QVERIFY(base.window.ui().MouseProfilesController->mProfilesTableView()->isEnabled());
   QCOMPARE(base.window.ui().mHeaderProfileName->text(), QStringLiteral("Play"));
@@ -272,7 +273,7 @@ void MouseMainControllerNewsTest::a_removal_disables_the_tabs_and_shows_the_conn
   QVERIFY(fixture.isShown("mDeviceConnectionWindow"));
   // The settings shown are still the user's own.
   QCOMPARE(fixture.profile(), QStringLiteral("Work"));
-  QVERIFY(fixture.window.ui().mStateStrip->isVisible());
+  QVERIFY(fixture.window.stateStrip().isVisible());
   QCOMPARE(fixture.text("mStateStrip"), localized("lkeyStateDeviceGone"));
   QCOMPARE(fixture.text("mFirmwareVersion"), QStringLiteral("-"));
   QVERIFY(fixture.battery().isEmpty());
@@ -489,7 +490,7 @@ void MouseMainControllerNewsTest::the_firmware_indicator_turns_from_the_query_to
 
 void MouseMainControllerNewsTest::an_engine_that_no_longer_answers_is_told_until_it_answers_again() {
   Connected fixture;
-  const QLabel* strip = fixture.window.ui().mStateStrip;
+  const auto* strip = fixture.window.findChild<QLabel*>(QStringLiteral("mStateStrip"));
   const PropertyList change = PropertyList::dictionary({{"DPIX", 800}, {"DPIY", 800}});
   QVERIFY(!strip->isVisible());
   fixture.hub().updateValueForSetting(change);

@@ -9,6 +9,8 @@
 
 #include "app/HubFixture.h"
 #include "app/Sheets.h"
+#include "app/StateStrip.h"
+#include "support/PaintCounter.h"
 #include "support/QtTests.h"
 #include "widgets/BusyIndicator.h"
 
@@ -76,19 +78,6 @@ struct SteppedSleep {
   std::condition_variable_any changed;
   std::vector<std::chrono::milliseconds> intervals;
   int permits = 0;
-};
-
-// Notes whether a widget had been painted at a certain moment.
-class PaintCounter : public QObject {
- public:
-  explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
-  int paints = 0;
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++paints;
-    return false;
-  }
 };
 
 }  // namespace
@@ -219,7 +208,7 @@ void MouseMainControllerStartUpTest::a_registered_device_shows_the_engines_setti
   QVERIFY(!fixture.isShown("mRestoringStateWindow"));
   QVERIFY(!fixture.isShown("mDeviceConnectionWindow"));
   QVERIFY(alertOf(fixture.window) == nullptr);
-  QVERIFY(!ui.mStateStrip->isVisible());
+  QVERIFY(!fixture.window.stateStrip().isVisible());
 }
 
 void MouseMainControllerStartUpTest::any_non_zero_return_status_means_registered_data() {
@@ -267,12 +256,12 @@ void MouseMainControllerStartUpTest::
   QCOMPARE(fixture.enabledPages(), QStringList());
   QVERIFY(fixture.isShown("mDeviceConnectionWindow"));
   QVERIFY(!fixture.isShown("mRestoringStateWindow"));
-  QVERIFY(fixture.window.ui().mStateStrip->isVisible());
-  QCOMPARE(fixture.window.ui().mStateStrip->text(), localized("lkeyStateNoDevice"));
+  QVERIFY(fixture.window.stateStrip().isVisible());
+  QCOMPARE(fixture.window.stateStrip().text(), localized("lkeyStateNoDevice"));
 
   fixture.sheet("mDeviceConnectionWindow")->findChild<QAbstractButton*>(QStringLiteral("mDeviceConnectionOK"))->click();
   QVERIFY(!fixture.isShown("mDeviceConnectionWindow"));
-  QVERIFY(fixture.window.ui().mStateStrip->isVisible());
+  QVERIFY(fixture.window.stateStrip().isVisible());
 }
 
 void MouseMainControllerStartUpTest::the_strip_speaks_of_default_settings_only_where_they_are_shown() {
@@ -280,12 +269,12 @@ void MouseMainControllerStartUpTest::the_strip_speaks_of_default_settings_only_w
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(false));
   fixture.start({});
   fixture.notifications.post("Device Removed 273", "", {});
-  QCOMPARE(fixture.window.ui().mStateStrip->text(), localized("lkeyStateNoDevice"));
+  QCOMPARE(fixture.window.stateStrip().text(), localized("lkeyStateNoDevice"));
   fixture.notifications.post("Keymap Updated 273", "",
                              PropertyList::dictionary({{vorn::newsKeys::UpdatedKeymapProfile, bundleWith({"Mine"})}}));
   fixture.notifications.post("Device Removed 273", "", {});
   QCOMPARE(fixture.window.ui().mHeaderProfileName->text(), QStringLiteral("Mine"));
-  QCOMPARE(fixture.window.ui().mStateStrip->text(), localized("lkeyStateDeviceGone"));
+  QCOMPARE(fixture.window.stateStrip().text(), localized("lkeyStateDeviceGone"));
   QCOMPARE(fixture.enabledPages(), QStringList());
 }
 
@@ -308,7 +297,7 @@ void MouseMainControllerStartUpTest::
   QCOMPARE(alert->icon(), QMessageBox::Warning);
   QCOMPARE(alert->buttons().size(), 1);
   QCOMPARE(alert->buttons().constFirst()->text(), localized("lkeyOK"));
-  QCOMPARE(fixture.window.ui().mStateStrip->text(), localized("lkeyStateNoEngine"));
+  QCOMPARE(fixture.window.stateStrip().text(), localized("lkeyStateNoEngine"));
 }
 
 void MouseMainControllerStartUpTest::an_answer_that_is_an_empty_dictionary_counts_as_refused() {
@@ -421,7 +410,7 @@ void MouseMainControllerStartUpTest::the_window_says_what_it_waits_for_while_no_
   HubFixture fixture;
   fixture.link.isAvailable = false;
   QStringList said;
-  fixture.link.onSend = [&](const ScriptedLink::Request&) { said << fixture.window.ui().mStateStrip->text(); };
+  fixture.link.onSend = [&](const ScriptedLink::Request&) { said << fixture.window.stateStrip().text(); };
   fixture.start({});
   QCOMPARE(said, QStringList(localized("lkeyStateStarting")));
 }

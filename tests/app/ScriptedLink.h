@@ -35,12 +35,17 @@ class ScriptedLink : public vorn::EngineLink {
   bool isAvailable = true;
   bool hasPort = false;
   std::function<void(const Request&)> onSend;
+  std::function<void(bool isThere)> engineChanged;  // tells the hub of the engine's port
+  std::function<bool()> whileWaiting;               // what the hub does during a wait
+  int turnsOfAWait = 0;                             // how often an unanswered wait calls it
 
   bool createLocalPort() override { return hasPort = true; }
   bool isEngineAvailable() override {
     ++lookUps;
     return isAvailable;
   }
+  void watchEngine(std::function<void(bool isThere)> changed) override { engineChanged = std::move(changed); }
+  void setWhileWaiting(std::function<bool()> work) override { whileWaiting = std::move(work); }
   int send(const vorn::PropertyList& request, vorn::MessageID messageID) override {
     requests.push_back({messageID, request});
     if (onSend) onSend(requests.back());
@@ -55,7 +60,9 @@ class ScriptedLink : public vorn::EngineLink {
   bool waitForReply(int polls, std::chrono::milliseconds interval) override {
     if (!mSlot.isNone()) return true;
     unansweredWaits.push_back({polls, interval});
-    return false;
+    for (int turn = 0; turn < turnsOfAWait && whileWaiting(); ++turn) {
+    }
+    return !mSlot.isNone();
   }
   vorn::PropertyList reply() const override { return mSlot; }
   void emptySlot() override { mSlot = {}; }

@@ -122,6 +122,18 @@ TEST_F(ConfiguratorProcessTest, EndsAtOnceWhileAFrozenEngineTakesNeitherItsRelea
   EXPECT_EQ(configurator.process().waitForEnd(1500ms), 0);
 }
 
+TEST_F(ConfiguratorProcessTest, EndsInTheMiddleOfAWaitAndAsksForNothingMore) {
+  FakeEngineProcess engine({"on 0 freeze"});
+  ConfiguratorProcess configurator;
+  ASSERT_TRUE(engine.waitForRequest(0));
+  configurator.process().signal(SIGTERM);
+  // It reports that as an engine that did not answer, but the documented wait has not passed.
+  const std::string line = configurator.waitFor("not registered: no answer after ");
+  EXPECT_EQ(configurator.process().waitForEnd(), 0);
+  const std::size_t figure = line.find("after ") + 6;
+  EXPECT_LT(std::stoi(line.substr(figure)), 6000) << line;
+}
+
 TEST_F(ConfiguratorProcessTest, SurvivesAnEngineThatDiesAndComesBackWhileTheWindowIsOpen) {
   ConfiguratorProcess configurator;
   {

@@ -24,6 +24,25 @@ namespace requestKeys = vorn::requestKeys;
 
 using Open = void (*)(OpenWindow&);
 
+namespace {
+
+void addSecondProfileAndMacro() {
+  OtherClient other;
+  other.addProfile(PropertyList::dictionary({{keys::ProfileName, "Second"}}));
+  other.ask(
+      MessageID::AddMacro,
+      PropertyList::dictionary({{requestKeys::MacroContents, PropertyList::dictionary({{keys::MacroName, "Greet"}})}}));
+}
+bool isSomethingOpen(OpenWindow& open) {
+  if (QApplication::activePopupWidget() != nullptr) return true;
+  if (open.find("mMacroTableView")->findChild<QLineEdit*>() != nullptr) return true;
+  return std::ranges::any_of(open.window().findChildren<QDialog*>(), [](const QDialog* dialog) {
+    return dialog->isVisible() && dialog->objectName() != QLatin1String("mDeviceConnectionWindow");
+  });
+}
+
+}  // namespace
+
 class WindowWithEngineTest : public QObject {
   Q_OBJECT
 
@@ -46,6 +65,9 @@ class WindowWithEngineTest : public QObject {
   void changes_of_its_own_are_told_in_its_name_and_not_read_again();
   void what_is_open_when_the_mouse_goes_closes_and_writes_nothing_data();
   void what_is_open_when_the_mouse_goes_closes_and_writes_nothing();
+  void what_is_open_when_the_engine_goes_closes_and_is_not_written_to_the_next_one_data();
+  void what_is_open_when_the_engine_goes_closes_and_is_not_written_to_the_next_one();
+  void a_recording_ends_with_the_engine_and_can_begin_again_with_the_next_one();
   void the_keyboard_stays_at_the_tabs_when_the_mouse_goes_under_a_sheet();
   void a_deletion_that_ends_after_the_mouse_went_leaves_the_tab_disabled();
   void an_engine_that_was_killed_and_started_again_is_used_as_if_nothing_had_happened();
@@ -237,28 +259,59 @@ void WindowWithEngineTest::what_is_open_when_the_mouse_goes_closes_and_writes_no
 
 void WindowWithEngineTest::what_is_open_when_the_mouse_goes_closes_and_writes_nothing() {
   QFETCH(Open, openIt);
+  addSecondProfileAndMacro();
   OtherClient other;
-  other.addProfile(PropertyList::dictionary({{keys::ProfileName, "Second"}}));
-  other.ask(
-      MessageID::AddMacro,
-      PropertyList::dictionary({{requestKeys::MacroContents, PropertyList::dictionary({{keys::MacroName, "Greet"}})}}));
   OpenWindow open;
   open.awaitAnnouncement();
   const PropertyList before = other.bundle();
   openIt(open);
-  const auto isSomethingOpen = [&open] {
-    if (QApplication::activePopupWidget() != nullptr) return true;
-    if (open.find("mMacroTableView")->findChild<QLineEdit*>() != nullptr) return true;
-    return std::ranges::any_of(open.window().findChildren<QDialog*>(), [](const QDialog* dialog) {
-      return dialog->isVisible() && dialog->objectName() != QLatin1String("mDeviceConnectionWindow");
-    });
-  };
-  QVERIFY(isSomethingOpen());
+  QVERIFY(isSomethingOpen(open));
   QVERIFY(VirtualMouse::unplug());
   QTRY_VERIFY_WITH_TIMEOUT(open.asksForTheMouse(), deadline);
-  QTRY_VERIFY_WITH_TIMEOUT(!isSomethingOpen(), deadline);
+  QTRY_VERIFY_WITH_TIMEOUT(!isSomethingOpen(open), deadline);
   QVERIFY(!open.isEnabled());
   QVERIFY(other.bundle() == before);
+}
+
+void WindowWithEngineTest::what_is_open_when_the_engine_goes_closes_and_is_not_written_to_the_next_one_data() {
+  what_is_open_when_the_mouse_goes_closes_and_writes_nothing_data();
+}
+
+void WindowWithEngineTest::what_is_open_when_the_engine_goes_closes_and_is_not_written_to_the_next_one() {
+  QFETCH(Open, openIt);
+  addSecondProfileAndMacro();
+  const PropertyList before = OtherClient().bundle();
+  OpenWindow open;
+  open.awaitAnnouncement();
+  openIt(open);
+  QVERIFY(isSomethingOpen(open));
+  mEngine.kill();
+  QTRY_VERIFY_WITH_TIMEOUT(!open.isEnabled(), deadline);
+  QVERIFY(!isSomethingOpen(open));
+  QVERIFY(!open.asksForTheMouse());
+  QCOMPARE(open.text("mStateStrip"), localized("lkeyStateEngineGone"));
+  mEngine.start();
+  QTRY_VERIFY_WITH_TIMEOUT(open.isEnabled(), deadline);
+  QVERIFY(OtherClient().bundle() == before);
+}
+
+void WindowWithEngineTest::a_recording_ends_with_the_engine_and_can_begin_again_with_the_next_one() {
+  addSecondProfileAndMacro();
+  OpenWindow open;
+  open.awaitAnnouncement();
+  open.showTab("MouseMacrosController");
+  open.find<QTableView>("mMacroTableView")->selectRow(0);
+  auto* record = open.find<QAbstractButton>("mRecordMacroDetails");
+  record->click();
+  QCOMPARE(record->text(), QStringLiteral("Stop"));
+  mEngine.kill();
+  QTRY_VERIFY_WITH_TIMEOUT(!open.isEnabled(), deadline);
+  QCOMPARE(record->text(), QStringLiteral("Record"));
+  mEngine.start();
+  QTRY_VERIFY_WITH_TIMEOUT(open.isEnabled(), deadline);
+  open.awaitAnnouncement();
+  open.find<QTableView>("mMacroTableView")->selectRow(0);
+  QVERIFY(record->isEnabled());
 }
 
 void WindowWithEngineTest::the_keyboard_stays_at_the_tabs_when_the_mouse_goes_under_a_sheet() {

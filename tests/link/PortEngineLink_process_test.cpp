@@ -138,6 +138,37 @@ TEST_F(PortEngineLinkProcessTest, ThatNeverReturnsFromSendHoldsTheSenderUpToTheT
   EXPECT_EQ(engine.waitForRequest(4)->body, mRequest);
 }
 
+TEST_F(PortEngineLinkProcessTest, ThatIsSilentLeavesTheWaitingThreadItsTurns) {
+  int turns = 0;
+  mLink.setWhileWaiting([&] {
+    ++turns;
+    return true;
+  });
+  const FakeEngineProcess engine({"on * silent"});
+  EXPECT_TRUE(command(MessageID::GetAllSettings, 20).isNone());
+  EXPECT_GE(turns, 3);
+}
+
+TEST_F(PortEngineLinkProcessTest, ThatNeverReturnsFromSendIsGivenUpAtTheFirstTurnThatSaysSo) {
+  FakeEngineProcess engine({"on 4 freeze"});
+  int turns = 0;
+  mLink.setWhileWaiting([&] { return ++turns < 3; });
+  send(MessageID::GetAllSettings);
+  EXPECT_EQ(turns, 3);
+  EXPECT_FALSE(mLink.waitForReply());
+  EXPECT_EQ(turns, 4);
+}
+
+TEST_F(PortEngineLinkProcessTest, IsToldOfWhenItGoesAndComes) {
+  std::vector<bool> told;
+  mLink.watchEngine([&](bool isThere) { told.push_back(isThere); });
+  { const FakeEngineProcess engine; }
+  ASSERT_TRUE(test::serveBusUntil([&] { return told.size() == 2; }));
+  const FakeEngineProcess second;
+  ASSERT_TRUE(test::serveBusUntil([&] { return told.size() == 3; }));
+  EXPECT_EQ(told, (std::vector<bool>{true, false, true}));
+}
+
 TEST_F(PortEngineLinkProcessTest, ReceivesTheReleaseWithTheProductAlone) {
   FakeEngineProcess engine({"on * reply " + mZero.path()});
   const PropertyList release = PropertyList::dictionary({{requestKeys::ProductID, wirelessProductID}});

@@ -5,6 +5,8 @@
 
 #include <future>
 #include <numeric>
+#include <thread>
+#include <vector>
 
 #include "ports/BusConnection.h"
 #include "support/BusPump.h"
@@ -250,6 +252,37 @@ TEST_F(MessagePortTest, TakesPostedMessagesInTheirOrder) {
   EXPECT_EQ(remote->sendRequest(3, Bytes{3}, ample), Status::Success);
   const std::string sender = ownUniqueName();
   EXPECT_EQ(served.received(), (std::vector<Received>{{1, {1}, sender}, {2, {2}, sender}, {3, {3}, sender}}));
+}
+
+TEST_F(MessagePortTest, CarriesAMessageThatIsSentLaterAndTellsWhenItWasTaken) {
+  ServedPort served("Served", {7});
+  std::vector<Status> told;
+  RemoteMessagePort::sendLater("Served", 4, Bytes{1, 0, 255}, ample, [&](Status status) { told.push_back(status); });
+  EXPECT_EQ(told, std::vector<Status>());
+  ASSERT_TRUE(test::serveBusUntil([&] { return !told.empty(); }));
+  EXPECT_EQ(told, std::vector<Status>{Status::Success});
+  EXPECT_EQ(served.received(), (std::vector<Received>{{4, {1, 0, 255}, ownUniqueName()}}));
+}
+
+TEST_F(MessagePortTest, TellsOnceWhyAMessageThatIsSentLaterWasNotTaken) {
+  const ServedPort served("Served");
+  std::vector<Status> told;
+  const auto done = [&](Status status) { told.push_back(status); };
+  RemoteMessagePort::sendLater("no name", 4, {}, ample, done);
+  RemoteMessagePort::sendLater("Served", 4, Bytes((std::size_t{1} << 26) + 1), ample, done);
+  EXPECT_EQ(told, (std::vector<Status>{Status::TransportError, Status::TransportError}));
+  RemoteMessagePort::sendLater("Nobody", 4, {}, ample, done);
+  ASSERT_TRUE(test::serveBusUntil([&] { return told.size() == 3; }));
+  EXPECT_EQ(told.back(), Status::InvalidPort);
+}
+
+TEST_F(MessagePortTest, ForgetsAMessageThatIsSentLaterWithItsThread) {
+  std::promise<Status> told;
+  std::thread([&] {
+    const auto silent = LocalMessagePort::create("Silent", {});
+    RemoteMessagePort::sendLater("Silent", 4, {}, ample, [&](Status status) { told.set_value(status); });
+  }).join();
+  EXPECT_EQ(told.get_future().get(), Status::TransportError);
 }
 
 TEST_F(MessagePortTest, MayBeOneOfThisThreadItself) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "ports/MessagePort.h"
 #include "support/BusPump.h"
@@ -14,9 +16,12 @@ namespace {
 
 class PortWatchTest : public testing::Test {
  protected:
-  // Another connection's port.
+  // Another connection's port, in place of the one before.
   void createPort(const std::string& name) {
-    mThread.run([&] { mPort = LocalMessagePort::create(name, {}); });
+    mThread.run([&] {
+      mPort.reset();
+      mPort = LocalMessagePort::create(name, {});
+    });
   }
   void removePort() {
     mThread.run([&] { mPort.reset(); });
@@ -48,6 +53,18 @@ TEST_F(PortWatchTest, KnowsThatThePortIsNotThereYet) {
   createPort("Watched");
   removePort();
   ASSERT_TRUE(test::serveBusUntil([&] { return mLosses == 1; }));
+}
+
+TEST_F(PortWatchTest, TellsEveryComingOfThePortWhereThatIsAskedFor) {
+  std::vector<std::string> told;
+  const PortWatch watch(
+      "Watched", [&] { told.emplace_back("lost"); }, [&] { told.emplace_back("found"); });
+  createPort("Watched");
+  createPort("Other");
+  removePort();
+  createPort("Watched");
+  ASSERT_TRUE(test::serveBusUntil([&] { return told.size() == 3; }));
+  EXPECT_EQ(told, (std::vector<std::string>{"found", "lost", "found"}));
 }
 
 TEST_F(PortWatchTest, MayBeEndedByItsHandler) {

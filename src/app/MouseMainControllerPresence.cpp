@@ -1,0 +1,189 @@
+// Whether the engine and the mouse are there: what the window shows and allows meanwhile, and what it shows while a
+// request waits for its answer.
+#include <QApplication>
+#include <QDialog>
+#include <QPointer>
+#include <QTabBar>
+#include <QTabWidget>
+#include <algorithm>
+#include <utility>
+
+#include "app/MouseMainController.h"
+#include "app/MouseMainWindow.h"
+#include "app/NamedImageView.h"
+#include "app/Sheets.h"
+#include "app/StateStrip.h"
+#include "buttons/MouseButtonController.h"
+#include "lighting/MouseLightingController.h"
+#include "macros/MouseMacrosController.h"
+#include "maintenance/MouseMaintenanceController.h"
+#include "performance/MousePerformanceController.h"
+#include "platform/Bundle.h"
+#include "platform/Localization.h"
+#include "profiles/MouseProfilesController.h"
+#include "protocol/EngineProtocol.h"
+#include "widgets/BusyIndicator.h"
+
+namespace skarn {
+
+using vorn::MessageID;
+using vorn::PropertyList;
+namespace requestKeys = vorn::requestKeys;
+namespace replyKeys = vorn::replyKeys;
+
+void MouseMainController::updateControlsWithState(bool state) {
+  if (!state) closeSheetsOfTabs();
+  // The focus of a control that is disabled would go on to a button that opens the browser.
+  const bool takesFocus = !state && mMouseTabView->isAncestorOf(mWindow.focusWidget());
+  mAreTabsEnabled = state;
+  mMouseButtonController->enableControlsState(state);
+  mMousePerformanceController->enableControlsState(state);
+  mMouseProfilesController->enableControlsState(state);
+  mMouseMacrosController->enableControlsState(state);
+  mMouseLightingController->enableControlsState(state);
+  mMouseMaintenenceController->enableControlsState(state);
+  if (takesFocus) mMouseTabView->tabBar()->setFocus();
+}
+
+void MouseMainController::updateProfilesControlState(bool state) {
+  if (state) {
+    mBusyIndicator->stop();
+  } else {
+    mBusyIndicator->start();
+    // The requests that follow block the thread.
+    mBusyIndicator->repaint();
+  }
+  // The mouse may have gone meanwhile.
+  mMouseProfilesController->enableControlsState(state && mAreTabsEnabled);
+}
+
+void MouseMainController::closeMenus() {
+  while (QWidget* menu = QApplication::activePopupWidget()) {
+    if (!menu->close()) break;
+  }
+}
+
+void MouseMainController::closeSheetsOfTabs() {
+  closeMenus();
+  // One that lies upon another is the later one and goes first.
+  QList<QDialog*> dialogs = mWindow.findChildren<QDialog*>();
+  std::reverse(dialogs.begin(), dialogs.end());
+  for (const QPointer<QDialog>& dialog : QList<QPointer<QDialog>>(dialogs.begin(), dialogs.end())) {
+    if (dialog == mDeviceConnectionWindow || dialog == restoringStateWindow) continue;
+    if (dialog && dialog->isVisible() && dialog->isModal()) dialog->reject();
+  }
+}
+
+// --- The engine
+
+PropertyList MouseMainController::registerDevice() {
+  const PropertyList answer = sendAndWait(
+      MessageID::RegisterDevice,
+      PropertyList::dictionary(
+          {{requestKeys::ProductName, "Skarn"},
+           {requestKeys::ProductID, vorn::wiredProductID},
+           {requestKeys::ResponseMsgPortName, vorn::configuratorReplyPortName},
+           {requestKeys::IsDeviceWired, 1},
+           {requestKeys::DefaultVrPlistPath, Bundle::mainBundle().resourcePath(defaultSettingsFile).toStdString()}}));
+  mServices.link.emptySlot();
+  return answer;
+}
+
+void MouseMainController::engineWent() {
+  mIsEngineGone = true;
+  if (!mHasStarted) return;
+  mServices.report("the engine has gone");
+  hideErrorDialog();
+  forgetDevice();
+  setPresence(Presence::NoEngine);
+}
+
+void MouseMainController::engineCame() {
+  mIsEngineGone = false;
+  if (!mHasStarted) return;
+  mServices.report("the engine has come");
+  setMFirmwareVersionString({});
+  const PropertyList answer = registerDevice();
+  // Where it does not answer after all, its news are still to come.
+  if (answer.isNone()) return;
+  if (!answer[replyKeys::ReturnStatus].toBool()) {
+    setMFirmwareVersionString("-");
+    setPresence(Presence::NoDevice);
+    showErrorDialog();
+    return;
+  }
+  // What told that there is no engine or no mouse.
+  closeSheetsOfTabs();
+  hideErrorDialog();
+  loadLatestSettings();
+  setProperties();
+  updateControlsWithState(true);
+  setPresence(Presence::Connected);
+  updateUISettings();
+}
+
+void MouseMainController::forgetDevice() {
+  mMouseMaintenenceController->mFirmwareVersion()->setText(QStringLiteral("-"));
+  mMouseMaintenenceController->stopProgressIndicatorAnimation();
+  mMouseMacrosController->stopAllMacroRecording();
+  stopChargingAnimation();
+  mBattery->clearImage();
+  mDeviceConnectivity->clearImage();
+  batteryStatus = unknownBatteryStatus;
+  mBatteryPercent.reset();
+  updateControlsWithState(false);
+}
+
+// --- The strip
+
+QString MouseMainController::textOf(Presence presence) const {
+  switch (presence) {
+    case Presence::Starting:
+      return localized("lkeyStateStarting");
+    case Presence::NoDevice:
+      return localized(mShowsDefaults ? "lkeyStateNoDevice" : "lkeyStateDeviceGone");
+    case Presence::NoEngine:
+      return localized(mShowsDefaults ? "lkeyStateNoEngine" : "lkeyStateEngineGone");
+    case Presence::EngineSilent:
+      return localized("lkeyStateEngineSilent");
+    case Presence::Connected:
+      break;
+  }
+  return {};
+}
+
+void MouseMainController::setPresence(Presence presence) {
+  mPresence = presence;
+  mWindow.stateStrip().show(textOf(presence));
+}
+
+void MouseMainController::noteAnswer(bool isAnswered) {
+  if (!isAnswered && mPresence == Presence::Connected) setPresence(Presence::EngineSilent);
+  if (isAnswered && mPresence == Presence::EngineSilent) setPresence(Presence::Connected);
+}
+
+// --- Waiting
+
+bool MouseMainController::goOnWaiting() {
+  if (!mShowsWait) beginShowingWait();
+  for (BusyIndicator* indicator : mWindow.findChildren<BusyIndicator*>()) indicator->turn();
+  return !mServices.mustEnd();
+}
+
+void MouseMainController::beginShowingWait() {
+  mShowsWait = true;
+  // It could not be used, and what lies under it could not be painted.
+  closeMenus();
+  mWasBusyBeforeWait = mBusyIndicator->isRunning();
+  mBusyIndicator->start();
+  mWindow.stateStrip().show(localized("lkeyStateStarting"));
+  mWindow.stateStrip().paintNow();
+}
+
+void MouseMainController::endShowingWait() {
+  if (!std::exchange(mShowsWait, false)) return;
+  if (!mWasBusyBeforeWait) mBusyIndicator->stop();
+  setPresence(mPresence);
+}
+
+}  // namespace skarn

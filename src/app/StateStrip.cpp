@@ -1,0 +1,94 @@
+#include "app/StateStrip.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <algorithm>
+
+#include "widgets/ElidedLabel.h"
+
+namespace skarn {
+
+namespace {
+
+constexpr int pageMargin = 24;
+constexpr int gap = 8;
+constexpr int padding = 10;
+constexpr int cornerRadius = 6;
+
+}  // namespace
+
+StateStrip::StateStrip(QTabWidget* tabs)
+    : QFrame(tabs->parentWidget()), mTabs(tabs), mText(new ElidedLabel(this)), mButton(new QPushButton(this)) {
+  setObjectName(QStringLiteral("mStateBar"));
+  mText->setObjectName(QStringLiteral("mStateStrip"));
+  mButton->setObjectName(QStringLiteral("mStateButton"));
+  mText->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(padding, 4, padding, 4);
+  row->setSpacing(gap);
+  row->addWidget(mText, 1);
+  row->addWidget(mButton);
+  connect(mButton, &QPushButton::clicked, this, &StateStrip::buttonClicked);
+  tabs->installEventFilter(this);
+  tabs->tabBar()->installEventFilter(this);
+  // After the tabs, before what is on their pages.
+  QWidget::setTabOrder(tabs->tabBar(), mButton);
+  hide();
+}
+
+void StateStrip::show(const QString& text, const QString& buttonText) {
+  const bool isNews = text != mText->text() && !text.isEmpty();
+  mText->setText(text);
+  mButton->setText(buttonText);
+  mButton->setVisible(!buttonText.isEmpty());
+  setVisible(!text.isEmpty());
+  takePlace();
+  if (!isNews) return;
+  QAccessibleEvent event(mText, QAccessible::Alert);
+  QAccessible::updateAccessibility(&event);
+}
+
+QString StateStrip::text() const {
+  return mText->text();
+}
+
+void StateStrip::paintNow() {
+  layout()->activate();
+  repaint();
+}
+
+void StateStrip::takePlace() {
+  if (isHidden()) return;
+  const QRect bar(mTabs->mapTo(parentWidget(), mTabs->tabBar()->pos()), mTabs->tabBar()->size());
+  const int left = bar.left() + mTabs->tabBar()->tabRect(mTabs->count() - 1).right() + pageMargin;
+  const int right = mTabs->geometry().right() + 1 - pageMargin;
+  const int height = std::min(sizeHint().height(), bar.height() - 2);
+  const int width = std::min(sizeHint().width(), std::max(right - left, 0));
+  setGeometry(right - width, bar.top() + (bar.height() - height) / 2, width, height);
+  raise();
+}
+
+bool StateStrip::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::Resize || event->type() == QEvent::Move) takePlace();
+  return false;
+}
+
+void StateStrip::changeEvent(QEvent* event) {
+  QFrame::changeEvent(event);
+  if (event->type() == QEvent::FontChange) takePlace();
+}
+
+void StateStrip::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(palette().color(QPalette::AlternateBase));
+  painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
+}
+
+}  // namespace skarn
