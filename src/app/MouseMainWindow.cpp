@@ -1,7 +1,12 @@
 #include "app/MouseMainWindow.h"
 
+#include <QAbstractSpinBox>
+#include <QCoreApplication>
 #include <QEvent>
+#include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
+#include <QSlider>
 #include <QWindow>
 #include <initializer_list>
 
@@ -12,9 +17,20 @@
 
 namespace skarn {
 
+namespace {
+
+constexpr QSize expectedFrame{2, 40};
+
+}  // namespace
+
 MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::make_unique<Ui::MouseMainWindow>()) {
   mUi->setupUi(this);
   mStateStrip = new StateStrip(mUi->mMouseTabView);
+  // The frame that the desktop puts around the window is not known yet.
+  resize(size().boundedTo(screen()->availableSize() - expectedFrame));
+  for (QWidget* control : findChildren<QWidget*>()) {
+    if (qobject_cast<QSlider*>(control) || qobject_cast<QAbstractSpinBox*>(control)) control->installEventFilter(this);
+  }
   mUi->mDeviceLogo->setPixmap(image(QStringLiteral("mouse-small.png")));
   setWindowIcon(applicationIcon());
   // From the help window too, but not past a sheet, as the window itself cannot be closed under one.
@@ -40,6 +56,15 @@ void MouseMainWindow::comeToFront(const QString& activationToken) {
   show();
   raise();
   activateWindow();
+}
+
+bool MouseMainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
+  // Who scrolls the window does not mean to change what comes under the pointer.
+  const QScrollBar* bar = mUi->mScrollArea->verticalScrollBar();
+  if (bar->maximum() == bar->minimum() || static_cast<QWidget*>(watched)->hasFocus()) return false;
+  QCoreApplication::sendEvent(mUi->mScrollArea->viewport(), event);
+  return true;
 }
 
 void MouseMainWindow::changeEvent(QEvent* event) {

@@ -1,4 +1,5 @@
-// The main window: header, six tabs and footer. Layout only; the hub drives it.
+// The main window: header, six tabs and footer, which scroll where the window is too small for them. Layout only; the
+// hub drives it.
 #pragma once
 
 #include <QWidget>
@@ -28,6 +29,7 @@ class MouseMainWindow : public QWidget {
   void comeToFront(const QString& activationToken = {});
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:

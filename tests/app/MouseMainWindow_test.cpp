@@ -3,10 +3,13 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
 #include <QToolButton>
+#include <QWheelEvent>
 #include <memory>
 
 #include "app/CommandLine.h"
@@ -47,7 +50,9 @@ class MouseMainWindowTest : public QObject {
   void every_control_is_found_by_its_name();
   void the_six_tabs_stand_in_their_order();
   void selecting_a_tab_by_index_shows_it_and_sends_nothing();
-  void everything_fits_at_the_least_size_of_the_window();
+  void everything_fits_at_1024_by_680();
+  void a_smaller_window_scrolls_to_all_of_it();
+  void a_turn_of_the_wheel_that_scrolls_the_window_changes_no_setting();
   void a_profile_name_of_any_length_does_not_widen_the_window();
   void the_community_buttons_open_one_address_each();
   void looking_for_updates_opens_the_support_page();
@@ -129,13 +134,63 @@ void MouseMainWindowTest::selecting_a_tab_by_index_shows_it_and_sends_nothing() 
   QVERIFY(fixture.link.requests.empty());
 }
 
-void MouseMainWindowTest::everything_fits_at_the_least_size_of_the_window() {
+void MouseMainWindowTest::everything_fits_at_1024_by_680() {
   HubFixture fixture;
   fixture.startConnected(bundleWith({"Work"}));
-  fixture.window.resize(fixture.window.minimumSize());
-  QCOMPARE(fixture.window.size(), QSize(1024, 680));
-  QVERIFY(fixture.window.minimumSizeHint().width() <= 1024);
-  QVERIFY(fixture.window.minimumSizeHint().height() <= 680);
+  fixture.window.resize(1024, 680);
+  const QScrollArea* area = fixture.window.ui().mScrollArea;
+  QTRY_COMPARE(area->viewport()->size(), QSize(1024, 680));
+  QCOMPARE(fixture.window.ui().MouseMainViewController->size(), QSize(1024, 680));
+  const QSize least = fixture.window.ui().MouseMainViewController->layout()->minimumSize();
+  QVERIFY(least.width() <= 1024 && least.height() <= 680);
+}
+
+void MouseMainWindowTest::a_smaller_window_scrolls_to_all_of_it() {
+  HubFixture fixture;
+  fixture.startConnected(bundleWith({"Work"}));
+  fixture.window.resize(800, 500);
+  const QScrollArea* area = fixture.window.ui().mScrollArea;
+  QTRY_VERIFY(area->verticalScrollBar()->isVisible() && area->horizontalScrollBar()->isVisible());
+  QVERIFY(fixture.window.ui().MouseMainViewController->height() >= 680);
+  const auto isSeen = [&](const QWidget* control) {
+    const QRect place(control->mapTo(area->viewport(), QPoint(0, 0)), control->size());
+    return area->viewport()->rect().contains(place);
+  };
+  QWidget* apply = fixture.window.ui().mAppySettings;
+  QVERIFY(!isSeen(apply));
+  // What takes the keyboard comes into view.
+  fixture.window.activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&fixture.window));
+  fixture.window.ui().mHelpButton->setFocus();
+  for (int i = 0; i < 3 && !apply->hasFocus(); ++i) QTest::keyClick(fixture.window.focusWidget(), Qt::Key_Tab);
+  QVERIFY(apply->hasFocus());
+  QVERIFY(isSeen(apply));
+}
+
+void MouseMainWindowTest::a_turn_of_the_wheel_that_scrolls_the_window_changes_no_setting() {
+  HubFixture fixture;
+  fixture.startConnected(bundleWith({"Work"}));
+  fixture.hub().selectTabAtIndex(3);
+  auto* slider = fixture.window.findChild<QAbstractSlider*>(QStringLiteral("mXDpiSlider"));
+  QVERIFY(slider != nullptr);
+  const auto turnOver = [&] {
+    const QPointF middle = slider->rect().center();
+    QWheelEvent turn(middle, slider->mapToGlobal(middle), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                     Qt::NoScrollPhase, false);
+    QApplication::sendEvent(slider, &turn);
+  };
+  fixture.window.resize(1024, 500);
+  const QScrollBar* bar = fixture.window.ui().mScrollArea->verticalScrollBar();
+  QTRY_VERIFY(bar->maximum() > 0);
+  turnOver();
+  QVERIFY(bar->value() > 0);
+  QVERIFY(fixture.link.requests.empty());
+  // Where nothing scrolls, the slider takes it.
+  fixture.window.resize(1024, 700);
+  QTRY_COMPARE(bar->maximum(), 0);
+  const int before = slider->value();
+  turnOver();
+  QVERIFY(slider->value() != before);
 }
 
 void MouseMainWindowTest::a_profile_name_of_any_length_does_not_widen_the_window() {
