@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/Utf8.h"
+
 namespace vorn::engine {
 
 namespace {
@@ -21,33 +23,6 @@ void writeToStandardError(const std::string& line) {
     if (written <= 0) return;
     rest.remove_prefix(static_cast<std::size_t>(written));
   }
-}
-
-// Length of the well-formed UTF-8 sequence at the start of text (The Unicode Standard, table 3-7); 0 for none.
-std::size_t sequenceLength(std::string_view text) {
-  const auto byte = [&](std::size_t index) {
-    return index < text.size() ? static_cast<unsigned char>(text[index]) : static_cast<unsigned char>(0);
-  };
-  const unsigned char first = byte(0);
-  if (first < 0x80) return 1;
-  const std::size_t length = first >= 0xC2 && first <= 0xDF   ? 2
-                             : first >= 0xE0 && first <= 0xEF ? 3
-                             : first >= 0xF0 && first <= 0xF4 ? 4
-                                                              : 0;
-  for (std::size_t index = 1; index < length; ++index) {
-    if ((byte(index) & 0xC0U) != 0x80U) return 0;
-  }
-  const bool isOverlong = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xF0 && byte(1) < 0x90);
-  const bool isOutside = (first == 0xED && byte(1) > 0x9F) || (first == 0xF4 && byte(1) > 0x8F);
-  return isOverlong || isOutside ? 0 : length;
-}
-
-// C0 and C1 control characters, and the separators that some viewers take as line breaks.
-bool isControl(std::string_view sequence) {
-  const auto first = static_cast<unsigned char>(sequence[0]);
-  if (sequence.size() == 1) return first < 0x20 || first == 0x7F;
-  if (sequence.size() == 2) return first == 0xC2 && static_cast<unsigned char>(sequence[1]) < 0xA0;
-  return sequence == "\u2028" || sequence == "\u2029";
 }
 
 void appendEscaped(std::string& result, char character) {
@@ -72,9 +47,9 @@ std::string printable(std::string_view text, std::size_t maximum) {
   result.reserve(std::min(text.size(), maximum) + 8);
   while (!text.empty()) {
     if (result.size() >= maximum) return result + "...";
-    const std::size_t length = sequenceLength(text);
-    const std::string_view sequence = text.substr(0, std::max<std::size_t>(length, 1));
-    if (length == 0 || isControl(sequence)) {
+    const Utf8Character next = firstCharacter(text);
+    const std::string_view sequence = text.substr(0, next.length);
+    if (!next.isValid || isControlCharacter(next.code)) {
       for (const char character : sequence) appendEscaped(result, character);
     } else {
       result += sequence == "\\" ? std::string_view("\\\\") : sequence;

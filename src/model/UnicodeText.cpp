@@ -2,34 +2,18 @@
 
 #include <cstring>
 
+#include "model/Utf8.h"
+
 namespace vorn::detail {
 
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
+constexpr char32_t replacement = Utf8Character::replacement;
 
 struct Decoded {
   char32_t character;
   std::size_t length;  // bytes of input that it takes
 };
-
-// The first character of a text that is not empty.
-Decoded decodeUtf8(std::string_view text) noexcept {
-  const auto byte = [text](std::size_t index) { return static_cast<std::uint8_t>(text[index]); };
-  const std::uint8_t lead = byte(0);
-  if (lead < 0x80) return {lead, 1};
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return {replacement, 1};
-  char32_t character = lead & (0x7Fu >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0) != 0x80) return {replacement, 1};
-    character = (character << 6) | (byte(i) & 0x3Fu);
-  }
-  constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
-  if (character < smallest[length] || character > 0x10FFFF || surrogate) return {replacement, 1};
-  return {character, length};
-}
 
 // The first character of a text of whole units that is not empty.
 Decoded decodeUtf16(std::span<const std::uint8_t> utf16) noexcept {
@@ -73,8 +57,8 @@ bool isAscii(std::string_view text) noexcept {
 std::size_t utf16Length(std::string_view text) noexcept {
   std::size_t units = 0;
   while (!text.empty()) {
-    const Decoded next = decodeUtf8(text);
-    units += next.character >= 0x10000 ? 2 : 1;
+    const Utf8Character next = firstCharacter(text);
+    units += next.code >= 0x10000 ? 2 : 1;
     text.remove_prefix(next.length);
   }
   return units;
@@ -82,12 +66,12 @@ std::size_t utf16Length(std::string_view text) noexcept {
 
 std::uint8_t* writeUtf16(std::string_view text, std::uint8_t* out) noexcept {
   while (!text.empty()) {
-    const Decoded next = decodeUtf8(text);
-    if (next.character >= 0x10000) {
-      out = writeUnit(0xD800 + ((next.character - 0x10000) >> 10), out);
-      out = writeUnit(0xDC00 + ((next.character - 0x10000) & 0x3FF), out);
+    const Utf8Character next = firstCharacter(text);
+    if (next.code >= 0x10000) {
+      out = writeUnit(0xD800 + ((next.code - 0x10000) >> 10), out);
+      out = writeUnit(0xDC00 + ((next.code - 0x10000) & 0x3FF), out);
     } else {
-      out = writeUnit(next.character, out);
+      out = writeUnit(next.code, out);
     }
     text.remove_prefix(next.length);
   }

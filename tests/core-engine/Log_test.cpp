@@ -41,6 +41,7 @@ TEST(LogTest, EscapesWhatIsNoText) {
   EXPECT_EQ(printable("\xF5"), "\\xF5");
   EXPECT_EQ(printable("\x7F\xC2\x85\xE2\x80\xA8"), "\\x7F\\xC2\\x85\\xE2\\x80\\xA8");
   EXPECT_EQ(printable(std::string_view("a\0b", 3)), "a\\x00b");
+  EXPECT_EQ(printable("\u202E\u2066\u206A"), "\\xE2\\x80\\xAE\\xE2\\x81\\xA6\u206A");
 }
 
 TEST(LogTest, CutsLongText) {
