@@ -62,7 +62,7 @@ class CoreEngine : private RequestObserver {
   MacroRecorder mRecorder{mNewsPort, mScheduler};
   KeyCapture mCapture{mNewsPort};
   ProfileChanger mProfiles{mStore};
-  PosixProgramLauncher mLauncher{mFiles};
+  PosixProgramLauncher mLauncher;
   EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
   AssignmentPlayer mPlayer{mParts, mLauncher};
   VirtualMouseService mVirtualMouse{mDevice, mScheduler};

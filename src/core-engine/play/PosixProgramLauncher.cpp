@@ -10,24 +10,13 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <optional>
 #include <string_view>
-#include <system_error>
 
-#include "model/ApplicationBundle.h"
-#include "model/PropertyListCodec.h"
-#include "model/RegularFile.h"
+#include "model/ApplicationEntry.h"
 
 namespace vorn::engine {
 
 namespace {
-
-constexpr std::size_t maximumDescriptionSize = std::size_t{1} << 20;
-
-bool isProgram(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
-}
 
 std::string environmentValue(const char* name, const char* otherwise) {
   const char* value = std::getenv(name);
@@ -94,45 +83,8 @@ bool start(const LaunchCommand& command, std::string& error) {
 }  // namespace
 
 bool PosixProgramLauncher::launch(const std::string& path, std::string& error) {
-  std::string_view name = path;
-  while (name.size() > 1 && name.back() == '/') name.remove_suffix(1);
-  if (path.empty() || path.front() != '/' || path.find('\0') != std::string::npos) {
-    error = "not an absolute path";
-    return false;
-  }
-  std::optional<LaunchCommand> command;
-  if (hasBundleName(name)) {
-    command = commandOfBundle(std::string(name), error);
-  } else if (name.ends_with(".desktop")) {
-    command = commandOfEntry(std::string(name), error);
-  } else {
-    error = "neither an application bundle nor a desktop entry";
-  }
+  const auto command = launchCommandOf(path, error);
   return command && start(*command, error);
-}
-
-std::optional<LaunchCommand> PosixProgramLauncher::commandOfBundle(const std::string& path, std::string& error) {
-  for (const std::string& folder : {path + "/Contents", path}) {
-    Bytes bytes;
-    if (mFiles.read(folder + "/Info.plist", maximumDescriptionSize, bytes)) continue;
-    const auto information = decodePropertyList(bytes, &error);
-    if (!information) return std::nullopt;
-    const auto name = bundleExecutable(*information, error);
-    if (!name) return std::nullopt;
-    const std::string usual = folder + "/MacOS/" + *name;
-    return LaunchCommand{{isProgram(usual) ? usual : folder + "/" + *name}, {}, false};
-  }
-  error = "no application bundle with an Info.plist";
-  return std::nullopt;
-}
-
-std::optional<LaunchCommand> PosixProgramLauncher::commandOfEntry(const std::string& path, std::string& error) {
-  Bytes bytes;
-  if (const std::error_code failure = mFiles.read(path, maximumDescriptionSize, bytes)) {
-    error = reasonOf(failure);
-    return std::nullopt;
-  }
-  return readDesktopEntry(std::string(bytes.begin(), bytes.end()), path, error);
 }
 
 }  // namespace vorn::engine

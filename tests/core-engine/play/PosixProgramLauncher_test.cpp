@@ -16,7 +16,6 @@
 #include <string_view>
 #include <thread>
 
-#include "core-engine/storage/PosixFileSystem.h"
 #include "model/PropertyListCodec.h"
 #include "support/TemporaryFolder.h"
 
@@ -69,8 +68,7 @@ class PosixProgramLauncherTest : public testing::Test {
   }
 
   TemporaryFolder folder;
-  PosixFileSystem files;
-  PosixProgramLauncher launcher{files};
+  PosixProgramLauncher launcher;
 };
 
 TEST_F(PosixProgramLauncherTest, StartsTheProgramOfADesktopEntryInItsFolder) {

@@ -1,4 +1,6 @@
-// How an application is started, read from its description.
+// How an application is started, read from its description: an application bundle, that is a folder NAME.app with an
+// Info.plist, or a desktop entry, a file NAME.desktop. What the engine launches, and what may be assigned to a control.
+// Pure but for the files themselves; any thread.
 #pragma once
 
 #include <optional>
@@ -8,7 +10,7 @@
 
 #include "model/PropertyList.h"
 
-namespace vorn::engine {
+namespace vorn {
 
 struct LaunchCommand {
   std::vector<std::string> arguments;  // the first one is the program: a path, or a name to look for in PATH
@@ -16,6 +18,14 @@ struct LaunchCommand {
   bool needsTerminal = false;
   friend bool operator==(const LaunchCommand&, const LaunchCommand&) = default;
 };
+
+// How the application at the path is started. Nothing, with the reason in error, for a path that is not absolute or
+// leads to neither of the two. The program of a bundle is that of the "CFBundleExecutable" in its Contents/Info.plist
+// (or Info.plist), in the folder MacOS beside it, or beside it; whether there is such a program is another question.
+std::optional<LaunchCommand> launchCommandOf(const std::string& path, std::string& error);
+
+// Whether the path leads to a file that this process may execute.
+bool isProgram(const std::string& path);
 
 // Reads a desktop entry. path is where it lies. Nothing, with the reason in error, for an entry that is no application,
 // is hidden or has no usable Exec.
@@ -25,4 +35,4 @@ std::optional<LaunchCommand> readDesktopEntry(std::string_view text, const std::
 // with the reason in error, where there is none or it is more than a name.
 std::optional<std::string> bundleExecutable(const PropertyList& information, std::string& error);
 
-}  // namespace vorn::engine
+}  // namespace vorn

@@ -1,8 +1,8 @@
-#include "core-engine/play/ApplicationEntry.h"
+#include "model/ApplicationEntry.h"
 
 #include <gtest/gtest.h>
 
-namespace vorn::engine::test {
+namespace vorn {
 namespace {
 
 using Arguments = std::vector<std::string>;
@@ -93,4 +93,4 @@ TEST(ApplicationEntryBundleTest, NamesNoProgramOutsideOfItself) {
 }
 
 }  // namespace
-}  // namespace vorn::engine::test
+}  // namespace vorn
