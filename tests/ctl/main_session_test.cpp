@@ -50,12 +50,12 @@ TEST_F(VornCtlSessionTest, TellsTheStateOfEngineAndMouse) {
             "Battery:      60 %, charging\n"
             "Profile:      1 \"Default\" of 1\n"
             "Keymap:       1\n"
-            "Sensitivity:  900 x 800 DPI, stage 2\n"
+            "Sensitivity:  900 DPI, stage 2\n"
             "Polling rate: 1000 Hz\n"
             "Macros:       0\n");
   done({"device", "unplug"});
   EXPECT_EQ(outputOf({"status", "--json"}),
-            R"({"DPIX":900,"DPIY":800,"KeymapID":0,"PollingRate":1000,"StageValue":1,"isPresent":false,"macros":0,)"
+            R"({"DPIX":900,"DPIY":900,"KeymapID":0,"PollingRate":1000,"StageValue":1,"isPresent":false,"macros":0,)"
             R"("profile":{"id":0,"name":"Default"},"profiles":1})"
             "\n");
 }

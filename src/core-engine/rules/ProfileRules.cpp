@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core-engine/rules/BundleRules.h"
+#include "core-engine/rules/SensitivityRules.h"
 #include "model/ProfileKeys.h"
 #include "model/RecordLimits.h"
 #include "model/SettingsKeys.h"
@@ -74,7 +75,8 @@ PropertyList updatedProfile(const PropertyList& profile, const PropertyList& set
   if (settings.contains(keys::Keymap) || hasKeymapID) {
     before = withKeymapInForce(before, (hasKeymapID ? settings : before)[keys::KeymapID]);
   }
-  return withStageInForce(withGroupsStored(repairedProfile(settings.without(keys::Keymap), before)));
+  const PropertyList changed = repairedProfile(settings.without(keys::Keymap), before);
+  return withStageInForce(withGroupsStored(withLockedAxes(changed, profile)));
 }
 
 // A record from outside as a profile; record: checked.

@@ -31,6 +31,7 @@ ProfileChange withAddedProfile(const PropertyList& bundle, const PropertyList& r
 //   - "KeymapID" makes the groups of that keymap the current ones.
 //   - "Keys" and "Buttons", and what they lack as it was, become the current groups and those of the keymap in force
 //     then.
+//   - Where X and Y are locked, one axis takes the other along (SensitivityRules.h).
 //   - Device-wide keys are repeated in "DeviceSettings". A record that gives the profile another name was sent for the
 //     name: there, device-wide values that the profile has already do not count.
 ProfileChange withUpdatedProfile(const PropertyList& bundle, const PropertyList& profileID,

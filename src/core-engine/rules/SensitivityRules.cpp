@@ -20,7 +20,38 @@ PropertyList sensitivityOf(const PropertyList& stage) {
   return result;
 }
 
+struct AxisKeys {
+  keys::Key x;
+  keys::Key y;
+  keys::Key lock;  // 0: locked
+};
+constexpr AxisKeys profileAxes = {keys::DPIX, keys::DPIY, keys::IndependentXYOn};
+constexpr AxisKeys stageAxes = {keys::StageDpiX, keys::StageDpiY, keys::StageIndependentXY};
+
+// record: a profile or a stage.
+PropertyList withLockedAxes(const PropertyList& record, const PropertyList& before, const AxisKeys& axes) {
+  const auto isChanged = [&](keys::Key key) { return record[key] != before[key]; };
+  const bool isLocked = record.contains(axes.lock) && record[axes.lock].toInt() == 0;
+  if (!isLocked || record[axes.x] == record[axes.y]) return record;
+  if (isChanged(axes.x) || (isChanged(axes.lock) && !isChanged(axes.y))) {
+    return record.with(axes.y, record[axes.x]);
+  }
+  return isChanged(axes.y) ? record.with(axes.x, record[axes.y]) : record;
+}
+
 }  // namespace
+
+PropertyList withLockedAxes(const PropertyList& profile, const PropertyList& before) {
+  PropertyList stages = profile[keys::Stages];
+  for (std::size_t index = 0; index < stages.size(); ++index) {
+    const auto position = static_cast<std::int64_t>(index);
+    const PropertyList& stage = stages.at(position);
+    const PropertyList locked = withLockedAxes(stage, before[keys::Stages].at(position), stageAxes);
+    if (locked != stage) stages = stages.replacing(position, locked);
+  }
+  const PropertyList result = stages == profile[keys::Stages] ? profile : profile.with(keys::Stages, stages);
+  return withLockedAxes(result, before, profileAxes);
+}
 
 PropertyList stageStep(const PropertyList& profile, std::int32_t steps) {
   const PropertyList& stages = profile[keys::Stages];

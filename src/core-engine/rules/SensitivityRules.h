@@ -1,5 +1,5 @@
-// What the controls of the mouse make of the sensitivity of a profile, as pure functions. Each gives the settings to
-// put into the profile: keys of a profile record.
+// The sensitivity of a profile, as pure functions: what the controls of the mouse make of it, each time the settings to
+// put into the profile, and that the axes stay together where they are locked.
 #pragma once
 
 #include <cstdint>
@@ -17,5 +17,10 @@ PropertyList dpiStep(const PropertyList& profile, std::int32_t step);
 
 // The sensitivity of the stage with the lowest "dpix", the first of several. Empty for a profile without stages.
 PropertyList slowestSensitivity(const PropertyList& profile);
+
+// The profile, changed from another state of it, with both axes alike where they are locked ("IndependentXYOn",
+// "independentxy" of a stage): the one that was changed counts, "DPIX" where both were. What was not changed stays,
+// also where it was not alike, and so does what has no lock.
+PropertyList withLockedAxes(const PropertyList& profile, const PropertyList& before);
 
 }  // namespace vorn::engine

@@ -146,6 +146,16 @@ TEST(ProfileRulesUpdatedProfileTest, TakesTheGivenKeys) {
              bundleOf({profile("one"), profile("two").with("DPIX", 400).with("DPIY", 500).with("Future", "kept")}));
 }
 
+TEST(ProfileRulesUpdatedProfileTest, TakesOneAxisAlongWithTheOtherWhereTheyAreLocked) {
+  const PropertyList locked =
+      profile("mine").merging(dictionary({{"DPIX", 800}, {"DPIY", 800}, {"IndependentXYOn", 0}}));
+  const PropertyList both = dictionary({{"DPIX", 900}, {"DPIY", 900}});
+  EXPECT_EQ(updated(locked, dictionary({{"DPIX", 900}})), locked.merging(both));
+  EXPECT_EQ(updated(locked, dictionary({{"DPIY", 900}})), locked.merging(both));
+  const PropertyList apart = locked.with("IndependentXYOn", 1);
+  EXPECT_EQ(updated(apart, dictionary({{"DPIY", 900}})), apart.with("DPIY", 900));
+}
+
 TEST(ProfileRulesUpdatedProfileTest, StaysWithoutSettings) {
   expectDone(withUpdatedProfile(profiles({"one", "two"}), 0, dictionary({})), profiles({"one", "two"}));
 }

@@ -56,5 +56,35 @@ TEST(SensitivityRulesTest, TheSlowestIsTheFirstWithTheLowestX) {
   EXPECT_EQ(slowestSensitivity(withStages(0)), sensitivity(400, 1200, 1));
 }
 
+TEST(SensitivityRulesTest, LockedAxesAreSetTogether) {
+  const PropertyList both = sensitivity(800, 800, 0);
+  EXPECT_EQ(withLockedAxes(both.with("DPIX", 900), both), sensitivity(900, 900, 0));
+  EXPECT_EQ(withLockedAxes(both.with("DPIY", 900), both), sensitivity(900, 900, 0));
+  EXPECT_EQ(withLockedAxes(sensitivity(900, 1000, 0), both), sensitivity(900, 900, 0));
+  EXPECT_EQ(withLockedAxes(sensitivity(900, 1000, 1), both), sensitivity(900, 1000, 1));
+  const PropertyList apart = sensitivity(900, 1000, 1);
+  EXPECT_EQ(withLockedAxes(apart.with("IndependentXYOn", 0), apart), sensitivity(900, 900, 0));
+  EXPECT_EQ(withLockedAxes(sensitivity(900, 1200, 0), apart), sensitivity(1200, 1200, 0));
+}
+
+TEST(SensitivityRulesTest, AxesThatNobodyChangesStayAsTheyWere) {
+  const PropertyList odd = sensitivity(800, 900, 0);
+  EXPECT_EQ(withLockedAxes(odd.with("PollingRate", 125), odd), odd.with("PollingRate", 125));
+  const PropertyList withoutLock = odd.without("IndependentXYOn");
+  EXPECT_EQ(withLockedAxes(withoutLock.with("DPIX", 100), withoutLock), withoutLock.with("DPIX", 100));
+}
+
+TEST(SensitivityRulesTest, LockedAxesOfAStageAreSetTogether) {
+  const PropertyList before = withStages(0);
+  const auto changed = [&](const PropertyList& first, const PropertyList& second) {
+    return before.with("Stages", PropertyList::array({first, second, stage(400, 400)}));
+  };
+  const PropertyList apart = stage(400, 1300, true);
+  EXPECT_EQ(withLockedAxes(changed(stage(900, 800), apart), before), changed(stage(900, 900), apart));
+  EXPECT_EQ(withLockedAxes(changed(stage(800, 900), apart), before), changed(stage(900, 900), apart));
+  EXPECT_EQ(withLockedAxes(changed(stage(800, 800), stage(400, 1200)), before),
+            changed(stage(800, 800), stage(400, 400)));
+}
+
 }  // namespace
 }  // namespace vorn::engine::test
