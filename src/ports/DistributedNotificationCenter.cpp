@@ -201,6 +201,11 @@ void DistributedNotificationCenter::removeObserver(Observer observer) {
 }
 
 void DistributedNotificationCenter::post(std::string_view name, std::string_view object, const PropertyList& userInfo) {
+  postTo({}, name, object, userInfo);
+}
+
+void DistributedNotificationCenter::postTo(std::string_view receiver, std::string_view name, std::string_view object,
+                                           const PropertyList& userInfo) {
   const auto drop = [&](const std::string& reason) {
     bus::log("Notification \"" + std::string(name) + "\" is not posted: " + reason);
   };
@@ -222,6 +227,8 @@ void DistributedNotificationCenter::post(std::string_view name, std::string_view
       sd_bus_message_append(created, "ss", std::string(name).c_str(), std::string(object).c_str()) < 0)
     return drop("its name or object is no text that the bus carries");
   if (!bus::appendBytes(created, encoded)) return drop("its user information is too large");
+  if (!receiver.empty() && sd_bus_message_set_destination(created, std::string(receiver).c_str()) < 0)
+    return drop("its receiver is no bus name");
   const int result = sd_bus_send(connection.handle(), created, nullptr);
   if (result < 0) return drop(std::strerror(-result));
   connection.announceQueuedMessages();

@@ -23,6 +23,8 @@ class DistributedNotificationCenter : public NotificationCenter {
   void removeObserver(Observer observer) override;
   // A post that cannot be sent (no bus, userInfo that cannot be encoded) is dropped, with a line in the log.
   void post(std::string_view name, std::string_view object, const PropertyList& userInfo) override;
+  // The same for the observers of one connection alone; receiver: its unique bus name.
+  void postTo(std::string_view receiver, std::string_view name, std::string_view object, const PropertyList& userInfo);
 
  private:
   DistributedNotificationCenter();

@@ -11,7 +11,7 @@ enum class ChargingStatus : std::int32_t { OnBattery = 0, Charging = 1, NoBatter
 inline constexpr ChargingStatus chargingStatuses[] = {ChargingStatus::OnBattery, ChargingStatus::Charging,
                                                       ChargingStatus::NoBatteryDisplay};
 
-// In place of a percentage, 0 to 100, while no mouse is there.
+// In place of a percentage, 0 to 100, while no mouse is there or its battery is not displayed.
 inline constexpr std::int32_t noBatteryLevel = 255;
 
 // The word for a charging status where people read or write it; that of no battery display for any other number.

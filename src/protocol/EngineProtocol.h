@@ -79,6 +79,8 @@ inline constexpr Key MacroEventTableIndex = "macroEventTableIndex";
 inline constexpr Key Delay = "delay";
 inline constexpr Key HasNoDelay = "HasNoDelay";
 inline constexpr Key SourceApp = "Source App";
+// Of a program that asks and goes: the answers to its queries concern nobody else, and nothing is announced for it.
+inline constexpr Key IsVisitor = "IsVisitor";
 }  // namespace requestKeys
 
 namespace replyKeys {
@@ -100,6 +102,7 @@ inline constexpr Key BatteryPercentLevel = "BatteryPercentLevel";
 inline constexpr Key DeviceChargingStatus = "DeviceChargingStatus";
 inline constexpr Key ReturnStatus = "ReturnStatus";
 inline constexpr Key FirmwareVersion = "FirmwareVersion";
+inline constexpr Key IsDeviceWired = requestKeys::IsDeviceWired;
 inline constexpr Key DPIValue = "DPI Value";
 inline constexpr Key DPIYValue = "DPIY Value";
 inline constexpr Key MessagesArray = "messagesArray";

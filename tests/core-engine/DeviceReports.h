@@ -24,4 +24,11 @@ inline RecordingNewsPort::News firmware(std::int32_t status, const std::string& 
           PropertyList::dictionary({{"MessageID", 14}, {"ReturnStatus", status}, {"FirmwareVersion", version}})};
 }
 
+inline RecordingNewsPort::News firmwareOf(bool isWired, std::int32_t status, const std::string& version,
+                                          const std::string& product = "273") {
+  RecordingNewsPort::News news = firmware(status, version, product);
+  news.userInfo = news.userInfo.with("IsDeviceWired", isWired ? 1 : 0);
+  return news;
+}
+
 }  // namespace vorn::engine::test

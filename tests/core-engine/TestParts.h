@@ -22,6 +22,7 @@ class RecordingNewsPort : public NewsPort {
   struct News {
     std::string name;
     PropertyList userInfo;
+    std::string receiver = {};  // empty: everybody
     friend bool operator==(const News&, const News&) = default;
   };
 
@@ -29,6 +30,9 @@ class RecordingNewsPort : public NewsPort {
 
   void post(std::string_view name, const PropertyList& userInfo) override {
     posted.push_back({std::string(name), userInfo});
+  }
+  void postTo(std::string_view receiver, std::string_view name, const PropertyList& userInfo) override {
+    posted.push_back({std::string(name), userInfo, std::string(receiver)});
   }
 };
 

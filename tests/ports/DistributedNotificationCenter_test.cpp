@@ -101,6 +101,22 @@ TEST_F(DistributedNotificationCenterTest, ReachObserversOfTheProgramThatPosts) {
   EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "me", PropertyList::dictionary({{"n", 1}})}}));
 }
 
+TEST_F(DistributedNotificationCenterTest, ReachOneConnectionAloneWhereTheyAreMeantForIt) {
+  observe("News");
+  const auto uniqueName = [] {
+    const char* name = nullptr;
+    sd_bus_get_unique_name(BusConnection::forThisThread().handle(), &name);
+    return std::string(name);
+  };
+  const std::string here = uniqueName();
+  elsewhere([&](DistributedNotificationCenter& center) {
+    center.postTo(uniqueName(), "News", "", PropertyList::dictionary({{"for", "itself"}}));
+    center.postTo(here, "News", "me", PropertyList::dictionary({{"for", "us"}}));
+  });
+  settle();
+  EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "me", PropertyList::dictionary({{"for", "us"}})}}));
+}
+
 TEST_F(DistributedNotificationCenterTest, OfOtherNamesDoNotWakeAnObserver) {
   observe("A");
   SignalCounter counter;

@@ -25,7 +25,7 @@ Announcer::~Announcer() {
 
 void Announcer::noteServed(MessageID messageID, const Request& request) {
   const std::string port = request.replyPort();
-  const bool isFirst = isNew(port);
+  const bool isFirst = !request.isOfVisitor() && isNew(port);
   if (messageID == MessageID::RegisterDevice) {
     welcome(port);
     return;

@@ -11,6 +11,9 @@ class BusNewsPort : public NewsPort {
   void post(std::string_view name, const PropertyList& userInfo) override {
     DistributedNotificationCenter::defaultCenter().post(name, {}, userInfo);
   }
+  void postTo(std::string_view receiver, std::string_view name, const PropertyList& userInfo) override {
+    DistributedNotificationCenter::defaultCenter().postTo(receiver, name, {}, userInfo);
+  }
 };
 
 }  // namespace vorn::engine

@@ -10,6 +10,10 @@ PropertyList report(MessageID messageID, std::initializer_list<PropertyList::Pai
   return PropertyList::dictionary(entries).with(newsKeys::MessageID, static_cast<std::int32_t>(messageID));
 }
 
+PropertyList levelReport(std::int32_t percent) {
+  return report(MessageID::QueryBatteryLevel, {{newsKeys::BatteryPercentLevel, percent}});
+}
+
 }  // namespace
 
 std::int32_t productInUse(const Device& device) {
@@ -18,13 +22,15 @@ std::int32_t productInUse(const Device& device) {
 
 PropertyList firmwareReport(const Device& device) {
   const std::string version = device.firmwareVersion();
-  return report(MessageID::QueryFirmwareVersion,
-                {{newsKeys::ReturnStatus, version.empty() ? 1 : 0}, {newsKeys::FirmwareVersion, version}});
+  const PropertyList result =
+      report(MessageID::QueryFirmwareVersion,
+             {{newsKeys::ReturnStatus, version.empty() ? 1 : 0}, {newsKeys::FirmwareVersion, version}});
+  return device.isPresent() ? result.with(newsKeys::IsDeviceWired, device.isWired() ? 1 : 0) : result;
 }
 
 PropertyList batteryReport(const Device& device) {
-  const std::int32_t percent = device.isPresent() ? device.batteryPercent() : noBatteryLevel;
-  return report(MessageID::QueryBatteryLevel, {{newsKeys::BatteryPercentLevel, percent}});
+  const bool isDisplayed = device.isPresent() && device.chargingStatus() != ChargingStatus::NoBatteryDisplay;
+  return levelReport(isDisplayed ? device.batteryPercent() : noBatteryLevel);
 }
 
 PropertyList chargingReport(const Device& device) {
@@ -58,7 +64,7 @@ void DeviceNews::batteryChanged() {
   // displayed.
   constexpr auto hidden = ChargingStatus::NoBatteryDisplay;
   const bool isDisplayed = earlierStatus != hidden || mChargingStatus != hidden;
-  if (mBatteryPercent != earlierPercent && isDisplayed) mPort.post(name, batteryReport(mDevice));
+  if (mBatteryPercent != earlierPercent && isDisplayed) mPort.post(name, levelReport(mBatteryPercent));
   if (mChargingStatus != earlierStatus) mPort.post(name, chargingReport(mDevice));
 }
 

@@ -15,9 +15,11 @@ std::int32_t productInUse(const Device& device);
 
 // The user information of "commandReplyNotification%d" for messages 14, 15 and 16.
 //
-// "ReturnStatus" 0 and the version; 1 and an empty version when the mouse is absent or does not tell it.
+// "ReturnStatus" 0 and the version; 1 and an empty version when the mouse is absent or does not tell it. With
+// "IsDeviceWired", 1 on the cable and 0 on the receiver, while the mouse is present.
 PropertyList firmwareReport(const Device& device);
-// "BatteryPercentLevel"; noBatteryLevel when the mouse is absent, which changes no battery picture.
+// "BatteryPercentLevel"; noBatteryLevel, which changes no battery picture, when the mouse is absent or its battery is
+// not displayed.
 PropertyList batteryReport(const Device& device);
 // "DeviceChargingStatus"; without a battery display when the mouse is absent.
 PropertyList chargingReport(const Device& device);

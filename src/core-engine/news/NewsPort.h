@@ -12,6 +12,8 @@ class NewsPort {
   virtual ~NewsPort() = default;
   // Broadcasts to whoever observes the name; nobody hears whether anybody does. userInfo: a dictionary, or none.
   virtual void post(std::string_view name, const PropertyList& userInfo) = 0;
+  // The same for one connection, whose unique bus name receiver is; nobody else hears it.
+  virtual void postTo(std::string_view receiver, std::string_view name, const PropertyList& userInfo) = 0;
 };
 
 }  // namespace vorn::engine

@@ -8,11 +8,16 @@ namespace {
 
 void post(EngineParts& parts, const Request& request, const PropertyList& report) {
   const std::int32_t product = request.productID();
-  if (product == wiredProductID || product == wirelessProductID) {
-    parts.news.post(notificationNames::commandReply(product), report);
-  } else {
+  if (product != wiredProductID && product != wirelessProductID) {
     parts.log.fault(request.sender, "query of an unknown product",
                     "asks about the unknown product " + std::to_string(product));
+    return;
+  }
+  const std::string name = notificationNames::commandReply(product);
+  if (request.isOfVisitor()) {
+    parts.news.postTo(request.sender, name, report);
+  } else {
+    parts.news.post(name, report);
   }
 }
 

@@ -29,6 +29,8 @@ struct Request {
   std::int32_t productID() const { return body[requestKeys::ProductID].toInt(); }
   // Where the answer goes; empty when the request names no port.
   std::string replyPort() const { return body[requestKeys::ResponseMsgPortName].toString(); }
+  // Whether it comes from a program that asks and goes, and that listens to no news.
+  bool isOfVisitor() const { return body[requestKeys::IsVisitor].toBool(); }
 };
 
 // What requests act on. All of it outlives the requests.

@@ -160,6 +160,15 @@ TEST_F(AnnouncerTest, TellsNothingToAStrangerThatIsGoneOrWhileNoMouseIsHere) {
   EXPECT_EQ(scheduler.pending(), 0U);
 }
 
+TEST_F(AnnouncerTest, TellsNothingToAVisitor) {
+  const PropertyList body = PropertyList::dictionary({{"ResponseMsgPortName", "ClientPort"}, {"IsVisitor", true}});
+  announcer.noteServed(MessageID::GetAllSettings, {":1.7", body});
+  EXPECT_EQ(scheduler.pending(), 0U);
+  served(4);
+  scheduler.advance(250ms);
+  EXPECT_EQ(take(), announcement) << "who is a visitor no more is one that the engine hears of";
+}
+
 TEST_F(AnnouncerTest, AnnouncesOnceToAStrangerThatRegistersMeanwhile) {
   served(14);
   registers();

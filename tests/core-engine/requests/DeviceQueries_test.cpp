@@ -17,9 +17,10 @@ class DeviceQueriesTest : public testing::Test, protected TestParts {
   DeviceQueriesTest() : TestParts(bundle()) { ports.names = {"ClientPort"}; }
 
   // What is posted for the query; it must have no other answer.
-  Posts postsFor(std::int32_t messageID, std::int32_t product) {
+  Posts postsFor(std::int32_t messageID, std::int32_t product, bool isOfVisitor = false) {
     news.posted.clear();
-    const PropertyList body = PropertyList::dictionary({{"ProductID", product}, {"ResponseMsgPortName", "ClientPort"}});
+    PropertyList body = PropertyList::dictionary({{"ProductID", product}, {"ResponseMsgPortName", "ClientPort"}});
+    if (isOfVisitor) body = body.with("IsVisitor", true);
     dispatcher.receive({messageID, encodeBinaryPropertyList(body).value(), ":1.7"});
     EXPECT_TRUE(ports.answers.empty());
     return news.posted;
@@ -29,15 +30,15 @@ class DeviceQueriesTest : public testing::Test, protected TestParts {
 };
 
 TEST_F(DeviceQueriesTest, GiveTheFirmwareVersionAndTheChargingStatusUnderTheProductThatAsked) {
-  EXPECT_EQ(postsFor(14, 273), (Posts{firmware(0, "1.00"), charging(2)}));
-  EXPECT_EQ(postsFor(14, 0), (Posts{firmware(0, "1.00", "0"), charging(2, "0")}));
+  EXPECT_EQ(postsFor(14, 273), (Posts{firmwareOf(true, 0, "1.00"), charging(2)}));
+  EXPECT_EQ(postsFor(14, 0), (Posts{firmwareOf(true, 0, "1.00", "0"), charging(2, "0")}));
 }
 
 TEST_F(DeviceQueriesTest, GiveAStatusAndNoVersionWhereTheFirmwareFails) {
   device.setFirmwareFailing(true);
-  EXPECT_EQ(postsFor(14, 273), (Posts{firmware(1, ""), charging(2)}));
+  EXPECT_EQ(postsFor(14, 273), (Posts{firmwareOf(true, 1, ""), charging(2)}));
   device.setFirmwareFailing(false);
-  EXPECT_EQ(postsFor(14, 273), (Posts{firmware(0, "1.00"), charging(2)}));
+  EXPECT_EQ(postsFor(14, 273), (Posts{firmwareOf(true, 0, "1.00"), charging(2)}));
 }
 
 TEST_F(DeviceQueriesTest, GiveTheBatteryLevelAndTheChargingStatus) {
@@ -46,6 +47,25 @@ TEST_F(DeviceQueriesTest, GiveTheBatteryLevelAndTheChargingStatus) {
   EXPECT_EQ(postsFor(15, 273), Posts{level(42)});
   EXPECT_EQ(postsFor(15, 0), Posts{level(42, "0")});
   EXPECT_EQ(postsFor(16, 0), Posts{charging(0, "0")});
+}
+
+TEST_F(DeviceQueriesTest, TellWhetherTheMouseIsOnItsCableOrItsReceiver) {
+  device.setConnection(Connection::Wireless);
+  EXPECT_EQ(postsFor(14, 273), (Posts{firmwareOf(false, 0, "1.00"), charging(0)}));
+}
+
+TEST_F(DeviceQueriesTest, GiveNoBatteryLevelWhereNoBatteryIsDisplayed) {
+  EXPECT_EQ(postsFor(15, 273), Posts{level(255)});
+  device.setBattery(99);
+  EXPECT_EQ(postsFor(15, 273), Posts{level(99)});
+}
+
+TEST_F(DeviceQueriesTest, AreAnsweredToAVisitorAlone) {
+  for (const std::int32_t messageID : {14, 15, 16}) {
+    Posts expected = postsFor(messageID, 273);
+    for (RecordingNewsPort::News& each : expected) each.receiver = ":1.7";
+    EXPECT_EQ(postsFor(messageID, 273, true), expected);
+  }
 }
 
 TEST_F(DeviceQueriesTest, GiveUnknownValuesOfAnAbsentMouse) {
