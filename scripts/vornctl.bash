@@ -22,6 +22,15 @@ _vornctl_files() {
   mapfile -t COMPREPLY < <(compgen -f -X "!*.$1" -- "$cur"; compgen -d -- "$cur")
 }
 
+# Keys, also behind the modifiers of a chord that stand there already.
+_vornctl_key() {
+  local before=''
+  [[ $cur == ?*+* ]] && before=${cur%+*}+
+  _vornctl_offer < <({ printf '%s\n' ctrl+ shift+ alt+ cmd+; vornctl keys 2>/dev/null; } |
+    awk -v before="$before" '{ print before $0 }')
+  [[ ${#COMPREPLY[@]} == 1 && ${COMPREPLY[0]} == *+ ]] && compopt -o nospace 2>/dev/null
+}
+
 # The settings of a profile, in the order of their reference.
 _vornctl_keys='ProfileName Keys/ Buttons/ Keymap/ KeymapID Stages StageValue DPIX DPIY IndependentXYOn SensitivityOSDOn
   MasterSensitivityOn Sensitivity AccelerationOn Acceleration PollingRate LEDColors LEDEffects ScrollLED
@@ -40,6 +49,7 @@ _vornctl_assign() {
       ;;
     3)
       case $2 in
+        key) _vornctl_key ;;
         macro | profile) _vornctl_offer < <(_vornctl_names "${2}s") ;;
         keymap) _vornctl_words '1 2 3 4 5 6 7 8 cycle' ;;
         button) _vornctl_words '1 2 3 4 5 6 7 8 double' ;;
@@ -67,6 +77,7 @@ _vornctl_records() {
 _vornctl_device() {
   case $1:$# in
     plug:2) _vornctl_words 'wired wireless' ;;
+    type:2) _vornctl_key ;;
     press:2 | release:2 | click:2) _vornctl_words "$_vornctl_controls keymap stage-up stage-down" ;;
     charging:2) _vornctl_words 'battery charging none usual' ;;
   esac
@@ -89,23 +100,28 @@ _vornctl() {
       _vornctl_words 'Control Shift Alt Command Right-Control Right-Shift Right-Alt Right-Command'
       return
       ;;
+    --keymap)
+      _vornctl_words '1 2 3 4 5 6 7 8'
+      return
+      ;;
     --timeout) return ;;
   esac
   if [[ $cur == -* ]]; then
-    _vornctl_words '--json --help --version --timeout --profile --with --repeat --switch-back --failing --press --release'
+    _vornctl_words '--json --help --version --timeout --profile --keymap --list --with --repeat --switch-back --failing
+      --press --release'
     return
   fi
   # The words before the cursor without options and their values.
   for ((index = 1; index < COMP_CWORD; ++index)); do
     case ${COMP_WORDS[index]} in
-      --profile | --with | --repeat | --timeout) ((++index)) ;;
+      --profile | --keymap | --with | --repeat | --timeout) ((++index)) ;;
       --*) ;;
       *) words+=("${COMP_WORDS[index]}") ;;
     esac
   done
   words+=("$cur")
   if ((${#words[@]} == 1)); then
-    _vornctl_words 'status profiles get set macros assign monitor device'
+    _vornctl_words 'status profiles get set macros assign assignments keys monitor device'
     return
   fi
   case ${words[0]}:${#words[@]} in

@@ -5,8 +5,10 @@
 #include <system_error>
 
 #include "ctl/Keys.h"
+#include "ctl/Names.h"
 #include "ctl/Numbers.h"
 #include "ctl/Settings.h"
+#include "model/ApplicationEntry.h"
 #include "model/HidUsages.h"
 
 namespace vorn::ctl {
@@ -32,15 +34,15 @@ Result<PropertyList> disabled(const Request& request) {
 }
 
 Result<PropertyList> key(const Request& request) {
-  const auto usage = keyUsage(request.words[1]);
-  if (!usage) return wrong("there is no key \"" + request.words[1] + "\"");
-  std::int32_t modifiers = 0;
+  const auto chord = chordNamed(request.words[1]);
+  if (!chord) return chord.failure();
+  std::int32_t modifiers = chord->modifiers;
   for (const std::string& name : request.line.modifiers) {
     const auto modifier = modifierUsage(name);
-    if (!modifier) return wrong("there is no modifier \"" + name + "\"");
-    modifiers |= 1 << (*modifier - hid::firstModifier);
+    if (!modifier) return wrong("there is no modifier \"" + name + "\"" + suggestion(modifierNames(), name));
+    modifiers |= modifierBit(*modifier);
   }
-  return assignmentRecord(Command::SingleKey, *usage, modifiers);
+  return assignmentRecord(Command::SingleKey, chord->usage, modifiers);
 }
 
 Result<PropertyList> macro(const Request& request) {
@@ -75,10 +77,12 @@ Result<PropertyList> button(const Request& request) {
 Result<PropertyList> launch(const Request& request) {
   std::error_code code;
   const auto path = std::filesystem::absolute(request.words[1], code).lexically_normal();
-  if (code || !std::filesystem::exists(path, code)) {
-    return Failure{ExitStatus::FileError, request.words[1] + ": " + (code ? code.message() : "no such application")};
+  std::string error = "no such application";
+  if (!code && std::filesystem::exists(path, code) && launchCommandOf(path.string(), error)) {
+    return assignmentRecord(Command::LaunchProgram, path.string(), "");
   }
-  return assignmentRecord(Command::LaunchProgram, path.string(), "");
+  return Failure{ExitStatus::FileError, request.words[1] + ": " + (code ? code.message() : error) +
+                                            "; launch takes an application folder NAME.app or a file NAME.desktop"};
 }
 
 struct Action {
@@ -121,6 +125,12 @@ const Action* actionNamed(const Arguments& words) {
   return nullptr;
 }
 
+Names actionNames() {
+  Names names;
+  for (const Action& action : actions) names.emplace_back(action.name);
+  return names;
+}
+
 std::string joined(const Arguments& words) {
   std::string text;
   for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
@@ -131,7 +141,13 @@ std::string joined(const Arguments& words) {
 
 Result<ParsedAction> parseAction(const Control& control, const Arguments& action, const CommandLine& line) {
   const Action* found = actionNamed(action);
-  if (found == nullptr) return wrong("unknown action \"" + joined(action) + "\"; --help lists them");
+  if (found == nullptr) {
+    for (const Action& each : actions) {
+      if (each.name == action[0]) return wrong(action[0] + (each.takesValue ? " takes one word" : " takes no words"));
+    }
+    return wrong("unknown action \"" + joined(action) + "\"" +
+                 suggestion(actionNames(), joined(action), "; --help lists them"));
+  }
   for (const std::string& option : line.commandOptions) {
     if (option != "--profile" && option != found->option) {
       return wrong(std::string(found->name) + " takes no option " + option);

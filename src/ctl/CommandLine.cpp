@@ -25,6 +25,7 @@ constexpr Flag flags[] = {
     {"--failing", &CommandLine::isFailing, true},
     {"--press", &CommandLine::isPressOnly, true},
     {"--release", &CommandLine::isReleaseOnly, true},
+    {"--list", &CommandLine::isList, true},
 };
 
 // Each of these takes a value; false when it cannot be used.
@@ -50,6 +51,12 @@ constexpr Setting settings[] = {
     {"--profile",
      [](CommandLine& line, const std::string& value) {
        line.profile = value;
+       return !value.empty();
+     },
+     true},
+    {"--keymap",
+     [](CommandLine& line, const std::string& value) {
+       line.keymap = value;
        return !value.empty();
      },
      true},
@@ -81,6 +88,11 @@ Failure wrong(std::string text) {
 }
 
 }  // namespace
+
+bool isJsonWanted(std::span<const char* const> arguments) {
+  const auto end = std::find(arguments.begin(), arguments.end(), std::string_view("--"));
+  return std::find(arguments.begin(), end, std::string_view("--json")) != end;
+}
 
 Result<CommandLine> parseCommandLine(std::span<const char* const> arguments) {
   CommandLine line;

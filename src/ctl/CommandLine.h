@@ -21,18 +21,23 @@ struct CommandLine {
 
   // Options of single commands
   std::optional<std::string> profile;
+  std::optional<std::string> keymap;
   std::vector<std::string> modifiers;
   std::optional<std::string> repeatMode;
   bool isSwitchBack = false;
   bool isFailing = false;
   bool isPressOnly = false;
   bool isReleaseOnly = false;
+  bool isList = false;
 
   std::vector<std::string> commandOptions;  // names of those that were given
   std::vector<std::string> words;           // everything that is no option
 
   friend bool operator==(const CommandLine&, const CommandLine&) = default;
 };
+
+// Whether --json is among the options, also where the line cannot be parsed.
+bool isJsonWanted(std::span<const char* const> arguments);
 
 // Options may stand anywhere before "--"; a value follows as the next word or after "=". A word like "-5" or "-" is no
 // option.

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
+#include <utility>
 
 #include "ctl/Commands.h"
+#include "ctl/Names.h"
+#include "ctl/Text.h"
 
 namespace vorn::ctl {
 
@@ -19,18 +23,20 @@ constexpr Command table[] = {
     {"profiles copy", "PROFILE [NAME]", 1, 2, "", "add a copy of a profile", copyProfile},
     {"profiles rename", "PROFILE NAME", 2, 2, "", "rename a profile", renameProfile},
     {"profiles delete", "PROFILE", 1, 1, "", "delete a profile", deleteProfile},
-    {"profiles export", "PROFILE FILE", 2, 2, "", "write a profile to FILE.SkarnProfile", exportProfile},
+    {"profiles export", "PROFILE FILE|-", 2, 2, "", "write a profile to FILE.SkarnProfile", exportProfile},
     {"profiles import", "FILE", 1, 1, "", "add the profile of a file", importProfile},
-    {"get", "KEY", 1, 1, "--profile", "print a value of a profile, e.g. DPIX or Stages/0/dpix", getValue},
+    {"get", "KEY|--list", 0, 1, "--profile --list", "print a value of a profile, e.g. DPIX or Stages/0/dpix", getValue},
     {"set", "KEY VALUE", 2, 2, "--profile", "change a value of a profile", setValue},
     {"macros list", "", 0, 0, "", "list the macros", listMacros},
     {"macros show", "MACRO", 1, 1, "", "print the events of a macro", showMacro},
     {"macros rename", "MACRO NAME", 2, 2, "", "rename a macro", renameMacro},
     {"macros delete", "MACRO", 1, 1, "", "delete a macro", deleteMacro},
-    {"macros export", "MACRO FILE", 2, 2, "", "write a macro to FILE.SkarnMacro", exportMacro},
+    {"macros export", "MACRO FILE|-", 2, 2, "", "write a macro to FILE.SkarnMacro", exportMacro},
     {"macros import", "FILE", 1, 1, "", "add the macro of a file", importMacro},
     {"assign", "CONTROL ACTION...", 2, any, "--profile --with --repeat --switch-back", "change what a control does",
      assign},
+    {"assignments", "", 0, 0, "--profile --keymap", "print what every control does", listAssignments},
+    {"keys", "", 0, 0, "", "print the name of every key", listKeys},
     {"monitor", "", 0, 0, "", "print what the engine tells, until SIGINT or SIGTERM", monitor},
     {"device plug", "wired|wireless", 1, 1, "", "plug the virtual mouse in", plugDevice},
     {"device unplug", "", 0, 0, "", "take the virtual mouse away", unplugDevice},
@@ -63,6 +69,54 @@ Outcome complaint(const Command& command, const CommandLine& line, std::size_t a
   return wrong("usage: vornctl " + usage + std::string(command.arguments));
 }
 
+// The one or two words of a command's name; the second may be empty.
+std::pair<std::string_view, std::string_view> wordsOf(const Command& command) {
+  const std::size_t blank = std::min(command.name.find(' '), command.name.size());
+  const std::string_view first = command.name.substr(0, blank);
+  return {first, blank == command.name.size() ? std::string_view() : command.name.substr(blank + 1)};
+}
+
+// How far the words are from the command's name; nothing where they are not near to it.
+std::optional<std::size_t> distanceTo(const Command& command, const Arguments& words) {
+  const auto [first, second] = wordsOf(command);
+  const bool isFirst = isNear(words[0], first);
+  if (second.empty()) return isFirst ? std::optional(distance(words[0], first)) : std::nullopt;
+  if (isFirst && words.size() > 1 && isNear(words[1], second)) {
+    return distance(words[0], first) + distance(words[1], second);
+  }
+  // "list profiles", or "list" alone.
+  if (words[0] != second) return std::nullopt;
+  return words.size() > 1 && isNear(words[1], first) ? 1 + distance(words[1], first) : 3;
+}
+
+// What may follow the first word of commands of two words.
+std::string followersOf(std::string_view word) {
+  Names followers;
+  std::string_view group;
+  for (const Command& command : table) {
+    const auto [first, second] = wordsOf(command);
+    if (second.empty() || !isNear(word, first)) continue;
+    group = first;
+    followers.emplace_back(second);
+  }
+  return followers.empty() ? "; --help lists them"
+                           : "; \"" + std::string(group) + "\" takes " + alternatives(followers);
+}
+
+Failure unknownCommand(const Arguments& words) {
+  Names nearest;
+  std::optional<std::size_t> least;
+  for (const Command& command : table) {
+    const auto each = distanceTo(command, words);
+    if (!each || (least && *each > *least)) continue;
+    if (!least || *each < *least) nearest.clear();
+    least = each;
+    nearest.emplace_back(command.name);
+  }
+  const std::string said = words.size() > 1 ? words[0] + " " + words[1] : words[0];
+  return wrong("unknown command \"" + said + "\"" + didYouMean(nearest, followersOf(words[0])));
+}
+
 }  // namespace
 
 std::span<const Command> commandTable() {
@@ -81,7 +135,7 @@ Result<Invocation> findCommand(const CommandLine& line) {
     if (auto failure = complaint(command, line, result.arguments.size())) return *failure;
     return result;
   }
-  return wrong("unknown command \"" + (pair.empty() ? words[0] : pair) + "\"; --help lists them");
+  return unknownCommand(words);
 }
 
 std::string helpText() {
@@ -92,18 +146,19 @@ std::string helpText() {
   constexpr std::size_t width = 42;
   for (const Command& command : table) {
     std::string left = "  " + std::string(command.name) + " " + std::string(command.arguments);
-    left.resize(std::max(left.size() + 1, width), ' ');
-    text += left + std::string(command.summary) + "\n";
+    text += padded(std::move(left), width) + std::string(command.summary) + "\n";
   }
   return text +
          "\n"
          "PROFILE and MACRO are a number, counted from 1, or a name. CONTROL is a number from 1 to 27, a name (Tab,\n"
-         "wheel-up) or an identifier (id:20). ACTION is one of\n"
+         "wheel-up) or an identifier (id:20). KEY of a keyboard is a name (F5) or a chord (ctrl+shift+k). ACTION is "
+         "one of\n"
          "  default | disable | button 1-8|double | scroll up|down | forward | backward\n"
          "  key KEY [--with MODIFIER]... | macro MACRO [--repeat 1-10|held|toggle] | profile PROFILE\n"
          "  keymap 1-8|cycle [--switch-back] | stage up|down | sensitivity on-the-fly|temporary | launch PATH\n"
          "\n"
-         "  --profile PROFILE  of get, set and assign: another profile than the active one\n"
+         "  --profile PROFILE  of get, set, assign and assignments: another profile than the active one\n"
+         "  --keymap 1-8       of assignments: another keymap than the one in force\n"
          "  --json             print JSON; positions count from 0 there\n"
          "  --timeout SECONDS  how long to wait for each answer (default: 5)\n"
          "  --help, --version  print and end\n"

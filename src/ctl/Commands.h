@@ -29,6 +29,8 @@ Outcome exportMacro(Context& context, const Arguments& arguments);
 Outcome importMacro(Context& context, const Arguments& arguments);
 
 Outcome assign(Context& context, const Arguments& arguments);
+Outcome listAssignments(Context& context, const Arguments& arguments);
+Outcome listKeys(Context& context, const Arguments& arguments);
 
 Outcome plugDevice(Context& context, const Arguments& arguments);
 Outcome unplugDevice(Context& context, const Arguments& arguments);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ctl/CommandLine.h"
@@ -11,18 +12,26 @@
 
 namespace vorn::ctl {
 
-// Standard output. What was printed is checked once, at the end.
+// Where everything that vornctl writes leaves it, but for what is fixed (--help, --version). What was printed is
+// checked once, at the end.
 class Output {
  public:
   explicit Output(bool isJson) : mIsJson(isJson) {}
 
   bool isJson() const { return mIsJson; }
-  // For people: one line, or several. Control characters from elsewhere are made harmless.
-  void line(const std::string& text);
+  // For people: one line, made printable (Text.h).
+  void line(std::string_view text);
   void json(const PropertyList& value);
   // One or the other, as --json says.
   void either(const std::string& text, const PropertyList& value) { mIsJson ? json(value) : line(text); }
+  // The lines, or the one value.
+  void either(const std::vector<std::string>& lines, const PropertyList& value);
+  // A file that goes to standard output; never to a terminal.
+  Outcome file(BytesView bytes);
   Outcome flush();
+
+  // To standard error: a line, or an object of JSON. Returns the exit status.
+  int failure(const Failure& failure);
 
  private:
   bool mIsJson;

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <iterator>
-#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "ctl/Commands.h"
 #include "ctl/Controls.h"
@@ -66,17 +66,23 @@ struct KeyOrButton {
   hid::Usage usage = 0;
 };
 
-std::optional<KeyOrButton> keyOrButton(const std::string& word) {
+// The keys of a chord in the order in which they go down, or one button.
+Result<std::vector<KeyOrButton>> keysOrButton(const std::string& word) {
   constexpr std::string_view prefix = "button:";
   if (word.starts_with(prefix)) {
     const auto number =
         numberOf(std::string_view(word).substr(prefix.size()), hid::primaryButton, hid::lastFurtherButton);
-    if (!number) return std::nullopt;
-    return KeyOrButton{hid::buttonPage, static_cast<hid::Usage>(*number)};
+    if (!number) return Failure{ExitStatus::Usage, "there is no key \"" + word + "\""};
+    return std::vector{KeyOrButton{hid::buttonPage, static_cast<hid::Usage>(*number)}};
   }
-  const auto usage = keyUsage(word);
-  if (!usage) return std::nullopt;
-  return KeyOrButton{hid::keyboardPage, *usage};
+  const auto chord = chordNamed(word);
+  if (!chord) return chord.failure();
+  std::vector<KeyOrButton> keys;
+  for (hid::Usage modifier = hid::firstModifier; modifier <= hid::lastModifier; ++modifier) {
+    if ((chord->modifiers & modifierBit(modifier)) != 0) keys.push_back({hid::keyboardPage, modifier});
+  }
+  if (chord->usage != 0) keys.push_back({hid::keyboardPage, chord->usage});
+  return keys;
 }
 
 // One event of the output: time, usage page, usage, value.
@@ -119,13 +125,18 @@ Outcome clickControl(Context& context, const Arguments& arguments) {
 }
 
 Outcome typeKey(Context& context, const Arguments& arguments) {
-  const auto key = keyOrButton(arguments[0]);
-  if (!key) return Failure{ExitStatus::Usage, "there is no key \"" + arguments[0] + "\""};
+  const auto keys = keysOrButton(arguments[0]);
+  if (!keys) return keys.failure();
+  std::vector<KeyOrButton> order = *keys;
   const bool isBoth = context.line.isPressOnly == context.line.isReleaseOnly;
   for (const bool isPressed : {true, false}) {
+    // What went down last comes up first.
+    if (!isPressed) std::reverse(order.begin(), order.end());
     if (!isBoth && isPressed != context.line.isPressOnly) continue;
-    if (auto failure = perform(context, methods::Type, {{"u", key->page}, {"u", key->usage}, {"b", isPressed}})) {
-      return failure;
+    for (const KeyOrButton& key : order) {
+      if (auto failure = perform(context, methods::Type, {{"u", key.page}, {"u", key.usage}, {"b", isPressed}})) {
+        return failure;
+      }
     }
   }
   return std::nullopt;

@@ -48,7 +48,8 @@ Outcome EngineClient::send(MessageID messageID, const PropertyList& body) {
   if (auto failure = connect()) return failure;
   const PropertyList request = body.with(requestKeys::ProductID, wiredProductID)
                                    .with(requestKeys::ResponseMsgPortName, mReplyPortName)
-                                   .with(requestKeys::SourceApp, vornctlIdentifier);
+                                   .with(requestKeys::SourceApp, vornctlIdentifier)
+                                   .with(requestKeys::IsVisitor, true);
   std::string error;
   const auto data = encodeBinaryPropertyList(request, &error);
   if (!data) return Failure{ExitStatus::Refused, "the request cannot be sent: " + error};

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -17,6 +18,25 @@ enum class ExitStatus : int {
   NoAnswer = 4,   // none in time
   FileError = 5,  // a file, or standard output, cannot be read or written, or holds something else
 };
+
+// The status as --json tells it; docs/vornctl.1 documents the words, which never change either.
+constexpr std::string_view wordOf(ExitStatus status) {
+  switch (status) {
+    case ExitStatus::Done:
+      break;
+    case ExitStatus::Refused:
+      return "refused";
+    case ExitStatus::Usage:
+      return "usage";
+    case ExitStatus::NoEngine:
+      return "no-engine";
+    case ExitStatus::NoAnswer:
+      return "no-answer";
+    case ExitStatus::FileError:
+      return "file";
+  }
+  return "done";
+}
 
 struct Failure {
   ExitStatus status = ExitStatus::Refused;

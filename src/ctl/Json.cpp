@@ -5,6 +5,9 @@
 #include <cmath>
 #include <string_view>
 
+#include "ctl/Text.h"
+#include "model/Utf8.h"
+
 namespace vorn::ctl {
 
 namespace {
@@ -13,19 +16,16 @@ constexpr std::string_view hexDigits = "0123456789abcdef";
 
 void appendText(std::string& json, std::string_view text) {
   json += '"';
-  for (const char character : text) {
-    const auto code = static_cast<unsigned char>(character);
-    if (character == '"' || character == '\\') {
-      (json += '\\') += character;
-    } else if (character == '\n') {
-      json += "\\n";
-    } else if (character == '\t') {
-      json += "\\t";
-    } else if (code < 0x20 || code == 0x7f) {
-      ((json += "\\u00") += hexDigits[code >> 4]) += hexDigits[code & 15];
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    if (next.code == U'"' || next.code == U'\\') {
+      (json += '\\') += text[0];
+    } else if (!next.isValid || isControlCharacter(next.code)) {
+      json += escapeOf(next.code);
     } else {
-      json += character;
+      json += text.substr(0, next.length);
     }
+    text.remove_prefix(next.length);
   }
   json += '"';
 }

@@ -96,7 +96,7 @@ Outcome deleteMacro(Context& context, const Arguments& arguments) {
 Outcome exportMacro(Context& context, const Arguments& arguments) {
   const auto chosen = choose(context, arguments[0]);
   if (!chosen) return chosen.failure();
-  return writeRecord(withExtension(arguments[1], RecordKind::Macro), chosen->macro(), RecordKind::Macro);
+  return exportRecord(context.output, arguments[1], chosen->macro(), RecordKind::Macro);
 }
 
 Outcome importMacro(Context& context, const Arguments& arguments) {

@@ -33,13 +33,6 @@ PropertyList shortened(const PropertyList& userInfo) {
   return userInfo.without(newsKeys::UpdatedKeymapProfile).with(keys::KeymapID, active[keys::KeymapID].toInt());
 }
 
-std::string oneLine(std::string text) {
-  for (char& character : text) {
-    if (character == '\n') character = ' ';
-  }
-  return text;
-}
-
 std::string lineOf(const Notification& notification) {
   const PropertyList information = shortened(notification.userInfo);
   std::string text = notification.name;
@@ -47,7 +40,7 @@ std::string lineOf(const Notification& notification) {
     text +=
         (index == 0 ? ": " : ", ") + std::string(information.keyAt(index)) + "=" + textOf(information.valueAt(index));
   }
-  return oneLine(text);
+  return text;
 }
 
 }  // namespace

@@ -118,7 +118,7 @@ Outcome deleteProfile(Context& context, const Arguments& arguments) {
 Outcome exportProfile(Context& context, const Arguments& arguments) {
   const auto chosen = choose(context, arguments[0]);
   if (!chosen) return chosen.failure();
-  return writeRecord(withExtension(arguments[1], RecordKind::Profile), chosen->profile(), RecordKind::Profile);
+  return exportRecord(context.output, arguments[1], chosen->profile(), RecordKind::Profile);
 }
 
 Outcome importProfile(Context& context, const Arguments& arguments) {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "ctl/Failure.h"
+#include "ctl/Context.h"
 #include "model/RecordFile.h"
 
 namespace vorn::ctl {
@@ -11,6 +11,8 @@ namespace vorn::ctl {
 // The path with the extension of the kind, unless it has it already.
 std::string withExtension(std::string path, RecordKind kind);
 
+// Writes the file, to standard output for the path "-".
+Outcome exportRecord(Output& output, const std::string& path, const PropertyList& record, RecordKind kind);
 Outcome writeRecord(const std::string& path, const PropertyList& record, RecordKind kind);
 Result<PropertyList> readRecord(const std::string& path, RecordKind kind);
 

@@ -2,7 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <utility>
+#include <vector>
 
+#include "ctl/Names.h"
 #include "ctl/Numbers.h"
 #include "model/SettingsKeys.h"
 
@@ -25,15 +28,22 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(lastReturnStatus
 
 Result<std::int64_t> positionNamed(const PropertyList& records, std::string_view nameKey, std::string_view noun,
                                    std::string_view word) {
-  const auto count = static_cast<std::int64_t>(records.size());
+  const std::string none = "there is no " + std::string(noun) + " \"" + std::string(word) + "\"";
   if (const auto number = numberOf(word)) {
-    if (*number >= 1 && *number <= count) return *number - 1;
-  } else {
-    for (std::int64_t position = 0; position < count; ++position) {
-      if (records.at(position)[nameKey].string() == word) return position;
-    }
+    if (*number >= 1 && std::cmp_less_equal(*number, records.size())) return *number - 1;
+    return Failure{ExitStatus::Refused, none};
   }
-  return Failure{ExitStatus::Refused, "there is no " + std::string(noun) + " \"" + std::string(word) + "\""};
+  Names names;
+  for (const PropertyList& record : records.elements()) names.emplace_back(record[nameKey].string());
+  const std::vector<std::size_t> positions = positionsNamed(names, word);
+  if (positions.size() == 1) return static_cast<std::int64_t>(positions.front());
+  if (positions.empty()) return Failure{ExitStatus::Refused, none + suggestion(names, word)};
+  Names candidates;
+  for (const std::size_t position : positions) {
+    candidates.push_back(std::to_string(position + 1) + " \"" + names[position] + "\"");
+  }
+  return Failure{ExitStatus::Refused, "\"" + std::string(word) + "\" may be " + std::string(noun) + " " +
+                                          alternatives(candidates) + "; give the number"};
 }
 
 }  // namespace

@@ -31,7 +31,8 @@ Outcome keepReferences(EngineClient& engine, const PropertyList& before, const P
 
 std::int64_t activeProfileID(const PropertyList& bundle);
 
-// The position (from 0) of the profile or macro with this number (from 1) or name. A word of digits is a number.
+// The position (from 0) of the profile or macro with this number (from 1) or name, in any case where that is one record
+// only. A word of digits is a number.
 Result<std::int64_t> profileNamed(const PropertyList& bundle, std::string_view word);
 Result<std::int64_t> macroNamed(const PropertyList& bundle, std::string_view word);
 // That of --profile, else the active one.

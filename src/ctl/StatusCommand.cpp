@@ -3,6 +3,7 @@
 #include "model/SettingsKeys.h"
 #include "ports/DistributedNotificationCenter.h"
 #include "protocol/DeviceStatus.h"
+#include "protocol/VirtualMouse.h"
 
 namespace vorn::ctl {
 
@@ -15,7 +16,9 @@ struct DeviceReport {
   PropertyList charging;
 
   bool isWhole() const { return !firmware.isNone() && !battery.isNone() && !charging.isNone(); }
-  bool isPresent() const { return battery[newsKeys::BatteryPercentLevel].toInt() != noBatteryLevel; }
+  bool hasBattery() const { return battery[newsKeys::BatteryPercentLevel].toInt() != noBatteryLevel; }
+  // An engine that does not tell the connection has told a battery of every mouse.
+  bool isPresent() const { return firmware.contains(newsKeys::IsDeviceWired) || hasBattery(); }
 
   void take(const PropertyList& information) {
     switch (static_cast<MessageID>(information[newsKeys::MessageID].toInt())) {
@@ -73,8 +76,12 @@ PropertyList summary(const PropertyList& bundle, const DeviceReport& report) {
   if (report.firmware[newsKeys::ReturnStatus].toInt() == 0) {
     result = result.with("firmware", report.firmware[newsKeys::FirmwareVersion].toString());
   }
-  return result.with("battery", report.battery[newsKeys::BatteryPercentLevel].toInt())
-      .with("charging", chargingName(report.charging));
+  if (report.firmware.contains(newsKeys::IsDeviceWired)) {
+    const bool isWired = report.firmware[newsKeys::IsDeviceWired].toBool();
+    result = result.with("connection", isWired ? virtualMouse::wired : virtualMouse::wireless);
+  }
+  if (report.hasBattery()) result = result.with("battery", report.battery[newsKeys::BatteryPercentLevel].toInt());
+  return result.with("charging", chargingName(report.charging));
 }
 
 std::string sensitivityText(const PropertyList& summary) {
@@ -84,23 +91,33 @@ std::string sensitivityText(const PropertyList& summary) {
   return (x == y ? x : x + " x " + y) + " DPI" + stage;
 }
 
-std::string textOf(const PropertyList& summary) {
+std::string mouseText(const PropertyList& summary) {
+  if (!summary["isPresent"].toBool()) return "absent";
+  const std::string_view connection = summary["connection"].string();
+  std::string text = "present, ";
+  if (connection == virtualMouse::wired) text += "on its cable, ";
+  if (connection == virtualMouse::wireless) text += "on its wireless receiver, ";
+  return text + "firmware " + (summary.contains("firmware") ? summary["firmware"].toString() : "unknown");
+}
+
+std::string batteryText(const PropertyList& summary) {
+  if (!summary.contains("battery")) return "not in use";
+  const bool isCharging = summary["charging"].string() == chargingWord(ChargingStatus::Charging);
+  return std::to_string(summary["battery"].toInt64()) + " %" + (isCharging ? ", charging" : "");
+}
+
+std::vector<std::string> linesOf(const PropertyList& summary) {
   const auto number = [&](std::string_view key, std::int64_t offset = 0) {
     return std::to_string(summary[key].toInt64() + offset);
   };
-  std::string text = "Engine:       running\n";
-  if (summary["isPresent"].toBool()) {
-    const std::string firmware = summary.contains("firmware") ? summary["firmware"].toString() : "unknown";
-    text += "Mouse:        present, firmware " + firmware + "\n";
-    text += "Battery:      " + number("battery") + " %" +
-            (summary["charging"].string() == chargingWord(ChargingStatus::Charging) ? ", charging" : "") + "\n";
-  } else {
-    text += "Mouse:        absent\n";
-  }
-  return text + "Profile:      " + std::to_string(summary["profile"]["id"].toInt64() + 1) + " \"" +
-         summary["profile"]["name"].toString() + "\" of " + number("profiles") + "\n" +
-         "Keymap:       " + number(keys::KeymapID, 1) + "\n" + "Sensitivity:  " + sensitivityText(summary) + "\n" +
-         "Polling rate: " + number(keys::PollingRate) + " Hz\n" + "Macros:       " + number("macros");
+  std::vector<std::string> lines = {"Engine:       running", "Mouse:        " + mouseText(summary)};
+  if (summary["isPresent"].toBool()) lines.push_back("Battery:      " + batteryText(summary));
+  lines.insert(lines.end(),
+               {"Profile:      " + std::to_string(summary["profile"]["id"].toInt64() + 1) + " \"" +
+                    summary["profile"]["name"].toString() + "\" of " + number("profiles"),
+                "Keymap:       " + number(keys::KeymapID, 1), "Sensitivity:  " + sensitivityText(summary),
+                "Polling rate: " + number(keys::PollingRate) + " Hz", "Macros:       " + number("macros")});
+  return lines;
 }
 
 }  // namespace
@@ -111,7 +128,7 @@ Outcome status(Context& context, const Arguments&) {
   const auto report = deviceReport(context.engine);
   if (!report) return report.failure();
   const PropertyList told = summary(*bundle, *report);
-  context.output.either(textOf(told), told);
+  context.output.either(linesOf(told), told);
   return std::nullopt;
 }
 

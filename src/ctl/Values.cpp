@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "ctl/Json.h"
+#include "ctl/Names.h"
 #include "ctl/Numbers.h"
 
 namespace vorn::ctl {
@@ -45,6 +46,16 @@ std::optional<double> realOf(std::string_view word) {
   return isWhole && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
+// The key of the dictionary that the word names; the word itself where none does.
+Result<std::string> keyNamed(const PropertyList& dictionary, const std::string& word) {
+  const std::vector<std::string_view> keys = dictionary.keys();
+  const Names names(keys.begin(), keys.end());
+  Names candidates;
+  for (const std::size_t position : positionsNamed(names, word)) candidates.push_back(names[position]);
+  if (candidates.size() < 2) return candidates.empty() ? word : candidates.front();
+  return Failure{ExitStatus::Refused, "\"" + word + "\" may be " + alternatives(candidates)};
+}
+
 Failure wrong(std::string_view word, std::string_view expected) {
   return {ExitStatus::Usage, std::string("\"").append(word).append("\" is not ").append(expected)};
 }
@@ -55,6 +66,22 @@ PropertyList valueAt(const PropertyList& container, std::string_view path) {
   PropertyList value = memberOf(container, headOf(path));
   for (auto rest = tailOf(path); rest; rest = tailOf(*rest)) value = memberOf(value, headOf(*rest));
   return value;
+}
+
+Result<std::string> resolvedPath(const PropertyList& container, std::string_view path) {
+  std::string resolved;
+  PropertyList place = container;
+  for (std::optional rest(path); rest; rest = tailOf(*rest)) {
+    std::string key(headOf(*rest));
+    if (place.isDictionary()) {
+      auto named = keyNamed(place, key);
+      if (!named) return named;
+      key = *named;
+    }
+    place = memberOf(place, key);
+    resolved += (resolved.empty() ? "" : "/") + key;
+  }
+  return resolved;
 }
 
 PropertyList withValueAt(const PropertyList& container, std::string_view path, const PropertyList& value) {

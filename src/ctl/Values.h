@@ -13,6 +13,10 @@ namespace vorn::ctl {
 // None where there is nothing.
 PropertyList valueAt(const PropertyList& container, std::string_view path);
 
+// The path with every key as it is written in the container, where the path names it in another case. What is not there
+// stays as it is; a failure for a key that is ambiguous.
+Result<std::string> resolvedPath(const PropertyList& container, std::string_view path);
+
 // The container with another value under the path, which exists.
 PropertyList withValueAt(const PropertyList& container, std::string_view path, const PropertyList& value);
 

@@ -10,15 +10,6 @@ namespace {
 
 using namespace vorn::ctl;
 
-int ended(const Failure& failure) {
-  std::string text = failure.text;
-  for (char& character : text) {
-    if ((character >= 0 && character < ' ') || character == '\x7f') character = '?';
-  }
-  std::fprintf(stderr, "vornctl: %s\n", text.c_str());
-  return static_cast<int>(failure.status);
-}
-
 int run(const CommandLine& line) {
   Output output(line.isJson);
   Outcome failure;
@@ -28,20 +19,21 @@ int run(const CommandLine& line) {
     std::puts("vornctl " SKARN_VERSION);
   } else {
     const auto invocation = findCommand(line);
-    if (!invocation) return ended(invocation.failure());
+    if (!invocation) return output.failure(invocation.failure());
     EngineClient engine(line.timeout);
     Context context{line, engine, output};
     failure = invocation->command->run(context, invocation->arguments);
   }
   if (!failure) failure = output.flush();
-  return failure ? ended(*failure) : 0;
+  return failure ? output.failure(*failure) : 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
-  const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
-  const auto line = parseCommandLine(arguments.empty() ? arguments : arguments.subspan(1));
-  return line ? run(*line) : ended(line.failure());
+  const std::span<const char* const> all(argv, static_cast<std::size_t>(argc));
+  const auto arguments = all.empty() ? all : all.subspan(1);
+  const auto line = parseCommandLine(arguments);
+  return line ? run(*line) : Output(isJsonWanted(arguments)).failure(line.failure());
 }

@@ -76,19 +76,23 @@ std::string textOf(const SettingRange& range) {
   return std::to_string(range.minimum) + " to " + std::to_string(range.maximum);
 }
 
-std::string_view textOf(SettingUnit unit) {
-  switch (unit) {
-    case SettingUnit::None:
-      return "";
-    case SettingUnit::Dpi:
-      return " DPI";
-    case SettingUnit::Hertz:
-      return " Hz";
-  }
-  return "";
+std::string spaced(std::string_view unit) {
+  return unit.empty() ? std::string() : " " + std::string(unit);
 }
 
 }  // namespace
+
+std::string_view unitWord(SettingUnit unit) {
+  switch (unit) {
+    case SettingUnit::None:
+      break;
+    case SettingUnit::Dpi:
+      return "DPI";
+    case SettingUnit::Hertz:
+      return "Hz";
+  }
+  return "";
+}
 
 std::string expectation(const ProfileKey& setting) {
   switch (setting.type) {
@@ -96,7 +100,7 @@ std::string expectation(const ProfileKey& setting) {
       return "a text";
     case SettingType::Integer:
     case SettingType::Flag:
-      return ("a whole number from " + textOf(setting.range)).append(textOf(setting.unit));
+      return ("a whole number from " + textOf(setting.range)).append(spaced(unitWord(setting.unit)));
     case SettingType::Dictionary:
       return "a dictionary";
     case SettingType::Array:
@@ -105,7 +109,7 @@ std::string expectation(const ProfileKey& setting) {
       return "an array of " + textOf(setting.range) + " keymaps";
     case SettingType::Stages:
       return ("an array of " + textOf(setting.range) + " stages from " + textOf(setting.elements))
-          .append(textOf(setting.unit));
+          .append(spaced(unitWord(setting.unit)));
     case SettingType::Colors:
       return "an array of colours with components from " + textOf(setting.elements);
   }

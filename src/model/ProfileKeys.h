@@ -97,6 +97,8 @@ inline constexpr std::array<ProfileKey, 27> profileKeys = {{
 const ProfileKey* profileKeyOf(std::string_view key);
 // Whether the engine takes the value under this key. Of assignments it looks at more (rules of the engine).
 bool fits(const ProfileKey& setting, const PropertyList& value);
+// "DPI", "Hz" or empty.
+std::string_view unitWord(SettingUnit unit);
 // What a value must be, in English, for the end of a sentence: "a whole number from 100 to 5600 DPI".
 std::string expectation(const ProfileKey& setting);
 

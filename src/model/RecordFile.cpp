@@ -39,10 +39,15 @@ RecordFileContents readRecordFile(const std::string& path, RecordKind kind) {
   return {withoutPosition(*record, kind), std::nullopt};
 }
 
+std::optional<Bytes> recordFileBytes(const PropertyList& record, RecordKind kind, RecordFileProblem& problem) {
+  problem = {Kind::Encoding, "there is no record"};
+  return record.isNone() ? std::nullopt : encodeBinaryPropertyList(withoutPosition(record, kind), &problem.reason);
+}
+
 std::optional<RecordFileProblem> writeRecordFile(const std::string& path, const PropertyList& record, RecordKind kind) {
-  std::string reason;
-  const auto bytes = record.isNone() ? std::nullopt : encodeBinaryPropertyList(withoutPosition(record, kind), &reason);
-  if (!bytes) return RecordFileProblem{Kind::Encoding, reason.empty() ? "there is no record" : reason};
+  RecordFileProblem problem{};
+  const auto bytes = recordFileBytes(record, kind, problem);
+  if (!bytes) return problem;
   if (const std::error_code error = writeRegularFile(path, *bytes)) return fileProblem(error);
   return std::nullopt;
 }

@@ -38,6 +38,10 @@ std::string_view recordFileExtension(RecordKind kind);
 // Reads a regular file of either property-list encoding. Nothing here crashes or hangs, whatever lies under the path.
 RecordFileContents readRecordFile(const std::string& path, RecordKind kind);
 
+// The bytes of such a file: a binary property list, a macro without its "macroID". Nothing, with the problem, for a
+// record that cannot be put into one.
+std::optional<Bytes> recordFileBytes(const PropertyList& record, RecordKind kind, RecordFileProblem& problem);
+
 // Writes the record, a macro without its "macroID", as a binary property list: the whole file or, on failure, nothing.
 std::optional<RecordFileProblem> writeRecordFile(const std::string& path, const PropertyList& record, RecordKind kind);
 

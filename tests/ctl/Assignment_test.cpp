@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "model/SettingsKeys.h"
+#include "support/TemporaryFolder.h"
 
 namespace vorn::ctl {
 namespace {
@@ -57,13 +61,32 @@ TEST(AssignmentTest, BecomesAnAssignmentRecord) {
       {{"1", "backward"}, record(14)},
       {{"1", "sensitivity", "on-the-fly"}, record(15)},
       {{"1", "sensitivity", "temporary"}, record(49)},
-      {{"1", "launch", "/usr/./bin"}, record(46, "/usr/bin", "")},
+      {{"1", "key", "ctrl+shift+k"}, record(16, 14, 3)},
+      {{"1", "key", "ctrl+a", "--with", "Right-Command"}, record(16, 4, 129)},
+      {{"1", "macro", "jump"}, record(10, 0, 1)},
   };
   for (const auto& [words, expected] : table) {
     const auto made = action(words);
     ASSERT_TRUE(made) << made.failure().text;
     EXPECT_EQ(*made, expected) << words[1];
   }
+}
+
+TEST(AssignmentTest, LaunchesWhatTheEngineCanLaunch) {
+  const engine::test::TemporaryFolder folder;
+  const auto launch = [&](const std::string& name) { return action({"1", "launch", folder.path(name).c_str()}); };
+  std::ofstream(folder.path("Editor.desktop")) << "[Desktop Entry]\nType=Application\nExec=editor\n";
+  std::ofstream(folder.path("Empty.desktop"));
+  std::filesystem::create_directories(folder.path("Empty.app"));
+  std::filesystem::create_directories(folder.path("Mac.app/Contents"));
+  std::ofstream(folder.path("Mac.app/Contents/Info.plist"))
+      << "<plist version=\"1.0\"><dict><key>CFBundleExecutable</key><string>mac</string></dict></plist>";
+  for (const char* name : {"Editor.desktop", "Mac.app", "./Mac.app"}) {
+    const auto made = launch(name);
+    ASSERT_TRUE(made) << made.failure().text;
+    EXPECT_EQ(*made, record(46, std::filesystem::path(folder.path(name)).lexically_normal().string(), ""));
+  }
+  for (const char* name : {"Empty.desktop", "Empty.app"}) EXPECT_FALSE(launch(name)) << name;
 }
 
 TEST(AssignmentTest, IsRefusedWithTheReason) {
@@ -74,8 +97,8 @@ TEST(AssignmentTest, IsRefusedWithTheReason) {
   };
   const Row table[] = {
       {{"1", "frob"}, ExitStatus::Usage, "unknown action \"frob\"; --help lists them"},
-      {{"1", "key"}, ExitStatus::Usage, "unknown action \"key\"; --help lists them"},
-      {{"1", "default", "x"}, ExitStatus::Usage, "unknown action \"default x\"; --help lists them"},
+      {{"1", "key"}, ExitStatus::Usage, "key takes one word"},
+      {{"1", "default", "x"}, ExitStatus::Usage, "default takes no words"},
       {{"1", "scroll", "left"}, ExitStatus::Usage, "unknown action \"scroll left\"; --help lists them"},
       {{"1", "key", "Frob"}, ExitStatus::Usage, "there is no key \"Frob\""},
       {{"1", "key", "A", "--with", "B"}, ExitStatus::Usage, "there is no modifier \"B\""},
@@ -83,14 +106,22 @@ TEST(AssignmentTest, IsRefusedWithTheReason) {
       {{"1", "key", "A", "--repeat", "2"}, ExitStatus::Usage, "key takes no option --repeat"},
       {{"1", "macro", "1", "--repeat", "11"}, ExitStatus::Usage, "--repeat takes 1 to 10, held or toggle"},
       {{"18", "macro", "1", "--repeat", "held"}, ExitStatus::Usage, "the wheel repeats a macro 1 to 10 times"},
-      {{"1", "macro", "jump"}, ExitStatus::Refused, "there is no macro \"jump\""},
+      {{"1", "macro", "jmp"}, ExitStatus::Refused, "there is no macro \"jmp\"; did you mean \"Jump\"?"},
       {{"1", "macro", "7"}, ExitStatus::Refused, "there is no macro \"7\""},
       {{"1", "profile", "3"}, ExitStatus::Refused, "there is no profile \"3\""},
       {{"1", "keymap", "9"}, ExitStatus::Usage, "keymap takes 1 to 8 or cycle"},
       {{"1", "keymap", "cycle", "--switch-back"}, ExitStatus::Usage, "keymap cycle cannot switch back"},
       {{"19", "keymap", "2", "--switch-back"}, ExitStatus::Usage, "the wheel cannot switch back"},
       {{"1", "button", "9"}, ExitStatus::Usage, "button takes 1 to 8 or double"},
-      {{"1", "launch", "/nonexistent"}, ExitStatus::FileError, "/nonexistent: no such application"},
+      {{"1", "scrol", "up"}, ExitStatus::Usage, "unknown action \"scrol up\"; did you mean \"scroll up\"?"},
+      {{"1", "launch", "/nonexistent"},
+       ExitStatus::FileError,
+       "/nonexistent: no such application; launch takes an application folder NAME.app or a file NAME.desktop"},
+      {{"1", "launch", "/bin/ls"},
+       ExitStatus::FileError,
+       "/bin/ls: neither an application bundle nor a desktop entry; launch takes an application folder NAME.app or a "
+       "file "
+       "NAME.desktop"},
   };
   for (const Row& row : table) {
     const auto made = action(row.words);

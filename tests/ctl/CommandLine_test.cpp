@@ -48,7 +48,9 @@ TEST(CommandLineTest, TellsWhatIsWrong) {
   const std::pair<Words, std::string> table[] = {
       {{}, "no command; --help lists them"},
       {{"frob"}, "unknown command \"frob\"; --help lists them"},
-      {{"profiles", "frob"}, "unknown command \"profiles frob\"; --help lists them"},
+      {{"profiles", "frob"},
+       "unknown command \"profiles frob\"; \"profiles\" takes list, switch, add, copy, rename, delete, export or "
+       "import"},
       {{"--frob"}, "unknown option --frob"},
       {{"--json=1"}, "unknown option --json=1"},
       {{"get", "DPIX", "--profile"}, "--profile needs a value"},
@@ -58,7 +60,7 @@ TEST(CommandLineTest, TellsWhatIsWrong) {
       {{"status", "--timeout", "5s"}, "--timeout cannot be \"5s\""},
       {{"status", "--timeout", "1e9"}, "--timeout cannot be \"1e9\""},
       {{"status", "now"}, "usage: vornctl status"},
-      {{"get"}, "usage: vornctl get KEY"},
+      {{"set"}, "usage: vornctl set KEY VALUE"},
       {{"profiles", "copy"}, "usage: vornctl profiles copy PROFILE [NAME]"},
       {{"profiles", "copy", "1", "A", "B"}, "usage: vornctl profiles copy PROFILE [NAME]"},
       {{"assign", "1"}, "usage: vornctl assign CONTROL ACTION..."},

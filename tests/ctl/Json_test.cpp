@@ -20,5 +20,9 @@ TEST(JsonTest, WritesEveryKindOfValue) {
                            R"("b \"\\\n\t\u0001\u007f":"grün","c":"00abff","d":1.5,"e":7,"f":[{},[]],"g":null})");
 }
 
+TEST(JsonTest, EscapesWhatATerminalMustNotGet) {
+  EXPECT_EQ(jsonOf(PropertyList("\u0085\u009b\u202e\u2069 \x9b \"\\")), R"("\u0085\u009b\u202e\u2069 \ufffd \"\\")");
+}
+
 }  // namespace
 }  // namespace vorn::ctl

@@ -64,5 +64,16 @@ TEST(ValuesTest, AreShownAsTextOrJson) {
   EXPECT_EQ(textOf(PropertyList::array({1, "b"})), R"([1,"b"])");
 }
 
+TEST(ValuesTest, AreFoundInAnyCaseOfTheirKeys) {
+  const auto stage = PropertyList::dictionary({{"dpix", 1}});
+  const auto profile = PropertyList::dictionary(
+      {{"DPIX", 1}, {"Stages", PropertyList::array({stage})}, {"twin", 1}, {"Twin", 2}, {"TWIN", 3}});
+  EXPECT_EQ(*resolvedPath(profile, "dpix"), "DPIX");
+  EXPECT_EQ(*resolvedPath(profile, "stages/0/DPIX"), "Stages/0/dpix");
+  EXPECT_EQ(*resolvedPath(profile, "Twin"), "Twin");
+  EXPECT_EQ(*resolvedPath(profile, "Nope/1"), "Nope/1");
+  EXPECT_EQ(resolvedPath(profile, "tWIN").failure().text, "\"tWIN\" may be TWIN, Twin or twin");
+}
+
 }  // namespace
 }  // namespace vorn::ctl

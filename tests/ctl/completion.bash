@@ -17,7 +17,7 @@ expect() {
   fi
 }
 
-expect 'status profiles get set macros assign monitor device' ''
+expect 'status profiles get set macros assign assignments keys monitor device' ''
 expect 'profiles' pro
 expect 'export' profiles e
 expect 'key keymap' assign 1 ke
@@ -25,6 +25,11 @@ expect 'key keymap' --json --timeout 5 assign --profile 2 1 ke
 expect '1 2 3 4 5 6 7 8 cycle' assign 1 keymap ''
 expect 'up down' assign 1 stage ''
 expect 'Control Command' assign 1 key A --with Co
+expect 'ctrl+' assign 1 key ct
+expect 'ctrl+shift+' assign 1 key ctrl+sh
+expect 'alt+cmd+' device type alt+cm
+expect '3' assignments --keymap 3
+expect '--list' get --li
 expect 'held' assign 1 macro 1 --repeat h
 expect 'battery charging none usual' device charging ''
 expect 'stage-up stage-down' device press stage

@@ -1,5 +1,9 @@
 // How vornctl ends when something is wrong.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
 
 #include "ctl/VornCtl.h"
 #include "model/PropertyList.h"
@@ -39,6 +43,49 @@ TEST_F(VornCtlFailuresTest, OfTheCommandLineEndWith2WithoutAnEngine) {
   expectFailure({"device", "type", "button:10"}, 2, "there is no key \"button:10\"");
   expectFailure({"device", "battery", "101"}, 2, "device battery takes a percentage from 0 to 100");
   expectFailure({"device", "charging", "full"}, 2, "device charging takes battery, charging, none or usual");
+}
+
+TEST_F(VornCtlFailuresTest, NameTheCommandsThatAreNear) {
+  const std::pair<Words, const char*> table[] = {
+      {{"profile", "list"}, R"("profile list"; did you mean "profiles list"?)"},
+      {{"profiles", "lsit"}, R"("profiles lsit"; did you mean "profiles list"?)"},
+      {{"list", "macros"}, R"("list macros"; did you mean "macros list"?)"},
+      {{"export"}, R"("export"; did you mean "profiles export" or "macros export"?)"},
+      {{"stauts"}, R"("stauts"; did you mean "status"?)"},
+      {{"macro"}, R"("macro"; "macros" takes list, show, rename, delete, export or import)"},
+      {{"macros", "frobnicate"}, R"("macros frobnicate"; "macros" takes list, show, rename, delete, export or import)"},
+      {{"frobnicate"}, R"("frobnicate"; --help lists them)"},
+  };
+  for (const auto& [words, text] : table) expectFailure(words, 2, "unknown command " + std::string(text));
+}
+
+TEST_F(VornCtlFailuresTest, AreObjectsOfJSONWhereThatIsWanted) {
+  const std::pair<Words, std::string> table[] = {
+      {{"--json", "frob\nnicate"},
+       R"({"error":"usage","message":"unknown command \"frob\nnicate\"; --help lists them","status":2})"},
+      {{"status", "--frob", "--json"}, R"({"error":"usage","message":"unknown option --frob","status":2})"},
+      {{"status", "--json"}, R"({"error":"no-engine","message":"no core engine runs in this session","status":3})"},
+      {{"--json", "profiles", "import", "/nonexistent"},
+       R"({"error":"file","message":"/nonexistent: No such file or directory","status":5})"},
+  };
+  for (const auto& [words, expected] : table) {
+    const Ended run = runVornCtl(words);
+    EXPECT_EQ(run.output, expected + "\n");
+    EXPECT_EQ(run.status, expected.at(expected.size() - 2) - '0');
+  }
+  const Ended plain = runVornCtl({"status", "--frob", "--", "--json"});
+  EXPECT_EQ(plain.output, "vornctl: unknown option --frob\n");
+}
+
+TEST_F(VornCtlFailuresTest, ToWaitOrToGetThroughAreObjectsOfJSONToo) {
+  FakeEngineProcess engine({"on 4 silent"});
+  EXPECT_EQ(runVornCtl({"profiles", "list", "--timeout", "0.05", "--json"}).output,
+            R"({"error":"no-answer","message":"the engine does not answer in time","status":4})"
+            "\n");
+  ASSERT_TRUE(engine.obey("on 4 reply " + answer.path()));
+  EXPECT_EQ(runVornCtl({"get", "Nope", "--json"}).output,
+            R"({"error":"refused","message":"the profile has no value \"Nope\"","status":1})"
+            "\n");
 }
 
 TEST_F(VornCtlFailuresTest, ToFindAnEngineOrABusEndWith3) {
@@ -99,9 +146,13 @@ TEST_F(VornCtlFailuresTest, InWhatIsNamedEndWith1Or2) {
   FakeEngineProcess engine({"on 4 reply " + answer.path()});
   expectFailure({"profiles", "switch", "2"}, 1, "there is no profile \"2\"");
   expectFailure({"profiles", "switch", "0"}, 1, "there is no profile \"0\"");
-  expectFailure({"profiles", "delete", "Two\nlines"}, 1, "there is no profile \"Two?lines\"");
+  expectFailure({"profiles", "delete", "Two\nlines"}, 1, "there is no profile \"Two\\nlines\"");
   expectFailure({"get", "DPIX", "--profile", "Two"}, 1, "there is no profile \"Two\"");
   expectFailure({"get", "Nope"}, 1, "the profile has no value \"Nope\"");
+  expectFailure({"get", "DPI"}, 1, "the profile has no value \"DPI\"; did you mean \"DPIX\"?");
+  expectFailure({"get"}, 2, "get takes either KEY or --list");
+  expectFailure({"get", "DPIX", "--list"}, 2, "get takes either KEY or --list");
+  expectFailure({"assignments", "--keymap", "9"}, 2, "--keymap takes 1 to 8");
   expectFailure({"profiles", "add", ""}, 2, "a profile needs a name");
   expectFailure({"profiles", "rename", "1", ""}, 2, "a profile needs a name");
   expectFailure({"macros", "show", "1"}, 1, "there is no macro \"1\"");
@@ -118,6 +169,18 @@ TEST_F(VornCtlFailuresTest, WithFilesEndWith5) {
   const std::string full = "exec \"$0\" --help > /dev/full";
   vorn::test::ChildProcess process({"/bin/sh", "-c", full, VORNCTL_PROGRAM});
   EXPECT_EQ(process.waitForEnd(), 5);
+}
+
+TEST_F(VornCtlFailuresTest, KeepARecordFromATerminal) {
+  FakeEngineProcess engine({"on 4 reply " + answer.path()});
+  const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_TRUE(::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0);
+  vorn::test::ChildProcess process(
+      {"/bin/sh", "-c", "exec \"$0\" profiles export 1 - 2>&1 1> \"$1\"", VORNCTL_PROGRAM, ::ptsname(terminal)});
+  EXPECT_EQ(process.waitForLine([](const std::string&) { return true; }),
+            "vornctl: standard output is a terminal; send it to a file or a program");
+  EXPECT_EQ(process.waitForEnd(), 5);
+  ::close(terminal);
 }
 
 TEST_F(VornCtlFailuresTest, AreNoneForHelpAndVersion) {

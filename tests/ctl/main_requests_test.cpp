@@ -1,6 +1,7 @@
 // What vornctl asks of an engine, request by request.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "ctl/Assignment.h"
@@ -71,7 +72,9 @@ class VornCtlRequestsTest : public testing::Test {
       EXPECT_EQ(request.body["ProductID"], PropertyList(273));
       EXPECT_EQ(request.body["ResponseMsgPortName"], PropertyList("VornCtlReplyPort" + std::to_string(run.id)));
       EXPECT_EQ(request.body["Source App"], PropertyList("org.vorn.vornctl"));
+      EXPECT_EQ(request.body["IsVisitor"], PropertyList(true));
       request.body = request.body.without("ProductID").without("ResponseMsgPortName").without("Source App");
+      request.body = request.body.without("IsVisitor");
       if (request.messageID == 4) {
         EXPECT_EQ(request.body, dictionary({}));
       } else {
@@ -136,6 +139,66 @@ TEST_F(VornCtlRequestsTest, GetAndSetValues) {
   EXPECT_EQ(output, "");
   EXPECT_EQ(requestsOf({"set", "Stages/0/dpiy", "900", "--profile", "One"}),
             update(0, dictionary({{"Stages", PropertyList::array({dictionary({{"dpix", 400}, {"dpiy", 900}})})}})));
+}
+
+TEST_F(VornCtlRequestsTest, FindNamesAndKeysInAnyCase) {
+  EXPECT_EQ(requestsOf({"profiles", "switch", "two"}), (Expected{{10, dictionary({{"ProfileID", 1}})}}));
+  EXPECT_EQ(requestsOf({"get", "stages/0/DPIY", "--profile", "ONE"}), Expected());
+  EXPECT_EQ(output, "500\n");
+  EXPECT_EQ(requestsOf({"set", "dpix", "900"}), update(1, dictionary({{"DPIX", 900}})));
+}
+
+TEST_F(VornCtlRequestsTest, AskWhichOfTwoNamesIsMeant) {
+  const PropertyList twins = bundle.with("Macros", PropertyList::array({macro("Jump", 0), macro("JUMP", 1)}));
+  const PropertyListFile twinSettings{dictionary({{"AllDevSettings", twins}, {"ReturnStatus", 0}})};
+  ASSERT_TRUE(engine.obey("on 4 reply " + twinSettings.path()));
+  EXPECT_EQ(requestsOf({"macros", "delete", "JUMP"}).front().body, dictionary({{"macroID", 1}}));
+  const Ended run = runVornCtl({"macros", "delete", "jump"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.output, "vornctl: \"jump\" may be macro 1 \"Jump\" or 2 \"JUMP\"; give the number\n");
+}
+
+TEST_F(VornCtlRequestsTest, NeverGiveNamesToTheTerminalAsTheyAre) {
+  const std::string name = "A\n* 2  B\x1b]0;x\u009b\u202e";
+  const PropertyList hostile = bundle.with("Profiles", PropertyList::array({profile(name, 0)}));
+  const PropertyListFile hostileSettings{dictionary(
+      {{"AllDevSettings", hostile.with("DeviceSettings", PropertyList::dictionary())}, {"ReturnStatus", 0}})};
+  ASSERT_TRUE(engine.obey("on 4 reply " + hostileSettings.path()));
+  const std::string shown = R"(A\n* 2  B\u001b]0;x\u009b\u202e)";
+  requestsOf({"profiles", "list"});
+  EXPECT_EQ(output, "* 1  " + shown + "\n");
+  requestsOf({"get", "profilename"});
+  EXPECT_EQ(output, shown + "\n");
+  requestsOf({"profiles", "list", "--json"});
+  EXPECT_EQ(output, "[{\"id\":0,\"isActive\":true,\"name\":\"" + shown + "\"}]\n");
+  EXPECT_EQ(runVornCtl({"profiles", "switch", name + "B"}).output,
+            "vornctl: there is no profile \"" + shown + "B\"; did you mean \"" + shown + "\"?\n");
+}
+
+TEST_F(VornCtlRequestsTest, ExportToStandardOutputTheRecordAlone) {
+  const auto exported = [&](const Words& words) {
+    const std::string path = folder.path("out.plist");
+    Words commandLine = {"/bin/sh", "-c", "path=$1; shift; exec \"$0\" \"$@\" > \"$path\"", VORNCTL_PROGRAM, path};
+    commandLine.insert(commandLine.end(), words.begin(), words.end());
+    vorn::test::ChildProcess process(commandLine);
+    EXPECT_EQ(process.waitForEnd(), 0);
+    return path;
+  };
+  EXPECT_EQ(*readRecord(exported({"profiles", "export", "2", "-"}), RecordKind::Profile), profile("Two", 1));
+  EXPECT_EQ(*readRecord(exported({"macros", "export", "Jump", "-", "--json"}), RecordKind::Macro),
+            macro("Jump", 0).without("macroID"));
+}
+
+TEST_F(VornCtlRequestsTest, ListWhatEveryControlDoes) {
+  EXPECT_EQ(requestsOf({"assignments"}), Expected());
+  EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 27);
+  EXPECT_EQ(output.find(" 1  Tab          macro \"Run\"\n 2  Q            default\n"), 0U) << output;
+  EXPECT_NE(output.find("\n17  Wheel        profile \"Two\"\n"), std::string::npos) << output;
+  EXPECT_EQ(requestsOf({"assignments", "--profile", "One", "--keymap", "2", "--json"}), Expected());
+  EXPECT_EQ(output.find(R"([{"action":"macro \"Run\"","command":10,"control":"Tab","identifier":"43","number":1,)"
+                        R"("param1":1,"param2":1},)"),
+            0U)
+      << output;
 }
 
 TEST_F(VornCtlRequestsTest, RenameDeleteExportAndImportMacros) {

@@ -1,10 +1,13 @@
 // vornctl with the real engine.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 
+#include "ctl/EngineClient.h"
 #include "ctl/RecordFile.h"
 #include "ctl/VornCtl.h"
+#include "model/ProfileKeys.h"
 #include "model/PropertyList.h"
 #include "support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
@@ -13,6 +16,15 @@ namespace vorn::ctl::test {
 namespace {
 
 using vorn::test::ChildProcess;
+
+// A client for which the engine catches keys.
+class CaptureOfAnother {
+ public:
+  CaptureOfAnother() { EXPECT_TRUE(mEngine.request(MessageID::StartSingleKeyRecording)); }
+
+ private:
+  EngineClient mEngine{std::chrono::seconds(20)};
+};
 
 class VornCtlSessionTest : public testing::Test {
  protected:
@@ -46,13 +58,21 @@ TEST_F(VornCtlSessionTest, TellsTheStateOfEngineAndMouse) {
   done({"device", "firmware", "2.5"});
   EXPECT_EQ(outputOf({"status"}),
             "Engine:       running\n"
-            "Mouse:        present, firmware 2.5\n"
+            "Mouse:        present, on its cable, firmware 2.5\n"
             "Battery:      60 %, charging\n"
             "Profile:      1 \"Default\" of 1\n"
             "Keymap:       1\n"
             "Sensitivity:  900 DPI, stage 2\n"
             "Polling rate: 1000 Hz\n"
             "Macros:       0\n");
+  done({"device", "plug", "wireless"});
+  EXPECT_NE(
+      outputOf({"status"}).find("Mouse:        present, on its wireless receiver, firmware 2.5\nBattery:      60 %\n"),
+      std::string::npos);
+  EXPECT_NE(outputOf({"status", "--json"}).find(R"("connection":"wireless")"), std::string::npos);
+  done({"device", "battery", "100"});
+  done({"device", "plug", "wired"});
+  EXPECT_NE(outputOf({"status"}).find("Battery:      not in use\n"), std::string::npos);
   done({"device", "unplug"});
   EXPECT_EQ(outputOf({"status", "--json"}),
             R"({"DPIX":900,"DPIY":900,"KeymapID":0,"PollingRate":1000,"StageValue":1,"isPresent":false,"macros":0,)"
@@ -120,6 +140,40 @@ TEST_F(VornCtlSessionTest, WorksTheVirtualMouse) {
   const Ended run = runVornCtl({"device", "press", "3"});
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.output, "vornctl: The mouse is not plugged in\n");
+}
+
+TEST_F(VornCtlSessionTest, AsksOfTheMouseWhatNobodyElseHears) {
+  ChildProcess monitor(vornctlCommandLine({"monitor"}));
+  EXPECT_TRUE(prints(monitor, "listening"));
+  outputOf({"status"});
+  done({"set", "ProfileOSDOn", "0"});
+  const auto next = monitor.waitForLine([](const std::string&) { return true; });
+  EXPECT_EQ(next, "Profile Updated 273: Profile Name=Default, Source App=org.vorn.vornctl");
+}
+
+TEST_F(VornCtlSessionTest, ListsSettingsAndKeysWithoutAnEngine) {
+  engine.signal(SIGTERM);
+  engine.waitForEnd();
+  const std::string settings = outputOf({"get", "--list"});
+  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), static_cast<std::ptrdiff_t>(profileKeys.size()));
+  EXPECT_NE(settings.find("\nDPIX                  profile  a whole number from 100 to 5600 DPI\n"), std::string::npos);
+  EXPECT_NE(settings.find("\nPollingRate           device   a whole number from 125 to 1000 Hz\n"), std::string::npos);
+  EXPECT_NE(outputOf({"get", "--list", "--json"})
+                .find(R"({"key":"DPIX","maximum":5600,"minimum":100,"scope":"profile",)"
+                      R"("takes":"a whole number from 100 to 5600 DPI","type":"integer","unit":"DPI"})"),
+            std::string::npos);
+  EXPECT_EQ(outputOf({"keys"}).find("A\nB\n"), 0U);
+  EXPECT_EQ(outputOf({"keys", "--json"}).find(R"([{"name":"A","usage":4},)"), 0U);
+}
+
+TEST_F(VornCtlSessionTest, TypesAChordInTheOrderOfFingers) {
+  ChildProcess monitor(vornctlCommandLine({"monitor"}));
+  EXPECT_TRUE(prints(monitor, "listening"));
+  CaptureOfAnother capture;
+  done({"device", "type", "ctrl+shift+k"});
+  EXPECT_TRUE(prints(monitor, "SingleKeyEvent273: singleKey=0, singleKeyModif=1"));
+  EXPECT_TRUE(prints(monitor, "SingleKeyEvent273: singleKey=0, singleKeyModif=3"));
+  EXPECT_TRUE(prints(monitor, "SingleKeyEvent273: singleKey=14, singleKeyModif=3"));
 }
 
 TEST_F(VornCtlSessionTest, FollowsTheNewsUntilItIsInterrupted) {

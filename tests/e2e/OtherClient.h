@@ -20,6 +20,12 @@ class OtherClient {
     mLink.emptySlot();
     return answer;
   }
+  // A request that has no answer on the port.
+  void tell(vorn::MessageID messageID) {
+    mLink.send(vorn::PropertyList::dictionary({{vorn::requestKeys::ProductID, vorn::wiredProductID},
+                                               {vorn::requestKeys::ResponseMsgPortName, portName}}),
+               messageID);
+  }
   vorn::PropertyList bundle() {
     return ask(vorn::MessageID::GetAllSettings, vorn::PropertyList::dictionary())[vorn::replyKeys::AllDevSettings];
   }
