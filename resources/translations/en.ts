@@ -1114,16 +1114,16 @@ For this profile, set the brightness to Off.</translation>
         <translation>Restore Defaults…</translation>
     </message>
     <message id="lkeyRestoreDefaultDesc">
-        <source>Assignments, sensitivity, lighting and power settings of the active profile go back to the factory state. The profile keeps its name; other profiles and your macros are not touched.</source>
-        <translation>Assignments, sensitivity, lighting and power settings of the active profile go back to the factory state. The profile keeps its name; other profiles and your macros are not touched.</translation>
+        <source>Assignments, sensitivity and lighting of the active profile go back to the factory state, and its application is removed. So do the polling rate and the power settings, which are the same for all profiles. The profile keeps its name; everything else of the other profiles and your macros stay as they are.</source>
+        <translation>Assignments, sensitivity and lighting of the active profile go back to the factory state, and its application is removed. So do the polling rate and the power settings, which are the same for all profiles. The profile keeps its name; everything else of the other profiles and your macros stay as they are.</translation>
     </message>
     <message id="lkeyRestoreDefaultTitle">
         <source>Restore the factory settings?</source>
         <translation>Restore the factory settings?</translation>
     </message>
     <message id="lkeyRestoreNote">
-        <source>Gives this profile its factory settings. It keeps its name; other profiles and the macros stay as they are.</source>
-        <translation>Gives this profile its factory settings. It keeps its name; other profiles and the macros stay as they are.</translation>
+        <source>Gives this profile its factory settings; it keeps its name. Polling rate and power settings go back for all profiles.</source>
+        <translation>Gives this profile its factory settings; it keeps its name. Polling rate and power settings go back for all profiles.</translation>
     </message>
     <message id="lkeyRestoringState">
         <source>Waiting for the core engine and reading the settings of the mouse…</source>
