@@ -1,7 +1,5 @@
 #include "platform/SettingsText.h"
 
-#include "platform/Localization.h"
-
 namespace skarn {
 
 QString textOf(const vorn::PropertyList& dictionary, std::string_view key) {
@@ -13,11 +11,6 @@ std::optional<std::int32_t> numberOf(const vorn::PropertyList& dictionary, std::
   const vorn::PropertyList& value = dictionary[key];
   if (!value.isNumber()) return std::nullopt;
   return value.toInt();
-}
-
-QString onOffText(std::optional<std::int32_t> flag) {
-  if (!flag) return {};
-  return localized(*flag != 0 ? "lkeyOn" : "lkeyOff");
 }
 
 }  // namespace skarn

@@ -16,7 +16,4 @@ QString textOf(const vorn::PropertyList& dictionary, std::string_view key);
 // The number under a key, read as a signed 32-bit integer; nothing when it is missing or no number.
 std::optional<std::int32_t> numberOf(const vorn::PropertyList& dictionary, std::string_view key);
 
-// A flag as a word of the interface; empty for none.
-QString onOffText(std::optional<std::int32_t> flag);
-
 }  // namespace skarn

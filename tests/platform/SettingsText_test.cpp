@@ -3,7 +3,6 @@
 #include <QTest>
 
 #include "model/SettingsKeys.h"
-#include "platform/Localization.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -13,8 +12,6 @@ class SettingsTextTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
-
   void settingsOfAnotherTypeShowNothing() {
     const PropertyList settings = PropertyList::dictionary({{vorn::keys::ProfileName, "Work"},
                                                             {vorn::keys::DPIX, 800},
@@ -26,12 +23,6 @@ class SettingsTextTest : public QObject {
     QCOMPARE(numberOf(settings, vorn::keys::DPIX), std::optional<std::int32_t>(800));
     QCOMPARE(numberOf(settings, vorn::keys::DPIY), std::optional<std::int32_t>());
     QCOMPARE(numberOf(PropertyList(), vorn::keys::DPIX), std::optional<std::int32_t>());
-  }
-
-  void aFlagThatIsNotThereShowsNothing() {
-    QCOMPARE(onOffText(std::nullopt), QString());
-    QCOMPARE(onOffText(0), QStringLiteral("Off"));
-    QCOMPARE(onOffText(7), QStringLiteral("On"));
   }
 };
 

@@ -11,6 +11,7 @@
 #include "model/ProfileKeys.h"
 #include "model/RecordLimits.h"
 #include "model/SettingsKeys.h"
+#include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
 
@@ -27,7 +28,7 @@ ProfileChange tooLarge() {
 // Why this is no position of a profile; nothing when it is one.
 std::optional<ProfileChange> faultOfProfileID(const PropertyList& bundle, const PropertyList& profileID) {
   if (!profileID.isInteger()) {
-    return refused(ReturnStatus::Malformed, "\"ProfileID\" takes an integer", profileID.description(100));
+    return refused(ReturnStatus::Malformed, takes(requestKeys::ProfileID, "an integer"), profileID.description(100));
   }
   // A negative number is too large as an unsigned one.
   if (profileID.toUnsigned() >= bundle[keys::Profiles].size()) {
@@ -112,7 +113,7 @@ CheckedSettings checkedUpdate(const PropertyList& profile, const PropertyList& s
   const PropertyList stage = checked.settings[keys::StageValue];
   if (stages.isEmpty() || std::cmp_less(stage.toInt64(), stages.size())) return checked;
   checked.settings = checked.settings.without(keys::StageValue);
-  checked.complaints.push_back({"\"StageValue\" is the position of no stage", stage.description()});
+  checked.complaints.push_back({quoted(keys::StageValue) + " is the position of no stage", stage.description()});
   return checked;
 }
 
@@ -125,7 +126,8 @@ ReturnStatus statusOf(const CheckedSettings& checked) {
 ProfileChange withAddedProfile(const PropertyList& bundle, const PropertyList& record,
                                const PropertyList& factoryProfile) {
   if (!record.isDictionary()) {
-    return refused(ReturnStatus::Malformed, "\"DeviceSettingsDictionary\" takes a dictionary", record.description(100));
+    return refused(ReturnStatus::Malformed, takes(requestKeys::DeviceSettingsDictionary, "a dictionary"),
+                   record.description(100));
   }
   const PropertyList& profiles = bundle[keys::Profiles];
   if (profiles.size() >= keys::maximumProfiles) return refused(ReturnStatus::OutOfRange, "there are five profiles");
@@ -140,7 +142,7 @@ ProfileChange withUpdatedProfile(const PropertyList& bundle, const PropertyList&
                                  const PropertyList& settings) {
   if (auto fault = faultOfProfileID(bundle, profileID)) return *fault;
   if (!settings.isDictionary()) {
-    return refused(ReturnStatus::Malformed, "\"DeviceSettingsDictionary\" takes a dictionary",
+    return refused(ReturnStatus::Malformed, takes(requestKeys::DeviceSettingsDictionary, "a dictionary"),
                    settings.description(100));
   }
   if (!isWithinRecordLimits(settings)) return tooLarge();
@@ -159,11 +161,11 @@ ProfileChange withUpdatedProfile(const PropertyList& bundle, const PropertyList&
 ProfileChange withReplacedProfiles(const PropertyList& bundle, const PropertyList& records,
                                    const PropertyList& factoryProfile) {
   if (!records.isArray()) {
-    return refused(ReturnStatus::Malformed, "\"AllProfiles\" takes an array", records.description(100));
+    return refused(ReturnStatus::Malformed, takes(requestKeys::AllProfiles, "an array"), records.description(100));
   }
   if (records.isEmpty() || records.size() > keys::maximumProfiles) {
     return refused(ReturnStatus::OutOfRange,
-                   "\"AllProfiles\" takes 1 to " + std::to_string(keys::maximumProfiles) + " profiles",
+                   takes(requestKeys::AllProfiles, "1 to " + std::to_string(keys::maximumProfiles) + " profiles"),
                    std::to_string(records.size()));
   }
   std::vector<PropertyList> profiles;

@@ -36,14 +36,21 @@ std::optional<std::string_view> incompleteAssignment(const PropertyList& setting
 
 }  // namespace
 
+std::string quoted(std::string_view key) {
+  return std::string("\"").append(key).append("\"");
+}
+
+std::string takes(std::string_view key, const std::string& expected) {
+  return quoted(key) + " takes " + expected;
+}
+
 CheckedSettings checkedSettings(const PropertyList& settings) {
   CheckedSettings result{settings, {}};
   for (const ProfileKey& setting : profileKeys) {
     const PropertyList& value = settings[setting.key];
     if (value.isNone() || fits(setting, value)) continue;
     result.settings = result.settings.without(setting.key);
-    result.complaints.push_back({std::string("\"").append(setting.key).append("\" takes ").append(expectation(setting)),
-                                 value.description(100)});
+    result.complaints.push_back({takes(setting.key, expectation(setting)), value.description(100)});
     result.isWhole = false;
   }
   if (const auto identifier = incompleteAssignment(result.settings)) {

@@ -22,6 +22,10 @@ struct CheckedSettings {
   bool isWhole = true;                // no key was taken out
 };
 
+// The key between quotation marks; and that it takes something else than what came.
+std::string quoted(std::string_view key);
+std::string takes(std::string_view key, const std::string& expected);
+
 // settings: keys of a profile record, a dictionary. A key that is not known takes any value.
 CheckedSettings checkedSettings(const PropertyList& settings);
 
