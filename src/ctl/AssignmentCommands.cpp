@@ -28,6 +28,24 @@ PropertyList withAssignmentInAll(const PropertyList& keymaps, const Control& con
   return PropertyList::array(std::move(changed));
 }
 
+std::string lineOf(const Control& control, const std::string& action) {
+  constexpr std::size_t numberWidth = 4;
+  constexpr std::size_t nameWidth = 13;
+  std::string line = padded((control.number < 10 ? " " : "") + std::to_string(control.number), numberWidth);
+  line += padded(std::string(control.name), nameWidth);
+  return line += action;
+}
+
+PropertyList described(const Control& control, const std::string& action, const PropertyList& record) {
+  return PropertyList::dictionary({{"number", control.number},
+                                   {"control", control.name},
+                                   {"identifier", control.identifier},
+                                   {"action", action},
+                                   {keys::Command, record[keys::Command]},
+                                   {keys::Param1, record[keys::Param1]},
+                                   {keys::Param2, record[keys::Param2]}});
+}
+
 }  // namespace
 
 Outcome assign(Context& context, const Arguments& arguments) {
@@ -70,18 +88,8 @@ Outcome listAssignments(Context& context, const Arguments&) {
   for (const Control& control : controls) {
     const PropertyList& record = groups[control.group][control.identifier];
     const std::string action = wordsOf(record, control, *bundle);
-    constexpr std::size_t numberWidth = 4;
-    constexpr std::size_t nameWidth = 13;
-    const std::string number = std::to_string(control.number);
-    lines.push_back(padded((number.size() < 2 ? " " : "") + number, numberWidth) +
-                    padded(std::string(control.name), nameWidth) + action);
-    list.push_back(PropertyList::dictionary({{"number", control.number},
-                                             {"control", control.name},
-                                             {"identifier", control.identifier},
-                                             {"action", action},
-                                             {keys::Command, record[keys::Command]},
-                                             {keys::Param1, record[keys::Param1]},
-                                             {keys::Param2, record[keys::Param2]}}));
+    lines.push_back(lineOf(control, action));
+    list.push_back(described(control, action, record));
   }
   context.output.either(lines, PropertyList::array(std::move(list)));
   return std::nullopt;

@@ -12,7 +12,7 @@ namespace {
 
 using Command = AssignmentCommand;
 
-std::string argument(std::string word) {
+std::string argument(const std::string& word) {
   return word.find(' ') == std::string::npos && !word.empty() ? word : "\"" + word + "\"";
 }
 

@@ -7,6 +7,8 @@
 #include <sstream>
 #include <string_view>
 
+#include "ctl/Names.h"
+
 namespace vorn::ctl {
 
 namespace {
@@ -87,6 +89,14 @@ Failure wrong(std::string text) {
   return {ExitStatus::Usage, std::move(text)};
 }
 
+std::string suggestedOption(std::string_view word) {
+  Names names;
+  for (const Flag& flag : flags) names.emplace_back(flag.name);
+  for (const Setting& setting : settings) names.emplace_back(setting.name);
+  // What is right but for a value that it does not take needs no suggestion.
+  return std::ranges::find(names, word) == names.end() ? suggestion(names, word) : "";
+}
+
 }  // namespace
 
 bool isJsonWanted(std::span<const char* const> arguments) {
@@ -113,7 +123,7 @@ Result<CommandLine> parseCommandLine(std::span<const char* const> arguments) {
     }
     const std::string_view name = word.substr(0, word.find('='));
     const auto setting = rowNamed(settings, name);
-    if (setting == std::end(settings)) return wrong("unknown option " + std::string(word));
+    if (setting == std::end(settings)) return wrong("unknown option " + std::string(word) + suggestedOption(name));
     const bool isJoined = name.size() < word.size();
     if (!isJoined && ++index == arguments.size()) return wrong(std::string(name) + " needs a value");
     const std::string value(isJoined ? word.substr(name.size() + 1) : std::string_view(arguments[index]));

@@ -53,6 +53,8 @@ TEST(CommandLineTest, TellsWhatIsWrong) {
        "import"},
       {{"--frob"}, "unknown option --frob"},
       {{"--json=1"}, "unknown option --json=1"},
+      {{"--jsn"}, "unknown option --jsn; did you mean \"--json\"?"},
+      {{"--profil=1"}, "unknown option --profil=1; did you mean \"--profile\"?"},
       {{"get", "DPIX", "--profile"}, "--profile needs a value"},
       {{"get", "DPIX", "--profile="}, "--profile cannot be \"\""},
       {{"status", "--timeout", "0"}, "--timeout cannot be \"0\""},
