@@ -304,6 +304,17 @@ TEST_F(AssignmentPlayerSettingsTest, KeepsTheSensitivityOnTheFlyWithinItsRange) 
   EXPECT_EQ(sensitivity(), (Sensitivity{5400, 100, 0}));
 }
 
+TEST_F(AssignmentPlayerSettingsTest, SetsBothAxesOnTheFlyWhereTheyAreLocked) {
+  assign("43", assignment(15, 0));
+  setProfile(0, profile().with("DPIX", 800).with("DPIY", 1200).with("IndependentXYOn", 0));
+  press("43");
+  tap("06");
+  EXPECT_EQ(sensitivity(), (Sensitivity{900, 900, 0}));
+  setProfile(0, profile().with("DPIY", 1200).with("IndependentXYOn", 1));
+  tap("06");
+  EXPECT_EQ(sensitivity(), (Sensitivity{1000, 1300, 1}));
+}
+
 TEST_F(AssignmentPlayerSettingsTest, TakesTheSlowestStageWhileTheControlIsHeld) {
   giveThreeStages(2);
   setProfile(0, profile().with("DPIX", 3000).with("DPIY", 2900).with("IndependentXYOn", 1));
