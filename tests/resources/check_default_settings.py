@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Skarn.plist is a complete settings bundle: every key of a profile record, with the right type, 24 keys and 3 buttons
-in force and in each of eight keymaps, and the device-wide settings. Usage: check_default_settings.py SOURCE SHARE"""
+in force and in each of eight keymaps, and the device-wide settings. What settings there are, vornctl of the same build
+tells. Usage: check_default_settings.py SOURCE SHARE"""
 
+import json
 import plistlib
 import shutil
 import subprocess
@@ -11,15 +13,12 @@ from pathlib import Path
 
 KEYS = """43 20 26 8 21 57 4 22 7 9 225 29 27 6 44 226 82 233 79 235 81 234 80 232""".split()
 BUTTONS = {"03": 3, "06": 18, "07": 19}
-FLAGS = """IndependentXYOn SensitivityOSDOn MasterSensitivityOn AccelerationOn ScrollLED AutoSwitchOn
-    ProfileOSDOn""".split()
-RANGES = {
-    "KeymapID": (0, 7), "StageValue": (0, 4), "DPIX": (100, 5600), "DPIY": (100, 5600), "Acceleration": (0, 10),
-    "LEDEffects": (0, 4), "BrightnessKBNormal": (1, 4), "BrightnessNormal": (1, 4), "BrightnessBattery": (1, 4),
-    "PowerSaver": (1, 4), "BatteryCriticalLevel": (1, 5),
+# What the controls of the configurator offer, where that is less than the engine takes.
+OFFERED = {
+    "Acceleration": range(11), "LEDEffects": range(5), "BrightnessKBNormal": range(1, 5),
+    "BrightnessNormal": range(1, 5), "BrightnessBattery": range(1, 5), "PowerSaver": range(1, 5),
+    "BatteryCriticalLevel": range(1, 6), "PollingRate": (125, 500, 1000),
 }
-CONTAINERS = {"ProfileName", "Keys", "Buttons", "Keymap", "Stages", "Sensitivity", "LEDColors", "AppInfo"}
-DEVICE_WIDE = """PollingRate ProfileOSDOn PowerSaver BatteryCriticalLevel BrightnessBattery BrightnessNormal""".split()
 
 failures = []
 
@@ -40,22 +39,21 @@ def check_groups(groups, where):
     expect(groups["Buttons"], buttons, f"Buttons of {where}")
 
 
-def check_profile(profile):
-    expect(set(profile), CONTAINERS | set(FLAGS) | set(RANGES) | {"PollingRate"}, "keys of the profile")
+def check_profile(profile, settings):
+    expect(set(profile), {setting["key"] for setting in settings}, "keys of the profile")
     expect(profile["ProfileName"], "Default", "ProfileName")
     check_groups(profile, "the profile")
     expect(len(profile["Keymap"]), 8, "number of keymaps")
     for number, keymap in enumerate(profile["Keymap"], 1):
         expect(set(keymap), {"Keys", "Buttons"}, f"keys of keymap {number}")
         check_groups(keymap, f"keymap {number}")
-    for flag in FLAGS:
-        if not is_integer(profile[flag]) or profile[flag] not in (0, 1):
-            failures.append(f"{flag} is {profile[flag]!r}, not 0 or 1")
-    for key, (least, most) in RANGES.items():
-        if not is_integer(profile[key]) or not least <= profile[key] <= most:
-            failures.append(f"{key} is {profile[key]!r}, not {least} to {most}")
-    if profile["PollingRate"] not in (125, 500, 1000):
-        failures.append(f"PollingRate is {profile['PollingRate']!r}")
+    for setting in settings:
+        if "minimum" not in setting:
+            continue
+        key = setting["key"]
+        usable = OFFERED.get(key, range(setting["minimum"], setting["maximum"] + 1))
+        if not is_integer(profile[key]) or profile[key] not in usable:
+            failures.append(f"{key} is {profile[key]!r}, not one of {usable}")
     check_sensitivity(profile)
     check_lighting(profile)
     expect(profile["AppInfo"], dict.fromkeys(("application", "executable", "identifier", "signature"), ""), "AppInfo")
@@ -92,9 +90,11 @@ def main(source, share):
     expect(bundle["Macros"], [], "Macros")
     expect(len(bundle["Profiles"]), 1, "number of profiles")
     profile = bundle["Profiles"][0]
-    check_profile(profile)
-    expect(bundle["DeviceSettings"], {"ActiveProfile": 0, **{key: profile[key] for key in DEVICE_WIDE}},
-           "DeviceSettings")
+    vornctl = Path(share).parents[1] / "bin" / "vornctl"
+    settings = json.loads(subprocess.run([vornctl, "get", "--list", "--json"], check=True, capture_output=True).stdout)
+    check_profile(profile, settings)
+    device_wide = {setting["key"]: profile[setting["key"]] for setting in settings if setting["scope"] == "device"}
+    expect(bundle["DeviceSettings"], {"ActiveProfile": 0, **device_wide}, "DeviceSettings")
 
     # A second reader must see the same values.
     if shutil.which("plistutil"):
