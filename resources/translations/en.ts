@@ -455,6 +455,10 @@
         <source>Export Profile</source>
         <translation>Export Profile</translation>
     </message>
+    <message id="lkeyExportedTo">
+        <source>Exported to %1</source>
+        <translation>Exported to %1</translation>
+    </message>
     <message id="lkeyFileHasBadMember">
         <source>A part of this file cannot be used: “%1”. The file may be damaged.</source>
         <translation>A part of this file cannot be used: “%1”. The file may be damaged.</translation>

@@ -1,14 +1,17 @@
 #include "platform/RecordFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <QPointer>
 
 #include "model/MacroEvents.h"
 #include "model/RegularFile.h"
 #include "platform/Localization.h"
 #include "platform/ShownName.h"
 #include "widgets/Alert.h"
+#include "widgets/Notice.h"
 
 namespace skarn {
 
@@ -63,9 +66,19 @@ QString textOfWriting(const RecordFileProblem& problem) {
   return localized("lkeyFileIsNotWritable").arg(qt_error_string(problem.error.value()));
 }
 
-void write(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind) {
+// As people write it: with "~" for their own folder.
+QString shownPath(const QString& path) {
+  const QString home = QDir::homePath() + QLatin1Char('/');
+  return path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
+}
+
+void write(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind,
+           Notice* notice) {
   const auto problem = vorn::writeRecordFile(QFile::encodeName(path).toStdString(), record, kind);
-  if (!problem) return;
+  if (!problem) {
+    if (notice != nullptr) notice->say(localized("lkeyExportedTo").arg(shownPath(path)));
+    return;
+  }
   Alert::show(window, localized("lkeyExportFailedTitle").arg(fileName(path)), textOfWriting(*problem),
               {localized("lkeyOK")});
 }
@@ -77,11 +90,13 @@ ImportedRecord importRecord(const QString& path, vorn::RecordKind kind) {
   return {std::move(contents.record), contents.problem ? textOfReading(*contents.problem) : QString()};
 }
 
-void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind) {
-  if (!QFileInfo(path).isFile()) return write(window, path, record, kind);
+void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind,
+                  Notice* notice) {
+  if (!QFileInfo(path).isFile()) return write(window, path, record, kind, notice);
   Alert::show(window, localized("lkeyReplaceFileTitle").arg(fileName(path)), localized("lkeyReplaceFileDesc"),
-              {localized("lkeyReplace"), localized("lkeyCancel")}, [window, path, record, kind](int returnCode) {
-                if (returnCode == Alert::firstButtonReturn) write(window, path, record, kind);
+              {localized("lkeyReplace"), localized("lkeyCancel")},
+              [window, path, record, kind, told = QPointer(notice)](int returnCode) {
+                if (returnCode == Alert::firstButtonReturn) write(window, path, record, kind, told);
               });
 }
 

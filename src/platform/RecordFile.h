@@ -10,6 +10,8 @@ class QWidget;
 
 namespace skarn {
 
+class Notice;
+
 struct ImportedRecord {
   vorn::PropertyList record;  // none when there is a problem
   QString problem;            // a sentence for the user; empty when all is well
@@ -18,8 +20,9 @@ struct ImportedRecord {
 ImportedRecord importRecord(const QString& path, vorn::RecordKind kind);
 
 // Writes the record; where the file exists, first asks on a sheet of the window whether to replace it. A failure is
-// told on a sheet.
-void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind);
+// told on a sheet; where the file went, on the notice, if there is one then.
+void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind,
+                  Notice* notice = nullptr);
 
 // Tells on a sheet of the window why a file was not imported.
 void showImportProblem(QWidget* window, const QString& path, const QString& problem);

@@ -10,6 +10,7 @@
 #include "platform/Localization.h"
 #include "support/PanelTest.h"
 #include "support/QtTests.h"
+#include "widgets/Notice.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -65,6 +66,9 @@ class RecordFileTest : public QObject {
 
   std::unique_ptr<QTemporaryDir> mFolder;
   std::unique_ptr<QWidget> mWindow;
+
+ public:
+  static void initMain() { useOwnHome(); }
 
  private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
@@ -207,6 +211,34 @@ class RecordFileTest : public QObject {
     exportRecord(mWindow.get(), inFolder(QStringLiteral("Work")), PropertyList(), RecordKind::Profile);
     QCOMPARE(alertTexts(*mWindow).value(1), localized("lkeyRecordIsNotWritable"));
     QCOMPARE(filesInFolder(), QStringList());
+  }
+
+  void whereAnExportWentIsSaidOnTheNoticeOnceItIsWritten() {
+    Notice notice(mWindow.get());
+    const QString path = inFolder(QStringLiteral("Work"));
+    exportRecord(mWindow.get(), path, goodRecord(), RecordKind::Profile, &notice);
+    QCOMPARE(notice.text(), QStringLiteral("Exported to %1").arg(path));
+    notice.fallSilent();
+
+    exportRecord(mWindow.get(), path, goodRecord(), RecordKind::Profile, &notice);
+    press(1);
+    QCOMPARE(notice.text(), QString());
+    exportRecord(mWindow.get(), path, goodRecord(), RecordKind::Profile, &notice);
+    QCOMPARE(notice.text(), QString());
+    press(0);
+    QCOMPARE(notice.text(), QStringLiteral("Exported to %1").arg(path));
+    notice.fallSilent();
+
+    exportRecord(mWindow.get(), inFolder(QStringLiteral("none/Work")), goodRecord(), RecordKind::Profile, &notice);
+    QCOMPARE(notice.text(), QString());
+  }
+
+  void theFolderOfThePersonIsSaidAsPeopleWriteIt() {
+    Notice notice(mWindow.get());
+    const QString path = QDir::homePath() + QStringLiteral("/Jump é.SkarnMacro");
+    exportRecord(mWindow.get(), path, macroWith({}), RecordKind::Macro, &notice);
+    QCOMPARE(notice.text(), QStringLiteral("Exported to ~/Jump é.SkarnMacro"));
+    QVERIFY(QFile::remove(path));
   }
 
   void anImportProblemIsTold() {
