@@ -31,6 +31,10 @@
         <source>Active profile</source>
         <translation>Active profile</translation>
     </message>
+    <message id="lkeyAddFailedTitle">
+        <source>“%1” could not be added</source>
+        <translation>“%1” could not be added</translation>
+    </message>
     <message id="lkeyAddStage">
         <source>Add Stage</source>
         <translation>Add Stage</translation>
@@ -323,6 +327,10 @@
         <source>Delete…</source>
         <translation>Delete…</translation>
     </message>
+    <message id="lkeyDeleteAction">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
     <message id="lkeyDeleteAllEvents">
         <source>Delete All Events</source>
         <translation>Delete All Events</translation>
@@ -344,8 +352,8 @@
         <translation>The macro and its recorded events are removed from the mouse. Buttons that play it lose this assignment. This cannot be undone.</translation>
     </message>
     <message id="lkeyDeleteMacroAlertTitle">
-        <source>Delete macro “%1”?</source>
-        <translation>Delete macro “%1”?</translation>
+        <source>Delete Macro “%1”?</source>
+        <translation>Delete Macro “%1”?</translation>
     </message>
     <message id="lkeyDeleteProfile">
         <source>Delete the selected profile</source>
@@ -414,6 +422,14 @@
     <message id="lkeyEffect">
         <source>Effect</source>
         <translation>Effect</translation>
+    </message>
+    <message id="lkeyEngineDidNotSave">
+        <source>The core engine could not write it to the disk, which may be full. Nothing was changed.</source>
+        <translation>The core engine could not write it to the disk, which may be full. Nothing was changed.</translation>
+    </message>
+    <message id="lkeyEngineRefused">
+        <source>The core engine refused it. Nothing was changed.</source>
+        <translation>The core engine refused it. Nothing was changed.</translation>
     </message>
     <message id="lkeyEnterDelay">
         <source>Delay before the event that follows:</source>
@@ -924,6 +940,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNoMouseConnected">
         <source>No mouse connected</source>
         <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyNoRoomForMacro">
+        <source>The mouse holds as many macros as it can. Delete one that you no longer need, then try again.</source>
+        <translation>The mouse holds as many macros as it can. Delete one that you no longer need, then try again.</translation>
     </message>
     <message id="lkeyNoRoomForProfile">
         <source>The mouse holds five profiles. Delete one first.</source>

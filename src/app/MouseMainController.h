@@ -186,10 +186,10 @@ class MouseMainController : public QObject,
   const vorn::PropertyList& changeNote() const { return mChangeNote; }
 
   // --- Macros and key capture
-  void addMacroWithSettings(const vorn::PropertyList& macro) override;
+  std::optional<vorn::ReturnStatus> addMacroWithSettings(const vorn::PropertyList& macro) override;
   void deleteMacroAtIndex(int macro) override;
   void renameMacroAtIndex(int macro, std::string_view withNewName) override;
-  vorn::PropertyList macroAtIndex(int macro) override;
+  void reloadMacros() override;
   void getMacroDetailsForMacroAtIndex(int macro) override;
   vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) override;
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) override;

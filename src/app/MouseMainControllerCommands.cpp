@@ -174,10 +174,11 @@ void MouseMainController::keepReferences(const PropertyList& before, const vorn:
 
 // --- Macros
 
-void MouseMainController::addMacroWithSettings(const PropertyList& macro) {
+std::optional<vorn::ReturnStatus> MouseMainController::addMacroWithSettings(const PropertyList& macro) {
   const auto status =
       statusOf(MessageID::AddMacro, envelope().with(requestKeys::MacroContents, macro), vorn::addMacroPollInterval);
   if (status == 0) reload();
+  return status ? std::optional(static_cast<vorn::ReturnStatus>(*status)) : std::nullopt;
 }
 
 void MouseMainController::deleteMacroAtIndex(int macro) {
@@ -196,9 +197,8 @@ void MouseMainController::renameMacroAtIndex(int macro, std::string_view withNew
   if (statusOf(MessageID::RenameMacro, envelope().with(requestKeys::MacroContents, contents)) == 0) reload();
 }
 
-PropertyList MouseMainController::macroAtIndex(int macro) {
-  reload();
-  return macrosArray.at(macro);
+void MouseMainController::reloadMacros() {
+  if (mServices.link.isEngineAvailable()) reload();
 }
 
 void MouseMainController::getMacroDetailsForMacroAtIndex(int macro) {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "model/PropertyList.h"
+#include "protocol/ReturnStatus.h"
 
 namespace skarn {
 
@@ -13,12 +15,13 @@ class MacroControllerDelegate {
  public:
   virtual ~MacroControllerDelegate() = default;
 
-  virtual void addMacroWithSettings(const vorn::PropertyList& macro) = 0;
+  // What the engine said: Done means that the macro is there. None without a usable answer.
+  virtual std::optional<vorn::ReturnStatus> addMacroWithSettings(const vorn::PropertyList& macro) = 0;
   virtual void deleteMacroAtIndex(int macro) = 0;
   virtual void renameMacroAtIndex(int macro, std::string_view withNewName) = 0;
-  // The record as it is stored now: an edit of single events does not renew the list of macros. What is known of it
-  // where there is no answer.
-  virtual vorn::PropertyList macroAtIndex(int macro) = 0;
+  // Hands over the macros as they are stored now, through setMMacrosSettingsArray: an edit of single events does not
+  // renew the list. Where there is no engine to ask, the list stays as it is, without a wait.
+  virtual void reloadMacros() = 0;
   // The answer's lines come through updateSelectedMacroWithMacroDetails of the tab.
   virtual void getMacroDetailsForMacroAtIndex(int macro) = 0;
   // The event dictionary; empty without an answer.

@@ -1,16 +1,13 @@
 #include "macros/MacroFiles.h"
 
 #include "model/RecordFile.h"
-#include "model/SettingsKeys.h"
 #include "platform/FilePanel.h"
 #include "platform/Localization.h"
 #include "platform/RecordFile.h"
-#include "platform/SettingsText.h"
 
 namespace skarn {
 
 using vorn::PropertyList;
-namespace keys = vorn::keys;
 
 namespace {
 
@@ -23,12 +20,12 @@ const QString startFolder = QStringLiteral("file://localhost/Documents/");
 
 }  // namespace
 
-void MacroFiles::open(QWidget* window, std::function<void(const PropertyList& macro)> imported) {
+void MacroFiles::open(QWidget* window, Imported imported) {
   const auto ended = [window, imported = std::move(imported)](int returnCode, const QString& path) {
     if (returnCode != FilePanel::okButton) return;
     const ImportedRecord file = importRecord(path, vorn::RecordKind::Macro);
     if (file.problem.isEmpty()) {
-      imported(file.record);
+      imported(file.record, path);
     } else {
       showImportProblem(window, path, file.problem);
     }
@@ -37,13 +34,12 @@ void MacroFiles::open(QWidget* window, std::function<void(const PropertyList& ma
                   {{fileType()}, localized("lkeyMacroFiles")}, startFolder, ended);
 }
 
-void MacroFiles::saveAs(QWidget* window, const PropertyList& macro) {
-  const auto ended = [window, macro](int returnCode, const QString& path) {
-    if (returnCode != FilePanel::okButton) return;
-    exportRecord(window, QStringLiteral("%1.%2").arg(path, fileType()), macro, vorn::RecordKind::Macro);
+void MacroFiles::saveAs(QWidget* window, const QString& suggestedName, Chosen chosen) {
+  const auto ended = [chosen = std::move(chosen)](int returnCode, const QString& path) {
+    if (returnCode == FilePanel::okButton) chosen(QStringLiteral("%1.%2").arg(path, fileType()));
   };
-  FilePanel::save(window, QStringLiteral("mMacrosSaveAsPanel"), localized("lkeyExportMacro"),
-                  textOf(macro, keys::MacroName), startFolder, ended);
+  FilePanel::save(window, QStringLiteral("mMacrosSaveAsPanel"), localized("lkeyExportMacro"), suggestedName,
+                  startFolder, ended);
 }
 
 }  // namespace skarn

@@ -1,7 +1,5 @@
 #include "macros/MacroNameDelegate.h"
 
-#include <QLineEdit>
-
 namespace skarn {
 
 QWidget* MacroNameDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
@@ -11,11 +9,29 @@ QWidget* MacroNameDelegate::createEditor(QWidget* parent, const QStyleOptionView
   return editor;
 }
 
+void MacroNameDelegate::commitEdit() {
+  if (!mEditor) return;
+  emit commitData(mEditor);
+  // The rename may have ended it.
+  if (mEditor) emit closeEditor(mEditor);
+}
+
+std::optional<QString> MacroNameDelegate::typedName() const {
+  return mEditor && mEditor->isModified() ? std::optional(mEditor->text()) : std::nullopt;
+}
+
+void MacroNameDelegate::setTypedName(const QString& name) {
+  if (!mEditor) return;
+  mEditor->setText(name);
+  mEditor->setModified(true);
+}
+
 void MacroNameDelegate::discardEdit() {
   if (mEditor) emit closeEditor(mEditor, RevertModelCache);
 }
 
 void MacroNameDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
+  mEditor = nullptr;
   RowDelegate::destroyEditor(editor, index);
   emit editingEnded();
 }

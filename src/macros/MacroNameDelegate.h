@@ -1,7 +1,9 @@
 // The rows of the table of macros, whose names are edited in place. Main thread.
 #pragma once
 
+#include <QLineEdit>
 #include <QPointer>
+#include <optional>
 
 #include "widgets/RowDelegate.h"
 
@@ -13,8 +15,12 @@ class MacroNameDelegate : public RowDelegate {
  public:
   using RowDelegate::RowDelegate;
 
-  // Ends an edit without a rename. Nothing without one.
-  void discardEdit();
+  // Each does nothing without an edit.
+  void commitEdit();   // ends it with a rename
+  void discardEdit();  // ends it without one
+  // The name as far as it has been typed; none without an edit, or as long as nothing has been typed.
+  std::optional<QString> typedName() const;
+  void setTypedName(const QString& name);  // as if it had been typed
 
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
@@ -26,7 +32,7 @@ class MacroNameDelegate : public RowDelegate {
   void editingEnded() const;  // after a commit or a cancel
 
  private:
-  mutable QPointer<QWidget> mEditor;
+  mutable QPointer<QLineEdit> mEditor;
 };
 
 }  // namespace skarn

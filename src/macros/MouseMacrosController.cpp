@@ -6,27 +6,19 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QTableView>
-#include <algorithm>
 
 #include "macros/MacroDetailsDelegate.h"
 #include "macros/MacroDetailsModel.h"
-#include "macros/MacroFiles.h"
 #include "macros/MacroMenus.h"
 #include "macros/MacroNameDelegate.h"
 #include "macros/MacroSheets.h"
 #include "macros/MacrosTableModel.h"
 #include "macros/NumberOnlyTextField.h"
 #include "model/SettingsKeys.h"
-#include "model/VrCoreUtility.h"
 #include "model/eventParser.h"
-#include "platform/GoneAlert.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
-#include "platform/LostAssignments.h"
-#include "platform/ShownName.h"
-#include "protocol/EngineProtocol.h"
 #include "ui_MouseMacrosController.h"
-#include "widgets/Alert.h"
 #include "widgets/LabelState.h"
 
 namespace skarn {
@@ -36,24 +28,11 @@ namespace keys = vorn::keys;
 
 namespace {
 
-constexpr const char* newMacroName = "Untitled Macro";
-constexpr int newMacroDelay = 20;  // milliseconds
 constexpr float disabledGearOpacity = 0.73F;
 
 int selectedRow(const QTableView& table) {
   const QModelIndexList rows = table.selectionModel()->selectedRows();
   return rows.isEmpty() ? -1 : rows.constFirst().row();
-}
-
-void deselectAll(QTableView& table) {
-  table.selectionModel()->clear();
-}
-
-PropertyList newMacro(const std::string& name) {
-  return PropertyList::dictionary({{keys::MacroName, name},
-                                   {keys::Delay, newMacroDelay},
-                                   {keys::ResponseMsgPortName, vorn::configuratorReplyPortName},
-                                   {keys::Sequence, PropertyList::dictionary()}});
 }
 
 }  // namespace
@@ -264,9 +243,10 @@ void MouseMacrosController::updateUISettings() {
 
 void MouseMacrosController::refreshTableDisplay() {
   const int selected = selectedMacro();
+  const auto interrupted = interruptNameEdit();
   // A row that stays selected is no news to anybody.
   mIsReloading = true;
-  if (selected >= static_cast<int>(macrosSettingsArray.size())) deselectAll(*mUi->mMacroTableView);
+  if (selected >= static_cast<int>(macrosSettingsArray.size())) deselectMacro();
   mModel->setMacros(macrosSettingsArray);
   mIsReloading = false;
   if (mRecorded) {
@@ -276,6 +256,7 @@ void MouseMacrosController::refreshTableDisplay() {
   }
   updateVisibleParts();
   updateControls();
+  if (interrupted) resumeNameEdit(*interrupted);
 }
 
 void MouseMacrosController::macroTableViewSelectionDidChange() {
@@ -296,6 +277,10 @@ bool MouseMacrosController::areLinesOf(int row) {
   return isSame;
 }
 
+void MouseMacrosController::deselectMacro() {
+  mUi->mMacroTableView->selectionModel()->clear();
+}
+
 void MouseMacrosController::selectMacroRow(int row) {
   mUi->mMacroTableView->selectRow(row);
   mUi->mMacroTableView->scrollTo(mModel->index(row, MacrosTableModel::Name));
@@ -305,117 +290,8 @@ void MouseMacrosController::fetchLines() {
   const int macro = macroToAsk();
   if (macro < 0) return;
   mShownRecord = macrosSettingsArray.at(macro);
-  macroDelegate->getMacroDetailsForMacroAtIndex(macro);
-}
-
-// --- New, delete, rename, files
-
-std::string MouseMacrosController::checkForDuplicateMacroName(const PropertyList& macros,
-                                                              std::string_view usingDefaultName) {
-  return vorn::VrCoreUtility::generateName(macros, usingDefaultName, keys::MacroName);
-}
-
-void MouseMacrosController::clickAddMacro() {
-  if (macroDelegate == nullptr) return;
-  mIsAddMacro = true;
-  deselectAll(*mUi->mMacroTableView);
-  const PropertyList macro = newMacro(checkForDuplicateMacroName(macrosSettingsArray, newMacroName));
-  macrosSettingsArray = macrosSettingsArray.appending(macro);
-  refreshTableDisplay();
-  const int last = mModel->rowCount() - 1;
-  selectMacroRow(last);
-  mUi->mMacroTableView->edit(mModel->index(last, MacrosTableModel::Name));
-  macroDelegate->addMacroWithSettings(macro);
-  mIsAddMacro = false;
-}
-
-void MouseMacrosController::clickDeleteMacro() {
-  const int row = macroToAsk();
-  if (row < 0) return;
-  const vorn::RememberedRecord macro(macrosSettingsArray, row, keys::MacroName);
-  Alert::show(sheetWindow(),
-              localized("lkeyDeleteMacroAlertTitle").arg(shownName(QString::fromStdString(macro.name()))),
-              withLostAssignments(localized("lkeyDeleteMacroAlertDesc"), allProfiles,
-                                  {vorn::AssignmentCommand::Macro, row, macrosSettingsArray.size()}),
-              {localized("lkeyOK"), localized("lkeyCancel")}, [guard = QPointer(this), macro](int returnCode) {
-                if (guard && returnCode == Alert::firstButtonReturn) guard->deleteMacro(macro);
-              });
-}
-
-void MouseMacrosController::deleteMacro(const vorn::RememberedRecord& macro) {
-  refreshTableDisplay();
-  if (macroDelegate == nullptr) return;
-  const auto place = macro.placeIn(macrosSettingsArray);
-  if (!place) {
-    showGoneAlert(sheetWindow(), QString::fromStdString(macro.name()));
-    return;
-  }
-  const int row = static_cast<int>(*place);
-  if (row != selectedMacro()) selectMacroRow(row);
-  const PropertyList before = mShownRecord;
-  macroDelegate->deleteMacroAtIndex(row);
-  refreshTableDisplay();
-  // Where another macro has moved into the row, its lines are there already.
-  if (mShownRecord == before) fetchLines();
-  const int count = mModel->rowCount();
-  if (count > 0) selectMacroRow(std::min(row, count - 1));
-  mUi->mMacroTableView->setFocus();
-}
-
-void MouseMacrosController::renameSelectedMacro() {
-  const int row = selectedMacro();
-  if (row < 0) return;
-  isRenamingMacroName = true;
-  mUi->mMacroTableView->edit(mModel->index(row, MacrosTableModel::Name));
-}
-
-void MouseMacrosController::nameEditingStarted(int row) {
-  editedRow = row;
-  isRenamingMacroName = true;
-  updateControls();
-}
-
-void MouseMacrosController::nameEditingEnded() {
-  editedRow = -1;
-  isRenamingMacroName = false;
-  updateControls();
-}
-
-void MouseMacrosController::nameEdited(int row, const QString& text) {
-  const bool isThere = row < static_cast<int>(macrosSettingsArray.size());
-  if (text.isEmpty() || !isThere || macroDelegate == nullptr) return;
-  // Its own old name must not count against the new one.
-  const PropertyList nameless = macrosSettingsArray.at(row).dictionaryOrEmpty().with(keys::MacroName, "");
-  macrosSettingsArray = macrosSettingsArray.replacing(row, nameless);
-  const std::string name = checkForDuplicateMacroName(macrosSettingsArray, text.toStdString());
-  macrosSettingsArray = macrosSettingsArray.replacing(row, nameless.with(keys::MacroName, name));
-  // The same macro under another name.
-  if (row == selectedMacro()) mShownRecord = macrosSettingsArray.at(row);
-  refreshTableDisplay();
-  macroDelegate->renameMacroAtIndex(row, name);
-  isRenamingMacroName = false;
-}
-
-void MouseMacrosController::loadPanel() {
-  MacroFiles::open(sheetWindow(), [guard = QPointer(this)](const PropertyList& macro) {
-    if (guard) guard->importMacro(macro);
-  });
-}
-
-void MouseMacrosController::importMacro(const PropertyList& macro) {
-  if (macroDelegate == nullptr) return;
-  const std::string name = checkForDuplicateMacroName(macrosSettingsArray, macro[keys::MacroName].string());
-  const PropertyList named = macro.with(keys::MacroName, name);
-  deselectAll(*mUi->mMacroTableView);
-  macrosSettingsArray = macrosSettingsArray.appending(named);
-  macroDelegate->addMacroWithSettings(named);
-  refreshTableDisplay();
-  selectMacroRow(mModel->rowCount() - 1);
-}
-
-void MouseMacrosController::loadSaveAsPanel() {
-  const int row = macroToAsk();
-  if (row >= 0) MacroFiles::saveAs(sheetWindow(), macroDelegate->macroAtIndex(row));
+  // The engine knows nothing of a macro that is being added.
+  if (!mIsAddMacro) macroDelegate->getMacroDetailsForMacroAtIndex(macro);
 }
 
 }  // namespace skarn

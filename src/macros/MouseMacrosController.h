@@ -143,6 +143,12 @@ class MouseMacrosController : public QWidget {
     QString operation;
     void (MouseMacrosController::*chosen)(int tag);
   };
+  // An edit of a name that had to end because its macro moved or is gone.
+  struct InterruptedEdit {
+    std::string macro;             // its name
+    int row;                       // where it stands now, -1 when it is gone
+    std::optional<QString> typed;  // none as long as nothing has been typed
+  };
   enum class Needs { Nothing, Macro, Line };  // of a button, besides a mouse
 
   // Wiring
@@ -175,6 +181,7 @@ class MouseMacrosController : public QWidget {
   // Selections
   void macroTableViewSelectionDidChange();
   void detailsTableViewSelectionDidChange();
+  void deselectMacro();
   void selectMacroRow(int row);
   void selectLine(int row);
   void offerLineDeletion(bool offered);
@@ -192,12 +199,26 @@ class MouseMacrosController : public QWidget {
   // A new list has come: the recorded macro stays the selected one wherever it stands now.
   void followRecordedMacro();
   void recordedMacroIsGone();
-  void deleteMacro(const vorn::RememberedRecord& macro);
-  void nameEdited(int row, const QString& text);
+  // The engine has not taken the macro that was shown at the end of the list. before: the list without it; selected:
+  // the row that was selected then, -1 for none.
+  void takeBack(const vorn::PropertyList& macro, const vorn::PropertyList& before, int selected);
+  // An alert whose title names the macro in this row. confirmed is then called with its row, which is selected.
+  void askAboutMacro(int row, const char* title, const QString& description,
+                     void (MouseMacrosController::*confirmed)(int row));
+  // Its row; -1 when it is gone, which is said, or when there is nobody to ask.
+  int selectMeantMacro(const vorn::RememberedRecord& macro);
+  void deleteMacro(int row);
+  void nameEdited(int place, const QString& text);
   void nameEditingStarted(int row);
   void nameEditingEnded();
+  // Takes a name over that is being typed; whatever begins then is meant for the macro that was edited, which is
+  // selected.
+  void endNameEdit();
+  std::optional<InterruptedEdit> interruptNameEdit();
+  void resumeNameEdit(const InterruptedEdit& edit);
   void renameSelectedMacro();
-  void importMacro(const vorn::PropertyList& macro);
+  void importMacro(const vorn::PropertyList& macro, const QString& path);
+  void exportMacro(const vorn::RememberedRecord& macro, const QString& path);
   void editSelectedLine();
   void openEventSheet();
   void endEventCapture();
@@ -219,6 +240,7 @@ class MouseMacrosController : public QWidget {
   vorn::PropertyList mShownRecord;                  // whose lines are shown
   std::optional<vorn::RememberedRecord> mRecorded;  // while a recording runs: what it is for
   std::size_t mMacroCountAtRecording = 0;
+  std::optional<vorn::RememberedRecord> mNamed;  // whose name is being edited
   vorn::PropertyList macrosSettingsArray = vorn::PropertyList::array();
   vorn::PropertyList allProfiles = vorn::PropertyList::array();
   MacroControllerDelegate* macroDelegate = nullptr;

@@ -56,6 +56,7 @@ bool MouseMacrosController::isRecordTitleStop() const {
 }
 
 void MouseMacrosController::clickAddMacroDetails() {
+  endNameEdit();
   const int macro = macroToAsk();
   if (macro < 0) return;
   mIsAppendMacro = true;
@@ -79,6 +80,7 @@ void MouseMacrosController::clickRecordMacroDetails() {
 }
 
 void MouseMacrosController::beginRecording() {
+  endNameEdit();
   const int macro = macroToAsk();
   // The press has turned the button already.
   setRecordTitle(macro >= 0);

@@ -1,6 +1,8 @@
 // The Macros tab in the window, with the hub: what a person does there, and which requests leave for it.
 #include <QApplication>
+#include <QDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -69,6 +71,8 @@ class MouseMainControllerMacrosTest : public QObject {
   void quitting_releases_the_device_before_it_saves_the_recording();
   void an_answer_to_a_replaced_event_enables_the_buttons();
   void a_new_macro_can_be_named_while_the_settings_are_loaded_anew();
+  void a_macro_that_the_engine_refuses_is_told_and_nothing_is_loaded_anew();
+  void an_export_asks_for_the_settings_only_where_there_is_an_engine_to_ask();
   void an_engine_lost_during_a_recording_leaves_the_tab_usable();
   void recorded_lines_reach_the_table_through_the_news();
   void a_deleted_macro_changes_no_other_control();
@@ -165,7 +169,7 @@ void MouseMainControllerMacrosTest::a_new_macro_can_be_named_while_the_settings_
                       PropertyList::dictionary({{"MacroSequences", PropertyList::array()}}));
   fixture.click("mAddMacro");
   QVERIFY(fixture.sent() ==
-          (std::vector<MessageID>{MessageID::GetMacroDetails, MessageID::AddMacro, MessageID::GetAllSettings}));
+          (std::vector<MessageID>{MessageID::AddMacro, MessageID::GetAllSettings, MessageID::GetMacroDetails}));
   auto* editor = fixture.tab().mMacroTableView()->viewport()->findChild<QLineEdit*>();
   QVERIFY(editor != nullptr);
   QTest::keyClicks(editor, "Dash");
@@ -175,6 +179,30 @@ void MouseMainControllerMacrosTest::a_new_macro_can_be_named_while_the_settings_
           (ScriptedLink::Request{
               MessageID::RenameMacro,
               request({{"MacroContents", PropertyList::dictionary({{"MacroName", "Dash"}, {"macroID", 2}})}})}));
+}
+
+void MouseMainControllerMacrosTest::a_macro_that_the_engine_refuses_is_told_and_nothing_is_loaded_anew() {
+  MacrosWindow fixture;
+  const PropertyList before = fixture.hub().mMacrosArray();
+  fixture.link.answer(MessageID::AddMacro, statusAnswer(3));
+  fixture.click("mAddMacro");
+  QVERIFY(fixture.sent() == (std::vector<MessageID>{MessageID::AddMacro, MessageID::GetMacroDetails}));
+  QVERIFY(fixture.window.findChild<QMessageBox*>(QStringLiteral("alert")) != nullptr);
+  QVERIFY(fixture.tab().mMacrosSettingsArray() == before);
+  QCOMPARE(fixture.tab().mMacroTableView()->selectionModel()->selectedRows().value(0).row(), 0);
+}
+
+void MouseMainControllerMacrosTest::an_export_asks_for_the_settings_only_where_there_is_an_engine_to_ask() {
+  MacrosWindow fixture;
+  for (const bool isThere : {true, false}) {
+    fixture.link.isAvailable = isThere;
+    fixture.tab().loadSaveAsPanel();
+    QVERIFY(fixture.sent() == (isThere ? std::vector{MessageID::GetAllSettings} : std::vector<MessageID>{}));
+    auto* panel = fixture.window.findChild<QDialog*>(QStringLiteral("mMacrosSaveAsPanel"));
+    QVERIFY(panel != nullptr && panel->isVisible());
+    panel->reject();
+    QTRY_VERIFY(fixture.window.findChild<QDialog*>(QStringLiteral("mMacrosSaveAsPanel")) == nullptr);
+  }
 }
 
 void MouseMainControllerMacrosTest::an_engine_lost_during_a_recording_leaves_the_tab_usable() {

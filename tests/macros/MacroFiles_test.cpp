@@ -14,6 +14,7 @@
 #include "model/PropertyListCodec.h"
 #include "model/VrCoreUtility.h"
 #include "support/QtTests.h"
+#include "widgets/Notice.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -61,8 +62,6 @@ struct FilesFixture : MacrosFixture {
     chooseFromGear("mSettingsMacro", macroMenuTags::Import);
     choose("mMacrosPanel", path(name));
   }
-  QMessageBox* alert() { return window.findChild<QMessageBox*>(QStringLiteral("alert")); }
-
   QTemporaryDir folder;
 };
 
@@ -91,7 +90,7 @@ class MacroFilesTest : public QObject {
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.read(8), QByteArray("bplist00"));
     QVERIFY(at.alert() == nullptr);
-    QCOMPARE(at.delegate.take(), QStringList{"macroAtIndex(0)"});
+    QCOMPARE(at.delegate.take(), QStringList{"reloadMacros()"});
   }
 
   void the_panel_suggests_the_name_of_the_macro() {
@@ -178,6 +177,73 @@ class MacroFilesTest : public QObject {
     QCOMPARE(at.rowsOf(at.macros()), (QStringList{"Fireball", "Greeting", "Build order", "Fireball(2)"}));
     QCOMPARE(at.selectedRow(at.macros()), 3);
     QVERIFY(at.alert() == nullptr);
+  }
+
+  void an_import_that_the_engine_refuses_is_told_and_adds_nothing() {
+    FilesFixture at;
+    at.selectMacro(1);
+    at.write("mine.SkarnMacro", sampleRecord());
+    at.delegate.answerToAdd = vorn::ReturnStatus::OutOfRange;
+    at.importFrom("mine.SkarnMacro");
+    QCOMPARE(at.alert()->text(), QStringLiteral("“mine.SkarnMacro” could not be imported"));
+    QCOMPARE(at.alert()->informativeText(), localized("lkeyNoRoomForMacro"));
+    QCOMPARE(at.rowsOf(at.macros()), (QStringList{"Fireball", "Greeting", "Build order"}));
+    QVERIFY(at.tab->mMacrosSettingsArray() == macrosNamed({"Fireball", "Greeting", "Build order"}));
+    QCOMPARE(at.selectedRow(at.macros()), 1);
+    QVERIFY(at.tab->mMacroDetailsArray() == linesOfEvents(1));
+  }
+
+  void where_an_export_went_is_said_beside_the_buttons() {
+    FilesFixture at;
+    at.selectMacro(0);
+    const auto* notice = at.find<Notice>("mMacroNotice");
+    QVERIFY(!notice->isVisible());
+    at.exportTo(at.path("mine"));
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), QStringLiteral("Exported to %1").arg(at.path("mine.SkarnMacro")));
+  }
+
+  void an_export_writes_the_events_that_the_engine_has_by_then() {
+    FilesFixture at({"Fireball"});
+    at.selectMacro(0);
+    at.delegate.onCall = [&](const QString& call) {
+      if (call == QLatin1String("reloadMacros()")) at.reload(PropertyList::array({sampleRecord()}));
+    };
+    at.exportTo(at.path("mine"));
+    QVERIFY(at.read("mine.SkarnMacro") == sampleRecord().without(keys::MacroID));
+  }
+
+  void an_export_writes_the_macro_that_its_panel_was_opened_for() {
+    FilesFixture at;
+    at.selectMacro(1);
+    at.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
+    at.reload(macrosNamed({"Greeting", "Build order"}));
+    at.choose("mMacrosSaveAsPanel", at.path("mine"));
+    QCOMPARE(QString::fromStdString(at.read("mine.SkarnMacro")[keys::MacroName].toString()),
+             QStringLiteral("Greeting"));
+  }
+
+  void an_export_of_a_macro_that_is_gone_writes_nothing_and_says_so_data() {
+    QTest::addColumn<bool>("isGoneAtOnce");
+    QTest::newRow("when the settings are asked for") << true;
+    QTest::newRow("while the panel is open") << false;
+  }
+  void an_export_of_a_macro_that_is_gone_writes_nothing_and_says_so() {
+    QFETCH(bool, isGoneAtOnce);
+    FilesFixture at;
+    at.selectMacro(1);
+    const PropertyList left = macrosNamed({"Fireball", "Build order"});
+    at.delegate.onCall = [&](const QString& call) {
+      if (isGoneAtOnce && call == QLatin1String("reloadMacros()")) at.reload(left);
+    };
+    at.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
+    QCOMPARE(at.panel("mMacrosSaveAsPanel") == nullptr, isGoneAtOnce);
+    if (!isGoneAtOnce) {
+      at.reload(left);
+      at.choose("mMacrosSaveAsPanel", at.path("mine"));
+    }
+    QCOMPARE(at.alert()->text(), QStringLiteral("“Greeting” is no longer there"));
+    QVERIFY(QDir(at.folder.path()).isEmpty());
   }
 
   void a_macro_is_also_read_from_an_xml_file() {

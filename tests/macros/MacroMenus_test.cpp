@@ -272,7 +272,8 @@ class MacroMenusTest : public QObject {
     fixture.chooseFromGear("mSettingsMacro", 1);
     QCOMPARE(fixture.tab->mEditedRow(), 1);
     fixture.chooseFromGear("mSettingsMacro", 2);
-    QVERIFY(fixture.delegate.take().constLast().startsWith("addMacroWithSettings("));
+    QCOMPARE(fixture.delegate.take(), (QStringList{"renameMacroAtIndex(1, Greeting)", added("Untitled Macro"),
+                                                   "getMacroDetailsForMacroAtIndex(3)"}));
     fixture.chooseFromGear("mSettingsMacro", 3);
     QVERIFY(fixture.find("mMacrosPanel")->isVisible());
     fixture.find("mMacrosPanel")->close();

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -27,15 +28,15 @@ class RecordingMacros : public MacroControllerDelegate {
  public:
   explicit RecordingMacros(MouseMacrosController& answering) : tab(answering) {}
 
-  void addMacroWithSettings(const PropertyList& macro) override { note("addMacroWithSettings(" + text(macro) + ")"); }
+  std::optional<vorn::ReturnStatus> addMacroWithSettings(const PropertyList& macro) override {
+    note("addMacroWithSettings(" + text(macro) + ")");
+    return answerToAdd;
+  }
   void deleteMacroAtIndex(int macro) override { note(QStringLiteral("deleteMacroAtIndex(%1)").arg(macro)); }
   void renameMacroAtIndex(int macro, std::string_view name) override {
     note(QStringLiteral("renameMacroAtIndex(%1, %2)").arg(macro).arg(QString::fromStdString(std::string(name))));
   }
-  PropertyList macroAtIndex(int macro) override {
-    note(QStringLiteral("macroAtIndex(%1)").arg(macro));
-    return tab.mMacrosSettingsArray().at(macro);
-  }
+  void reloadMacros() override { note("reloadMacros()"); }
   void getMacroDetailsForMacroAtIndex(int macro) override {
     note(QStringLiteral("getMacroDetailsForMacroAtIndex(%1)").arg(macro));
     if (answersDetails) tab.updateSelectedMacroWithMacroDetails(lines[macro].arrayOrEmpty());
@@ -78,6 +79,7 @@ class RecordingMacros : public MacroControllerDelegate {
   std::map<int, PropertyList> lines;  // of each macro
   PropertyList sequence = PropertyList::dictionary();
   bool answersDetails = true;
+  std::optional<vorn::ReturnStatus> answerToAdd = vorn::ReturnStatus::Done;
   std::function<void(const QString& call)> onCall;  // during a call
 
  private:
@@ -104,6 +106,19 @@ inline PropertyList macrosNamed(const QStringList& names) {
   std::vector<PropertyList> records;
   for (const QString& name : names) records.push_back(macro(name.toStdString(), {}));
   return PropertyList::array(std::move(records));
+}
+
+// What "+" adds.
+inline PropertyList newMacro(const char* name) {
+  return PropertyList::dictionary({{"MacroName", name},
+                                   {"delay", 20},
+                                   {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"},
+                                   {"sequence", PropertyList::dictionary()}});
+}
+
+// The call that adds it.
+inline QString added(const char* name) {
+  return "addMacroWithSettings(" + RecordingMacros::text(newMacro(name)) + ")";
 }
 
 struct MacrosFixture {
@@ -160,6 +175,28 @@ struct MacrosFixture {
       rows << table->model()->index(row, 0).data().toString();
     }
     return rows;
+  }
+
+  // The field in which a name is being typed; none otherwise.
+  QLineEdit* editor() {
+    // One that has ended may still be there, hidden.
+    for (auto* field : macros()->viewport()->findChildren<QLineEdit*>()) {
+      if (field->isVisible()) return field;
+    }
+    return nullptr;
+  }
+  // The alert that is shown; none otherwise.
+  QMessageBox* alert() {
+    for (auto* shown : window.findChildren<QMessageBox*>(QStringLiteral("alert"))) {
+      if (shown->isVisible()) return shown;
+    }
+    return nullptr;
+  }
+
+  // Another list, as a reload brings it.
+  void reload(const PropertyList& list) {
+    tab->setMMacrosSettingsArray(list);
+    tab->refreshTableDisplay();
   }
 
   QString recordTitle() { return tab->mRecordMacroDetails()->text(); }

@@ -14,33 +14,6 @@ namespace {
 const QStringList detailsButtons{"mAddMacroDetails", "mDeleteMacroDetails", "mSettingsMacroDetails",
                                  "mRecordMacroDetails"};
 
-PropertyList newMacro(const char* name) {
-  return PropertyList::dictionary({{"MacroName", name},
-                                   {"delay", 20},
-                                   {"ResponseMsgPortName", "SkarnConfiguratorReplyPort"},
-                                   {"sequence", PropertyList::dictionary()}});
-}
-
-QString added(const char* name) {
-  return "addMacroWithSettings(" + RecordingMacros::text(newMacro(name)) + ")";
-}
-
-// The field in which a name is being typed; none otherwise.
-QLineEdit* editorOf(QTableView* table) {
-  // One that has ended may still be there, hidden.
-  for (auto* editor : table->viewport()->findChildren<QLineEdit*>()) {
-    if (editor->isVisible()) return editor;
-  }
-  return nullptr;
-}
-
-QMessageBox* alertOf(MacrosFixture& fixture) {
-  for (auto* alert : fixture.window.findChildren<QMessageBox*>(QStringLiteral("alert"))) {
-    if (alert->isVisible()) return alert;
-  }
-  return nullptr;
-}
-
 }  // namespace
 
 class MouseMacrosControllerListTest : public QObject {
@@ -52,16 +25,16 @@ class MouseMacrosControllerListTest : public QObject {
     fixture.selectMacro(0);
     QStringList seen;
     fixture.delegate.onCall = [&](const QString& call) {
-      if (call.startsWith("add")) seen << (editorOf(fixture.macros()) ? "naming" : "not naming");
+      if (call.startsWith("add")) seen << (fixture.editor() ? "naming" : "not naming");
     };
     fixture.click("mAddMacro");
-    QCOMPARE(fixture.delegate.take(), (QStringList{"getMacroDetailsForMacroAtIndex(3)", added("Untitled Macro")}));
+    QCOMPARE(fixture.delegate.take(), (QStringList{added("Untitled Macro"), "getMacroDetailsForMacroAtIndex(3)"}));
     QCOMPARE(seen, QStringList{"naming"});
     QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 3);
     QVERIFY(fixture.tab->mMacrosSettingsArray() ==
             macrosNamed({"Fireball", "Greeting", "Build order"}).appending(newMacro("Untitled Macro")));
-    QVERIFY(editorOf(fixture.macros()) != nullptr);
-    QCOMPARE(editorOf(fixture.macros())->selectedText(), QStringLiteral("Untitled Macro"));
+    QVERIFY(fixture.editor() != nullptr);
+    QCOMPARE(fixture.editor()->selectedText(), QStringLiteral("Untitled Macro"));
     QCOMPARE(fixture.tab->mEditedRow(), 3);
   }
 
@@ -74,7 +47,7 @@ class MouseMacrosControllerListTest : public QObject {
     };
     fixture.click("mAddMacro");
     fixture.delegate.take();
-    QLineEdit* editor = editorOf(fixture.macros());
+    QLineEdit* editor = fixture.editor();
     QVERIFY(editor != nullptr);
     QTest::keyClicks(editor, "Jump");
     // A further reload does not wipe out what is being typed.
@@ -99,7 +72,7 @@ class MouseMacrosControllerListTest : public QObject {
     QFETCH(QByteArray, name);
     MacrosFixture fixture(names);
     fixture.click("mAddMacro");
-    QCOMPARE(fixture.delegate.take().constLast(), added(name.constData()));
+    QCOMPARE(fixture.delegate.take().constFirst(), added(name.constData()));
   }
 
   void aNameIsEditedInPlaceAndSentUnique_data() {
@@ -117,7 +90,7 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(1);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QLineEdit* editor = editorOf(fixture.macros());
+    QLineEdit* editor = fixture.editor();
     QVERIFY(editor != nullptr);
     QCOMPARE(editor->selectedText(), QStringLiteral("Greeting"));
     QVERIFY(fixture.tab->mIsRenamingMacroName());
@@ -138,8 +111,8 @@ class MouseMacrosControllerListTest : public QObject {
     fixture.tab->refreshTableDisplay();
     fixture.selectMacro(0);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
-    QTest::keyClick(editorOf(fixture.macros()), Qt::Key_Return);
+    QTest::keyClicks(fixture.editor(), "Jump");
+    QTest::keyClick(fixture.editor(), Qt::Key_Return);
     QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
     QVERIFY(fixture.tab->mMacrosSettingsArray() == PropertyList::array({record.with("MacroName", "Jump")}));
   }
@@ -148,8 +121,8 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(1);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
-    QTest::keyClick(editorOf(fixture.macros()), Qt::Key_Escape);
+    QTest::keyClicks(fixture.editor(), "Jump");
+    QTest::keyClick(fixture.editor(), Qt::Key_Escape);
     QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
     QCOMPARE(fixture.delegate.take(), QStringList());
     QVERIFY(!fixture.tab->mIsRenamingMacroName());
@@ -168,7 +141,7 @@ class MouseMacrosControllerListTest : public QObject {
     // A reload meanwhile does not enable them.
     fixture.tab->refreshTableDisplay();
     QCOMPARE(fixture.enabled(), MacrosFixture::without(MacrosFixture::allControls(), detailsButtons));
-    QTest::keyClick(editorOf(fixture.macros()), Qt::Key_Escape);
+    QTest::keyClick(fixture.editor(), Qt::Key_Escape);
     QTRY_COMPARE(fixture.enabled(), MacrosFixture::allControls());
   }
 
@@ -176,7 +149,7 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(1);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    QTest::keyClicks(fixture.editor(), "Jump");
     fixture.click("mMacroTableLabel");
     QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
     QCOMPARE(fixture.delegate.take(), QStringList{"renameMacroAtIndex(1, Jump)"});
@@ -187,7 +160,7 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(1);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    QTest::keyClicks(fixture.editor(), "Jump");
     // The press takes the focus from the name, and so enables the button before it arrives there.
     fixture.click("mRecordMacroDetails");
     QCOMPARE(fixture.delegate.take(), (QStringList{"renameMacroAtIndex(1, Jump)", "startMacroRecording(NO, 1)"}));
@@ -198,7 +171,7 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(1);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    QTest::keyClicks(fixture.editor(), "Jump");
     delete std::exchange(fixture.tab, new MouseMacrosController(&fixture.window));
     QVERIFY(fixture.center.observed().empty());
   }
@@ -207,9 +180,9 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(2);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    QTest::keyClicks(fixture.editor(), "Jump");
     fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
-    QTest::keyClick(editorOf(fixture.macros()), Qt::Key_Return);
+    QTest::keyClick(fixture.editor(), Qt::Key_Return);
     QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
     QCOMPARE(fixture.delegate.take(), QStringList());
   }
@@ -218,7 +191,7 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(2);
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QTest::keyClicks(editorOf(fixture.macros()), "Jump");
+    QTest::keyClicks(fixture.editor(), "Jump");
     fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
     fixture.tab->refreshTableDisplay();
     QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
@@ -228,7 +201,7 @@ class MouseMacrosControllerListTest : public QObject {
     fixture.selectMacro(0);
     QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
     fixture.chooseFromGear("mSettingsMacro", 1);
-    QVERIFY(editorOf(fixture.macros()) != nullptr);
+    QVERIFY(fixture.editor() != nullptr);
   }
 
   void aDoubleClickAndTheEditKeyEditAName() {
@@ -237,7 +210,7 @@ class MouseMacrosControllerListTest : public QObject {
     QTest::mouseClick(fixture.macros()->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(fixture.macros()->viewport(), Qt::LeftButton, {}, place);
     QCOMPARE(fixture.tab->mEditedRow(), 1);
-    QTest::keyClick(editorOf(fixture.macros()), Qt::Key_Escape);
+    QTest::keyClick(fixture.editor(), Qt::Key_Escape);
     QTRY_COMPARE(fixture.tab->mEditedRow(), -1);
     QTest::keyClick(fixture.macros(), Qt::Key_F2);
     QCOMPARE(fixture.tab->mEditedRow(), 1);
@@ -247,16 +220,16 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(0);
     fixture.click("mDeleteMacro");
-    QMessageBox* alert = alertOf(fixture);
+    QMessageBox* alert = fixture.alert();
     QVERIFY(alert != nullptr);
-    QCOMPARE(alert->text(), localized("lkeyDeleteMacroAlertTitle").arg(QStringLiteral("Fireball")));
+    QCOMPARE(alert->text(), QStringLiteral("Delete Macro “Fireball”?"));
     QCOMPARE(alert->informativeText(), localized("lkeyDeleteMacroAlertDesc"));
     QCOMPARE(alert->windowModality(), Qt::WindowModal);
     QStringList buttons;
     for (const auto* button : alert->buttons()) buttons << button->text();
-    QCOMPARE(buttons, (QStringList{"OK", "Cancel"}));
+    QCOMPARE(buttons, (QStringList{"Delete", "Cancel"}));
     QTest::keyClick(alert, Qt::Key_Escape);
-    QTRY_VERIFY(alertOf(fixture) == nullptr);
+    QTRY_VERIFY(fixture.alert() == nullptr);
     QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
@@ -280,7 +253,7 @@ class MouseMacrosControllerListTest : public QObject {
       fixture.tab->refreshTableDisplay();
     };
     fixture.click("mDeleteMacro");
-    QTest::keyClick(alertOf(fixture), Qt::Key_Return);
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
     QCOMPARE(fixture.delegate.take(),
              (QStringList{QStringLiteral("deleteMacroAtIndex(%1)").arg(deleted),
                           QStringLiteral("getMacroDetailsForMacroAtIndex(%1)").arg(selected)}));
@@ -299,7 +272,7 @@ class MouseMacrosControllerListTest : public QObject {
       fixture.tab->refreshTableDisplay();
     };
     fixture.chooseFromGear("mSettingsMacro", 5);
-    QTest::keyClick(alertOf(fixture), Qt::Key_Return);
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
     QCOMPARE(fixture.delegate.take(), QStringList{"deleteMacroAtIndex(0)"});
     QCOMPARE(fixture.enabled(),
              (QStringList{"mMacroTableView", "mAddMacro", "mSettingsMacro", "mMacroDetailsTableView"}));
@@ -311,7 +284,7 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(0);
     fixture.click("mDeleteMacro");
-    QTest::keyClick(alertOf(fixture), Qt::Key_Return);
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
     QCOMPARE(fixture.delegate.take(), (QStringList{"deleteMacroAtIndex(0)", "getMacroDetailsForMacroAtIndex(0)"}));
     QCOMPARE(MacrosFixture::rowsOf(fixture.macros()).size(), 3);
     QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(3));

@@ -1,0 +1,270 @@
+// The list of macros: new ones, names, deletion and files.
+#include <QTableView>
+#include <algorithm>
+#include <utility>
+
+#include "macros/MacroFiles.h"
+#include "macros/MacroNameDelegate.h"
+#include "macros/MacrosTableModel.h"
+#include "macros/MouseMacrosController.h"
+#include "model/SettingsKeys.h"
+#include "model/VrCoreUtility.h"
+#include "platform/GoneAlert.h"
+#include "platform/Localization.h"
+#include "platform/LostAssignments.h"
+#include "platform/RecordFile.h"
+#include "platform/SettingsText.h"
+#include "platform/ShownName.h"
+#include "protocol/EngineProtocol.h"
+#include "ui_MouseMacrosController.h"
+#include "widgets/Alert.h"
+
+namespace skarn {
+
+using vorn::PropertyList;
+using vorn::RememberedRecord;
+using vorn::ReturnStatus;
+namespace keys = vorn::keys;
+
+namespace {
+
+constexpr const char* newMacroName = "Untitled Macro";
+constexpr int newMacroDelay = 20;  // milliseconds
+
+PropertyList newMacro(const std::string& name) {
+  return PropertyList::dictionary({{keys::MacroName, name},
+                                   {keys::Delay, newMacroDelay},
+                                   {keys::ResponseMsgPortName, vorn::configuratorReplyPortName},
+                                   {keys::Sequence, PropertyList::dictionary()}});
+}
+
+QString reasonOf(ReturnStatus refusal) {
+  switch (refusal) {
+    case ReturnStatus::OutOfRange:
+      return localized("lkeyNoRoomForMacro");
+    case ReturnStatus::NotSaved:
+      return localized("lkeyEngineDidNotSave");
+    case ReturnStatus::TooLarge:
+      return localized("lkeyRecordIsTooLarge");
+    default:
+      return localized("lkeyEngineRefused");
+  }
+}
+
+}  // namespace
+
+// --- New macros
+
+std::string MouseMacrosController::checkForDuplicateMacroName(const PropertyList& macros,
+                                                              std::string_view usingDefaultName) {
+  return vorn::VrCoreUtility::generateName(macros, usingDefaultName, keys::MacroName);
+}
+
+void MouseMacrosController::clickAddMacro() {
+  endNameEdit();
+  if (macroDelegate == nullptr) return;
+  mIsAddMacro = true;
+  const int selected = selectedMacro();
+  deselectMacro();
+  const PropertyList before = macrosSettingsArray;
+  const PropertyList macro = newMacro(checkForDuplicateMacroName(before, newMacroName));
+  macrosSettingsArray = before.appending(macro);
+  refreshTableDisplay();
+  const int last = mModel->rowCount() - 1;
+  selectMacroRow(last);
+  mUi->mMacroTableView->edit(mModel->index(last, MacrosTableModel::Name));
+  const auto status = macroDelegate->addMacroWithSettings(macro);
+  mIsAddMacro = false;
+  if (status == ReturnStatus::Done) {
+    // Only now the engine has any.
+    fetchLines();
+    return;
+  }
+  takeBack(macro, before, selected);
+  if (!status) return;
+  Alert::show(sheetWindow(), localized("lkeyAddFailedTitle").arg(shownName(textOf(macro, keys::MacroName))),
+              reasonOf(*status), {localized("lkeyOK")});
+}
+
+void MouseMacrosController::importMacro(const PropertyList& macro, const QString& path) {
+  if (macroDelegate == nullptr) return;
+  const PropertyList before = macrosSettingsArray;
+  const std::string name = checkForDuplicateMacroName(before, macro[keys::MacroName].string());
+  const PropertyList named = macro.with(keys::MacroName, name);
+  const int selected = selectedMacro();
+  deselectMacro();
+  macrosSettingsArray = before.appending(named);
+  const auto status = macroDelegate->addMacroWithSettings(named);
+  if (status != ReturnStatus::Done) {
+    takeBack(named, before, selected);
+    if (status) showImportProblem(sheetWindow(), path, reasonOf(*status));
+    return;
+  }
+  refreshTableDisplay();
+  selectMacroRow(mModel->rowCount() - 1);
+}
+
+void MouseMacrosController::takeBack(const PropertyList& macro, const PropertyList& before, int selected) {
+  mNames->discardEdit();
+  if (macrosSettingsArray == before.appending(macro)) macrosSettingsArray = before;
+  refreshTableDisplay();
+  if (selected >= 0 && selected < mModel->rowCount()) selectMacroRow(selected);
+}
+
+// --- Deletion
+
+void MouseMacrosController::clickDeleteMacro() {
+  endNameEdit();
+  const int row = macroToAsk();
+  if (row < 0) return;
+  askAboutMacro(row, "lkeyDeleteMacroAlertTitle",
+                withLostAssignments(localized("lkeyDeleteMacroAlertDesc"), allProfiles,
+                                    {vorn::AssignmentCommand::Macro, row, macrosSettingsArray.size()}),
+                &MouseMacrosController::deleteMacro);
+}
+
+void MouseMacrosController::askAboutMacro(int row, const char* title, const QString& description,
+                                          void (MouseMacrosController::*confirmed)(int row)) {
+  const RememberedRecord macro(macrosSettingsArray, row, keys::MacroName);
+  Alert::show(sheetWindow(), localized(title).arg(shownName(QString::fromStdString(macro.name()))), description,
+              {localized("lkeyDeleteAction"), localized("lkeyCancel")},
+              [guard = QPointer(this), macro, confirmed](int returnCode) {
+                if (!guard || returnCode != Alert::firstButtonReturn) return;
+                if (const int place = guard->selectMeantMacro(macro); place >= 0) (guard->*confirmed)(place);
+              });
+}
+
+int MouseMacrosController::selectMeantMacro(const RememberedRecord& macro) {
+  refreshTableDisplay();
+  if (macroDelegate == nullptr) return -1;
+  const auto place = macro.placeIn(macrosSettingsArray);
+  if (!place) {
+    showGoneAlert(sheetWindow(), QString::fromStdString(macro.name()));
+    return -1;
+  }
+  const int row = static_cast<int>(*place);
+  if (row != selectedMacro()) selectMacroRow(row);
+  return row;
+}
+
+void MouseMacrosController::deleteMacro(int row) {
+  const PropertyList before = mShownRecord;
+  macroDelegate->deleteMacroAtIndex(row);
+  refreshTableDisplay();
+  // Where another macro has moved into the row, its lines are there already.
+  if (mShownRecord == before) fetchLines();
+  const int count = mModel->rowCount();
+  if (count > 0) selectMacroRow(std::min(row, count - 1));
+  mUi->mMacroTableView->setFocus();
+}
+
+// --- Names
+
+void MouseMacrosController::renameSelectedMacro() {
+  endNameEdit();
+  const int row = selectedMacro();
+  if (row < 0) return;
+  isRenamingMacroName = true;
+  mUi->mMacroTableView->edit(mModel->index(row, MacrosTableModel::Name));
+}
+
+void MouseMacrosController::nameEditingStarted(int row) {
+  editedRow = row;
+  isRenamingMacroName = true;
+  mNamed.emplace(macrosSettingsArray, row, keys::MacroName);
+  updateControls();
+}
+
+void MouseMacrosController::nameEditingEnded() {
+  editedRow = -1;
+  isRenamingMacroName = false;
+  mNamed.reset();
+  updateControls();
+}
+
+void MouseMacrosController::endNameEdit() {
+  mNames->commitEdit();
+}
+
+std::optional<MouseMacrosController::InterruptedEdit> MouseMacrosController::interruptNameEdit() {
+  if (!mNamed) return std::nullopt;
+  const RememberedRecord macro = *mNamed;
+  const auto place = macro.placeIn(macrosSettingsArray);
+  if (place == editedRow) return std::nullopt;
+  const InterruptedEdit edit{macro.name(), place ? static_cast<int>(*place) : -1, mNames->typedName()};
+  mNames->discardEdit();
+  return edit;
+}
+
+void MouseMacrosController::resumeNameEdit(const InterruptedEdit& edit) {
+  if (edit.row < 0) {
+    showGoneAlert(sheetWindow(), QString::fromStdString(edit.macro));
+    return;
+  }
+  selectMacroRow(edit.row);
+  mUi->mMacroTableView->edit(mModel->index(edit.row, MacrosTableModel::Name));
+  if (edit.typed) mNames->setTypedName(*edit.typed);
+}
+
+void MouseMacrosController::nameEdited(int place, const QString& text) {
+  // The list that changes here is no news to the edit that ends.
+  const RememberedRecord named =
+      std::exchange(mNamed, std::nullopt).value_or(RememberedRecord(macrosSettingsArray, place, keys::MacroName));
+  if (text.isEmpty() || macroDelegate == nullptr) return;
+  const auto found = named.placeIn(macrosSettingsArray);
+  if (!found) {
+    showGoneAlert(sheetWindow(), QString::fromStdString(named.name()));
+    return;
+  }
+  const int row = static_cast<int>(*found);
+  // Its own old name must not count against the new one.
+  const PropertyList nameless = macrosSettingsArray.at(row).dictionaryOrEmpty().with(keys::MacroName, "");
+  macrosSettingsArray = macrosSettingsArray.replacing(row, nameless);
+  const std::string name = checkForDuplicateMacroName(macrosSettingsArray, text.toStdString());
+  macrosSettingsArray = macrosSettingsArray.replacing(row, nameless.with(keys::MacroName, name));
+  const bool isSelected = row == selectedMacro();
+  // The same macro under another name.
+  if (isSelected) mShownRecord = macrosSettingsArray.at(row);
+  refreshTableDisplay();
+  const RememberedRecord renamed(macrosSettingsArray, row, keys::MacroName);
+  macroDelegate->renameMacroAtIndex(row, name);
+  isRenamingMacroName = false;
+  // What the reload brought may have moved it, and what comes next is meant for it.
+  const auto stands = renamed.placeIn(macrosSettingsArray);
+  if (isSelected && stands && *stands != selectedMacro()) selectMacroRow(static_cast<int>(*stands));
+}
+
+// --- Files
+
+void MouseMacrosController::loadPanel() {
+  endNameEdit();
+  MacroFiles::open(sheetWindow(), [guard = QPointer(this)](const PropertyList& macro, const QString& path) {
+    if (guard) guard->importMacro(macro, path);
+  });
+}
+
+void MouseMacrosController::loadSaveAsPanel() {
+  endNameEdit();
+  const int row = macroToAsk();
+  if (row < 0) return;
+  const RememberedRecord macro(macrosSettingsArray, row, keys::MacroName);
+  macroDelegate->reloadMacros();
+  if (!macro.placeIn(macrosSettingsArray)) {
+    showGoneAlert(sheetWindow(), QString::fromStdString(macro.name()));
+    return;
+  }
+  MacroFiles::saveAs(sheetWindow(), QString::fromStdString(macro.name()),
+                     [guard = QPointer(this), macro](const QString& path) {
+                       if (guard) guard->exportMacro(macro, path);
+                     });
+}
+
+void MouseMacrosController::exportMacro(const RememberedRecord& macro, const QString& path) {
+  if (const auto place = macro.placeIn(macrosSettingsArray)) {
+    exportRecord(sheetWindow(), path, macrosSettingsArray.at(*place), vorn::RecordKind::Macro, mUi->mMacroNotice);
+  } else {
+    showGoneAlert(sheetWindow(), QString::fromStdString(macro.name()));
+  }
+}
+
+}  // namespace skarn
