@@ -131,6 +131,10 @@
         <source>Key that was pressed</source>
         <translation>Key that was pressed</translation>
     </message>
+    <message id="lkeyChangeRelease">
+        <source>Also change its release</source>
+        <translation>Also change its release</translation>
+    </message>
     <message id="lkeyCheckUpdates">
         <source>Check for Updates</source>
         <translation>Check for Updates</translation>
@@ -323,6 +327,10 @@
         <source>Delay in milliseconds</source>
         <translation>Delay in milliseconds</translation>
     </message>
+    <message id="lkeyDelayNow">
+        <source>Now: %1. Without an entry it stays so.</source>
+        <translation>Now: %1. Without an entry it stays so.</translation>
+    </message>
     <message id="lkeyDelete">
         <source>Delete…</source>
         <translation>Delete…</translation>
@@ -332,8 +340,16 @@
         <translation>Delete</translation>
     </message>
     <message id="lkeyDeleteAllEvents">
-        <source>Delete All Events</source>
-        <translation>Delete All Events</translation>
+        <source>Delete All Events…</source>
+        <translation>Delete All Events…</translation>
+    </message>
+    <message id="lkeyDeleteAllEventsAlertDesc">
+        <source>The macro stays, without what was recorded. Buttons that play it do nothing until something is recorded again. This cannot be undone.</source>
+        <translation>The macro stays, without what was recorded. Buttons that play it do nothing until something is recorded again. This cannot be undone.</translation>
+    </message>
+    <message id="lkeyDeleteAllEventsAlertTitle">
+        <source>Delete All Events of “%1”?</source>
+        <translation>Delete All Events of “%1”?</translation>
     </message>
     <message id="lkeyDeleteEvent">
         <source>Delete Event</source>
@@ -748,6 +764,14 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyLightPreview">
         <source>Preview of the light</source>
         <translation>Preview of the light</translation>
+    </message>
+    <message id="lkeyLineGoneDesc">
+        <source>The events of “%1” were changed meanwhile, by another program. Nothing else was changed.</source>
+        <translation>The events of “%1” were changed meanwhile, by another program. Nothing else was changed.</translation>
+    </message>
+    <message id="lkeyLineGoneTitle">
+        <source>This line is no longer there</source>
+        <translation>This line is no longer there</translation>
     </message>
     <message id="lkeyLostAssignments">
         <source>These controls go back to their default: %1.</source>

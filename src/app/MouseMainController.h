@@ -193,6 +193,8 @@ class MouseMainController : public QObject,
   void getMacroDetailsForMacroAtIndex(int macro) override;
   vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) override;
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) override;
+  void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict,
+                          std::uint8_t releaseIndex, const vorn::PropertyList& newRelease) override;
   void removeEventAtIndex(int event, int forMacroAtIndex) override;
   void removeAllEventsForMacroAtIndex(int macro) override;
   void setAllEventsDelay(int delay, int forMacroAtIndex, bool hasNoDelay) override;
@@ -221,6 +223,7 @@ class MouseMainController : public QObject,
                               std::chrono::milliseconds interval = vorn::pollInterval);
   // The bundle of a profile command's answer; none when the answer lacks it. The answer is taken out of the slot.
   vorn::PropertyList bundleOf(vorn::MessageID messageID, const vorn::PropertyList& request);
+  void replaceEvents(const vorn::PropertyList& events);  // sends what stands beside the envelope
   void applyChange(const vorn::PropertyList& bundle, std::string_view profileName);
   void noteChange(const vorn::PropertyList& bundle, std::string_view profileName);
   // The bundle of an answered switch, with what a deletion before it leaves to do. Redraws nothing.

@@ -1,6 +1,7 @@
 #include "macros/MacroSheets.h"
 
 #include "macros/NumberOnlyTextField.h"
+#include "model/eventParser.h"
 #include "platform/Localization.h"
 #include "ui_MacroDelaySheet.h"
 #include "ui_MacroEventSheet.h"
@@ -22,7 +23,10 @@ NumberOnlyTextField& MacroDelaySheet::mInputMacroDelay() const {
   return *mUi->mInputMacroDelay;
 }
 
-void MacroDelaySheet::begin() {
+void MacroDelaySheet::begin(const QString& line) {
+  const auto milliseconds = vorn::eventParser::delayOfLine(line.toStdString());
+  mUi->mInputMacroDelay->setPlaceholderText(milliseconds ? QString::number(*milliseconds) : QString());
+  mUi->mMacroDelayNow->setText(localized("lkeyDelayNow").arg(line.trimmed()));
   mUi->mInputMacroDelay->clear();
   mUi->mInputMacroDelay->setFocus();
   open();
@@ -44,7 +48,14 @@ KeyCaptureField& MacroEventSheet::mInputMacroEvent() const {
   return *mUi->mInputMacroEvent;
 }
 
-void MacroEventSheet::begin() {
+bool MacroEventSheet::changesRelease() const {
+  return mUi->mChangesRelease->isChecked();
+}
+
+void MacroEventSheet::begin(bool hasRelease) {
+  mUi->mChangesRelease->setVisible(hasRelease);
+  mUi->mChangesRelease->setChecked(hasRelease);
+  adjustSize();
   mUi->mInputMacroEvent->begin();
   open();
 }

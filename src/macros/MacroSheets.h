@@ -24,8 +24,9 @@ class MacroDelaySheet : public QDialog {
   ~MacroDelaySheet() override;
 
   NumberOnlyTextField& mInputMacroDelay() const;
-  // Shows the sheet with an empty input.
-  void begin();
+  // Shows the sheet with an empty input. line: the delay as it stands in the list; the input says it in milliseconds
+  // as long as it is empty.
+  void begin(const QString& line);
   void reject() override { emit cancelled(); }
 
  signals:
@@ -45,8 +46,9 @@ class MacroEventSheet : public QDialog {
   ~MacroEventSheet() override;
 
   KeyCaptureField& mInputMacroEvent() const;
-  // Shows the sheet with an empty input; OK waits for the first key.
-  void begin();
+  // Shows the sheet with an empty input. hasRelease: the event has a release that may change with it.
+  void begin(bool hasRelease);
+  bool changesRelease() const;
   void reject() override { emit cancelled(); }
 
  signals:

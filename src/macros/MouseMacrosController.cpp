@@ -251,6 +251,8 @@ void MouseMacrosController::refreshTableDisplay() {
   mIsReloading = false;
   if (mRecorded) {
     followRecordedMacro();
+  } else if (mEdited && isLineSheetOpen()) {
+    followEditedMacro();
   } else if (const int row = selectedMacro(); row != selected || (row >= 0 && !areLinesOf(row))) {
     macroTableViewSelectionDidChange();
   }

@@ -25,6 +25,7 @@
 #include <string_view>
 
 #include "macros/MacroControllerDelegate.h"
+#include "model/MacroLines.h"
 #include "model/NotificationCenter.h"
 #include "model/PropertyList.h"
 #include "model/RememberedRecord.h"
@@ -149,6 +150,11 @@ class MouseMacrosController : public QWidget {
     int row;                       // where it stands now, -1 when it is gone
     std::optional<QString> typed;  // none as long as nothing has been typed
   };
+  // What an open sheet for a line is for.
+  struct EditedLine {
+    vorn::RememberedRecord macro;
+    vorn::RememberedLine line;
+  };
   enum class Needs { Nothing, Macro, Line };  // of a button, besides a mouse
 
   // Wiring
@@ -221,9 +227,18 @@ class MouseMacrosController : public QWidget {
   void exportMacro(const vorn::RememberedRecord& macro, const QString& path);
   void editSelectedLine();
   void openEventSheet();
+  bool isLineSheetOpen() const;
+  void rememberEditedLine(int macro, int line);
+  // The sheet's macro and line stay the selected ones wherever they stand now. False when one is gone: the sheet closes
+  // as by Cancel then, and that is said. True without a sheet.
+  bool followEditedMacro();
+  bool followEditedLine();
+  void cancelLineSheet();
   void endEventCapture();
   void endEventEditing();
-  void storeCaughtKey(bool setsPage);
+  void storeCaughtKey(bool setsPage, bool changesRelease);
+  vorn::PropertyList withCaughtKey(const vorn::PropertyList& event, bool setsPage) const;
+  void deleteAllLines(int macro);
 
   // News
   void recordedMessages(const vorn::Notification& notification);
@@ -240,6 +255,7 @@ class MouseMacrosController : public QWidget {
   vorn::PropertyList mShownRecord;                  // whose lines are shown
   std::optional<vorn::RememberedRecord> mRecorded;  // while a recording runs: what it is for
   std::size_t mMacroCountAtRecording = 0;
+  std::optional<EditedLine> mEdited;
   std::optional<vorn::RememberedRecord> mNamed;  // whose name is being edited
   vorn::PropertyList macrosSettingsArray = vorn::PropertyList::array();
   vorn::PropertyList allProfiles = vorn::PropertyList::array();

@@ -2,6 +2,7 @@
 #include <QMenu>
 #include <QTableView>
 #include <algorithm>
+#include <utility>
 
 #include "macros/MacroDetailsModel.h"
 #include "macros/MacroMenus.h"
@@ -9,10 +10,15 @@
 #include "macros/MouseMacrosController.h"
 #include "macros/NumberOnlyTextField.h"
 #include "model/HidUsages.h"
+#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
+#include "platform/GoneAlert.h"
+#include "platform/Localization.h"
+#include "platform/ShownName.h"
 #include "protocol/EngineProtocol.h"
 #include "ui_MouseMacrosController.h"
+#include "widgets/Alert.h"
 #include "widgets/KeyCaptureField.h"
 
 namespace skarn {
@@ -97,6 +103,7 @@ void MouseMacrosController::clickMacroSettingsMenuItem(int tag) {
 }
 
 void MouseMacrosController::clickMacroDetailsSettingsMenuItem(int tag) {
+  endNameEdit();
   const int macro = macroToAsk();
   if (macro < 0) return;
   switch (tag) {
@@ -110,8 +117,8 @@ void MouseMacrosController::clickMacroDetailsSettingsMenuItem(int tag) {
       clickDeleteMacroDetails();
       break;
     case macroDetailsMenuTags::DeleteAllEvents:
-      macroDelegate->removeAllEventsForMacroAtIndex(macro);
-      fetchLines();
+      askAboutMacro(macro, "lkeyDeleteAllEventsAlertTitle", localized("lkeyDeleteAllEventsAlertDesc"),
+                    &MouseMacrosController::deleteAllLines);
       break;
     case macroDetailsMenuTags::CopyDelay:
       // The row stands for its delay: the engine reads it and gives it to every event.
@@ -159,29 +166,95 @@ void MouseMacrosController::clickDeleteMacroDetails() {
   mUi->mMacroDetailsTableView->setFocus();
 }
 
+void MouseMacrosController::deleteAllLines(int macro) {
+  macroDelegate->removeAllEventsForMacroAtIndex(macro);
+  fetchLines();
+}
+
 void MouseMacrosController::editSelectedLine() {
   const int macro = macroToAsk();
   const int line = selectedLine();
   if (macro < 0 || line < 0) return;
   if (isDelayLine(line)) {
-    mEditDelayWindow->begin();
+    rememberEditedLine(macro, line);
+    mEditDelayWindow->begin(mDetailsModel->index(line).data().toString());
   } else if (isEventWithinReach(macro, line)) {
     openEventSheet();
+  }
+}
+
+// --- What a sheet is for
+
+bool MouseMacrosController::isLineSheetOpen() const {
+  return mEditDelayWindow->isVisible() || mEditEventWindow->isVisible();
+}
+
+void MouseMacrosController::rememberEditedLine(int macro, int line) {
+  mEdited.emplace(EditedLine{vorn::RememberedRecord(macrosSettingsArray, macro, keys::MacroName),
+                             vorn::RememberedLine(mDetailsModel->lines(), line)});
+}
+
+bool MouseMacrosController::followEditedMacro() {
+  if (!mEdited || !isLineSheetOpen()) return true;
+  const auto place = mEdited->macro.placeIn(macrosSettingsArray);
+  if (!place) {
+    const QString name = QString::fromStdString(mEdited->macro.name());
+    cancelLineSheet();
+    showGoneAlert(sheetWindow(), name);
+    return false;
+  }
+  mEdited->macro = vorn::RememberedRecord(macrosSettingsArray, *place, keys::MacroName);
+  // The lines that come then are followed too.
+  if (const int row = static_cast<int>(*place); row != selectedMacro()) {
+    selectMacroRow(row);
+  } else if (!areLinesOf(row)) {
+    macroTableViewSelectionDidChange();
+  }
+  return mEdited.has_value();
+}
+
+bool MouseMacrosController::followEditedLine() {
+  // Lines of another macro say nothing about it.
+  const bool areItsLines = mEdited && mEdited->macro.placeIn(macrosSettingsArray) == selectedMacro();
+  if (!areItsLines || !isLineSheetOpen()) return true;
+  const auto place = mEdited->line.placeIn(mDetailsModel->lines());
+  if (!place) {
+    const QString name = QString::fromStdString(mEdited->macro.name());
+    cancelLineSheet();
+    Alert::show(sheetWindow(), localized("lkeyLineGoneTitle"), localized("lkeyLineGoneDesc").arg(shownName(name)),
+                {localized("lkeyOK")});
+    return false;
+  }
+  const int line = static_cast<int>(*place);
+  if (line != selectedLine()) selectLine(line);
+  rememberEditedLine(selectedMacro(), line);
+  return true;
+}
+
+void MouseMacrosController::cancelLineSheet() {
+  if (mEditEventWindow->isVisible()) {
+    clickMacroEventCancel();
+  } else {
+    clickMacroDelayCancel();
   }
 }
 
 // --- A delay
 
 void MouseMacrosController::clickMacroDelayOK() {
+  if (!followEditedMacro() || !followEditedLine()) return;
+  mEdited.reset();
   mEditDelayWindow->hide();
   const int macro = macroToAsk();
   const int line = selectedLine();
-  if (macro < 0 || line < 0) return;
+  // Without an entry the delay stays as it is.
+  if (macro < 0 || line < 0 || mEditDelayWindow->mInputMacroDelay().text().isEmpty()) return;
   macroDelegate->setNewDelay(mEditDelayWindow->mInputMacroDelay().integerValue(), line, macro);
   fetchLines();
 }
 
 void MouseMacrosController::clickMacroDelayCancel() {
+  mEdited.reset();
   mEditDelayWindow->hide();
 }
 
@@ -191,7 +264,9 @@ void MouseMacrosController::openEventSheet() {
   setStateOfTables(false);
   mIsMacroEventEdit = true;
   mMacroEventEditHIDCode = 0;
-  mEditEventWindow->begin();
+  rememberEditedLine(selectedMacro(), selectedLine());
+  const auto release = vorn::releaseRowOf(mDetailsModel->lines(), selectedLine());
+  mEditEventWindow->begin(release && isEventWithinReach(selectedMacro(), static_cast<int>(*release)));
   mIsEditingMacro = true;
   mSequenceDict = macroDelegate->getSequenceDetails(static_cast<std::uint8_t>(selectedMacro()),
                                                     static_cast<std::uint8_t>(selectedLine()));
@@ -213,12 +288,12 @@ void MouseMacrosController::singleKeyEvents(const Notification& notification) {
   // Without the sheet nobody would confirm it.
   if (!isRecordTitleStop() || !mIsEditingMacro || mEditEventWindow->isVisible()) return;
   endEventCapture();
-  storeCaughtKey(false);
+  storeCaughtKey(false, false);
   endEventEditing();
 }
 
 // The event is read afresh: it may have changed since the sheet was opened.
-void MouseMacrosController::storeCaughtKey(bool setsPage) {
+void MouseMacrosController::storeCaughtKey(bool setsPage, bool changesRelease) {
   const int macro = macroToAsk();
   const int line = selectedLine();
   if (macro < 0 || line < 0 || !isEventWithinReach(macro, line)) return;
@@ -226,10 +301,22 @@ void MouseMacrosController::storeCaughtKey(bool setsPage) {
   const auto lineRow = static_cast<std::uint8_t>(line);
   mSequenceDict = macroDelegate->getSequenceDetails(macroRow, lineRow);
   if (mSequenceDict.isEmpty() || mMacroEventEditHIDCode == 0) return;
-  mSequenceDict = mSequenceDict.with(keys::Argument, mMacroEventEditHIDCode);
-  if (setsPage) mSequenceDict = mSequenceDict.with(keys::Page, vorn::hid::keyboardPage);
-  macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);
+  const PropertyList before = std::exchange(mSequenceDict, withCaughtKey(mSequenceDict, setsPage));
+  const auto release = changesRelease ? vorn::releaseRowOf(mDetailsModel->lines(), line) : std::nullopt;
+  const auto releaseRow = static_cast<std::uint8_t>(release.value_or(0));
+  const PropertyList released = release ? macroDelegate->getSequenceDetails(macroRow, releaseRow) : PropertyList();
+  // Keys of one name share their lines.
+  if (vorn::isReleaseOf(before, released)) {
+    macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict, releaseRow, withCaughtKey(released, setsPage));
+  } else {
+    macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);
+  }
   fetchLines();
+}
+
+PropertyList MouseMacrosController::withCaughtKey(const PropertyList& event, bool setsPage) const {
+  const PropertyList changed = event.with(keys::Argument, mMacroEventEditHIDCode);
+  return setsPage ? changed.with(keys::Page, vorn::hid::keyboardPage) : changed;
 }
 
 void MouseMacrosController::endEventCapture() {
@@ -245,12 +332,15 @@ void MouseMacrosController::endEventEditing() {
 }
 
 void MouseMacrosController::clickMacroEventOK() {
+  if (!followEditedMacro() || !followEditedLine()) return;
+  mEdited.reset();
   endEventCapture();
-  storeCaughtKey(true);
+  storeCaughtKey(true, mEditEventWindow->changesRelease());
   endEventEditing();
 }
 
 void MouseMacrosController::clickMacroEventCancel() {
+  mEdited.reset();
   endEventCapture();
   endEventEditing();
 }

@@ -1,6 +1,7 @@
 // Recordings: the record and append buttons, and the lines that arrive meanwhile.
 #include <QPushButton>
 #include <QTableView>
+#include <utility>
 
 #include "macros/MacroDetailsModel.h"
 #include "macros/MacroSheets.h"
@@ -136,6 +137,7 @@ void MouseMacrosController::endRecording() {
   setStateOfTables(true);
   if (mIsMacroEventEdit) {
     mIsMacroEventEdit = false;
+    mEdited.reset();
     mEditEventWindow->hide();
   }
   if (macroDelegate != nullptr) {
@@ -177,6 +179,7 @@ void MouseMacrosController::updateSelectedMacroWithMacroDetails(const PropertyLi
   showLines(lines);
   // The record in the list is older where single events were edited.
   mModel->setEventCount(selectedMacro(), (mDetailsModel->rowCount() + 1) / 2);
+  followEditedLine();
 }
 
 void MouseMacrosController::showLines(const PropertyList& lines) {
@@ -190,11 +193,11 @@ void MouseMacrosController::showLines(const PropertyList& lines) {
 }
 
 void MouseMacrosController::recordedMessages(const Notification& notification) {
-  if (mIsStopRecording) {
-    mIsStopRecording = false;
-    return;
-  }
-  mDetailsModel->appendLines(finishedLines(notification.userInfo[newsKeys::MessagesArray]));
+  if (std::exchange(mIsStopRecording, false)) return;
+  const PropertyList lines = finishedLines(notification.userInfo[newsKeys::MessagesArray]);
+  // More than one batch may have been under way at a stop, whose lines have been fetched since.
+  if (!isRecording && vorn::holdsLines(mDetailsModel->lines(), lines)) return;
+  mDetailsModel->appendLines(lines);
   if (!isRecordTitleStop()) offerLineDeletion(mDetailsModel->rowCount() > 0);
   updateVisibleParts();
   mUi->mMacroDetailsTableView->scrollToBottom();

@@ -29,6 +29,12 @@ bool isMacroEvent(const PropertyList& event) {
          argument.isInteger() && hid::isKeyOrButton(page.toInt64(), argument.toInt64());
 }
 
+bool isReleaseOf(const PropertyList& press, const PropertyList& event) {
+  return isMacroEvent(press) && isMacroEvent(event) && press[keys::Command].toInt() == 1 &&
+         event[keys::Command].toInt() == 0 && press[keys::Page] == event[keys::Page] &&
+         press[keys::Argument] == event[keys::Argument];
+}
+
 PropertyList macroEvents(const PropertyList& macro) {
   const PropertyList& events = macro[keys::Sequence][keys::Events];
   if (std::ranges::all_of(events.elements(), isMacroEvent)) return events.arrayOrEmpty();

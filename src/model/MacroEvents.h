@@ -20,6 +20,9 @@ bool isMacroDelay(const PropertyList& value);
 // argument 1 to 9), with a delay from 0 to maximumDelay before it. All four are integers; further keys do no harm.
 bool isMacroEvent(const PropertyList& event);
 
+// Two events: is the second one a release of the key or button that the first one presses?
+bool isReleaseOf(const PropertyList& press, const PropertyList& event);
+
 // The events of a macro record, an array. What is no event, in settings that were written elsewhere, is left out.
 PropertyList macroEvents(const PropertyList& macro);
 

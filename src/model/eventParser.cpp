@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <mutex>
 #include <string_view>
 
@@ -16,6 +17,7 @@ namespace {
 constexpr std::string_view separator = " + ";
 constexpr std::string_view keyPressText = "Key Press ";
 constexpr std::string_view keyReleaseText = "Key Release ";
+constexpr std::string_view delayText = " seconds delay\n";
 constexpr std::string_view buttonPressText = " down\n";
 constexpr std::string_view buttonReleaseText = " up\n";
 
@@ -45,7 +47,7 @@ std::string delayLine(std::int64_t milliseconds) {
   const std::to_chars_result result =
       std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<double>(milliseconds) / 1000.0,
                     std::chars_format::fixed, 3);
-  return std::string(digits.data(), result.ptr) + " seconds delay\n";
+  return std::string(digits.data(), result.ptr).append(delayText);
 }
 
 std::string buttonName(std::uint64_t button) {
@@ -131,6 +133,27 @@ eventParser::LineKind eventParser::kindOfLine(std::string_view line) {
   if (line.starts_with(keyReleaseText)) return LineKind::KeyRelease;
   if (line.ends_with(buttonPressText) || line.ends_with(buttonReleaseText)) return LineKind::Button;
   return LineKind::Other;
+}
+
+std::string eventParser::releaseLineOf(std::string_view press) {
+  switch (kindOfLine(press)) {
+    case LineKind::KeyPress:
+      return std::string(keyReleaseText).append(press.substr(keyPressText.size()));
+    case LineKind::Button:
+      if (!press.ends_with(buttonPressText)) return {};
+      return std::string(press.substr(0, press.size() - buttonPressText.size())).append(buttonReleaseText);
+    default:
+      return {};
+  }
+}
+
+std::optional<std::int64_t> eventParser::delayOfLine(std::string_view line) {
+  if (!line.ends_with(delayText)) return std::nullopt;
+  line.remove_suffix(delayText.size());
+  double seconds = 0;
+  const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), seconds);
+  if (error != std::errc() || end != line.data() + line.size()) return std::nullopt;
+  return std::llround(seconds * 1000.0);
 }
 
 void eventParser::manageHIDStack(std::vector<int>& argument) {

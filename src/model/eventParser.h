@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,6 +47,12 @@ class eventParser {
   // What a line tells, read from its text.
   enum class LineKind { KeyPress, KeyRelease, Button, Other };
   static LineKind kindOfLine(std::string_view line);
+
+  // The line of the release that belongs to the line of a press; empty for any other line.
+  static std::string releaseLineOf(std::string_view press);
+
+  // The milliseconds that a delay line tells; nothing for any other line.
+  static std::optional<std::int64_t> delayOfLine(std::string_view line);
 
   // Brings the list of held keys up to date and puts it, in the order in which the keys went down, in place of the
   // argument. argument: the usages of the keys that are down now, in any order.

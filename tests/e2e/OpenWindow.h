@@ -112,6 +112,7 @@ class EngineSession {
     options.insert(options.end(), {"--defaults", BUILT_DEFAULTS});
     mEngine = std::make_unique<vorn::test::EngineProcess>(mFolder->path("state"), options);
   }
+  std::string stateFolder() const { return mFolder->path("state"); }
   void kill() {
     mEngine->process().signal(SIGKILL);
     mEngine->process().waitForEnd();

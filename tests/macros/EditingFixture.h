@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTest>
 
 #include "macros/MacrosFixture.h"
 
@@ -23,6 +24,18 @@ struct EditingFixture : MacrosFixture {
   QLineEdit& delay() { return *find<QLineEdit>("mInputMacroDelay"); }
   QLineEdit& field() { return *find<QLineEdit>("mInputMacroEvent"); }
   QString key() { return field().text(); }
+  bool hasSheet() { return isShown("mEditDelayWindow") || isShown("mEditEventWindow"); }
+  // What OK of the open sheet sends, with a delay entered or a key caught.
+  QStringList confirmed() {
+    if (isShown("mEditDelayWindow")) {
+      QTest::keyClicks(&delay(), "7");
+      click("mMacroDelayOK");
+    } else {
+      press(4);
+      click("mMacroEventEditOK");
+    }
+    return delegate.take();
+  }
 };
 
 }  // namespace skarn::test

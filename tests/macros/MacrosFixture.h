@@ -43,10 +43,20 @@ class RecordingMacros : public MacroControllerDelegate {
   }
   PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t event) override {
     note(QStringLiteral("getSequenceDetails(%1, %2)").arg(macro).arg(event));
-    return sequence;
+    const auto found = sequences.find(event);
+    return found != sequences.end() ? found->second : sequence;
   }
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict) override {
     note(QStringLiteral("updateSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
+  }
+  void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict, std::uint8_t release,
+                          const PropertyList& newRelease) override {
+    note(QStringLiteral("updateSequenceInfo(%1, %2, %3, %4, %5)")
+             .arg(macro)
+             .arg(event)
+             .arg(text(newDict))
+             .arg(release)
+             .arg(text(newRelease)));
   }
   void removeEventAtIndex(int event, int macro) override {
     note(QStringLiteral("removeEventAtIndex(%1, %2)").arg(event).arg(macro));
@@ -78,6 +88,7 @@ class RecordingMacros : public MacroControllerDelegate {
   MouseMacrosController& tab;
   std::map<int, PropertyList> lines;  // of each macro
   PropertyList sequence = PropertyList::dictionary();
+  std::map<int, PropertyList> sequences;  // where they differ from it, by row
   bool answersDetails = true;
   std::optional<vorn::ReturnStatus> answerToAdd = vorn::ReturnStatus::Done;
   std::function<void(const QString& call)> onCall;  // during a call

@@ -1,5 +1,6 @@
 // The sheet for a delay.
 #include <QClipboard>
+#include <QLabel>
 #include <QTest>
 
 #include "macros/EditingFixture.h"
@@ -32,9 +33,27 @@ class MouseMacrosControllerDelaySheetTest : public QObject {
     fixture.edit();
     bool wasOpen = true;
     fixture.delegate.onCall = [&](const QString&) { wasOpen = fixture.isShown("mEditDelayWindow"); };
+    QTest::keyClicks(&fixture.delay(), "0");
     QTest::keyClick(&fixture.delay(), Qt::Key_Return);
     QVERIFY(!wasOpen);
     QCOMPARE(fixture.delegate.take().constFirst(), QStringLiteral("setNewDelay(0, 1, 0)"));
+  }
+
+  void theSheetTellsTheDelayAsItIsNow() {
+    EditingFixture fixture(1);
+    fixture.edit();
+    QCOMPARE(fixture.find<QLabel>("mMacroDelayNow")->text(),
+             QStringLiteral("Now: 0.020 seconds delay. Without an entry it stays so."));
+    QCOMPARE(fixture.delay().placeholderText(), QStringLiteral("20"));
+    QCOMPARE(fixture.delay().text(), QString());
+  }
+
+  void withoutAnEntryTheDelayStaysAsItIs() {
+    EditingFixture fixture(1);
+    fixture.edit();
+    QTest::keyClick(&fixture.delay(), Qt::Key_Return);
+    QVERIFY(!fixture.isShown("mEditDelayWindow"));
+    QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
   void cancellingTheDelaySheetSendsNothing() {

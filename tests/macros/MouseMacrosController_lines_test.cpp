@@ -57,10 +57,48 @@ class MouseMacrosControllerLinesTest : public QObject {
     fixture.selectMacro(0);
     fixture.delegate.lines[0] = PropertyList::array();
     fixture.chooseFromGear("mSettingsMacroDetails", 4);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.alert()->text(), QStringLiteral("Delete All Events of “Fireball”?"));
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
     QCOMPARE(fixture.delegate.take(),
              (QStringList{"removeAllEventsForMacroAtIndex(0)", "getMacroDetailsForMacroAtIndex(0)"}));
     QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
     QVERIFY(!fixture.find("mDeleteMacroDetails")->isEnabled());
+  }
+
+  void deletingAllLinesAsksFirst() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.chooseFromGear("mSettingsMacroDetails", 4);
+    QStringList buttons;
+    for (const auto* button : fixture.alert()->buttons()) buttons << button->text();
+    QCOMPARE(buttons, (QStringList{"Delete", "Cancel"}));
+    QTest::keyClick(fixture.alert(), Qt::Key_Escape);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void allLinesAreDeletedOfTheMacroThatTheAlertWasOpenedFor() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.chooseFromGear("mSettingsMacroDetails", 4);
+    fixture.reload(macrosNamed({"Greeting", "Build order"}));
+    fixture.delegate.take();
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    QCOMPARE(fixture.delegate.take(),
+             (QStringList{"getMacroDetailsForMacroAtIndex(0)", "removeAllEventsForMacroAtIndex(0)",
+                          "getMacroDetailsForMacroAtIndex(0)"}));
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 0);
+  }
+
+  void noLinesAreDeletedOfAMacroThatIsGone() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    fixture.chooseFromGear("mSettingsMacroDetails", 4);
+    fixture.reload(macrosNamed({"Fireball"}));
+    fixture.delegate.take();
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.alert()->text(), QStringLiteral("“Greeting” is no longer there"));
   }
 
   void copyDelaySendsTheRowOfTheDelay() {

@@ -127,6 +127,19 @@ class MouseMacrosControllerRecordingTest : public QObject {
             linesOfEvents(1).appending("0.020 seconds delay\n").appending("Key Press B"));
   }
 
+  void severalBatchesThatWereUnderWayAtAStopAreShownOnce() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mRecordMacroDetails");
+    const PropertyList all = linesOfEvents(3);
+    fixture.delegate.lines[0] = all;
+    fixture.click("mRecordMacroDetails");
+    fixture.record(PropertyList::array({all.at(0)}));
+    fixture.record(PropertyList::array({all.at(1), all.at(2)}));
+    fixture.record(PropertyList::array({all.at(3), all.at(4)}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == all);
+  }
+
   void aRecordingBegunAfterAStopShowsItsFirstBatch_data() {
     QTest::addColumn<QByteArray>("button");
     QTest::newRow("record") << QByteArray("mRecordMacroDetails");

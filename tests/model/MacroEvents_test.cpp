@@ -91,5 +91,16 @@ TEST(MacroEventsTest, WaitAtMostAThousandSeconds) {
   }
 }
 
+TEST(MacroEventsTest, AReleaseBelongsToThePressOfTheSameKeyOrButton) {
+  EXPECT_TRUE(isReleaseOf(keyPress(4), keyRelease(4)));
+  EXPECT_TRUE(isReleaseOf(macroEvent(1, 0, 9, 1), macroEvent(0, 5, 9, 1)));
+  EXPECT_FALSE(isReleaseOf(keyPress(42), keyRelease(76)));
+  EXPECT_FALSE(isReleaseOf(macroEvent(1, 0, 7, 4), macroEvent(0, 0, 9, 4)));
+  EXPECT_FALSE(isReleaseOf(keyPress(4), keyPress(4)));
+  EXPECT_FALSE(isReleaseOf(keyRelease(4), keyRelease(4)));
+  EXPECT_FALSE(isReleaseOf(keyPress(4), PropertyList()));
+  EXPECT_FALSE(isReleaseOf(PropertyList(), PropertyList()));
+}
+
 }  // namespace
 }  // namespace vorn

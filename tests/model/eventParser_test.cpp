@@ -473,6 +473,27 @@ TEST_F(EventParserHeldKeysTest, AreSharedByTextsAndReportsOfSeveralThreads) {
   for (const std::atomic<int>& count : wrong) EXPECT_EQ(count, 0);
 }
 
+TEST(EventParserLinesTest, OfAPressLeadToThatOfItsRelease) {
+  EXPECT_EQ(eventParser::releaseLineOf("Key Press Left Shift"), "Key Release Left Shift");
+  EXPECT_EQ(eventParser::releaseLineOf("Key Press "), "Key Release ");
+  EXPECT_EQ(eventParser::releaseLineOf("Left Button down\n"), "Left Button up\n");
+  EXPECT_EQ(eventParser::releaseLineOf("Button 9 down\n"), "Button 9 up\n");
+  for (const char* line : {"Key Release A", "Left Button up\n", "0.020 seconds delay\n", "", "Key Press"}) {
+    EXPECT_EQ(eventParser::releaseLineOf(line), "") << line;
+  }
+}
+
+TEST(EventParserLinesTest, OfDelaysAreReadBackAsTheirMilliseconds) {
+  for (const int delay : {0, 1, 20, 999, 1500, 999'999}) {
+    const PropertyList lines = eventParser::parseSequence(PropertyList::dictionary({{"delay", delay}}));
+    EXPECT_EQ(eventParser::delayOfLine(lines.at(0).string()), delay);
+  }
+  for (const char* line :
+       {"Key Press A", "x seconds delay\n", " seconds delay\n", "1.0 seconds delay", "1.0x seconds delay\n"}) {
+    EXPECT_EQ(eventParser::delayOfLine(line), std::nullopt) << line;
+  }
+}
+
 TEST(EventParserKeyNamesTest, LeadBackToTheirKeyWhateverTheirCase) {
   for (const auto& [code, name] : namedKeys()) {
     EXPECT_EQ(hid::keyName(code), name);

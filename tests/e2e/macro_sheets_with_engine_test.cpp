@@ -1,0 +1,200 @@
+// What a sheet, an alert or a name on the Macros tab is for, while other programs change the same macros; and macros
+// that the engine does not take.
+#include <QCheckBox>
+#include <filesystem>
+#include <fstream>
+
+#include "e2e/OpenMacros.h"
+#include "macros/MacroMenus.h"
+#include "model/PropertyListCodec.h"
+#include "platform/Localization.h"
+#include "support/ChildProcess.h"
+#include "support/QtTests.h"
+#include "widgets/Notice.h"
+#include "widgets/SkarnStyle.h"
+
+using namespace skarn;
+using namespace skarn::test;
+using vorn::MessageID;
+using vorn::PropertyList;
+using vorn::test::VirtualMouse;
+namespace keys = vorn::keys;
+namespace requestKeys = vorn::requestKeys;
+
+namespace {
+
+// As a person does it in a terminal.
+void deleteMacro(const char* name) {
+  vorn::test::ChildProcess vornctl({VORNCTL_PROGRAM, "macros", "delete", name});
+  QCOMPARE(vornctl.waitForEnd(), std::optional(0));
+}
+
+// With three macros, M1 to M3, of which one is selected.
+class ThreeMacros : public OpenMacros {
+ public:
+  explicit ThreeMacros(int selected) {
+    awaitAnnouncement();
+    find<QTableView>("mMacroTableView")->selectRow(selected);
+  }
+  void awaitNames(const QStringList& expected) { QTRY_COMPARE_WITH_TIMEOUT(names(), expected, deadline); }
+  void edit(int line) {
+    clickLine(line);
+    chooseFromGear("mSettingsMacroDetails", macroDetailsMenuTags::Edit);
+  }
+  QMessageBox* alert() {
+    for (auto* shown : window().findChildren<QMessageBox*>(QStringLiteral("alert"))) {
+      if (shown->isVisible()) return shown;
+    }
+    return nullptr;
+  }
+  QLineEdit* editor() {
+    for (auto* field : find("mMacroTableView")->findChildren<QLineEdit*>()) {
+      if (field->isVisible()) return field;
+    }
+    return nullptr;
+  }
+};
+
+}  // namespace
+
+class MacroSheetsWithEngineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() {
+    QApplication::setStyle(new SkarnStyle);
+    QVERIFY(installTranslations(QStringLiteral("en")));
+  }
+  void init() {
+    mEngine.begin();
+    OtherClient other;
+    for (int events = 1; events <= 3; ++events) addMacro(other, events);
+  }
+  void cleanup() { mEngine.end(); }
+
+  void a_delay_goes_to_the_macro_that_its_sheet_was_opened_for() {
+    OtherClient other;
+    ThreeMacros open(2);
+    open.edit(3);
+    deleteMacro("M1");
+    open.awaitNames({"M2", "M3"});
+    QVERIFY(open.hasSheet("mEditDelayWindow"));
+    QTest::keyClicks(open.find("mInputMacroDelay"), QStringLiteral("1234"));
+    open.click("mMacroDelayOK");
+    QCOMPARE(open.lines()[3], QStringLiteral("1.234 seconds delay\n"));
+    const PropertyList macros = other.bundle()[keys::Macros];
+    QCOMPARE(events(macros.at(1)).at(2)[keys::Delay].toInt(), 1234);
+    QCOMPARE(events(macros.at(0)).at(1)[keys::Delay].toInt(), 20);
+  }
+
+  void a_caught_key_goes_to_the_line_that_its_sheet_was_opened_for() {
+    OtherClient other;
+    ThreeMacros open(2);
+    open.edit(4);
+    // The first event goes, and the sheet's line moves up.
+    other.ask(MessageID::RemoveMacroEvent,
+              PropertyList::dictionary({{requestKeys::MacroID, 2}, {requestKeys::MacroEventTableIndex, 0}}));
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
+    QVERIFY(open.hasSheet("mEditEventWindow"));
+    QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
+    QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+    open.click("mMacroEventEditOK");
+    QCOMPARE(open.lines(), (QStringList{"Key Press B", "0.020 seconds delay\n", "Key Press Z"}));
+  }
+
+  void a_sheet_whose_macro_another_program_deletes_closes_and_says_so_data() {
+    QTest::addColumn<int>("line");
+    QTest::newRow("a delay") << 1;
+    QTest::newRow("an event") << 2;
+  }
+  void a_sheet_whose_macro_another_program_deletes_closes_and_says_so() {
+    QFETCH(int, line);
+    OtherClient other;
+    ThreeMacros open(1);
+    open.edit(line);
+    deleteMacro("M2");
+    QTRY_VERIFY_WITH_TIMEOUT(open.alert() != nullptr, deadline);
+    QCOMPARE(open.alert()->text(), QStringLiteral("“M2” is no longer there"));
+    QVERIFY(!open.hasSheet("mEditDelayWindow") && !open.hasSheet("mEditEventWindow"));
+    QCOMPARE(open.recordTitle(), QStringLiteral("Record"));
+    QCOMPARE(events(other.bundle()[keys::Macros].at(1)).size(), std::size_t{3});
+  }
+
+  void all_events_go_from_the_macro_that_was_asked_about() {
+    OtherClient other;
+    ThreeMacros open(2);
+    open.chooseFromGear("mSettingsMacroDetails", macroDetailsMenuTags::DeleteAllEvents);
+    deleteMacro("M1");
+    open.awaitNames({"M2", "M3"});
+    QTest::keyClick(open.alert(), Qt::Key_Return);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 0, deadline);
+    const PropertyList macros = other.bundle()[keys::Macros];
+    QCOMPARE(events(macros.at(0)).size(), std::size_t{2});
+    QCOMPARE(events(macros.at(1)).size(), std::size_t{0});
+  }
+
+  void a_typed_name_goes_to_the_macro_that_it_was_begun_for() {
+    OtherClient other;
+    ThreeMacros open(2);
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Rename);
+    QTest::keyClicks(open.editor(), QStringLiteral("Dash"));
+    deleteMacro("M1");
+    open.awaitNames({"M2", "M3"});
+    QVERIFY(open.editor() != nullptr);
+    QCOMPARE(open.editor()->text(), QStringLiteral("Dash"));
+    QTest::keyClick(open.editor(), Qt::Key_Return);
+    open.awaitNames({"M2", "Dash"});
+    QCOMPARE(QString::fromStdString(other.bundle()[keys::Macros].at(1)[keys::MacroName].toString()),
+             QStringLiteral("Dash"));
+  }
+
+  void a_press_and_its_release_change_together() {
+    ThreeMacros open(0);
+    open.recordMacro(QStringLiteral("Combo"));
+    open.edit(0);
+    QVERIFY(open.find<QCheckBox>("mChangesRelease")->isChecked());
+    QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
+    QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+    open.click("mMacroEventEditOK");
+    QCOMPARE(open.lines().value(0), QStringLiteral("Key Press Z"));
+    QCOMPARE(open.lines().value(2), QStringLiteral("Key Release Z"));
+    QCOMPARE(open.requests(MessageID::UpdateMacroEvent), 1);
+  }
+
+  void a_macro_that_cannot_be_saved_is_told_and_leaves_no_row() {
+    ThreeMacros open(1);
+    std::filesystem::remove_all(mEngine.stateFolder());
+    std::ofstream(mEngine.stateFolder()) << "in the way";
+    open.click("mAddMacro");
+    QVERIFY(open.alert() != nullptr);
+    QCOMPARE(open.alert()->text(), QStringLiteral("“Untitled Macro” could not be added"));
+    QCOMPARE(open.alert()->informativeText(), localized("lkeyEngineDidNotSave"));
+    QCOMPARE(open.names(), (QStringList{"M1", "M2", "M3"}));
+    QVERIFY(open.editor() == nullptr);
+    QCOMPARE(open.lineCount(), 3);
+  }
+
+  void an_export_without_an_engine_writes_what_is_shown_at_once() {
+    ThreeMacros open(2);
+    const PropertyList shown = open.macro(2);
+    const int loads = open.requests(MessageID::GetAllSettings);
+    mEngine.kill();
+    const vorn::engine::test::TemporaryFolder folder;
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
+    open.choosePath("mMacrosSaveAsPanel", QString::fromStdString(folder.path("shown")));
+    const auto file = vorn::readPropertyListFile(folder.path("shown.SkarnMacro"));
+    QVERIFY(file.has_value());
+    QVERIFY(*file == shown.without(keys::MacroID));
+    QCOMPARE(open.requests(MessageID::GetAllSettings), loads);
+    QCOMPARE(open.find<Notice>("mMacroNotice")->text(),
+             QStringLiteral("Exported to %1").arg(QString::fromStdString(folder.path("shown.SkarnMacro"))));
+  }
+
+ private:
+  static PropertyList events(const PropertyList& macro) { return macro[keys::Sequence][keys::Events]; }
+
+  EngineSession mEngine;
+};
+
+SKARN_QTEST(MacroSheetsWithEngineTest)
+#include "macro_sheets_with_engine_test.moc"
