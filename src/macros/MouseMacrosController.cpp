@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QMouseEvent>
 #include <QTableView>
 
 #include "macros/MacroDetailsDelegate.h"
@@ -82,12 +83,16 @@ void MouseMacrosController::setUpTables() {
   connect(mNames, &MacroNameDelegate::editingStarted, this, &MouseMacrosController::nameEditingStarted);
   connect(mNames, &MacroNameDelegate::editingEnded, this, &MouseMacrosController::nameEditingEnded);
 
+  connect(&macros, &RightClickMenuTable::deletionAsked, mUi->mDeleteMacro, &QToolButton::click);
+  mUi->mNoMacrosView->installEventFilter(this);
+
   NSTableViewMacroDetailsSubClass& lines = *mUi->mMacroDetailsTableView;
   lines.setMMacrosController(this);
   lines.setModel(mDetailsModel);
   lines.setItemDelegate(new MacroDetailsDelegate(this));
   connect(lines.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MouseMacrosController::detailsTableViewSelectionDidChange);
+  connect(&lines, &RightClickMenuTable::deletionAsked, mUi->mDeleteMacroDetails, &QToolButton::click);
   // Return or a double click.
   connect(&lines, &QTableView::activated, this, [this] {
     if (validateMenuItem(QAction(localized("lkeyEdit")))) editSelectedLine();
@@ -123,6 +128,15 @@ void MouseMacrosController::tintIcons() {
 void MouseMacrosController::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) tintIcons();
+}
+
+// An empty list has its menu too.
+bool MouseMacrosController::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != mUi->mNoMacrosView || event->type() != QEvent::MouseButtonPress) return false;
+  const auto* press = static_cast<QMouseEvent*>(event);
+  if (press->button() != Qt::RightButton) return false;
+  mUi->mMacroTableView->showMenuAt(press->globalPosition().toPoint());
+  return true;
 }
 
 void MouseMacrosController::setUpSheets() {

@@ -137,6 +137,7 @@ class MouseMacrosController : public QWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   struct Menu {

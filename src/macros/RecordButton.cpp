@@ -1,5 +1,7 @@
 #include "macros/RecordButton.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QStyleOptionButton>
@@ -27,9 +29,48 @@ QColor mixed(const QColor& from, const QColor& to, qreal share) {
   return {part(from.red(), to.red()), part(from.green(), to.green()), part(from.blue(), to.blue())};
 }
 
+// What can be checked is a check box to the toolkit; this one is a button that stays down.
+class AccessibleRecordButton : public QAccessibleWidget {
+ public:
+  explicit AccessibleRecordButton(RecordButton* button)
+      : QAccessibleWidget(button, QAccessible::Button), mButton(button) {}
+
+  QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Name ? mButton->text() : QAccessibleWidget::text(kind);
+  }
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.checkable = true;
+    state.checked = mButton->isChecked();
+    state.pressed = mButton->isDown();
+    return state;
+  }
+  QStringList actionNames() const override {
+    return mButton->isEnabled() ? QStringList{toggleAction(), pressAction(), setFocusAction()} : QStringList();
+  }
+  void doAction(const QString& action) override {
+    if (!mButton->isEnabled()) return;
+    if (action == toggleAction() || action == pressAction()) {
+      mButton->click();
+    } else {
+      QAccessibleWidget::doAction(action);
+    }
+  }
+
+ private:
+  RecordButton* mButton;
+};
+
+QAccessibleInterface* accessibleRecordButton(const QString&, QObject* object) {
+  auto* button = qobject_cast<RecordButton*>(object);
+  return button == nullptr ? nullptr : new AccessibleRecordButton(button);
+}
+
 }  // namespace
 
 RecordButton::RecordButton(QWidget* parent) : QPushButton(parent) {
+  // Again does nothing more.
+  QAccessible::installFactory(accessibleRecordButton);
   setCheckable(true);
   mPulse.setDuration(pulseMilliseconds);
   mPulse.setLoopCount(-1);

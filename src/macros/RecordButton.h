@@ -1,6 +1,6 @@
 // The record button: a red dot while it waits; while it is on, a ground of the accent that pulses once a second, unless
 // the desktop asks for no motion. What is typed then belongs to the recording and works neither the button nor the
-// window: Escape alone stops. Main thread.
+// window: Escape alone stops. To screen readers it is a button that can be checked. Main thread.
 #pragma once
 
 #include <QPushButton>

@@ -1,8 +1,11 @@
 #include "macros/RightClickMenuTable.h"
 
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
+
+#include "widgets/RowFocus.h"
 
 namespace skarn {
 
@@ -11,21 +14,35 @@ void RightClickMenuTable::mousePressEvent(QMouseEvent* event) {
     QTableView::mousePressEvent(event);
     return;
   }
-  showMenu(event->position().toPoint());
+  showMenuAt(event->globalPosition().toPoint());
 }
 
 void RightClickMenuTable::contextMenuEvent(QContextMenuEvent* event) {
   // The press of the mouse has opened it already.
   if (event->reason() == QContextMenuEvent::Mouse) return;
   const QRect row = visualRect(currentIndex());
-  showMenu(row.isValid() ? row.center() : QPoint());
+  showMenuAt(viewport()->mapToGlobal(row.isValid() ? row.center() : QPoint()));
 }
 
-void RightClickMenuTable::showMenu(const QPoint& place) {
+void RightClickMenuTable::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Delete) {
+    QTableView::keyPressEvent(event);
+  } else if (!event->isAutoRepeat()) {
+    emit deletionAsked();
+  }
+}
+
+void RightClickMenuTable::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  drawRowFocus(*this);
+}
+
+void RightClickMenuTable::showMenuAt(const QPoint& globalPosition) {
+  if (!isEnabled()) return;
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   fillMenu(*menu);
-  menu->popup(viewport()->mapToGlobal(place));
+  menu->popup(globalPosition);
 }
 
 }  // namespace skarn

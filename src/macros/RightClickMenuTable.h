@@ -1,5 +1,6 @@
 // A table with a menu of its own: a right click or the menu key opens it at once, without changing the selection. A
-// disabled table opens none. Main thread.
+// disabled table opens none. The row that the keyboard is at has a frame, and Delete asks for its deletion. Main
+// thread.
 #pragma once
 
 #include <QTableView>
@@ -14,15 +15,20 @@ class RightClickMenuTable : public QTableView {
  public:
   using QTableView::QTableView;
 
+  // The same menu, where something else stands in the place of a table without rows.
+  void showMenuAt(const QPoint& globalPosition);
+
+ signals:
+  void deletionAsked();
+
  protected:
   // Adds the items, enabled as they are now, to an empty menu. The menu lives until it closes.
   virtual void fillMenu(QMenu& menu) = 0;
 
   void mousePressEvent(QMouseEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
-
- private:
-  void showMenu(const QPoint& place);  // in the viewport
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace skarn
