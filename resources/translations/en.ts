@@ -691,6 +691,10 @@
         <source>Keymap 7</source>
         <translation>Keymap 7</translation>
     </message>
+    <message id="lkeyKeymapSheet">
+        <source>Switch Back When Let Go…</source>
+        <translation>Switch Back When Let Go…</translation>
+    </message>
     <message id="lkeyKeymapSix">
         <source>Keymap 6</source>
         <translation>Keymap 6</translation>

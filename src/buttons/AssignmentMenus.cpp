@@ -45,41 +45,62 @@ struct SubmenuDescriptor {
   const char* operation;   // behind the control's stem
   const char* objectName;  // behind the control's name
   const char* manageKey;   // of the item with the tag 0 that stands apart; nullptr for none
+  const char* sheetKey;    // of the last item, which does what the category itself does; nullptr for none
   const char* ControlDescriptor::*stem;
   std::vector<TaggedItem> (*items)(const AssignmentText&);
 };
 
 constexpr SubmenuDescriptor submenus[] = {
-    {AssignmentCategory::MouseButton, "MouseButtonMenuSelector", "MouseButtonMenu", nullptr,
+    {AssignmentCategory::MouseButton, "MouseButtonMenuSelector", "MouseButtonMenu", nullptr, nullptr,
      &ControlDescriptor::submenuStem, mouseButtonItems},
-    {AssignmentCategory::Keymap, "KeymapMenuSelector", "KeymapMenu", nullptr, &ControlDescriptor::submenuStem,
-     keymapItems},
-    {AssignmentCategory::Macro, "MacroMenuSelector", "MacroMenu", "lkeyManageMacro", &ControlDescriptor::submenuStem,
-     macroItems},
-    {AssignmentCategory::Profile, "ProfileMenuSelector", "ProfileMenu", "lkeyManageProfile",
+    {AssignmentCategory::Keymap, "KeymapMenuSelector", "KeymapMenu", nullptr, "lkeyKeymapSheet",
+     &ControlDescriptor::submenuStem, keymapItems},
+    {AssignmentCategory::Macro, "MacroMenuSelector", "MacroMenu", "lkeyManageMacro", nullptr,
+     &ControlDescriptor::submenuStem, macroItems},
+    {AssignmentCategory::Profile, "ProfileMenuSelector", "ProfileMenu", "lkeyManageProfile", nullptr,
      &ControlDescriptor::profileActionStem, profileItems},
 };
 
-void fillSubmenu(QMenu& menu, const SubmenuDescriptor& submenu, const QString& operation, const QString& spokenName,
-                 const AssignmentText& text, const SubmenuChosen& chosen) {
-  menu.setAccessibleName(spokenName);
+// What a submenu belongs to.
+struct Place {
+  const SubmenuDescriptor& submenu;
+  const ControlDescriptor& control;
+  QAction* category;
+};
+
+void tick(const QList<QAction*>& items, int tag) {
+  for (QAction* item : items) {
+    item->setCheckable(true);
+    item->setChecked(tagOf(*item) == tag);
+  }
+}
+
+void fillSubmenu(QMenu& menu, const Place& place, const AssignmentText& text, const SubmenuChosen& chosen) {
+  const SubmenuDescriptor& submenu = place.submenu;
+  const QString operation = QLatin1String(place.control.*submenu.stem) + QLatin1String(submenu.operation);
   const auto choose = [chosen, category = submenu.category](int tag) { chosen(category, tag); };
   if (submenu.manageKey != nullptr) {
     addTaggedItems(menu, {{0, localized(submenu.manageKey)}}, operation, choose);
     menu.addSeparator();
   }
+  const qsizetype first = menu.actions().size();
   addTaggedItems(menu, submenu.items(text), operation, choose);
+  tick(menu.actions().mid(first),
+       text.tagOfAssignment(submenu.category, place.control.identifier, place.control.groupType()));
+  if (submenu.sheetKey != nullptr) {
+    menu.addSeparator();
+    addTaggedItems(menu, {{categoryTag, localized(submenu.sheetKey)}}, QLatin1String(place.control.actionName),
+                   [item = place.category](int) { item->trigger(); });
+  }
 }
 
-void attachSubmenu(PopUpButton& popUp, QAction* item, const SubmenuDescriptor& submenu,
-                   const ControlDescriptor& control, const AssignmentText& text, const SubmenuChosen& chosen) {
-  const QString operation = QLatin1String(control.*submenu.stem) + QLatin1String(submenu.operation);
-  const QString objectName = QLatin1String(control.fieldName) + QLatin1String(submenu.objectName);
-  const auto fill = [&submenu, &text, &popUp, item, operation, chosen](QMenu& menu) {
-    const QString spokenName = popUp.accessibleName() + QStringLiteral(": ") + titleOf(*item);
-    fillSubmenu(menu, submenu, operation, spokenName, text, chosen);
+void attachSubmenu(PopUpButton& popUp, const Place& place, const AssignmentText& text, const SubmenuChosen& chosen) {
+  const QString objectName = QLatin1String(place.control.fieldName) + QLatin1String(place.submenu.objectName);
+  const auto fill = [place, &text, &popUp, chosen](QMenu& menu) {
+    menu.setAccessibleName(popUp.accessibleName() + QStringLiteral(": ") + titleOf(*place.category));
+    fillSubmenu(menu, place, text, chosen);
   };
-  popUp.setSubmenu(item, objectName, fill);
+  popUp.setSubmenu(place.category, objectName, fill);
 }
 
 QStringList titlesOf(const PopUpButton& popUp) {
@@ -95,7 +116,7 @@ void addItems(PopUpButton& popUp, const QStringList& titles, const ControlDescri
   const int pictureItems = control.directionPicture != nullptr ? 1 : 0;
   for (const SubmenuDescriptor& submenu : submenus) {
     QAction* item = popUp.itemAt(pictureItems + static_cast<int>(submenu.category));
-    attachSubmenu(popUp, item, submenu, control, text, chosen);
+    attachSubmenu(popUp, {submenu, control, item}, text, chosen);
   }
 }
 

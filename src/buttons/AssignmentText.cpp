@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <climits>
 #include <string>
 
 #include "buttons/ControlTable.h"
@@ -301,6 +302,31 @@ int AssignmentText::intValueOfSelectedString(const QString& title, std::string_v
 int AssignmentText::mouseButtonMappingValueForTagValue(int tag) {
   if (tag < 0 || tag >= static_cast<int>(mouseButtonCommands.size())) return 0;
   return static_cast<int>(mouseButtonCommands[static_cast<std::size_t>(tag)]);
+}
+
+int AssignmentText::tagOfAssignment(AssignmentCategory submenu, std::string_view button, int forGroupType) const {
+  const PropertyList& record = recordAt(button, forGroupType);
+  const AssignmentCommand command = vorn::commandOf(record);
+  const std::int64_t target = record[keys::Param1].toInt();
+  const auto tagOfTarget = [&](AssignmentCommand itsCommand) {
+    return command == itsCommand && target >= 0 && target < INT_MAX ? static_cast<int>(target) + 1 : -1;
+  };
+  switch (submenu) {
+    case AssignmentCategory::MouseButton: {
+      const auto* const found = std::ranges::find(mouseButtonCommands, command);
+      return found == mouseButtonCommands.end() ? -1 : static_cast<int>(found - mouseButtonCommands.begin());
+    }
+    case AssignmentCategory::Keymap:
+      return command == AssignmentCommand::Keymap && target == vorn::nextKeymap
+                 ? 0
+                 : tagOfTarget(AssignmentCommand::Keymap);
+    case AssignmentCategory::Macro:
+      return tagOfTarget(AssignmentCommand::Macro);
+    case AssignmentCategory::Profile:
+      return tagOfTarget(AssignmentCommand::Profile);
+    default:
+      return -1;
+  }
 }
 
 bool AssignmentText::checkForDiagonals(std::string_view button) {

@@ -217,8 +217,12 @@ bool MouseButtonController::validateMenuItem(const QAction& item) {
 void MouseButtonController::chooseItem(const ControlDescriptor& control) {
   const QString title = rowOf(control).popUp()->titleOfSelectedItem();
   const int command = intValueOfSelectedString(title, control.identifier, control.groupType());
-  if (command == 0) {
-    // The lists have changed since the menu was built.
+  const bool isTicked = title == stringForButtonValue(commandAt(control.identifier, control.groupType()),
+                                                      control.identifier, control.groupType());
+  const bool writesAtOnce = command == static_cast<int>(AssignmentCommand::DefaultKey) ||
+                            command == static_cast<int>(AssignmentCommand::Disable);
+  if (command == 0 || (isTicked && writesAtOnce)) {
+    // The lists have changed since the menu was built, or the control does that already.
     updateUISettings();
   } else {
     checkSelectedValue(command, control.identifier, control.groupIdentifier());
@@ -228,6 +232,7 @@ void MouseButtonController::chooseItem(const ControlDescriptor& control) {
 void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag) {
   constexpr int profilesTab = 1;
   constexpr int macrosTab = 2;
+  if (tag == tagOfAssignment(submenu, control.identifier, control.groupType())) return;
   const auto write = [&](AssignmentCommand command, int param1, int param2) {
     changeButton(control.identifier, static_cast<int>(command), param1, param2, control.groupIdentifier());
   };

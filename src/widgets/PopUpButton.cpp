@@ -38,7 +38,7 @@ QString inOneLine(QString title) {
 
 }  // namespace
 
-// A menu whose categories can be chosen themselves, and whose items are found by typing the beginning of their titles.
+// A menu whose items are found by typing the beginning of their titles.
 class PopUpButton::ItemMenu : public QMenu {
  public:
   ItemMenu(PopUpButton* button, QWidget* parent) : QMenu(parent), mButton(button) {}
@@ -63,36 +63,20 @@ class PopUpButton::ItemMenu : public QMenu {
     // The press that closes the menu must not open it again.
     if (!rect().contains(event->position().toPoint()))
       setAttribute(Qt::WA_NoMouseReplay, buttonRect.contains(event->globalPosition().toPoint()));
-    mWasPressedHere = rect().contains(event->position().toPoint());
     QMenu::mousePressEvent(event);
   }
 
-  // A press outside that is dragged here chooses on its release, as in every menu.
-  void mouseMoveEvent(QMouseEvent* event) override {
-    if (event->buttons() != Qt::NoButton && actionAt(event->position().toPoint())) mWasPressedHere = true;
-    QMenu::mouseMoveEvent(event);
-  }
-
-  void mouseReleaseEvent(QMouseEvent* event) override {
-    QAction* item = actionAt(event->position().toPoint());
-    if (!std::exchange(mWasPressedHere, false) || !chooseCategory(item)) QMenu::mouseReleaseEvent(event);
-  }
-
   void keyPressEvent(QKeyEvent* event) override {
-    const int key = event->key();
-    const bool chooses = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-    if (chooses ? chooseCategory(activeAction()) : find(*event)) return;
+    if (event->key() == Qt::Key_Space) {
+      QKeyEvent enter(event->type(), Qt::Key_Return, event->modifiers());
+      QMenu::keyPressEvent(&enter);
+      return;
+    }
+    if (find(*event)) return;
     QMenu::keyPressEvent(event);
   }
 
  private:
-  bool chooseCategory(QAction* item) {
-    if (item == nullptr || item->menu() == nullptr || !item->isEnabled()) return false;
-    close();
-    item->trigger();
-    return true;
-  }
-
   bool find(const QKeyEvent& event) {
     const QString text = event.text();
     if (text.isEmpty() || !text.at(0).isPrint() || (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)))
@@ -118,7 +102,6 @@ class PopUpButton::ItemMenu : public QMenu {
   }
 
   PopUpButton* mButton;
-  bool mWasPressedHere = false;
   QString mTyped;
   QElapsedTimer mSinceLastKey;
 };

@@ -1,5 +1,5 @@
 // A button with a menu that shows the title of the menu's selected item. Drawn as the pop-up lists are; unlike them its
-// items can have submenus and can still be chosen themselves. Main thread.
+// items can have submenus. Main thread.
 //
 // Titles are shown as they stand ("&" is no mnemonic; titleOf gives them back). A title that is too long for the button
 // is cut in its middle, and the tooltip says the whole; one that is too long for the menu is cut there too.
@@ -31,9 +31,9 @@ class PopUpButton : public QToolButton {
   void removeAllItems();
   // Appended. The item belongs to the button and lives until removeAllItems.
   QAction* addItem(const QString& title);
-  // Makes an item a category: fill is called with the empty submenu whenever that is about to be shown. Hovering or the
-  // Right key opens the submenu; a click, Return or Space on the item chooses the item itself. fill changes nothing but
-  // the submenu.
+  // Makes an item a category: fill is called with the empty submenu whenever that is about to be shown. Whatever a
+  // person does with the item (pointing at it, a click, Right, Return or Space) opens the submenu; the item itself is
+  // chosen by code alone (QAction::trigger). fill changes nothing but the submenu.
   void setSubmenu(QAction* item, const QString& objectName, std::function<void(QMenu&)> fill);
 
   int numberOfItems() const { return static_cast<int>(mItems.size()); }

@@ -54,7 +54,7 @@ class AssignmentMenusTest : public QObject {
       QVERIFY(submenu != nullptr);
       QVERIFY(submenu->actions().size() > 1);
       for (const QAction* item : submenu->actions()) {
-        if (!item->isSeparator()) QCOMPARE(item->objectName(), operation);
+        if (!item->isSeparator()) QCOMPARE(item->objectName(), tagOf(*item) == categoryTag ? action : operation);
       }
       // Screen readers hear whose menu it is.
       QVERIFY(submenu->accessibleName().startsWith(fixture.popUp(control).accessibleName()));
@@ -95,7 +95,7 @@ class AssignmentMenusTest : public QObject {
                           "6 Scroll Up", "7 Scroll Down"}));
     QCOMPARE(items(AssignmentCategory::Keymap),
              QStringList({"0 Cycle Keymaps", "1 Keymap 1", "2 Keymap 2", "3 Keymap 3", "4 Keymap 4", "5 Keymap 5",
-                          "6 Keymap 6", "7 Keymap 7", "8 Keymap 8"}));
+                          "6 Keymap 6", "7 Keymap 7", "8 Keymap 8", "-", "-1 Switch Back When Let Go…"}));
     QCOMPARE(items(AssignmentCategory::Macro),
              QStringList({"0 Manage Macros…", "-", "1 Fireball", "2 Build order, first two minutes, second base",
                           "3 Greeting"}));
@@ -180,7 +180,7 @@ class AssignmentMenusTest : public QObject {
     }
   }
 
-  void a_category_is_chosen_by_keyboard_and_its_submenu_too() {
+  void a_submenu_is_entered_and_an_entry_chosen_by_keyboard() {
     ButtonsFixture fixture;
     const ControlDescriptor& control = ButtonsFixture::control(4);
     fixture.give(control, assignment(20));
@@ -188,20 +188,29 @@ class AssignmentMenusTest : public QObject {
     popUp.setFocus();
     QTest::keyClick(&popUp, Qt::Key_Space);
     QTRY_VERIFY(popUp.menu()->isVisible());
-    // From "Disable", which is selected, up to the mouse buttons; Return chooses the category itself.
+    // From "Disable", which is selected, up to the mouse buttons; Return goes into the submenu.
     for (int step = 0; step < 3; ++step) QTest::keyClick(popUp.menu(), Qt::Key_Up);
     QTest::keyClick(popUp.menu(), Qt::Key_Return);
-    COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(1)));
-    fixture.delegate.calls.clear();
-    QTest::keyClick(&popUp, Qt::Key_Down);
-    QTRY_VERIFY(popUp.menu()->isVisible());
-    popUp.menu()->setActiveAction(fixture.item(control, AssignmentCategory::MouseButton));
-    QTest::keyClick(popUp.menu(), Qt::Key_Right);
     QMenu* submenu = fixture.item(control, AssignmentCategory::MouseButton)->menu();
     QTRY_VERIFY(submenu->isVisible());
-    submenu->setActiveAction(submenu->actions().constLast());
+    QVERIFY(fixture.delegate.calls.empty());
+    QTest::keyClick(submenu, Qt::Key_Up);
     QTest::keyClick(submenu, Qt::Key_Return);
     COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(19)));
+  }
+
+  void the_last_entry_of_the_keymaps_opens_their_sheet_data() { addControlRows(); }
+
+  void the_last_entry_of_the_keymaps_opens_their_sheet() {
+    QFETCH(int, ordinal);
+    const ControlDescriptor& control = ButtonsFixture::control(ordinal);
+    ButtonsFixture fixture;
+    fixture.openKeymapSheet(control);
+    QVERIFY(fixture.isOpen("mKeymapWindow"));
+    QVERIFY(!fixture.popUp(control).menu()->isVisible());
+    fixture.press("mKeymapCancel");
+    QVERIFY(fixture.delegate.calls.empty());
+    QVERIFY(fixture.popUp(control).indexOfSelectedItem() >= 0);
   }
 
   void an_item_whose_target_has_another_name_by_now_changes_nothing() {
@@ -209,11 +218,11 @@ class AssignmentMenusTest : public QObject {
     const ControlDescriptor& control = ButtonsFixture::control(7);
     fixture.give(control, assignment(10, 0, 1));
     fixture.tab.setMAllMacros(PropertyList::array({macro("Frost", {})}));
-    fixture.choose(control, AssignmentCategory::Macro);
+    fixture.perform(control, AssignmentCategory::Macro);
     QVERIFY(fixture.delegate.calls.empty());
     QCOMPARE(fixture.popUp(control).titleOfSelectedItem(), QStringLiteral("Macro : Frost"));
     // As it is shown now, it is chosen.
-    fixture.choose(control, AssignmentCategory::Macro);
+    fixture.perform(control, AssignmentCategory::Macro);
     COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(10)));
   }
 

@@ -12,6 +12,7 @@
 #include <functional>
 #include <vector>
 
+#include "buttons/AssignmentMenus.h"
 #include "buttons/ControlRow.h"
 #include "buttons/MouseButtonController.h"
 #include "platform/Localization.h"
@@ -99,8 +100,15 @@ class ButtonsDriver {
     QTRY_VERIFY(menu->isVisible());
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(item).center());
   }
+  // A category without a submenu.
   void choose(const ControlDescriptor& control, AssignmentCategory category) {
     click(control, item(control, category));
+  }
+  // What a category with a submenu does itself: for it there is no click.
+  void perform(const ControlDescriptor& control, AssignmentCategory category) { item(control, category)->trigger(); }
+  // The sheet that asks for keymap and switch-back.
+  void openKeymapSheet(const ControlDescriptor& control) {
+    chooseInSubmenu(control, AssignmentCategory::Keymap, categoryTag);
   }
   QMenu* openSubmenu(const ControlDescriptor& control, AssignmentCategory category) {
     popUp(control).openMenu();

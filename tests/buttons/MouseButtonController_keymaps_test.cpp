@@ -12,7 +12,6 @@ struct KeymapFixture : ButtonsFixture {
   QCheckBox& switchBack() { return *find<QCheckBox>("mKeymapSwitchBack"); }
   SegmentedControl& segments() { return *find<SegmentedControl>("mKeymapSegment"); }
 
-  void openSheet(const ControlDescriptor& control) { choose(control, AssignmentCategory::Keymap); }
   void selectTag(int tag) {
     list().setFocus();
     QTest::keyClick(&list(), Qt::Key_Home);
@@ -56,7 +55,7 @@ class MouseButtonControllerKeymapsTest : public QObject {
     KeymapFixture fixture;
     for (int tag = 0; tag <= 8; ++tag) {
       fixture.delegate.calls.clear();
-      fixture.openSheet(control);
+      fixture.openKeymapSheet(control);
       QVERIFY(fixture.isOpen("mKeymapWindow"));
       QCOMPARE(fixture.find<QLabel>("mKeymapControl")->text(), fixture.popUp(control).accessibleName());
       fixture.selectTag(tag);
@@ -84,7 +83,7 @@ class MouseButtonControllerKeymapsTest : public QObject {
     KeymapFixture fixture;
     const QString before = fixture.popUp(control).shownTitle();
     for (const bool byKey : {false, true}) {
-      fixture.openSheet(control);
+      fixture.openKeymapSheet(control);
       QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Keymap"));
       fixture.selectTag(3);
       if (byKey) {
@@ -126,7 +125,7 @@ class MouseButtonControllerKeymapsTest : public QObject {
     for (const int ordinal : {1, 17, 18, 19, 25}) {
       const ControlDescriptor& control = ButtonsFixture::control(ordinal);
       fixture.give(control, record);
-      fixture.openSheet(control);
+      fixture.openKeymapSheet(control);
       const bool isWheelDirection = ordinal == 18 || ordinal == 19;
       QCOMPARE(fixture.list().currentIndex(), index);
       QCOMPARE(fixture.switchBack().isChecked(), isTicked);
@@ -140,7 +139,7 @@ class MouseButtonControllerKeymapsTest : public QObject {
 
   void return_in_the_list_presses_ok() {
     KeymapFixture fixture;
-    fixture.openSheet(fixture.control(1));
+    fixture.openKeymapSheet(fixture.control(1));
     fixture.selectTag(5);
     QTest::keyClick(&fixture.list(), Qt::Key_Return);
     QVERIFY(!fixture.isOpen("mKeymapWindow"));
@@ -149,7 +148,7 @@ class MouseButtonControllerKeymapsTest : public QObject {
 
   void the_targets_carry_their_tags() {
     KeymapFixture fixture;
-    fixture.openSheet(fixture.control(1));
+    fixture.openKeymapSheet(fixture.control(1));
     QStringList items;
     for (int index = 0; index < fixture.list().count(); ++index)
       items << QString::number(fixture.list().itemData(index).toInt()) + QLatin1Char(' ') +

@@ -54,7 +54,7 @@ class MouseButtonControllerSheetsTest : public QObject {
     fixture.tab.singleKeyEvents({"", "", PropertyList::dictionary({{"singleKey", 5}, {"singleKeyModif", 0}})});
     fixture.press("mSingleKeyOK");
     QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Single Key : B"));
-    fixture.choose(control, AssignmentCategory::Keymap);
+    fixture.openKeymapSheet(control);
     fixture.press("mKeymapOK");
     QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Keymap: Cycle Keymaps"));
     fixture.give(control, assignment(10, 0, 1));

@@ -5,6 +5,8 @@
 using namespace skarn;
 using namespace skarn::test;
 
+Q_DECLARE_METATYPE(skarn::AssignmentCategory)
+
 class MouseButtonControllerWritesTest : public QObject {
   Q_OBJECT
 
@@ -30,7 +32,11 @@ class MouseButtonControllerWritesTest : public QObject {
         {AssignmentCategory::Disable, assignment(20, isDirection ? number : 0)}};
     for (const auto& [category, record] : expected) {
       fixture.delegate.calls.clear();
-      fixture.choose(control, category);
+      if (category == AssignmentCategory::DefaultKey || category == AssignmentCategory::Disable) {
+        fixture.choose(control, category);
+      } else {
+        fixture.perform(control, category);
+      }
       COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, record));
       // Nothing came back: the control still shows what is stored.
       QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Single Key : A"));
@@ -47,6 +53,7 @@ class MouseButtonControllerWritesTest : public QObject {
     QFETCH(int, ordinal);
     const ControlDescriptor& control = ButtonsFixture::control(ordinal);
     ButtonsFixture fixture;
+    fixture.give(control, assignment(16, 4));
     const int commands[] = {1, 2, 3, 4, 5, 9, 18, 19};
     for (int tag = 0; tag < 8; ++tag) {
       fixture.delegate.calls.clear();
@@ -92,6 +99,77 @@ class MouseButtonControllerWritesTest : public QObject {
     COMPARE_CALLS(fixture.delegate.calls, call({"selectTabAtIndex", 2}), call({"selectTabAtIndex", 1}));
   }
 
+  void the_ticked_entry_changes_nothing_data() {
+    QTest::addColumn<AssignmentCategory>("category");
+    QTest::addColumn<PropertyList>("record");
+    QTest::addColumn<int>("tag");
+    QTest::newRow("default") << AssignmentCategory::DefaultKey << assignment(45, 20) << categoryTag;
+    QTest::newRow("disable") << AssignmentCategory::Disable << assignment(20) << categoryTag;
+    const int commands[] = {1, 2, 3, 4, 5, 9, 18, 19};
+    for (int tag = 0; tag < 8; ++tag)
+      QTest::addRow("mouse button %d", tag) << AssignmentCategory::MouseButton << assignment(commands[tag]) << tag;
+    QTest::newRow("cycle") << AssignmentCategory::Keymap << assignment(50, 255) << 0;
+    for (int tag = 1; tag <= 8; ++tag)
+      QTest::addRow("keymap %d", tag) << AssignmentCategory::Keymap << assignment(50, tag - 1, 1) << tag;
+    QTest::newRow("macro") << AssignmentCategory::Macro << assignment(10, 1, 254) << 2;
+    QTest::newRow("profile") << AssignmentCategory::Profile << assignment(17, 2) << 3;
+  }
+
+  void the_ticked_entry_changes_nothing() {
+    QFETCH(AssignmentCategory, category);
+    QFETCH(PropertyList, record);
+    QFETCH(int, tag);
+    ButtonsFixture fixture;
+    // Two left clicks: neither is locked.
+    fixture.give(fixture.control(1), assignment(1));
+    const ControlDescriptor& control = ButtonsFixture::control(2);
+    fixture.give(control, record);
+    const QString shown = fixture.popUp(control).shownTitle();
+    if (tag == categoryTag) {
+      fixture.choose(control, category);
+    } else {
+      const QMenu* submenu = fixture.openSubmenu(control, category);
+      QStringList ticked;
+      for (const QAction* item : submenu->actions()) {
+        if (item->isChecked()) ticked << QString::number(tagOf(*item));
+      }
+      QCOMPARE(ticked, QStringList{QString::number(tag)});
+      fixture.popUp(control).menu()->close();
+      fixture.chooseInSubmenu(control, category, tag);
+    }
+    QVERIFY(fixture.delegate.calls.empty());
+    QVERIFY(!fixture.popUp(control).menu()->isVisible());
+    QCOMPARE(fixture.popUp(control).shownTitle(), shown);
+    QVERIFY(fixture.popUp(control).indexOfSelectedItem() >= 0);
+  }
+
+  void looking_into_a_menu_changes_nothing_data() { addControlRows(); }
+
+  void looking_into_a_menu_changes_nothing() {
+    QFETCH(int, ordinal);
+    const ControlDescriptor& control = ButtonsFixture::control(ordinal);
+    ButtonsFixture fixture;
+    const QString shown = fixture.popUp(control).shownTitle();
+    for (const auto category : {AssignmentCategory::Macro, AssignmentCategory::Keymap, AssignmentCategory::MouseButton,
+                                AssignmentCategory::Profile}) {
+      // A click on each category, Return on it, and Escape out of it.
+      fixture.choose(control, category);
+      QTRY_VERIFY(fixture.item(control, category)->menu()->isVisible());
+      fixture.popUp(control).menu()->close();
+      fixture.popUp(control).openMenu();
+      fixture.popUp(control).menu()->setActiveAction(fixture.item(control, category));
+      QTest::keyClick(fixture.popUp(control).menu(), Qt::Key_Return);
+      QMenu* submenu = fixture.item(control, category)->menu();
+      QTRY_VERIFY(submenu->isVisible());
+      QTest::keyClick(submenu, Qt::Key_Escape);
+      QTest::keyClick(fixture.popUp(control).menu(), Qt::Key_Escape);
+      QVERIFY(!fixture.popUp(control).menu()->isVisible());
+      QCOMPARE(fixture.popUp(control).shownTitle(), shown);
+    }
+    QVERIFY(fixture.delegate.calls.empty());
+    QVERIFY(!fixture.isOpen("mKeymapWindow"));
+  }
+
   void further_keys_of_a_record_and_of_its_group_stay_data() { addControlRows(); }
 
   void further_keys_of_a_record_and_of_its_group_stay() {
@@ -123,7 +201,7 @@ class MouseButtonControllerWritesTest : public QObject {
     fixture.chooseInSubmenu(control, AssignmentCategory::Keymap, 2);
     QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Keymap: Keymap 2"));
     QVERIFY(!fixture.row(control).repeatButton()->isVisible());
-    fixture.choose(control, AssignmentCategory::MouseButton);
+    fixture.perform(control, AssignmentCategory::MouseButton);
     // The last left click among the first five cannot be given away again.
     QCOMPARE(fixture.popUp(control).shownTitle(), QStringLiteral("Mouse Button: Left Click"));
     QCOMPARE(fixture.popUp(control).isEnabled(), ordinal > 5);

@@ -192,7 +192,7 @@ class ButtonsWithEngineTest : public QObject {
   void a_keymap_is_switched_to_and_back() {
     ButtonsWindow window;
     const ControlDescriptor& control = ButtonsDriver::control(5);
-    window.driver.choose(control, AssignmentCategory::Keymap);
+    window.driver.openKeymapSheet(control);
     auto* list = window.driver.find<QComboBox>("mKeymapValuePopUp");
     list->setFocus();
     for (int step = 0; step < 4; ++step) QTest::keyClick(list, Qt::Key_Down);
@@ -212,7 +212,7 @@ class ButtonsWithEngineTest : public QObject {
   void a_cycle_is_there_in_every_keymap() {
     ButtonsWindow window;
     const ControlDescriptor& control = ButtonsDriver::control(17);
-    window.driver.choose(control, AssignmentCategory::Keymap);
+    window.driver.openKeymapSheet(control);
     window.driver.press("mKeymapOK");
     const auto* segments = window.driver.find<SegmentedControl>("mKeymapSegment");
     for (int keymap = 0; keymap <= 8; ++keymap) {

@@ -54,6 +54,16 @@ struct Fixture {
     for (const QList<QVariant>& call : *chosen) indexes << call.at(0).toInt();
     return indexes;
   }
+  // Presses on the button and lets go on an item.
+  void dragTo(int index) {
+    QTest::mousePress(&button, Qt::LeftButton);
+    for (const QPoint& place : {placeOf(0), placeOf(index)}) {
+      const QPointF global = menu()->mapToGlobal(place);
+      QMouseEvent drag(QEvent::MouseMove, place, global, Qt::NoButton, Qt::LeftButton, {});
+      QApplication::sendEvent(menu(), &drag);
+    }
+    QTest::mouseRelease(menu(), Qt::LeftButton, {}, placeOf(index));
+  }
   void openSubmenu() {
     button.openMenu();
     menu()->setActiveAction(button.itemAt(category));
@@ -193,24 +203,18 @@ class PopUpButtonTest : public QObject {
     QCOMPARE(fixture.chosen->count(), 0);
   }
 
-  void aPressThatIsDraggedToAnItemChoosesIt_data() {
-    QTest::addColumn<int>("index");
-    QTest::newRow("an item") << 1;
-    QTest::newRow("a category") << category;
+  void aPressThatIsDraggedToAnItemChoosesIt() {
+    Fixture fixture;
+    fixture.dragTo(1);
+    QCOMPARE(fixture.indexesChosen(), QList<int>{1});
+    QVERIFY(!fixture.menu()->isVisible());
   }
 
-  void aPressThatIsDraggedToAnItemChoosesIt() {
-    QFETCH(int, index);
+  void aPressThatIsDraggedToACategoryOpensItsSubmenu() {
     Fixture fixture;
-    QTest::mousePress(&fixture.button, Qt::LeftButton);
-    for (const QPoint& place : {fixture.placeOf(0), fixture.placeOf(index)}) {
-      const QPointF global = fixture.menu()->mapToGlobal(place);
-      QMouseEvent drag(QEvent::MouseMove, place, global, Qt::NoButton, Qt::LeftButton, {});
-      QApplication::sendEvent(fixture.menu(), &drag);
-    }
-    QTest::mouseRelease(fixture.menu(), Qt::LeftButton, {}, fixture.placeOf(index));
-    QCOMPARE(fixture.indexesChosen(), QList<int>{index});
-    QVERIFY(!fixture.menu()->isVisible());
+    fixture.dragTo(category);
+    QTRY_VERIFY(fixture.submenu()->isVisible());
+    QCOMPARE(fixture.chosen->count(), 0);
   }
 
   void otherMouseButtonsDoNotOpenTheMenu() {
@@ -313,11 +317,19 @@ class PopUpButtonTest : public QObject {
     QVERIFY(fixture.button.itemAt(1)->isChecked());
   }
 
+  void itemsAreChosenByKeyboard_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+    QTest::newRow("Space") << Qt::Key_Space;
+  }
+
   void itemsAreChosenByKeyboard() {
+    QFETCH(Qt::Key, key);
     Fixture fixture;
     QTest::keyClick(&fixture.button, Qt::Key_Down);
     QTest::keyClick(fixture.menu(), Qt::Key_D);
-    QTest::keyClick(fixture.menu(), Qt::Key_Return);
+    QTest::keyClick(fixture.menu(), key);
     QCOMPARE(fixture.indexesChosen(), QList<int>{3});
   }
 
@@ -373,32 +385,50 @@ class PopUpButtonTest : public QObject {
     QCOMPARE(fixture.button.indexOfSelectedItem(), 1);
   }
 
-  void aClickOnACategoryChoosesIt() {
+  void aClickOnACategoryOpensItsSubmenuAndChoosesNothing() {
     Fixture fixture;
+    fixture.button.selectItem(1);
     fixture.button.openMenu();
     QTest::mouseClick(fixture.menu(), Qt::LeftButton, {}, fixture.placeOf(category));
-    QCOMPARE(fixture.indexesChosen(), QList<int>{category});
-    QCOMPARE(fixture.button.indexOfSelectedItem(), category);
-    QVERIFY(!fixture.menu()->isVisible());
-    QVERIFY(!fixture.submenu()->isVisible());
+    QTRY_VERIFY(fixture.submenu()->isVisible());
+    QVERIFY(fixture.menu()->isVisible());
+    QTest::mouseClick(fixture.menu(), Qt::LeftButton, {}, fixture.placeOf(category));
+    QCOMPARE(fixture.chosen->count(), 0);
+    QCOMPARE(fixture.button.indexOfSelectedItem(), 1);
   }
 
-  void keysChooseACategory_data() {
+  void keysOpenTheSubmenuOfACategoryAndChooseNothing_data() {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("Return") << Qt::Key_Return;
     QTest::newRow("Enter") << Qt::Key_Enter;
     QTest::newRow("Space") << Qt::Key_Space;
+    QTest::newRow("Right") << Qt::Key_Right;
   }
 
-  void keysChooseACategory() {
+  void keysOpenTheSubmenuOfACategoryAndChooseNothing() {
     QFETCH(Qt::Key, key);
     Fixture fixture;
+    fixture.button.selectItem(category);
     fixture.button.openMenu();
-    QTest::keyClick(fixture.menu(), Qt::Key_K);
+    QVERIFY(!fixture.submenu()->isVisible());
     QTest::keyClick(fixture.menu(), key);
-    QCOMPARE(fixture.indexesChosen(), QList<int>{category});
+    QTRY_VERIFY(fixture.submenu()->isVisible());
+    QCOMPARE(titleOf(*fixture.submenu()->activeAction()), QStringLiteral("One"));
+    QCOMPARE(fixture.chosen->count(), 0);
+    // From there the keyboard goes on, and Escape leads back step by step.
+    QTest::keyClick(fixture.submenu(), Qt::Key_Escape);
+    QVERIFY(!fixture.submenu()->isVisible() && fixture.menu()->isVisible());
+    QTest::keyClick(fixture.menu(), Qt::Key_Escape);
     QVERIFY(!fixture.menu()->isVisible());
-    QCOMPARE(fixture.fills, 0);
+    QCOMPARE(fixture.chosen->count(), 0);
+    QVERIFY(fixture.picked.isEmpty());
+  }
+
+  void codeStillChoosesACategory() {
+    Fixture fixture;
+    fixture.button.itemAt(category)->trigger();
+    QCOMPARE(fixture.indexesChosen(), QList<int>{category});
+    QCOMPARE(fixture.button.indexOfSelectedItem(), category);
   }
 
   void theReleaseOfTheOpeningPressChoosesNothing() {
@@ -486,7 +516,7 @@ class PopUpButtonTest : public QObject {
   void itemsMayBeReplacedByTheHandlerOfAnItem_data() {
     QTest::addColumn<int>("index");
     QTest::addColumn<bool>("byKeyboard");
-    for (const int index : {0, category}) {
+    for (const int index : {0, 3}) {
       for (const bool byKeyboard : {false, true})
         QTest::addRow("item %d by %s", index, byKeyboard ? "keyboard" : "mouse") << index << byKeyboard;
     }
