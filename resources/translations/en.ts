@@ -67,6 +67,14 @@
         <source>Assign Application…</source>
         <translation>Assign Application…</translation>
     </message>
+    <message id="lkeyAssignmentGoneDesc">
+        <source>It was given something else to do meanwhile, by another program or on the mouse. Nothing was changed.</source>
+        <translation>It was given something else to do meanwhile, by another program or on the mouse. Nothing was changed.</translation>
+    </message>
+    <message id="lkeyAssignmentGoneTitle">
+        <source>%1 no longer plays “%2”</source>
+        <translation>%1 no longer plays “%2”</translation>
+    </message>
     <message id="lkeyAxesLocked">
         <source>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</source>
         <translation>X and Y are locked together. Tick “Independent X and Y” to set Y on its own.</translation>
@@ -1232,6 +1240,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeySensitivityY">
         <source>Y sensitivity in DPI</source>
         <translation>Y sensitivity in DPI</translation>
+    </message>
+    <message id="lkeySheetSubject">
+        <source>%1 · %2, %3</source>
+        <translation>%1 · %2, %3</translation>
     </message>
     <message id="lkeySideStrips">
         <source>Side strips</source>

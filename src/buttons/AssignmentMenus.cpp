@@ -123,14 +123,14 @@ void addItems(PopUpButton& popUp, const QStringList& titles, const ControlDescri
 }  // namespace
 
 void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, AssignmentText& text,
-                         const SubmenuChosen& chosen) {
+                         const SubmenuChosen& chosen, bool isForSomethingElse) {
   QStringList titles;
   if (control.directionPicture != nullptr) titles << QLatin1String(plainDefaultTitle);
   for (const AssignmentCategory category : assignmentCategories) {
     titles << text.titleOfCategory(category, control.identifier, control.groupType());
   }
   // Most redraws change no title, and 27 menus are made of more than 200 items.
-  if (titlesOf(popUp) != titles || popUp.menu()->isVisible()) {
+  if (titlesOf(popUp) != titles || (isForSomethingElse && popUp.menu()->isVisible())) {
     addItems(popUp, titles, control, text, chosen);
   } else {
     popUp.selectItem(-1);

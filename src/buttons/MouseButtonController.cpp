@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <utility>
+#include <vector>
 
 #include "buttons/AssignmentChanges.h"
 #include "buttons/AssignmentMenus.h"
@@ -106,13 +108,24 @@ void MouseButtonController::registerNotification() {
 
 // --- Drawing
 
+PropertyList MouseButtonController::menuSubject() const {
+  std::vector<PropertyList> names{deviceSettingsDict[keys::ActiveProfile], mActiveKeymap};
+  for (const PropertyList& profile : allProfiles.elements()) names.push_back(profile[keys::ProfileName]);
+  names.emplace_back();
+  for (const PropertyList& macro : allMacros.elements()) names.push_back(macro[keys::MacroName]);
+  return PropertyList::array(std::move(names));
+}
+
 void MouseButtonController::populateUISettings() {
   forgetWords();
+  const PropertyList subject = menuSubject();
+  const bool isForSomethingElse = std::exchange(mMenuSubject, subject) != subject;
   for (ControlRow* row : mRows) {
     const ControlDescriptor& control = row->control();
-    buildAssignmentMenu(*row->popUp(), control, *this, [this, &control](AssignmentCategory submenu, int tag) {
+    const auto chosen = [this, &control](AssignmentCategory submenu, int tag) {
       chooseSubmenuItem(control, submenu, tag);
-    });
+    };
+    buildAssignmentMenu(*row->popUp(), control, *this, chosen, isForSomethingElse);
   }
 }
 
@@ -263,7 +276,7 @@ void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, 
 }
 
 void MouseButtonController::checkSelectedValue(int command, std::string_view forButton, int withIdentifier) {
-  const SheetContext context{withIdentifier, std::string(forButton), static_cast<AssignmentCommand>(command)};
+  const SheetContext context = contextOf(forButton, withIdentifier, static_cast<AssignmentCommand>(command));
   switch (context.mapping) {
     case AssignmentCommand::SingleKey:
       openSingleKeySheet(context);
@@ -329,10 +342,14 @@ const PropertyList& MouseButtonController::groupToChange(int identifier) const {
   return identifier == buttonsGroupIdentifier ? mTopViewSettingsDict : mKeysDict;
 }
 
-void MouseButtonController::send(const PropertyList& settings) {
+void MouseButtonController::send(const PropertyList& settings, std::optional<int> profileIndex) {
   if (buttonDelegate == nullptr) return;
   const unsigned redraws = mRedraws;
-  buttonDelegate->updateButtonAssignmentWithSettings(settings);
+  if (profileIndex) {
+    buttonDelegate->updateButtonAssignmentWithSettings(settings, *profileIndex);
+  } else {
+    buttonDelegate->updateButtonAssignmentWithSettings(settings);
+  }
   // Without an answer the assignment is the one that it was.
   if (mRedraws == redraws) updateUISettings();
 }

@@ -16,6 +16,7 @@
 #include <QWidget>
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,7 @@
 #include "model/Assignments.h"
 #include "model/NotificationCenter.h"
 #include "model/PropertyList.h"
+#include "model/RememberedRecord.h"
 
 class QAction;
 
@@ -143,11 +145,13 @@ class MouseButtonController : public QWidget, public AssignmentText {
   void removeMacroProfileMappings(int deletedIndex, int forMapping);
 
  private:
-  // What a sheet is about.
+  // What a sheet is about. It stays so whatever profile and keymap are shown when the sheet ends.
   struct SheetContext {
     int identifier = 0;  // of the group
     std::string button;
-    vorn::AssignmentCommand mapping{};  // what OK assigns
+    vorn::AssignmentCommand mapping{};              // what OK assigns
+    std::optional<vorn::RememberedRecord> profile;  // nothing where no profile was shown
+    int keymap = 0;
   };
 
   void addRows();
@@ -156,6 +160,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   QString describe(const ControlDescriptor& control) const;
   ControlRow& rowOf(const ControlDescriptor& control) const;
   void selectAssignment(ControlRow& row);
+  // What an open menu is for, and what its submenus list.
+  vorn::PropertyList menuSubject() const;
 
   void chooseItem(const ControlDescriptor& control);
   void chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag);
@@ -171,10 +177,26 @@ class MouseButtonController : public QWidget, public AssignmentText {
   MacroRepeatSheet& repeatSheet();
   void resetAssignments(vorn::AssignmentCommand mapping, int deletedIndex);
 
+  SheetContext contextOf(std::string_view button, int identifier, vorn::AssignmentCommand mapping) const;
+  // Where the sheet's profile stands now; nothing when it, or its keymap, is gone.
+  std::optional<int> placeOf(const SheetContext& context) const;
+  bool isShown(const SheetContext& context, int place) const;
+  const vorn::PropertyList& groupOf(const SheetContext& context, int place) const;
+  // Writes an assignment to where the sheet was opened for. When that is gone, nothing is written and an alert says so.
+  void assign(const SheetContext& context, int command, const vorn::PropertyList& param1,
+              const vorn::PropertyList& param2);
+  void assignCycle(const SheetContext& context);
+  // Unless the macro is gone, or its control does something else by now.
+  void writeRepeatMode(int mode);
+  void tellGone(const vorn::RememberedRecord& record);
+
   const vorn::PropertyList& groupToChange(int identifier) const;
-  void send(const vorn::PropertyList& settings);
+  // To the profile that is shown, or to another one.
+  void send(const vorn::PropertyList& settings, std::optional<int> profileIndex = std::nullopt);
   QWidget* sheetWindow();
   QString controlName(const SheetContext& context) const;
+  // What a sheet says it changes.
+  QString subjectOf(const SheetContext& context);
 
   std::unique_ptr<Ui::MouseButtonController> mUi;
   std::array<ControlRow*, controlTable.size()> mRows{};
@@ -189,6 +211,7 @@ class MouseButtonController : public QWidget, public AssignmentText {
   vorn::PropertyList mTopViewSettingsDict;  // "Buttons" once more: what the writers start from
   vorn::PropertyList mAllKeymaps;
   int mActiveKeymap = 0;
+  vorn::PropertyList mMenuSubject;
   bool mIsTabEnabled = true;
   unsigned mRedraws = 0;
 
@@ -206,6 +229,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   std::string mButtonSelected;
   int mButtonSelectedIdentifier = 0;
   int mParamOne = 0;
+  SheetContext mRepeatContext;
+  std::optional<vorn::RememberedRecord> mRepeatMacro;  // nothing where the record pointed at no macro
   bool isScrollWheelMacroRepeatOption = false;
 
   MouseButtonDelegate* buttonDelegate = nullptr;

@@ -11,8 +11,10 @@
 #include "model/eventParser.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/ApplicationPanel.h"
+#include "platform/GoneAlert.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
+#include "platform/ShownName.h"
 #include "protocol/EngineProtocol.h"
 #include "widgets/Alert.h"
 
@@ -69,19 +71,95 @@ QString MouseButtonController::controlName(const SheetContext& context) const {
   return {};
 }
 
+QString MouseButtonController::subjectOf(const SheetContext& context) {
+  const QString control = controlName(context);
+  if (!context.profile) return control;
+  return localized("lkeySheetSubject")
+      .arg(control, shownName(QString::fromStdString(context.profile->name())),
+           keymapStringValueForMapValue(context.keymap));
+}
+
+// --- Where a sheet's assignment goes
+
+MouseButtonController::SheetContext MouseButtonController::contextOf(std::string_view button, int identifier,
+                                                                     AssignmentCommand mapping) const {
+  SheetContext context{identifier, std::string(button), mapping, std::nullopt, mActiveKeymap};
+  const int active = deviceSettingsDict[keys::ActiveProfile].toInt();
+  if (allProfiles.at(active).isDictionary()) context.profile.emplace(allProfiles, active, keys::ProfileName);
+  return context;
+}
+
+std::optional<int> MouseButtonController::placeOf(const SheetContext& context) const {
+  if (!context.profile) return deviceSettingsDict[keys::ActiveProfile].toInt();
+  const auto found = context.profile->placeIn(allProfiles);
+  if (!found) return std::nullopt;
+  const int place = static_cast<int>(*found);
+  const bool isThere = isShown(context, place) || groupOf(context, place).isDictionary();
+  return isThere ? std::optional(place) : std::nullopt;
+}
+
+bool MouseButtonController::isShown(const SheetContext& context, int place) const {
+  return place == deviceSettingsDict[keys::ActiveProfile].toInt() && context.keymap == mActiveKeymap;
+}
+
+const PropertyList& MouseButtonController::groupOf(const SheetContext& context, int place) const {
+  if (isShown(context, place)) return groupToChange(context.identifier);
+  const PropertyList& profile = allProfiles.at(place);
+  const bool isInForce = profile[keys::KeymapID].toInt() == context.keymap;
+  return (isInForce ? profile : profile[keys::Keymap].at(context.keymap))[groupKeyOf(context.identifier)];
+}
+
+void MouseButtonController::assign(const SheetContext& context, int command, const PropertyList& param1,
+                                   const PropertyList& param2) {
+  const std::optional<int> place = placeOf(context);
+  if (!place) {
+    tellGone(*context.profile);
+    return;
+  }
+  const std::string_view key = groupKeyOf(context.identifier);
+  const PropertyList group = withAssignment(groupOf(context, *place), context.button, command, param1, param2);
+  const PropertyList& profile = allProfiles.at(*place);
+  if (isShown(context, *place)) {
+    send(PropertyList::dictionary({{key, group}, {keys::KeymapID, mActiveKeymap}}));
+  } else if (profile[keys::KeymapID].toInt() == context.keymap) {
+    send(PropertyList::dictionary({{key, group}}), place);
+  } else {
+    const PropertyList& keymaps = profile[keys::Keymap];
+    const PropertyList changed = keymaps.replacing(context.keymap, keymaps.at(context.keymap).with(key, group));
+    send(PropertyList::dictionary({{keys::Keymap, changed}}), place);
+  }
+}
+
+void MouseButtonController::assignCycle(const SheetContext& context) {
+  const std::optional<int> place = placeOf(context);
+  if (!place) {
+    tellGone(*context.profile);
+  } else if (isShown(context, *place)) {
+    changeKeymapsKeymapCycleMappingForButton(context.button, context.identifier);
+  } else {
+    const PropertyList& keymaps = allProfiles.at(*place)[keys::Keymap];
+    const PropertyList changed = keymapsWithCycle(keymaps, groupKeyOf(context.identifier), context.button);
+    send(PropertyList::dictionary({{keys::Keymap, changed}}), place);
+  }
+}
+
+void MouseButtonController::tellGone(const vorn::RememberedRecord& record) {
+  showGoneAlert(sheetWindow(), QString::fromStdString(record.name()));
+  updateUISettings();
+}
+
 void MouseButtonController::sheetDidEnd(const SheetContext& context) {
   if (mIsCancelSingleKey || mIsCancelKeymap) return;
+  const int command = static_cast<int>(context.mapping);
   if (context.mapping == AssignmentCommand::SingleKey) {
-    changeButton(context.button, static_cast<int>(context.mapping), singleKeyHIDCode, singleKeyModifier,
-                 context.identifier);
+    assign(context, command, singleKeyHIDCode, singleKeyModifier);
     return;
   }
   getKeymapOptionValue();
   if (keymapOptionValue == vorn::nextKeymap) {
-    changeKeymapsKeymapCycleMappingForButton(context.button, context.identifier);
+    assignCycle(context);
   } else {
-    changeButton(context.button, static_cast<int>(context.mapping), keymapOptionValue,
-                 keymapSheet().isSwitchBack() ? 1 : 0, context.identifier);
+    assign(context, command, keymapOptionValue, keymapSheet().isSwitchBack() ? 1 : 0);
   }
 }
 
@@ -95,7 +173,7 @@ void MouseButtonController::openSingleKeySheet(const SheetContext& context) {
     connect(mSingleKey, &QDialog::finished, this, [this] { sheetDidEnd(mSingleKeyContext); });
   }
   mSingleKeyContext = context;
-  mSingleKey->begin(controlName(context));
+  mSingleKey->begin(subjectOf(context));
   if (buttonDelegate != nullptr) buttonDelegate->startSingleKeyRecording();
 }
 
@@ -141,10 +219,7 @@ void MouseButtonController::openPanelDidEnd(int returnCode, const QString& path,
   if (returnCode == FilePanel::okButton && isGroupIdentifier(context.identifier)) {
     const QString program = textOf(ApplicationInfo::infoDictionary(path), ApplicationInfo::resolvedPathKey);
     if (!program.isEmpty()) {
-      const PropertyList group =
-          withAssignment(groupToChange(context.identifier), context.button,
-                         static_cast<int>(AssignmentCommand::LaunchProgram), program.toStdString(), "");
-      send(PropertyList::dictionary({{groupKeyOf(context.identifier), group}, {keys::KeymapID, mActiveKeymap}}));
+      assign(context, static_cast<int>(AssignmentCommand::LaunchProgram), program.toStdString(), "");
       return;
     }
     Alert::show(sheetWindow(), localized("lkeyNoApplicationTitle"), localized("lkeyNoApplicationDesc"),
@@ -166,7 +241,7 @@ void MouseButtonController::openKeymapSheet(const SheetContext& context) {
   sheet.setSwitchBack(keymapSwitchOptionValue != 0);
   updateStateOfKeyMapSwitchOptionButton();
   mKeymapContext = context;
-  sheet.begin(controlName(context));
+  sheet.begin(subjectOf(context));
 }
 
 KeymapSheet& MouseButtonController::keymapSheet() {
@@ -259,8 +334,10 @@ void MouseButtonController::clickMacroRepeatButton(const ControlDescriptor& cont
   const QString mode = getMacroRepeatOptionUsingValue(record[keys::Param2].toInt());
   sheet.showCurrentMode(mode);
   sheet.selectMode(mode);
-  sheet.begin(controlName({mButtonSelectedIdentifier, mButtonSelected, AssignmentCommand::Macro}),
-              macroName(mParamOne));
+  mRepeatContext = contextOf(mButtonSelected, mButtonSelectedIdentifier, AssignmentCommand::Macro);
+  mRepeatMacro.reset();
+  if (allMacros.at(mParamOne).isDictionary()) mRepeatMacro.emplace(allMacros, mParamOne, keys::MacroName);
+  sheet.begin(subjectOf(mRepeatContext), macroName(mParamOne));
 }
 
 void MouseButtonController::clickMacroPlayback() {
@@ -272,9 +349,33 @@ void MouseButtonController::clickMacroRepeatOK() {
   MacroRepeatSheet& sheet = repeatSheet();
   if (!sheet.isVisible()) return;
   sheet.end();
-  changeButton(mButtonSelected, static_cast<int>(AssignmentCommand::Macro), mParamOne,
-               getIntValueOfMacroRepeatOptionUsingValue(sheet.selectedMode()), mButtonSelectedIdentifier);
+  writeRepeatMode(getIntValueOfMacroRepeatOptionUsingValue(sheet.selectedMode()));
   isScrollWheelMacroRepeatOption = false;
+}
+
+void MouseButtonController::writeRepeatMode(int mode) {
+  const std::optional<int> place = placeOf(mRepeatContext);
+  if (!place) {
+    tellGone(*mRepeatContext.profile);
+    return;
+  }
+  if (mRepeatMacro) {
+    const auto macro = mRepeatMacro->placeIn(allMacros);
+    if (!macro) {
+      tellGone(*mRepeatMacro);
+      return;
+    }
+    mParamOne = static_cast<int>(*macro);
+    const PropertyList& record = groupOf(mRepeatContext, *place)[mButtonSelected];
+    if (vorn::commandOf(record) != AssignmentCommand::Macro || record[keys::Param1].toInt() != mParamOne) {
+      const QString name = shownName(QString::fromStdString(mRepeatMacro->name()));
+      Alert::show(sheetWindow(), localized("lkeyAssignmentGoneTitle").arg(controlName(mRepeatContext), name),
+                  localized("lkeyAssignmentGoneDesc"), {localized("lkeyOK")});
+      updateUISettings();
+      return;
+    }
+  }
+  assign(mRepeatContext, static_cast<int>(AssignmentCommand::Macro), mParamOne, mode);
 }
 
 void MouseButtonController::clickMacroRepeatCancel() {

@@ -57,7 +57,8 @@ class MouseButtonControllerKeymapsTest : public QObject {
       fixture.delegate.calls.clear();
       fixture.openKeymapSheet(control);
       QVERIFY(fixture.isOpen("mKeymapWindow"));
-      QCOMPARE(fixture.find<QLabel>("mKeymapControl")->text(), fixture.popUp(control).accessibleName());
+      QCOMPARE(fixture.find<QLabel>("mKeymapControl")->text(),
+               fixture.popUp(control).accessibleName() + QStringLiteral(" · Work, Keymap 3"));
       fixture.selectTag(tag);
       QCOMPARE(fixture.switchBack().isEnabled(), tag != 0 && !isWheelDirection);
       QCOMPARE(fixture.switchBack().toolTip().isEmpty(), fixture.switchBack().isEnabled());

@@ -210,15 +210,46 @@ class MouseButtonControllerWritesTest : public QObject {
     QCOMPARE(fixture.popUp(control).numberOfItems(), control.directionPicture ? 9 : 8);
   }
 
-  void news_may_come_while_a_menu_is_open() {
+  void news_of_something_else_leave_an_open_menu_open() {
+    ButtonsFixture fixture;
+    const ControlDescriptor& control = ButtonsFixture::control(6);
+    QMenu* submenu = fixture.openSubmenu(control, AssignmentCategory::Macro);
+    QTRY_VERIFY(submenu->isVisible());
+    fixture.show(fixture.current.with(keys::DPIX, 1200));
+    fixture.deleteReplaced();
+    QVERIFY(submenu->isVisible() && fixture.popUp(control).menu()->isVisible());
+    QTest::keyClick(submenu, Qt::Key_Down);
+    QTest::keyClick(submenu, Qt::Key_Return);
+    COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(10, 0, 1)));
+  }
+
+  void news_of_what_a_menu_offers_close_it_data() {
+    QTest::addColumn<QString>("changed");
+    for (const char* changed : {"profile", "keymap", "profiles", "macros", "assignment"})
+      QTest::newRow(changed) << QString::fromLatin1(changed);
+  }
+
+  void news_of_what_a_menu_offers_close_it() {
+    QFETCH(QString, changed);
     ButtonsFixture fixture;
     const ControlDescriptor& control = ButtonsFixture::control(6);
     fixture.openSubmenu(control, AssignmentCategory::Macro);
+    if (changed == QStringLiteral("profile"))
+      fixture.tab.setMDeviceSettingsDict(deviceSettings().with(keys::ActiveProfile, 0));
+    if (changed == QStringLiteral("keymap"))
+      fixture.tab.setMButtonsSettingsDict(fixture.current.with(keys::KeymapID, 3));
+    if (changed == QStringLiteral("profiles"))
+      fixture.tab.setMAllProfiles(fixture.tab.mAllProfiles().replacing(3, profile("Rallye")));
+    if (changed == QStringLiteral("macros")) fixture.tab.setMAllMacros(PropertyList::array({macro("New", {})}));
+    if (changed == QStringLiteral("assignment")) {
+      fixture.tab.setMButtonsSettingsDict(
+          fixture.current.with(keys::Keys, fixture.current[keys::Keys].with(control.identifier, assignment(2))));
+    }
     fixture.tab.updateUISettings();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    fixture.deleteReplaced();
     QVERIFY(!fixture.popUp(control).menu()->isVisible());
-    fixture.chooseInSubmenu(control, AssignmentCategory::Macro, 1);
-    COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(10, 0, 1)));
+    QVERIFY(QApplication::activePopupWidget() == nullptr);
+    QVERIFY(fixture.delegate.calls.empty());
   }
 
   void both_writers_send_the_documented_keys() {
