@@ -307,6 +307,10 @@
         <source>Q</source>
         <translation>Q</translation>
     </message>
+    <message id="lkeyControlsChanged">
+        <source>%1 changed</source>
+        <translation>%1 changed</translation>
+    </message>
     <message id="lkeyCopy">
         <source>Copy</source>
         <translation>Copy</translation>
@@ -691,6 +695,10 @@
         <source>Keymap 4</source>
         <translation>Keymap 4</translation>
     </message>
+    <message id="lkeyKeymapInUse">
+        <source>in use</source>
+        <translation>in use</translation>
+    </message>
     <message id="lkeyKeymapOne">
         <source>Keymap 1</source>
         <translation>Keymap 1</translation>
@@ -728,8 +736,8 @@
         <translation>Cycle Keymaps</translation>
     </message>
     <message id="lkeyLastLeftClick">
-        <source>One of the controls 1 to 5 has to stay the left click</source>
-        <translation>One of the controls 1 to 5 has to stay the left click</translation>
+        <source>One of the controls 1 to 5 has to stay the left click: give another of the controls 1 to 5 the left click first</source>
+        <translation>One of the controls 1 to 5 has to stay the left click: give another of the controls 1 to 5 the left click first</translation>
     </message>
     <message id="lkeyLastProfileStays">
         <source>The last profile cannot be deleted.</source>

@@ -7,6 +7,7 @@
 
 #include "buttons/ControlTable.h"
 #include "model/Assignments.h"
+#include "model/HidUsages.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
 #include "platform/Localization.h"
@@ -55,6 +56,24 @@ QString withColon(const QString& target) {
 QString keyText(const PropertyList& record) {
   return QString::fromStdString(
       vorn::eventParser::getStringWithHID(record[keys::Param1].toInt(), record[keys::Param2].toInt()));
+}
+
+// By the bits of the modifier byte.
+constexpr std::array<const char*, 8> shortModifierNames = {"Ctrl",       "Shift",       "Alt",       "Cmd",
+                                                           "Right Ctrl", "Right Shift", "Right Alt", "Right Cmd"};
+
+// Empty without modifiers.
+QString chordText(const PropertyList& record) {
+  const auto modifiers = static_cast<std::uint8_t>(record[keys::Param2].toInt());
+  if (modifiers == 0) return {};
+  QStringList parts;
+  for (std::size_t bit = 0; bit < shortModifierNames.size(); ++bit) {
+    if ((modifiers >> bit & 1) != 0) parts << QLatin1String(shortModifierNames[bit]);
+  }
+  const std::int64_t key = record[keys::Param1].toInt();
+  const bool isModifierAlone = key >= 0 && key < vorn::hid::firstKey;
+  if (!isModifierAlone) parts << QString::fromStdString(std::string(vorn::hid::keyName(key)));
+  return parts.join(QLatin1Char('+'));
 }
 
 // The last component of a path without its extension.
@@ -229,6 +248,24 @@ QString AssignmentText::titleOfCategory(AssignmentCategory category, std::string
       return word("lkeyDisable");
   }
   return {};
+}
+
+QStringList AssignmentText::shorterLabels(std::string_view button, int forGroupType) {
+  const PropertyList& record = recordAt(button, forGroupType);
+  const QString chord = vorn::commandOf(record) == AssignmentCommand::SingleKey ? chordText(record) : QString();
+  if (chord.isEmpty()) return {};
+  return {separatedLabel("lkeySingleKey", separatorBefore(chord), chord), chord};
+}
+
+bool AssignmentText::isDefaultAt(std::string_view button, int forGroupType) const {
+  return isDefault(recordAt(button, forGroupType), button, forGroupType);
+}
+
+bool AssignmentText::isDefault(const PropertyList& record, std::string_view button, int forGroupType) const {
+  if (!record.isDictionary() || vorn::commandOf(record) == AssignmentCommand::DefaultKey) return true;
+  const PropertyList& factory = defaultRecord(forGroupType == keysGroupType ? keys::Keys : keys::Buttons, button);
+  return std::ranges::all_of(std::initializer_list<keys::Key>{keys::Command, keys::Param1, keys::Param2},
+                             [&](keys::Key key) { return record[key].toInt() == factory[key].toInt(); });
 }
 
 QString AssignmentText::mouseButtonLabel(int command) {

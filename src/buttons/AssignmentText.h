@@ -8,6 +8,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <string_view>
 #include <unordered_map>
@@ -79,6 +80,13 @@ class AssignmentText {
   QString titleOfCategory(AssignmentCategory category, std::string_view button, int forGroupType);
   // Of the control's record, whose command is given. Empty for a command without a label.
   QString stringForButtonValue(int command, std::string_view atButton, int forGroupType);
+  // Fewer words for the label of a key with modifiers, the longer first: "Single Key : Ctrl+K", "Ctrl+K". None for any
+  // other assignment.
+  QStringList shorterLabels(std::string_view button, int forGroupType);
+  // Whether the control does what it does out of the box; so does one without a record.
+  bool isDefaultAt(std::string_view button, int forGroupType) const;
+  // The same of any record of the control.
+  bool isDefault(const vorn::PropertyList& record, std::string_view button, int forGroupType) const;
   // The whole label that a mouse button's function has.
   QString mouseButtonLabel(int command);
   // The command that a menu title stands for; 0 for none. A mouse-button title means the left click.

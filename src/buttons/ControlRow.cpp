@@ -73,15 +73,15 @@ QString spokenName(const ControlDescriptor& control) {
 ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
     : QWidget(parent),
       mControl(control),
+      mBadge(new NumberBadge(this)),
       mName(new ElidedLabel(this)),
       mPopUp(new PopUpButton(this)),
       mRepeatButton(new QToolButton(this)) {
   const QString field = QLatin1String(control.fieldName);
   setObjectName(field + QStringLiteral("Row"));
   setMaximumHeight(greatestHeight);
-  auto* badge = new NumberBadge(this);
-  badge->setText(QString::number(control.number));
-  badge->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("caption"));
+  mBadge->setText(QString::number(control.number));
+  mBadge->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("caption"));
   mName->setObjectName(field + QStringLiteral("Label"));
   mName->setText(localized(control.nameKey));
   mName->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("muted"));
@@ -97,7 +97,7 @@ ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(sidePadding, gapBetweenPopUps / 2, 0, gapBetweenPopUps / 2);
   layout->setSpacing(columnGap);
-  layout->addWidget(badge);
+  layout->addWidget(mBadge);
   layout->addWidget(mName);
   layout->addWidget(mPopUp, 1);
   layout->addWidget(mRepeatButton);
@@ -112,20 +112,30 @@ void ControlRow::makeRepeatButton() {
   mRepeatButton->setFixedSize(repeatButtonSize, repeatButtonSize);
   mRepeatButton->setIconSize({repeatIconSize, repeatIconSize});
   mRepeatButton->setFocusPolicy(Qt::StrongFocus);
-  // The columns must not move when it comes and goes.
-  QSizePolicy place = mRepeatButton->sizePolicy();
-  place.setRetainSizeWhenHidden(true);
-  mRepeatButton->setSizePolicy(place);
   mRepeatButton->hide();
   mRepeatButton->installEventFilter(this);
 }
 
+// The columns must not move when it comes and goes.
+int ControlRow::roomForRepeatButton() const {
+  return mRepeatButton->isHidden() ? columnGap + repeatButtonSize : 0;
+}
+
 QSize ControlRow::sizeHint() const {
-  return {QWidget::sizeHint().width(), naturalHeight};
+  return {QWidget::sizeHint().width() + roomForRepeatButton(), naturalHeight};
 }
 
 QSize ControlRow::minimumSizeHint() const {
-  return {QWidget::minimumSizeHint().width(), leastHeight};
+  return {QWidget::minimumSizeHint().width() + roomForRepeatButton(), leastHeight};
+}
+
+void ControlRow::setChanged(bool changed) {
+  mBadge->setFilled(changed);
+  mPopUp->setMuted(!changed);
+}
+
+bool ControlRow::isChanged() const {
+  return mBadge->isFilled();
 }
 
 void ControlRow::setHighlighted(bool highlighted) {

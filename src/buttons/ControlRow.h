@@ -11,6 +11,7 @@ class QToolButton;
 
 namespace skarn {
 
+class NumberBadge;
 class PopUpButton;
 
 // What people call a control: "Button 12, Z key".
@@ -25,8 +26,12 @@ class ControlRow : public QWidget {
   const ControlDescriptor& control() const { return mControl; }
   // Named after the control, for example mButtonOne.
   PopUpButton* popUp() const { return mPopUp; }
-  // Named as the table says; hidden at first, and its place stays reserved.
+  // Named as the table says; hidden at first. It takes its place from the pop-up, and the row stays as wide.
   QToolButton* repeatButton() const { return mRepeatButton; }
+
+  // Whether the control does something else than out of the box: its badge is filled, and the pop-up in full strength.
+  void setChanged(bool changed);
+  bool isChanged() const;
 
   void setHighlighted(bool highlighted);
   bool isHighlighted() const { return mIsHighlighted; }
@@ -47,10 +52,12 @@ class ControlRow : public QWidget {
 
  private:
   void makeRepeatButton();
+  int roomForRepeatButton() const;
   // Few of the repeat buttons are ever seen: their icon comes with the first showing.
   void tintRepeatIcon();
 
   const ControlDescriptor& mControl;
+  NumberBadge* mBadge;
   QLabel* mName;  // named after the control, for example mButtonOneLabel
   PopUpButton* mPopUp;
   QToolButton* mRepeatButton;

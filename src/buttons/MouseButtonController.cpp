@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -35,10 +36,13 @@ MouseButtonController::MouseButtonController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MouseButtonController>()) {
   mUi->setupUi(this);
   addRows();
+  orderForKeyboard();
   connectControls();
 }
 
 MouseButtonController::~MouseButtonController() {
+  // A row loses the keyboard when the tab goes.
+  for (ControlRow* row : mRows) disconnect(row, nullptr, this, nullptr);
   setMNotificationCenter(nullptr);
 }
 
@@ -58,6 +62,20 @@ void MouseButtonController::addRows() {
     }
     mRows[index] = new ControlRow(controlTable[index], this);
     family->addWidget(mRows[index]);
+  }
+}
+
+// By column, as the rows are seen, and not by the numbers of the controls.
+void MouseButtonController::orderForKeyboard() {
+  QWidget* before = mUi->mKeymapSegment;
+  setTabOrder(mUi->mProfileListPopUp, before);
+  for (const ControlFamily family : {ControlFamily::ThumbGrid, ControlFamily::DirectionPad, ControlFamily::Wheel}) {
+    for (ControlRow* row : mRows) {
+      if (row->control().family != family) continue;
+      setTabOrder(before, row->popUp());
+      setTabOrder(row->popUp(), row->repeatButton());
+      before = row->repeatButton();
+    }
   }
 }
 
@@ -144,6 +162,8 @@ void MouseButtonController::updateUISettings() {
   hideAllMacroConfigButtons();
   populateUISettings();
   for (ControlRow* row : mRows) selectAssignment(*row);
+  countChanges();
+  markKeymapsInUse();
   if (mIsTabEnabled) checkForLeftClickAssigned();
 }
 
@@ -151,6 +171,32 @@ void MouseButtonController::selectAssignment(ControlRow& row) {
   const ControlDescriptor& control = row.control();
   const int command = commandAt(control.identifier, control.groupType());
   row.popUp()->selectItemWithTitle(stringForButtonValue(command, control.identifier, control.groupType()));
+  row.popUp()->setShorterTexts(shorterLabels(control.identifier, control.groupType()));
+  row.setChanged(!isDefaultAt(control.identifier, control.groupType()));
+}
+
+void MouseButtonController::countChanges() {
+  const std::pair<ControlFamily, QLabel*> counts[] = {{ControlFamily::ThumbGrid, mUi->mThumbGridChanges},
+                                                      {ControlFamily::DirectionPad, mUi->mDirectionPadChanges},
+                                                      {ControlFamily::Wheel, mUi->mWheelChanges}};
+  for (const auto& [family, label] : counts) {
+    const auto changed = std::ranges::count_if(
+        mRows, [family](const ControlRow* row) { return row->control().family == family && row->isChanged(); });
+    label->setText(changed == 0 ? QString() : localized("lkeyControlsChanged").arg(changed));
+  }
+}
+
+void MouseButtonController::markKeymapsInUse() {
+  const QString words = localized("lkeyKeymapInUse");
+  for (int keymap = 0; keymap < mUi->mKeymapSegment->segmentCount(); ++keymap)
+    mUi->mKeymapSegment->setMark(keymap, isInUse(keymap) ? words : QString());
+}
+
+bool MouseButtonController::isInUse(int keymap) const {
+  const PropertyList& groups = keymap == mActiveKeymap ? buttonsSettingsDict : mAllKeymaps.at(keymap);
+  return std::ranges::any_of(controlTable, [&](const ControlDescriptor& control) {
+    return !isDefault(groups[control.group][control.identifier], control.identifier, control.groupType());
+  });
 }
 
 void MouseButtonController::enableControlsState(bool enabled) {
@@ -161,7 +207,7 @@ void MouseButtonController::enableControlsState(bool enabled) {
   mUi->mKeymapSegment->setEnabled(enabled);
   for (ControlRow* row : mRows) {
     row->popUp()->setEnabled(enabled);
-    row->popUp()->setToolTip(QString());
+    row->popUp()->setLockReason(QString());
     row->repeatButton()->setEnabled(enabled);
     row->repeatButton()->setToolTip(enabled ? localized("lkeyMacroRepeat") : whyNot);
   }
@@ -170,7 +216,7 @@ void MouseButtonController::enableControlsState(bool enabled) {
 void MouseButtonController::enableAllPopupButtons() {
   for (ControlRow* row : mRows) {
     row->popUp()->setEnabled(true);
-    row->popUp()->setToolTip(QString());
+    row->popUp()->setLockReason(QString());
   }
 }
 
@@ -216,7 +262,7 @@ void MouseButtonController::checkForLeftClickAssigned() {
   }
   if (clicks != 1) return;
   only->setEnabled(false);
-  only->setToolTip(localized("lkeyLastLeftClick"));
+  only->setLockReason(localized("lkeyLastLeftClick"));
 }
 
 bool MouseButtonController::validateMenuItem(const QAction& item) {

@@ -77,7 +77,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   void populateProfileListPopUpMenu();
   // Shows the mouse with the keymap's number; a keymap outside 0 to 7 leaves the picture as it is.
   void changeKeymapImage(int keymap);
-  // Enables every pop-up but the only one among the first five that is the left click.
+  // Enables every pop-up but the only one among the first five that is the left click; that is locked, and says how it
+  // is unlocked.
   void checkForLeftClickAssigned();
   // False for an item called like the active profile: it is not offered.
   bool validateMenuItem(const QAction& item);
@@ -155,11 +156,17 @@ class MouseButtonController : public QWidget, public AssignmentText {
   };
 
   void addRows();
+  void orderForKeyboard();
   void connectControls();
   void highlight(const ControlDescriptor* control);
   QString describe(const ControlDescriptor& control) const;
   ControlRow& rowOf(const ControlDescriptor& control) const;
   void selectAssignment(ControlRow& row);
+  // The number of changed controls beside the title of each family.
+  void countChanges();
+  // Marks the keymaps in which a control does something else than out of the box.
+  void markKeymapsInUse();
+  bool isInUse(int keymap) const;
   // What an open menu is for, and what its submenus list.
   vorn::PropertyList menuSubject() const;
 

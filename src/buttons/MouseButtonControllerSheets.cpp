@@ -249,7 +249,10 @@ KeymapSheet& MouseButtonController::keymapSheet() {
     mKeymapWindow = new KeymapSheet(sheetWindow());
     connect(mKeymapWindow, &AssignmentSheet::okClicked, this, &MouseButtonController::clickKeymapOK);
     connect(mKeymapWindow, &AssignmentSheet::cancelClicked, this, &MouseButtonController::clickKeymapCancel);
-    connect(mKeymapWindow, &QDialog::finished, this, [this] { sheetDidEnd(mKeymapContext); });
+    connect(mKeymapWindow, &QDialog::finished, this, [this] {
+      isScrollUpDown = false;
+      sheetDidEnd(mKeymapContext);
+    });
     connect(mKeymapWindow, &KeymapSheet::targetChosen, this, [this] {
       getKeymapOptionValue();
       updateStateOfKeyMapSwitchOptionButton();

@@ -133,6 +133,19 @@ void drawChevron(QPainter* painter, const QRect& rect, const QColor& color, Qt::
   painter->drawPolyline(QPolygonF({QPointF(-4, -2), QPointF(0, 2), QPointF(4, -2)}));
 }
 
+void drawLock(QPainter* painter, const QRect& rect, const QColor& color) {
+  const SmoothPainting smooth(painter);
+  painter->setPen(QPen(color, chevronStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter->setBrush(Qt::NoBrush);
+  painter->translate(QRectF(rect).center());
+  painter->drawRoundedRect(QRectF(-4.5, -0.5, 9, 6.5), 1.5, 1.5);
+  QPainterPath shackle(QPointF(-2.75, -0.5));
+  shackle.lineTo(-2.75, -2.5);
+  shackle.arcTo(QRectF(-2.75, -5.25, 5.5, 5.5), 180, -180);
+  shackle.lineTo(2.75, -0.5);
+  painter->drawPath(shackle);
+}
+
 void drawSlider(const QStyleOptionSlider* option, const QRect& groove, const QRect& handle, QPainter* painter) {
   const QPalette& palette = option->palette;
   const bool isEnabled = isOn(option, QStyle::State_Enabled);
@@ -239,6 +252,7 @@ void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter) {
   } else {
     drawFieldFrame(list, painter);
   }
+  if (!(list->subControls & QStyle::SC_ComboBoxArrow)) return;
   const QRect chevron = QStyle::visualRect(
       list->direction, list->rect,
       QRect(list->rect.right() - listChevronWidth, list->rect.top(), listChevronWidth, list->rect.height()));

@@ -24,12 +24,15 @@ void drawFieldFrame(const QStyleOption* option, QPainter* painter);
 // A chevron of one-and-a-half pixels in the middle of the rectangle.
 void drawChevron(QPainter* painter, const QRect& rect, const QColor& color, Qt::ArrowType direction);
 
+// A closed padlock in lines, in the middle of the rectangle.
+void drawLock(QPainter* painter, const QRect& rect, const QColor& color);
+
 // A chevron as large as the option's rectangle allows, in the colour of its text.
 void drawArrow(const QStyleOption* option, QPainter* painter, Qt::ArrowType direction);
 
 constexpr int fieldPadding = 8;       // beside the text of a text field or of a pop-up list
 constexpr int listChevronWidth = 24;  // the place of a pop-up list's chevron, at the end of its text
-// A pop-up list's ground and chevron; its text is the control's label.
+// A pop-up list's ground and, among its subcontrols, chevron; its text is the control's label.
 void drawPopUpList(const QStyleOptionComboBox* list, QPainter* painter);
 QRect popUpListText(const QStyleOptionComboBox* list);
 

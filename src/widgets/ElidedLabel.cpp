@@ -13,6 +13,11 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
 }
 
+void ElidedLabel::setElideMode(Qt::TextElideMode mode) {
+  mElideMode = mode;
+  update();
+}
+
 QSize ElidedLabel::minimumSizeHint() const {
   const QSize whole = QLabel::minimumSizeHint();
   const int shortest = fontMetrics().horizontalAdvance(QStringLiteral("mm…mm"));
@@ -22,7 +27,7 @@ QSize ElidedLabel::minimumSizeHint() const {
 QString ElidedLabel::shownText() const {
   QString line = text();
   line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-  return fontMetrics().elidedText(line, Qt::ElideMiddle, contentsRect().width());
+  return fontMetrics().elidedText(line, mElideMode, contentsRect().width());
 }
 
 bool ElidedLabel::event(QEvent* event) {

@@ -1,5 +1,5 @@
-// A label for one line of text that may be longer than its place: it is cut in the middle, and the whole text is then
-// the tooltip. The text is shown as it stands (no markup, no mnemonics).
+// A label for one line of text that may be longer than its place: it is cut, in the middle unless told otherwise, and
+// the whole text is then the tooltip. The text is shown as it stands (no markup, no mnemonics).
 #pragma once
 
 #include <QLabel>
@@ -8,9 +8,15 @@ namespace skarn {
 
 class ElidedLabel : public QLabel {
   Q_OBJECT
+  Q_PROPERTY(Qt::TextElideMode elideMode READ elideMode WRITE setElideMode)
 
  public:
   explicit ElidedLabel(QWidget* parent = nullptr);
+
+  Qt::TextElideMode elideMode() const { return mElideMode; }
+  void setElideMode(Qt::TextElideMode mode);
+  // What is seen of the text.
+  QString shownText() const;
 
   QSize minimumSizeHint() const override;
 
@@ -19,7 +25,7 @@ class ElidedLabel : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QString shownText() const;
+  Qt::TextElideMode mElideMode = Qt::ElideMiddle;
 };
 
 }  // namespace skarn

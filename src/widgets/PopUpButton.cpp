@@ -66,6 +66,11 @@ class PopUpButton::ItemMenu : public QMenu {
     QMenu::mousePressEvent(event);
   }
 
+  void showEvent(QShowEvent* event) override {
+    mTyped.clear();
+    QMenu::showEvent(event);
+  }
+
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Space) {
       QKeyEvent enter(event->type(), Qt::Key_Return, event->modifiers());
@@ -230,8 +235,40 @@ int PopUpButton::indexOf(const QAction* item) const {
 void PopUpButton::showTitle(const QString& title) {
   if (title == mShownTitle) return;
   mShownTitle = title;
-  setAccessibleDescription(title);
+  mShorterTexts.clear();
+  mIsMuted = false;
   setText(escapedTitle(inOneLine(title)));
+  describe();
+}
+
+void PopUpButton::describe() {
+  setAccessibleDescription(mLockReason.isEmpty() ? mShownTitle : mShownTitle + QStringLiteral(". ") + mLockReason);
+}
+
+void PopUpButton::setShorterTexts(const QStringList& texts) {
+  mShorterTexts = texts;
+  update();
+}
+
+void PopUpButton::setMuted(bool muted) {
+  mIsMuted = muted;
+  update();
+}
+
+void PopUpButton::setLockReason(const QString& reason) {
+  mLockReason = reason;
+  setToolTip(reason);
+  describe();
+  update();
+}
+
+QString PopUpButton::drawnText() const {
+  if (mShorterTexts.isEmpty()) return inOneLine(mShownTitle);
+  const int width = textRect().width();
+  for (const QString& text : mShorterTexts) {
+    if (fontMetrics().horizontalAdvance(inOneLine(text)) <= width) return inOneLine(text);
+  }
+  return inOneLine(mShorterTexts.constLast());
 }
 
 // A pointer that went from the button into its menu has not left the button, by the count of the application.
@@ -271,27 +308,42 @@ bool PopUpButton::event(QEvent* event) {
   return QToolButton::event(event);
 }
 
+void PopUpButton::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::EnabledChange && !isEnabled()) mMenu->close();
+  QToolButton::changeEvent(event);
+}
+
+QRect PopUpButton::textRect() const {
+  const QAction* selected = itemAt(mSelected);
+  const int iconWidth = selected != nullptr && !selected->icon().isNull() ? itemIconSize + fieldPadding : 0;
+  return rect().adjusted(fieldPadding + iconWidth, 0, -listChevronWidth, 0);
+}
+
 void PopUpButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  const bool isLocked = !mLockReason.isEmpty() && !isEnabled();
   QStyleOptionComboBox option;
   option.initFrom(this);
   option.editable = false;
-  option.subControls = QStyle::SC_ComboBoxFrame | QStyle::SC_ComboBoxArrow;
+  option.subControls = QStyle::SC_ComboBoxFrame;
+  if (!isLocked) option.subControls |= QStyle::SC_ComboBoxArrow;
   if (mMenu->isVisible()) option.state |= QStyle::State_On;
   style()->drawComplexControl(QStyle::CC_ComboBox, &option, &painter, this);
-  const QAction* selected = itemAt(mSelected);
-  const int iconWidth = selected != nullptr && !selected->icon().isNull() ? itemIconSize + fieldPadding : 0;
-  const QRect content = rect().adjusted(fieldPadding, 0, -listChevronWidth, 0);
-  if (iconWidth > 0) {
-    const QRect place(content.left(), content.top(), itemIconSize, content.height());
-    selected->icon().paint(&painter, QStyle::visualRect(layoutDirection(), rect(), place), Qt::AlignCenter,
-                           isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  const auto visual = [this](const QRect& place) { return QStyle::visualRect(layoutDirection(), rect(), place); };
+  if (isLocked) {
+    const QRect place(rect().right() - listChevronWidth, 0, listChevronWidth, height());
+    drawLock(&painter, visual(place), palette().color(QPalette::Normal, QPalette::PlaceholderText));
   }
-  const QRect place = QStyle::visualRect(layoutDirection(), rect(), content.adjusted(iconWidth, 0, 0, 0));
-  const QString title = fontMetrics().elidedText(inOneLine(mShownTitle), Qt::ElideMiddle, place.width());
+  const QAction* selected = itemAt(mSelected);
+  if (selected != nullptr && !selected->icon().isNull()) {
+    const QRect place(fieldPadding, 0, itemIconSize, height());
+    selected->icon().paint(&painter, visual(place), Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  }
+  const QRect place = visual(textRect());
+  const QString text = fontMetrics().elidedText(drawnText(), Qt::ElideMiddle, place.width());
   const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-  style()->drawItemText(&painter, place, static_cast<int>(alignment), palette(), isEnabled(), title,
-                        QPalette::ButtonText);
+  style()->drawItemText(&painter, place, static_cast<int>(alignment), palette(), isEnabled(), text,
+                        mIsMuted ? QPalette::PlaceholderText : QPalette::ButtonText);
 }
 
 void PopUpButton::mousePressEvent(QMouseEvent* event) {

@@ -1,14 +1,16 @@
 // A button with a menu that shows the title of the menu's selected item. Drawn as the pop-up lists are; unlike them its
 // items can have submenus. Main thread.
 //
-// Titles are shown as they stand ("&" is no mnemonic; titleOf gives them back). A title that is too long for the button
-// is cut in its middle, and the tooltip says the whole; one that is too long for the menu is cut there too.
+// Titles are shown as they stand ("&" is no mnemonic; titleOf gives them back). The closed button may be given fewer
+// words to draw; a text that is too long for it is cut in its middle. The tooltip and screen readers say the whole
+// title. One that is too long for the menu is cut there too.
 //
 // The menu (menu()) takes over the items, and submenus come into being, when it is about to be shown; so items are
 // cheap to replace. Typing finds an item of the open menu by the beginning of its title. Everything may be called from
 // a handler of an item that the user has just chosen, and while the menu is open, which then closes.
 #pragma once
 
+#include <QStringList>
 #include <QToolButton>
 #include <functional>
 #include <vector>
@@ -51,6 +53,18 @@ class PopUpButton : public QToolButton {
   // What the closed button shows.
   const QString& shownTitle() const { return mShownTitle; }
 
+  // How the closed button draws its title, until it shows another one: the first of these texts that fits in the place
+  // of the title, none for the title itself; and muted, as what nobody has chosen.
+  void setShorterTexts(const QStringList& texts);
+  void setMuted(bool muted);
+  bool isMuted() const { return mIsMuted; }
+  // The text before it is cut.
+  QString drawnText() const;
+  // Why the button is disabled: shown by a lock in the place of the chevron, and said by the tooltip and to screen
+  // readers. Empty for no lock. Enabling stays with the caller.
+  void setLockReason(const QString& reason);
+  const QString& lockReason() const { return mLockReason; }
+
   // Asked for every item of the menu and of its submenus when they are about to be shown; one that it refuses is hidden
   // and disabled.
   void setValidator(std::function<bool(const QAction&)> validator);
@@ -69,6 +83,7 @@ class PopUpButton : public QToolButton {
 
  protected:
   bool event(QEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -88,6 +103,9 @@ class PopUpButton : public QToolButton {
   void choose(const QAction* item);
   int indexOf(const QAction* item) const;
   void showTitle(const QString& title);
+  void describe();
+  // The place of the text; the icon, if any, stands before it.
+  QRect textRect() const;
   void updateHover();
   QPoint placeOfMenu() const;
 
@@ -95,6 +113,9 @@ class PopUpButton : public QToolButton {
   std::vector<Item> mItems;
   int mSelected = -1;
   QString mShownTitle;
+  QStringList mShorterTexts;
+  bool mIsMuted = false;
+  QString mLockReason;
   std::function<bool(const QAction&)> mValidator;
 };
 

@@ -1,6 +1,7 @@
 #include "widgets/SegmentedControl.h"
 
 #include <QAccessible>
+#include <QAccessibleWidget>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -24,6 +25,8 @@ constexpr int segmentWidth = 36;
 constexpr int verticalPadding = 6;
 constexpr int separatorInset = 7;
 constexpr int focusInset = 3;
+constexpr qreal dotRadius = 1.75;
+constexpr qreal dotHeight = 4.5;  // of its middle above the lower edge
 
 // The accent reads best under the darker ink of either palette.
 QColor inkOnAccent(const QPalette& palette) {
@@ -52,7 +55,40 @@ class SegmentedControl::Segment : public QRadioButton {
   void paintEvent(QPaintEvent*) override {}
 };
 
+// The focus is the control's; a segment tells that the keyboard has reached it.
+class SegmentedControl::AccessibleSegment : public QAccessibleWidget {
+ public:
+  explicit AccessibleSegment(Segment* segment) : QAccessibleWidget(segment, QAccessible::RadioButton) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    const auto& control = static_cast<const SegmentedControl&>(*segment().parentWidget());
+    const auto place = std::ranges::find(control.mSegments, &segment()) - control.mSegments.begin();
+    state.checkable = true;
+    state.checked = segment().isChecked();
+    state.focusable = segment().isEnabled();
+    state.focused = control.hasFocus() && place == control.mCurrent;
+    return state;
+  }
+  QStringList actionNames() const override { return isEnabled() ? QStringList{toggleAction()} : QStringList(); }
+  void doAction(const QString& action) override {
+    if (action == toggleAction() && isEnabled()) segment().setChecked(true);
+  }
+
+ private:
+  Segment& segment() const { return *static_cast<Segment*>(widget()); }
+  bool isEnabled() const { return widget()->isEnabled(); }
+};
+
+QAccessibleInterface* SegmentedControl::makeAccessible(const QString&, QObject* object) {
+  if (auto* control = qobject_cast<SegmentedControl*>(object))
+    return new QAccessibleWidget(control, QAccessible::Grouping);
+  if (auto* segment = dynamic_cast<Segment*>(object)) return new AccessibleSegment(segment);
+  return nullptr;
+}
+
 SegmentedControl::SegmentedControl(QWidget* parent) : QWidget(parent) {
+  QAccessible::installFactory(&SegmentedControl::makeAccessible);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   setMouseTracking(true);
@@ -89,6 +125,22 @@ QString SegmentedControl::segmentName(int segment) const {
                                                   : QString();
 }
 
+void SegmentedControl::setMark(int segment, const QString& words) {
+  if (segment < 0 || segment >= segmentCount() || wordsOfMark(segment) == words) return;
+  mSegments[static_cast<std::size_t>(segment)]->setAccessibleDescription(words);
+  update();
+}
+
+bool SegmentedControl::isMarked(int segment) const {
+  return !wordsOfMark(segment).isEmpty();
+}
+
+QString SegmentedControl::wordsOfMark(int segment) const {
+  return segment >= 0 && segment < segmentCount()
+             ? mSegments[static_cast<std::size_t>(segment)]->accessibleDescription()
+             : QString();
+}
+
 void SegmentedControl::selectSegment(int segment) {
   mSelected = segment >= 0 && segment < segmentCount() ? segment : -1;
   for (int one = 0; one < segmentCount(); ++one) mSegments[static_cast<std::size_t>(one)]->mark(one == mSelected);
@@ -117,7 +169,9 @@ bool SegmentedControl::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && isEnabled()) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const int segment = segmentAt(help->pos());
-    if (segment >= 0) showPlainToolTip(*help, segmentName(segment), this);
+    QString text = segmentName(segment);
+    if (isMarked(segment)) text += QStringLiteral(": ") + wordsOfMark(segment);
+    if (segment >= 0) showPlainToolTip(*help, text, this);
     return true;
   }
   return QWidget::event(event);
@@ -155,8 +209,13 @@ void SegmentedControl::drawSegment(QPainter& painter, int segment) const {
   QFont digits = font();
   if (isSelected) digits.setWeight(QFont::Bold);
   painter.setFont(digits);
-  painter.setPen(isSelected && isEnabled() ? inkOnAccent(palette()) : palette().color(QPalette::ButtonText));
+  const QColor ink = isSelected && isEnabled() ? inkOnAccent(palette()) : palette().color(QPalette::ButtonText);
+  painter.setPen(ink);
   painter.drawText(place, Qt::AlignCenter, QString::number(segment + 1));
+  if (!isMarked(segment)) return;
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ink);
+  painter.drawEllipse(QPointF(QRectF(place).center().x(), place.bottom() + 1 - dotHeight), dotRadius, dotRadius);
 }
 
 void SegmentedControl::drawFocus(QPainter& painter) const {

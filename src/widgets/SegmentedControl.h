@@ -1,13 +1,15 @@
 // A row of segments of equal width, shown as the numbers from 1, of which one can be selected. Main thread.
 //
 // Left, Right, Home and End move among the segments without choosing; Space and Return choose the one reached. The
-// selected segment is told by weight as well as by the accent. Screen readers find a radio button per segment.
+// selected segment is told by weight as well as by the accent. A segment can carry a dot. Screen readers find a group
+// with a radio button per segment.
 #pragma once
 
 #include <QStringList>
 #include <QWidget>
 #include <vector>
 
+class QAccessibleInterface;
 class QPainter;
 
 namespace skarn {
@@ -24,6 +26,9 @@ class SegmentedControl : public QWidget {
   // What screen readers and tooltips call the segments.
   void setSegmentNames(const QStringList& names);
   QString segmentName(int segment) const;
+  // Puts a dot under the segment's number; tooltip and screen readers say these words for it. Empty for no dot.
+  void setMark(int segment, const QString& words);
+  bool isMarked(int segment) const;
 
   int selectedSegment() const { return mSelected; }  // -1 for none
   // Without a signal; a segment out of range selects none.
@@ -53,12 +58,15 @@ class SegmentedControl : public QWidget {
 
  private:
   class Segment;
+  class AccessibleSegment;
+  static QAccessibleInterface* makeAccessible(const QString& className, QObject* object);
 
   int segmentAt(const QPointF& position) const;
   void choose(int segment);
   void moveTo(int segment);
   void drawSegment(QPainter& painter, int segment) const;
   void drawFocus(QPainter& painter) const;
+  QString wordsOfMark(int segment) const;
 
   std::vector<Segment*> mSegments;
   int mSelected = -1;

@@ -32,6 +32,7 @@ constexpr int headerPadding = RowDelegate::sidePadding;  // the titles of column
 constexpr QSize buttonPadding(16, 6);
 constexpr int controlHeight = 30;
 constexpr int smallestThumb = 32;
+constexpr int listTextInset = 1;  // of a list's text in its place
 constexpr int menuMargin = 4;
 constexpr int submenuDelay = 150;       // milliseconds
 constexpr int animationDuration = 140;  // milliseconds
@@ -175,6 +176,14 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
       return;
     case CE_MenuEmptyArea:
       painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+      return;
+    case CE_ComboBoxLabel:
+      if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
+        QStyleOptionComboBox cut(*list);
+        const int width = proxy()->subControlRect(CC_ComboBox, list, SC_ComboBoxEditField, widget).width();
+        cut.currentText = cut.fontMetrics.elidedText(cut.currentText, Qt::ElideRight, width - 2 * listTextInset);
+        QProxyStyle::drawControl(element, &cut, painter, widget);
+      }
       return;
     case CE_TabBarTabShape:
       if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTabShape(tab, painter);

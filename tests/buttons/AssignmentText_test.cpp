@@ -49,6 +49,54 @@ class AssignmentTextTest : public QObject {
  private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
 
+  void a_key_with_modifiers_has_shorter_labels_data() {
+    QTest::addColumn<PropertyList>("record");
+    QTest::addColumn<QString>("chord");
+    const auto row = [](const PropertyList& record, const char* chord) { QTest::newRow(chord) << record << chord; };
+    row(assignment(16, 14, 3), "Ctrl+Shift+K");
+    row(assignment(16, 14, 0x0f), "Ctrl+Shift+Alt+Cmd+K");
+    row(assignment(16, 14, 0x10), "Right Ctrl+K");
+    row(assignment(16, 40, 0xe2), "Shift+Right Shift+Right Alt+Right Cmd+Return");
+    row(assignment(16, 0, 5), "Ctrl+Alt");
+    // Only the low eight bits are modifiers.
+    row(assignment(16, 4, 0x101), "Ctrl+A");
+  }
+
+  void a_key_with_modifiers_has_shorter_labels() {
+    QFETCH(PropertyList, record);
+    QFETCH(QString, chord);
+    ButtonsFixture fixture;
+    fixture.give(fixture.control(1), record);
+    const QStringList labels = {QStringLiteral("Single Key : ") + chord, chord};
+    QCOMPARE(fixture.tab.shorterLabels("43", 1), labels);
+    // The title itself, which is compared, keeps its words.
+    QVERIFY(fixture.popUp(1).shownTitle() != labels[0]);
+    QCOMPARE(fixture.popUp(1).indexOfSelectedItem(), static_cast<int>(AssignmentCategory::SingleKey));
+    QVERIFY(labels.contains(fixture.popUp(1).drawnText()));
+  }
+
+  void nothing_else_has_shorter_labels() {
+    ButtonsFixture fixture;
+    for (const PropertyList& record : {assignment(16, 4), assignment(16, 4, 0x100), assignment(10, 0, 1),
+                                       assignment(45, 43), assignment(20), PropertyList::dictionary()}) {
+      fixture.give(fixture.control(1), record);
+      QCOMPARE(fixture.tab.shorterLabels("43", 1), QStringList());
+    }
+    QCOMPARE(fixture.tab.shorterLabels("43", 3), QStringList());
+  }
+
+  void what_a_control_does_out_of_the_box_is_its_default() {
+    ButtonsFixture fixture;
+    for (const ControlDescriptor& control : controlTable) {
+      QVERIFY(fixture.tab.isDefaultAt(control.identifier, control.groupType()));
+      fixture.give(control, assignment(20));
+      QVERIFY(!fixture.tab.isDefaultAt(control.identifier, control.groupType()));
+    }
+    const auto isDefault = [&fixture](const PropertyList& record) { return fixture.tab.isDefault(record, "06", 2); };
+    QVERIFY(isDefault(assignment(18)) && isDefault(assignment(18).with("note", "mine")) && isDefault(PropertyList()));
+    QVERIFY(!isDefault(assignment(19)) && !isDefault(assignment(10, 0, 1)) && !isDefault(assignment(18, 1)));
+  }
+
   void every_record_has_its_label_and_is_selected_by_it_data() {
     QTest::addColumn<PropertyList>("record");
     QTest::addColumn<QString>("label");

@@ -134,8 +134,14 @@ class MouseButtonControllerKeymapsTest : public QObject {
       QCOMPARE(fixture.tab.mIsScrollUpDown(), isWheelDirection);
       QCOMPARE(fixture.tab.mKeymapOptionValue(), index == 0 ? 255 : index - 1);
       fixture.press("mKeymapCancel");
+      QVERIFY(fixture.delegate.calls.empty());
+      QVERIFY(!fixture.tab.mIsScrollUpDown());
+      fixture.openKeymapSheet(control);
+      QCOMPARE(fixture.tab.mIsScrollUpDown(), isWheelDirection);
+      fixture.press("mKeymapOK");
+      QVERIFY(!fixture.tab.mIsScrollUpDown());
+      fixture.delegate.calls.clear();
     }
-    QVERIFY(fixture.delegate.calls.empty());
   }
 
   void return_in_the_list_presses_ok() {
@@ -167,6 +173,30 @@ class MouseButtonControllerKeymapsTest : public QObject {
     QCOMPARE(fixture.tab.getIndexValueOfAssignedKeyMapForButton("43", 3), 0);
     fixture.tab.setMAllProfiles(PropertyList::array());
     QCOMPARE(fixture.tab.getIndexValueOfAssignedKeyMapForButton("43", 2), 0);
+  }
+
+  // --- Use
+
+  void keymaps_in_use_are_marked() {
+    KeymapFixture fixture;
+    const auto marked = [&fixture] {
+      QList<int> keymapsInUse;
+      for (int keymap = 0; keymap < 8; ++keymap) {
+        if (fixture.segments().isMarked(keymap)) keymapsInUse << keymap;
+      }
+      return keymapsInUse;
+    };
+    // In each but the one in force, whose groups count, control 1 is another key.
+    QCOMPARE(marked(), QList<int>({0, 1, 3, 4, 5, 6, 7}));
+    const PropertyList plain = factoryKeymap();
+    const PropertyList used = plain.with(keys::Buttons, plain[keys::Buttons].with("06", assignment(20)));
+    fixture.show(fixture.current.with(
+        keys::Keymap, PropertyList::array({plain, used, plain, PropertyList::dictionary(), "x", plain, plain, used})));
+    QCOMPARE(marked(), QList<int>({1, 7}));
+    fixture.give(fixture.control(1), assignment(20));
+    QCOMPARE(marked(), QList<int>({1, 2, 7}));
+    fixture.show(fixture.current.without(keys::Keymap));
+    QCOMPARE(marked(), QList<int>({2}));
   }
 
   // --- Cycle

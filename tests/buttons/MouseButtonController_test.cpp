@@ -302,6 +302,137 @@ class MouseButtonControllerTest : public QObject {
     }
   }
 
+  void theLockSaysHowItIsOpened() {
+    ButtonsFixture fixture;
+    fixture.give(fixture.control(3), assignment(1));
+    const QString reason = fixture.popUp(3).lockReason();
+    QVERIFY2(reason.endsWith(QStringLiteral("give another of the controls 1 to 5 the left click first")),
+             qPrintable(reason));
+    QCOMPARE(fixture.popUp(3).toolTip(), reason);
+    QCOMPARE(fixture.popUp(3).accessibleDescription(), QStringLiteral("Mouse Button: Left Click. ") + reason);
+    for (const ControlDescriptor& control : controlTable)
+      QCOMPARE(fixture.popUp(control).lockReason().isEmpty(), control.number != 3);
+    // As it says.
+    fixture.give(fixture.control(5), assignment(1));
+    QVERIFY(fixture.popUp(3).lockReason().isEmpty() && fixture.popUp(3).isEnabled());
+    // Without a mouse that is the reason, and no lock.
+    fixture.give(fixture.control(5), assignment(2));
+    fixture.tab.enableControlsState(false);
+    QVERIFY(fixture.popUp(3).lockReason().isEmpty());
+  }
+
+  void aMenuClosesWhenItsControlBecomesTheLastLeftClick() {
+    ButtonsFixture fixture;
+    fixture.give(fixture.control(1), assignment(1));
+    fixture.give(fixture.control(2), assignment(1));
+    fixture.popUp(2).openMenu();
+    fixture.give(fixture.control(1), assignment(2));
+    QVERIFY(!fixture.popUp(2).menu()->isVisible());
+    QVERIFY(!fixture.popUp(2).isEnabled());
+  }
+
+  void whatWasChangedStandsOutAndIsCounted() {
+    ButtonsFixture fixture;
+    const auto counts = [&fixture] {
+      QStringList texts;
+      for (const char* label : {"mThumbGridChanges", "mDirectionPadChanges", "mWheelChanges"})
+        texts << fixture.find<QLabel>(label)->text();
+      return texts;
+    };
+    QCOMPARE(counts(), QStringList({"", "", ""}));
+    for (const ControlDescriptor& control : controlTable) QVERIFY(fixture.popUp(control).isMuted());
+    for (const int ordinal : {2, 16, 27, 18}) fixture.give(fixture.control(ordinal), assignment(20));
+    QCOMPARE(counts(), QStringList({"2 changed", "1 changed", "1 changed"}));
+    for (const ControlDescriptor& control : controlTable) {
+      const bool isChanged = QList<int>{2, 16, 27, 18}.contains(control.number);
+      QCOMPARE(fixture.row(control).isChanged(), isChanged);
+      QCOMPARE(fixture.popUp(control).isMuted(), !isChanged);
+    }
+    fixture.give(fixture.control(2), assignment(45, 20));
+    QCOMPARE(counts(), QStringList({"1 changed", "1 changed", "1 changed"}));
+  }
+
+  void theRightColumnEndsWhereTheKeymapsEnd() {
+    ButtonsFixture fixture;
+    for (const QSize& size : {QSize(1180, 560), QSize(1024, 476)}) {
+      fixture.tab.resize(size);
+      const auto right = [&fixture](const QWidget& widget) {
+        return widget.mapTo(&fixture.tab, QPoint(widget.width(), 0)).x();
+      };
+      for (const int ordinal : {17, 20, 27})
+        QCOMPARE(right(fixture.popUp(ordinal)), right(*fixture.find<SegmentedControl>("mKeymapSegment")));
+    }
+  }
+
+  void theTabKeyGoesThroughTheColumns() {
+    ButtonsFixture fixture;
+    fixture.give(fixture.control(4), assignment(10, 0, 1));
+    fixture.give(fixture.control(22), assignment(10, 0, 1));
+    fixture.tab.activateWindow();
+    QStringList expected = {"mProfileListPopUp", "mKeymapSegment"};
+    const auto expectRow = [&expected](int ordinal) {
+      const ControlDescriptor& control = ButtonsFixture::control(ordinal);
+      expected << QLatin1String(control.fieldName);
+      if (ordinal == 4 || ordinal == 22) expected << QLatin1String(control.repeatButton);
+    };
+    for (int ordinal = 1; ordinal <= 16; ++ordinal) expectRow(ordinal);
+    for (int ordinal = 20; ordinal <= 27; ++ordinal) expectRow(ordinal);
+    for (int ordinal = 17; ordinal <= 19; ++ordinal) expectRow(ordinal);
+    auto* first = fixture.find<QComboBox>("mProfileListPopUp");
+    first->setFocus();
+    QTRY_VERIFY(first->hasFocus());
+    QStringList reached;
+    do {
+      reached << QApplication::focusWidget()->objectName();
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    } while (QApplication::focusWidget() != first && reached.size() <= expected.size());
+    QCOMPARE(reached, expected);
+  }
+
+  void everyMenuIsWorkedByKeyboardAlone_data() { addControlRows(); }
+
+  void everyMenuIsWorkedByKeyboardAlone() {
+    QFETCH(int, ordinal);
+    const ControlDescriptor& control = ButtonsFixture::control(ordinal);
+    ButtonsFixture fixture;
+    fixture.give(control, assignment(20));
+    fixture.tab.activateWindow();
+    fixture.find<SegmentedControl>("mKeymapSegment")->setFocus();
+    QTRY_VERIFY(fixture.find<SegmentedControl>("mKeymapSegment")->hasFocus());
+    PopUpButton& popUp = fixture.popUp(control);
+    for (int step = 0; step < 27 && !popUp.hasFocus(); ++step)
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(popUp.hasFocus());
+    const auto type = [](Qt::Key key) {
+      QWidget* open = QApplication::activePopupWidget();
+      QTest::keyClick(open ? open : QApplication::focusWidget(), key);
+    };
+    // Opened, into the submenu of the profiles, and escaped from step by step.
+    type(Qt::Key_Return);
+    QTRY_VERIFY(popUp.menu()->isVisible());
+    type(Qt::Key_P);
+    type(Qt::Key_Right);
+    const QMenu* submenu = fixture.item(control, AssignmentCategory::Profile)->menu();
+    QTRY_VERIFY(submenu->isVisible());
+    type(Qt::Key_Escape);
+    QTRY_VERIFY(!submenu->isVisible());
+    type(Qt::Key_Escape);
+    QTRY_VERIFY(!popUp.menu()->isVisible());
+    QVERIFY(popUp.hasFocus());
+    QVERIFY(fixture.delegate.calls.empty());
+    // Opened again, and an entry of the mouse buttons chosen.
+    type(Qt::Key_Space);
+    QTRY_VERIFY(popUp.menu()->isVisible());
+    for (int step = 0; step < 3; ++step) type(Qt::Key_Up);
+    type(Qt::Key_Return);
+    submenu = fixture.item(control, AssignmentCategory::MouseButton)->menu();
+    QTRY_VERIFY(submenu->isVisible());
+    type(Qt::Key_Down);
+    type(Qt::Key_Return);
+    COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(2)));
+    QVERIFY(popUp.hasFocus());
+  }
+
   void theBareLeftClickTextIsALeftClickToo() {
     ButtonsFixture fixture;
     fixture.popUp(2).addItem(QStringLiteral("Left Click"));

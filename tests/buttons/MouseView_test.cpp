@@ -313,15 +313,22 @@ class MouseViewTest : public QObject {
     QVERIFY(!shown.row.repeatButton()->icon().isNull());
   }
 
-  void theRepeatButtonDoesNotMoveTheColumns() {
+  void theRepeatButtonTakesItsPlaceFromThePopUpAndDoesNotMoveTheColumns() {
     Row shown(controlTable[0]);
+    shown.row.resize(400, 27);
+    shown.row.layout()->activate();
     QVERIFY(!shown.row.repeatButton()->isVisible());
     const QRect place = shown.row.popUp()->geometry();
+    const QSize least = shown.row.minimumSizeHint();
+    const QSize natural = shown.row.sizeHint();
+    QCOMPARE(place.right(), shown.row.rect().right());
     shown.row.repeatButton()->show();
     shown.row.layout()->activate();
-    QCOMPARE(shown.row.popUp()->geometry(), place);
-    QVERIFY(place.right() < shown.row.repeatButton()->geometry().left());
-    QVERIFY(shown.row.rect().contains(shown.row.repeatButton()->geometry()));
+    QCOMPARE(shown.row.popUp()->geometry().topLeft(), place.topLeft());
+    QVERIFY(shown.row.popUp()->geometry().right() < shown.row.repeatButton()->geometry().left());
+    QCOMPARE(shown.row.repeatButton()->geometry().right(), place.right());
+    QCOMPARE(shown.row.minimumSizeHint(), least);
+    QCOMPARE(shown.row.sizeHint(), natural);
   }
 
   void rowsOfAColumnHaveTheirPopUpsInOneColumn() {

@@ -32,6 +32,17 @@ class ElidedLabelTest : public QObject {
     QToolTip::hideText();
     QTRY_VERIFY(!QToolTip::isVisible());
   }
+
+  void aTextIsCutWhereItIsTold() {
+    ElidedLabel label;
+    label.setText(QStringLiteral("A profile with a name that is much too long"));
+    label.resize(120, 20);
+    const QString inTheMiddle = label.shownText();
+    QVERIFY(inTheMiddle.contains(QChar(0x2026)) && inTheMiddle.endsWith(QStringLiteral("ng")));
+    label.setElideMode(Qt::ElideRight);
+    QVERIFY(label.shownText().startsWith(QStringLiteral("A prof")));
+    QVERIFY(label.shownText().endsWith(QChar(0x2026)));
+  }
 };
 
 SKARN_QTEST(ElidedLabelTest)

@@ -356,6 +356,16 @@ class PopUpButtonTest : public QObject {
     QCOMPARE(fixture.chosen->count(), 0);
   }
 
+  void whatWasTypedIsForgottenWithTheMenu() {
+    Fixture fixture;
+    fixture.button.openMenu();
+    QTest::keyClick(fixture.menu(), Qt::Key_K);
+    QTest::keyClick(fixture.menu(), Qt::Key_Escape);
+    fixture.button.openMenu();
+    QTest::keyClick(fixture.menu(), Qt::Key_M);
+    QCOMPARE(fixture.menu()->activeAction(), fixture.button.itemAt(1));
+  }
+
   void typingDoesNotFindRefusedItems() {
     Fixture fixture;
     fixture.button.setValidator([](const QAction& item) { return titleOf(item) != titles[1]; });
@@ -644,6 +654,74 @@ class PopUpButtonTest : public QObject {
     QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Button 1, Tab key"));
     QCOMPARE(accessible->text(QAccessible::Description), titles[1]);
     QCOMPARE(accessible->role(), QAccessible::ButtonDropDown);
+  }
+
+  void fewerWordsAreDrawnAndTheWholeTitleIsSaid() {
+    Fixture fixture;
+    const QString whole = QStringLiteral("Single Key : Left Control + Left Shift + K");
+    const QStringList shorter = {QStringLiteral("Single Key : Ctrl+Shift+K"), QStringLiteral("Ctrl+Shift+K")};
+    fixture.button.selectItemWithTitle(whole);
+    QCOMPARE(fixture.button.drawnText(), whole);
+    fixture.button.setShorterTexts(shorter);
+    fixture.button.resize(fixture.button.widthOf(shorter[0]), 26);
+    QCOMPARE(fixture.button.drawnText(), shorter[0]);
+    const QImage drawn = fixture.button.grab().toImage();
+    fixture.button.resize(fixture.button.widthOf(shorter[0]) - 1, 26);
+    QCOMPARE(fixture.button.drawnText(), shorter[1]);
+    fixture.button.resize(20, 26);
+    QCOMPARE(fixture.button.drawnText(), shorter[1]);
+    QCOMPARE(fixture.button.shownTitle(), whole);
+    QCOMPARE(fixture.button.accessibleDescription(), whole);
+    QHelpEvent help(QEvent::ToolTip, {10, 10}, fixture.button.mapToGlobal(QPoint(10, 10)));
+    QApplication::sendEvent(&fixture.button, &help);
+    QCOMPARE(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(), whole);
+    // They belong to this title.
+    fixture.button.resize(fixture.button.widthOf(shorter[0]), 26);
+    fixture.button.selectItemWithTitle(shorter[0]);
+    QCOMPARE(fixture.button.drawnText(), shorter[0]);
+    QCOMPARE(fixture.button.grab().toImage(), drawn);
+    fixture.button.selectItemWithTitle(whole);
+    QCOMPARE(fixture.button.drawnText(), whole);
+  }
+
+  void aMutedTitleIsDrawnMutedUntilAnotherOneComes() {
+    Fixture fixture;
+    fixture.button.selectItem(0);
+    const QImage full = fixture.button.grab().toImage();
+    fixture.button.setMuted(true);
+    QVERIFY(fixture.button.isMuted());
+    QVERIFY(fixture.button.grab().toImage() != full);
+    fixture.button.selectItem(1);
+    QVERIFY(!fixture.button.isMuted());
+  }
+
+  void aLockShowsAndSaysItsReason() {
+    Fixture fixture;
+    const QString reason = QStringLiteral("One left click has to stay");
+    fixture.button.selectItem(0);
+    fixture.button.setEnabled(false);
+    const QImage disabled = fixture.button.grab().toImage();
+    fixture.button.setLockReason(reason);
+    QVERIFY(fixture.button.grab().toImage() != disabled);
+    QCOMPARE(fixture.button.accessibleDescription(), titles[0] + QStringLiteral(". ") + reason);
+    QHelpEvent help(QEvent::ToolTip, {10, 10}, fixture.button.mapToGlobal(QPoint(10, 10)));
+    QApplication::sendEvent(&fixture.button, &help);
+    QCOMPARE(QToolTip::text(), reason);
+    fixture.button.selectItem(1);
+    QCOMPARE(fixture.button.accessibleDescription(), titles[1] + QStringLiteral(". ") + reason);
+    fixture.button.selectItem(0);
+    fixture.button.setLockReason(QString());
+    QCOMPARE(fixture.button.grab().toImage(), disabled);
+    QCOMPARE(fixture.button.accessibleDescription(), titles[0]);
+  }
+
+  void aButtonThatIsDisabledClosesItsMenu() {
+    Fixture fixture;
+    fixture.openSubmenu();
+    QTRY_VERIFY(fixture.submenu()->isVisible());
+    fixture.button.setEnabled(false);
+    QVERIFY(QApplication::activePopupWidget() == nullptr);
+    QCOMPARE(fixture.chosen->count(), 0);
   }
 
   void aLongTitleIsCutInTheClosedButton() {

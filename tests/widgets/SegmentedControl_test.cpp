@@ -183,18 +183,63 @@ class SegmentedControlTest : public QObject {
     fixture.control.selectSegment(2);
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&fixture.control);
     QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Keymap"));
+    QCOMPARE(accessible->role(), QAccessible::Grouping);
     QCOMPARE(accessible->childCount(), 8);
     for (int segment = 0; segment < 8; ++segment) {
       QAccessibleInterface* child = accessible->child(segment);
       QCOMPARE(child->role(), QAccessible::RadioButton);
       QCOMPARE(child->text(QAccessible::Name), QStringLiteral("Keymap %1").arg(segment + 1));
+      QCOMPARE(child->state().checkable, 1U);
       QCOMPARE(child->state().checked, segment == 2 ? 1U : 0U);
+      QCOMPARE(child->state().focusable, 1U);
+      QCOMPARE(child->state().focused, 0U);
+      QCOMPARE(child->actionInterface()->actionNames(), QStringList{QAccessibleActionInterface::toggleAction()});
       const QPoint place = fixture.control.mapFromGlobal(child->rect().center());
       QVERIFY(fixture.control.segmentRect(segment).contains(place));
     }
     accessible->child(5)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     QCOMPARE(fixture.segmentsChosen(), QList<int>{5});
     QCOMPARE(fixture.control.selectedSegment(), 5);
+  }
+
+  void screenReadersFollowTheKeyboard() {
+    Fixture fixture;
+    fixture.control.activateWindow();
+    fixture.control.setFocus();
+    QTRY_VERIFY(fixture.control.hasFocus());
+    QTest::keyClick(&fixture.control, Qt::Key_End);
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&fixture.control);
+    for (int segment = 0; segment < 8; ++segment)
+      QCOMPARE(accessible->child(segment)->state().focused, segment == 7 ? 1U : 0U);
+    fixture.control.setEnabled(false);
+    QVERIFY(accessible->child(7)->state().disabled);
+    QVERIFY(accessible->child(7)->actionInterface()->actionNames().isEmpty());
+    accessible->child(3)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(fixture.segmentsChosen(), QList<int>());
+  }
+
+  void aMarkIsSeenAndSaid() {
+    Fixture fixture;
+    fixture.control.selectSegment(0);
+    const auto pictureOf = [&fixture](int segment) {
+      return fixture.control.grab(fixture.control.segmentRect(segment)).toImage();
+    };
+    const QImage before = pictureOf(6);
+    const QImage selectedBefore = pictureOf(0);
+    for (const int segment : {-1, 0, 6, 8}) fixture.control.setMark(segment, QStringLiteral("in use"));
+    for (int segment = -1; segment <= 8; ++segment)
+      QCOMPARE(fixture.control.isMarked(segment), segment == 0 || segment == 6);
+    QVERIFY(pictureOf(6) != before);
+    QVERIFY(pictureOf(0) != selectedBefore);
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&fixture.control);
+    QCOMPARE(accessible->child(6)->text(QAccessible::Name), QStringLiteral("Keymap 7"));
+    QCOMPARE(accessible->child(6)->text(QAccessible::Description), QStringLiteral("in use"));
+    const QPoint place = fixture.control.segmentRect(6).center();
+    QHelpEvent help(QEvent::ToolTip, place, fixture.control.mapToGlobal(place));
+    QApplication::sendEvent(&fixture.control, &help);
+    QCOMPARE(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(), QStringLiteral("Keymap 7: in use"));
+    fixture.control.setMark(6, QString());
+    QCOMPARE(pictureOf(6), before);
   }
 
   void theTooltipNamesTheSegment() {

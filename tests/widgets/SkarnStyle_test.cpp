@@ -72,6 +72,25 @@ class SkarnStyleTest : public QObject {
     QCOMPARE(inkStart(list), inkStart(field));
   }
 
+  void aListsTextThatIsTooLongEndsInAnEllipsis() {
+    const auto pictureOf = [](const QString& text) {
+      QComboBox list;
+      list.addItem(text);
+      list.resize(160, list.sizeHint().height());
+      return list.grab().toImage();
+    };
+    const QString beginning = QStringLiteral("Play with a rather ");
+    const QImage cut = pictureOf(beginning + QString(40, QLatin1Char('M')));
+    QCOMPARE(cut, pictureOf(beginning + QString(90, QLatin1Char('M'))));
+    // What stands at its end are the three dots, and no half of a letter.
+    bool isFound = false;
+    for (int letters = 0; letters < 40 && !isFound; ++letters) {
+      const QString whole = beginning + QString(40, QLatin1Char('M'));
+      isFound = cut == pictureOf(whole.left(letters) + QChar(0x2026));
+    }
+    QVERIFY(isFound);
+  }
+
   void colorsFollowAChangeOfThePalette() {
     QWidget window;
     QPushButton button(QStringLiteral("Apply"), &window);
