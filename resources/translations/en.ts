@@ -392,8 +392,8 @@
         <translation>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</translation>
     </message>
     <message id="lkeyDeleteProfileAlertTitle">
-        <source>Delete profile “%1”?</source>
-        <translation>Delete profile “%1”?</translation>
+        <source>Delete Profile “%1”?</source>
+        <translation>Delete Profile “%1”?</translation>
     </message>
     <message id="lkeyDeleteStage">
         <source>Delete Stage</source>
@@ -458,6 +458,10 @@
     <message id="lkeyEngineRefused">
         <source>The core engine refused it. Nothing was changed.</source>
         <translation>The core engine refused it. Nothing was changed.</translation>
+    </message>
+    <message id="lkeyEngineSaidNothing">
+        <source>The core engine did not answer.</source>
+        <translation>The core engine did not answer.</translation>
     </message>
     <message id="lkeyEnterDelay">
         <source>Delay before the event that follows:</source>
@@ -1073,6 +1077,14 @@ For this profile, set the brightness to Off.</translation>
         <source>Name</source>
         <translation>Name</translation>
     </message>
+    <message id="lkeyProfileNotCurrentDesc">
+        <source>Another profile is in force by now. Nothing was changed.</source>
+        <translation>Another profile is in force by now. Nothing was changed.</translation>
+    </message>
+    <message id="lkeyProfileNotCurrentTitle">
+        <source>“%1” is no longer the current profile</source>
+        <translation>“%1” is no longer the current profile</translation>
+    </message>
     <message id="lkeyProfileNumberColumn">
         <source>No.</source>
         <translation>No.</translation>
@@ -1177,17 +1189,21 @@ For this profile, set the brightness to Off.</translation>
         <source>“%1” already exists</source>
         <translation>“%1” already exists</translation>
     </message>
+    <message id="lkeyRestoreAction">
+        <source>Restore</source>
+        <translation>Restore</translation>
+    </message>
     <message id="lkeyRestoreDefault">
         <source>Restore Defaults…</source>
         <translation>Restore Defaults…</translation>
     </message>
     <message id="lkeyRestoreDefaultDesc">
-        <source>Assignments, sensitivity and lighting of the active profile go back to the factory state, and its application is removed. So do the polling rate and the power settings, which are the same for all profiles. The profile keeps its name; everything else of the other profiles and your macros stay as they are.</source>
-        <translation>Assignments, sensitivity and lighting of the active profile go back to the factory state, and its application is removed. So do the polling rate and the power settings, which are the same for all profiles. The profile keeps its name; everything else of the other profiles and your macros stay as they are.</translation>
+        <source>Assignments, sensitivity and lighting of the profile go back to the factory state, and its application is removed. So do the polling rate and the power settings, which are the same for all profiles. The profile keeps its name; everything else of the other profiles and your macros stay as they are.</source>
+        <translation>Assignments, sensitivity and lighting of the profile go back to the factory state, and its application is removed. So do the polling rate and the power settings, which are the same for all profiles. The profile keeps its name; everything else of the other profiles and your macros stay as they are.</translation>
     </message>
     <message id="lkeyRestoreDefaultTitle">
-        <source>Restore the factory settings?</source>
-        <translation>Restore the factory settings?</translation>
+        <source>Restore Profile “%1” to Its Factory Settings?</source>
+        <translation>Restore Profile “%1” to Its Factory Settings?</translation>
     </message>
     <message id="lkeyRestoreNote">
         <source>Gives this profile its factory settings; it keeps its name. Polling rate and power settings go back for all profiles.</source>

@@ -170,7 +170,7 @@ class MouseMainController : public QObject,
   void checkMacroRecordingStatus();
 
   // --- Profiles
-  void addNewProfileWithSettings(const vorn::PropertyList& profile) override;
+  std::optional<vorn::ReturnStatus> addNewProfileWithSettings(const vorn::PropertyList& profile) override;
   // A negative ID means the active profile.
   void updateProfileWithID(int profileID, const vorn::PropertyList& andSettings);
   void updateProfileWithSettings(const vorn::PropertyList& settings) override;
@@ -225,6 +225,7 @@ class MouseMainController : public QObject,
   vorn::PropertyList bundleOf(vorn::MessageID messageID, const vorn::PropertyList& request);
   void replaceEvents(const vorn::PropertyList& events);  // sends what stands beside the envelope
   void applyChange(const vorn::PropertyList& bundle, std::string_view profileName);
+  void takeBundle(const vorn::PropertyList& bundle);  // the working copy is replaced, and all tabs are redrawn
   void noteChange(const vorn::PropertyList& bundle, std::string_view profileName);
   // The bundle of an answered switch, with what a deletion before it leaves to do. Redraws nothing.
   void takeSwitch(const vorn::PropertyList& bundle, int profileID);

@@ -70,16 +70,32 @@ void MouseMainController::noteChange(const PropertyList& bundle, std::string_vie
 
 void MouseMainController::applyChange(const PropertyList& bundle, std::string_view profileName) {
   if (bundle.isNone()) return;
-  updateToLatestSettings(bundle);
   noteChange(bundle, profileName);
+  takeBundle(bundle);
+}
+
+void MouseMainController::takeBundle(const PropertyList& bundle) {
+  updateToLatestSettings(bundle);
   setProperties();
   updateUISettings();
 }
 
-void MouseMainController::addNewProfileWithSettings(const PropertyList& profile) {
-  const PropertyList bundle =
-      bundleOf(MessageID::AddProfile, envelope().with(requestKeys::DeviceSettingsDictionary, profile));
-  applyChange(bundle, profile[keys::ProfileName].string());
+std::optional<vorn::ReturnStatus> MouseMainController::addNewProfileWithSettings(const PropertyList& profile) {
+  const PropertyList answer =
+      sendAndWait(MessageID::AddProfile, envelope().with(requestKeys::DeviceSettingsDictionary, profile));
+  if (answer.isNone()) return std::nullopt;
+  mServices.link.emptySlot();
+  // An engine that has added says at least what it holds now.
+  const PropertyList& bundle = answer[replyKeys::ReturnDictionary];
+  const PropertyList& told = answer[replyKeys::ReturnStatus];
+  const auto status = told.isNumber() ? static_cast<vorn::ReturnStatus>(told.toInt()) : vorn::ReturnStatus::Done;
+  if (bundle.isDictionary()) {
+    if (vorn::isChanged(status)) noteChange(bundle, profile[keys::ProfileName].string());
+    takeBundle(bundle);
+  } else if (vorn::isChanged(status)) {
+    return std::nullopt;
+  }
+  return status;
 }
 
 void MouseMainController::updateProfileWithID(int profileID, const PropertyList& andSettings) {
@@ -166,10 +182,7 @@ void MouseMainController::keepReferences(const PropertyList& before, const vorn:
       vorn::withReferencesKept(before, profilesArray, deletion, defaultSettingsDict[keys::Profiles].at(0));
   if (kept == profilesArray) return;
   const PropertyList bundle = bundleOf(MessageID::ReplaceAllProfiles, envelope().with(requestKeys::AllProfiles, kept));
-  if (bundle.isNone()) return;
-  updateToLatestSettings(bundle);
-  setProperties();
-  updateUISettings();
+  if (!bundle.isNone()) takeBundle(bundle);
 }
 
 // --- Macros

@@ -1,10 +1,12 @@
 #include "maintenance/MouseMaintenanceController.h"
 
+#include <QPointer>
 #include <QSignalBlocker>
 
 #include "model/SettingsKeys.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
+#include "platform/ShownName.h"
 #include "ui_MouseMaintenanceController.h"
 #include "widgets/Alert.h"
 #include "widgets/LabelState.h"
@@ -103,12 +105,27 @@ void MouseMaintenanceController::clickCheckUpdates() {
   if (mOpenAddress) mOpenAddress(QUrl(QLatin1String(supportPage)));
 }
 
+QWidget* MouseMaintenanceController::sheetParent() const {
+  return maintenanceWindow ? maintenanceWindow.data() : window();
+}
+
 void MouseMaintenanceController::clickRestoreSettings() {
-  Alert::show(maintenanceWindow ? maintenanceWindow.data() : window(), localized("lkeyRestoreDefaultTitle"),
-              localized("lkeyRestoreDefaultDesc"), {localized("lkeyOK"), localized("lkeyCancel")},
-              [tab = QPointer(this)](int returnCode) {
-                if (tab && returnCode == Alert::firstButtonReturn) tab->restoreSettings();
+  const QString name = textOf(maintenanceDict, keys::ProfileName);
+  Alert::show(sheetParent(), localized("lkeyRestoreDefaultTitle").arg(shownName(name)),
+              localized("lkeyRestoreDefaultDesc"), {localized("lkeyRestoreAction"), localized("lkeyCancel")},
+              [tab = QPointer(this), name](int returnCode) {
+                if (tab && returnCode == Alert::firstButtonReturn) tab->restoreProfile(name);
               });
+}
+
+// The mouse may have switched to another profile while the alert was open.
+void MouseMaintenanceController::restoreProfile(const QString& name) {
+  if (textOf(maintenanceDict, keys::ProfileName) == name) {
+    restoreSettings();
+  } else {
+    Alert::show(sheetParent(), localized("lkeyProfileNotCurrentTitle").arg(shownName(name)),
+                localized("lkeyProfileNotCurrentDesc"), {localized("lkeyOK")});
+  }
 }
 
 void MouseMaintenanceController::restoreSettings() {

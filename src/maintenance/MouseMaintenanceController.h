@@ -82,6 +82,8 @@ class MouseMaintenanceController : public QWidget {
  private:
   void wireControls();
   void send(const vorn::PropertyList& settings);
+  QWidget* sheetParent() const;
+  void restoreProfile(const QString& name);
   void restoreSettings();
 
   std::unique_ptr<Ui::MouseMaintenanceController> mUi;

@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "model/SettingsKeys.h"
-#include "model/VrCoreUtility.h"
 #include "platform/FilePanel.h"
 #include "platform/GoneAlert.h"
 #include "platform/Images.h"
@@ -33,9 +32,6 @@ using vorn::PropertyList;
 
 namespace {
 
-// The name of a new profile, in every language.
-constexpr std::string_view untitledName = "Untitled Profile";
-
 // The picture is faint by itself; with this it is as faint as the other disabled icons.
 constexpr float disabledGearOpacity = 0.73F;
 
@@ -50,6 +46,11 @@ MouseProfilesController::MouseProfilesController(QWidget* parent)
   mUi->setupUi(this);
   setUpTable();
   setUpGearMenu();
+  // What comes of the press comes before.
+  connect(mUi->mDeleteProfile, &QAbstractButton::released, this, &MouseProfilesController::forgetEdited,
+          Qt::QueuedConnection);
+  connect(mUi->mSettingsButton->menu(), &QMenu::aboutToHide, this, &MouseProfilesController::forgetEdited,
+          Qt::QueuedConnection);
   connect(mUi->mAddProfile, &QAbstractButton::clicked, this, [this] { clickAdd(); });
   connect(mUi->mDeleteProfile, &QAbstractButton::clicked, this, [this] { clickDelete(); });
   connect(mUi->mEnableOnScreenDisplay, &QAbstractButton::clicked, this, &MouseProfilesController::tickEnableOnScreen);
@@ -76,15 +77,16 @@ void MouseProfilesController::setUpTable() {
   connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     if (!mIsReloading) tableViewSelectionDidChange();
   });
-  connect(mCells, &ProfilesTableDelegate::nameEntered, mModel, [this](const QModelIndex& index, const QString& name) {
-    const int row = index.row();
-    mModel->setData(index, name, Qt::EditRole);
-    // The reload selects the active profile, but a press on a control was meant for the one that was edited.
-    if (QApplication::mouseButtons() != Qt::NoButton) mEdited.emplace(profilesArray, row, keys::ProfileName);
-  });
-  connect(qApp, &QApplication::focusChanged, this, [this, table](const QWidget*, QWidget* now) {
-    if (now == table || table->isAncestorOf(now)) mEdited.reset();
-  });
+  connect(mCells, &ProfilesTableDelegate::nameEntered, mModel,
+          [this, table](const QModelIndex& index, const QString& name) {
+            const int row = index.row();
+            mModel->setData(index, name, Qt::EditRole);
+            // The reload selects the active profile, but a press on a control was meant for the one that was edited.
+            const Qt::MouseButtons held = QApplication::mouseButtons();
+            const QWidget* pressed = held != Qt::NoButton ? QApplication::focusWidget() : nullptr;
+            const bool opensMenu = pressed == mUi->mSettingsButton || (pressed == table && (held & Qt::RightButton));
+            if (opensMenu || pressed == mUi->mDeleteProfile) rememberEdited(row);
+          });
   // A name given up after an add leaves the new row selected, and the tabs would change a profile that they do not
   // show.
   connect(mCells, &ProfilesTableDelegate::editAbandoned, this, [this] { selectRow(activeProfile()); });
@@ -140,13 +142,33 @@ int MouseProfilesController::targetRow() const {
   return edited ? static_cast<int>(*edited) : selectedRow();
 }
 
-void MouseProfilesController::meanTarget() {
-  mMeant.emplace(profilesArray, targetRow(), keys::ProfileName);
+int MouseProfilesController::takeTargetRow() {
+  const int row = targetRow();
+  mEdited.reset();
+  return row;
+}
+
+void MouseProfilesController::rememberEdited(int row) {
+  mEdited.emplace(profilesArray, row, keys::ProfileName);
+}
+
+void MouseProfilesController::forgetEdited() {
   mEdited.reset();
 }
 
+void MouseProfilesController::endEdit() {
+  const int row = mCells->editedRow();
+  if (row < 0) return;
+  mCells->takeEditOver();
+  rememberEdited(row);
+}
+
+void MouseProfilesController::mean(int row) {
+  mMeant.emplace(profilesArray, row, keys::ProfileName);
+}
+
 std::optional<int> MouseProfilesController::takeMeantRow() {
-  if (!mMeant) return targetRow();
+  if (!mMeant) return takeTargetRow();
   const auto place = std::exchange(mMeant, std::nullopt)->placeIn(profilesArray);
   return place ? std::optional(static_cast<int>(*place)) : std::nullopt;
 }
@@ -199,6 +221,16 @@ void MouseProfilesController::editName(int row) {
   mCells->discardEdit();
   table->setFocus();
   table->edit(mModel->index(row, ProfilesTableModel::Name));
+}
+
+void MouseProfilesController::editTarget() {
+  const int row = takeTargetRow();
+  if (row != selectedRow()) {
+    // As after an add: the row is selected, and not switched to.
+    const QScopedValueRollback quietly(mIsAddProfile, true);
+    selectRow(row);
+  }
+  editName(row);
 }
 
 void MouseProfilesController::discardStaleEdit(int rowToBeSelected) {
@@ -300,6 +332,7 @@ void MouseProfilesController::explainControls() {
 // --- Menus
 
 void MouseProfilesController::addMenuItems(QMenu& menu) {
+  connect(&menu, &QMenu::aboutToHide, this, &MouseProfilesController::forgetEdited, Qt::QueuedConnection);
   addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), [this](int tag) { selectMenuItem(tag); });
 }
 
@@ -325,9 +358,10 @@ bool MouseProfilesController::validateMenuItem(const QAction& item) const {
 }
 
 void MouseProfilesController::selectMenuItem(int tag) {
+  endEdit();
   switch (static_cast<ProfileItem>(tag)) {
     case ProfileItem::Rename:
-      editName(selectedRow());
+      editTarget();
       break;
     case ProfileItem::New:
       clickAdd();
@@ -351,66 +385,12 @@ void MouseProfilesController::selectMenuItem(int tag) {
       removeApplication();
       break;
     case ProfileItem::RestoreDefault:
-      showAlert(localized("lkeyRestoreDefaultTitle"), localized("lkeyRestoreDefaultDesc"), RestoreContext);
+      showAlert("lkeyRestoreDefaultTitle", localized("lkeyRestoreDefaultDesc"), "lkeyRestoreAction", RestoreContext);
       break;
   }
 }
 
-// --- Add, copy, rename
-
-std::string MouseProfilesController::checkForDuplicateName(const PropertyList& profiles,
-                                                           std::string_view usingDefaultName) {
-  return vorn::VrCoreUtility::generateName(profiles, usingDefaultName, keys::ProfileName);
-}
-
-void MouseProfilesController::clickAdd() {
-  // A menu that was open while the list grew still offers it.
-  if (!profileDelegate || isFull()) return;
-  mIsAddProfile = true;
-  mNeedsProfileEditing = true;
-  deselect();
-  const PropertyList profile = defaultDict.with(keys::ProfileName, checkForDuplicateName(profilesArray, untitledName));
-  profilesArray = profilesArray.appending(profile);
-  enableControlsForAddProfiles(false);
-  refreshTableDisplay();
-  selectLastRow();
-  profileDelegate->addNewProfileWithSettings(profile);
-  enableControlsForAddProfiles(true);
-  mIsAddProfile = false;
-  // The reload may have begun the edit; it holds the keyboard then.
-  if (mCells->editedRow() < 0) mUi->mProfilesTableView->setFocus();
-  editName(mModel->rowCount() - 1);
-}
-
-void MouseProfilesController::copyProfile() {
-  const PropertyList original = targetProfile();
-  if (!profileDelegate || isFull() || original.isNone()) return;
-  mIsAddProfile = true;
-  const PropertyList profile =
-      original.with(keys::ProfileName, checkForDuplicateName(profilesArray, original[keys::ProfileName].string()));
-  profilesArray = profilesArray.appending(profile);
-  refreshTableDisplay();
-  deselect();
-  selectLastRow();
-  editName(mModel->rowCount() - 1);
-  profileDelegate->addNewProfileWithSettings(profile);
-  mIsAddProfile = false;
-}
-
-void MouseProfilesController::renameProfile(int row, const QString& name) {
-  const PropertyList& record = profilesArray.at(row);
-  if (name.isEmpty() || record.isNone() || !profileDelegate) return;
-  // Without its own old name the profile may keep it. The record moves to the end of the working list and also takes
-  // its old place there; the reload that follows puts the engine's list in its place.
-  const PropertyList others = profilesArray.removing(row);
-  const PropertyList nameless = record.with(keys::ProfileName, "");
-  const PropertyList renamed =
-      nameless.with(keys::ProfileName, checkForDuplicateName(others.appending(nameless), name.toStdString()));
-  userSettingsDict = renamed;
-  profilesArray = others.appending(renamed).replacing(row, renamed);
-  mNeedsProfileEditing = false;
-  profileDelegate->renameProfileWithProfileID(selectedRow(), renamed);
-}
+// --- The table's cells
 
 QAbstractItemDelegate* MouseProfilesController::tableViewDataCellForTableColumn(const QString& column) const {
   if (column == QLatin1String(ProfilesTableModel::autoSwitchColumn)) return mAutoSwitchCell;
@@ -428,19 +408,23 @@ void MouseProfilesController::tableViewSetObjectValueForTableColumn(const QVaria
 
 // --- Delete, restore
 
-void MouseProfilesController::showAlert(const QString& message, const QString& informativeText, int contextInfo) {
-  meanTarget();
-  Alert::show(sheetParent(), message, informativeText, {localized("lkeyOK"), localized("lkeyCancel")},
+void MouseProfilesController::showAlert(const char* title, const QString& informativeText, const char* action,
+                                        int contextInfo) {
+  const int row = takeTargetRow();
+  mean(row);
+  const QString name = shownName(textOf(profilesArray.at(row), keys::ProfileName));
+  Alert::show(sheetParent(), localized(title).arg(name), informativeText, {localized(action), localized("lkeyCancel")},
               [tab = QPointer(this), contextInfo](int returnCode) {
                 if (tab) tab->sheetDidEnd(returnCode, contextInfo);
               });
 }
 
 void MouseProfilesController::clickDelete() {
-  showAlert(localized("lkeyDeleteProfileAlertTitle").arg(shownName(textOf(targetProfile(), keys::ProfileName))),
+  endEdit();
+  showAlert("lkeyDeleteProfileAlertTitle",
             withLostAssignments(localized("lkeyDeleteProfileAlertDesc"), profilesArray,
                                 {vorn::AssignmentCommand::Profile, targetRow(), profilesArray.size()}),
-            DeleteContext);
+            "lkeyDeleteAction", DeleteContext);
 }
 
 void MouseProfilesController::deleteProfile() {

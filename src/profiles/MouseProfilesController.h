@@ -143,16 +143,31 @@ class MouseProfilesController : public QWidget {
   void enableAddByCount();
 
   void copyProfile();
+  static bool isAdded(std::optional<vorn::ReturnStatus> status);
+  // Why a profile was not added, as a text for the user.
+  static QString reasonOf(std::optional<vorn::ReturnStatus> status);
+  // The engine has not taken the profile that was shown at the end of the list. before: the list without it.
+  void takeBack(const vorn::PropertyList& profile, const vorn::PropertyList& before);
+  void tellRefusal(const vorn::PropertyList& profile, std::optional<vorn::ReturnStatus> status);
   void renameProfile(int row, const QString& name);
   void setAutoSwitch(int row, int value);
   // What an action is for: the selected row, or the one whose name was being edited when the mouse was pressed on the
   // action's control. -1 for none.
   int targetRow() const;
   const vorn::PropertyList& targetProfile() const { return profilesArray.at(targetRow()); }
-  // Opened for the target.
-  void showAlert(const QString& message, const QString& informativeText, int contextInfo);
-  // A sheet opens for the target.
-  void meanTarget();
+  // The same, once: the next action is for the selected row again.
+  int takeTargetRow();
+  // The next action is for this row, whatever row is selected then.
+  void rememberEdited(int row);
+  void forgetEdited();
+  // Takes a typed name over. The action that is beginning is for the row that was edited.
+  void endEdit();
+  void editTarget();
+  // Opened for the target, whose name goes into the title. title, action: keys of texts; the action's word is on the
+  // first button.
+  void showAlert(const char* title, const QString& informativeText, const char* action, int contextInfo);
+  // A sheet opens for this row's profile.
+  void mean(int row);
   // Where the profile stands now that the sheet was opened for, nothing when it is gone; the sheet is over then.
   // Without a sheet: the target.
   std::optional<int> takeMeantRow();

@@ -63,7 +63,7 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
   delete mProfileOpenPanel;
   switch (identifier) {
     case ApplicationContext:
-      meanTarget();
+      mean(takeTargetRow());
       mProfileOpenPanel =
           ApplicationPanel::open(sheetParent(), name, {QStringLiteral("app")}, QLatin1String(applications), ended);
       break;
@@ -80,7 +80,7 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
 void MouseProfilesController::loadSaveAsPanel() {
   const PropertyList profile = targetProfile();
   if (profile.isNone()) return;
-  meanTarget();
+  mean(takeTargetRow());
   delete mProfileSavePanel;
   mProfileSavePanel =
       FilePanel::save(sheetParent(), QStringLiteral("mProfileSavePanel"), localized("lkeyExportProfile"),
@@ -123,9 +123,15 @@ void MouseProfilesController::importProfile(const QString& path) {
   if (!profileDelegate) return;
   const PropertyList profile = file.record.with(
       keys::ProfileName, checkForDuplicateName(profilesArray, file.record[keys::ProfileName].string()));
+  const PropertyList before = profilesArray;
   deselect();
-  profilesArray = profilesArray.appending(profile);
-  profileDelegate->addNewProfileWithSettings(profile);
+  profilesArray = before.appending(profile);
+  const auto status = profileDelegate->addNewProfileWithSettings(profile);
+  if (!isAdded(status)) {
+    takeBack(profile, before);
+    showImportProblem(sheetParent(), path, reasonOf(status));
+    return;
+  }
   refreshTableDisplay();
   selectLastRow();
 }
@@ -141,7 +147,7 @@ void MouseProfilesController::assignApplication(int row, const QString& path) {
 }
 
 void MouseProfilesController::removeApplication() {
-  const int row = targetRow();
+  const int row = takeTargetRow();
   if (profilesArray.at(row).isNone()) return;
   const PropertyList appInfo = tiedTo(profilesArray.at(row)[keys::AppInfo], PropertyList());
   updateProfile(row, PropertyList::dictionary({{keys::AutoSwitchOn, false}, {keys::AppInfo, appInfo}}));
@@ -152,6 +158,8 @@ void MouseProfilesController::setAutoSwitch(int row, int value) {
   if (!profileDelegate) return;
   // Settings are always those of the active profile.
   if (row != activeProfile()) profileDelegate->switchProfileWithID(row);
+  // A switch that was refused leaves another row selected, whose profile is not meant.
+  if (row != selectedRow()) return refreshTableDisplay();
   if (value == 0) {
     updateValue(0, keys::AutoSwitchOn);
   } else {

@@ -2,7 +2,10 @@
 // and is followed by a reload of the tab. A profile ID is the profile's index in the list.
 #pragma once
 
+#include <optional>
+
 #include "model/PropertyList.h"
+#include "protocol/ReturnStatus.h"
 
 namespace skarn {
 
@@ -10,7 +13,8 @@ class ProfileControllerDelegate {
  public:
   virtual ~ProfileControllerDelegate() = default;
 
-  virtual void addNewProfileWithSettings(const vorn::PropertyList& profile) = 0;
+  // What the engine said: Done and PartlyRefused mean that the profile is there. None without a usable answer.
+  virtual std::optional<vorn::ReturnStatus> addNewProfileWithSettings(const vorn::PropertyList& profile) = 0;
   virtual void deleteProfileWithProfileID(int profileID) = 0;
   virtual void switchProfileWithID(int profileID) = 0;
   virtual void renameProfileWithProfileID(int profileID, const vorn::PropertyList& andSettings) = 0;

@@ -24,6 +24,8 @@ class ProfilesTableDelegate : public RowDelegate {
   const QString& nameBefore() const { return mNameBefore; }
   // Goes on with the edit from the start: everything selected. Nothing without one.
   void restartEdit();
+  // Ends the edit with a rename, or without one where the name is empty. Nothing without an edit.
+  void takeEditOver();
   // Ends the edit without a rename. Nothing without one.
   void discardEdit();
 
@@ -45,8 +47,6 @@ class ProfilesTableDelegate : public RowDelegate {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void takeEditOver();
-
   mutable QPointer<QWidget> mEditor;
   mutable QPersistentModelIndex mEditedIndex;
   mutable QString mNameBefore;

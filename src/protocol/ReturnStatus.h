@@ -18,4 +18,9 @@ enum class ReturnStatus : std::int32_t {
 };
 inline constexpr ReturnStatus lastReturnStatus = ReturnStatus::NoMouse;
 
+// Is the change in force, if only in part?
+constexpr bool isChanged(ReturnStatus status) {
+  return status == ReturnStatus::Done || status == ReturnStatus::PartlyRefused;
+}
+
 }  // namespace vorn

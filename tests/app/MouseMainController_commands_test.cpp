@@ -170,6 +170,7 @@ class MouseMainControllerCommandsTest : public QObject {
   void a_successful_command_shows_the_new_settings();
   void a_macro_command_that_fails_reloads_nothing_data() { addCommandRows(); }
   void a_macro_command_that_fails_reloads_nothing();
+  void what_the_engine_says_of_an_add_is_handed_on();
   void a_late_answer_is_taken_by_the_next_command();
   void updates_of_the_tabs_write_the_profile_of_the_selected_row();
   void updates_of_the_tabs_write_the_active_profile_when_no_row_is_selected();
@@ -268,6 +269,27 @@ void MouseMainControllerCommandsTest::a_macro_command_that_fails_reloads_nothing
   command.run(fixture.hub());
   QCOMPARE(fixture.link.requests.size(), std::size_t{1});
   QVERIFY(shown(fixture) == before);
+}
+
+void MouseMainControllerCommandsTest::what_the_engine_says_of_an_add_is_handed_on() {
+  using Status = std::optional<vorn::ReturnStatus>;
+  HubFixture fixture;
+  fixture.startConnected(oldBundle());
+  const auto said = [&](const PropertyList& answer) {
+    fixture.link.answer(MessageID::AddProfile, answer);
+    return fixture.hub().addNewProfileWithSettings(record());
+  };
+  const PropertyList noNote = fixture.hub().changeNote();
+  QVERIFY(said({}) == Status());
+  QVERIFY(said(PropertyList::dictionary()) == Status());
+  QVERIFY(said(statusAnswer(0)) == Status());
+  QVERIFY(said(statusAnswer(8)) == vorn::ReturnStatus::NoMouse);
+  QVERIFY(said(changeAnswer(oldBundle()).with("ReturnStatus", 4)) == vorn::ReturnStatus::NotSaved);
+  QVERIFY(fixture.hub().changeNote() == noNote);
+  QVERIFY(said(changeAnswer(newBundle()).with("ReturnStatus", 6)) == vorn::ReturnStatus::PartlyRefused);
+  QVERIFY(fixture.hub().changeNote() != noNote);
+  QVERIFY(said(changeAnswer(newBundle())) == vorn::ReturnStatus::Done);
+  QVERIFY(fixture.link.reply().isNone());
 }
 
 void MouseMainControllerCommandsTest::a_late_answer_is_taken_by_the_next_command() {

@@ -8,6 +8,8 @@
 #include <QTest>
 #include <algorithm>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -113,6 +115,12 @@ class EngineSession {
     mEngine = std::make_unique<vorn::test::EngineProcess>(mFolder->path("state"), options);
   }
   std::string stateFolder() const { return mFolder->path("state"); }
+  // From now on the engine can save nothing.
+  void takeDisk() {
+    const std::string state = mFolder->path("state");
+    std::filesystem::remove_all(state);
+    std::ofstream(state) << "no folder";
+  }
   void kill() {
     mEngine->process().signal(SIGKILL);
     mEngine->process().waitForEnd();

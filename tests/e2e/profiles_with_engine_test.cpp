@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
@@ -247,6 +248,53 @@ class ProfilesWithEngineTest : public QObject {
     verifyShows({"Default", "Work", "Play", "Work(2)", "Default(2)"}, 4);
   }
 
+  // Another program was quicker, and the window has not heard of it yet.
+  void what_finds_no_room_in_the_engine_is_told_and_leaves_no_row() {
+    const QString path = QString::fromStdString(mFolder->path("Kept"));
+    mWindow->exportTo(path);
+    const PropertyList profile = mWindow->hub().mDefaultProfileDict();
+    for (const int how : {2, 6, 3}) {
+      while (mOther->bundle()[keys::Profiles].size() < 5) mOther->addProfile(profile.with(keys::ProfileName, "Other"));
+      if (how == 3) {
+        mWindow->tab().openPanelDidEnd(1, path + QStringLiteral(".SkarnProfile"), 2);
+      } else {
+        mWindow->choose(how);
+      }
+      verifyTold(QStringLiteral("five profiles"));
+      verifyShows({"Default", "Other", "Other", "Other", "Other"}, 0);
+      mOther->change(MessageID::DeleteProfile, PropertyList::dictionary({{vorn::requestKeys::ProfileID, 4}}));
+      QTRY_COMPARE_WITH_TIMEOUT(mWindow->names().size(), 4, deadline);
+    }
+    QCOMPARE(mWindow->requests(MessageID::AddProfile), 3);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+    QCOMPARE(mWindow->requests(MessageID::UpdateProfile), 0);
+  }
+
+  void what_the_disk_does_not_take_is_told_and_leaves_no_row() {
+    mEngine.takeDisk();
+    mWindow->choose(2);
+    verifyTold(QStringLiteral("disk"));
+    verifyShows({"Default"}, 0);
+    mWindow->choose(6);
+    verifyTold(QStringLiteral("disk"));
+    verifyShows({"Default"}, 0);
+  }
+
+  void an_item_of_the_gear_means_the_profile_whose_name_was_being_typed() {
+    QTest::mouseClick(mWindow->find<QToolButton>("mAddProfile"), Qt::LeftButton);
+    QTest::keyClicks(mWindow->editor(), QStringLiteral("Work"));
+    auto* gear = mWindow->find<QToolButton>("mSettingsButton");
+    QTest::mouseClick(gear, Qt::LeftButton);
+    QVERIFY(!mWindow->editor());
+    gear->menu()->actions().constFirst()->trigger();
+    gear->menu()->close();
+    QVERIFY(mWindow->editor());
+    QCOMPARE(mWindow->editor()->text(), QStringLiteral("Work"));
+    mWindow->enterName(QStringLiteral("Play"));
+    verifyShows({"Default", "Play"}, 0);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+  }
+
   void switches_on_the_mouse_are_followed_and_not_answered() {
     fill();
     mOther->assign("43", 17, 3);
@@ -303,6 +351,13 @@ class ProfilesWithEngineTest : public QObject {
  private:
   void fill() {
     for (const char* name : {"Work", "Play", "Work", "Raid"}) mWindow->add(QLatin1String(name));
+  }
+  void verifyTold(const QString& reason) {
+    const auto* alert = mWindow->dialog<QMessageBox>("alert");
+    QVERIFY(alert);
+    QVERIFY2(alert->informativeText().contains(reason), qPrintable(alert->informativeText()));
+    QVERIFY(!mWindow->editor());
+    mWindow->acceptAlert();
   }
   void verifyShows(const QStringList& names, int active) {
     const PropertyList bundle = mOther->bundle();

@@ -275,10 +275,10 @@ class MouseMaintenanceControllerTest : public QObject {
     QVERIFY(alert != nullptr && alert->isVisible());
     QCOMPARE(alert->parentWidget(), &fixture.window);
     QCOMPARE(alert->windowModality(), Qt::WindowModal);
-    QCOMPARE(alert->text(), localized("lkeyRestoreDefaultTitle"));
+    QCOMPARE(alert->text(), QStringLiteral("Restore Profile “Work” to Its Factory Settings?"));
     QCOMPARE(alert->informativeText(), localized("lkeyRestoreDefaultDesc"));
     QCOMPARE(alert->buttons().size(), 2);
-    QCOMPARE(alert->defaultButton()->text(), localized("lkeyOK"));
+    QCOMPARE(alert->defaultButton()->text(), QStringLiteral("Restore"));
     QCOMPARE(alert->escapeButton()->text(), localized("lkeyCancel"));
     QVERIFY(fixture.owner.take().empty());
   }
@@ -321,6 +321,20 @@ class MouseMaintenanceControllerTest : public QObject {
     QTest::mouseClick(fixture.alert()->buttons().last(), Qt::LeftButton);
     QTRY_VERIFY(fixture.alert() == nullptr);
     QVERIFY(fixture.owner.take().empty());
+  }
+
+  void aProfileThatIsNoLongerTheCurrentOneIsNotRestored() {
+    Fixture fixture;
+    fixture.tab.clickRestoreSettings();
+    fixture.tab.setMMaintenanceDict(profile("Play"));
+    fixture.tab.updateUISettings();
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    QVERIFY(fixture.owner.take().empty());
+    QStringList shown;
+    for (const QMessageBox* alert : fixture.window.findChildren<QMessageBox*>()) {
+      if (alert->isVisible()) shown << alert->text();
+    }
+    QCOMPARE(shown, QStringList{QStringLiteral("“Work” is no longer the current profile")});
   }
 
   void anAlertThatOutlivesTheTabRestoresNothing() {

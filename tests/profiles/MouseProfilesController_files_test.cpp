@@ -248,6 +248,36 @@ class MouseProfilesControllerFilesTest : public QObject {
     VERIFY_CALLS(mTest->delegate.calls, {});
   }
 
+  void anImportThatTheEngineRefusesIsToldAndLeavesNoRow_data() {
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("tellsTheList");
+    QTest::addColumn<QString>("mentions");
+    QTest::newRow("full") << 3 << true << "five profiles";
+    QTest::newRow("not saved") << 4 << true << "disk";
+    QTest::newRow("no mouse") << 8 << false << "refused";
+    QTest::newRow("no answer") << -1 << false << "did not answer";
+  }
+  void anImportThatTheEngineRefusesIsToldAndLeavesNoRow() {
+    QFETCH(int, status);
+    QFETCH(bool, tellsTheList);
+    QFETCH(QString, mentions);
+    const QStringList before = mTest->names();
+    QVERIFY(writeTestFile(inFolder(QStringLiteral("a.SkarnProfile")), binary(profile("A"))));
+    if (status < 0) {
+      mTest->delegate.doesAnswer = false;
+    } else {
+      mTest->delegate.refusal = static_cast<vorn::ReturnStatus>(status);
+    }
+    mTest->delegate.doesRefusalTellTheList = tellsTheList;
+    importFile(inFolder(QStringLiteral("a.SkarnProfile")));
+    VERIFY_CALLS(mTest->delegate.calls, {added(profile("A"))});
+    mTest->delegate.calls.clear();
+    QVERIFY(mTest->alert() && mTest->alert()->informativeText().contains(mentions));
+    verifyRefused(QStringLiteral("a.SkarnProfile"));
+    QCOMPARE(mTest->names(), before);
+    QCOMPARE(mTest->selectedRow(), 1);
+  }
+
   void aListThatIsFullByNowTakesNoImport() {
     QVERIFY(writeTestFile(inFolder(QStringLiteral("a.SkarnProfile")), binary(profile("A"))));
     mTest->choose(3);

@@ -1,4 +1,7 @@
 // New profiles and their names: adding, copying, renaming, and the edit of a name in its cell.
+#include <QFileDialog>
+#include <QFileInfo>
+
 #include "profiles/ProfilesTabTest.h"
 #include "support/QtTests.h"
 
@@ -7,6 +10,45 @@ using namespace skarn::test;
 
 class MouseProfilesControllerNamesTest : public QObject {
   Q_OBJECT
+
+ private:
+  // The edit of a new profile in this row ended with the name "Mine", and then this item acted on it.
+  static void verifyMeant(ProfilesTab& test, int tag, int row) {
+    const PropertyList mine = test.delegate.factory.with(keys::ProfileName, "Mine");
+    ProfileCalls calls{renamed(row, mine)};
+    QString alert;
+    switch (tag) {
+      case 1:
+        QCOMPARE(test.editedRow(), row);
+        QCOMPARE(test.editor()->text(), QStringLiteral("Mine"));
+        break;
+      case 4: {
+        auto* panel = test.find<QFileDialog>("mProfileSavePanel");
+        QVERIFY(panel);
+        QCOMPARE(QFileInfo(panel->selectedFiles().value(0)).fileName(), QStringLiteral("Mine"));
+        break;
+      }
+      case 6:
+        calls.push_back(added(mine.with(keys::ProfileName, "Mine(2)")));
+        break;
+      case 7:
+        QVERIFY(test.find<QDialog>("applicationPanel"));
+        test.find<QDialog>("applicationPanel")->reject();
+        calls.push_back(renamed(row, PropertyList::dictionary({{keys::AutoSwitchOn, 0}})));
+        break;
+      case 8: {
+        const PropertyList none = PropertyList::dictionary(
+            {{keys::Application, ""}, {keys::Executable, ""}, {keys::Identifier, ""}, {keys::Signature, ""}});
+        calls.push_back(renamed(row, PropertyList::dictionary({{keys::AutoSwitchOn, false}, {keys::AppInfo, none}})));
+        break;
+      }
+      default:
+        QVERIFY(test.alert());
+        QVERIFY2(test.alert()->text().contains(QStringLiteral("“Mine”")), qPrintable(test.alert()->text()));
+        test.alert()->reject();
+    }
+    VERIFY_CALLS(test.delegate.calls, {calls});
+  }
 
  private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
@@ -97,21 +139,56 @@ class MouseProfilesControllerNamesTest : public QObject {
     QVERIFY(!test.add().isEnabled());
     QCOMPARE(test.add().toolTip(), QStringLiteral("The mouse holds five profiles. Delete one first."));
     QTest::mouseClick(&test.add(), Qt::LeftButton);
+    QTest::keyClick(test.editor(), Qt::Key_Escape);
     test.tab->selectMenuItem(2);
     test.tab->selectMenuItem(6);
     QCOMPARE(test.delegate.calls.size(), std::size_t{1});
   }
 
-  void anAddWithoutAnAnswerKeepsTheRowUntilTheNextReload() {
+  void whatTheEngineDoesNotAddIsToldAndLeavesNoRow_data() {
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("tellsTheList");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("mentions");
+    for (const bool isCopy : {false, true}) {
+      const int tag = isCopy ? 6 : 2;
+      const QString name = isCopy ? QStringLiteral("Work(2)") : QStringLiteral("Untitled Profile");
+      const char* what = isCopy ? "copy" : "new one";
+      QTest::addRow("%s: full", what) << tag << 3 << true << name << "five profiles";
+      QTest::addRow("%s: not saved", what) << tag << 4 << true << name << "disk";
+      QTest::addRow("%s: too large", what) << tag << 5 << true << name << "too large";
+      QTest::addRow("%s: unusable", what) << tag << 2 << true << name << "refused";
+      QTest::addRow("%s: without settings", what) << tag << 1 << false << name << "refused";
+      QTest::addRow("%s: no answer", what) << tag << -1 << false << name << "did not answer";
+    }
+  }
+  void whatTheEngineDoesNotAddIsToldAndLeavesNoRow() {
+    QFETCH(int, tag);
+    QFETCH(int, status);
+    QFETCH(bool, tellsTheList);
+    QFETCH(QString, name);
+    QFETCH(QString, mentions);
     ProfilesTab test;
     test.show();
-    test.delegate.doesAnswer = false;
-    QTest::mouseClick(&test.add(), Qt::LeftButton);
-    QCOMPARE(test.names().size(), 5);
-    test.delegate.reload();
-    QCOMPARE(test.names().size(), 4);
-    QVERIFY(!test.editor());
+    const QStringList before = test.names();
+    if (status < 0) {
+      test.delegate.doesAnswer = false;
+    } else {
+      test.delegate.refusal = static_cast<vorn::ReturnStatus>(status);
+    }
+    test.delegate.doesRefusalTellTheList = tellsTheList;
+    test.choose(tag);
+    QVERIFY(test.alert());
+    QCOMPARE(test.alert()->text(), QStringLiteral("“%1” could not be added").arg(name));
+    QVERIFY2(test.alert()->informativeText().contains(mentions), qPrintable(test.alert()->informativeText()));
+    test.press(QStringLiteral("OK"));
+    QCOMPARE(test.names(), before);
     QCOMPARE(test.selectedRow(), 1);
+    QVERIFY(!test.editor());
+    QVERIFY(test.tab->mProfilesArray() == test.delegate.list);
+    test.delegate.reload();
+    QVERIFY(!test.editor());
     QCOMPARE(test.delegate.calls.size(), std::size_t{1});
   }
 
@@ -237,13 +314,60 @@ class MouseProfilesControllerNamesTest : public QObject {
     test.delegate.calls.clear();
     QTest::mouseClick(&test.remove(), Qt::LeftButton);
     QVERIFY(test.alert());
-    QCOMPARE(test.alert()->text(), QStringLiteral("Delete profile “Mistake”?"));
-    test.press(QStringLiteral("OK"));
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete Profile “Mistake”?"));
+    test.press(QStringLiteral("Delete"));
     QCOMPARE(test.delegate.calls.size(), std::size_t{2});
     QCOMPARE(test.delegate.calls.back(), deleted(added));
     // The next deletion is that of the selected row again.
     QTest::mouseClick(&test.remove(), Qt::LeftButton);
-    QCOMPARE(test.alert()->text(), QStringLiteral("Delete profile “%1”?").arg(test.names().at(test.selectedRow())));
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete Profile “%1”?").arg(test.names().at(test.selectedRow())));
+  }
+
+  void anActionEndsAnEditFirstAndMeansTheProfileThatWasEdited_data() {
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<bool>("byGear");
+    for (const bool byGear : {true, false}) {
+      for (const int tag : {1, 4, 5, 6, 7, 8, 9}) {
+        QTest::addRow("item %d of the %s", tag, byGear ? "gear" : "right click") << tag << byGear;
+      }
+    }
+  }
+  void anActionEndsAnEditFirstAndMeansTheProfileThatWasEdited() {
+    QFETCH(int, tag);
+    QFETCH(bool, byGear);
+    ProfilesTab test;
+    test.showProfiles(namedProfiles({"A", "B", "C"}), 1);
+    const int added = test.table().model()->rowCount();
+    test.delegate.factory = test.delegate.factory.with(
+        keys::AppInfo, PropertyList::dictionary({{keys::Application, "Editor"}, {keys::Identifier, "editor"}}));
+    test.delegate.reload();
+    QTest::mouseClick(&test.add(), Qt::LeftButton);
+    QTRY_VERIFY(test.editor());
+    QTest::keyClicks(test.editor(), QStringLiteral("Mine"));
+    test.delegate.calls.clear();
+    if (byGear) {
+      test.choose(tag);
+    } else {
+      QMenu* menu = test.rightClick(0, 1);
+      QVERIFY(menu);
+      test.chooseIn(*menu, tag);
+    }
+    verifyMeant(test, tag, added);
+  }
+
+  // An edit that is left by opening a menu which is closed again is over.
+  void aMenuThatIsClosedAgainMeansNothing() {
+    ProfilesTab test;
+    test.show();
+    QTest::mouseClick(&test.add(), Qt::LeftButton);
+    QTRY_VERIFY(test.editor());
+    QTest::mouseClick(&test.gear(), Qt::LeftButton);
+    QVERIFY(!test.editor());
+    QTest::keyClick(test.gear().menu(), Qt::Key_Escape);
+    QTRY_VERIFY(!test.gear().menu()->isVisible());
+    QCoreApplication::processEvents();
+    QTest::mouseClick(&test.remove(), Qt::LeftButton);
+    QVERIFY(test.alert()->text().contains(QStringLiteral("“Work”")));
   }
 
   void addTakesTheTypedNameOverFirst() {

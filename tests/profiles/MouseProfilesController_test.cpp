@@ -335,10 +335,10 @@ class MouseProfilesControllerTest : public QObject {
     test.showProfiles(namedProfiles({"A", "B", "C"}), row);
     QTest::mouseClick(&test.remove(), Qt::LeftButton);
     QVERIFY(test.alert());
-    QCOMPARE(test.alert()->text(), QStringLiteral("Delete profile “%1”?").arg(QLatin1Char("ABC"[row])));
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete Profile “%1”?").arg(QLatin1Char("ABC"[row])));
     QVERIFY(test.alert()->informativeText().startsWith(QLatin1String("The profile is removed from the mouse")));
     VERIFY_CALLS(test.delegate.calls, {});
-    test.press(QStringLiteral("OK"));
+    test.press(QStringLiteral("Delete"));
     VERIFY_CALLS(test.delegate.calls, {deleted(row)});
     QCOMPARE(test.names(), left);
     QCOMPARE(test.selectedRow(), active);
@@ -424,7 +424,7 @@ class MouseProfilesControllerTest : public QObject {
       test.delegate.list = namedProfiles(names);
       test.delegate.active = activeThen;
       test.delegate.reload();
-      test.press(QStringLiteral("OK"));
+      test.press(isDeletion ? QStringLiteral("Delete") : QStringLiteral("Restore"));
       if (isDeletion) {
         VERIFY_CALLS(test.delegate.calls, {deleted(place)});
       } else {
@@ -440,7 +440,7 @@ class MouseProfilesControllerTest : public QObject {
     test.delegate.list = namedProfiles({"A", "C"});
     test.delegate.reload();
     for (QAbstractButton* button : test.alert()->buttons()) {
-      if (button->text() == QStringLiteral("OK")) button->click();
+      if (button->text() == QStringLiteral("Delete")) button->click();
     }
     VERIFY_CALLS(test.delegate.calls, {});
     const auto alerts = test.window.findChildren<QMessageBox*>(QStringLiteral("alert"));
@@ -466,7 +466,7 @@ class MouseProfilesControllerTest : public QObject {
     test.show();
     test.choose(9);
     QVERIFY(test.alert());
-    test.press(QStringLiteral("OK"));
+    test.press(QStringLiteral("Restore"));
     VERIFY_CALLS(test.delegate.calls, {updated(test.delegate.factory.with(keys::ProfileName, "Work"))});
     QCOMPARE(test.names().at(1), QStringLiteral("Work"));
   }

@@ -14,6 +14,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -66,9 +67,15 @@ inline std::string described(const ProfileCalls& calls) {
 
 class RecordingProfileDelegate : public ProfileControllerDelegate {
  public:
-  void addNewProfileWithSettings(const PropertyList& profile) override {
+  std::optional<vorn::ReturnStatus> addNewProfileWithSettings(const PropertyList& profile) override {
     record({"add", -1, profile});
+    if (!doesAnswer) return std::nullopt;
+    if (refusal) {
+      if (doesRefusalTellTheList) reload();
+      return refusal;
+    }
     answer([&] { list = list.appending(profile); });
+    return vorn::ReturnStatus::Done;
   }
   void deleteProfileWithProfileID(int profileID) override {
     record(deleted(profileID));
@@ -114,6 +121,8 @@ class RecordingProfileDelegate : public ProfileControllerDelegate {
   PropertyList factory = profile("Factory").with("further", 7);
   int active = 1;
   bool doesAnswer = true;
+  std::optional<vorn::ReturnStatus> refusal;  // of each add
+  bool doesRefusalTellTheList = true;
   ProfileCalls calls;
   std::function<void()> duringCall;  // before the answer
 
