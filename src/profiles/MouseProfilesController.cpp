@@ -300,6 +300,7 @@ void MouseProfilesController::enableControlsState(bool enabled) {
   mHasDeviceConnected = enabled;
   // A table that is disabled lets go of the keyboard, and the edit would be taken over as a rename.
   if (!enabled) mCells->discardEdit();
+  if (!enabled) mUi->mProfileNotice->fallSilent();
   for (QWidget* control : std::initializer_list<QWidget*>{mUi->mProfilesTableView, mUi->mAddProfile,
                                                           mUi->mSettingsButton, mUi->mEnableOnScreenDisplay}) {
     control->setEnabled(enabled);

@@ -12,6 +12,7 @@
 #include "platform/SettingsText.h"
 #include "profiles/MouseProfilesController.h"
 #include "profiles/ProfileMenu.h"
+#include "ui_MouseProfilesController.h"
 
 namespace skarn {
 
@@ -109,7 +110,8 @@ void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& pat
 void MouseProfilesController::exportProfile(const QString& path) {
   const int row = takeConfirmedRow().value_or(-1);
   if (profilesArray.at(row).isNone()) return;
-  exportRecord(sheetParent(), path + QLatin1Char('.') + fileType(), profilesArray.at(row), vorn::RecordKind::Profile);
+  exportRecord(sheetParent(), path + QLatin1Char('.') + fileType(), profilesArray.at(row), vorn::RecordKind::Profile,
+               mUi->mProfileNotice);
 }
 
 void MouseProfilesController::importProfile(const QString& path) {

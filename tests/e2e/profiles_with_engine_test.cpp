@@ -226,6 +226,7 @@ class ProfilesWithEngineTest : public QObject {
     mWindow->exportTo(path);
     const auto file = vorn::readPropertyListFile(mFolder->path("Kept.SkarnProfile"));
     QVERIFY(file && *file == mOther->bundle()[keys::Profiles].at(0));
+    QCOMPARE(mWindow->text("mProfileNotice"), QStringLiteral("Exported to %1.SkarnProfile").arg(path));
     mWindow->importFile(path + QStringLiteral(".SkarnProfile"));
     // The imported row is selected and so becomes the active one, by one switch.
     verifyShows({"Default", "Default(2)"}, 1);

@@ -142,6 +142,21 @@ class MouseProfilesControllerFilesTest : public QObject {
     QCOMPARE(QDir(mFolder->path()).entryList(QDir::Files), QStringList{"Work.SkarnProfile.SkarnProfile"});
   }
 
+  void anExportSaysWhereItWent() {
+    auto* notice = mTest->find<QLabel>("mProfileNotice");
+    QVERIFY(!notice->isVisible());
+    exportTo(inFolder(QStringLiteral("Kept")));
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), QStringLiteral("Exported to %1").arg(inFolder(QStringLiteral("Kept.SkarnProfile"))));
+    mTest->tab->enableControlsState(false);
+    QVERIFY(!notice->isVisible());
+    mTest->tab->enableControlsState(true);
+    QVERIFY(QDir().mkpath(inFolder(QStringLiteral("Folder.SkarnProfile"))));
+    exportTo(inFolder(QStringLiteral("Folder")));
+    QVERIFY(mTest->alert());
+    QVERIFY(!notice->isVisible());
+  }
+
   void aCancelledExportWritesNothing() {
     mTest->choose(4);
     filePanel("mProfileSavePanel")->setDirectory(mFolder->path());
