@@ -138,10 +138,56 @@ class MousePerformanceControllerChangesTest : public QObject {
     PerformanceTab open;
     open.press("mXDpiSlider", 4000);
     const int value = open.value("mXDpiSlider");
-    QVERIFY(std::abs(value - 4000) < 16);
+    QCOMPARE(value, 4000);
     COMPARE_REQUESTS(open);
     open.release("mXDpiSlider", 4000);
     COMPARE_REQUESTS(open, axes(value, value));
+  }
+
+  void theMouseComesToFullFifties() {
+    PerformanceTab open(profile("Work").with(keys::DPIX, 1234).with(keys::DPIY, 1234));
+    open.press("mXDpiSlider", 1234);
+    for (int position = 1240; position < 5600; position += 7) {
+      open.drag("mXDpiSlider", position);
+      QCOMPARE(open.value("mXDpiSlider") % 50, 0);
+      QVERIFY(std::abs(open.value("mXDpiSlider") - position) <= 33);  // half a step and a pixel
+    }
+    for (const int end : {100, 5600}) {
+      open.drag("mXDpiSlider", end);
+      QCOMPARE(open.value("mXDpiSlider"), end);
+    }
+    open.release("mXDpiSlider", 5600);
+    COMPARE_REQUESTS(open, axes(5600, 5600));
+    for (const int pressed : {2511, 2489, 130}) {
+      open.press("mXDpiSlider", pressed);
+      QCOMPARE(open.value("mXDpiSlider") % 50, 0);
+      open.release("mXDpiSlider", pressed);
+    }
+    COMPARE_REQUESTS(open, axes(150, 150));
+  }
+
+  void keysAndWheelComeToFullFiftiesFromAnyValue_data() {
+    QTest::addColumn<int>("key");  // or 0 for the wheel
+    QTest::addColumn<int>("notches");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("right") << int(Qt::Key_Right) << 0 << 1250;
+    QTest::newRow("left") << int(Qt::Key_Left) << 0 << 1200;
+    QTest::newRow("page up") << int(Qt::Key_PageUp) << 0 << 1300;
+    QTest::newRow("page down") << int(Qt::Key_PageDown) << 0 << 1150;
+    QTest::newRow("wheel up") << 0 << 1 << 1250;
+    QTest::newRow("wheel down") << 0 << -1 << 1200;
+  }
+  void keysAndWheelComeToFullFiftiesFromAnyValue() {
+    QFETCH(int, key);
+    QFETCH(int, notches);
+    QFETCH(int, expected);
+    PerformanceTab open(profile("Work").with(keys::DPIX, 1234).with(keys::DPIY, 1234));
+    if (key != 0) {
+      QTest::keyClick(open.slider("mXDpiSlider"), Qt::Key(key));
+    } else {
+      turnWheel(open.slider("mXDpiSlider"), 120 * notches);
+    }
+    COMPARE_REQUESTS(open, axes(expected, expected));
   }
 
   void aPressOnTheHandleWithoutAMoveLeavesTheExactValue_data() {
