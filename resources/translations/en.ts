@@ -487,6 +487,22 @@
         <source>More for events</source>
         <translation>More for events</translation>
     </message>
+    <message id="lkeyExactStageX">
+        <source>Exact X sensitivity of the stage in DPI</source>
+        <translation>Exact X sensitivity of the stage in DPI</translation>
+    </message>
+    <message id="lkeyExactStageY">
+        <source>Exact Y sensitivity of the stage in DPI</source>
+        <translation>Exact Y sensitivity of the stage in DPI</translation>
+    </message>
+    <message id="lkeyExactX">
+        <source>Exact X sensitivity in DPI</source>
+        <translation>Exact X sensitivity in DPI</translation>
+    </message>
+    <message id="lkeyExactY">
+        <source>Exact Y sensitivity in DPI</source>
+        <translation>Exact Y sensitivity in DPI</translation>
+    </message>
     <message id="lkeyExport">
         <source>Export…</source>
         <translation>Export…</translation>
@@ -1404,6 +1420,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyWheel">
         <source>Wheel</source>
         <translation>Wheel</translation>
+    </message>
+    <message id="lkeyWholeNumberWithin">
+        <source>A whole number from %1 to %2</source>
+        <translation>A whole number from %1 to %2</translation>
     </message>
     <message id="lkeyX">
         <source>X</source>

@@ -6,6 +6,7 @@
 
 #include "model/SettingsKeys.h"
 #include "performance/DragCommit.h"
+#include "performance/ExactField.h"
 #include "performance/SensitivityText.h"
 #include "performance/SilentValue.h"
 #include "performance/StagesTableModel.h"
@@ -72,8 +73,12 @@ void MousePerformanceController::connectControls() {
   onClick(mUi->mEnableOnTheFly, &MousePerformanceController::tickOnTheFly);
   onClick(mUi->mEnableAcceleration, &MousePerformanceController::tickAcceleration);
   onClick(mUi->mSensitivityStages, &MousePerformanceController::clickSensitivityStages);
-  for (StageChip* chip : findChildren<StageChip*>()) {
-    onClick(chip, &MousePerformanceController::clickSensitivityStages);
+  connect(mUi->mXDpiField, &ExactField::entered, mUi->mXDpiSlider, &QSlider::setValue);
+  connect(mUi->mYDpiField, &ExactField::entered, mUi->mYDpiSlider, &QSlider::setValue);
+  int index = 0;
+  for (StageChip* chip : stageChips()) {
+    connect(chip, &QAbstractButton::clicked, this, [this, index] { clickStageChip(index); });
+    ++index;
   }
   connect(mUi->mPollingRate, &QComboBox::activated, this, &MousePerformanceController::selectPollingRateValue);
 }
@@ -109,6 +114,7 @@ void MousePerformanceController::trackX() {
     lastDpiY = x;
   }
   mUi->mDpiValue->setText(sensitivityText(x, mUi->mYDpiSlider->value(), isIndependent));
+  showSliderValues();
   mXCommit->schedule();
   lastDpiX = x;
 }
@@ -120,6 +126,7 @@ void MousePerformanceController::yDpiSliderValueChange() {
 // lastDpiY stays that of the settings until they come again.
 void MousePerformanceController::trackY() {
   mUi->mDpiValue->setText(sensitivityText(mUi->mXDpiSlider->value(), mUi->mYDpiSlider->value(), true));
+  showSliderValues();
   mYCommit->schedule();
 }
 
@@ -136,7 +143,32 @@ void MousePerformanceController::tickIndependentXY() {
   const int x = mUi->mXDpiSlider->value();
   if (!isIndependent) setValueSilently(*mUi->mYDpiSlider, x);
   mUi->mDpiValue->setText(pendingAxesText(x));
+  showSliderValues();
   updateValue(isIndependent ? 1 : 0, keys::IndependentXYOn);
+}
+
+void MousePerformanceController::clickStageChip(int index) {
+  if (!stageChips()[static_cast<std::size_t>(index)]->isCurrent()) {
+    makeCurrent(performanceSettingsDict[keys::Stages].arrayOrEmpty(), index);
+  }
+}
+
+void MousePerformanceController::makeCurrent(const PropertyList& stages, int index) {
+  const PropertyList& stage = stages.at(index);
+  const int x = stage[keys::StageDpiX].toInt();
+  const int y = stage[keys::StageDpiY].toInt();
+  const int isIndependent = stage[keys::StageIndependentXY].toInt();
+  // What was let go and waits to be sent is overtaken.
+  takePendingCommits();
+  setValueSilently(*mUi->mXDpiSlider, x);
+  setValueSilently(*mUi->mYDpiSlider, y);
+  mUi->mEnableIndependentXY->setChecked(isIndependent != 0);
+  showSliderValues();
+  send(PropertyList::dictionary({{keys::Stages, stages},
+                                 {keys::StageValue, index},
+                                 {keys::DPIX, x},
+                                 {keys::DPIY, y},
+                                 {keys::IndependentXYOn, isIndependent}}));
 }
 
 void MousePerformanceController::tickOnTheFly() {
@@ -194,7 +226,10 @@ void MousePerformanceController::updateUISettings() {
   const QString profileName = textOf(performanceSettingsDict, keys::ProfileName);
   const bool isSameProfile = profileName == mUi->mProfileNameLabel->text();
   loadStagesArray();
-  showStageChips();
+  if (!isSameProfile) {
+    mUi->mXDpiField->discard();
+    mUi->mYDpiField->discard();
+  }
   mUi->mProfileNameLabel->setText(profileName);
 
   const std::optional<int> x = numberOf(performanceSettingsDict, keys::DPIX);
@@ -203,6 +238,7 @@ void MousePerformanceController::updateUISettings() {
   lastDpiY = y.value_or(0);
   setValueSilently(*mUi->mXDpiSlider, lastDpiX);
   setValueSilently(*mUi->mYDpiSlider, lastDpiY);
+  showStageChips();
   showAxes(numberOf(performanceSettingsDict, keys::IndependentXYOn).value_or(0) != 0, x, y);
   mUi->mEnableOnTheFly->setChecked(numberOf(performanceSettingsDict, keys::SensitivityOSDOn).value_or(0) != 0);
   showPointer();
@@ -227,28 +263,51 @@ void MousePerformanceController::showAxes(bool isIndependent, std::optional<int>
   mUi->mEnableIndependentXY->setChecked(isIndependent);
   mUi->mDpiXLabel->setVisible(isIndependent);
   mUi->mDpiYLabel->setVisible(isIndependent);
-  mUi->mYDpiSlider->setEnabled(mIsEnabled && isIndependent);
-  mUi->mYDpiSlider->setToolTip(mIsEnabled && !isIndependent ? localized("lkeyAxesLocked") : QString());
+  for (QWidget* control : std::initializer_list<QWidget*>{mUi->mYDpiSlider, mUi->mYDpiField}) {
+    control->setEnabled(mIsEnabled && isIndependent);
+    control->setToolTip(mIsEnabled && !isIndependent ? localized("lkeyAxesLocked") : QString());
+  }
   if (isIndependent && x && y) {
     x = mUi->mXDpiSlider->value();
     y = mUi->mYDpiSlider->value();
   }
   mUi->mDpiValue->setText(sensitivityText(x, y, isIndependent));
+  showSliderValues();
+  // Nothing is known of an axis without a value.
+  if (!x) mUi->mXDpiField->showValue({});
+  if (!y) mUi->mYDpiField->showValue({});
+}
+
+std::array<StageChip*, keys::maximumStages> MousePerformanceController::stageChips() const {
+  return {mUi->mStageOne, mUi->mStageTwo, mUi->mStageThree, mUi->mStageFour, mUi->mStageFive};
 }
 
 void MousePerformanceController::showStageChips() {
-  const std::array<StageChip*, keys::maximumStages> chips = {mUi->mStageOne, mUi->mStageTwo, mUi->mStageThree,
-                                                             mUi->mStageFour, mUi->mStageFive};
   const PropertyList stages = performanceSettingsDict[keys::Stages].arrayOrEmpty();
-  const int current = numberOf(performanceSettingsDict, keys::StageValue).value_or(-1);
   int index = 0;
-  for (StageChip* chip : chips) {
+  for (StageChip* chip : stageChips()) {
     const PropertyList& stage = stages.at(index);
     chip->setText(stageChipText(stage));
     chip->setAccessibleName(stageText(stage));
-    chip->setCurrent(index == current);
-    chip->setAccessibleDescription(chip->isCurrent() ? localized("lkeyCurrentStage") : QString());
     chip->setHidden(chip->text().isEmpty());
+    ++index;
+  }
+  showSliderValues();
+}
+
+void MousePerformanceController::showSliderValues() {
+  const int x = mUi->mXDpiSlider->value();
+  const int y = mUi->mYDpiSlider->value();
+  mUi->mXDpiField->showValue(x);
+  mUi->mYDpiField->showValue(y);
+  const PropertyList stages = performanceSettingsDict[keys::Stages].arrayOrEmpty();
+  const int current = numberOf(performanceSettingsDict, keys::StageValue).value_or(-1);
+  int index = 0;
+  for (StageChip* chip : stageChips()) {
+    const bool isInForce =
+        index == current && hasSensitivity(stages.at(index), x, y, mUi->mEnableIndependentXY->isChecked());
+    chip->setCurrent(isInForce);
+    chip->setAccessibleDescription(isInForce ? localized("lkeyCurrentStage") : QString());
     ++index;
   }
 }
@@ -270,16 +329,19 @@ void MousePerformanceController::enableControlsState(bool enabled) {
   if (!enabled) {
     // A slider that is disabled is let go, and without a mouse nothing is sent.
     takePendingCommits();
+    mUi->mXDpiField->discard();
+    mUi->mYDpiField->discard();
     if (mSensitivityStagesView && mSensitivityStagesView->isVisible()) mSensitivityStagesView->reject();
   }
-  for (QWidget* control : std::initializer_list<QWidget*>{
-           mUi->mSensitivityStages, mUi->mXDpiSlider, mUi->mYDpiSlider, mUi->mEnableIndependentXY, mUi->mEnableOnTheFly,
-           mUi->mEnableAcceleration, mUi->mAccelerationSlider, mUi->mPollingRate}) {
+  for (QWidget* control :
+       std::initializer_list<QWidget*>{mUi->mSensitivityStages, mUi->mXDpiSlider, mUi->mYDpiSlider, mUi->mXDpiField,
+                                       mUi->mYDpiField, mUi->mEnableIndependentXY, mUi->mEnableOnTheFly,
+                                       mUi->mEnableAcceleration, mUi->mAccelerationSlider, mUi->mPollingRate}) {
     control->setEnabled(enabled);
     // A disabled one shows the page's reason.
     control->setToolTip(QString());
   }
-  for (StageChip* chip : findChildren<StageChip*>()) chip->setEnabled(enabled);
+  for (StageChip* chip : stageChips()) chip->setEnabled(enabled);
   setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
 }
 

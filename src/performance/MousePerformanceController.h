@@ -5,7 +5,11 @@
 // Only what the user does is sent. A drag of a sensitivity slider shows its values on the way and is sent once, when
 // the slider is let go; each step of a key or of the wheel is sent. A redraw shows what the settings say, also under a
 // slider that is being dragged: that drag is dropped, and the slider holds nothing of the user's then. A value that was
-// let go and waits to be sent outlives a redraw of the same profile and is sent after it.
+// let go and waits to be sent outlives a redraw of the same profile and is sent after it. The fields beside the sliders
+// take exact values and do as the sliders do; what is being typed outlives a redraw of the same profile too.
+//
+// The chips are the stages: the current one is lit as long as its values are in force, and a click on another makes
+// that one the current stage.
 //
 // The stages are edited in a sheet, on a working copy of the profile's stages. OK sends the copy and makes the selected
 // stage the current one; Cancel drops the copy. A redraw begins a new copy, also while the sheet is open. Disabling the
@@ -14,11 +18,13 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <array>
 #include <memory>
 #include <optional>
 #include <string_view>
 
 #include "model/PropertyList.h"
+#include "model/SettingsKeys.h"
 #include "performance/MousePerformanceDelegate.h"
 
 class QDialog;
@@ -32,6 +38,7 @@ class SensitivityStagesSheet;
 }  // namespace Ui
 
 class DragCommit;
+class StageChip;
 class StagesTableModel;
 
 class MousePerformanceController : public QWidget {
@@ -95,7 +102,13 @@ class MousePerformanceController : public QWidget {
   void trackY();
 
   void showAxes(bool isIndependent, std::optional<int> x, std::optional<int> y);
+  std::array<StageChip*, vorn::keys::maximumStages> stageChips() const;
   void showStageChips();
+  // Shows in the fields what the sliders say, and whether the current stage says the same.
+  void showSliderValues();
+  void clickStageChip(int index);
+  // Asks for these stages, one of which is the current one and gives the sensitivity.
+  void makeCurrent(const vorn::PropertyList& stages, int index);
   void showPointer();
 
   // --- The stages sheet
@@ -117,6 +130,7 @@ class MousePerformanceController : public QWidget {
   void reloadStagesTable();
   void replaceSelectedStage(const vorn::PropertyList& stage);
   void showStageEditors();
+  void showStageFields();
   // The number of stages. Enables what can be done with as many, and with the selected one.
   int numberOfRowsInTableView();
 

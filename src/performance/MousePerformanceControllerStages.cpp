@@ -4,6 +4,7 @@
 #include <QItemSelectionModel>
 
 #include "model/SettingsKeys.h"
+#include "performance/ExactField.h"
 #include "performance/MousePerformanceController.h"
 #include "performance/SilentValue.h"
 #include "performance/StagesTableModel.h"
@@ -54,6 +55,8 @@ void MousePerformanceController::createStagesSheet() {
           &MousePerformanceController::xDpiStageSliderValueChange);
   connect(mStagesUi->mStageYDpiSlider, &QSlider::valueChanged, this,
           &MousePerformanceController::yDpiStageSliderValueChange);
+  connect(mStagesUi->mStageXDpiField, &ExactField::entered, mStagesUi->mStageXDpiSlider, &QSlider::setValue);
+  connect(mStagesUi->mStageYDpiField, &ExactField::entered, mStagesUi->mStageYDpiSlider, &QSlider::setValue);
   connect(mStagesUi->mStagesTable->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MousePerformanceController::tableViewSelectionDidChange);
 }
@@ -99,6 +102,9 @@ void MousePerformanceController::reloadStagesTable() {
 }
 
 void MousePerformanceController::tableViewSelectionDidChange() {
+  // What was typed was meant for the stage before.
+  mStagesUi->mStageXDpiField->discard();
+  mStagesUi->mStageYDpiField->discard();
   showStageEditors();
   numberOfRowsInTableView();
 }
@@ -110,11 +116,24 @@ void MousePerformanceController::showStageEditors() {
   mStagesUi->mStageEnableIndependentXY->setChecked(isIndependent);
   setValueSilently(*mStagesUi->mStageXDpiSlider, stage[keys::StageDpiX].toInt());
   setValueSilently(*mStagesUi->mStageYDpiSlider, stage[keys::StageDpiY].toInt());
+  showStageFields();
   const bool isSelected = selected >= 0;
   enableWithReason(*mStagesUi->mStageEnableIndependentXY, isSelected, "lkeyNoStageSelected");
-  enableWithReason(*mStagesUi->mStageXDpiSlider, isSelected, "lkeyNoStageSelected");
-  enableWithReason(*mStagesUi->mStageYDpiSlider, isSelected && isIndependent,
-                   isSelected ? "lkeyAxesLocked" : "lkeyNoStageSelected");
+  for (QWidget* control : std::initializer_list<QWidget*>{mStagesUi->mStageXDpiSlider, mStagesUi->mStageXDpiField}) {
+    enableWithReason(*control, isSelected, "lkeyNoStageSelected");
+  }
+  for (QWidget* control : std::initializer_list<QWidget*>{mStagesUi->mStageYDpiSlider, mStagesUi->mStageYDpiField}) {
+    enableWithReason(*control, isSelected && isIndependent, isSelected ? "lkeyAxesLocked" : "lkeyNoStageSelected");
+  }
+}
+
+void MousePerformanceController::showStageFields() {
+  const bool isSelected = selectedStage() >= 0;
+  const auto shown = [isSelected](const QSlider& slider) {
+    return isSelected ? std::optional(slider.value()) : std::nullopt;
+  };
+  mStagesUi->mStageXDpiField->showValue(shown(*mStagesUi->mStageXDpiSlider));
+  mStagesUi->mStageYDpiField->showValue(shown(*mStagesUi->mStageYDpiSlider));
 }
 
 int MousePerformanceController::numberOfRowsInTableView() {
@@ -148,6 +167,7 @@ void MousePerformanceController::clickStageDelete() {
 void MousePerformanceController::replaceSelectedStage(const PropertyList& stage) {
   mStagesArray = mStagesArray.replacing(selectedStage(), stage);
   reloadStagesTable();
+  showStageFields();
 }
 
 void MousePerformanceController::xDpiStageSliderValueChange() {
@@ -174,19 +194,7 @@ void MousePerformanceController::tickStageIndependentXY() {
 
 void MousePerformanceController::clickStageOK() {
   mSensitivityStagesView->accept();
-  const int selected = selectedStage();
-  const PropertyList& stage = mStagesArray.at(selected);
-  const int x = stage[keys::StageDpiX].toInt();
-  const int y = stage[keys::StageDpiY].toInt();
-  const int isIndependent = stage[keys::StageIndependentXY].toInt();
-  setValueSilently(*mUi->mXDpiSlider, x);
-  setValueSilently(*mUi->mYDpiSlider, y);
-  mUi->mEnableIndependentXY->setChecked(isIndependent != 0);
-  send(PropertyList::dictionary({{keys::Stages, mStagesArray},
-                                 {keys::StageValue, selected},
-                                 {keys::DPIX, x},
-                                 {keys::DPIY, y},
-                                 {keys::IndependentXYOn, isIndependent}}));
+  makeCurrent(mStagesArray, selectedStage());
 }
 
 void MousePerformanceController::clickStageCancel() {

@@ -36,7 +36,14 @@ QString stageChipText(const vorn::PropertyList& stage) {
   const std::optional<int> x = numberOf(stage, keys::StageDpiX);
   const std::optional<int> y = numberOf(stage, keys::StageDpiY);
   if (!x || (isIndependent(stage) && !y)) return {};
-  return isIndependent(stage) ? QStringLiteral("%1 × %2").arg(*x).arg(*y) : QString::number(*x);
+  const bool isDifferent = isIndependent(stage) && x != y;
+  return isDifferent ? QStringLiteral("%1 × %2").arg(*x).arg(*y) : QString::number(*x);
+}
+
+bool hasSensitivity(const vorn::PropertyList& stage, int x, int y, bool areApart) {
+  const std::optional<int> stageX = numberOf(stage, keys::StageDpiX);
+  const std::optional<int> stageY = isIndependent(stage) ? numberOf(stage, keys::StageDpiY) : stageX;
+  return stageX == x && stageY == (areApart ? y : x);
 }
 
 }  // namespace skarn

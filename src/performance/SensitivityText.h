@@ -17,7 +17,10 @@ QString pendingAxesText(int x);
 // A stage as the table of stages names it.
 QString stageText(const vorn::PropertyList& stage);
 
-// The same in few characters, without the unit.
+// The same in few characters, without the unit: both axes only where they differ.
 QString stageChipText(const vorn::PropertyList& stage);
+
+// Does this stage give this sensitivity? Of locked axes X counts for both.
+bool hasSensitivity(const vorn::PropertyList& stage, int x, int y, bool areApart);
 
 }  // namespace skarn

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QStyle>
+#include <QStyleOptionFocusRect>
 #include <algorithm>
 
 #include "widgets/Palettes.h"
@@ -19,7 +20,7 @@ constexpr qreal outlineWidth = 2;
 }  // namespace
 
 StageChip::StageChip(QWidget* parent) : QAbstractButton(parent) {
-  setFocusPolicy(Qt::NoFocus);
+  setFocusPolicy(Qt::TabFocus);
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
@@ -63,6 +64,11 @@ void StageChip::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(outline, outlineWidth));
   }
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+  if (hasFocus()) {
+    QStyleOptionFocusRect frame;
+    frame.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+  }
   painter.setFont(shownFont(mIsCurrent));
   // A chip in its natural width keeps its whole text, however the font rounds.
   const int room = rect().width() - sidePadding;

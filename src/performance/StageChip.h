@@ -1,6 +1,5 @@
 // One sensitivity stage as a button: its value on a rounded ground. The current stage has the accent's outline and
-// semibold text. A value that is too long for its place is cut in the middle. It takes no focus: a row of chips is a
-// shortcut for the mouse beside a button that does the same.
+// semibold text. A value that is too long for its place is cut in the middle.
 #pragma once
 
 #include <QAbstractButton>

@@ -2,10 +2,12 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QSlider>
 
 #include "e2e/OpenWindow.h"
 #include "e2e/VirtualMouse.h"
+#include "e2e/Vornctl.h"
 #include "performance/StageChip.h"
 #include "platform/Localization.h"
 #include "support/QtTests.h"
@@ -76,6 +78,32 @@ class PerformanceWithEngineTest : public QObject {
     mEngine.start();
     OpenPerformance again;
     QCOMPARE(again.text("mDpiValue"), QStringLiteral("%1 DPI").arg(x));
+  }
+
+  void an_exact_value_is_kept_and_a_chip_brings_a_stage() {
+    OpenPerformance open;
+    open.window().show();
+    open.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&open.window()));
+    auto* field = open.find<QLineEdit>("mXDpiField");
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("1234"));
+    QTest::keyClick(field, Qt::Key_Return);
+    QTRY_COMPARE_WITH_TIMEOUT(open.number(keys::DPIX), 1234, deadline);
+    QCOMPARE(open.text("mDpiValue"), QStringLiteral("1234 DPI"));
+    QVERIFY(!open.find<StageChip>("mStageTwo")->isCurrent());
+    QCOMPARE(vornctl({"get", "DPIX"}), std::string("1234"));
+    QCOMPARE(vornctl({"get", "DPIY"}), std::string("1234"));
+    open.click("mStageThree");
+    QCOMPARE(open.text("mDpiValue"), QStringLiteral("1600 DPI"));
+    QVERIFY(open.find<StageChip>("mStageThree")->isCurrent());
+    QCOMPARE(vornctl({"get", "DPIX"}), std::string("1600"));
+    QCOMPARE(vornctl({"get", "StageValue"}), std::string("2"));
+    vornctl({"set", "DPIX", "1650"});
+    QTRY_VERIFY_WITH_TIMEOUT(!open.find<StageChip>("mStageThree")->isCurrent(), deadline);
+    QCOMPARE(field->text(), QStringLiteral("1650"));
+    QCOMPARE(open.profileUpdates(), 2);
   }
 
   void the_axes_are_set_apart_and_locked_again() {

@@ -180,8 +180,46 @@ class MousePerformanceControllerTest : public QObject {
     QCOMPARE(stagesOf(open), (QStringList{"100", "5600"}));
     PropertyList seven = two;
     for (int extra = 0; extra < 5; ++extra) seven = seven.appending(stage(700, 700, false));
-    open.hand(profile("Work").with(keys::Stages, seven).with(keys::StageValue, 0));
+    open.hand(profile("Work").with(keys::Stages, seven).with(keys::StageValue, 0).with(keys::DPIX, 100));
     QCOMPARE(stagesOf(open), (QStringList{"[100]", "5600", "700", "700", "700"}));
+  }
+
+  void aStageIsLitAsLongAsItsValuesAreInForce_data() {
+    QTest::addColumn<PropertyList>("settings");
+    QTest::addColumn<QStringList>("stages");
+    const PropertyList work = profile("Work").with(
+        keys::Stages, PropertyList::array({stage(800, 800, false), stage(1600, 800, true), stage(1600, 1600, true)}));
+    const auto at = [&](int index, int x, int y, int isIndependent) {
+      return work.with(keys::StageValue, index)
+          .with(keys::DPIX, x)
+          .with(keys::DPIY, y)
+          .with(keys::IndependentXYOn, isIndependent);
+    };
+    const QString apart = QStringLiteral("1600 × 800");
+    QTest::newRow("locked") << at(0, 800, 800, 0) << QStringList{"[800]", apart, "1600"};
+    QTest::newRow("locked, another value") << at(0, 850, 850, 0) << QStringList{"800", apart, "1600"};
+    QTest::newRow("apart") << at(1, 1600, 800, 1) << QStringList{"800", "[" + apart + "]", "1600"};
+    QTest::newRow("another Y") << at(1, 1600, 850, 1) << QStringList{"800", apart, "1600"};
+    QTest::newRow("locked where the stage is apart") << at(1, 1600, 1600, 0) << QStringList{"800", apart, "1600"};
+    QTest::newRow("apart and equal") << at(2, 1600, 1600, 1) << QStringList{"800", apart, "[1600]"};
+    QTest::newRow("the value of another stage") << at(2, 800, 800, 0) << QStringList{"800", apart, "1600"};
+  }
+  void aStageIsLitAsLongAsItsValuesAreInForce() {
+    QFETCH(PropertyList, settings);
+    QFETCH(QStringList, stages);
+    PerformanceTab open(settings);
+    QCOMPARE(stagesOf(open), stages);
+  }
+
+  void aStageGoesOutWhileTheSliderMoves() {
+    PerformanceTab open;
+    QVERIFY(open.find<StageChip>("mStageTwo")->isCurrent());
+    open.press("mXDpiSlider", 800);
+    open.drag("mXDpiSlider", 1200);
+    QVERIFY(!open.find<StageChip>("mStageTwo")->isCurrent());
+    open.drag("mXDpiSlider", 800);
+    QVERIFY(open.find<StageChip>("mStageTwo")->isCurrent());
+    open.release("mXDpiSlider", 800);
   }
 
   void aStageIsReadOutWithItsUnit() {
@@ -311,17 +349,19 @@ class MousePerformanceControllerTest : public QObject {
     PerformanceTab open(independent(800, 1600));
     open.window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&open.window));
-    open.slider("mXDpiSlider")->setFocus();
+    open.button("mEnableIndependentXY")->setFocus();
     QStringList reached;
-    for (int step = 0; step < 8; ++step) {
+    for (int step = 0; step < 15; ++step) {
       QWidget* at = QApplication::focusWidget();
       QVERIFY(at != nullptr);
       QVERIFY2(!at->accessibleName().isEmpty() || qobject_cast<QAbstractButton*>(at), qPrintable(at->objectName()));
       reached << at->objectName();
       QTest::keyClick(at, Qt::Key_Tab);
     }
-    QCOMPARE(reached, (QStringList{"mXDpiSlider", "mYDpiSlider", "mEnableIndependentXY", "mSensitivityStages",
-                                   "mEnableOnTheFly", "mPollingRate", "mEnableAcceleration", "mAccelerationSlider"}));
+    QCOMPARE(reached,
+             (QStringList{"mEnableIndependentXY", "mXDpiSlider", "mXDpiField", "mYDpiSlider", "mYDpiField", "mStageOne",
+                          "mStageTwo", "mStageThree", "mStageFour", "mStageFive", "mSensitivityStages",
+                          "mEnableOnTheFly", "mPollingRate", "mEnableAcceleration", "mAccelerationSlider"}));
     COMPARE_REQUESTS(open);
   }
 };

@@ -145,8 +145,11 @@ class MouseProfilesControllerFilesTest : public QObject {
   void anExportSaysWhereItWent() {
     auto* notice = mTest->find<QLabel>("mProfileNotice");
     QVERIFY(!notice->isVisible());
+    const QRect boxBefore = mTest->onScreen().geometry();
+    QVERIFY(boxBefore.right() > mTest->tab->width() - 40);
     exportTo(inFolder(QStringLiteral("Kept")));
     QVERIFY(notice->isVisible());
+    QCOMPARE(mTest->onScreen().geometry(), boxBefore);
     QCOMPARE(notice->text(), QStringLiteral("Exported to %1").arg(inFolder(QStringLiteral("Kept.SkarnProfile"))));
     mTest->tab->enableControlsState(false);
     QVERIFY(!notice->isVisible());
