@@ -93,7 +93,7 @@ class RunningWindow {
       : mNotifier(vorn::BusConnection::forThisThread()),
         mDelegate(window, {.link = mLink,
                            .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
-                           .openAddress = [](const QUrl&) {},
+                           .openAddress = [](const QUrl&) { return true; },
                            .report = [](const std::string&) {}}) {
     bool isStarted = false;
     QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isStarted = true; });

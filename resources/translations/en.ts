@@ -1045,6 +1045,14 @@ For this profile, set the brightness to Off.</translation>
         <source>Open File</source>
         <translation>Open File</translation>
     </message>
+    <message id="lkeyPageNotOpenedDesc">
+        <source>No web browser could be started. This is the address of the page:</source>
+        <translation>No web browser could be started. This is the address of the page:</translation>
+    </message>
+    <message id="lkeyPageNotOpenedTitle">
+        <source>The page could not be opened</source>
+        <translation>The page could not be opened</translation>
+    </message>
     <message id="lkeyPlayMacroOnce">
         <source>Play Macro Once</source>
         <translation>Play Macro Once</translation>

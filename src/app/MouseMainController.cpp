@@ -124,13 +124,13 @@ void MouseMainController::wireControls() {
   connect(mWindow.ui().mHelpButton, &QToolButton::clicked, this, &MouseMainController::clickHelpButton);
   auto* helpKey = new QShortcut(QKeySequence(QKeySequence::HelpContents), &mWindow);
   connect(helpKey, &QShortcut::activated, this, &MouseMainController::openHelpOfTab);
-  const auto opens = [this](QToolButton* link, const char* address) {
-    connect(link, &QToolButton::clicked, this,
-            [this, address] { mServices.openAddress(QUrl(QLatin1String(address))); });
+  const auto opens = [this](QToolButton* link, WebPage page) {
+    link->setVisible(!addressOf(page).isEmpty());
+    connect(link, &QToolButton::clicked, this, [this, page] { openPage(&mWindow, page, mServices.openAddress); });
   };
-  opens(mCommunityFBLink, "https://community.skarn.example/");
-  opens(mCommunityTwitterLink, "https://news.skarn.example/");
-  opens(mCommunityVornGuildLink, "https://guild.skarn.example/");
+  opens(mCommunityFBLink, WebPage::Community);
+  opens(mCommunityTwitterLink, WebPage::News);
+  opens(mCommunityVornGuildLink, WebPage::Guild);
 }
 
 void MouseMainController::createLocalPort() {

@@ -12,7 +12,6 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QUrl>
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -33,6 +32,7 @@
 #include "model/References.h"
 #include "model/VRCDictionaryInspector.h"
 #include "performance/MousePerformanceDelegate.h"
+#include "platform/WebPages.h"
 #include "profiles/ProfileControllerDelegate.h"
 
 class QLabel;
@@ -58,7 +58,7 @@ class RestoringStateSheet;
 struct HubServices {
   vorn::EngineLink& link;
   vorn::NotificationCenter& notifications;
-  std::function<void(const QUrl&)> openAddress;          // the default web browser
+  OpenAddress openAddress;                               // the default web browser
   std::function<void(const std::string& line)> report;   // start-up report, a line without a line break each
   StoppableSleep sleep = systemSleep();                  // of the timer threads
   std::function<bool()> mustEnd = [] { return false; };  // the program is asked to end: no wait goes on

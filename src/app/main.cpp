@@ -110,7 +110,7 @@ void reportPaint(MouseMainWindow& window) {
 HubServices makeServices(vorn::EngineLink& link) {
   return {.link = link,
           .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
-          .openAddress = [](const QUrl& address) { QDesktopServices::openUrl(address); },
+          .openAddress = [](const QUrl& address) { return QDesktopServices::openUrl(address); },
           .report = report,
           .mustEnd = &QuitOnSignals::isAsked};
 }

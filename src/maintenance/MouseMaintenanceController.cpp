@@ -18,8 +18,6 @@ namespace keys = vorn::keys;
 
 namespace {
 
-constexpr const char* supportPage = "https://support.skarn.example/";
-
 using Layout = Ui::MouseMaintenanceController;
 
 struct PowerSlider {
@@ -54,6 +52,7 @@ MouseMaintenanceController::MouseMaintenanceController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MouseMaintenanceController>()) {
   mUi->setupUi(this);
   wireControls();
+  mUi->mCheckUpdates->setVisible(!addressOf(WebPage::Support).isEmpty());
   stopProgressIndicatorAnimation();
 }
 
@@ -102,7 +101,7 @@ void MouseMaintenanceController::flashScrollWheelValueChanges() {
 }
 
 void MouseMaintenanceController::clickCheckUpdates() {
-  if (mOpenAddress) mOpenAddress(QUrl(QLatin1String(supportPage)));
+  openPage(sheetParent(), WebPage::Support, mOpenAddress);
 }
 
 QWidget* MouseMaintenanceController::sheetParent() const {

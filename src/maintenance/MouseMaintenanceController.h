@@ -11,14 +11,13 @@
 #pragma once
 
 #include <QPointer>
-#include <QUrl>
 #include <QWidget>
-#include <functional>
 #include <memory>
 #include <string_view>
 
 #include "maintenance/MouseMaintenanceDelegate.h"
 #include "model/PropertyList.h"
+#include "platform/WebPages.h"
 
 class QLabel;
 
@@ -50,7 +49,7 @@ class MouseMaintenanceController : public QWidget {
   void setMMaintenanceWindow(QWidget* window) { maintenanceWindow = window; }
 
   // What opens an address in the web browser; nothing opens without it.
-  void setOpenAddress(std::function<void(const QUrl&)> openAddress) { mOpenAddress = std::move(openAddress); }
+  void setOpenAddress(OpenAddress openAddress) { mOpenAddress = std::move(openAddress); }
 
   // The settings that the last redraw showed.
   const vorn::PropertyList& mUserSettings() const { return userSettings; }
@@ -93,7 +92,7 @@ class MouseMaintenanceController : public QWidget {
   vorn::PropertyList userSettings = vorn::PropertyList::dictionary();
   MouseMaintenanceDelegate* mouseMaintenanceDelegate = nullptr;
   QPointer<QWidget> maintenanceWindow;
-  std::function<void(const QUrl&)> mOpenAddress;
+  OpenAddress mOpenAddress;
 };
 
 }  // namespace skarn

@@ -22,22 +22,27 @@ Alert::Alert(QWidget* window) : QMessageBox(window) {
   setTextFormat(Qt::PlainText);
 }
 
-void Alert::layOutTexts() {
-  // The labels are the message box's own; what they say tells which is which.
-  QLabel* title = nullptr;
-  QLabel* description = nullptr;
+// The labels are the message box's own; what they say tells which is which.
+QLabel* Alert::labelOf(const QString& shown, const QLabel* other) const {
   for (QLabel* label : findChildren<QLabel*>()) {
-    if (label->text().isEmpty()) continue;
-    if (title == nullptr && label->text() == text()) {
-      title = label;
-    } else if (label->text() == informativeText()) {
-      description = label;
-    }
+    if (label != other && !shown.isEmpty() && label->text() == shown) return label;
   }
+  return nullptr;
+}
+
+void Alert::layOutTexts() {
+  QLabel* title = labelOf(text());
+  QLabel* description = labelOf(informativeText(), title);
   if (title != nullptr) title->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("title"));
   if (description != nullptr) {
     description->setTextFormat(Qt::PlainText);
     description->setMinimumWidth(leastTextWidth);
+  }
+}
+
+void Alert::makeTextSelectable() {
+  if (QLabel* description = labelOf(informativeText(), labelOf(text()))) {
+    description->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   }
 }
 

@@ -24,8 +24,12 @@ class Alert : public QMessageBox {
   static Alert* show(QWidget* window, const QString& message, const QString& informativeText,
                      const QStringList& buttons, Ended ended = {});
 
+  // Lets the user select and copy the text below the message.
+  void makeTextSelectable();
+
  private:
   explicit Alert(QWidget* window);
+  QLabel* labelOf(const QString& shown, const QLabel* other = nullptr) const;
   void layOutTexts();
 };
 

@@ -81,7 +81,11 @@ struct HubFixture {
   HubServices services() {
     return {.link = link,
             .notifications = notifications,
-            .openAddress = [this](const QUrl& address) { opened.push_back(address.toString().toStdString()); },
+            .openAddress =
+                [this](const QUrl& address) {
+                  opened.push_back(address.toString().toStdString());
+                  return opensAddresses;
+                },
             .report = [this](const std::string& line) { reports.push_back(line); },
             .sleep = sleep};
   }
@@ -134,6 +138,7 @@ struct HubFixture {
   ScriptedLink link;
   RecordingNotificationCenter notifications;
   std::vector<std::string> opened;
+  bool opensAddresses = true;
   std::vector<std::string> reports;
   // The timer threads sleep until they are told to end, unless a test says otherwise.
   StoppableSleep sleep = [](std::stop_token stop, std::chrono::milliseconds) {

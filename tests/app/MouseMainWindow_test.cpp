@@ -208,7 +208,7 @@ void MouseMainWindowTest::looking_for_updates_opens_the_support_page() {
   fixture.create();
   auto* button = fixture.window.findChild<QAbstractButton*>(QStringLiteral("mCheckUpdates"));
   button->click();
-  QCOMPARE(fixture.opened, std::vector<std::string>{"https://support.skarn.example/"});
+  QCOMPARE(fixture.opened, std::vector<std::string>{addressOf(WebPage::Support).toString().toStdString()});
   QVERIFY(fixture.link.requests.empty());
   // The window outlives the hub and its services.
   fixture.delegate.reset();
@@ -223,9 +223,13 @@ void MouseMainWindowTest::the_community_buttons_open_one_address_each() {
   fixture.window.ui().mCommunityTwitterLink->click();
   fixture.window.ui().mCommunityVornGuildLink->click();
   QCOMPARE(fixture.opened.size(), std::size_t{3});
-  QVERIFY(fixture.opened[0] != fixture.opened[1] && fixture.opened[1] != fixture.opened[2]);
-  for (const auto& address : fixture.opened) QVERIFY(address.starts_with("https://"));
-  QVERIFY(fixture.link.requests.empty());
+  const WebPage pages[] = {WebPage::Community, WebPage::News, WebPage::Guild};
+  for (std::size_t i = 0; i < 3; ++i) QCOMPARE(fixture.opened[i], addressOf(pages[i]).toString().toStdString());
+  fixture.opensAddresses = false;
+  fixture.window.ui().mCommunityTwitterLink->click();
+  const auto* alert = fixture.window.findChild<QMessageBox*>(QStringLiteral("alert"));
+  QVERIFY(alert != nullptr && alert->isVisible());
+  QVERIFY(alert->informativeText().endsWith(addressOf(WebPage::News).toString()));
 }
 
 void MouseMainWindowTest::the_help_button_opens_the_first_page_of_the_help_book() {

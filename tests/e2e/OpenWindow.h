@@ -38,7 +38,7 @@ class OpenWindow {
   OpenWindow()
       : mDelegate(mWindow, {.link = traced(mLink),
                             .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
-                            .openAddress = [](const QUrl&) {},
+                            .openAddress = [](const QUrl&) { return true; },
                             .report = [](const std::string&) {}}) {
     bool isFinished = false;
     QObject::connect(&mDelegate, &Vorn_ConfiguratorAppDelegate::startUpFinished, [&] { isFinished = true; });

@@ -70,7 +70,10 @@ struct Fixture {
     window.resize(1024, 476);
     tab.resize(window.size());
     tab.setMMaintenanceWindow(&window);
-    tab.setOpenAddress([this](const QUrl& address) { opened << address.toString(); });
+    tab.setOpenAddress([this](const QUrl& address) {
+      opened << address.toString();
+      return opensAddresses;
+    });
     tab.setMMaintenanceSettingsDict(deviceSettings());
     tab.setMMaintenanceDict(profile("Work"));
     tab.setMDefaultDict(profile("Default").with("Further", "kept"));
@@ -92,6 +95,7 @@ struct Fixture {
   MouseMaintenanceController tab{&window};
   Owner owner{tab};
   QStringList opened;
+  bool opensAddresses = true;
 };
 
 void addSliderRows() {
@@ -363,10 +367,19 @@ class MouseMaintenanceControllerTest : public QObject {
 
   // --- Versions and updates
 
+  void aPageThatCannotBeOpenedIsGivenAsAnAddress() {
+    Fixture fixture;
+    fixture.opensAddresses = false;
+    QTest::mouseClick(&fixture.button("mCheckUpdates"), Qt::LeftButton);
+    QVERIFY(fixture.alert() != nullptr);
+    QVERIFY(fixture.alert()->informativeText().endsWith(addressOf(WebPage::Support).toString()));
+  }
+
   void lookingForUpdatesOpensTheSupportPage() {
     Fixture fixture;
     QTest::mouseClick(&fixture.button("mCheckUpdates"), Qt::LeftButton);
-    QCOMPARE(fixture.opened, QStringList{QStringLiteral("https://support.skarn.example/")});
+    QCOMPARE(fixture.opened, QStringList{addressOf(WebPage::Support).toString()});
+    QVERIFY(fixture.alert() == nullptr);
     fixture.tab.setOpenAddress({});
     QTest::mouseClick(&fixture.button("mCheckUpdates"), Qt::LeftButton);
     QCOMPARE(fixture.opened.size(), 1);
