@@ -128,6 +128,8 @@ class MousePerformanceController : public QWidget {
   void loadStagesArray();
   // Shows the working copy; the selected row stays selected as long as there is such a row.
   void reloadStagesTable();
+  // To a screen reader, the cells of a closed sheet would be showing.
+  void showStageRows(bool shown);
   void replaceSelectedStage(const vorn::PropertyList& stage);
   void showStageEditors();
   void showStageFields();

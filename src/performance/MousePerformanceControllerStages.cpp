@@ -51,6 +51,7 @@ void MousePerformanceController::createStagesSheet() {
   connect(mStagesUi->mStageCancelButton, &QAbstractButton::clicked, mSensitivityStagesView, &QDialog::reject);
   // Escape and a close of the sheet are a cancel too.
   connect(mSensitivityStagesView, &QDialog::rejected, this, &MousePerformanceController::clickStageCancel);
+  connect(mSensitivityStagesView, &QDialog::finished, this, [this] { showStageRows(false); });
   connect(mStagesUi->mStageXDpiSlider, &QSlider::valueChanged, this,
           &MousePerformanceController::xDpiStageSliderValueChange);
   connect(mStagesUi->mStageYDpiSlider, &QSlider::valueChanged, this,
@@ -67,6 +68,7 @@ void MousePerformanceController::clickSensitivityStages() {
   if (mSensitivityStagesView->parentWidget() != under) {
     mSensitivityStagesView->setParent(under, mSensitivityStagesView->windowFlags());
   }
+  showStageRows(true);
   selectCurrentStage();
   mStagesUi->mStagesTable->setFocus();
   mSensitivityStagesView->open();
@@ -97,8 +99,13 @@ void MousePerformanceController::loadStagesArray() {
 void MousePerformanceController::reloadStagesTable() {
   const int selected = selectedStage();
   mStagesModel->setStages(mStagesArray);
+  showStageRows(mSensitivityStagesView->isVisible());
   mStagesUi->mStagesTable->selectRow(selected);
   numberOfRowsInTableView();
+}
+
+void MousePerformanceController::showStageRows(bool shown) {
+  for (int row = 0; row < mStagesModel->rowCount(); ++row) mStagesUi->mStagesTable->setRowHidden(row, !shown);
 }
 
 void MousePerformanceController::tableViewSelectionDidChange() {

@@ -143,11 +143,13 @@ bool NSTableViewSubClass::edit(const QModelIndex& index, EditTrigger trigger, QE
 void NSTableViewSubClass::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   const int row = selectedRow();
-  if (!hasFocus() || row < 0) return;
+  if (!hasFocus()) return;
   QStyleOptionFocusRect frame;
   frame.initFrom(this);
   const int last = ProfilesTableModel::AutoSwitch;
-  frame.rect = visualRect(model()->index(row, 0)).united(visualRect(model()->index(row, last)));
+  // Without a row the keyboard is at the list as a whole.
+  frame.rect = row < 0 ? viewport()->rect().adjusted(1, 1, -1, -1)
+                       : visualRect(model()->index(row, 0)).united(visualRect(model()->index(row, last)));
   QPainter painter(viewport());
   style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
 }

@@ -1,4 +1,5 @@
-// A separator of one pixel in the palette's hairline colour, as wide as its place.
+// A separator of one pixel in the palette's hairline colour, as wide as its place. Screen readers are told
+// that it is one.
 #pragma once
 
 #include <QWidget>

@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QCursor>
 #include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -17,6 +16,7 @@
 #include <utility>
 
 #include "widgets/ControlPainting.h"
+#include "widgets/Hover.h"
 #include "widgets/PlainToolTip.h"
 #include "widgets/TitleText.h"
 
@@ -118,7 +118,7 @@ PopUpButton::PopUpButton(QWidget* parent) : QToolButton(parent), mMenu(new ItemM
   setAttribute(Qt::WA_Hover);
   connect(this, &QAbstractButton::clicked, this, &PopUpButton::openMenu);
   connect(mMenu, &QMenu::aboutToShow, this, &PopUpButton::prepareMenu);
-  connect(mMenu, &QMenu::aboutToHide, this, &PopUpButton::updateHover);
+  connect(mMenu, &QMenu::aboutToHide, this, [this] { endHoverUnlessUnderPointer(*this); });
 }
 
 PopUpButton::~PopUpButton() = default;
@@ -269,12 +269,6 @@ QString PopUpButton::drawnText() const {
     if (fontMetrics().horizontalAdvance(inOneLine(text)) <= width) return inOneLine(text);
   }
   return inOneLine(mShorterTexts.constLast());
-}
-
-// A pointer that went from the button into its menu has not left the button, by the count of the application.
-void PopUpButton::updateHover() {
-  if (!rect().contains(mapFromGlobal(QCursor::pos()))) setAttribute(Qt::WA_UnderMouse, false);
-  update();
 }
 
 QPoint PopUpButton::placeOfMenu() const {

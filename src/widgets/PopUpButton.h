@@ -106,7 +106,6 @@ class PopUpButton : public QToolButton {
   void describe();
   // The place of the text; the icon, if any, stands before it.
   QRect textRect() const;
-  void updateHover();
   QPoint placeOfMenu() const;
 
   ItemMenu* mMenu;

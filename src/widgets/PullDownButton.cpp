@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QStyleOptionToolButton>
 
+#include "widgets/Hover.h"
 #include "widgets/TitleText.h"
 
 namespace skarn {
@@ -43,7 +44,10 @@ PullDownButton::PullDownButton(QWidget* parent) : QToolButton(parent) {
     if (!mIsEnabled) return;
     for (QAction* item : menu->actions()) item->setEnabled(mIsEnabled(*item));
   });
-  connect(menu, &QMenu::aboutToHide, this, [this] { setDown(false); });
+  connect(menu, &QMenu::aboutToHide, this, [this] {
+    setDown(false);
+    endHoverUnlessUnderPointer(*this);
+  });
 }
 
 void PullDownButton::openMenu() {

@@ -339,6 +339,28 @@ class ProfileMenuTest : public QObject {
     QCOMPARE(reached, (QList<QWidget*>{&test.table(), &test.add(), &test.remove(), &test.gear(), &test.onScreen()}));
   }
 
+  void anEmptyListHasItsMenuAndShowsTheKeyboardsFocus() {
+    QApplication::setStyle(new SkarnStyle);
+    ProfilesTab test;
+    test.showProfiles(PropertyList::array(), -1);
+    test.tab->refreshTableDisplay();
+    QTest::mouseClick(test.table().viewport(), Qt::RightButton, {}, QPoint(200, 100));
+    QMenu* menu = test.openMenu();
+    QVERIFY(menu);
+    QCOMPARE(disabledIn(*menu), (QList<int>{8}));
+    menu->close();
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), test.table().mapToGlobal(QPoint()));
+    QApplication::sendEvent(&test.table(), &byKey);
+    QVERIFY(test.openMenu());
+    test.chooseIn(*test.openMenu(), 2);
+    VERIFY_CALLS(test.delegate.calls, {added(test.delegate.factory.with(keys::ProfileName, "Untitled Profile"))});
+    test.showProfiles(PropertyList::array(), -1);
+    test.add().setFocus();
+    const QImage without = test.table().viewport()->grab().toImage();
+    test.table().setFocus();
+    QVERIFY(test.table().viewport()->grab().toImage() != without);
+  }
+
   void theKeyboardsFocusIsSeenAtTheSelectedRow() {
     QApplication::setStyle(new SkarnStyle);
     ProfilesTab test;

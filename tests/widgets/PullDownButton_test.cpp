@@ -28,6 +28,26 @@ class PullDownButtonTest : public QObject {
  private slots:
   void initTestCase() { QApplication::setStyle(new SkarnStyle); }
 
+  void theHoverEndsWithTheMenuWhereThePointerLeftTheButton() {
+    QWidget window;
+    window.resize(300, 200);
+    PullDownButton button(&window);
+    button.setAutoRaise(true);
+    button.setItems(items, QStringLiteral("selectMenuItem"), [](int) {});
+    window.show();
+    QTest::mouseMove(&window, QPoint(250, 150));
+    const QImage normal = button.grab().toImage();
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QTest::mouseMove(button.menu(), QPoint(5, 5));
+    // As the window system has it that tells no leave while a menu is open.
+    button.setAttribute(Qt::WA_UnderMouse);
+    QVERIFY(button.grab().toImage() != normal);
+    QTest::mouseMove(&window, QPoint(250, 150));
+    QTest::keyClick(button.menu(), Qt::Key_Escape);
+    QVERIFY(!button.underMouse());
+    QCOMPARE(button.grab().toImage(), normal);
+  }
+
   void eachItemCarriesTheOperationItsTagAndItsTitleAsItStands() {
     PullDownButton button;
     button.setItems(items, QStringLiteral("selectMenuItem"), [](int) {});
