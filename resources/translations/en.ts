@@ -1381,6 +1381,18 @@ For this profile, set the brightness to Off.</translation>
         <source>Stop the recording first</source>
         <translation>Stop the recording first</translation>
     </message>
+    <message id="lkeySwitchesFor">
+        <source>Comes into force when “%1” is in front</source>
+        <translation>Comes into force when “%1” is in front</translation>
+    </message>
+    <message id="lkeySwitchesForNone">
+        <source>Tick to choose the application that this profile is for</source>
+        <translation>Tick to choose the application that this profile is for</translation>
+    </message>
+    <message id="lkeySwitchesNotFor">
+        <source>Tick to have this profile come into force when “%1” is in front</source>
+        <translation>Tick to have this profile come into force when “%1” is in front</translation>
+    </message>
     <message id="lkeyTabButtons">
         <source>Buttons</source>
         <translation>Buttons</translation>

@@ -225,6 +225,7 @@ void MousePerformanceController::updateUISettings() {
   const ChosenAxes chosen = takePendingCommits();
   const QString profileName = textOf(performanceSettingsDict, keys::ProfileName);
   const bool isSameProfile = profileName == mUi->mProfileNameLabel->text();
+  if (!isSameProfile) giveUpStagesSheet();
   loadStagesArray();
   if (!isSameProfile) {
     mUi->mXDpiField->discard();

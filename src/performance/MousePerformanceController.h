@@ -12,7 +12,8 @@
 // that one the current stage.
 //
 // The stages are edited in a sheet, on a working copy of the profile's stages. OK sends the copy and makes the selected
-// stage the current one; Cancel drops the copy. A redraw begins a new copy, also while the sheet is open. Disabling the
+// stage the current one; Cancel drops the copy. A redraw begins a new copy, also while the sheet is open; that of
+// another profile closes the sheet and says so. Disabling the
 // tab cancels the sheet.
 #pragma once
 
@@ -121,6 +122,8 @@ class MousePerformanceController : public QWidget {
   void tickStageIndependentXY();
   void clickStageOK();
   void clickStageCancel();
+  // The profile whose stages an open sheet shows is no longer the current one: as by Cancel, and says so.
+  void giveUpStagesSheet();
   void tableViewSelectionDidChange();
 
   int selectedStage() const;  // row, or -1

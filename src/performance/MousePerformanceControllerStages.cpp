@@ -10,8 +10,10 @@
 #include "performance/StagesTableModel.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
+#include "platform/ShownName.h"
 #include "ui_MousePerformanceController.h"
 #include "ui_SensitivityStagesSheet.h"
+#include "widgets/Alert.h"
 #include "widgets/RowDelegate.h"
 #include "widgets/SheetFlags.h"
 
@@ -202,6 +204,14 @@ void MousePerformanceController::tickStageIndependentXY() {
 void MousePerformanceController::clickStageOK() {
   mSensitivityStagesView->accept();
   makeCurrent(mStagesArray, selectedStage());
+}
+
+void MousePerformanceController::giveUpStagesSheet() {
+  if (mSensitivityStagesView.isNull() || !mSensitivityStagesView->isVisible()) return;
+  mSensitivityStagesView->reject();
+  Alert::show(mSensitivityStagesView->parentWidget(),
+              localized("lkeyProfileNotCurrentTitle").arg(shownName(mUi->mProfileNameLabel->text())),
+              localized("lkeyProfileNotCurrentDesc"), {localized("lkeyOK")});
 }
 
 void MousePerformanceController::clickStageCancel() {

@@ -35,6 +35,13 @@ void ProfilesTableDelegate::initStyleOption(QStyleOptionViewItem* option, const 
   if (index.column() == ProfilesTableModel::Name && index.data(ProfilesTableModel::IsActiveRole).toBool()) {
     option->font.setWeight(QFont::DemiBold);
   }
+  const QModelIndex box = index.siblingAtColumn(ProfilesTableModel::AutoSwitch);
+  if (index.column() == ProfilesTableModel::Application && box.data(Qt::CheckStateRole).toInt() != Qt::Checked) {
+    // An application that nothing is switched for.
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::HighlightedText}) {
+      option->palette.setColor(role, option->palette.color(QPalette::PlaceholderText));
+    }
+  }
   if (index.column() == ProfilesTableModel::Id) option->displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
 }
 

@@ -1,5 +1,5 @@
 // Draws the cells of the profiles table that show texts (the active row's dot beside its number, the application's icon
-// beside its name) and edits names in their place. Main thread.
+// beside its name, muted where nothing is switched for it) and edits names in their place. Main thread.
 //
 // Return, Tab and a loss of the keyboard take a typed name over: the line edit is closed, then nameEntered is sent, so
 // that what follows from the rename finds no edit under way. While a name is edited, a new list leaves the typed text

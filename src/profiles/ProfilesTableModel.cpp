@@ -6,6 +6,7 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
+#include "platform/ShownName.h"
 
 namespace skarn {
 
@@ -71,6 +72,13 @@ QVariant ProfilesTableModel::valueAt(const QModelIndex& index) const {
   return tableViewObjectValueForTableColumn(identifierOf(index.column()), index.row());
 }
 
+QString ProfilesTableModel::switchingOf(int row) const {
+  const QString application = tableViewObjectValueForTableColumn(QLatin1String(applicationColumn), row).toString();
+  if (application.isEmpty()) return localized("lkeySwitchesForNone");
+  const bool isOn = tableViewObjectValueForTableColumn(QLatin1String(autoSwitchColumn), row).toBool();
+  return localized(isOn ? "lkeySwitchesFor" : "lkeySwitchesNotFor").arg(shownName(application));
+}
+
 QIcon ProfilesTableModel::applicationIcon(int row) const {
   const QString identifier = textOf(mProfiles.at(row)[keys::AppInfo], keys::Identifier);
   if (identifier.isEmpty()) return {};
@@ -96,7 +104,10 @@ QVariant ProfilesTableModel::data(const QModelIndex& index, int role) const {
       return static_cast<int>(valueAt(index).toBool() ? Qt::Checked : Qt::Unchecked);
     case Qt::AccessibleTextRole:
       return isBox ? localized(valueAt(index).toBool() ? "lkeyOn" : "lkeyOff") : QVariant();
+    case Qt::ToolTipRole:
+      return isBox ? switchingOf(index.row()) : QVariant();
     case Qt::AccessibleDescriptionRole:
+      if (isBox) return switchingOf(index.row());
       return isActive && index.column() == Id ? localized("lkeyActiveProfile") : QVariant();
     case IsActiveRole:
       return isActive;

@@ -49,6 +49,8 @@ class ProfilesTableModel : public QAbstractTableModel {
 
  private:
   QVariant valueAt(const QModelIndex& index) const;
+  // For what application a profile comes into force by itself, or how to bring that about.
+  QString switchingOf(int row) const;
   QIcon applicationIcon(int row) const;
 
   vorn::PropertyList mProfiles;

@@ -1,5 +1,6 @@
 // The sheet of the stages: a working copy of the profile's stages, sent whole by OK and by nothing else.
 #include <QItemSelectionModel>
+#include <QMessageBox>
 #include <QSignalSpy>
 #include <limits>
 
@@ -368,6 +369,17 @@ class MousePerformanceControllerStagesTest : public QObject {
     QVERIFY(open.sheet()->isVisible());
     QCOMPARE(open.rows(), (QStringList{"400 DPI", "800 DPI", "[X = 1600, Y = 800 DPI]", "3200 DPI", "5600 DPI"}));
     QCOMPARE(open.editors(), (QList<int>{1, 1600, 800}));
+    COMPARE_REQUESTS(open);
+  }
+
+  void anotherProfileClosesTheSheetAndSaysSo() {
+    OpenSheet open;
+    open.click("mStageDeleteButton");
+    open.hand(profile("Other").with(keys::StageValue, 2));
+    QVERIFY(!open.sheet()->isVisible());
+    const auto* alert = open.window.findChild<QMessageBox*>(QStringLiteral("alert"));
+    QVERIFY(alert != nullptr && alert->isVisible());
+    QCOMPARE(alert->text(), QStringLiteral("“Work” is no longer the current profile"));
     COMPARE_REQUESTS(open);
   }
 

@@ -263,6 +263,28 @@ class ProfileMenuTest : public QObject {
 
   // --- Enabling
 
+  void aBoxSaysWhatItSwitchesFor() {
+    ProfilesTab test;
+    const PropertyList editor = PropertyList::dictionary({{keys::Application, "Editor"}});
+    test.showProfiles(PropertyList::array({profile("A").with(keys::AppInfo, editor).with(keys::AutoSwitchOn, 1),
+                                           profile("B").with(keys::AppInfo, editor).with(keys::AutoSwitchOn, 0),
+                                           profile("C").without(keys::AppInfo)}),
+                      2);
+    const auto box = [&](int row) { return test.table().model()->index(row, 3); };
+    QCOMPARE(box(0).data(Qt::ToolTipRole).toString(), QStringLiteral("Comes into force when “Editor” is in front"));
+    QVERIFY(box(1).data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("Tick to have this profile")));
+    QVERIFY(box(2).data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("Tick to choose")));
+    for (int row = 0; row < 3; ++row) {
+      QCOMPARE(box(row).data(Qt::AccessibleDescriptionRole), box(row).data(Qt::ToolTipRole));
+    }
+    // The name of an application that nothing is switched for is fainter.
+    const auto cell = [&](int row) {
+      const QRect place = test.table().visualRect(test.table().model()->index(row, 2)).adjusted(4, 2, -4, -4);
+      return test.table().viewport()->grab(place).toImage();
+    };
+    QVERIFY(cell(0) != cell(1));
+  }
+
   void controlsAreEnabledWithTheMouse() {
     ProfilesTab test;
     test.show();
