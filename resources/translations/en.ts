@@ -1345,6 +1345,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Stages (DPI)</source>
         <translation>Stages (DPI)</translation>
     </message>
+    <message id="lkeyStagesOfProfile">
+        <source>Sensitivity Stages of “%1”</source>
+        <translation>Sensitivity Stages of “%1”</translation>
+    </message>
     <message id="lkeyStagesTable">
         <source>Stages</source>
         <translation>Stages</translation>

@@ -65,7 +65,13 @@ void ColorWell::closed(int result) {
 
 void ColorWell::changeEvent(QEvent* event) {
   QAbstractButton::changeEvent(event);
-  if (event->type() == QEvent::EnabledChange && !isEnabled() && mPanel) mPanel->reject();
+  if (event->type() == QEvent::EnabledChange && !isEnabled()) closePanel();
+}
+
+bool ColorWell::closePanel() {
+  if (!mPanel) return false;
+  mPanel->reject();
+  return true;
 }
 
 void ColorWell::keyPressEvent(QKeyEvent* event) {

@@ -27,6 +27,9 @@ class ColorWell : public QAbstractButton {
 
   QSize sizeHint() const override { return {64, 30}; }
 
+  // Closes the panel without a choice. False when none was open.
+  bool closePanel();
+
  signals:
   // The panel shows another colour, or it has closed.
   void colorPreviewed();

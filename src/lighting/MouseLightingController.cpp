@@ -3,9 +3,11 @@
 #include <QSignalBlocker>
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "lighting/LightColor.h"
 #include "model/SettingsKeys.h"
+#include "platform/GoneAlert.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "ui_MouseLightingController.h"
@@ -146,6 +148,10 @@ void MouseLightingController::selectEffectCell(int effect) {
 void MouseLightingController::updateUISettings() {
   populateProfileListPopUpMenu();
   if (lightingDict.isNone()) return;
+  // What the panel shows was meant for the profile that it was opened for.
+  const QString name = textOf(lightingDict, keys::ProfileName);
+  const QString before = std::exchange(mShownProfile, name);
+  if (before != name && mUi->mMainColor->closePanel()) showNotCurrentAlert(window(), before);
   mUi->mMain->setChecked(lightingDict[keys::ScrollLED].toInt() != 0);
   // Apply writes the first profile, whatever profile is shown.
   mUi->mMainNote->setText(localized(deviceSettingsDict[keys::ActiveProfile].toInt64() == 0

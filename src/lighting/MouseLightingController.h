@@ -85,6 +85,7 @@ class MouseLightingController : public QWidget {
   vorn::PropertyList allProfiles = vorn::PropertyList::array();
   vorn::PropertyList userSettingsDict = vorn::PropertyList::dictionary();
   MouseLightingDelegate* lightingDelegate = nullptr;
+  QString mShownProfile;  // by its name
   bool showsDevice = true;
   bool shouldUpdateUIOnly = false;
   bool shouldUpdateBrightness = true;

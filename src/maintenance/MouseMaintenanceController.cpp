@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 
 #include "model/SettingsKeys.h"
+#include "platform/GoneAlert.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "platform/ShownName.h"
@@ -122,8 +123,7 @@ void MouseMaintenanceController::restoreProfile(const QString& name) {
   if (textOf(maintenanceDict, keys::ProfileName) == name) {
     restoreSettings();
   } else {
-    Alert::show(sheetParent(), localized("lkeyProfileNotCurrentTitle").arg(shownName(name)),
-                localized("lkeyProfileNotCurrentDesc"), {localized("lkeyOK")});
+    showNotCurrentAlert(sheetParent(), name);
   }
 }
 

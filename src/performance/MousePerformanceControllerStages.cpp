@@ -8,12 +8,12 @@
 #include "performance/MousePerformanceController.h"
 #include "performance/SilentValue.h"
 #include "performance/StagesTableModel.h"
+#include "platform/GoneAlert.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "platform/ShownName.h"
 #include "ui_MousePerformanceController.h"
 #include "ui_SensitivityStagesSheet.h"
-#include "widgets/Alert.h"
 #include "widgets/RowDelegate.h"
 #include "widgets/SheetFlags.h"
 
@@ -70,6 +70,7 @@ void MousePerformanceController::clickSensitivityStages() {
   if (mSensitivityStagesView->parentWidget() != under) {
     mSensitivityStagesView->setParent(under, mSensitivityStagesView->windowFlags());
   }
+  mStagesUi->mStagesTitle->setText(localized("lkeyStagesOfProfile").arg(shownName(mUi->mProfileNameLabel->text())));
   showStageRows(true);
   selectCurrentStage();
   mStagesUi->mStagesTable->setFocus();
@@ -209,9 +210,7 @@ void MousePerformanceController::clickStageOK() {
 void MousePerformanceController::giveUpStagesSheet() {
   if (mSensitivityStagesView.isNull() || !mSensitivityStagesView->isVisible()) return;
   mSensitivityStagesView->reject();
-  Alert::show(mSensitivityStagesView->parentWidget(),
-              localized("lkeyProfileNotCurrentTitle").arg(shownName(mUi->mProfileNameLabel->text())),
-              localized("lkeyProfileNotCurrentDesc"), {localized("lkeyOK")});
+  showNotCurrentAlert(mSensitivityStagesView->parentWidget(), mUi->mProfileNameLabel->text());
 }
 
 void MousePerformanceController::clickStageCancel() {

@@ -6,9 +6,20 @@
 
 namespace skarn {
 
+namespace {
+
+void tell(QWidget* window, const QString& name, const char* title, const char* description) {
+  Alert::show(window, localized(title).arg(shownName(name)), localized(description), {localized("lkeyOK")});
+}
+
+}  // namespace
+
 void showGoneAlert(QWidget* window, const QString& name) {
-  Alert::show(window, localized("lkeyRecordGoneTitle").arg(shownName(name)), localized("lkeyRecordGoneDesc"),
-              {localized("lkeyOK")});
+  tell(window, name, "lkeyRecordGoneTitle", "lkeyRecordGoneDesc");
+}
+
+void showNotCurrentAlert(QWidget* window, const QString& name) {
+  tell(window, name, "lkeyProfileNotCurrentTitle", "lkeyProfileNotCurrentDesc");
 }
 
 }  // namespace skarn

@@ -1,4 +1,5 @@
-// Says that the record that a sheet, an alert or a panel was opened for is no longer there. Main thread.
+// Say that what a sheet, an alert or a panel was opened for is not to be changed by it any more. Main thread.
+// window: where it is shown; name: the record's name when it was opened.
 #pragma once
 
 #include <QString>
@@ -7,7 +8,10 @@ class QWidget;
 
 namespace skarn {
 
-// window: where it is shown; name: the record's name when it was opened.
+// The record is no longer there.
 void showGoneAlert(QWidget* window, const QString& name);
+
+// The profile is no longer the current one.
+void showNotCurrentAlert(QWidget* window, const QString& name);
 
 }  // namespace skarn

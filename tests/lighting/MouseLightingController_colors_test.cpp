@@ -1,6 +1,7 @@
 // The colour of the light: chosen in the colour panel, kept exactly, and drawn in the preview.
 #include <QApplication>
 #include <QCheckBox>
+#include <QMessageBox>
 #include <QSet>
 #include <cmath>
 #include <limits>
@@ -150,6 +151,19 @@ class MouseLightingControllerColorsTest : public QObject {
     PropertyList wanted = PropertyList::array({color(0.2, 0.4, 0.8)});
     if (colors.elements().size() > 1) wanted = wanted.appending(colors.at(1));
     COMPARE_CALLS(fixture.owner.take(), {update({{keys::LEDColors, wanted}})});
+  }
+
+  void aPanelThatIsOpenWhenTheProfileChangesClosesWithoutAChoiceAndSaysSo() {
+    LightingTab fixture;
+    fixture.openPanel("mMainColor")->setCurrentColor(QColor(1, 2, 3));
+    fixture.show(profile("Work"));
+    QVERIFY(fixture.panel() != nullptr);
+    fixture.show(profile("Play"));
+    QTRY_VERIFY(fixture.panel() == nullptr);
+    COMPARE_CALLS(fixture.owner.take(), {});
+    const auto* alert = fixture.tab.findChild<QMessageBox*>();
+    QVERIFY(alert != nullptr);
+    QCOMPARE(alert->text(), QStringLiteral("“Work” is no longer the current profile"));
   }
 
   void aPanelThatIsOpenWhenTheDeviceGoesClosesWithoutAChoice() {

@@ -82,6 +82,7 @@ class MousePerformanceControllerStagesTest : public QObject {
     QVERIFY(open.sheet()->isVisible());
     QCOMPARE(open.sheet()->windowModality(), Qt::WindowModal);
     QCOMPARE(open.sheet()->parentWidget(), &open.window);
+    QCOMPARE(open.find<QLabel>("mStagesTitle")->text(), QStringLiteral("Sensitivity Stages of “Work”"));
     QCOMPARE(open.table()->selectionModel()->selectedRows().value(0).row(), 2);
     QVERIFY(open.isTicked("mStageEnableIndependentXY"));
     QCOMPARE(open.value("mStageXDpiSlider"), 1600);
