@@ -383,6 +383,17 @@ class MouseLightingControllerTest : public QObject {
       QCOMPARE(fixture.owner.take().size(), enabled ? std::size_t{2} : std::size_t{0});
     }
   }
+  void everyControlIsReachedByTab() {
+    LightingTab fixture;
+    QVERIFY(QTest::qWaitForWindowActive(&fixture.tab));
+    fixture.control<QComboBox>("mProfileListPopUp").setFocus();
+    QStringList reached;
+    for (int step = 0; step < 5; ++step) {
+      reached << QApplication::focusWidget()->objectName();
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(reached, (QStringList{"mProfileListPopUp", "mMain", "mFixedColorCell", "mMainColor", "mBrightnessValue"}));
+  }
 };
 
 SKARN_QTEST(MouseLightingControllerTest)

@@ -270,6 +270,19 @@ class MouseMaintenanceControllerTest : public QObject {
     QVERIFY(fixture.tab.mUserSettings() == deviceSettings().with(keys::PowerSaver, 1));
   }
 
+  void everyControlIsReachedByTab() {
+    Fixture fixture;
+    QVERIFY(QTest::qWaitForWindowActive(&fixture.window));
+    fixture.button("mCheckUpdates").setFocus();
+    QStringList reached;
+    for (int step = 0; step < 5; ++step) {
+      reached << QApplication::focusWidget()->objectName();
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(reached, (QStringList{"mCheckUpdates", "mLightBrightnessSlider", "mSleepModeSlider",
+                                   "mFLashScrollWheelSlider", "mRestoreSettings"}));
+  }
+
   // --- Restore
 
   void restoringAsksFirst() {

@@ -221,6 +221,17 @@ class ProfileMenuTest : public QObject {
     QCOMPARE(test.selectedRow(), 2);
   }
 
+  void aBoxWhoseProfileIsNotSwitchedToChangesNoOther() {
+    ProfilesTab test;
+    test.show();
+    test.delegate.doesAnswer = false;
+    const QStringList before = test.rows();
+    test.click(2, 3);
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(2)});
+    QCOMPARE(test.rows(), before);
+    QVERIFY(!test.find<QDialog>("applicationPanel"));
+  }
+
   void aPressThatLeavesTheBoxDoesNothing() {
     ProfilesTab test;
     test.show();
