@@ -161,6 +161,29 @@ class MacroSheetsWithEngineTest : public QObject {
     QCOMPARE(open.requests(MessageID::UpdateMacroEvent), 1);
   }
 
+  void batches_that_wait_at_a_stop_are_shown_once() {
+    ThreeMacros open(0);
+    vorn::test::ChildProcess monitor({VORNCTL_PROGRAM, "monitor"});
+    const auto tells = [&monitor](const char* beginning) {
+      return monitor.waitForLine([&](const std::string& line) { return line.starts_with(beginning); }).has_value();
+    };
+    QVERIFY(tells("listening"));
+    open.click("mRecordMacroDetails");
+    // The window does nothing until the engine has sent two.
+    for (const int key : {keyA, keyB}) {
+      QVERIFY(VirtualMouse::type(keyboardPage, key));
+      QVERIFY(tells("MacroSequence273"));
+    }
+    open.click("mRecordMacroDetails");
+    QCOMPARE(open.lineCount(), 7);
+    const QStringList lines = open.lines();
+    // News come in their order: the batches are in when this has come.
+    const QString battery = open.battery();
+    QVERIFY(VirtualMouse::setBattery(5));
+    QTRY_VERIFY_WITH_TIMEOUT(open.battery() != battery, deadline);
+    QCOMPARE(open.lines(), lines);
+  }
+
   void a_macro_that_cannot_be_saved_is_told_and_leaves_no_row() {
     ThreeMacros open(1);
     std::filesystem::remove_all(mEngine.stateFolder());

@@ -72,6 +72,7 @@ class MacrosWithEngineTest : public QObject {
     const QString battery = open.battery();
     QVERIFY(VirtualMouse::setBattery(5));
     QTRY_VERIFY_WITH_TIMEOUT(open.battery() != battery, deadline);
+    QCOMPARE(eventLines(open.lines()), events);
     QCOMPARE(open.macro()[keys::Sequence][keys::Events].size(), std::size_t{6});
     open.find<QTableView>("mMacroTableView")->clearSelection();
     open.find<QTableView>("mMacroTableView")->selectRow(0);
