@@ -19,7 +19,9 @@ std::optional<std::int64_t> releaseRowOf(const PropertyList& lines, std::int64_t
 }
 
 bool holdsLines(const PropertyList& lines, const PropertyList& part) {
-  return part.isEmpty() || !std::ranges::search(lines.elements(), part.elements()).empty();
+  const auto all = lines.elements();
+  const auto sought = part.elements();
+  return sought.empty() || std::search(all.begin(), all.end(), sought.begin(), sought.end()) != all.end();
 }
 
 RememberedLine::RememberedLine(PropertyList lines, std::int64_t row) : mLines(std::move(lines)), mRow(row) {}
