@@ -1421,6 +1421,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Profiles</source>
         <translation>Profiles</translation>
     </message>
+    <message id="lkeyTabs">
+        <source>Settings of the mouse</source>
+        <translation>Settings of the mouse</translation>
+    </message>
     <message id="lkeyTemporaryDPISwitch">
         <source>Temporary DPI Switch</source>
         <translation>Temporary DPI Switch</translation>

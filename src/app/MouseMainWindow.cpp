@@ -13,6 +13,7 @@
 #include "app/StateStrip.h"
 #include "platform/Images.h"
 #include "ui_MouseMainWindow.h"
+#include "widgets/AccessibleSheets.h"
 #include "widgets/Palettes.h"
 
 namespace skarn {
@@ -24,6 +25,7 @@ constexpr QSize expectedFrame{2, 40};
 }  // namespace
 
 MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::make_unique<Ui::MouseMainWindow>()) {
+  installAccessibleSheets();
   mUi->setupUi(this);
   mStateStrip = new StateStrip(mUi->mMouseTabView);
   // The frame that the desktop puts around the window is not known yet.

@@ -79,6 +79,7 @@ ControlRow::ControlRow(const ControlDescriptor& control, QWidget* parent)
       mRepeatButton(new QToolButton(this)) {
   const QString field = QLatin1String(control.fieldName);
   setObjectName(field + QStringLiteral("Row"));
+  setAccessibleName(spokenName(control));
   setMaximumHeight(greatestHeight);
   mBadge->setText(QString::number(control.number));
   mBadge->setProperty(SkarnStyle::textRoleProperty, QStringLiteral("caption"));

@@ -7,6 +7,18 @@ namespace skarn {
 
 TabView::TabView(QWidget* parent) : QTabWidget(parent) {
   tabBar()->setDrawBase(false);
+  connect(this, &QTabWidget::currentChanged, this, &TabView::namePages);
+}
+
+void TabView::showEvent(QShowEvent* event) {
+  namePages();
+  QTabWidget::showEvent(event);
+}
+
+void TabView::namePages() {
+  for (int index = 0; index < count(); ++index) widget(index)->setAccessibleName(tabText(index));
+  // The pane around them, too.
+  if (QWidget* page = currentWidget()) page->parentWidget()->setAccessibleName(page->accessibleName());
 }
 
 void TabView::paintEvent(QPaintEvent*) {

@@ -1,4 +1,5 @@
-// A tab widget whose tabs begin at the page's margin, over a hairline as wide as the window.
+// A tab widget whose tabs begin at the page's margin, over a hairline as wide as the window. Screen readers call its
+// pages like their tabs. Main thread.
 #pragma once
 
 #include <QTabWidget>
@@ -13,6 +14,10 @@ class TabView : public QTabWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void namePages();
 };
 
 }  // namespace skarn

@@ -107,8 +107,8 @@ class MouseMainWindowAccessibilityTest : public QObject {
  private:
   static void pages() {
     QTest::addColumn<QString>("page");
-    for (const char* page : {"MouseProfilesController", "MousePerformanceController", "MouseLightingController",
-                             "MouseMaintenanceController"}) {
+    for (const char* page : {"MouseButtonController", "MouseMacrosController", "MouseProfilesController",
+                             "MousePerformanceController", "MouseLightingController", "MouseMaintenanceController"}) {
       QTest::newRow(page) << QString::fromLatin1(page);
     }
   }
