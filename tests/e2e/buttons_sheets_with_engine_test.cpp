@@ -1,4 +1,4 @@
-// Menus and sheets of the real window's Buttons tab while another program and the mouse change what the real engine
+// What the real window's Buttons tab shows and does while another program and the mouse change what the real engine
 // holds.
 #include <QLineEdit>
 
@@ -125,6 +125,32 @@ class ButtonsSheetsWithEngineTest : public QObject {
     QVERIFY(!shared.driver.isOpen("mKeymapWindow"));
     QTRY_COMPARE(alertTexts(shared.window.window()).value(0), QStringLiteral("“Travel” is no longer there"));
     COMPARE_LISTS(shared.other.bundle(), before);
+  }
+
+  void what_another_program_assigns_stands_out() {
+    SharedWindow shared;
+    const auto* segments = shared.driver.find<SegmentedControl>("mKeymapSegment");
+    const auto* count = shared.driver.find<QLabel>("mThumbGridChanges");
+    QVERIFY(!segments->isMarked(0));
+    QCOMPARE(count->text(), QString());
+    shared.other.assign("20", static_cast<int>(AssignmentCommand::SingleKey), 4);
+    QTRY_COMPARE_WITH_TIMEOUT(count->text(), QStringLiteral("1 changed"), deadline);
+    for (const ControlDescriptor& control : controlTable)
+      QCOMPARE(shared.driver.popUp(control).isMuted(), control.number != 2);
+    for (int keymap = 0; keymap < 8; ++keymap) QCOMPARE(segments->isMarked(keymap), keymap == 0);
+    shared.other.assign("20", static_cast<int>(AssignmentCommand::DefaultKey), 20);
+    QTRY_COMPARE_WITH_TIMEOUT(count->text(), QString(), deadline);
+    QVERIFY(!segments->isMarked(0));
+  }
+
+  void the_last_left_click_is_locked_until_another_program_assigns_one_more() {
+    SharedWindow shared;
+    shared.other.assign("43", static_cast<int>(AssignmentCommand::LeftClick), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(!shared.driver.popUp(1).lockReason().isEmpty(), deadline);
+    QVERIFY(!shared.driver.popUp(1).isEnabled());
+    shared.other.assign("20", static_cast<int>(AssignmentCommand::LeftClick), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(shared.driver.popUp(1).isEnabled(), deadline);
+    QVERIFY(shared.driver.popUp(1).lockReason().isEmpty());
   }
 
   void a_menu_that_is_open_while_the_profile_is_switched_closes_and_assigns_nothing() {
