@@ -180,8 +180,9 @@ void MouseButtonController::countChanges() {
                                                       {ControlFamily::DirectionPad, mUi->mDirectionPadChanges},
                                                       {ControlFamily::Wheel, mUi->mWheelChanges}};
   for (const auto& [family, label] : counts) {
-    const auto changed = std::ranges::count_if(
-        mRows, [family](const ControlRow* row) { return row->control().family == family && row->isChanged(); });
+    const auto changed = std::ranges::count_if(mRows, [wanted = family](const ControlRow* row) {
+      return row->control().family == wanted && row->isChanged();
+    });
     label->setText(changed == 0 ? QString() : localized("lkeyControlsChanged").arg(changed));
   }
 }
