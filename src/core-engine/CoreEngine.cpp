@@ -56,6 +56,7 @@ int CoreEngine::run() {
   if (!claimFolder()) return 1;
   mStore.load([this] { return mDefaults.ownProfile(); });
   if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
+  if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);
   // Windows that an earlier engine left behind show what it told last.
   mDeviceNews.announce();
   logReady();
@@ -79,6 +80,17 @@ void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
 void CoreEngine::watchListeners() {
   watchPort(mRecordingClient, mRecorder.client(), [this] { mRecorder.discard(); });
   watchPort(mCapturingClient, mCapture.client(), [this] { mCapture.stop(mCapture.client()); });
+}
+
+bool CoreEngine::noteTyped(const std::string& connection, const KeyChanged& key) {
+  const auto isOf = [&connection](const std::unique_ptr<PortWatch>& watch) {
+    return watch && watch->owner() == connection;
+  };
+  const bool isRecorded = mRecorder.isRecording() && isOf(mRecordingClient);
+  const bool isCaught = mCapture.isCapturing() && isOf(mCapturingClient);
+  if (isRecorded) mRecorder.note(key);
+  if (isCaught) mCapture.note(key);
+  return isRecorded || isCaught;
 }
 
 void CoreEngine::handle(const DeviceEvent& event) {

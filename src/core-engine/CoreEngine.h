@@ -15,6 +15,7 @@
 #include "core-engine/play/ProfileChanger.h"
 #include "core-engine/record/KeyCapture.h"
 #include "core-engine/record/MacroRecorder.h"
+#include "core-engine/record/TypedKeysService.h"
 #include "core-engine/requests/ClientRegistry.h"
 #include "core-engine/requests/ReplyPorts.h"
 #include "core-engine/requests/RequestDispatcher.h"
@@ -44,6 +45,8 @@ class CoreEngine : private RequestObserver {
   void handle(const DeviceEvent& event);
   // While somebody records or captures, the end of their port ends it.
   void watchListeners();
+  // A key from the window of a client. False when the connection is none of those that record or capture.
+  bool noteTyped(const std::string& connection, const KeyChanged& key);
 
   Log& mLog;
   RunLoop mLoop;
@@ -66,6 +69,8 @@ class CoreEngine : private RequestObserver {
   EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
   AssignmentPlayer mPlayer{mParts, mLauncher};
   VirtualMouseService mVirtualMouse{mDevice, mScheduler};
+  TypedKeysService mTypedKeys{
+      [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};
   std::unique_ptr<PortWatch> mRecordingClient;
   std::unique_ptr<PortWatch> mCapturingClient;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,6 +18,14 @@ namespace vorn {
 
 // How long a wait blocks the thread before it looks after the rest.
 inline constexpr std::chrono::milliseconds waitTurn{60};
+
+struct TypedKey {
+  std::uint16_t usagePage = 0;  // 7 for a key, 9 for a mouse button (USB HID Usage Tables)
+  std::uint16_t usage = 0;
+  bool isPressed = false;
+  std::chrono::milliseconds time{};
+  friend bool operator==(const TypedKey&, const TypedKey&) = default;
+};
 
 class EngineLink {
  public:
@@ -39,6 +48,10 @@ class EngineLink {
   // Sends a request that has no answer on the reply port, and does not wait until the engine has taken it either. Any
   // thread.
   virtual void post(const PropertyList& request, MessageID messageID) = 0;
+  // Tells the engine of a key or mouse button that this program received while it records or captures; the engine takes
+  // it after the requests that were sent before. time: of the event, by any clock; only differences count. Waits for
+  // nothing. The thread of send.
+  virtual void type(const TypedKey& key) = 0;
   // Polls the slot at most polls times with interval in between and ends as soon as it holds a dictionary; true when
   // it does. One thread at a time, as a rule the main thread.
   virtual bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) = 0;

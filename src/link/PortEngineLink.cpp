@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "model/VrCoreUtility.h"
+#include "ports/BusMethodCall.h"
+#include "protocol/TypedKeys.h"
 
 namespace vorn {
 
@@ -135,6 +137,17 @@ void PortEngineLink::post(const PropertyList& request, MessageID messageID) {
   const std::optional<RemoteMessagePort> port = RemoteMessagePort::lookUp(enginePortName);
   const std::optional<Bytes> data = VrCoreUtility::convertDictionaryToData(request);
   if (port && data) port->post(static_cast<std::int32_t>(messageID), *data);
+}
+
+void PortEngineLink::type(const TypedKey& key) {
+  // The engine takes it from the connection of the reply port alone.
+  performOnReplyThread([key] {
+    postBusMethod({typedKeys::busName, typedKeys::objectPath, typedKeys::interface}, typedKeys::methods::Type,
+                  {{"q", key.usagePage},
+                   {"q", key.usage},
+                   {"b", key.isPressed},
+                   {"t", static_cast<std::uint64_t>(key.time.count())}});
+  });
 }
 
 bool PortEngineLink::waitForReply(int polls, std::chrono::milliseconds interval) {

@@ -37,6 +37,7 @@ class PortEngineLink : public EngineLink {
   void setWhileWaiting(std::function<bool()> whileWaiting) override;
   int send(const PropertyList& request, MessageID messageID) override;
   void post(const PropertyList& request, MessageID messageID) override;
+  void type(const TypedKey& key) override;
   bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
   PropertyList reply() const override;
   void emptySlot() override;

@@ -1,7 +1,5 @@
 #include "model/KernelKeys.h"
 
-#include <linux/input-event-codes.h>
-
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -9,6 +7,8 @@
 namespace vorn {
 
 namespace {
+
+constexpr KernelKey firstMouseButton = 0x110;  // BTN_MOUSE
 
 // In the order of the usages, from hid::firstKey on; 0 where the kernel has no number.
 constexpr std::array<std::uint8_t, hid::lastModifier - hid::firstKey + 1> kernelKeys = {
@@ -45,8 +45,8 @@ constexpr std::array<std::uint8_t, hid::lastModifier - hid::firstKey + 1> kernel
 }  // namespace
 
 std::optional<HidUsage> usageOfKernelKey(std::uint32_t number) noexcept {
-  if (number >= BTN_MOUSE && number < BTN_MOUSE + hid::lastFurtherButton)
-    return HidUsage{hid::buttonPage, static_cast<hid::Usage>(number - BTN_MOUSE + hid::primaryButton)};
+  if (number >= firstMouseButton && number < firstMouseButton + hid::lastFurtherButton)
+    return HidUsage{hid::buttonPage, static_cast<hid::Usage>(number - firstMouseButton + hid::primaryButton)};
   const auto* const found = number == 0 ? kernelKeys.end() : std::ranges::find(kernelKeys, number);
   if (found == kernelKeys.end()) return std::nullopt;
   return HidUsage{hid::keyboardPage, static_cast<hid::Usage>(hid::firstKey + std::distance(kernelKeys.begin(), found))};
@@ -54,7 +54,7 @@ std::optional<HidUsage> usageOfKernelKey(std::uint32_t number) noexcept {
 
 std::optional<KernelKey> kernelKeyOfUsage(HidUsage usage) noexcept {
   if (!hid::isKeyOrButton(usage.page, usage.usage)) return std::nullopt;
-  if (usage.page == hid::buttonPage) return static_cast<KernelKey>(BTN_MOUSE + usage.usage - hid::primaryButton);
+  if (usage.page == hid::buttonPage) return static_cast<KernelKey>(firstMouseButton + usage.usage - hid::primaryButton);
   const KernelKey number = kernelKeys[static_cast<std::size_t>(usage.usage - hid::firstKey)];
   return number == 0 ? std::nullopt : std::optional(number);
 }

@@ -63,13 +63,28 @@ MessageReference call(BusConnection& connection, sd_bus_message* message, std::c
   return result < 0 ? nullptr : MessageReference(reply);
 }
 
-bool hasOwner(BusConnection& connection, const std::string& busName) {
-  const MessageReference request = newBusCall(connection, "NameHasOwner");
-  if (!request || sd_bus_message_append(request.get(), "s", busName.c_str()) < 0) return false;
+namespace {
+
+// The bus's answer to a question about the name; null for none.
+MessageReference askAbout(BusConnection& connection, const char* member, const std::string& busName) {
+  const MessageReference request = newBusCall(connection, member);
+  if (!request || sd_bus_message_append(request.get(), "s", busName.c_str()) < 0) return nullptr;
   Error error;
-  const MessageReference answer = call(connection, request.get(), busTimeout, error);
+  return call(connection, request.get(), busTimeout, error);
+}
+
+}  // namespace
+
+bool hasOwner(BusConnection& connection, const std::string& busName) {
+  const MessageReference answer = askAbout(connection, "NameHasOwner", busName);
   int isOwned = 0;
   return answer && sd_bus_message_read(answer.get(), "b", &isOwned) > 0 && isOwned != 0;
+}
+
+std::string ownerOf(BusConnection& connection, const std::string& busName) {
+  const MessageReference answer = askAbout(connection, "GetNameOwner", busName);
+  const char* owner = nullptr;
+  return answer && sd_bus_message_read(answer.get(), "s", &owner) > 0 ? owner : "";
 }
 
 int claimName(BusConnection& connection, const std::string& busName) {

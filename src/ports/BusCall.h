@@ -66,6 +66,8 @@ MessageReference call(BusConnection& connection, sd_bus_message* message, std::c
                       Error& error);
 
 bool hasOwner(BusConnection& connection, const std::string& busName);
+// The unique name of the connection that has the bus name; empty for none.
+std::string ownerOf(BusConnection& connection, const std::string& busName);
 // Takes the name without queueing for it and without letting others replace us. 0 or a negative errno, -EEXIST when
 // it is somebody's already, also our own.
 int claimName(BusConnection& connection, const std::string& busName);

@@ -39,4 +39,8 @@ struct BusAnswer {
 BusAnswer callBusMethod(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
                         std::chrono::milliseconds timeout);
 
+// Sends the call on this thread's connection and waits for nothing; nobody hears what becomes of it. False when it
+// cannot be made.
+bool postBusMethod(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs);
+
 }  // namespace vorn

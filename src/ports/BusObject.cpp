@@ -106,7 +106,9 @@ int PublishedTable::handleCall(sd_bus_message* message, void* table, sd_bus_erro
     if (!value) return -EBADMSG;
     inputs.push_back(*value);
   }
-  const BusReply returned = method->call(inputs);
+  const char* sender = sd_bus_message_get_sender(message);
+  const BusReply returned =
+      method->callFrom ? method->callFrom(inputs, sender != nullptr ? sender : "") : method->call(inputs);
   if (!returned.errorName.empty()) {
     return sd_bus_error_set(error, returned.errorName.c_str(), returned.errorText.c_str());
   }

@@ -41,6 +41,8 @@ struct BusMethod {
   std::vector<BusArgument> outputs;
   // Gets one value for each input. The bus refuses a call with other types.
   std::function<BusReply(const std::vector<PropertyList>& inputs)> call;
+  // In its place, where it matters who calls: the unique bus name of the calling connection.
+  std::function<BusReply(const std::vector<PropertyList>& inputs, const std::string& connection)> callFrom{};
 };
 
 struct BusSignal {

@@ -12,6 +12,7 @@ struct PortWatch::State {
   std::function<void()> lost;
   std::function<void()> found;
   bool wasThere = false;
+  std::string owner;
   bus::SlotReference changes;
 
   static int ownerChanged(sd_bus_message* message, void* self, sd_bus_error*) {
@@ -22,7 +23,8 @@ struct PortWatch::State {
     const bool isLost = *oldOwner != '\0';
     const bool isFound = *newOwner != '\0';
     // The handlers may end the watch that they belong to.
-    const auto& state = *static_cast<State*>(self);
+    auto& state = *static_cast<State*>(self);
+    state.owner = newOwner;
     const std::function<void()> lost = state.lost;
     const std::function<void()> found = state.found;
     if (isLost) lost();
@@ -47,13 +49,18 @@ PortWatch::PortWatch(std::string_view portName, std::function<void()> lost, std:
   const int result = sd_bus_add_match(connection.handle(), &slot, rule.c_str(), &State::ownerChanged, mState.get());
   mState->changes.reset(slot);
   connection.announceQueuedMessages();
-  mState->wasThere = result >= 0 && bus::hasOwner(connection, busName);
+  if (result >= 0) mState->owner = bus::ownerOf(connection, busName);
+  mState->wasThere = !mState->owner.empty();
 }
 
 PortWatch::~PortWatch() = default;
 
 const std::string& PortWatch::portName() const {
   return mState->portName;
+}
+
+const std::string& PortWatch::owner() const {
+  return mState->owner;
 }
 
 bool PortWatch::wasThere() const {

@@ -20,6 +20,8 @@ class PortWatch {
   const std::string& portName() const;
   // Whether the port was there after the watch had begun: from then on lost tells of its end.
   bool wasThere() const;
+  // The connection (unique bus name) that has the port; empty while nobody has it.
+  const std::string& owner() const;
 
  private:
   struct State;

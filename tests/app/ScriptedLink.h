@@ -30,6 +30,7 @@ class ScriptedLink : public vorn::EngineLink {
   void store(vorn::PropertyList reply) { mSlot = std::move(reply); }
 
   std::vector<Request> requests;
+  std::vector<vorn::TypedKey> typed;
   std::vector<Wait> unansweredWaits;
   int lookUps = 0;
   bool isAvailable = true;
@@ -57,6 +58,7 @@ class ScriptedLink : public vorn::EngineLink {
     requests.push_back({messageID, request});
     if (onSend) onSend(requests.back());
   }
+  void type(const vorn::TypedKey& key) override { typed.push_back(key); }
   bool waitForReply(int polls, std::chrono::milliseconds interval) override {
     if (!mSlot.isNone()) return true;
     unansweredWaits.push_back({polls, interval});

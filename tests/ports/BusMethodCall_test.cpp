@@ -1,10 +1,12 @@
 #include "ports/BusMethodCall.h"
 
 #include <gtest/gtest.h>
+#include <systemd/sd-bus.h>
 
 #include <memory>
 #include <thread>
 
+#include "ports/BusConnection.h"
 #include "ports/BusObject.h"
 #include "support/LoopThread.h"
 #include "support/PrivateBus.h"
@@ -55,6 +57,35 @@ TEST_F(BusMethodCallOnABusTest, CarryValuesOfEveryTypeBothWays) {
   const BusAnswer given = callBusMethod(target, "Give", {}, timeout);
   EXPECT_EQ(given.status, Status::Success) << given.error;
   EXPECT_EQ(given.values, (Values{output, state}));
+}
+
+TEST_F(BusMethodCallOnABusTest, MayBePostedInTheirOrderWithoutWaiting) {
+  Values got;
+  put({{"Note", {{"i", "number"}}, {}, [&](const Values& given) {
+          got.push_back(given[0]);
+          return BusReply::success();
+        }}});
+  EXPECT_TRUE(postBusMethod(target, "Note", {{"i", 1}}));
+  EXPECT_TRUE(postBusMethod(target, "Note", {{"i", 2}}));
+  EXPECT_FALSE(postBusMethod(target, "Note", {{"i", "no number"}}));
+  EXPECT_FALSE(postBusMethod({"no name", target.path, target.interface}, "Note", {{"i", 4}}));
+  // Behind the others.
+  EXPECT_EQ(callBusMethod(target, "Note", {{"i", 3}}, timeout).status, Status::Success);
+  mThread.run([&] { EXPECT_EQ(got, (Values{1, 2, 3})); });
+}
+
+TEST_F(BusMethodCallOnABusTest, ComeWithTheNameOfTheirConnectionWhereThatIsAskedFor) {
+  std::string caller;
+  BusMethod method{"Who", {}, {}, {}, {}};
+  method.callFrom = [&](const Values&, const std::string& connection) {
+    caller = connection;
+    return BusReply::success();
+  };
+  put({method});
+  EXPECT_EQ(callBusMethod(target, "Who", {}, timeout).status, Status::Success);
+  const char* own = nullptr;
+  sd_bus_get_unique_name(BusConnection::forThisThread().handle(), &own);
+  mThread.run([&] { EXPECT_EQ(caller, own); });
 }
 
 TEST_F(BusMethodCallOnABusTest, TellWhatWentWrong) {

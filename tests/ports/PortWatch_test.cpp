@@ -1,11 +1,13 @@
 #include "ports/PortWatch.h"
 
 #include <gtest/gtest.h>
+#include <systemd/sd-bus.h>
 
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "ports/BusConnection.h"
 #include "ports/MessagePort.h"
 #include "support/BusPump.h"
 #include "support/LoopThread.h"
@@ -65,6 +67,24 @@ TEST_F(PortWatchTest, TellsEveryComingOfThePortWhereThatIsAskedFor) {
   createPort("Watched");
   ASSERT_TRUE(test::serveBusUntil([&] { return told.size() == 3; }));
   EXPECT_EQ(told, (std::vector<std::string>{"found", "lost", "found"}));
+}
+
+TEST_F(PortWatchTest, KnowsTheConnectionThatHasThePort) {
+  createPort("Watched");
+  std::string owner;
+  mThread.run([&] {
+    const char* name = nullptr;
+    sd_bus_get_unique_name(BusConnection::forThisThread().handle(), &name);
+    owner = name;
+  });
+  const PortWatch watch("Watched", [&] { ++mLosses; });
+  EXPECT_EQ(watch.owner(), owner);
+  removePort();
+  ASSERT_TRUE(test::serveBusUntil([&] { return mLosses == 1; }));
+  EXPECT_EQ(watch.owner(), "");
+  createPort("Watched");
+  ASSERT_TRUE(test::serveBusUntil([&] { return !watch.owner().empty(); }));
+  EXPECT_EQ(watch.owner(), owner);
 }
 
 TEST_F(PortWatchTest, MayBeEndedByItsHandler) {

@@ -1,8 +1,10 @@
 // The mouse, as the engine sees it. One thread, the engine's.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -33,6 +35,8 @@ struct KeyChanged {
   std::uint16_t usagePage = 0;
   std::uint16_t usage = 0;
   bool isPressed = false;
+  // When, by the clock of who tells of it; only differences between keys that have one count. None: now.
+  std::optional<std::chrono::milliseconds> time{};
   friend bool operator==(const KeyChanged&, const KeyChanged&) = default;
 };
 using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged, KeyChanged>;

@@ -36,7 +36,7 @@ bool MacroRecorder::stop(std::string_view client) {
 void MacroRecorder::note(const KeyChanged& key) {
   if (!mIsRecording || mEvents.size() >= mTask.room) return;
   const Scheduler::Duration now = mScheduler.now();
-  const std::int64_t delay = mEvents.empty() ? mTask.firstDelay : milliseconds(now) - milliseconds(mLastEvent);
+  const std::int64_t delay = mEvents.empty() ? mTask.firstDelay : delayBefore(key, now);
   PropertyList event = PropertyList::dictionary({{keys::Command, key.isPressed ? 1 : 0},
                                                  {keys::Delay, std::clamp<std::int64_t>(delay, 0, maximumDelay)},
                                                  {keys::Page, key.usagePage},
@@ -44,7 +44,14 @@ void MacroRecorder::note(const KeyChanged& key) {
   if (!isMacroEvent(event)) return;
   mEvents.push_back(std::move(event));
   mLastEvent = now;
+  mLastOwnTime = key.time;
   if (mBatch == 0) mBatch = mScheduler.after(batchDelay, [this] { postBatch(); });
+}
+
+std::int64_t MacroRecorder::delayBefore(const KeyChanged& key, Scheduler::Duration now) const {
+  // What the way over the bus takes is no part of a delay.
+  if (key.time && mLastOwnTime && *key.time >= *mLastOwnTime) return (*key.time - *mLastOwnTime).count();
+  return milliseconds(now) - milliseconds(mLastEvent);
 }
 
 void MacroRecorder::discard() {
@@ -53,6 +60,7 @@ void MacroRecorder::discard() {
   mTask = {};
   std::vector<PropertyList>().swap(mEvents);
   mPosted = 0;
+  mLastOwnTime.reset();
 }
 
 void MacroRecorder::macroDeleted(std::int64_t position) {

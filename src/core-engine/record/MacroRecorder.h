@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,6 +62,8 @@ class MacroRecorder {
 
  private:
   void postBatch();
+  // Milliseconds from the event before, of this one that comes now.
+  std::int64_t delayBefore(const KeyChanged& key, Scheduler::Duration now) const;
 
   NewsPort& mNews;
   Scheduler& mScheduler;
@@ -70,6 +73,7 @@ class MacroRecorder {
   std::size_t mPosted = 0;  // how many of the events were broadcast
   Scheduler::Ticket mBatch = 0;
   Scheduler::Duration mLastEvent{};
+  std::optional<std::chrono::milliseconds> mLastOwnTime;  // of the last event, where it had one
 };
 
 }  // namespace vorn::engine

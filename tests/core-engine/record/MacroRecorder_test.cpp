@@ -76,6 +76,24 @@ TEST_F(MacroRecorderTest, DoesNotAddUpWhatDelaysAreCutBy) {
   EXPECT_EQ(sum, 13);
 }
 
+TEST_F(MacroRecorderTest, GoesByTheTimesOfKeysThatComeWithOne) {
+  recorder.start(task());
+  const auto type = [this](bool isPressed, std::chrono::milliseconds time) { recorder.note({7, 4, isPressed, time}); };
+  type(true, 1'000'000ms);
+  scheduler.advance(900ms);
+  type(false, 1'000'050ms);
+  // Of another clock.
+  scheduler.advance(30ms);
+  press(5);
+  scheduler.advance(20ms);
+  type(true, 1'000'060ms);
+  // Backwards: the clock has begun anew.
+  scheduler.advance(70ms);
+  type(false, 5ms);
+  EXPECT_EQ(recorder.events(), PropertyList::array({keyPress(4, 0), keyRelease(4, 50), keyPress(5, 30), keyPress(4, 20),
+                                                    keyRelease(4, 70)}));
+}
+
 TEST_F(MacroRecorderTest, CutsDelaysThatNoMacroHolds) {
   recorder.start(task());
   press(4);
