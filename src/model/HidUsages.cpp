@@ -63,6 +63,11 @@ std::string_view keyName(std::int64_t usage) noexcept {
   return {};
 }
 
+std::string_view otherKeyName(std::int64_t usage) noexcept {
+  const auto found = std::ranges::find(otherNames, usage, &OtherName::usage);
+  return found == otherNames.end() ? std::string_view() : found->name;
+}
+
 std::optional<Usage> keyNamed(std::string_view name) noexcept {
   if (name.empty()) return std::nullopt;
   if (const auto usage = usageIn(keyNames, firstKey, name)) return usage;

@@ -56,8 +56,11 @@ constexpr bool isKeyOrButton(std::int64_t usagePage, std::int64_t usage) noexcep
 // that has no name, and for 50, whose key differs from keyboard to keyboard. Valid for the whole run.
 std::string_view keyName(std::int64_t usage) noexcept;
 
+// The other name by which keyNamed finds the key: "Backspace" for 42, "Delete Forward" for 76. Empty for the rest.
+std::string_view otherKeyName(std::int64_t usage) noexcept;
+
 // The key of that name; upper and lower case of the letters A to Z are the same, blanks count. Besides the names of
-// keyName there are "Backspace" (42) and "Delete Forward" (76): both keys read "Delete", and "Delete" finds the lower
+// keyName there are those of otherKeyName: both keys read "Delete", and "Delete" finds the lower
 // usage, 42. Nothing for a name that no key has.
 std::optional<Usage> keyNamed(std::string_view name) noexcept;
 
