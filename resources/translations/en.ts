@@ -39,6 +39,14 @@
         <source>Add Stage</source>
         <translation>Add Stage</translation>
     </message>
+    <message id="lkeyAgain">
+        <source>Again</source>
+        <translation>Again</translation>
+    </message>
+    <message id="lkeyAgainHint">
+        <source>Press another key instead</source>
+        <translation>Press another key instead</translation>
+    </message>
     <message id="lkeyAllFiles">
         <source>All files (%1)</source>
         <translation>All files (%1)</translation>
@@ -158,6 +166,18 @@
     <message id="lkeyChooseApplication">
         <source>Choose Application</source>
         <translation>Choose Application</translation>
+    </message>
+    <message id="lkeyChooseEllipsis">
+        <source>Choose…</source>
+        <translation>Choose…</translation>
+    </message>
+    <message id="lkeyChooseKey">
+        <source>Choose a Key</source>
+        <translation>Choose a Key</translation>
+    </message>
+    <message id="lkeyChooseKeyHint">
+        <source>Choose a key from the list of all, also one that your keyboard does not have</source>
+        <translation>Choose a key from the list of all, also one that your keyboard does not have</translation>
     </message>
     <message id="lkeyCommErrorDesc">
         <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</source>
@@ -468,16 +488,12 @@
         <translation>Delay before the event that follows:</translation>
     </message>
     <message id="lkeyEnterEvent">
-        <source>Press the new key for this event; Return, Tab and Space count too. Then Return confirms it. Escape cancels. A press stays a press, a release stays a release.</source>
-        <translation>Press the new key for this event; Return, Tab and Space count too. Then Return confirms it. Escape cancels. A press stays a press, a release stays a release.</translation>
+        <source>Press the new key for this event, whichever it is; then Return confirms it and Escape cancels. A press stays a press, a release stays a release.</source>
+        <translation>Press the new key for this event, whichever it is; then Return confirms it and Escape cancels. A press stays a press, a release stays a release.</translation>
     </message>
     <message id="lkeyEnterSleepMode">
         <source>Enter sleep mode after</source>
         <translation>Enter sleep mode after</translation>
-    </message>
-    <message id="lkeyEscapeStops">
-        <source>Esc stops the recording</source>
-        <translation>Esc stops the recording</translation>
     </message>
     <message id="lkeyEventOutOfReach">
         <source>Only the first 128 events of each of the first 256 macros can be edited.</source>
@@ -643,6 +659,10 @@
         <source>Profile:</source>
         <translation>Profile:</translation>
     </message>
+    <message id="lkeyHeldWithKey">
+        <source>Held with the key</source>
+        <translation>Held with the key</translation>
+    </message>
     <message id="lkeyHelp">
         <source>Help</source>
         <translation>Help</translation>
@@ -754,6 +774,10 @@
     <message id="lkeyKeymapsCycle">
         <source>Cycle Keymaps</source>
         <translation>Cycle Keymaps</translation>
+    </message>
+    <message id="lkeyKeys">
+        <source>Keys</source>
+        <translation>Keys</translation>
     </message>
     <message id="lkeyLastLeftClick">
         <source>One of the controls 1 to 5 has to stay the left click: give another of the controls 1 to 5 the left click first</source>
@@ -1073,6 +1097,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Power of the wireless mouse</source>
         <translation>Power of the wireless mouse</translation>
     </message>
+    <message id="lkeyPressAKey">
+        <source>Press a key…</source>
+        <translation>Press a key…</translation>
+    </message>
     <message id="lkeyProfile">
         <source>Profile</source>
         <translation>Profile</translation>
@@ -1253,6 +1281,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Search applications</source>
         <translation>Search applications</translation>
     </message>
+    <message id="lkeySearchKeys">
+        <source>Search keys</source>
+        <translation>Search keys</translation>
+    </message>
     <message id="lkeySelectDelayFirst">
         <source>Select a delay first</source>
         <translation>Select a delay first</translation>
@@ -1302,8 +1334,8 @@ For this profile, set the brightness to Off.</translation>
         <translation>Single Key</translation>
     </message>
     <message id="lkeySingleKeyDesc">
-        <source>Press the key, with modifiers if you like; Return, Tab and Space count too. Then Return confirms it. Escape cancels.</source>
-        <translation>Press the key, with modifiers if you like; Return, Tab and Space count too. Then Return confirms it. Escape cancels.</translation>
+        <source>Press the key, with modifiers if you like, whichever it is; then Return confirms it and Escape cancels.</source>
+        <translation>Press the key, with modifiers if you like, whichever it is; then Return confirms it and Escape cancels.</translation>
     </message>
     <message id="lkeySingleKeyField">
         <source>Key</source>
@@ -1441,13 +1473,13 @@ For this profile, set the brightness to Off.</translation>
         <source>Versions and updates</source>
         <translation>Versions and updates</translation>
     </message>
-    <message id="lkeyWaitingForKey">
-        <source>Waiting for a key…</source>
-        <translation>Waiting for a key…</translation>
-    </message>
     <message id="lkeyWheel">
         <source>Wheel</source>
         <translation>Wheel</translation>
+    </message>
+    <message id="lkeyWhileRecording">
+        <source>Type; mouse buttons count over the list of events. Stop ends the recording, and so does the Pause key.</source>
+        <translation>Type; mouse buttons count over the list of events. Stop ends the recording, and so does the Pause key.</translation>
     </message>
     <message id="lkeyWholeNumberWithin">
         <source>A whole number from %1 to %2</source>

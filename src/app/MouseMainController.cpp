@@ -7,10 +7,12 @@
 #include <QShortcut>
 #include <QTabWidget>
 #include <QToolButton>
+#include <utility>
 
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
 #include "app/Sheets.h"
+#include "app/TypedKeys.h"
 #include "app/VRCErrorHandler.h"
 #include "buttons/MouseButtonController.h"
 #include "lighting/MouseLightingController.h"
@@ -64,7 +66,12 @@ MouseMainController::MouseMainController(MouseMainWindow& window, HubServices se
       mMouseMaintenenceController(window.ui().MouseMaintenanceController),
       mFirmwareThread(mServices.sleep),
       mBatteryThread(mServices.sleep),
-      mChargingThread(mServices.sleep) {}
+      mChargingThread(mServices.sleep) {
+  mNewsTimer.setSingleShot(true);
+  connect(&mNewsTimer, &QTimer::timeout, this, [this] {
+    if (std::exchange(mHasMoreNews, false)) reloadForNews();
+  });
+}
 
 MouseMainController::~MouseMainController() {
   mMessagePortRunning = false;
@@ -98,6 +105,11 @@ void MouseMainController::awakeFromNib() {
   createLocalPort();
   mServices.link.setWhileWaiting([this] { return goOnWaiting(); });
   mServices.link.watchEngine([this](bool isThere) { isThere ? engineCame() : engineWent(); });
+  mTypedKeys = std::make_unique<TypedKeys>(
+      mServices.link, mWindow,
+      TypedRecording{.isRunning = [this] { return mMouseMacrosController->mIsRecording(); },
+                     .captureArea = [this] { return mMouseMacrosController->captureArea(); },
+                     .stop = [this] { checkMacroRecordingStatus(); }});
   batteryStatus = unknownBatteryStatus;
   mDeletedProfileID = 0;
   mProfileDeleted = false;

@@ -12,7 +12,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -53,6 +55,7 @@ class MousePerformanceController;
 class MouseProfilesController;
 class NamedImageView;
 class RestoringStateSheet;
+class TypedKeys;
 
 // What the hub reaches outside itself; tests answer in place of the system.
 struct HubServices {
@@ -211,6 +214,7 @@ class MouseMainController : public QObject,
   enum class Presence { Starting, Connected, NoDevice, NoEngine, EngineSilent };
 
   static constexpr const char* defaultSettingsFile = "Skarn.plist";
+  static constexpr std::chrono::milliseconds newsRest{100};
   // None of the charging statuses, so that the first one told counts as a change.
   static constexpr std::uint32_t unknownBatteryStatus = 255;
 
@@ -257,6 +261,8 @@ class MouseMainController : public QObject,
   void setMFirmwareVersionString(const std::string& version);
   void observe(const std::string& name, void (MouseMainController::*handler)(const vorn::Notification&));
   void reloadUnlessOurs(const vorn::Notification& notification);
+  // Reloads at once, but for what comes within newsRest of a reload: all of that is one more.
+  void reloadForNews();
   void sendQuery(vorn::MessageID messageID);
   void stopChargingAnimation();
   void sayBatteryInWords();
@@ -309,6 +315,9 @@ class MouseMainController : public QObject,
   std::unique_ptr<vorn::VRCDictionaryInspector> mDictionaryInspector;  // stays empty
   bool mMessagePortRunning = false;
 
+  std::unique_ptr<TypedKeys> mTypedKeys;
+  QTimer mNewsTimer;  // runs for newsRest after a reload for news
+  bool mHasMoreNews = false;
   bool mHasStarted = false;
   std::atomic<bool> mIsEngineGone{false};  // nothing is sent then, as nobody would take it
   bool mShowsWait = false;

@@ -3,6 +3,7 @@
 #include <QTableView>
 
 #include "app/MouseMainController.h"
+#include "app/TypedKeys.h"
 #include "buttons/MouseButtonController.h"
 #include "lighting/MouseLightingController.h"
 #include "macros/MouseMacrosController.h"
@@ -282,6 +283,7 @@ void MouseMainController::startMacroRecording(bool append, int macroIndex) {
 }
 
 void MouseMainController::stopMacroRecording() {
+  mTypedKeys->releaseAll();
   statusOf(MessageID::StopMacroRecording, envelope());
 }
 
@@ -301,6 +303,7 @@ void MouseMainController::startSingleKeyRecording() {
 }
 
 void MouseMainController::stopSingleKeyRecording() {
+  mTypedKeys->releaseAll();
   statusOf(MessageID::StopSingleKeyRecording, envelope());
 }
 

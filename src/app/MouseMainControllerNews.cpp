@@ -133,7 +133,16 @@ void MouseMainController::deviceDisconnectedNotification(const Notification&) {
 }
 
 void MouseMainController::reloadUnlessOurs(const Notification& notification) {
-  if (notification.userInfo[newsKeys::SourceApp].string() != vorn::configuratorIdentifier) reload();
+  if (notification.userInfo[newsKeys::SourceApp].string() != vorn::configuratorIdentifier) reloadForNews();
+}
+
+void MouseMainController::reloadForNews() {
+  if (mNewsTimer.isActive()) {
+    mHasMoreNews = true;
+    return;
+  }
+  reload();
+  mNewsTimer.start(newsRest);
 }
 
 void MouseMainController::deamonProfileUpdateNotification(const Notification& notification) {

@@ -143,6 +143,7 @@ int main(int argc, char** argv) {
   BusNotifier busNotifier(vorn::BusConnection::forThisThread());
   vorn::PortEngineLink link;
   if (line.isVerbose) link.setTrace(trace);
+  vorn::DistributedNotificationCenter::defaultCenter().believeOnly(vorn::enginePortName);
 
   MouseMainWindow window;
   frontWindow = &window;

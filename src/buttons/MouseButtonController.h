@@ -174,6 +174,7 @@ class MouseButtonController : public QWidget, public AssignmentText {
   void chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag);
   void disableButton(std::string_view button, int identifier);
   void resetToDefault(std::string_view button, int identifier);
+  void takeCaughtKey(int usage, int modifiers);
   void openSingleKeySheet(const SheetContext& context);
   // Writes what the sheet was opened for, unless it was cancelled.
   void sheetDidEnd(const SheetContext& context);

@@ -8,6 +8,7 @@
 #include "buttons/MacroRepeatSheet.h"
 #include "buttons/MouseButtonController.h"
 #include "buttons/SingleKeySheet.h"
+#include "model/HidUsages.h"
 #include "model/eventParser.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/ApplicationPanel.h"
@@ -170,6 +171,11 @@ void MouseButtonController::openSingleKeySheet(const SheetContext& context) {
     mSingleKey = new SingleKeySheet(sheetWindow());
     connect(mSingleKey, &AssignmentSheet::okClicked, this, &MouseButtonController::clickSingleKeyOK);
     connect(mSingleKey, &AssignmentSheet::cancelClicked, this, &MouseButtonController::clickSingleKeyCancel);
+    connect(mSingleKey, &SingleKeySheet::keyChosen, this, [this](int usage, int modifiers) {
+      // A modifier alone is told by its bit.
+      const bool isModifier = usage >= vorn::hid::firstModifier;
+      takeCaughtKey(isModifier ? 0 : usage, isModifier ? modifiers | 1 << (usage - vorn::hid::firstModifier) : modifiers);
+    });
     connect(mSingleKey, &QDialog::finished, this, [this] { sheetDidEnd(mSingleKeyContext); });
   }
   mSingleKeyContext = context;
@@ -180,11 +186,13 @@ void MouseButtonController::openSingleKeySheet(const SheetContext& context) {
 void MouseButtonController::singleKeyEvents(const vorn::Notification& notification) {
   if (!notification.userInfo.isDictionary()) return;
   const int key = notification.userInfo[vorn::newsKeys::SingleKey].toInt();
-  const bool isShown = mSingleKey && mSingleKey->isVisible();
-  if (isShown && !mSingleKey->takesKey(key)) return;
-  singleKeyHIDCode = key;
-  singleKeyModifier = notification.userInfo[vorn::newsKeys::SingleKeyModif].toInt();
-  if (!isShown) return;
+  takeCaughtKey(key, notification.userInfo[vorn::newsKeys::SingleKeyModif].toInt());
+}
+
+void MouseButtonController::takeCaughtKey(int usage, int modifiers) {
+  singleKeyHIDCode = usage;
+  singleKeyModifier = modifiers;
+  if (!mSingleKey || !mSingleKey->isVisible()) return;
   mSingleKey->showKey(QString::fromStdString(vorn::eventParser::getStringWithHID(singleKeyHIDCode, singleKeyModifier)));
 }
 

@@ -1,5 +1,6 @@
 #include "buttons/SingleKeySheet.h"
 
+#include "platform/KeyChooser.h"
 #include "platform/Localization.h"
 #include "ui_SingleKeySheet.h"
 
@@ -8,24 +9,26 @@ namespace skarn {
 SingleKeySheet::SingleKeySheet(QWidget* window) : AssignmentSheet(window), mUi(std::make_unique<Ui::SingleKeySheet>()) {
   mUi->setupUi(this);
   connectButtons(mUi->mSingleKeyOK, mUi->mSingleKeyCancel);
-  mUi->mInputSingleKey->setUp(mUi->mSingleKeyOK, {localized("lkeySingleKeyPlaceholder"),
-                                                  localized("lkeySingleKeyNameless"), localized("lkeyNoKeyPressed")});
+  connect(mUi->mSingleKeyChoose, &QPushButton::clicked, this, [this] {
+    mUi->mInputSingleKey->stopListening();
+    KeyChooser::open(this, KeyChooser::Offers::KeysAndModifiers,
+                     [this](int usage, int modifiers) { emit keyChosen(usage, modifiers); });
+  });
+  mUi->mInputSingleKey->setUp(mUi->mSingleKeyOK, KeyCaptureField::Confirms::CaughtKey, mUi->mSingleKeyAgain,
+                              {localized("lkeyPressAKey"), localized("lkeySingleKeyPlaceholder"),
+                               localized("lkeySingleKeyNameless"), localized("lkeyNoKeyPressed")});
 }
 
 SingleKeySheet::~SingleKeySheet() = default;
 
 void SingleKeySheet::begin(const QString& controlName) {
   mUi->mSingleKeyControl->setText(controlName);
-  mUi->mInputSingleKey->begin();
   open();
+  mUi->mInputSingleKey->begin();
 }
 
 void SingleKeySheet::showKey(const QString& key) {
   mUi->mInputSingleKey->showKey(key);
-}
-
-bool SingleKeySheet::takesKey(int key) const {
-  return mUi->mInputSingleKey->takesKey(key);
 }
 
 }  // namespace skarn

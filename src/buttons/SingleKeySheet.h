@@ -21,8 +21,10 @@ class SingleKeySheet : public AssignmentSheet {
   // Opens with an empty key field; OK waits for the first key.
   void begin(const QString& controlName);
   void showKey(const QString& key);
-  // Whether a reported key (usage; 0 for modifiers alone) is meant for the control, and not for this sheet's buttons.
-  bool takesKey(int key) const;
+
+ signals:
+  // From the list of all keys: its usage, and the modifiers held with it as in a keyboard report.
+  void keyChosen(int usage, int modifiers);
 
  private:
   std::unique_ptr<Ui::SingleKeySheet> mUi;

@@ -4,6 +4,7 @@
 
 #include "model/PropertyListCodec.h"
 #include "ports/BusConnection.h"
+#include "ports/DistributedNotificationCenter.h"
 
 namespace vorn::ctl {
 
@@ -29,6 +30,8 @@ Outcome EngineClient::connect() {
   if (!BusConnection::forThisThread().isOpen()) return noBus();
   if (!mLoop) mLoop = std::make_unique<RunLoop>();
   if (mReplyPort) return std::nullopt;
+  mEngine.emplace(enginePortName, [] {});
+  DistributedNotificationCenter::defaultCenter().believeOnly(enginePortName);
   std::string error;
   mReplyPort = LocalMessagePort::create(
       mReplyPortName, [this](const LocalMessagePort::Message& message) { return take(message); }, nullptr, &error);
@@ -37,8 +40,9 @@ Outcome EngineClient::connect() {
 }
 
 Bytes EngineClient::take(const LocalMessagePort::Message& message) {
-  // An answer to an earlier request, or somebody's message.
-  if (!mAwaited || message.messageID != static_cast<std::int32_t>(*mAwaited)) return {};
+  // An answer to an earlier request, or somebody else's message.
+  if (message.sender != mEngine->owner() || !mAwaited || message.messageID != static_cast<std::int32_t>(*mAwaited))
+    return {};
   mAnswer = decodePropertyList(message.data).value_or(PropertyList());
   mLoop->stop();
   return {};

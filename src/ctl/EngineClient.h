@@ -10,6 +10,7 @@
 #include "ctl/Failure.h"
 #include "model/PropertyList.h"
 #include "ports/MessagePort.h"
+#include "ports/PortWatch.h"
 #include "ports/RunLoop.h"
 #include "protocol/EngineProtocol.h"
 
@@ -45,6 +46,7 @@ class EngineClient {
   std::chrono::milliseconds mTimeout;
   std::string mReplyPortName;
   std::unique_ptr<RunLoop> mLoop;
+  std::optional<PortWatch> mEngine;
   std::unique_ptr<LocalMessagePort> mReplyPort;
   std::optional<MessageID> mAwaited;
   std::optional<PropertyList> mAnswer;

@@ -71,9 +71,12 @@ bool PortEngineLink::createLocalPort() {
 
 void PortEngineLink::runReplyThread(std::promise<bool> created) {
   std::string error;
-  const std::unique_ptr<LocalMessagePort> port = LocalMessagePort::create(
-      mReplyPortName, [this](const LocalMessagePort::Message& message) { return replyReceived(message); }, nullptr,
-      &error);
+  // Anybody on the bus can send to the port; only the engine's answers count.
+  const PortWatch engine(enginePortName, [] {});
+  const auto receive = [this, &engine](const LocalMessagePort::Message& message) {
+    return message.sender == engine.owner() ? replyReceived(message) : Bytes();
+  };
+  const std::unique_ptr<LocalMessagePort> port = LocalMessagePort::create(mReplyPortName, receive, nullptr, &error);
   if (!port) {
     std::fprintf(stderr, "The reply port cannot be created: %s\n", error.c_str());
     created.set_value(false);

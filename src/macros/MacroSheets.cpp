@@ -2,6 +2,7 @@
 
 #include "macros/NumberOnlyTextField.h"
 #include "model/eventParser.h"
+#include "platform/KeyChooser.h"
 #include "platform/Localization.h"
 #include "ui_MacroDelaySheet.h"
 #include "ui_MacroEventSheet.h"
@@ -37,9 +38,13 @@ MacroEventSheet::MacroEventSheet(QWidget* parent)
   mUi->setupUi(this);
   connect(mUi->mMacroEventEditOK, &QPushButton::clicked, this, &MacroEventSheet::confirmed);
   connect(mUi->mMacroEventEditCancel, &QPushButton::clicked, this, &MacroEventSheet::cancelled);
-  mUi->mInputMacroEvent->setUp(
-      mUi->mMacroEventEditOK,
-      {localized("lkeyWaitingForKey"), localized("lkeySingleKeyNameless"), localized("lkeyNoKeyPressed")});
+  connect(mUi->mMacroEventChoose, &QPushButton::clicked, this, [this] {
+    mUi->mInputMacroEvent->stopListening();
+    KeyChooser::open(this, KeyChooser::Offers::Keys, [this](int usage, int) { emit keyChosen(usage); });
+  });
+  mUi->mInputMacroEvent->setUp(mUi->mMacroEventEditOK, KeyCaptureField::Confirms::Always, mUi->mMacroEventAgain,
+                               {localized("lkeyPressAKey"), localized("lkeySingleKeyPlaceholder"),
+                                localized("lkeySingleKeyNameless"), localized("lkeyNoKeyPressed")});
 }
 
 MacroEventSheet::~MacroEventSheet() = default;
@@ -56,8 +61,8 @@ void MacroEventSheet::begin(bool hasRelease) {
   mUi->mChangesRelease->setVisible(hasRelease);
   mUi->mChangesRelease->setChecked(hasRelease);
   adjustSize();
-  mUi->mInputMacroEvent->begin();
   open();
+  mUi->mInputMacroEvent->begin();
 }
 
 }  // namespace skarn

@@ -54,6 +54,8 @@ class MacroEventSheet : public QDialog {
  signals:
   void confirmed();
   void cancelled();
+  // From the list of all keys: its usage.
+  void keyChosen(int usage);
 
  private:
   std::unique_ptr<Ui::MacroEventSheet> mUi;

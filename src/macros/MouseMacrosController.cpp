@@ -145,6 +145,7 @@ void MouseMacrosController::setUpSheets() {
   connect(&mEditDelayWindow->mInputMacroDelay(), &NumberOnlyTextField::editRefused, this, [this] { mBeep(); });
   connect(mEditEventWindow, &MacroEventSheet::confirmed, this, &MouseMacrosController::clickMacroEventOK);
   connect(mEditEventWindow, &MacroEventSheet::cancelled, this, &MouseMacrosController::clickMacroEventCancel);
+  connect(mEditEventWindow, &MacroEventSheet::keyChosen, this, &MouseMacrosController::takeCaughtKey);
 }
 
 // --- State
@@ -236,7 +237,7 @@ void MouseMacrosController::updateControls() {
     rule.control->setToolTip(rule.why.isEmpty() && isButton ? rule.control->accessibleName() : rule.why);
     rule.control->setEnabled(rule.why.isEmpty());
   }
-  if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyEscapeStops"));
+  if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyWhileRecording"));
 }
 
 void MouseMacrosController::updateVisibleParts() {

@@ -105,6 +105,8 @@ class MouseMacrosController : public QWidget {
   // Records at the end of the macro.
   void clickAddMacroDetails();
   // Ends a recording or capture as the record button does; without one it does nothing.
+  // Where mouse buttons are recorded.
+  const QWidget* captureArea() const;
   void stopAllMacroRecording();
   // Puts "Stop" on the record button, whatever runs.
   void setRecordButtonToStop() { setRecordTitle(true); }
@@ -237,6 +239,8 @@ class MouseMacrosController : public QWidget {
   void cancelLineSheet();
   void endEventCapture();
   void endEventEditing();
+  // Shown, and stored when the sheet is confirmed. 0: none.
+  void takeCaughtKey(int usage);
   void storeCaughtKey(bool setsPage, bool changesRelease);
   vorn::PropertyList withCaughtKey(const vorn::PropertyList& event, bool setsPage) const;
   void deleteAllLines(int macro);

@@ -277,19 +277,22 @@ void MouseMacrosController::openEventSheet() {
 void MouseMacrosController::singleKeyEvents(const Notification& notification) {
   const int key = notification.userInfo[newsKeys::SingleKey].toInt();
   const int modifier = notification.userInfo[newsKeys::SingleKeyModif].toInt();
-  KeyCaptureField& input = mEditEventWindow->mInputMacroEvent();
-  if (mEditEventWindow->isVisible() && !input.takesKey(key)) return;
-  mMacroEventEditHIDCode = static_cast<std::uint8_t>(modifier != 0 && key == 0 ? modifier : key);
-  if (mMacroEventEditHIDCode == 0) {
-    input.begin();
-  } else {
-    input.showKey(QString::fromStdString(vorn::eventParser::getStringWithHID(mMacroEventEditHIDCode, 0)));
-  }
+  takeCaughtKey(modifier != 0 && key == 0 ? modifier : key);
   // Without the sheet nobody would confirm it.
   if (!isRecordTitleStop() || !mIsEditingMacro || mEditEventWindow->isVisible()) return;
   endEventCapture();
   storeCaughtKey(false, false);
   endEventEditing();
+}
+
+void MouseMacrosController::takeCaughtKey(int usage) {
+  KeyCaptureField& input = mEditEventWindow->mInputMacroEvent();
+  mMacroEventEditHIDCode = static_cast<std::uint8_t>(usage);
+  if (mMacroEventEditHIDCode == 0) {
+    input.begin();
+  } else {
+    input.showKey(QString::fromStdString(vorn::eventParser::getStringWithHID(mMacroEventEditHIDCode, 0)));
+  }
 }
 
 // The event is read afresh: it may have changed since the sheet was opened.

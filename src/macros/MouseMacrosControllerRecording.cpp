@@ -156,6 +156,10 @@ void MouseMacrosController::endRecording() {
   mIsAppendMacro = false;
 }
 
+const QWidget* MouseMacrosController::captureArea() const {
+  return mUi->mMacroDetailsTableView;
+}
+
 void MouseMacrosController::stopAllMacroRecording() {
   if (!isSessionRunning()) return;
   setRecordTitle(true);

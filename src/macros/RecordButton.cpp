@@ -3,7 +3,6 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QEvent>
-#include <QKeyEvent>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
@@ -96,15 +95,6 @@ void RecordButton::updatePulse() {
     mPulse.stop();
   }
   update();
-}
-
-bool RecordButton::event(QEvent* event) {
-  const QEvent::Type type = event->type();
-  const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride;
-  if (!isKey || !isChecked()) return QPushButton::event(event);
-  event->accept();
-  if (type == QEvent::KeyPress && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape) click();
-  return true;
 }
 
 void RecordButton::showEvent(QShowEvent* event) {

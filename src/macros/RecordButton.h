@@ -1,6 +1,5 @@
 // The record button: a red dot while it waits; while it is on, a ground of the accent that pulses once a second, unless
-// the desktop asks for no motion. What is typed then belongs to the recording and works neither the button nor the
-// window: Escape alone stops. To screen readers it is a button that can be checked. Main thread.
+// the desktop asks for no motion. To screen readers it is a button that can be checked. Main thread.
 #pragma once
 
 #include <QPushButton>
@@ -20,7 +19,6 @@ class RecordButton : public QPushButton {
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
-  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "model/PropertyListCodec.h"
 #include "model/VrCoreUtility.h"
 #include "ports/BusCall.h"
+#include "ports/PortWatch.h"
 
 namespace vorn {
 
@@ -62,8 +64,10 @@ struct DistributedNotificationCenter::State {
   bus::BusReference bus;
   bus::SlotReference filter;
   bus::SlotReference object;
+  std::optional<PortWatch> believed;
 
   BusConnection& connection();
+  bool isBelieved(sd_bus_message* message) const;
   void add(std::shared_ptr<Registration> registration);
   void removeIf(const std::function<bool(const Registration&)>& isMeant);
   void deliver(const Notification& notification);
@@ -152,6 +156,11 @@ void DistributedNotificationCenter::State::deliver(const Notification& notificat
   if (--deliveries == 0) removeIdleRules();
 }
 
+bool DistributedNotificationCenter::State::isBelieved(sd_bus_message* message) const {
+  const char* sender = sd_bus_message_get_sender(message);
+  return !believed || (sender != nullptr && sender == believed->owner());
+}
+
 int DistributedNotificationCenter::State::handleMessage(sd_bus_message* message, void* state, sd_bus_error*) {
   if (sd_bus_message_is_signal(message, notificationCenterInterface, postedMember) <= 0) return 0;
   const char* path = sd_bus_message_get_path(message);
@@ -162,7 +171,7 @@ int DistributedNotificationCenter::State::handleMessage(sd_bus_message* message,
     return 0;
   const std::optional<BytesView> userInfo = bus::readBytes(message);
   auto& self = *static_cast<State*>(state);
-  if (!userInfo || !self.observersOfName.contains(name)) return 0;
+  if (!userInfo || !self.observersOfName.contains(name) || !self.isBelieved(message)) return 0;
   Notification notification{name, object, PropertyList()};
   if (!userInfo->empty()) {
     notification.userInfo = VrCoreUtility::convertDataToDictionary(*userInfo);
@@ -186,6 +195,10 @@ DistributedNotificationCenter& DistributedNotificationCenter::defaultCenter() {
 DistributedNotificationCenter::DistributedNotificationCenter() : mState(std::make_unique<State>()) {}
 
 DistributedNotificationCenter::~DistributedNotificationCenter() = default;
+
+void DistributedNotificationCenter::believeOnly(std::string_view portName) {
+  mState->believed.emplace(portName, [] {});
+}
 
 void DistributedNotificationCenter::addObserver(Observer observer, std::string_view name, Handler handler) {
   mState->add(std::make_shared<Registration>(Registration{observer, std::string(name), std::move(handler)}));

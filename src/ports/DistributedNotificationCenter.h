@@ -18,6 +18,9 @@ class DistributedNotificationCenter : public NotificationCenter {
   static DistributedNotificationCenter& defaultCenter();
   ~DistributedNotificationCenter() override;
 
+  // From now on only what the owner of that message port posts is delivered: anybody on the bus can post.
+  void believeOnly(std::string_view portName);
+
   void addObserver(Observer observer, std::string_view name, Handler handler) override;
   void removeObserver(Observer observer, std::string_view name) override;
   void removeObserver(Observer observer) override;

@@ -1,16 +1,16 @@
 #include "widgets/KeyCaptureField.h"
 
-#include <QKeyEvent>
 #include <QPushButton>
-#include <algorithm>
-#include <array>
 
 namespace skarn {
 
 namespace {
 
-// Keyboard usages that work buttons: Return, Escape, Tab, Space, the arrows, Enter, and modifiers alone.
-constexpr std::array<int, 10> buttonKeys = {40, 41, 43, 44, 79, 80, 81, 82, 88, 0};
+// At most one listens.
+QPointer<KeyCaptureField>& listeningField() {
+  static QPointer<KeyCaptureField> field;
+  return field;
+}
 
 }  // namespace
 
@@ -18,84 +18,83 @@ KeyCaptureField::KeyCaptureField(QWidget* parent) : QLineEdit(parent) {
   setReadOnly(true);
 }
 
-void KeyCaptureField::setUp(QPushButton* ok, const Texts& texts) {
+KeyCaptureField::~KeyCaptureField() = default;
+
+void KeyCaptureField::setUp(QPushButton* ok, Confirms confirms, QAbstractButton* again, const Texts& texts) {
   mOK = ok;
+  mConfirms = confirms;
+  mAgain = again;
   mTexts = texts;
+  connect(again, &QAbstractButton::clicked, this, &KeyCaptureField::listen);
   setHasKey(false);
 }
 
 void KeyCaptureField::begin() {
   clear();
   setHasKey(false);
-  forgetPresses();
+  listen();
+}
+
+void KeyCaptureField::listen() {
+  mIsModifierAlone = false;
+  KeyCaptureField* const before = std::exchange(listeningField(), this);
+  if (before != nullptr && before != this) before->showState();
   setFocus();
+  showState();
+}
+
+void KeyCaptureField::stopListening() {
+  if (!isListening()) return;
+  listeningField().clear();
+  showState();
+  // So that Return confirms what was caught.
+  if (mOK && hasFocus()) mOK->setFocus(Qt::OtherFocusReason);
+}
+
+bool KeyCaptureField::isListening() const {
+  return listeningField() == this;
 }
 
 void KeyCaptureField::showKey(const QString& name) {
   setText(name);
   setHasKey(true);
-  moveOn();
 }
 
-bool KeyCaptureField::takesKey(int usage) const {
-  return hasKeyboard() || std::ranges::find(buttonKeys, usage) == buttonKeys.end();
+KeyCaptureField* KeyCaptureField::listening() {
+  KeyCaptureField* const field = listeningField();
+  return field != nullptr && field->isVisible() && field->isActiveWindow() ? field : nullptr;
 }
 
-// Tab never reaches keyPressEvent.
-bool KeyCaptureField::event(QEvent* event) {
-  switch (event->type()) {
-    case QEvent::ShortcutOverride:
-    case QEvent::KeyPress: {
-      const auto* key = static_cast<QKeyEvent*>(event);
-      if (key->key() == Qt::Key_Escape) break;
-      swallowPress(key->isAutoRepeat());
-      event->accept();
-      return true;
-    }
-    case QEvent::KeyRelease:
-      swallowRelease(static_cast<QKeyEvent*>(event)->isAutoRepeat());
-      event->accept();
-      return true;
-    default:
-      break;
+void KeyCaptureField::noteTyped(bool isModifier, bool isPressed) {
+  if (isModifier) {
+    if (!isPressed && mIsModifierAlone) stopListening();
+    mIsModifierAlone = isPressed;
+  } else if (isPressed) {
+    stopListening();
   }
-  return QLineEdit::event(event);
 }
 
-void KeyCaptureField::focusInEvent(QFocusEvent* event) {
-  if (event->reason() != Qt::ActiveWindowFocusReason) forgetPresses();
-  QLineEdit::focusInEvent(event);
+void KeyCaptureField::mousePressEvent(QMouseEvent* event) {
+  QLineEdit::mousePressEvent(event);
+  listen();
 }
 
-bool KeyCaptureField::hasKeyboard() const {
-  return window()->focusWidget() == this;
+void KeyCaptureField::hideEvent(QHideEvent* event) {
+  QLineEdit::hideEvent(event);
+  stopListening();
 }
 
 void KeyCaptureField::setHasKey(bool hasKey) {
   mHasKey = hasKey;
-  setPlaceholderText(hasKey ? mTexts.namelessKey : mTexts.noKey);
-  if (!mOK) return;
-  mOK->setEnabled(hasKey);
-  mOK->setToolTip(hasKey ? QString() : mTexts.noKeyToConfirm);
+  showState();
 }
 
-void KeyCaptureField::forgetPresses() {
-  mIsKeyDown = mIsKeyLetGo = false;
-}
-
-void KeyCaptureField::swallowPress(bool isRepeat) {
-  mIsKeyDown = mIsKeyDown || !isRepeat;
-}
-
-void KeyCaptureField::swallowRelease(bool isRepeat) {
-  // A key that went down elsewhere, as the Return that opened the sheet, does not count.
-  if (isRepeat || !mIsKeyDown) return;
-  mIsKeyLetGo = true;
-  moveOn();
-}
-
-void KeyCaptureField::moveOn() {
-  if (mOK && mHasKey && mIsKeyLetGo && hasKeyboard()) mOK->setFocus(Qt::OtherFocusReason);
+void KeyCaptureField::showState() {
+  setPlaceholderText(mHasKey ? mTexts.namelessKey : isListening() ? mTexts.listening : mTexts.noKey);
+  if (mAgain) mAgain->setEnabled(!isListening());
+  if (!mOK || mConfirms == Confirms::Always) return;
+  mOK->setEnabled(mHasKey);
+  mOK->setToolTip(mHasKey ? QString() : mTexts.noKeyToConfirm);
 }
 
 }  // namespace skarn

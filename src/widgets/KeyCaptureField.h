@@ -1,15 +1,15 @@
-// A line that shows the key to be assigned. The keys themselves are reported by the engine, not by this window's
-// events, but a pressed key comes as an event too. So the field swallows every key but Escape: Return, Tab and Space
-// can be assigned as any other. Once a key is shown and let go, the keyboard goes on to the OK button of the sheet;
-// from there on the keys that work buttons do that, and any other takes the place of the one shown.
+// A line that shows a caught key. While it listens, whoever hands typed keys on takes them from listening() and tells
+// of each: the first key, with what is held, or a modifier that is let go alone, ends the listening, and the keyboard
+// works the sheet again. A click on the field, or the button beside it, listens anew. What is caught comes back by
+// showKey, listening or not, from wherever it was pressed.
 //
-// Order of calls: setUp once, begin each time the sheet is opened, then for each reported key showKey where takesKey
-// agrees. Main thread.
+// Order of calls: setUp once, begin each time the sheet is opened, then showKey for each reported key. Main thread.
 #pragma once
 
 #include <QLineEdit>
 #include <QPointer>
 
+class QAbstractButton;
 class QPushButton;
 
 namespace skarn {
@@ -19,43 +19,50 @@ class KeyCaptureField : public QLineEdit {
 
  public:
   struct Texts {
-    // In the place of the key: before the first one, and for one without a name.
+    // In the place of the key: while it listens, before the first key without listening, and for one without a name.
+    QString listening;
     QString noKey;
     QString namelessKey;
     // The tooltip of OK before the first key.
     QString noKeyToConfirm;
   };
+  enum class Confirms {
+    Always,    // OK without a key leaves everything as it is
+    CaughtKey  // OK is enabled as long as there is a key to confirm
+  };
 
   explicit KeyCaptureField(QWidget* parent = nullptr);
+  ~KeyCaptureField() override;
 
-  // The button, of the field's own window, is enabled as long as there is a key to confirm. Not owned.
-  void setUp(QPushButton* ok, const Texts& texts);
-  // Forgets the key and takes the keyboard.
+  // The buttons, of the field's own window: the sheet's OK, and the one that listens anew. Not owned.
+  void setUp(QPushButton* ok, Confirms confirms, QAbstractButton* again, const Texts& texts);
+  // Forgets the key and listens.
   void begin();
+  void listen();
+  void stopListening();
+  bool isListening() const;
   // The name may be empty.
   void showKey(const QString& name);
-  // Whether a reported key (keyboard usage; 0 for modifiers alone) is meant to be assigned, and not for the buttons.
-  bool takesKey(int usage) const;
+
+  // The field that listens, where its window has the keyboard; null where none does.
+  static KeyCaptureField* listening();
+  // A key typed while it listens: ends the listening as said above.
+  void noteTyped(bool isModifier, bool isPressed);
 
  protected:
-  bool event(QEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
-  bool hasKeyboard() const;
   void setHasKey(bool hasKey);
-  void forgetPresses();
-  void swallowPress(bool isRepeat);
-  void swallowRelease(bool isRepeat);
-  // To OK, when the field has seen a key go down and up and a key is shown: the two come in either order.
-  void moveOn();
+  void showState();
 
   QPointer<QPushButton> mOK;
+  QPointer<QAbstractButton> mAgain;
+  Confirms mConfirms = Confirms::CaughtKey;
   Texts mTexts;
   bool mHasKey = false;
-  // Since the field was reached.
-  bool mIsKeyDown = false;
-  bool mIsKeyLetGo = false;
+  bool mIsModifierAlone = false;  // a modifier went down, and nothing else since
 };
 
 }  // namespace skarn

@@ -93,6 +93,7 @@ class MouseMainControllerNewsTest : public QObject {
   void a_change_of_this_application_reloads_nothing_and_any_other_does();
   void a_change_handler_is_not_entered_again_by_what_its_reload_causes_data();
   void a_change_handler_is_not_entered_again_by_what_its_reload_causes();
+  void changes_that_come_close_together_are_one_more_reload();
   void a_keymap_change_shows_the_bundle_it_brings_without_a_request();
   void a_keymap_change_without_a_bundle_changes_nothing();
   void an_attachment_enables_the_tabs_and_shows_the_settings_data();
@@ -182,6 +183,18 @@ void MouseMainControllerNewsTest::a_change_handler_is_not_entered_again_by_what_
   };
   fixture.notifications.post(name.toStdString(), "", {});
   QCOMPARE(fixture.count(MessageID::GetAllSettings), 1U);
+}
+
+void MouseMainControllerNewsTest::changes_that_come_close_together_are_one_more_reload() {
+  Connected fixture;
+  for (int news = 0; news < 1000; ++news) {
+    fixture.notifications.post(news % 2 ? "DPI Updated 273" : "Profile Updated 273", "",
+                               source("org.example.OtherApp"));
+  }
+  QCOMPARE(fixture.count(MessageID::GetAllSettings), 1U);
+  fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundleWith({"Latest"})));
+  QTRY_COMPARE(fixture.profile(), QStringLiteral("Latest"));
+  QCOMPARE(fixture.count(MessageID::GetAllSettings), 2U);
 }
 
 void MouseMainControllerNewsTest::a_keymap_change_shows_the_bundle_it_brings_without_a_request() {

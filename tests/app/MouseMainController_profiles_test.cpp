@@ -282,6 +282,7 @@ class MouseMainControllerProfilesTest : public QObject {
     for (const int active : {0, 2, 1}) {
       mBundle = withActive(active);
       mHub->notifications.post("Profile Updated 273", "", PropertyList::dictionary());
+      QTRY_COMPARE(selectedRow(), active);
       verifyInStep();
     }
     for (const auto& each : mHub->link.requests) QVERIFY(each.messageID != MessageID::SwitchProfile);
@@ -314,7 +315,7 @@ class MouseMainControllerProfilesTest : public QObject {
     QCOMPARE(editor()->text(), QStringLiteral("Tra"));
     mBundle = withActive(0);
     mHub->notifications.post("Profile Updated 273", "", PropertyList::dictionary());
-    QVERIFY(!editor());
+    QTRY_VERIFY(!editor());
     VERIFY_REQUESTS({{MessageID::GetAllSettings, request({})}, {MessageID::GetAllSettings, request({})}});
     verifyInStep();
   }

@@ -1,8 +1,10 @@
 // The sheet for a single key: what it takes for the key, what it leaves to its buttons, and what is written.
+#include <QCheckBox>
 #include <QLineEdit>
 
 #include "buttons/ButtonsFixture.h"
 #include "support/QtTests.h"
+#include "widgets/KeyCaptureField.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -107,85 +109,90 @@ class SingleKeySheetTest : public QObject {
     QVERIFY(!ok->isEnabled());
   }
 
-  void any_key_but_escape_can_be_assigned_and_is_confirmed_by_return_data() {
-    QTest::addColumn<int>("key");
+  void any_key_can_be_assigned_and_is_confirmed_by_return_data() {
     QTest::addColumn<int>("usage");
     QTest::addColumn<QString>("name");
-    QTest::newRow("A") << int(Qt::Key_A) << 4 << "A";
-    QTest::newRow("Return") << int(Qt::Key_Return) << 40 << "Return";
-    QTest::newRow("Enter") << int(Qt::Key_Enter) << 88 << "Numpad Enter";
-    QTest::newRow("Tab") << int(Qt::Key_Tab) << 43 << "Tab";
-    QTest::newRow("Space") << int(Qt::Key_Space) << 44 << "Space";
-    QTest::newRow("Down") << int(Qt::Key_Down) << 81 << "Down Arrow";
-    QTest::newRow("F1") << int(Qt::Key_F1) << 58 << "F1";
-    QTest::newRow("a key without a name") << int(Qt::Key_Less) << 50 << "";
+    QTest::newRow("A") << 4 << "A";
+    QTest::newRow("Return") << 40 << "Return";
+    QTest::newRow("Escape") << 41 << "Escape";
+    QTest::newRow("Tab") << 43 << "Tab";
+    QTest::newRow("Space") << 44 << "Space";
+    QTest::newRow("Down") << 81 << "Down Arrow";
+    QTest::newRow("a key without a name") << 50 << "";
   }
 
-  void any_key_but_escape_can_be_assigned_and_is_confirmed_by_return() {
-    QFETCH(int, key);
+  void any_key_can_be_assigned_and_is_confirmed_by_return() {
     QFETCH(int, usage);
     QFETCH(QString, name);
-    // The engine's report comes before the window's event, while the key is down, or after it was let go.
-    for (int moment = 0; moment < 3; ++moment) {
+    // The engine's report comes before or after the field has taken the key.
+    for (const bool isReportedFirst : {true, false}) {
       KeyFixture fixture;
       fixture.choose(fixture.control(1), AssignmentCategory::SingleKey);
-      auto* field = fixture.find<QLineEdit>("mInputSingleKey");
-      auto* ok = fixture.find<QPushButton>("mSingleKeyOK");
+      auto* field = fixture.find<KeyCaptureField>("mInputSingleKey");
       auto* sheet = fixture.find<QDialog>("mSingleKey");
-      // The Return that chose the item is let go here; it is none of the sheet's.
-      QTest::keyRelease(field, Qt::Key_Return);
-      if (moment == 0) fixture.capture(capturedKey(usage, 0));
-      QCOMPARE(sheet->focusWidget(), field);
-      QTest::keyPress(field, static_cast<Qt::Key>(key));
-      QVERIFY(fixture.isOpen("mSingleKey"));
-      if (moment == 1) fixture.capture(capturedKey(usage, 0));
-      QCOMPARE(sheet->focusWidget(), field);
-      QTest::keyRelease(field, static_cast<Qt::Key>(key));
-      if (moment == 2) fixture.capture(capturedKey(usage, 0));
-      QVERIFY(fixture.isOpen("mSingleKey"));
+      QVERIFY(field->isListening());
+      if (isReportedFirst) fixture.capture(capturedKey(usage, 0));
+      field->noteTyped(false, true);
+      if (!isReportedFirst) fixture.capture(capturedKey(usage, 0));
+      QVERIFY(fixture.isOpen("mSingleKey") && !field->isListening());
       QCOMPARE(fixture.shownKey(), name);
       QCOMPARE(field->placeholderText(), QStringLiteral("A key without a name"));
-      // Now Return confirms, and is not taken for the key although it is reported too.
-      QCOMPARE(sheet->focusWidget(), ok);
-      fixture.capture(capturedKey(40, 0));
-      QTest::keyClick(ok, Qt::Key_Return);
+      QTest::keyClick(sheet->focusWidget(), Qt::Key_Return);
       QVERIFY(!fixture.isOpen("mSingleKey"));
       COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture,
                     fixture.request(fixture.control(1), assignment(16, usage)));
     }
   }
 
-  void another_key_takes_the_place_of_the_one_shown() {
+  void another_key_takes_the_place_of_the_one_shown_listening_or_not() {
     KeyFixture fixture;
     fixture.choose(fixture.control(1), AssignmentCategory::SingleKey);
-    auto* field = fixture.find<QLineEdit>("mInputSingleKey");
-    auto* sheet = fixture.find<QDialog>("mSingleKey");
+    auto* field = fixture.find<KeyCaptureField>("mInputSingleKey");
     fixture.capture(capturedKey(4, 0));
-    QTest::keyClick(field, Qt::Key_A);
-    for (const int usage : {40, 41, 43, 44, 79, 80, 81, 82, 88}) {
-      fixture.capture(capturedKey(0, 2));
-      fixture.capture(capturedKey(usage, 2));
-      QCOMPARE(fixture.shownKey(), QStringLiteral("A"));
-    }
+    field->noteTyped(false, true);
+    QCOMPARE(fixture.shownKey(), QStringLiteral("A"));
     fixture.capture(capturedKey(7, 2));
     QCOMPARE(fixture.shownKey(), QStringLiteral("Left Shift + D"));
-    // Back in the field every key counts again.
-    field->setFocus();
+    fixture.press("mSingleKeyAgain");
+    QVERIFY(field->isListening());
     fixture.capture(capturedKey(43, 0));
     QCOMPARE(fixture.shownKey(), QStringLiteral("Tab"));
-    QTest::keyClick(field, Qt::Key_Tab);
-    QCOMPARE(sheet->focusWidget(), fixture.find<QPushButton>("mSingleKeyOK"));
-    QTest::keyClick(sheet->focusWidget(), Qt::Key_Return);
+    fixture.press("mSingleKeyOK");
     COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture,
                   fixture.request(fixture.control(1), assignment(16, 43)));
   }
 
-  void escape_in_the_key_field_cancels_whether_reported_or_not() {
+  void a_key_can_be_chosen_from_the_list_of_all_with_its_modifiers_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("usage");
+    QTest::addColumn<int>("modifiers");
+    QTest::newRow("a key") << "F24" << 115 << 1;
+    // A modifier alone is the bit of a report.
+    QTest::newRow("a modifier") << "Right Command" << 0 << 129;
+  }
+  void a_key_can_be_chosen_from_the_list_of_all_with_its_modifiers() {
+    QFETCH(QString, name);
+    QFETCH(int, usage);
+    QFETCH(int, modifiers);
+    KeyFixture fixture;
+    fixture.choose(fixture.control(1), AssignmentCategory::SingleKey);
+    fixture.press("mSingleKeyChoose");
+    QVERIFY(!fixture.find<KeyCaptureField>("mInputSingleKey")->isListening());
+    fixture.find<QLineEdit>("mKeySearch")->setText(name);
+    fixture.find<QDialog>("mKeyChooser")->findChildren<QCheckBox*>().constFirst()->setChecked(true);
+    fixture.press("mKeyChooserOK");
+    fixture.press("mSingleKeyOK");
+    COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture,
+                  fixture.request(fixture.control(1), assignment(16, usage, modifiers)));
+  }
+
+  void escape_cancels_whatever_was_reported() {
     for (const bool isReported : {false, true}) {
       KeyFixture fixture;
       fixture.choose(fixture.control(1), AssignmentCategory::SingleKey);
       if (isReported) fixture.capture(capturedKey(41, 0));
-      QTest::keyClick(fixture.find<QLineEdit>("mInputSingleKey"), Qt::Key_Escape);
+      fixture.find<KeyCaptureField>("mInputSingleKey")->stopListening();
+      QTest::keyClick(fixture.find<QDialog>("mSingleKey"), Qt::Key_Escape);
       QVERIFY(!fixture.isOpen("mSingleKey"));
       COMPARE_CALLS(fixture.delegate.calls, startCapture, stopCapture);
       QCOMPARE(fixture.popUp(1).shownTitle(), QStringLiteral("Tab (Default)"));

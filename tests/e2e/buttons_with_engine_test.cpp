@@ -100,26 +100,6 @@ class ButtonsWithEngineTest : public QObject {
     QCOMPARE(outputOf(4), QStringList({"7 225 1", "7 4 1", "7 4 0", "7 225 0"}));
   }
 
-  // A key of the desktop's keyboard reaches the engine and the window's field.
-  void return_is_captured_like_any_key_and_then_confirms() {
-    ButtonsWindow window;
-    const ControlDescriptor& control = ButtonsDriver::control(4);
-    window.driver.choose(control, AssignmentCategory::SingleKey);
-    auto* field = window.driver.find<QLineEdit>("mInputSingleKey");
-    QTest::keyPress(field, Qt::Key_Return);
-    QVERIFY(Mouse::type(40, true));
-    QTRY_COMPARE_WITH_TIMEOUT(field->text(), QStringLiteral("Return"), deadline);
-    QVERIFY(Mouse::type(40, false));
-    QTest::keyRelease(field, Qt::Key_Return);
-    QVERIFY(window.driver.isOpen("mSingleKey"));
-    QTest::keyClick(window.driver.find<QDialog>("mSingleKey")->focusWidget(), Qt::Key_Return);
-    QVERIFY(!window.driver.isOpen("mSingleKey"));
-    QCOMPARE(window.shown(control), QStringLiteral("Single Key : Return"));
-    Mouse::takeOutput();
-    QVERIFY(Mouse::click(control.identifier));
-    QCOMPARE(outputOf(2), QStringList({"7 40 1", "7 40 0"}));
-  }
-
   void a_cancelled_capture_changes_nothing() {
     ButtonsWindow window;
     const ControlDescriptor& control = ButtonsDriver::control(2);

@@ -52,8 +52,9 @@ class EnginePort {
 
 class PortEngineLinkTest : public testing::Test {
  protected:
-  // Answers as an engine does; what the reply port gave back.
-  static Bytes answer(const Bytes& data, std::int32_t messageID = 4) {
+  // Answers as an engine does, from the connection that has its port; what the reply port gave back.
+  Bytes answer(const Bytes& data, std::int32_t messageID = 4) {
+    if (!RemoteMessagePort::lookUp(enginePortName)) mEnginePort = LocalMessagePort::create(enginePortName, {});
     Bytes returned;
     const auto port = RemoteMessagePort::lookUp(configuratorReplyPortName);
     const auto status =
@@ -63,6 +64,7 @@ class PortEngineLinkTest : public testing::Test {
   }
 
   test::PrivateBus mBus;
+  std::unique_ptr<LocalMessagePort> mEnginePort;
   PortEngineLink mLink;
 };
 
@@ -148,6 +150,14 @@ TEST_F(PortEngineLinkTest, StoresAnEmptyDictionaryForDataThatIsNone) {
   mLink.emptySlot();
   answer(encoded(PropertyList::array({1, 2})));
   EXPECT_EQ(mLink.reply(), PropertyList::dictionary());
+}
+
+TEST_F(PortEngineLinkTest, HearsNobodyButTheEngine) {
+  const EnginePort engine;
+  ASSERT_TRUE(mLink.createLocalPort());
+  // From this thread's connection, which is not the engine's.
+  EXPECT_EQ(answer(encoded(PropertyList::dictionary({{"ReturnStatus", 0}}))), Bytes());
+  EXPECT_TRUE(mLink.reply().isNone());
 }
 
 TEST_F(PortEngineLinkTest, HasOneReplyPortPerName) {

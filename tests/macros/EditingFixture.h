@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "macros/MacrosFixture.h"
+#include "widgets/KeyCaptureField.h"
 
 namespace skarn::test {
 
@@ -22,7 +23,7 @@ struct EditingFixture : MacrosFixture {
   void edit() { chooseFromGear("mSettingsMacroDetails", 2); }
   bool isShown(const char* sheet) { return find(sheet)->isVisible(); }
   QLineEdit& delay() { return *find<QLineEdit>("mInputMacroDelay"); }
-  QLineEdit& field() { return *find<QLineEdit>("mInputMacroEvent"); }
+  KeyCaptureField& field() { return *find<KeyCaptureField>("mInputMacroEvent"); }
   QString key() { return field().text(); }
   bool hasSheet() { return isShown("mEditDelayWindow") || isShown("mEditEventWindow"); }
   // What OK of the open sheet sends, with a delay entered or a key caught.

@@ -1,6 +1,5 @@
 // The Macros tab records, appends and stops.
 #include <QMessageBox>
-#include <QShortcut>
 
 #include "macros/MacrosFixture.h"
 #include "support/QtTests.h"
@@ -306,50 +305,17 @@ class MouseMacrosControllerRecordingTest : public QObject {
     QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
-  void theKeyboardAloneRecordsAndStops() {
+  void theKeyboardAloneStartsARecording() {
     MacrosFixture fixture;
     fixture.selectMacro(0);
     QWidget* button = fixture.find("mRecordMacroDetails");
     button->setFocus();
     QTest::keyClick(button, Qt::Key_Space);
     QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
-    QCOMPARE(button->toolTip(), QStringLiteral("Esc stops the recording"));
-    QTest::keyClick(button, Qt::Key_Escape);
-    QCOMPARE(fixture.delegate.take().size(), 3);
+    // Where the window takes what is typed, the button cannot be reached by it.
+    QVERIFY(button->toolTip().contains(QStringLiteral("Pause")));
+    fixture.click("mRecordMacroDetails");
     QCOMPARE(button->toolTip(), QString());
-    QTest::keyClick(button, Qt::Key_Escape);
-    QCOMPARE(fixture.delegate.take(), QStringList());
-  }
-
-  void whatIsTypedIsRecordedAndWorksNothing_data() {
-    QTest::addColumn<std::function<void(MacrosFixture&)>>("begin");
-    using Begin = std::function<void(MacrosFixture&)>;
-    QTest::newRow("record") << Begin([](MacrosFixture& fixture) { fixture.click("mRecordMacroDetails"); });
-    QTest::newRow("append") << Begin([](MacrosFixture& fixture) { fixture.click("mAddMacroDetails"); });
-    QTest::newRow("menu") << Begin([](MacrosFixture& fixture) { fixture.chooseFromGear("mSettingsMacroDetails", 1); });
-  }
-  void whatIsTypedIsRecordedAndWorksNothing() {
-    QFETCH(std::function<void(MacrosFixture&)>, begin);
-    MacrosFixture fixture;
-    int shortcuts = 0;
-    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), &fixture.window);
-    connect(shortcut, &QShortcut::activated, this, [&] { ++shortcuts; });
-    fixture.selectMacro(0);
-    begin(fixture);
-    fixture.delegate.take();
-    QTRY_VERIFY(fixture.find("mRecordMacroDetails")->hasFocus());
-    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Right, Qt::Key_A}) {
-      QTest::keyClick(QApplication::focusWidget(), key);
-    }
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::ControlModifier);
-    QVERIFY(fixture.find("mRecordMacroDetails")->hasFocus());
-    QCOMPARE(fixture.delegate.take(), QStringList());
-    QCOMPARE(fixture.recordTitle(), QStringLiteral("Stop"));
-    QCOMPARE(shortcuts, 0);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    QCOMPARE(fixture.delegate.take().constFirst(), QStringLiteral("stopMacroRecording()"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Q, Qt::ControlModifier);
-    QCOMPARE(shortcuts, 1);
   }
 
   void aRecordingFollowsItsMacro() {

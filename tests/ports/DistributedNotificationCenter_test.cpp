@@ -272,6 +272,38 @@ TEST_F(DistributedNotificationCenterTest, WithUndecodableUserInformationCarryNon
   EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "garbage", PropertyList()}, {"News", "array", PropertyList()}}));
 }
 
+TEST_F(DistributedNotificationCenterTest, BelievesTheOwnerOfAPortAloneWhereThatIsAskedFor) {
+  mCenter.believeOnly("Believed");
+  observe("News");
+  postElsewhere("News", PropertyList::dictionary({{"n", 1}}));
+  std::unique_ptr<LocalMessagePort> port;
+  elsewhere([&](DistributedNotificationCenter& center) {
+    port = LocalMessagePort::create("Believed", {});
+    center.post("News", "", PropertyList::dictionary({{"n", 2}}));
+  });
+  // Another connection than the port's.
+  test::LoopThread forger;
+  forger.run([] {
+    DistributedNotificationCenter::defaultCenter().post("News", "", PropertyList::dictionary({{"n", 3}}));
+    RemoteMessagePort::lookUp("BehindThePosts");
+  });
+  // What its owner said before the port went counts, what it says after that does not.
+  elsewhere([&](DistributedNotificationCenter& center) {
+    center.post("News", "", PropertyList::dictionary({{"n", 4}}));
+    port.reset();
+    center.post("News", "", PropertyList::dictionary({{"n", 5}}));
+  });
+  elsewhere([&](DistributedNotificationCenter& center) {
+    port = LocalMessagePort::create("Believed", {});
+    center.post("News", "", PropertyList::dictionary({{"n", 6}}));
+  });
+  ASSERT_TRUE(test::serveBusUntil([&] { return mHeard.size() >= 3; }));
+  elsewhere([&](DistributedNotificationCenter&) { port.reset(); });
+  std::vector<std::int64_t> heard;
+  for (const Heard& each : mHeard) heard.push_back(each.userInfo["n"].toInt64());
+  EXPECT_EQ(heard, (std::vector<std::int64_t>{2, 4, 6}));
+}
+
 TEST_F(DistributedNotificationCenterTest, AreObservedAgainOnANewBus) {
   observe("News");
   mBus.end();

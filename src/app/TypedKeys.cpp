@@ -1,0 +1,172 @@
+#include "app/TypedKeys.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWidget>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "app/KeyUsages.h"
+#include "widgets/KeyCaptureField.h"
+
+namespace skarn {
+
+namespace hid = vorn::hid;
+using std::chrono::milliseconds;
+using vorn::HidUsage;
+
+namespace {
+
+bool isModifier(HidUsage usage) {
+  return usage.page == hid::keyboardPage && usage.usage >= hid::firstModifier && usage.usage <= hid::lastModifier;
+}
+
+// The display systems whose native scan codes are the kernel's keys.
+bool tellsScanCodes() {
+  const QString platform = QGuiApplication::platformName();
+  return platform == QLatin1String("xcb") || platform.startsWith(QLatin1String("wayland"));
+}
+
+milliseconds timeOf(const QInputEvent& event) {
+  if (event.timestamp() != 0) return milliseconds(event.timestamp());
+  return std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+// What tells a key from all others as long as it is down.
+quint64 identityOf(const QKeyEvent& event) {
+  const quint32 code = event.nativeScanCode();
+  return code != 0 ? code : (quint64{1} << 32 | static_cast<quint32>(event.key()));
+}
+
+}  // namespace
+
+TypedKeys::TypedKeys(vorn::EngineLink& link, QWidget& window, TypedRecording recording)
+    : mLink(link), mWindow(window), mRecording(std::move(recording)) {
+  qApp->installEventFilter(this);
+}
+
+TypedKeys::~TypedKeys() = default;
+
+bool TypedKeys::isRecordingHere() const {
+  // A sheet or a menu over the window has its own use for the keyboard.
+  return mRecording.isRunning() && mWindow.isActiveWindow() && QApplication::activeModalWidget() == nullptr &&
+         QApplication::activePopupWidget() == nullptr;
+}
+
+bool TypedKeys::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::ShortcutOverride:
+      // Accepted, no shortcut has it; the key press follows.
+      if (KeyCaptureField::listening() == nullptr && !isRecordingHere()) return false;
+      event->accept();
+      return true;
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+      return takesKey(*static_cast<QKeyEvent*>(event));
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+      return takesButton(watched, *static_cast<QMouseEvent*>(event));
+    case QEvent::ApplicationStateChange:
+      if (QGuiApplication::applicationState() == Qt::ApplicationActive) return false;
+      releaseAll();
+      mTaken.clear();
+      return false;
+    default:
+      return false;
+  }
+}
+
+bool TypedKeys::takesKey(const QKeyEvent& event) {
+  const quint64 identity = identityOf(event);
+  const bool wasTaken = mTaken.contains(identity);
+  if (event.isAutoRepeat() && wasTaken) return true;
+  const bool listens = KeyCaptureField::listening() != nullptr || isRecordingHere();
+  if (event.type() == QEvent::KeyRelease) {
+    mTaken.remove(identity);
+    const auto usage = usageOf(event, tellsScanCodes());
+    if (usage) takeRelease(*usage, timeOf(event));
+    return wasTaken;
+  }
+  if (!listens || event.isAutoRepeat()) return listens;
+  mTaken.insert(identity);
+  const auto usage = usageOf(event, tellsScanCodes());
+  return !usage || takesPress(event, *usage);
+}
+
+bool TypedKeys::takesPress(const QKeyEvent& event, HidUsage usage) {
+  constexpr hid::Usage pauseKey = 72;
+  KeyCaptureField* const field = KeyCaptureField::listening();
+  if (field == nullptr && usage == HidUsage{hid::keyboardPage, pauseKey}) {
+    mRecording.stop();
+    return true;
+  }
+  const milliseconds time = timeOf(event);
+  if (!isModifier(usage)) pressModifiers(event, time);
+  press(usage, time);
+  if (field == nullptr) return true;
+  field->noteTyped(isModifier(usage), true);
+  if (!field->isListening()) releaseAll();
+  return true;
+}
+
+void TypedKeys::takeRelease(HidUsage usage, milliseconds time) {
+  if (!release(usage, time)) return;
+  KeyCaptureField* const field = KeyCaptureField::listening();
+  if (field == nullptr) return;
+  field->noteTyped(isModifier(usage), false);
+  if (!field->isListening()) releaseAll();
+}
+
+bool TypedKeys::takesButton(const QObject* watched, const QMouseEvent& event) {
+  const auto* const widget = qobject_cast<const QWidget*>(watched);
+  const auto usage = usageOf(event.button());
+  if (widget == nullptr || !usage || !mRecording.isRunning()) return false;
+  const QWidget* const area = mRecording.captureArea();
+  if (event.type() == QEvent::MouseButtonRelease) return release(*usage, timeOf(event));
+  if (!isRecordingHere() || (widget != area && !area->isAncestorOf(widget))) return false;
+  press(*usage, timeOf(event));
+  return true;
+}
+
+void TypedKeys::pressModifiers(const QKeyEvent& event, milliseconds time) {
+  constexpr std::array<std::pair<Qt::KeyboardModifier, hid::Usage>, 4> modifiers = {{
+      {Qt::ControlModifier, hid::leftControl},
+      {Qt::ShiftModifier, hid::leftShift},
+      {Qt::AltModifier, hid::leftAlt},
+      {Qt::MetaModifier, hid::leftCommand},
+  }};
+  for (const auto& [modifier, left] : modifiers) {
+    constexpr hid::Usage toRight = hid::rightControl - hid::leftControl;
+    const auto isHeld = [&](hid::Usage usage) {
+      return std::ranges::find(mHeld, HidUsage{hid::keyboardPage, usage}) != mHeld.end();
+    };
+    if (event.modifiers().testFlag(modifier) && !isHeld(left) && !isHeld(static_cast<hid::Usage>(left + toRight)))
+      press({hid::keyboardPage, left}, time);
+  }
+}
+
+void TypedKeys::press(HidUsage usage, milliseconds time) {
+  if (std::ranges::find(mHeld, usage) != mHeld.end()) return;
+  mHeld.push_back(usage);
+  mLatest = time;
+  mLink.type({usage.page, usage.usage, true, time});
+}
+
+bool TypedKeys::release(HidUsage usage, milliseconds time) {
+  const auto found = std::ranges::find(mHeld, usage);
+  if (found == mHeld.end()) return false;
+  mHeld.erase(found);
+  mLatest = time;
+  mLink.type({usage.page, usage.usage, false, time});
+  return true;
+}
+
+void TypedKeys::releaseAll() {
+  // The last one pressed goes first, as fingers do it.
+  while (!mHeld.empty()) release(mHeld.back(), mLatest);
+}
+
+}  // namespace skarn

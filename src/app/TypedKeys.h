@@ -1,0 +1,63 @@
+// Hands what a person types into the window on to the engine while a key is captured or a macro recorded, as a desktop
+// shows the keyboard to nobody else. Keys that are taken work nothing in the window, neither do their repetitions and
+// their release. Mouse buttons are taken over the capture area of a recording only. Main thread.
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <functional>
+#include <vector>
+
+#include "link/EngineLink.h"
+#include "model/KernelKeys.h"
+
+class QKeyEvent;
+class QMouseEvent;
+class QWidget;
+
+namespace skarn {
+
+class KeyCaptureField;
+
+// What records, as far as typing is concerned.
+struct TypedRecording {
+  std::function<bool()> isRunning;
+  std::function<const QWidget*()> captureArea;  // where clicks belong to the recording
+  std::function<void()> stop;                   // what the Pause key does, as no other key is free
+};
+
+class TypedKeys : public QObject {
+  Q_OBJECT
+
+ public:
+  // Looks at the events of the whole application until it goes. The link outlives it. window: that which records.
+  TypedKeys(vorn::EngineLink& link, QWidget& window, TypedRecording recording);
+  ~TypedKeys() override;
+
+  // Tells the engine that nothing is held any more: before a capture or recording ends, and when the focus goes.
+  void releaseAll();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool isRecordingHere() const;
+  bool takesKey(const QKeyEvent& event);
+  bool takesPress(const QKeyEvent& event, vorn::HidUsage usage);
+  void takeRelease(vorn::HidUsage usage, std::chrono::milliseconds time);
+  bool takesButton(const QObject* watched, const QMouseEvent& event);
+  void press(vorn::HidUsage usage, std::chrono::milliseconds time);
+  // False when the engine was not told of a press.
+  bool release(vorn::HidUsage usage, std::chrono::milliseconds time);
+  // Modifiers that went down before anything listened, and those of on-screen keyboards, which have no keys.
+  void pressModifiers(const QKeyEvent& event, std::chrono::milliseconds time);
+
+  vorn::EngineLink& mLink;
+  QWidget& mWindow;
+  TypedRecording mRecording;
+  std::vector<vorn::HidUsage> mHeld;  // told as pressed, in that order
+  QSet<quint64> mTaken;               // keys that are down and were taken: all they do until they are up is
+  std::chrono::milliseconds mLatest{};
+};
+
+}  // namespace skarn
