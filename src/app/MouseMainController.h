@@ -196,8 +196,6 @@ class MouseMainController : public QObject,
   void getMacroDetailsForMacroAtIndex(int macro) override;
   vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) override;
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) override;
-  void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict,
-                          std::uint8_t releaseIndex, const vorn::PropertyList& newRelease) override;
   void removeEventAtIndex(int event, int forMacroAtIndex) override;
   void removeAllEventsForMacroAtIndex(int macro) override;
   void setAllEventsDelay(int delay, int forMacroAtIndex, bool hasNoDelay) override;
@@ -210,7 +208,7 @@ class MouseMainController : public QObject,
   void stopSingleKeyRecording() override;
 
  private:
-  // What the strip under the header says.
+  // What the strip beside the tabs says.
   enum class Presence { Starting, Connected, NoDevice, NoEngine, EngineSilent };
 
   static constexpr const char* defaultSettingsFile = "Skarn.plist";
@@ -227,7 +225,6 @@ class MouseMainController : public QObject,
                               std::chrono::milliseconds interval = vorn::pollInterval);
   // The bundle of a profile command's answer; none when the answer lacks it. The answer is taken out of the slot.
   vorn::PropertyList bundleOf(vorn::MessageID messageID, const vorn::PropertyList& request);
-  void replaceEvents(const vorn::PropertyList& events);  // sends what stands beside the envelope
   void applyChange(const vorn::PropertyList& bundle, std::string_view profileName);
   void takeBundle(const vorn::PropertyList& bundle);  // the working copy is replaced, and all tabs are redrawn
   void noteChange(const vorn::PropertyList& bundle, std::string_view profileName);

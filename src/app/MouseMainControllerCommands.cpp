@@ -235,21 +235,11 @@ PropertyList MouseMainController::getSequenceDetails(std::uint8_t macro, std::ui
 }
 
 void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const PropertyList& newDict) {
-  replaceEvents(PropertyList::dictionary(
-      {{requestKeys::MacroID, macro}, {requestKeys::SequenceIdx, eventIndex}, {requestKeys::Sequence, newDict}}));
-}
-
-void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const PropertyList& newDict,
-                                             std::uint8_t releaseIndex, const PropertyList& newRelease) {
-  replaceEvents(PropertyList::dictionary({{requestKeys::MacroID, macro},
-                                          {requestKeys::SequenceIdx, eventIndex},
-                                          {requestKeys::Sequence, newDict},
-                                          {requestKeys::ReleaseIdx, releaseIndex},
-                                          {requestKeys::ReleaseSequence, newRelease}}));
-}
-
-void MouseMainController::replaceEvents(const PropertyList& events) {
-  if (statusOf(MessageID::UpdateMacroEvent, envelope().merging(events)) != 0) return;
+  const PropertyList request = envelope()
+                                   .with(requestKeys::MacroID, macro)
+                                   .with(requestKeys::SequenceIdx, eventIndex)
+                                   .with(requestKeys::Sequence, newDict);
+  if (statusOf(MessageID::UpdateMacroEvent, request) != 0) return;
   mMouseMacrosController->setStateOfTableButtonsWithState(true);
   mMouseMacrosController->setStateOfMacroTableWithState(true);
 }

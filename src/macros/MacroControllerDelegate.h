@@ -27,9 +27,6 @@ class MacroControllerDelegate {
   // The event dictionary; empty without an answer.
   virtual vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) = 0;
   virtual void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) = 0;
-  // The same, and the event in another row, its release, in one change.
-  virtual void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict,
-                                  std::uint8_t releaseIndex, const vorn::PropertyList& newRelease) = 0;
   virtual void removeEventAtIndex(int event, int forMacroAtIndex) = 0;
   virtual void removeAllEventsForMacroAtIndex(int macro) = 0;
   // delay in milliseconds, or the row whose delay every event takes; see the two entries of the details menu.

@@ -308,12 +308,10 @@ void MouseMacrosController::storeCaughtKey(bool setsPage, bool changesRelease) {
   const auto release = changesRelease ? vorn::releaseRowOf(mDetailsModel->lines(), line) : std::nullopt;
   const auto releaseRow = static_cast<std::uint8_t>(release.value_or(0));
   const PropertyList released = release ? macroDelegate->getSequenceDetails(macroRow, releaseRow) : PropertyList();
+  macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);
   // Keys of one name share their lines.
-  if (vorn::isReleaseOf(before, released)) {
-    macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict, releaseRow, withCaughtKey(released, setsPage));
-  } else {
-    macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);
-  }
+  if (vorn::isReleaseOf(before, released))
+    macroDelegate->updateSequenceInfo(macroRow, releaseRow, withCaughtKey(released, setsPage));
   fetchLines();
 }
 

@@ -70,7 +70,6 @@ class MouseMainControllerMacrosTest : public QObject {
   void a_recording_is_ended_by();
   void quitting_releases_the_device_before_it_saves_the_recording();
   void an_answer_to_a_replaced_event_enables_the_buttons();
-  void a_press_and_its_release_are_replaced_by_one_request();
   void a_new_macro_can_be_named_while_the_settings_are_loaded_anew();
   void a_macro_that_the_engine_refuses_is_told_and_nothing_is_loaded_anew();
   void an_export_asks_for_the_settings_only_where_there_is_an_engine_to_ask();
@@ -159,19 +158,6 @@ void MouseMainControllerMacrosTest::an_answer_to_a_replaced_event_enables_the_bu
     QCOMPARE(fixture.page("mAddMacro")->isEnabled(), status == 0);
     QCOMPARE(fixture.tab().mMacroTableView()->isEnabled(), status == 0);
   }
-}
-
-void MouseMainControllerMacrosTest::a_press_and_its_release_are_replaced_by_one_request() {
-  MacrosWindow fixture;
-  const PropertyList press = PropertyList::dictionary({{"command", 1}});
-  const PropertyList release = PropertyList::dictionary({{"command", 0}});
-  fixture.hub().updateSequenceInfo(1, 2, press, 6, release);
-  QVERIFY(fixture.link.requests ==
-          (std::vector<ScriptedLink::Request>{{MessageID::UpdateMacroEvent, request({{"macroID", 1},
-                                                                                     {"sequenceIdx", 2},
-                                                                                     {"sequence", press},
-                                                                                     {"releaseIdx", 6},
-                                                                                     {"releaseSequence", release}})}}));
 }
 
 void MouseMainControllerMacrosTest::a_new_macro_can_be_named_while_the_settings_are_loaded_anew() {

@@ -158,7 +158,7 @@ class MacroSheetsWithEngineTest : public QObject {
     open.click("mMacroEventEditOK");
     QCOMPARE(open.lines().value(0), QStringLiteral("Key Press Z"));
     QCOMPARE(open.lines().value(2), QStringLiteral("Key Release Z"));
-    QCOMPARE(open.requests(MessageID::UpdateMacroEvent), 1);
+    QCOMPARE(open.requests(MessageID::UpdateMacroEvent), 2);
   }
 
   void batches_that_wait_at_a_stop_are_shown_once() {

@@ -49,15 +49,6 @@ class RecordingMacros : public MacroControllerDelegate {
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict) override {
     note(QStringLiteral("updateSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
   }
-  void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict, std::uint8_t release,
-                          const PropertyList& newRelease) override {
-    note(QStringLiteral("updateSequenceInfo(%1, %2, %3, %4, %5)")
-             .arg(macro)
-             .arg(event)
-             .arg(text(newDict))
-             .arg(release)
-             .arg(text(newRelease)));
-  }
   void removeEventAtIndex(int event, int macro) override {
     note(QStringLiteral("removeEventAtIndex(%1, %2)").arg(event).arg(macro));
   }

@@ -44,15 +44,15 @@ class MouseMacrosControllerReleaseTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void theReleaseChangesWithThePressInOneRequest() {
+  void theReleaseChangesWithThePress() {
     ReleaseFixture fixture(0);
     QVERIFY(fixture.box()->isVisible());
     QVERIFY(fixture.box()->isChecked());
     QCOMPARE(fixture.box()->text(), QStringLiteral("Also change its release"));
     QCOMPARE(fixture.sent(),
              (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 0)", "getSequenceDetails(0, 6)",
-                          "updateSequenceInfo(0, 0, " + text(1, 29) + ", 6, " + text(0, 29) + ")",
-                          "getMacroDetailsForMacroAtIndex(0)"}));
+                          "updateSequenceInfo(0, 0, " + text(1, 29) + ")",
+                          "updateSequenceInfo(0, 6, " + text(0, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
   }
 
   void withoutTheBoxThePressChangesAlone() {

@@ -100,11 +100,7 @@ Answer getMacroEvent(EngineParts& parts, const Request& request) {
 
 Answer updateMacroEvent(EngineParts& parts, const Request& request) {
   return answer(change(parts, request, "replace an event", [&](const PropertyList& bundle) {
-    MacroResult replaced =
-        withReplacedEvent(bundle, macroID(request), row(request), request.body[requestKeys::Sequence]);
-    const PropertyList& release = request.body[requestKeys::ReleaseIdx];
-    if (replaced.status != ReturnStatus::Done || release.isNone()) return replaced;
-    return withReplacedEvent(replaced.value, macroID(request), release, request.body[requestKeys::ReleaseSequence]);
+    return withReplacedEvent(bundle, macroID(request), row(request), request.body[requestKeys::Sequence]);
   }));
 }
 

@@ -108,22 +108,6 @@ TEST_F(MacroRequestsTest, GiveAndReplaceTheEventOfARow) {
   EXPECT_EQ(ask(MessageID::GetMacroEvent, {{"macroID", 0}, {"sequenceIdx", 0}}), status(ReturnStatus::OutOfRange));
 }
 
-TEST_F(MacroRequestsTest, ReplaceAPressAndItsReleaseInOneChangeOrNeither) {
-  const auto replace = [this](int releaseRow, const PropertyList& release) {
-    return ask(MessageID::UpdateMacroEvent, {{"macroID", 1},
-                                             {"sequenceIdx", 0},
-                                             {"sequence", keyPress(6, 0)},
-                                             {"releaseIdx", releaseRow},
-                                             {"releaseSequence", release}});
-  };
-  const PropertyList before = bundleWithMacros({macro("a", 0), macro("b", 1, twoEvents()), macro("c", 2)});
-  EXPECT_EQ(replace(4, keyRelease(6, 50)), status(ReturnStatus::OutOfRange));
-  EXPECT_EQ(replace(2, keyRelease(3, 50)), status(ReturnStatus::Malformed));
-  expectSettings(before);
-  EXPECT_EQ(replace(2, keyRelease(6, 50)), done);
-  expectSettings(bundleWithMacros({macro("a", 0), macro("b", 1, {keyPress(6, 0), keyRelease(6, 50)}), macro("c", 2)}));
-}
-
 TEST_F(MacroRequestsTest, RemoveEventsByRow) {
   EXPECT_EQ(ask(MessageID::RemoveMacroEvent, {{"macroID", 1}, {"macroEventTableIndex", 1}}), done);
   expectSettings(bundleWithMacros({macro("a", 0), macro("b", 1, {keyPress(4, 0), keyRelease(4, 0)}), macro("c", 2)}));
