@@ -174,7 +174,8 @@ void MouseButtonController::openSingleKeySheet(const SheetContext& context) {
     connect(mSingleKey, &SingleKeySheet::keyChosen, this, [this](int usage, int modifiers) {
       // A modifier alone is told by its bit.
       const bool isModifier = usage >= vorn::hid::firstModifier;
-      takeCaughtKey(isModifier ? 0 : usage, isModifier ? modifiers | 1 << (usage - vorn::hid::firstModifier) : modifiers);
+      takeCaughtKey(isModifier ? 0 : usage,
+                    isModifier ? modifiers | 1 << (usage - vorn::hid::firstModifier) : modifiers);
     });
     connect(mSingleKey, &QDialog::finished, this, [this] { sheetDidEnd(mSingleKeyContext); });
   }

@@ -216,8 +216,7 @@ class MousePerformanceControllerFieldsTest : public QObject {
       open.click("mStageThree");
     }
     COMPARE_REQUESTS(
-        open,
-        request({{"Stages", stages}, {"StageValue", 2}, {"DPIX", 1600}, {"DPIY", 800}, {"IndependentXYOn", 1}}));
+        open, request({{"Stages", stages}, {"StageValue", 2}, {"DPIX", 1600}, {"DPIY", 800}, {"IndependentXYOn", 1}}));
     QVERIFY(!open.sheet()->isVisible());
     QCOMPARE(open.readout(), QStringLiteral("X = 1600, Y = 800 DPI"));
     QVERIFY(open.find<StageChip>("mStageThree")->isCurrent());

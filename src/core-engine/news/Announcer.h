@@ -1,8 +1,8 @@
 // Tells a client that the engine hears of for the first time whether the mouse is here. A client that registers begins
 // to listen for news only at the end of its start-up, so the engine announces the mouse a little later, and once more
 // when the client does not seem to have heard it. One that sends anything else first has started before the engine: it
-// is told of a mouse that is here, unless it is gone again by then; a visitor (Request.h) is told nothing. Nothing is scheduled but within a second after a
-// registration or the first request of a client. One thread, the engine's.
+// is told of a mouse that is here, unless it is gone again by then; a visitor (Request.h) is told nothing. Nothing is
+// scheduled but within a second after a registration or the first request of a client. One thread, the engine's.
 #pragma once
 
 #include <cstddef>
