@@ -158,7 +158,7 @@ class MouseMainController : public QObject,
   void updateBatteryLevel(const vorn::PropertyList& info);
   void updateBatteryStatus(const vorn::PropertyList& info);
   void runChargingBattery();
-  void FWQueryThreadAboutToRun();    // asks every 3 s
+  void FWQueryThreadAboutToRun();    // asks every 3 s, as long as the version is not known
   void batteryThreadAboutToRun();    // asks for the charging status every 10 s; nothing starts it
   void chargingBatteryAboutToRun();  // steps the battery icon once a second, the first time at once
   std::string mFirmwareVersionString() const;

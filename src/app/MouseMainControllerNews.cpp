@@ -207,8 +207,16 @@ std::string MouseMainController::mFirmwareVersionString() const {
 }
 
 void MouseMainController::setMFirmwareVersionString(const std::string& version) {
-  const std::lock_guard lock(mFirmwareVersionMutex);
-  firmwareVersionString = version;
+  {
+    const std::lock_guard lock(mFirmwareVersionMutex);
+    firmwareVersionString = version;
+  }
+  // What is known is not asked for, and nothing wakes the program for it.
+  if (!version.empty()) {
+    mFirmwareThread.stop();
+  } else if (mHasStarted) {
+    FWQueryThreadAboutToRun();
+  }
 }
 
 void MouseMainController::setDriverVersions() {
@@ -221,7 +229,7 @@ void MouseMainController::setDriverVersions() {
 }
 
 void MouseMainController::FWQueryThreadAboutToRun() {
-  mFirmwareThread.start(3s, [this] { setDriverVersions(); });
+  if (mFirmwareVersionString().empty()) mFirmwareThread.start(3s, [this] { setDriverVersions(); });
 }
 
 void MouseMainController::batteryThreadAboutToRun() {

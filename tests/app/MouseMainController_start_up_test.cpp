@@ -4,6 +4,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <condition_variable>
 #include <mutex>
 
@@ -455,8 +456,11 @@ void MouseMainControllerStartUpTest::the_firmware_version_is_asked_for_every_thr
                              PropertyList::dictionary({{vorn::newsKeys::MessageID, 14},
                                                        {vorn::newsKeys::ReturnStatus, 0},
                                                        {vorn::newsKeys::FirmwareVersion, "1.04"}}));
+  // Nothing sleeps and asks any more.
+  const std::size_t sleeps = stepped.intervals.size();
   stepped.letOnePass();
-  stepped.waitForSleeps(4);
+  fixture.hub().FWQueryThreadAboutToRun();
+  QCOMPARE(stepped.intervals.size(), sleeps);
   QVERIFY(fixture.link.requests == twice);
   for (const auto interval : stepped.intervals) QCOMPARE(interval.count(), 3000);
   QCOMPARE(fixture.text("mFirmwareVersion"), QStringLiteral("1.04"));
@@ -470,10 +474,17 @@ void MouseMainControllerStartUpTest::a_firmware_version_that_is_unknown_for_lack
   fixture.link.answer(MessageID::RegisterDevice, statusAnswer(false));
   fixture.start({});
   fixture.link.requests.clear();
+  QVERIFY(stepped.intervals.empty());
+  // Until a mouse comes.
+  fixture.notifications.post("Device Attached 273", "", {});
   stepped.waitForSleeps(1);
+  const auto isQuery = [](const ScriptedLink::Request& sent) {
+    return sent.messageID == MessageID::QueryFirmwareVersion;
+  };
+  QCOMPARE(std::ranges::count_if(fixture.link.requests, isQuery), 1);
   stepped.letOnePass();
   stepped.waitForSleeps(2);
-  QVERIFY(fixture.link.requests.empty());
+  QCOMPARE(std::ranges::count_if(fixture.link.requests, isQuery), 2);
 }
 
 void MouseMainControllerStartUpTest::quitting_releases_the_device_with_its_product_only_and_waits_for_nothing() {
