@@ -37,6 +37,12 @@ void RightClickMenuTable::paintEvent(QPaintEvent* event) {
   drawRowFocus(*this);
 }
 
+// The frame of the focus goes beyond the rows that the view paints anew.
+void RightClickMenuTable::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTableView::selectionChanged(selected, deselected);
+  viewport()->update();
+}
+
 void RightClickMenuTable::showMenuAt(const QPoint& globalPosition) {
   if (!isEnabled()) return;
   auto* menu = new QMenu(this);

@@ -4,14 +4,13 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
-#include <QStyleOptionFocusRect>
 
 #include "platform/Localization.h"
 #include "profiles/MouseProfilesController.h"
 #include "profiles/ProfileMenu.h"
 #include "profiles/ProfilesTableModel.h"
+#include "widgets/RowFocus.h"
 
 namespace skarn {
 
@@ -142,16 +141,13 @@ bool NSTableViewSubClass::edit(const QModelIndex& index, EditTrigger trigger, QE
 
 void NSTableViewSubClass::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
-  const int row = selectedRow();
-  if (!hasFocus()) return;
-  QStyleOptionFocusRect frame;
-  frame.initFrom(this);
-  const int last = ProfilesTableModel::AutoSwitch;
-  // Without a row the keyboard is at the list as a whole.
-  frame.rect = row < 0 ? viewport()->rect().adjusted(1, 1, -1, -1)
-                       : visualRect(model()->index(row, 0)).united(visualRect(model()->index(row, last)));
-  QPainter painter(viewport());
-  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+  drawRowFocus(*this);
+}
+
+// The frame of the focus goes beyond the rows that the view paints anew.
+void NSTableViewSubClass::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTableView::selectionChanged(selected, deselected);
+  viewport()->update();
 }
 
 QItemSelectionModel::SelectionFlags NSTableViewSubClass::selectionCommand(const QModelIndex& index,

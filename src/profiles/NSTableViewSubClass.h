@@ -44,6 +44,7 @@ class NSTableViewSubClass : public QTableView {
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   // With the keyboard's focus, the selected row has the frame that shows it; without a row, the whole list.
   void paintEvent(QPaintEvent* event) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 

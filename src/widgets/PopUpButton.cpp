@@ -118,7 +118,7 @@ PopUpButton::PopUpButton(QWidget* parent) : QToolButton(parent), mMenu(new ItemM
   setAttribute(Qt::WA_Hover);
   connect(this, &QAbstractButton::clicked, this, &PopUpButton::openMenu);
   connect(mMenu, &QMenu::aboutToShow, this, &PopUpButton::prepareMenu);
-  connect(mMenu, &QMenu::aboutToHide, this, [this] { endHoverUnlessUnderPointer(*this); });
+  endHoverWithMenu(*this, *mMenu);
 }
 
 PopUpButton::~PopUpButton() = default;

@@ -44,10 +44,8 @@ PullDownButton::PullDownButton(QWidget* parent) : QToolButton(parent) {
     if (!mIsEnabled) return;
     for (QAction* item : menu->actions()) item->setEnabled(mIsEnabled(*item));
   });
-  connect(menu, &QMenu::aboutToHide, this, [this] {
-    setDown(false);
-    endHoverUnlessUnderPointer(*this);
-  });
+  connect(menu, &QMenu::aboutToHide, this, [this] { setDown(false); });
+  endHoverWithMenu(*this, *menu);
 }
 
 void PullDownButton::openMenu() {

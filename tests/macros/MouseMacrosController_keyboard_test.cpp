@@ -1,6 +1,7 @@
 // The Macros tab by the keyboard alone, without a macro to click on, and as a screen reader finds it.
 #include <QAccessible>
 #include <QLabel>
+#include <QPaintEvent>
 #include <QTest>
 
 #include "macros/EditingFixture.h"
@@ -24,6 +25,22 @@ bool showsFocus(QTableView* table) {
   table->setFocus();
   return table->hasFocus() && pictureOf(table) != without;
 }
+
+// What of a widget is painted from now on.
+class PaintedRegion : public QObject {
+ public:
+  explicit PaintedRegion(QWidget* widget) { widget->installEventFilter(this); }
+
+  const QRegion& region() const { return mRegion; }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) mRegion += static_cast<QPaintEvent*>(event)->region();
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  QRegion mRegion;
+};
 
 QStringList enabledTitles(const QMenu& menu) {
   QStringList titles;
@@ -60,6 +77,19 @@ class MouseMacrosControllerKeyboardTest : public QObject {
     QVERIFY(showsFocus(fixture.lines()));
     fixture.clickRow(fixture.lines(), 2);
     QVERIFY(showsFocus(fixture.lines()));
+  }
+
+  // The frame of the whole table would stay beside that of the row.
+  void theWholeTableIsPaintedAnewWhenItsFirstRowIsSelected() {
+    MacrosFixture fixture;
+    QTableView* table = fixture.macros();
+    table->setFocus();
+    QVERIFY(QTest::qWaitForWindowExposed(table->window()));
+    QCoreApplication::processEvents();
+    PaintedRegion painted(table->viewport());
+    fixture.selectMacro(1);
+    QTRY_VERIFY(!painted.region().isEmpty());
+    QCOMPARE(painted.region().intersected(table->viewport()->rect()), QRegion(table->viewport()->rect()));
   }
 
   void deleteInTheListAsksAsTheMinusButtonDoes() {

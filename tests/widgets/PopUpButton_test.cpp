@@ -288,6 +288,20 @@ class PopUpButtonTest : public QObject {
     QCOMPARE(fixture.button.grab().toImage() == normal, !isOverButton);
   }
 
+  void theHoverEndsWithASheetThatAKeyOpensFromTheMenu() {
+    Fixture fixture;
+    QDialog sheet(&fixture.button);
+    sheet.setWindowModality(Qt::WindowModal);
+    connect(&fixture.button, &PopUpButton::itemChosen, &sheet, &QDialog::open);
+    QTest::mouseMove(&fixture.button);
+    fixture.button.openMenu();
+    fixture.button.setAttribute(Qt::WA_UnderMouse);
+    QTest::keyClick(fixture.menu(), Qt::Key_Down);
+    QTest::keyClick(fixture.menu(), Qt::Key_Return);
+    QVERIFY(sheet.isVisible());
+    QVERIFY(!fixture.button.underMouse());
+  }
+
   void aDisabledButtonDoesNotOpen() {
     Fixture fixture;
     fixture.button.setEnabled(false);
