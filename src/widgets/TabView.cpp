@@ -7,6 +7,8 @@ namespace skarn {
 
 TabView::TabView(QWidget* parent) : QTabWidget(parent) {
   tabBar()->setDrawBase(false);
+  // Otherwise the first control of the new page takes the keyboard from the page that goes.
+  tabBar()->setFocusPolicy(Qt::StrongFocus);
   connect(this, &QTabWidget::currentChanged, this, &TabView::namePages);
 }
 
