@@ -396,8 +396,8 @@
         <translation>Delete the selected macro</translation>
     </message>
     <message id="lkeyDeleteMacroAlertDesc">
-        <source>The macro and its recorded events are removed from the mouse. Buttons that play it lose this assignment. This cannot be undone.</source>
-        <translation>The macro and its recorded events are removed from the mouse. Buttons that play it lose this assignment. This cannot be undone.</translation>
+        <source>The macro and its recorded events are removed from the mouse. This cannot be undone; export the macro first if you want to keep a copy.</source>
+        <translation>The macro and its recorded events are removed from the mouse. This cannot be undone; export the macro first if you want to keep a copy.</translation>
     </message>
     <message id="lkeyDeleteMacroAlertTitle">
         <source>Delete Macro “%1”?</source>

@@ -10,7 +10,10 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
 #include <QTextDocumentFragment>
+#include <QTextLayout>
 #include <QToolTip>
 #include <QWindow>
 
@@ -649,6 +652,21 @@ class PopUpButtonTest : public QObject {
     QHelpEvent help(QEvent::ToolTip, {10, 10}, fixture.button.mapToGlobal(QPoint(10, 10)));
     QApplication::sendEvent(&fixture.button, &help);
     QCOMPARE(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(), fixture.button.shownTitle());
+  }
+
+  void theTooltipWrapsLongTitlesOnly() {
+    Fixture fixture;
+    const auto linesOfTip = [&](const QString& title) {
+      fixture.button.selectItemWithTitle(title);
+      QHelpEvent help(QEvent::ToolTip, {10, 10}, fixture.button.mapToGlobal(QPoint(10, 10)));
+      QApplication::sendEvent(&fixture.button, &help);
+      QTextDocument tip;
+      tip.setHtml(QToolTip::text());
+      tip.adjustSize();
+      return tip.firstBlock().layout()->lineCount();
+    };
+    QCOMPARE(linesOfTip(QStringLiteral("Single Key : Left Control + Left Shift + Left Alt + F12")), 1);
+    QVERIFY(linesOfTip(QStringLiteral("Macro : ") + QStringLiteral("Words ").repeated(100)) > 1);
   }
 
   void aDisabledButtonSaysWhyInstead() {
