@@ -16,6 +16,7 @@ constexpr int leastWidth = 64;
 constexpr int verticalPadding = 8;
 constexpr qreal radius = 6;
 constexpr qreal outlineWidth = 2;
+constexpr int focusInset = 3;
 
 }  // namespace
 
@@ -67,6 +68,8 @@ void StageChip::paintEvent(QPaintEvent*) {
   if (hasFocus()) {
     QStyleOptionFocusRect frame;
     frame.initFrom(this);
+    // Within the outline of the current stage, which would hide it.
+    if (mIsCurrent) frame.rect.adjust(focusInset, focusInset, -focusInset, -focusInset);
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
   }
   painter.setFont(shownFont(mIsCurrent));

@@ -174,6 +174,15 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
     case CE_MenuItem:
       if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) drawMenuItem(item, painter);
       return;
+    case CE_PushButton:
+      QProxyStyle::drawControl(element, option, painter, widget);
+      if (option->state & State_HasFocus) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(*option);
+        focus.rect = subElementRect(SE_PushButtonFocusRect, option, widget);
+        proxy()->drawPrimitive(PE_FrameFocusRect, &focus, painter, widget);
+      }
+      return;
     case CE_MenuEmptyArea:
       painter->fillRect(option->rect, option->palette.color(QPalette::Base));
       return;

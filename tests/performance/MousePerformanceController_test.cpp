@@ -222,6 +222,17 @@ class MousePerformanceControllerTest : public QObject {
     open.release("mXDpiSlider", 800);
   }
 
+  void theCurrentStageKeepsItsOutlineWithTheKeyboard() {
+    PerformanceTab open;
+    auto* chip = open.find<StageChip>("mStageTwo");
+    const QRgb outline = chip->grab().toImage().pixel(chip->width() / 2, 1);
+    QVERIFY(QTest::qWaitForWindowActive(chip));
+    chip->setFocus();
+    QVERIFY(chip->hasFocus());
+    QCOMPARE(chip->grab().toImage().pixel(chip->width() / 2, 0), outline);
+    QCOMPARE(chip->grab().toImage().pixel(chip->width() / 2, 1), outline);
+  }
+
   void aStageIsReadOutWithItsUnit() {
     PerformanceTab open;
     QCOMPARE(open.find<StageChip>("mStageTwo")->accessibleName(), QStringLiteral("800 DPI"));

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -89,6 +90,28 @@ class SkarnStyleTest : public QObject {
       isFound = cut == pictureOf(whole.left(letters) + QChar(0x2026));
     }
     QVERIFY(isFound);
+  }
+
+  void aButtonShowsThatTheKeyboardIsThere_data() {
+    QTest::addColumn<bool>("isDefault");
+    QTest::newRow("any button") << false;
+    QTest::newRow("the button that Return presses") << true;
+  }
+
+  void aButtonShowsThatTheKeyboardIsThere() {
+    QFETCH(bool, isDefault);
+    QDialog window;
+    QPushButton button(QStringLiteral("Restore"), &window);
+    QLineEdit field(&window);
+    button.setAutoDefault(false);
+    button.setDefault(isDefault);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    field.setFocus();
+    const QImage without = button.grab().toImage();
+    button.setFocus();
+    QVERIFY(button.hasFocus());
+    QVERIFY(button.grab().toImage() != without);
   }
 
   void colorsFollowAChangeOfThePalette() {
