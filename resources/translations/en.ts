@@ -1465,6 +1465,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Thumb grid</source>
         <translation>Thumb grid</translation>
     </message>
+    <message id="lkeyTypeEvents">
+        <source>Type what the macro shall do.</source>
+        <translation>Type what the macro shall do.</translation>
+    </message>
     <message id="lkeyUnderglow">
         <source>Underglow</source>
         <translation>Underglow</translation>

@@ -237,6 +237,7 @@ void MouseMacrosController::updateControls() {
     rule.control->setToolTip(rule.why.isEmpty() && isButton ? rule.control->accessibleName() : rule.why);
     rule.control->setEnabled(rule.why.isEmpty());
   }
+  mUi->mNoEventsLabel->setText(localized(isRecording ? "lkeyTypeEvents" : "lkeyNoEvents"));
   if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyWhileRecording"));
 }
 

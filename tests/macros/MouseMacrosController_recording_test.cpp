@@ -1,4 +1,5 @@
 // The Macros tab records, appends and stops.
+#include <QLabel>
 #include <QMessageBox>
 
 #include "macros/MacrosFixture.h"
@@ -314,7 +315,10 @@ class MouseMacrosControllerRecordingTest : public QObject {
     QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
     // Where the window takes what is typed, the button cannot be reached by it.
     QVERIFY(button->toolTip().contains(QStringLiteral("Pause")));
+    const auto* hint = fixture.find<QLabel>("mNoEventsLabel");
+    QCOMPARE(hint->text(), QStringLiteral("Type what the macro shall do."));
     fixture.click("mRecordMacroDetails");
+    QCOMPARE(hint->text(), QStringLiteral("Record to add events."));
     QCOMPARE(button->toolTip(), QString());
   }
 
