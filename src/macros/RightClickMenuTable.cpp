@@ -14,6 +14,8 @@ void RightClickMenuTable::mousePressEvent(QMouseEvent* event) {
     QTableView::mousePressEvent(event);
     return;
   }
+  const int row = rowAt(event->position().toPoint().y());
+  if (row >= 0 && !selectionModel()->isRowSelected(row)) selectRow(row);
   showMenuAt(event->globalPosition().toPoint());
 }
 

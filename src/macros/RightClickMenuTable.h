@@ -1,6 +1,6 @@
-// A table with a menu of its own: a right click or the menu key opens it at once, without changing the selection. A
-// disabled table opens none. The row that the keyboard is at has a frame, and Delete asks for its deletion. Main
-// thread.
+// A table with a menu of its own: a right click on a row selects it, as a left click does, and opens the menu; the menu
+// key opens it for the selected row. A disabled table opens none. The row that the keyboard is at has a frame, and
+// Delete asks for its deletion. Main thread.
 #pragma once
 
 #include <QTableView>

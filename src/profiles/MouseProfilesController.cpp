@@ -47,9 +47,9 @@ MouseProfilesController::MouseProfilesController(QWidget* parent)
   setUpTable();
   setUpGearMenu();
   // What comes of the press comes before.
-  connect(mUi->mDeleteProfile, &QAbstractButton::released, this, &MouseProfilesController::forgetEdited,
+  connect(mUi->mDeleteProfile, &QAbstractButton::released, this, &MouseProfilesController::forgetTarget,
           Qt::QueuedConnection);
-  connect(mUi->mSettingsButton->menu(), &QMenu::aboutToHide, this, &MouseProfilesController::forgetEdited,
+  connect(mUi->mSettingsButton->menu(), &QMenu::aboutToHide, this, &MouseProfilesController::forgetTarget,
           Qt::QueuedConnection);
   connect(mUi->mAddProfile, &QAbstractButton::clicked, this, [this] { clickAdd(); });
   connect(mUi->mDeleteProfile, &QAbstractButton::clicked, this, [this] { clickDelete(); });
@@ -85,7 +85,7 @@ void MouseProfilesController::setUpTable() {
             const Qt::MouseButtons held = QApplication::mouseButtons();
             const QWidget* pressed = held != Qt::NoButton ? QApplication::focusWidget() : nullptr;
             const bool opensMenu = pressed == mUi->mSettingsButton || (pressed == table && (held & Qt::RightButton));
-            if (opensMenu || pressed == mUi->mDeleteProfile) rememberEdited(row);
+            if (opensMenu || pressed == mUi->mDeleteProfile) rememberTarget(row);
           });
   // A name given up after an add leaves the new row selected, and the tabs would change a profile that they do not
   // show.
@@ -138,29 +138,36 @@ int MouseProfilesController::selectedRow() const {
 }
 
 int MouseProfilesController::targetRow() const {
-  const auto edited = mEdited ? mEdited->placeIn(profilesArray) : std::nullopt;
-  return edited ? static_cast<int>(*edited) : selectedRow();
+  const auto place = mTarget ? mTarget->placeIn(profilesArray) : std::nullopt;
+  return place ? static_cast<int>(*place) : selectedRow();
 }
 
 int MouseProfilesController::takeTargetRow() {
   const int row = targetRow();
-  mEdited.reset();
+  mTarget.reset();
   return row;
 }
 
-void MouseProfilesController::rememberEdited(int row) {
-  mEdited.emplace(profilesArray, row, keys::ProfileName);
+void MouseProfilesController::rememberTarget(int row) {
+  mTarget.emplace(profilesArray, row, keys::ProfileName);
 }
 
-void MouseProfilesController::forgetEdited() {
-  mEdited.reset();
+void MouseProfilesController::forgetTarget() {
+  mTarget.reset();
+}
+
+bool MouseProfilesController::isTargetGone() {
+  if (!mTarget || mTarget->placeIn(profilesArray)) return false;
+  showGoneAlert(sheetParent(), QString::fromStdString(mTarget->name()));
+  mTarget.reset();
+  return true;
 }
 
 void MouseProfilesController::endEdit() {
   const int row = mCells->editedRow();
   if (row < 0) return;
   mCells->takeEditOver();
-  rememberEdited(row);
+  rememberTarget(row);
 }
 
 void MouseProfilesController::mean(int row) {
@@ -333,7 +340,7 @@ void MouseProfilesController::explainControls() {
 // --- Menus
 
 void MouseProfilesController::addMenuItems(QMenu& menu) {
-  connect(&menu, &QMenu::aboutToHide, this, &MouseProfilesController::forgetEdited, Qt::QueuedConnection);
+  connect(&menu, &QMenu::aboutToHide, this, &MouseProfilesController::forgetTarget, Qt::QueuedConnection);
   addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), [this](int tag) { selectMenuItem(tag); });
 }
 
@@ -360,7 +367,9 @@ bool MouseProfilesController::validateMenuItem(const QAction& item) const {
 
 void MouseProfilesController::selectMenuItem(int tag) {
   endEdit();
-  switch (static_cast<ProfileItem>(tag)) {
+  const auto item = static_cast<ProfileItem>(tag);
+  if (item != ProfileItem::New && item != ProfileItem::Import && isTargetGone()) return;
+  switch (item) {
     case ProfileItem::Rename:
       editTarget();
       break;
@@ -422,6 +431,7 @@ void MouseProfilesController::showAlert(const char* title, const QString& inform
 
 void MouseProfilesController::clickDelete() {
   endEdit();
+  if (isTargetGone()) return;
   showAlert("lkeyDeleteProfileAlertTitle",
             withLostAssignments(localized("lkeyDeleteProfileAlertDesc"), profilesArray,
                                 {vorn::AssignmentCommand::Profile, targetRow(), profilesArray.size()}),

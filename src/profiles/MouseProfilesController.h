@@ -96,6 +96,9 @@ class MouseProfilesController : public QWidget {
   QString reasonAgainst(int tag) const;
   // Adds the nine items, each of which calls selectMenuItem.
   void addMenuItems(QMenu& menu);
+  // The next action is for this row's profile, whatever row is selected then, until the menu closes that is being
+  // opened.
+  void rememberTarget(int row);
 
   // --- The table's data source and delegate. The rest of it is ProfilesTableModel. A column is one of its identifiers.
   // Enables Delete by the number of rows.
@@ -151,15 +154,15 @@ class MouseProfilesController : public QWidget {
   void tellRefusal(const vorn::PropertyList& profile, std::optional<vorn::ReturnStatus> status);
   void renameProfile(int row, const QString& name);
   void setAutoSwitch(int row, int value);
-  // What an action is for: the selected row, or the one whose name was being edited when the mouse was pressed on the
-  // action's control. -1 for none.
+  // What an action is for: the selected row, or the one that its menu was opened on, or the one whose name was being
+  // edited when the mouse was pressed on the action's control. -1 for none.
   int targetRow() const;
   const vorn::PropertyList& targetProfile() const { return profilesArray.at(targetRow()); }
   // The same, once: the next action is for the selected row again.
   int takeTargetRow();
-  // The next action is for this row, whatever row is selected then.
-  void rememberEdited(int row);
-  void forgetEdited();
+  void forgetTarget();
+  // Is the profile gone that the action was to be for? Says so then, and the action is over.
+  bool isTargetGone();
   // Takes a typed name over. The action that is beginning is for the row that was edited.
   void endEdit();
   void editTarget();
@@ -197,7 +200,7 @@ class MouseProfilesController : public QWidget {
   QPointer<QDialog> mProfileSavePanel;
 
   std::optional<vorn::RememberedRecord> mMeant;   // what the open sheet is for
-  std::optional<vorn::RememberedRecord> mEdited;  // its name was being edited when the mouse was pressed elsewhere
+  std::optional<vorn::RememberedRecord> mTarget;  // what the next action is for, where that is not the selected row
 
   bool mIsAddProfile = false;
   bool mNeedsUpdate = false;

@@ -30,7 +30,7 @@ std::string MouseProfilesController::checkForDuplicateName(const PropertyList& p
 
 void MouseProfilesController::clickAdd() {
   endEdit();
-  mEdited.reset();
+  mTarget.reset();
   // A menu that was open while the list grew still offers it.
   if (!profileDelegate || isFull()) return;
   mIsAddProfile = true;

@@ -38,12 +38,24 @@ void NSTableViewSubClass::rightMouseDown(const QPoint& globalPosition) {
   mMenu->popup(globalPosition);
 }
 
+bool NSTableViewSubClass::selectForMenu(int row) {
+  if (row < 0 || !isEnabled() || mouseProfilesController == nullptr) return true;
+  if (row != selectedRow()) {
+    selectionModel()->setCurrentIndex(model()->index(row, ProfilesTableModel::Name),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  }
+  // A switch that was refused has selected another row, which was not meant.
+  if (row != selectedRow()) return false;
+  mouseProfilesController->rememberTarget(row);
+  return true;
+}
+
 // A disabled table gets no mouse events but these.
 bool NSTableViewSubClass::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress) {
     const auto* press = static_cast<QMouseEvent*>(event);
     if (press->button() == Qt::RightButton) {
-      rightMouseDown(press->globalPosition().toPoint());
+      if (selectForMenu(indexAt(press->pos()).row())) rightMouseDown(press->globalPosition().toPoint());
       return true;
     }
   }

@@ -1,9 +1,10 @@
 // The table of profiles: a table with a menu on the right mouse button and the Menu key. Main thread.
 //
-// The menu acts on the selected row; opening it never changes the selection. A click in the column of check boxes acts
-// on the box alone. From the keyboard, Space ticks or unticks the selected row's box, Return or F2 edits its name and
-// Delete asks to delete it. One row is selected: neither Ctrl nor Shift takes a row out or adds one, dragging over rows
-// selects none of them, and a click below the rows leaves it selected.
+// A press of the right button on a row selects it first, as the left one does; the menu acts on that row, and on the
+// selected one where the press is on none. A click in the column of check boxes acts on the box alone. From the
+// keyboard, Space ticks or unticks the selected row's box, Return or F2 edits its name and Delete asks to delete it.
+// One row is selected: neither Ctrl nor Shift takes a row out or adds one, dragging over rows selects none of them, and
+// a click below the rows leaves it selected.
 #pragma once
 
 #include <QMenu>
@@ -51,6 +52,8 @@ class NSTableViewSubClass : public QTableView {
  private:
   QModelIndex boxAt(const QPoint& position) const;
   void toggle(const QModelIndex& box);
+  // False when the row cannot be selected: there is no menu then. True where there is no row.
+  bool selectForMenu(int row);
   void moveByKey(QKeyEvent* event);
 
   QPersistentModelIndex mPressedBox;

@@ -100,7 +100,7 @@ class MacroMenusTest : public QObject {
     MacrosFixture fixture;
     const QStringList expected = texts({"lkeyNew", "lkeyImport"});
     QCOMPARE(gearEntries(fixture, "mSettingsMacro"), expected);
-    QCOMPARE(rightClickEntries(fixture, fixture.macros()), expected);
+    QCOMPARE(rightClickEntries(fixture, fixture.macros(), -1), expected);
     QCOMPARE(validDetails(fixture), QStringList());
   }
 
@@ -108,7 +108,7 @@ class MacroMenusTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(1);
     QCOMPARE(gearEntries(fixture, "mSettingsMacro"), texts(macroKeys));
-    QCOMPARE(rightClickEntries(fixture, fixture.macros()), texts(macroKeys));
+    QCOMPARE(rightClickEntries(fixture, fixture.macros(), 1), texts(macroKeys));
   }
 
   void theSelectedLineDecidesWhichDetailsEntriesAreOffered_data() {
@@ -131,7 +131,7 @@ class MacroMenusTest : public QObject {
     fixture.selectMacro(macro);
     if (line >= 0) fixture.clickRow(fixture.lines(), line);
     QCOMPARE(gearEntries(fixture, "mSettingsMacroDetails"), texts(keys));
-    QCOMPARE(rightClickEntries(fixture, fixture.lines()), texts(keys));
+    QCOMPARE(rightClickEntries(fixture, fixture.lines(), line), texts(keys));
   }
 
   void aDisabledEntrySaysWhy_data() {
@@ -216,14 +216,45 @@ class MacroMenusTest : public QObject {
     QCOMPARE(!fixture.delegate.take().isEmpty() || fixture.find("mEditDelayWindow")->isVisible(), canEdit);
   }
 
-  void aRightClickLeavesTheSelectionAsItIs() {
+  void aRightClickOnARowSelectsItAndItsMenuActsOnIt() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    QMenu* macroMenu = fixture.rightClick(fixture.macros(), 1);
+    QVERIFY(macroMenu != nullptr);
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 1);
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(1));
+    MacrosFixture::itemOf(*macroMenu, 5)->trigger();
+    macroMenu->close();
+    QCOMPARE(fixture.alert()->text(), QStringLiteral("Delete Macro “Greeting”?"));
+    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    QTRY_VERIFY(fixture.alert() == nullptr);
+    QCOMPARE(fixture.delegate.take().mid(0, 2),
+             (QStringList{"getMacroDetailsForMacroAtIndex(1)", "deleteMacroAtIndex(1)"}));
+  }
+
+  void aRightClickOnALineSelectsItAndItsMenuActsOnIt() {
     MacrosFixture fixture;
     fixture.selectMacro(0);
     fixture.clickRow(fixture.lines(), 1);
-    QCOMPARE(rightClickEntries(fixture, fixture.macros(), 2), texts(macroKeys));
-    QCOMPARE(rightClickEntries(fixture, fixture.lines(), 4), texts(detailsKeys));
-    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 0);
-    QCOMPARE(MacrosFixture::selectedRow(fixture.lines()), 1);
+    QMenu* menu = fixture.rightClick(fixture.lines(), 4);
+    QVERIFY(menu != nullptr);
+    QCOMPARE(MacrosFixture::selectedRow(fixture.lines()), 4);
+    MacrosFixture::itemOf(*menu, 3)->trigger();
+    menu->close();
+    QCOMPARE(fixture.delegate.take(), (QStringList{"removeEventAtIndex(4, 0)", "getMacroDetailsForMacroAtIndex(0)"}));
+  }
+
+  void aRightClickOnTheSelectedRowOrBelowTheRowsAsksForNothing() {
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    QCOMPARE(rightClickEntries(fixture, fixture.macros(), 1), texts(macroKeys));
+    for (QTableView* table : {fixture.macros(), fixture.lines()}) {
+      QMenu* menu = fixture.rightClick(table, -1);
+      QVERIFY(menu != nullptr);
+      menu->close();
+    }
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 1);
+    QCOMPARE(MacrosFixture::selectedRow(fixture.lines()), -1);
     QCOMPARE(fixture.delegate.take(), QStringList());
   }
 

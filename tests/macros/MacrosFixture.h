@@ -231,9 +231,10 @@ struct MacrosFixture {
     button->menu()->close();
     item->trigger();
   }
-  // The menu of a right click on the row; it closes by itself.
+  // The menu of a right click on the row, or below the rows; it closes by itself.
   QMenu* rightClick(QTableView* table, int row = 0) {
-    QTest::mouseClick(table->viewport(), Qt::RightButton, {}, placeOf(table, row));
+    const QPoint below = table->viewport()->rect().bottomLeft() + QPoint(5, -5);
+    QTest::mouseClick(table->viewport(), Qt::RightButton, {}, row < 0 ? below : placeOf(table, row));
     return qobject_cast<QMenu*>(QApplication::activePopupWidget());
   }
   static QAction* itemOf(const QMenu& menu, int tag) {

@@ -149,6 +149,7 @@ class MouseMacrosControllerKeyboardTest : public QObject {
 
   void noRowStaysLitWhenItsMenuHasClosed() {
     MacrosFixture fixture;
+    fixture.selectMacro(1);
     const QImage before = pictureOf(fixture.macros());
     const QPoint row = fixture.placeOf(fixture.macros(), 1);
     QTest::mouseMove(fixture.macros()->viewport(), row);

@@ -348,11 +348,34 @@ class MouseProfilesControllerNamesTest : public QObject {
     if (byGear) {
       test.choose(tag);
     } else {
-      QMenu* menu = test.rightClick(0, 1);
-      QVERIFY(menu);
-      test.chooseIn(*menu, tag);
+      test.rightClickBelowTheRows();
+      QVERIFY(test.openMenu());
+      test.chooseIn(*test.openMenu(), tag);
     }
     verifyMeant(test, tag, added);
+  }
+
+  void aRightClickOnARowEndsAnEditFirstAndMeansThatRow_data() {
+    QTest::addColumn<int>("clicked");
+    QTest::newRow("another row") << 0;
+    QTest::newRow("the row that is edited") << 2;
+  }
+  void aRightClickOnARowEndsAnEditFirstAndMeansThatRow() {
+    QFETCH(int, clicked);
+    ProfilesTab test;
+    test.showProfiles(namedProfiles({"A", "B"}), 1);
+    QTest::mouseClick(&test.add(), Qt::LeftButton);
+    QTRY_VERIFY(test.editor());
+    QTest::keyClicks(test.editor(), QStringLiteral("Mine"));
+    test.delegate.calls.clear();
+    // Beside the field in which the name is typed.
+    QVERIFY(test.rightClick(clicked, 0));
+    QVERIFY(!test.editor());
+    test.chooseIn(*test.openMenu(), 5);
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete Profile “%1”?").arg(test.names().at(clicked)));
+    VERIFY_CALLS(test.delegate.calls,
+                 {renamed(2, test.delegate.factory.with(keys::ProfileName, "Mine")), switchedTo(clicked)});
+    test.press(QStringLiteral("Cancel"));
   }
 
   // An edit that is left by opening a menu which is closed again is over.

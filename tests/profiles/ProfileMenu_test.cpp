@@ -98,7 +98,7 @@ class ProfileMenuTest : public QObject {
       QCOMPARE(item->toolTip().isEmpty() || item->toolTip() == item->text(), item->isEnabled());
     }
     test.gear().menu()->close();
-    QMenu* menu = test.rightClick(0, 1);
+    QMenu* menu = test.rightClick(row, 1);
     QVERIFY(menu);
     QCOMPARE(disabledIn(*menu), disabled);
     menu->close();
@@ -119,14 +119,76 @@ class ProfileMenuTest : public QObject {
     VERIFY_CALLS(test.delegate.calls, {});
   }
 
-  void aRightClickSelectsNothingAndActsOnTheSelectedRow() {
+  void aRightClickOnARowSwitchesToItAndItsMenuActsOnIt_data() {
+    QTest::addColumn<int>("column");
+    for (int column = 0; column < 4; ++column) QTest::addRow("column %d", column) << column;
+  }
+  void aRightClickOnARowSwitchesToItAndItsMenuActsOnIt() {
+    QFETCH(int, column);
     ProfilesTab test;
-    test.show();
-    QMenu* menu = test.rightClick(3, 1);
+    test.showProfiles(namedProfiles({"A", "B", "C"}), 1);
+    QMenu* menu = test.rightClick(2, column);
     QVERIFY(menu);
-    QCOMPARE(test.selectedRow(), 1);
+    QCOMPARE(test.selectedRow(), 2);
     test.chooseIn(*menu, 6);
-    VERIFY_CALLS(test.delegate.calls, {added(profiles().at(1).with(keys::ProfileName, "Work(2)"))});
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(2), added(profile("C(2)"))});
+  }
+
+  void aRightClickOnTheSelectedRowOrBelowTheRowsSwitchesNothing() {
+    ProfilesTab test;
+    test.showProfiles(namedProfiles({"A", "B", "C"}), 1);
+    QVERIFY(test.rightClick(1, 1));
+    test.openMenu()->close();
+    test.rightClickBelowTheRows();
+    QVERIFY(test.openMenu());
+    test.chooseIn(*test.openMenu(), 6);
+    VERIFY_CALLS(test.delegate.calls, {added(profile("B(2)"))});
+  }
+
+  void aRightClickWhoseSwitchIsRefusedOpensNoMenu() {
+    ProfilesTab test;
+    test.showProfiles(namedProfiles({"A", "B", "C"}), 1);
+    test.delegate.doesAnswer = false;
+    test.delegate.duringCall = [&test] { test.delegate.reload(); };
+    QVERIFY(!test.rightClick(2, 1));
+    QCOMPARE(test.selectedRow(), 1);
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(2)});
+  }
+
+  void theMenuOfARowStaysWithItsProfileWhenAnotherOneComesInForce() {
+    ProfilesTab test;
+    test.showProfiles(namedProfiles({"A", "B", "C"}), 1);
+    QMenu* menu = test.rightClick(2, 1);
+    QVERIFY(menu);
+    test.delegate.list = namedProfiles({"B", "C"});
+    test.delegate.active = 0;
+    test.delegate.reload();
+    test.chooseIn(*menu, 5);
+    QVERIFY(test.alert());
+    QCOMPARE(test.alert()->text(), QStringLiteral("Delete Profile “C”?"));
+    test.press(QStringLiteral("Delete"));
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(2), deleted(1)});
+  }
+
+  void theMenuOfARowWhoseProfileIsGoneSaysSoAndDoesNothing_data() {
+    QTest::addColumn<int>("tag");
+    for (const int tag : {1, 4, 5, 6, 7, 8, 9}) QTest::addRow("item %d", tag) << tag;
+  }
+  void theMenuOfARowWhoseProfileIsGoneSaysSoAndDoesNothing() {
+    QFETCH(int, tag);
+    ProfilesTab test;
+    test.showProfiles(manyProfiles(3, true), 1);
+    const QString gone = test.names().at(2);
+    QMenu* menu = test.rightClick(2, 1);
+    QVERIFY(menu);
+    test.delegate.list = manyProfiles(2, true);
+    test.delegate.active = 0;
+    test.delegate.reload();
+    test.chooseIn(*menu, tag);
+    QVERIFY(test.alert());
+    QCOMPARE(test.alert()->text(), QStringLiteral("“%1” is no longer there").arg(gone));
+    QVERIFY(!test.editor());
+    VERIFY_CALLS(test.delegate.calls, {switchedTo(2)});
   }
 
   void eachRightClickMakesAFreshMenu() {
@@ -377,7 +439,7 @@ class ProfileMenuTest : public QObject {
     ProfilesTab test;
     test.showProfiles(PropertyList::array(), -1);
     test.tab->refreshTableDisplay();
-    QTest::mouseClick(test.table().viewport(), Qt::RightButton, {}, QPoint(200, 100));
+    test.rightClickBelowTheRows();
     QMenu* menu = test.openMenu();
     QVERIFY(menu);
     QCOMPARE(disabledIn(*menu), (QList<int>{8}));

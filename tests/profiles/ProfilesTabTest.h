@@ -247,6 +247,10 @@ class ProfilesTab {
     QTest::mouseClick(table().viewport(), Qt::RightButton, {}, cell(row, column));
     return openMenu();
   }
+  void rightClickBelowTheRows() {
+    QWidget* viewport = table().viewport();
+    QTest::mouseClick(viewport, Qt::RightButton, {}, viewport->rect().bottomLeft() + QPoint(200, -10));
+  }
   QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
   void press(const QString& button) {
