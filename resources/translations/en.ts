@@ -711,6 +711,10 @@
         <source>Import Profile</source>
         <translation>Import Profile</translation>
     </message>
+    <message id="lkeyImportedPartly">
+        <source>Imported. Values that cannot be used are as from the factory.</source>
+        <translation>Imported. Values that cannot be used are as from the factory.</translation>
+    </message>
     <message id="lkeyIndependentXY">
         <source>Independent X and Y</source>
         <translation>Independent X and Y</translation>

@@ -9,6 +9,7 @@
 #include "macros/MouseMacrosController.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
+#include "platform/AddProblem.h"
 #include "platform/GoneAlert.h"
 #include "platform/Localization.h"
 #include "platform/LostAssignments.h"
@@ -36,19 +37,6 @@ PropertyList newMacro(const std::string& name) {
                                    {keys::Delay, newMacroDelay},
                                    {keys::ResponseMsgPortName, vorn::configuratorReplyPortName},
                                    {keys::Sequence, PropertyList::dictionary()}});
-}
-
-QString reasonOf(ReturnStatus refusal) {
-  switch (refusal) {
-    case ReturnStatus::OutOfRange:
-      return localized("lkeyNoRoomForMacro");
-    case ReturnStatus::NotSaved:
-      return localized("lkeyEngineDidNotSave");
-    case ReturnStatus::TooLarge:
-      return localized("lkeyRecordIsTooLarge");
-    default:
-      return localized("lkeyEngineRefused");
-  }
 }
 
 }  // namespace
@@ -81,9 +69,7 @@ void MouseMacrosController::clickAddMacro() {
     return;
   }
   takeBack(macro, before, selected);
-  if (!status) return;
-  Alert::show(sheetWindow(), localized("lkeyAddFailedTitle").arg(shownName(textOf(macro, keys::MacroName))),
-              reasonOf(*status), {localized("lkeyOK")});
+  showAddProblem(sheetWindow(), textOf(macro, keys::MacroName), vorn::RecordKind::Macro, status);
 }
 
 void MouseMacrosController::importMacro(const PropertyList& macro, const QString& path) {
@@ -97,7 +83,7 @@ void MouseMacrosController::importMacro(const PropertyList& macro, const QString
   const auto status = macroDelegate->addMacroWithSettings(named);
   if (status != ReturnStatus::Done) {
     takeBack(named, before, selected);
-    if (status) showImportProblem(sheetWindow(), path, reasonOf(*status));
+    showImportProblem(sheetWindow(), path, reasonAgainstAdding(vorn::RecordKind::Macro, status));
     return;
   }
   refreshTableDisplay();

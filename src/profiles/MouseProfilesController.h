@@ -147,8 +147,6 @@ class MouseProfilesController : public QWidget {
 
   void copyProfile();
   static bool isAdded(std::optional<vorn::ReturnStatus> status);
-  // Why a profile was not added, as a text for the user.
-  static QString reasonOf(std::optional<vorn::ReturnStatus> status);
   // The engine has not taken the profile that was shown at the end of the list. before: the list without it.
   void takeBack(const vorn::PropertyList& profile, const vorn::PropertyList& before);
   void tellRefusal(const vorn::PropertyList& profile, std::optional<vorn::ReturnStatus> status);

@@ -1,15 +1,13 @@
 // New profiles, copies and names.
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
-#include "platform/Localization.h"
+#include "platform/AddProblem.h"
 #include "platform/SettingsText.h"
-#include "platform/ShownName.h"
 #include "profiles/MouseProfilesController.h"
 #include "profiles/NSTableViewSubClass.h"
 #include "profiles/ProfilesTableDelegate.h"
 #include "profiles/ProfilesTableModel.h"
 #include "ui_MouseProfilesController.h"
-#include "widgets/Alert.h"
 
 namespace skarn {
 
@@ -87,22 +85,7 @@ void MouseProfilesController::takeBack(const PropertyList& profile, const Proper
 }
 
 void MouseProfilesController::tellRefusal(const PropertyList& profile, std::optional<vorn::ReturnStatus> status) {
-  Alert::show(sheetParent(), localized("lkeyAddFailedTitle").arg(shownName(textOf(profile, keys::ProfileName))),
-              reasonOf(status), {localized("lkeyOK")});
-}
-
-QString MouseProfilesController::reasonOf(std::optional<vorn::ReturnStatus> status) {
-  if (!status) return localized("lkeyEngineSaidNothing");
-  switch (*status) {
-    case vorn::ReturnStatus::OutOfRange:
-      return localized("lkeyNoRoomForProfile");
-    case vorn::ReturnStatus::NotSaved:
-      return localized("lkeyEngineDidNotSave");
-    case vorn::ReturnStatus::TooLarge:
-      return localized("lkeyRecordIsTooLarge");
-    default:
-      return localized("lkeyEngineRefused");
-  }
+  showAddProblem(sheetParent(), textOf(profile, keys::ProfileName), vorn::RecordKind::Profile, status);
 }
 
 void MouseProfilesController::renameProfile(int row, const QString& name) {

@@ -4,6 +4,7 @@
 
 #include "model/RecordFile.h"
 #include "model/SettingsKeys.h"
+#include "platform/AddProblem.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/ApplicationPanel.h"
 #include "platform/FilePanel.h"
@@ -131,11 +132,13 @@ void MouseProfilesController::importProfile(const QString& path) {
   const auto status = profileDelegate->addNewProfileWithSettings(profile);
   if (!isAdded(status)) {
     takeBack(profile, before);
-    showImportProblem(sheetParent(), path, reasonOf(status));
+    showImportProblem(sheetParent(), path, reasonAgainstAdding(vorn::RecordKind::Profile, status));
     return;
   }
   refreshTableDisplay();
   selectLastRow();
+  // Of what the engine cannot use the new profile has the factory's.
+  if (status == vorn::ReturnStatus::PartlyRefused) mUi->mProfileNotice->say(localized("lkeyImportedPartly"));
 }
 
 // --- Applications

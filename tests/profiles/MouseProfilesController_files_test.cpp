@@ -284,7 +284,7 @@ class MouseProfilesControllerFilesTest : public QObject {
     if (status < 0) {
       mTest->delegate.doesAnswer = false;
     } else {
-      mTest->delegate.refusal = static_cast<vorn::ReturnStatus>(status);
+      mTest->delegate.statusOfAdd = static_cast<vorn::ReturnStatus>(status);
     }
     mTest->delegate.doesRefusalTellTheList = tellsTheList;
     importFile(inFolder(QStringLiteral("a.SkarnProfile")));
@@ -294,6 +294,16 @@ class MouseProfilesControllerFilesTest : public QObject {
     verifyRefused(QStringLiteral("a.SkarnProfile"));
     QCOMPARE(mTest->names(), before);
     QCOMPARE(mTest->selectedRow(), 1);
+  }
+
+  void anImportWithValuesThatCannotBeUsedIsToldBesideTheButtons() {
+    QVERIFY(writeTestFile(inFolder(QStringLiteral("a.SkarnProfile")), binary(profile("A"))));
+    mTest->delegate.statusOfAdd = vorn::ReturnStatus::PartlyRefused;
+    importFile(inFolder(QStringLiteral("a.SkarnProfile")));
+    QVERIFY(!mTest->alert());
+    QCOMPARE(mTest->find<QLabel>("mProfileNotice")->text(),
+             QStringLiteral("Imported. Values that cannot be used are as from the factory."));
+    VERIFY_CALLS(mTest->delegate.calls, {added(profile("A")), switchedTo(4)});
   }
 
   void aListThatIsFullByNowTakesNoImport() {

@@ -175,7 +175,7 @@ class MouseProfilesControllerNamesTest : public QObject {
     if (status < 0) {
       test.delegate.doesAnswer = false;
     } else {
-      test.delegate.refusal = static_cast<vorn::ReturnStatus>(status);
+      test.delegate.statusOfAdd = static_cast<vorn::ReturnStatus>(status);
     }
     test.delegate.doesRefusalTellTheList = tellsTheList;
     test.choose(tag);

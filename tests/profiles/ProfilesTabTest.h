@@ -70,12 +70,12 @@ class RecordingProfileDelegate : public ProfileControllerDelegate {
   std::optional<vorn::ReturnStatus> addNewProfileWithSettings(const PropertyList& profile) override {
     record({"add", -1, profile});
     if (!doesAnswer) return std::nullopt;
-    if (refusal) {
+    if (!vorn::isChanged(statusOfAdd)) {
       if (doesRefusalTellTheList) reload();
-      return refusal;
+      return statusOfAdd;
     }
     answer([&] { list = list.appending(profile); });
-    return vorn::ReturnStatus::Done;
+    return statusOfAdd;
   }
   void deleteProfileWithProfileID(int profileID) override {
     record(deleted(profileID));
@@ -121,7 +121,7 @@ class RecordingProfileDelegate : public ProfileControllerDelegate {
   PropertyList factory = profile("Factory").with("further", 7);
   int active = 1;
   bool doesAnswer = true;
-  std::optional<vorn::ReturnStatus> refusal;  // of each add
+  vorn::ReturnStatus statusOfAdd = vorn::ReturnStatus::Done;
   bool doesRefusalTellTheList = true;
   ProfileCalls calls;
   std::function<void()> duringCall;  // before the answer
