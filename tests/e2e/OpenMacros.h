@@ -33,10 +33,21 @@ class OpenMacros : public OpenWindow {
   void chooseFromGear(const char* gear, int tag) {
     auto* button = find<PullDownButton>(gear);
     button->openMenu();
-    for (QAction* item : button->menu()->actions()) {
+    chooseIn(*button->menu(), tag);
+  }
+  // Chooses the item and closes the menu.
+  static void chooseIn(QMenu& menu, int tag) {
+    for (QAction* item : menu.actions()) {
       if (tagOf(*item) == tag) item->trigger();
     }
-    button->menu()->close();
+    menu.close();
+  }
+  // The menu of a right click on a row; null where none opens.
+  QMenu* rightClick(const char* tableName, int row) {
+    auto* table = find<QTableView>(tableName);
+    QTest::mouseClick(table->viewport(), Qt::RightButton, {},
+                      table->visualRect(table->model()->index(row, 0)).center());
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
   }
   void clickLine(int row) {
     auto* table = find<QTableView>("mMacroDetailsTableView");

@@ -17,4 +17,10 @@ inline std::string vornctl(std::vector<std::string> arguments) {
   return line;
 }
 
+// Whether it does what it is told; it has ended then.
+inline bool runVornctl(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), VORNCTL_PROGRAM);
+  return vorn::test::ChildProcess(arguments).waitForEnd() == 0;
+}
+
 }  // namespace skarn::test

@@ -6,6 +6,7 @@
 #include "e2e/OtherClient.h"
 #include "model/Assignments.h"
 #include "platform/Localization.h"
+#include "support/FakeEngineProcess.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -143,6 +144,49 @@ class DeletionsWithEngineTest : public QObject {
     QVERIFY(byWindow[keys::Macros] == byCommand[keys::Macros]);
     const std::string deleted = (isMacro ? "Macro " : "Profile ") + std::to_string(position);
     QVERIFY(deedsOf(byWindow, {}) == deedsOf(before, deleted));
+  }
+
+  // From an engine that garbles its answers, in the place of the real one.
+  void a_deletion_whose_answer_tells_no_success_changes_no_assignment_data() {
+    QTest::addColumn<bool>("isMacro");
+    QTest::addColumn<QString>("answer");
+    for (const bool isMacro : {true, false}) {
+      const char* what = isMacro ? "macro" : "profile";
+      QTest::addRow("%s, undecodable", what) << isMacro << "data 62706c6973743030ff";
+      QTest::addRow("%s, empty", what) << isMacro << "reply %1";
+    }
+  }
+  void a_deletion_whose_answer_tells_no_success_changes_no_assignment() {
+    QFETCH(bool, isMacro);
+    QFETCH(QString, answer);
+    EngineSession engine;
+    engine.begin();
+    PropertyList settings;
+    {
+      OtherClient other;
+      settings = PropertyList::dictionary({{vorn::replyKeys::AllDevSettings, fill(other)}});
+    }
+    engine.kill();
+    const vorn::test::PropertyListFile loaded(settings);
+    const vorn::test::PropertyListFile registered(PropertyList::dictionary({{vorn::replyKeys::ReturnStatus, true}}));
+    const vorn::test::PropertyListFile empty(PropertyList::dictionary());
+    const vorn::test::PropertyListFile changed(
+        PropertyList::dictionary({{vorn::replyKeys::ReturnStatus, 0},
+                                  {vorn::replyKeys::ReturnDictionary, settings[vorn::replyKeys::AllDevSettings]}}));
+    const std::string deletion =
+        std::to_string(static_cast<int>(isMacro ? MessageID::DeleteMacro : MessageID::DeleteProfile));
+    vorn::test::FakeEngineProcess fake(
+        {"on 0 reply " + registered.path(), "on 4 reply " + loaded.path(), "on 6 reply " + changed.path(),
+         "on " + deletion + " " + answer.arg(QString::fromStdString(empty.path())).toStdString()});
+    OpenWindow window;
+    QVERIFY(window.hub().mProfilesArray() == settings[vorn::replyKeys::AllDevSettings][keys::Profiles]);
+    if (isMacro) window.hub().deleteMacroAtIndex(1);
+    if (!isMacro) window.hub().deleteProfileWithProfileID(1);
+    QCOMPARE(window.requests(isMacro ? MessageID::DeleteMacro : MessageID::DeleteProfile), 1);
+    QCOMPARE(window.profileUpdates(), 0);
+    QCOMPARE(window.requests(MessageID::ReplaceAllProfiles), 0);
+    QCOMPARE(window.requests(MessageID::SwitchProfile), 0);
+    QVERIFY(window.hub().mProfilesArray() == settings[vorn::replyKeys::AllDevSettings][keys::Profiles]);
   }
 
  private:

@@ -9,6 +9,7 @@
 
 #include "e2e/OpenWindow.h"
 #include "e2e/VirtualMouse.h"
+#include "e2e/Vornctl.h"
 #include "lighting/ColorWell.h"
 #include "platform/Localization.h"
 #include "support/QtTests.h"
@@ -157,6 +158,21 @@ class LightingWithEngineTest : public QObject {
     QCOMPARE(open.profileUpdates(), 1);
     QCOMPARE(open.setting(keys::ScrollLED).toInt(), 0);
     QVERIFY(!light.isChecked());
+  }
+
+  void the_box_says_which_profile_it_writes_and_where_this_one_goes_out() {
+    OpenLighting open;
+    QVERIFY(runVornctl({"profiles", "add", "Travel"}));
+    QCOMPARE(open.text("mMainNote"), localized("lkeyLightAppliedNote"));
+    QVERIFY(runVornctl({"profiles", "switch", "Travel"}));
+    QTRY_COMPARE_WITH_TIMEOUT(open.profileName(), QStringLiteral("Travel"), deadline);
+    QCOMPARE(open.text("mMainNote"), localized("lkeyLightAppliedElsewhereNote"));
+    const PropertyList before = open.hub().mProfilesArray();
+    open.click(*open.find<QAbstractButton>("mMain"));
+    open.find<QAbstractButton>("mAppySettings")->click();
+    QVERIFY(open.hub().mProfilesArray() == before.replacing(0, before.at(0).with(keys::ScrollLED, 0)));
+    QVERIFY(runVornctl({"profiles", "switch", "1"}));
+    QTRY_COMPARE_WITH_TIMEOUT(open.text("mMainNote"), localized("lkeyLightAppliedNote"), deadline);
   }
 
   void the_profile_list_switches_profiles() {

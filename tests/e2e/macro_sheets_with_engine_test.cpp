@@ -1,10 +1,9 @@
 // What a sheet, an alert or a name on the Macros tab is for, while other programs change the same macros; and macros
 // that the engine does not take.
 #include <QCheckBox>
-#include <filesystem>
-#include <fstream>
 
 #include "e2e/OpenMacros.h"
+#include "e2e/Vornctl.h"
 #include "macros/MacroMenus.h"
 #include "model/PropertyListCodec.h"
 #include "platform/Localization.h"
@@ -25,8 +24,7 @@ namespace {
 
 // As a person does it in a terminal.
 void deleteMacro(const char* name) {
-  vorn::test::ChildProcess vornctl({VORNCTL_PROGRAM, "macros", "delete", name});
-  QCOMPARE(vornctl.waitForEnd(), std::optional(0));
+  QVERIFY(runVornctl({"macros", "delete", name}));
 }
 
 // With three macros, M1 to M3, of which one is selected.
@@ -186,8 +184,7 @@ class MacroSheetsWithEngineTest : public QObject {
 
   void a_macro_that_cannot_be_saved_is_told_and_leaves_no_row() {
     ThreeMacros open(1);
-    std::filesystem::remove_all(mEngine.stateFolder());
-    std::ofstream(mEngine.stateFolder()) << "in the way";
+    mEngine.takeDisk();
     open.click("mAddMacro");
     QVERIFY(open.alert() != nullptr);
     QCOMPARE(open.alert()->text(), QStringLiteral("“Untitled Macro” could not be added"));
@@ -195,6 +192,38 @@ class MacroSheetsWithEngineTest : public QObject {
     QCOMPARE(open.names(), (QStringList{"M1", "M2", "M3"}));
     QVERIFY(open.editor() == nullptr);
     QCOMPARE(open.lineCount(), 3);
+  }
+
+  void an_import_that_the_disk_does_not_take_is_told_and_leaves_no_row() {
+    ThreeMacros open(1);
+    const vorn::engine::test::TemporaryFolder folder;
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Export);
+    open.choosePath("mMacrosSaveAsPanel", QString::fromStdString(folder.path("kept")));
+    mEngine.takeDisk();
+    open.chooseFromGear("mSettingsMacro", macroMenuTags::Import);
+    open.choosePath("mMacrosPanel", QString::fromStdString(folder.path("kept.SkarnMacro")));
+    QTRY_VERIFY(open.alert() != nullptr);
+    QCOMPARE(open.alert()->text(), QStringLiteral("“kept.SkarnMacro” could not be imported"));
+    QCOMPARE(open.alert()->informativeText(), localized("lkeyEngineDidNotSave"));
+    QCOMPARE(open.names(), (QStringList{"M1", "M2", "M3"}));
+    QCOMPARE(open.lineCount(), 3);
+    QCOMPARE(OtherClient().bundle()[keys::Macros].size(), std::size_t{3});
+  }
+
+  void a_right_click_selects_its_row_and_its_menu_acts_on_it() {
+    ThreeMacros open(0);
+    QMenu* ofMacro = open.rightClick("mMacroTableView", 2);
+    QVERIFY(ofMacro != nullptr);
+    ofMacro->close();
+    QCOMPARE(open.lineCount(), 5);
+    QMenu* ofLine = open.rightClick("mMacroDetailsTableView", 2);
+    QVERIFY(ofLine != nullptr);
+    OpenMacros::chooseIn(*ofLine, macroDetailsMenuTags::DeleteEvent);
+    QCOMPARE(open.lines(), (QStringList{"Key Press A", "0.020 seconds delay\n", "Key Press C"}));
+    OpenMacros::chooseIn(*open.rightClick("mMacroTableView", 1), macroMenuTags::Delete);
+    QCOMPARE(open.alert()->text(), QStringLiteral("Delete Macro “M2”?"));
+    QTest::keyClick(open.alert(), Qt::Key_Return);
+    open.awaitNames({"M1", "M3"});
   }
 
   void an_export_without_an_engine_writes_what_is_shown_at_once() {

@@ -7,6 +7,7 @@
 #include <QTabWidget>
 
 #include "e2e/OpenMacros.h"
+#include "e2e/Vornctl.h"
 #include "macros/MacroMenus.h"
 #include "macros/MouseMacrosController.h"
 #include "model/PropertyListCodec.h"
@@ -100,15 +101,21 @@ class MacrosWithEngineTest : public QObject {
     editMacro(open);
   }
 
-  void the_lines_are_those_of_the_macro_in_the_row_when_another_program_deletes_one() {
+  void the_lines_and_what_is_edited_are_the_macros_in_the_row_when_another_program_deletes_one() {
     OtherClient other;
     for (int events = 1; events <= 3; ++events) addMacro(other, events);
     OpenMacros open;
     open.find<QTableView>("mMacroTableView")->selectRow(1);
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
-    deleteMacro(other, 0);
+    QVERIFY(runVornctl({"macros", "delete", "M1"}));
     QTRY_COMPARE_WITH_TIMEOUT(open.names(), (QStringList{"M2", "M3"}), deadline);
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 5, deadline);
+    open.clickLine(4);
+    open.click("mDeleteMacroDetails");
+    QCOMPARE(open.lineCount(), 3);
+    const PropertyList macros = other.bundle()[keys::Macros];
+    QCOMPARE(macros.at(0)[keys::Sequence][keys::Events].size(), std::size_t{2});
+    QCOMPARE(macros.at(1)[keys::Sequence][keys::Events].size(), std::size_t{2});
   }
 
   void a_recording_follows_its_macro_that_moves_up_and_is_saved() {
@@ -119,7 +126,7 @@ class MacrosWithEngineTest : public QObject {
     open.click("mRecordMacroDetails");
     QVERIFY(VirtualMouse::type(keyboardPage, keyA));
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
-    deleteMacro(other, 0);
+    QVERIFY(runVornctl({"macros", "delete", "M1"}));
     QTRY_COMPARE_WITH_TIMEOUT(open.names(), (QStringList{"M2", "M3"}), deadline);
     QVERIFY(VirtualMouse::type(keyboardPage, keyB));
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 7, deadline);
@@ -138,7 +145,7 @@ class MacrosWithEngineTest : public QObject {
     open.find<QTableView>("mMacroTableView")->selectRow(1);
     open.click("mRecordMacroDetails");
     QCOMPARE(open.recordTitle(), QStringLiteral("Stop"));
-    deleteMacro(other, 1);
+    QVERIFY(runVornctl({"macros", "delete", "M2"}));
     QTRY_COMPARE_WITH_TIMEOUT(open.recordTitle(), QStringLiteral("Record"), deadline);
     QVERIFY(open.find("mMacroTableView")->isEnabled());
     QVERIFY(open.window().findChild<QMessageBox*>(QStringLiteral("alert")) != nullptr);

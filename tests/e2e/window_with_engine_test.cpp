@@ -6,11 +6,14 @@
 #include <QTest>
 #include <algorithm>
 
-#include "e2e/OpenWindow.h"
+#include "buttons/ButtonsFixture.h"
+#include "e2e/OpenMacros.h"
 #include "e2e/OtherClient.h"
 #include "e2e/VirtualMouse.h"
+#include "macros/MacroMenus.h"
 #include "macros/MouseMacrosController.h"
 #include "platform/Localization.h"
+#include "profiles/ProfileMenu.h"
 #include "support/QtTests.h"
 #include "widgets/PopUpButton.h"
 
@@ -26,16 +29,45 @@ using Open = void (*)(OpenWindow&);
 
 namespace {
 
+// The macro is what the first control plays.
 void addSecondProfileAndMacro() {
   OtherClient other;
   other.addProfile(PropertyList::dictionary({{keys::ProfileName, "Second"}}));
-  other.ask(
-      MessageID::AddMacro,
-      PropertyList::dictionary({{requestKeys::MacroContents, PropertyList::dictionary({{keys::MacroName, "Greet"}})}}));
+  addMacro(other, 2);
+  other.assign(ButtonsDriver::control(1).identifier, static_cast<int>(vorn::AssignmentCommand::Macro), 0);
+}
+MouseButtonController& showButtons(OpenWindow& open) {
+  open.showTab("MouseButtonController");
+  return *open.find<MouseButtonController>("MouseButtonController");
+}
+template <ProfileItem item>
+void openOfProfile(OpenWindow& open) {
+  open.showTab("MouseProfilesController");
+  open.find<MouseProfilesController>("MouseProfilesController")->selectMenuItem(static_cast<int>(item));
+}
+template <int tag>
+void openOfMacro(OpenWindow& open) {
+  open.showTab("MouseMacrosController");
+  open.find<QTableView>("mMacroTableView")->selectRow(0);
+  open.find<MouseMacrosController>("MouseMacrosController")->clickMacroSettingsMenuItem(tag);
+}
+template <int line, int tag>
+void openOfLine(OpenWindow& open) {
+  open.showTab("MouseMacrosController");
+  open.find<QTableView>("mMacroTableView")->selectRow(0);
+  open.find<QTableView>("mMacroDetailsTableView")->selectRow(line);
+  open.find<MouseMacrosController>("MouseMacrosController")->clickMacroDetailsSettingsMenuItem(tag);
+}
+void typeHalfAName(QWidget& table) {
+  auto* editor = table.findChild<QLineEdit*>();
+  QVERIFY(editor != nullptr);
+  QTest::keyClicks(editor, QStringLiteral("half a na"));
 }
 bool isSomethingOpen(OpenWindow& open) {
   if (QApplication::activePopupWidget() != nullptr) return true;
-  if (open.find("mMacroTableView")->findChild<QLineEdit*>() != nullptr) return true;
+  for (const char* table : {"mMacroTableView", "mProfilesTableView"}) {
+    if (open.find(table)->findChild<QLineEdit*>() != nullptr) return true;
+  }
   return std::ranges::any_of(open.window().findChildren<QDialog*>(), [](const QDialog* dialog) {
     return dialog->isVisible() && dialog->objectName() != QLatin1String("mDeviceConnectionWindow");
   });
@@ -229,31 +261,57 @@ void WindowWithEngineTest::changes_of_its_own_are_told_in_its_name_and_not_read_
 
 void WindowWithEngineTest::what_is_open_when_the_mouse_goes_closes_and_writes_nothing_data() {
   QTest::addColumn<Open>("openIt");
-  QTest::addRow("the alert of a deletion") << Open{[](OpenWindow& open) {
-    open.showTab("MouseProfilesController");
-    open.find<QAbstractButton>("mDeleteProfile")->click();
+  QTest::addRow("the sheet of a key") << Open{[](OpenWindow& open) {
+    ButtonsDriver driver(showButtons(open));
+    driver.choose(ButtonsDriver::control(1), AssignmentCategory::SingleKey);
   }};
+  QTest::addRow("the sheet of a keymap") << Open{[](OpenWindow& open) {
+    ButtonsDriver driver(showButtons(open));
+    driver.openKeymapSheet(ButtonsDriver::control(1));
+  }};
+  QTest::addRow("the sheet of a macro's repetitions") << Open{[](OpenWindow& open) {
+    ButtonsDriver driver(showButtons(open));
+    QTest::mouseClick(driver.row(ButtonsDriver::control(1)).repeatButton(), Qt::LeftButton);
+  }};
+  QTest::addRow("the menu of a control") << Open{[](OpenWindow& open) {
+    showButtons(open);
+    open.find<PopUpButton>("mButtonFour")->openMenu();
+  }};
+  QTest::addRow("the alert of a profile's deletion") << Open{openOfProfile<ProfileItem::Delete>};
+  QTest::addRow("the alert of a profile's restore") << Open{openOfProfile<ProfileItem::RestoreDefault>};
+  QTest::addRow("the panel of a profile's export") << Open{openOfProfile<ProfileItem::Export>};
+  QTest::addRow("the panel of a profile's import") << Open{openOfProfile<ProfileItem::Import>};
+  QTest::addRow("the chooser of an application") << Open{openOfProfile<ProfileItem::AssignApplication>};
+  QTest::addRow("a profile's typed name") << Open{[](OpenWindow& open) {
+    openOfProfile<ProfileItem::Rename>(open);
+    typeHalfAName(*open.find("mProfilesTableView"));
+  }};
+  QTest::addRow("the menu of a profile") << Open{[](OpenWindow& open) {
+    open.showTab("MouseProfilesController");
+    QTest::mouseClick(open.find<QTableView>("mProfilesTableView")->viewport(), Qt::RightButton, {}, QPoint(20, 10));
+  }};
+  QTest::addRow("the panel of a macro's import") << Open{openOfMacro<macroMenuTags::Import>};
+  QTest::addRow("the panel of a macro's export") << Open{openOfMacro<macroMenuTags::Export>};
+  QTest::addRow("the alert of a macro's deletion") << Open{openOfMacro<macroMenuTags::Delete>};
+  QTest::addRow("a macro's typed name") << Open{[](OpenWindow& open) {
+    openOfMacro<macroMenuTags::Rename>(open);
+    typeHalfAName(*open.find("mMacroTableView"));
+  }};
+  QTest::addRow("the sheet of an event") << Open{openOfLine<0, macroDetailsMenuTags::Edit>};
+  QTest::addRow("the sheet of a delay") << Open{openOfLine<1, macroDetailsMenuTags::Edit>};
+  QTest::addRow("the alert of all events' deletion") << Open{openOfLine<1, macroDetailsMenuTags::DeleteAllEvents>};
   QTest::addRow("the sheet of the stages") << Open{[](OpenWindow& open) {
     open.showTab("MousePerformanceController");
     open.find<QAbstractButton>("mSensitivityStages")->click();
     open.find<QAbstractButton>("mStageAddButton")->click();
   }};
-  QTest::addRow("the panel of an import") << Open{[](OpenWindow& open) {
-    open.showTab("MouseMacrosController");
-    open.find<MouseMacrosController>("MouseMacrosController")->loadPanel();
+  QTest::addRow("the panel of the colour") << Open{[](OpenWindow& open) {
+    open.showTab("MouseLightingController");
+    open.find<QAbstractButton>("mMainColor")->click();
   }};
-  QTest::addRow("a typed macro name") << Open{[](OpenWindow& open) {
-    open.showTab("MouseMacrosController");
-    auto* table = open.find<QTableView>("mMacroTableView");
-    table->selectRow(0);
-    table->edit(table->currentIndex());
-    auto* editor = table->findChild<QLineEdit*>();
-    QVERIFY(editor != nullptr);
-    QTest::keyClicks(editor, QStringLiteral("half a na"));
-  }};
-  QTest::addRow("the menu of a control") << Open{[](OpenWindow& open) {
-    open.showTab("MouseButtonController");
-    open.find<PopUpButton>("mButtonFour")->openMenu();
+  QTest::addRow("the alert of a restore") << Open{[](OpenWindow& open) {
+    open.showTab("MouseMaintenanceController");
+    open.find<QAbstractButton>("mRestoreSettings")->click();
   }};
 }
 
