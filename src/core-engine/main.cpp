@@ -13,8 +13,9 @@ using vorn::engine::Log;
 using vorn::engine::Options;
 
 int main(int argc, char** argv) {
-  // A log that nobody reads any more is no reason to end.
+  // A log that nobody reads any more is no reason to end, and neither is a file that may not grow: the write fails.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   Log log;
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
   const auto parsed = vorn::engine::parseOptions(arguments.empty() ? arguments : arguments.subspan(1));

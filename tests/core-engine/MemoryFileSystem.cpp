@@ -10,6 +10,16 @@ void MemoryFileSystem::put(const std::string& path, const Bytes& contents) {
   mUnsyncedNames = {mNames};
 }
 
+void MemoryFileSystem::putFolder(const std::string& path) {
+  put(path, {});
+  mNames[path]->isFolder = true;
+}
+
+bool MemoryFileSystem::isFolder(const std::string& path) const {
+  const auto found = mNames.find(path);
+  return found != mNames.end() && found->second->isFolder;
+}
+
 std::optional<Bytes> MemoryFileSystem::contents(const std::string& path) const {
   const auto found = mNames.find(path);
   return found == mNames.end() ? std::nullopt : std::optional(found->second->contents);
@@ -80,12 +90,21 @@ std::error_code MemoryFileSystem::read(const std::string& path, std::size_t maxi
   return {};
 }
 
+std::error_code MemoryFileSystem::identify(const std::string& path, Identity& identity) {
+  if (const std::error_code error = step()) return error;
+  const auto found = mNames.find(path);
+  if (found == mNames.end()) return std::make_error_code(std::errc::no_such_file_or_directory);
+  identity = {0, reinterpret_cast<std::uintptr_t>(found->second.get()), found->second->contents.size(), 0};
+  return {};
+}
+
 std::error_code MemoryFileSystem::createFolder(const std::string&) {
   return step();
 }
 
 std::error_code MemoryFileSystem::create(const std::string& path, Handle& handle) {
   if (const std::error_code error = step()) return error;
+  if (isFolder(path)) return std::make_error_code(std::errc::is_a_directory);
   mNames[path] = std::make_shared<File>();
   namesChanged();
   handle = ++mLastHandle;
@@ -115,6 +134,7 @@ std::error_code MemoryFileSystem::close(Handle handle) {
 
 std::error_code MemoryFileSystem::rename(const std::string& from, const std::string& to) {
   if (const std::error_code error = step()) return error;
+  if (isFolder(to)) return std::make_error_code(std::errc::is_a_directory);
   auto node = mNames.extract(from);
   if (node.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);
   mNames[to] = node.mapped();
@@ -130,6 +150,7 @@ std::error_code MemoryFileSystem::renameToFree(const std::string& from, const st
 
 std::error_code MemoryFileSystem::remove(const std::string& path) {
   if (const std::error_code error = step()) return error;
+  if (isFolder(path)) return std::make_error_code(std::errc::is_a_directory);
   if (mNames.erase(path) == 0) return std::make_error_code(std::errc::no_such_file_or_directory);
   namesChanged();
   return {};
@@ -142,7 +163,8 @@ std::error_code MemoryFileSystem::syncFolder(const std::string&) {
 }
 
 std::error_code MemoryFileSystem::lock(const std::string&) {
-  return step();
+  const std::error_code error = step();
+  return isLockedByAnother ? std::make_error_code(std::errc::resource_unavailable_try_again) : error;
 }
 
 }  // namespace vorn::engine::test

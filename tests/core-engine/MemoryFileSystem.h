@@ -20,6 +20,10 @@ class MemoryFileSystem : public FileSystem {
   void put(const std::string& path, const Bytes& contents);
   std::optional<Bytes> contents(const std::string& path) const;
   std::vector<std::string> paths() const;
+  // A folder, which takes the place of a file.
+  void putFolder(const std::string& path);
+  // Somebody else holds the lock.
+  bool isLockedByAnother = false;
 
   // Operations are counted from 1, from the last call of one of these.
   void failAt(int operation, std::errc error);
@@ -33,6 +37,7 @@ class MemoryFileSystem : public FileSystem {
   std::vector<MemoryFileSystem> afterCrash() const;
 
   std::error_code read(const std::string& path, std::size_t maximum, Bytes& contents) override;
+  std::error_code identify(const std::string& path, Identity& identity) override;
   std::error_code createFolder(const std::string& path) override;
   std::error_code create(const std::string& path, Handle& handle) override;
   std::error_code write(Handle handle, BytesView bytes, std::size_t& written) override;
@@ -48,11 +53,13 @@ class MemoryFileSystem : public FileSystem {
   struct File {
     Bytes contents;
     Bytes synced;
+    bool isFolder = false;
   };
   using Names = std::map<std::string, std::shared_ptr<File>>;
   enum class Unsynced { Lost, Half, Kept };
 
   std::error_code step();
+  bool isFolder(const std::string& path) const;
   void namesChanged() { mUnsyncedNames.push_back(mNames); }
   static MemoryFileSystem restarted(const Names& names, Unsynced unsynced);
 

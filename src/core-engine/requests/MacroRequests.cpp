@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core-engine/requests/SettingsRequests.h"
+#include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/MacroRules.h"
 #include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
@@ -36,6 +37,9 @@ ReturnStatus change(EngineParts& parts, const Request& request, std::string_view
     return result.status == ReturnStatus::Done ? std::optional(result.value) : std::nullopt;
   });
   if (result.status != ReturnStatus::Done) return refuse(parts, request, aim, result);
+  if (outcome == SettingsStore::Outcome::TooLarge) {
+    return refuse(parts, request, aim, {{}, ReturnStatus::TooLarge, unsendableReason});
+  }
   return outcome == SettingsStore::Outcome::Done ? ReturnStatus::Done : ReturnStatus::NotSaved;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core-engine/requests/SettingsRequests.h"
+#include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/ProfileRules.h"
 #include "protocol/ReturnStatus.h"
 
@@ -43,6 +44,10 @@ Answer changeProfiles(EngineParts& parts, const Request& request, std::string_vi
   for (const Complaint& complaint : result.complaints) report(parts.log, request.sender, title, complaint);
   ReturnStatus status = result.status;
   if (outcome == SettingsStore::Outcome::NotSaved) status = ReturnStatus::NotSaved;
+  if (outcome == SettingsStore::Outcome::TooLarge) {
+    report(parts.log, request.sender, title, {unsendableReason, {}});
+    status = ReturnStatus::TooLarge;
+  }
   if (outcome == SettingsStore::Outcome::Refused && status == ReturnStatus::Done) {
     report(parts.log, request.sender, title, {"the result is no complete bundle", {}});
     status = ReturnStatus::Malformed;

@@ -8,6 +8,7 @@
 
 #include "model/Assignments.h"
 #include "model/Controls.h"
+#include "model/PropertyListCodec.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
@@ -125,6 +126,14 @@ std::optional<PropertyList> repairedBundle(const PropertyList& bundle, const Pro
   return bundle.with(keys::Profiles, repaired)
       .with(keys::Macros, repairedMacros(bundle[keys::Macros]))
       .with(keys::DeviceSettings, device);
+}
+
+bool isSendableBundle(const PropertyList& bundle) {
+  // More than the other keys and values of any such message take.
+  const Bytes reserve(1024);
+  return encodeBinaryPropertyList(
+             PropertyList::dictionary({{"bundle", bundle}, {"reserve", PropertyList::data(reserve)}}))
+      .has_value();
 }
 
 bool isCompleteBundle(const PropertyList& bundle) {

@@ -32,4 +32,8 @@ std::optional<PropertyList> repairedBundle(const PropertyList& bundle, const Pro
 
 bool isCompleteBundle(const PropertyList& bundle);
 
+// Whether any message that carries a whole bundle, an answer or a notification, can carry this one. Encodes it.
+bool isSendableBundle(const PropertyList& bundle);
+inline constexpr const char* unsendableReason = "the settings would be too large to be sent";
+
 }  // namespace vorn::engine

@@ -30,7 +30,10 @@ std::optional<PropertyList> FactoryDefaults::read(const std::string& path, std::
     error = "no \"" + std::string(keys::DefaultSettings) + "\" in it";
     return std::nullopt;
   }
-  return repairedBundle(bundle, bundle[keys::Profiles].at(0), &error);
+  auto usable = repairedBundle(bundle, bundle[keys::Profiles].at(0), &error);
+  if (!usable || isSendableBundle(*usable)) return usable;
+  error = unsendableReason;
+  return std::nullopt;
 }
 
 std::optional<PropertyList> FactoryDefaults::readOwn(std::string& error) const {

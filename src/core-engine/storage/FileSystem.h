@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <system_error>
 
@@ -15,11 +16,24 @@ class FileSystem {
  public:
   using Handle = int;  // an open file; never negative
 
+  // Tells a file from every other that ever stands under its name, and from itself after somebody wrote to it. Renaming
+  // keeps it.
+  struct Identity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;  // nanoseconds
+    friend bool operator==(const Identity&, const Identity&) = default;
+  };
+
   virtual ~FileSystem() = default;
 
   // Reads a whole regular file of at most maximum bytes. std::errc::no_such_file_or_directory where there is none,
   // file_too_large above the maximum, invalid_argument for anything that is no regular file.
   virtual std::error_code read(const std::string& path, std::size_t maximum, Bytes& contents) = 0;
+
+  // What stands under the path itself, also where that is no regular file.
+  virtual std::error_code identify(const std::string& path, Identity& identity) = 0;
 
   // Creates the folder and its missing parents, readable by the user alone.
   virtual std::error_code createFolder(const std::string& path) = 0;
@@ -40,7 +54,8 @@ class FileSystem {
   // Returns when the names in the folder are on the disk.
   virtual std::error_code syncFolder(const std::string& path) = 0;
 
-  // Holds the file (created where missing) for this process until the process ends, however it ends.
+  // Holds the file (created where missing) for this process until the process ends, however it ends. A file that is
+  // held already stays so; where somebody removed or replaced it, the one under the path is held from now on.
   // std::errc::resource_unavailable_try_again where another process holds it.
   virtual std::error_code lock(const std::string& path) = 0;
 };

@@ -31,14 +31,35 @@ bool isFolder(const std::string& path) {
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+FileSystem::Identity identityOf(const struct stat& status) {
+  constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+  return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+          status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec};
+}
+
+// Whether the file under the path is the open one.
+bool isFileAt(const std::string& path, int file) {
+  struct stat open {};
+  struct stat named {};
+  return ::fstat(file, &open) == 0 && ::lstat(path.c_str(), &named) == 0 && open.st_dev == named.st_dev &&
+         open.st_ino == named.st_ino;
+}
+
 }  // namespace
 
 PosixFileSystem::~PosixFileSystem() {
-  for (const Handle handle : mLocks) ::close(handle);
+  for (const auto& [path, handle] : mLocks) ::close(handle);
 }
 
 std::error_code PosixFileSystem::read(const std::string& path, std::size_t maximum, Bytes& contents) {
   return readRegularFile(path, maximum, contents);
+}
+
+std::error_code PosixFileSystem::identify(const std::string& path, Identity& identity) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) < 0) return lastError();
+  identity = identityOf(status);
+  return {};
 }
 
 std::error_code PosixFileSystem::createFolder(const std::string& path) {
@@ -104,6 +125,8 @@ std::error_code PosixFileSystem::syncFolder(const std::string& path) {
 }
 
 std::error_code PosixFileSystem::lock(const std::string& path) {
+  const auto held = mLocks.find(path);
+  if (held != mLocks.end() && isFileAt(path, held->second)) return {};
   const int file = withoutInterruption(
       [&] { return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, fileMode); });
   if (file < 0) return lastError();
@@ -112,7 +135,8 @@ std::error_code PosixFileSystem::lock(const std::string& path) {
     ::close(file);
     return error;
   }
-  mLocks.push_back(file);
+  if (held != mLocks.end()) ::close(held->second);
+  mLocks[path] = file;
   return {};
 }
 

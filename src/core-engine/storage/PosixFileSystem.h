@@ -1,7 +1,8 @@
 // The file operations on the real file system.
 #pragma once
 
-#include <vector>
+#include <map>
+#include <string>
 
 #include "core-engine/storage/FileSystem.h"
 
@@ -15,6 +16,7 @@ class PosixFileSystem : public FileSystem {
   PosixFileSystem& operator=(const PosixFileSystem&) = delete;
 
   std::error_code read(const std::string& path, std::size_t maximum, Bytes& contents) override;
+  std::error_code identify(const std::string& path, Identity& identity) override;
   std::error_code createFolder(const std::string& path) override;
   std::error_code create(const std::string& path, Handle& handle) override;
   std::error_code write(Handle handle, BytesView bytes, std::size_t& written) override;
@@ -27,7 +29,7 @@ class PosixFileSystem : public FileSystem {
   std::error_code lock(const std::string& path) override;
 
  private:
-  std::vector<Handle> mLocks;
+  std::map<std::string, Handle> mLocks;  // by their paths
 };
 
 }  // namespace vorn::engine

@@ -19,6 +19,12 @@ bool isMissing(const std::error_code& error) {
   return error == std::errc::no_such_file_or_directory;
 }
 
+// Whether something stands there that is no file: a folder, a symbolic link, a pipe.
+bool isObstacle(const std::error_code& error) {
+  return error == std::errc::is_a_directory || error == std::errc::too_many_symbolic_link_levels ||
+         error == std::errc::no_such_device_or_address;
+}
+
 }  // namespace
 
 SettingsFile::SettingsFile(FileSystem& files, Log& log, std::string folder)
@@ -26,12 +32,13 @@ SettingsFile::SettingsFile(FileSystem& files, Log& log, std::string folder)
 
 std::error_code SettingsFile::claim() {
   if (const std::error_code error = mFiles.createFolder(mFolder)) return error;
-  return mFiles.lock(path(lockName));
+  return withoutObstacle(path(lockName), [this] { return mFiles.lock(path(lockName)); });
 }
 
 std::optional<PropertyList> SettingsFile::load(const Check& check) {
   mFiles.remove(path(newName));
   mDamaged.clear();
+  mOwn.reset();
   if (auto contents = loadFile(path(currentName), check)) return contents;
   auto contents = loadFile(path(lastGoodName), check);
   if (contents) mLog.line("using the last good settings, " + path(lastGoodName));
@@ -46,7 +53,11 @@ std::optional<PropertyList> SettingsFile::loadFile(const std::string& path, cons
   if (error) {
     reason = error.message();
   } else if (const auto decoded = decodePropertyList(bytes, &reason)) {
-    if (auto usable = check(*decoded, reason)) return usable;
+    if (auto usable = check(*decoded, reason)) {
+      FileSystem::Identity identity;
+      if (!mFiles.identify(path, identity)) mOwn = identity;
+      return usable;
+    }
   }
   mLog.line("cannot use " + path + ": " + reason);
   std::string newPath;
@@ -69,36 +80,56 @@ std::error_code SettingsFile::setAside(const std::string& path, std::string& new
   return error;
 }
 
+// What is gone already needs no other place.
+std::error_code SettingsFile::setAsideAndTell(const std::string& path) {
+  std::string newPath;
+  const std::error_code error = setAside(path, newPath);
+  if (!error) mLog.line(path + " is kept as " + newPath);
+  return isMissing(error) ? std::error_code() : error;
+}
+
 std::error_code SettingsFile::setDamagedAside() {
   while (!mDamaged.empty()) {
-    std::string newPath;
-    const std::error_code error = setAside(mDamaged.back(), newPath);
-    if (error && !isMissing(error)) return error;
-    if (!error) mLog.line(mDamaged.back() + " is kept as " + newPath);
+    if (const std::error_code error = setAsideAndTell(mDamaged.back())) return error;
     mDamaged.pop_back();
   }
   return {};
 }
 
-bool SettingsFile::save(const PropertyList& contents, std::string& error) {
-  const std::optional<Bytes> bytes = encodeBinaryPropertyList(contents, &error);
-  if (!bytes) return false;
+// Does the operation, which wants a file under the path; once more after what is no file has been moved out of its way.
+std::error_code SettingsFile::withoutObstacle(const std::string& path,
+                                              const std::function<std::error_code()>& operation) {
+  const std::error_code error = operation();
+  if (!isObstacle(error)) return error;
+  if (const std::error_code moveError = setAsideAndTell(path)) return moveError;
+  return operation();
+}
+
+bool SettingsFile::save(BytesView bytes, std::string& error) {
   std::error_code failure = setDamagedAside();
-  if (!failure) failure = mFiles.createFolder(mFolder);
-  if (!failure) failure = writeNew(*bytes);
-  if (!failure) failure = putInForce();
+  if (!failure) failure = claim();
+  if (failure == std::errc::resource_unavailable_try_again) {
+    error = "another engine uses them";
+    return false;
+  }
+  FileSystem::Identity written;
+  if (!failure) failure = writeNew(bytes, written);
+  if (!failure) failure = putInForce(written);
   if (failure) error = failure.message();
   return !failure;
 }
 
-std::error_code SettingsFile::writeNew(BytesView bytes) {
+std::error_code SettingsFile::writeNew(BytesView bytes, FileSystem::Identity& written) {
+  const std::string fresh = path(newName);
   FileSystem::Handle handle = -1;
-  if (const std::error_code error = mFiles.create(path(newName), handle)) return error;
+  const auto create = [&] { return mFiles.create(fresh, handle); };
+  if (const std::error_code error = withoutObstacle(fresh, create)) return error;
   std::error_code error = writeAll(handle, bytes);
   if (!error) error = mFiles.sync(handle);
   const std::error_code closeError = mFiles.close(handle);
   if (!error) error = closeError;
-  if (error) mFiles.remove(path(newName));
+  if (!error) error = mFiles.identify(fresh, written);
+  if (error) mFiles.remove(fresh);
   return error;
 }
 
@@ -112,11 +143,21 @@ std::error_code SettingsFile::writeAll(FileSystem::Handle handle, BytesView byte
   return {};
 }
 
-std::error_code SettingsFile::putInForce() {
+std::error_code SettingsFile::setForeignAside() {
+  FileSystem::Identity identity;
+  const std::error_code error = mFiles.identify(path(currentName), identity);
+  if (isMissing(error)) return {};
+  if (error || identity == mOwn) return error;
+  mLog.line("somebody changed " + path(currentName));
+  return setAsideAndTell(path(currentName));
+}
+
+std::error_code SettingsFile::putInForce(const FileSystem::Identity& written) {
   const std::string current = path(currentName);
   const std::string lastGood = path(lastGoodName);
   const std::string fresh = path(newName);
-  std::error_code error = mFiles.rename(current, lastGood);
+  std::error_code error = setForeignAside();
+  if (!error) error = withoutObstacle(lastGood, [&] { return mFiles.rename(current, lastGood); });
   const bool hadCurrent = !error;
   if (error && !isMissing(error)) {
     mFiles.remove(fresh);
@@ -125,8 +166,12 @@ std::error_code SettingsFile::putInForce() {
   error = mFiles.rename(fresh, current);
   if (!error) {
     error = mFiles.syncFolder(mFolder);
-    if (!error) return {};
-    mFiles.rename(current, fresh);
+    if (!error) {
+      mOwn = written;
+      return {};
+    }
+    // Where there is no way back the new file stays, and is no stranger's.
+    if (mFiles.rename(current, fresh)) mOwn = written;
   }
   if (hadCurrent) mFiles.rename(lastGood, current);
   mFiles.remove(fresh);

@@ -8,7 +8,9 @@
 //   lock                      held by the engine that uses the folder
 //
 // A save writes settings.new.plist and syncs it, renames settings.plist to settings.last-good.plist and
-// settings.new.plist to settings.plist, and syncs the folder. One thread.
+// settings.new.plist to settings.plist, and syncs the folder. What stands in its way without being a file is moved
+// aside like a damaged file; so is a settings.plist that somebody else put there, as the last good contents are always
+// the engine's own. One thread.
 #pragma once
 
 #include <functional>
@@ -41,23 +43,28 @@ class SettingsFile {
   // moved aside under a free name and reported.
   std::optional<PropertyList> load(const Check& check);
 
-  // Returns true when the contents are on the disk. On failure the files hold what they held, as far as the disk still
-  // takes orders, and the reason is in error.
-  bool save(const PropertyList& contents, std::string& error);
+  // Returns true when the bytes, encoded contents, are on the disk. The folder is claimed again where its lock was
+  // lost; nothing is written while another process holds it. On failure the files hold what they held, as far as the
+  // disk still takes orders, and the reason is in error.
+  bool save(BytesView bytes, std::string& error);
 
  private:
   std::string path(const char* name) const { return mFolder + "/" + name; }
   std::optional<PropertyList> loadFile(const std::string& path, const Check& check);
   std::error_code setAside(const std::string& path, std::string& newPath);
+  std::error_code setAsideAndTell(const std::string& path);
+  std::error_code withoutObstacle(const std::string& path, const std::function<std::error_code()>& operation);
   std::error_code setDamagedAside();
-  std::error_code writeNew(BytesView bytes);
+  std::error_code writeNew(BytesView bytes, FileSystem::Identity& written);
   std::error_code writeAll(FileSystem::Handle handle, BytesView bytes);
-  std::error_code putInForce();
+  std::error_code putInForce(const FileSystem::Identity& written);
+  std::error_code setForeignAside();
 
   FileSystem& mFiles;
   Log& mLog;
   std::string mFolder;
-  std::vector<std::string> mDamaged;  // still in the way: a save would overwrite them
+  std::optional<FileSystem::Identity> mOwn;  // the file that the engine loaded or put in force last
+  std::vector<std::string> mDamaged;         // still in the way: a save would overwrite them
 };
 
 }  // namespace vorn::engine

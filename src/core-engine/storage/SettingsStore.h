@@ -27,6 +27,7 @@ class SettingsStore {
     Done,      // the result of the transformation is in force and on the disk
     Refused,   // by the transformation, or because its result is no complete bundle
     NotSaved,  // the disk did not take it; the old bundle is in force
+    TooLarge,  // no message could carry the result to a client; the old bundle is in force
   };
 
   // The file and the log outlive the store.
@@ -51,7 +52,7 @@ class SettingsStore {
   Outcome apply(const Transformation& transformation);
 
  private:
-  bool save(const PropertyList& bundle);
+  Outcome save(const PropertyList& bundle);
 
   SettingsFile& mFile;
   Log& mLog;

@@ -35,6 +35,21 @@ PropertyList startBundle() {
   return bundleWithMacros({macro("a", 0), macro("b", 1, twoEvents()), macro("c", 2)});
 }
 
+TEST(MacroRequestsSizeTest, RefuseAChangeThatLeavesSettingsTooLargeToBeSent) {
+  const PropertyList large = startBundle().with("Ballast", PropertyList::data(Bytes(maximumSize - 1000)));
+  TestParts parts(large);
+  parts.ports.names = {client};
+  RequestDispatcher dispatcher(parts.parts(), parts.ports);
+  const PropertyList request =
+      PropertyList::dictionary({{"ProductID", 273}, {"ResponseMsgPortName", client}, {"macroID", 1}});
+  dispatcher.receive(
+      {static_cast<std::int32_t>(MessageID::RemoveAllMacroEvents), encodeBinaryPropertyList(request).value(), ":1.7"});
+  EXPECT_EQ(parts.ports.answers, (std::vector<MemoryPorts::Answer>{{client, 33, status(ReturnStatus::TooLarge)}}));
+  EXPECT_EQ(parts.store.bundle(), large);
+  EXPECT_EQ(parts.lines, Lines{"vorn-core-engine: client :1.7: cannot remove all events: the settings would be too "
+                               "large to be sent"});
+}
+
 class MacroRequestsTest : public testing::Test, protected TestParts {
  protected:
   MacroRequestsTest() : TestParts(startBundle()) { ports.names = {client, otherClient}; }

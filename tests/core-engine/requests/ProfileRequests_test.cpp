@@ -57,6 +57,20 @@ PropertyList update(std::int64_t profileID, const PropertyList& settings) {
   return dictionary({{"ProfileID", profileID}, {"DeviceSettingsDictionary", settings}});
 }
 
+// Settings that a message can just not carry, given to an engine by force.
+PropertyList unsendable() {
+  return oneAndTwo.with("Ballast", PropertyList::data(Bytes(maximumSize - 1000)));
+}
+
+TEST(ProfileRequestsTest, RefusesAChangeThatLeavesSettingsTooLargeToBeSent) {
+  Engine engine(unsendable());
+  engine.answerTo(MessageID::SwitchProfile, dictionary({{"ProfileID", 1}}));
+  EXPECT_EQ(engine.store.bundle(), unsendable());
+  ASSERT_FALSE(engine.lines.empty());
+  EXPECT_EQ(engine.lines.front(),
+            "vorn-core-engine: client :1.7: switch profile: the settings would be too large to be sent");
+}
+
 // One request of every kind, and what it makes of "one" and "two".
 struct Example {
   MessageID messageID;

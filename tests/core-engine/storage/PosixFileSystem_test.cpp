@@ -122,5 +122,40 @@ TEST_F(PosixFileSystemTest, HoldsALockUntilItGoes) {
   EXPECT_EQ(files.lock(path), std::error_code());
 }
 
+TEST_F(PosixFileSystemTest, HoldsALockAgainAfterItsFileWasRemoved) {
+  const std::string path = folder.path("lock");
+  ASSERT_EQ(files.lock(path), std::error_code());
+  std::filesystem::remove(path);
+  EXPECT_EQ(files.lock(path), std::error_code());
+  PosixFileSystem other;
+  EXPECT_EQ(other.lock(path), std::errc::resource_unavailable_try_again);
+}
+
+TEST_F(PosixFileSystemTest, LosesALockToAnotherProcessThatReplacedItsFile) {
+  const std::string path = folder.path("lock");
+  ASSERT_EQ(files.lock(path), std::error_code());
+  std::filesystem::remove(path);
+  PosixFileSystem other;
+  ASSERT_EQ(other.lock(path), std::error_code());
+  EXPECT_EQ(files.lock(path), std::errc::resource_unavailable_try_again);
+}
+
+TEST_F(PosixFileSystemTest, KnowsAFileAgainUnlessSomebodyReplacedOrChangedIt) {
+  const std::string path = folder.write("file", hello);
+  FileSystem::Identity before;
+  FileSystem::Identity after;
+  ASSERT_EQ(files.identify(path, before), std::error_code());
+  ASSERT_EQ(files.rename(path, folder.path("other")), std::error_code());
+  ASSERT_EQ(files.identify(folder.path("other"), after), std::error_code());
+  EXPECT_EQ(after, before);
+  folder.write("file", hello);
+  ASSERT_EQ(files.identify(path, after), std::error_code());
+  EXPECT_NE(after, before);
+  folder.write("other", Bytes{1});
+  ASSERT_EQ(files.identify(folder.path("other"), after), std::error_code());
+  EXPECT_NE(after, before);
+  EXPECT_EQ(files.identify(folder.path("none"), after), std::errc::no_such_file_or_directory);
+}
+
 }  // namespace
 }  // namespace vorn::engine::test

@@ -374,6 +374,83 @@ TEST(SettingsStoreTest, CompletesStoredSettingsFromTheFactoryProfile) {
                                 "what was missing"});
 }
 
+// A bundle whose file has exactly this size.
+PropertyList bundleOfSize(std::size_t size) {
+  const auto withBallast = [](std::size_t length) {
+    return bundle("large").with("Ballast", PropertyList::data(Bytes(length)));
+  };
+  const std::size_t guess = size - 20'000;
+  return withBallast(guess + size - encoded(withBallast(guess)).size());
+}
+
+TEST(SettingsStoreTest, RefusesSettingsThatNoMessageCouldCarryAndKeepsTheOldOnes) {
+  MemoryFileSystem disk = diskWith(bundle("old"));
+  Engine engine(disk);
+  const PropertyList large = bundleOfSize(maximumSize - 10);
+  ASSERT_EQ(encoded(large).size(), maximumSize - 10);
+  EXPECT_EQ(engine.change(large), Outcome::TooLarge);
+  EXPECT_EQ(engine.store.bundle(), bundle("old"));
+  EXPECT_EQ(disk.contents(currentPath), encoded(bundle("old")));
+  EXPECT_EQ(engine.change(bundle("new")), Outcome::Done);
+}
+
+TEST(SettingsStoreTest, TakesLargeSettingsThatAMessageCanCarry) {
+  MemoryFileSystem disk = diskWith(bundle("old"));
+  Engine engine(disk);
+  EXPECT_EQ(engine.change(bundleOfSize(maximumSize - 5000)), Outcome::Done);
+}
+
+TEST(SettingsStoreTest, MovesStoredSettingsAsideThatNoMessageCouldCarry) {
+  MemoryFileSystem disk = usedDisk();
+  const Bytes large = encoded(bundleOfSize(maximumSize - 10));
+  disk.put(currentPath, large);
+  const Engine engine(disk);
+  EXPECT_EQ(engine.store.bundle(), bundle("oldest"));
+  EXPECT_TRUE(disk.contents(currentPath + ".damaged-1") == large);
+  ASSERT_FALSE(engine.lines.empty());
+  EXPECT_EQ(engine.lines[0],
+            "vorn-core-engine: cannot use /state/settings.plist: the settings would be too large to be sent");
+}
+
+TEST(SettingsStoreTest, MovesFoldersOutOfItsWay) {
+  MemoryFileSystem disk = diskWith(bundle("old"));
+  disk.putFolder(folder + "/settings.new.plist");
+  disk.putFolder(lastGoodPath);
+  Engine engine(disk);
+  EXPECT_EQ(engine.change(bundle("new")), Outcome::Done);
+  EXPECT_EQ(engine.lines, (Lines{"vorn-core-engine: /state/settings.new.plist is kept as "
+                                 "/state/settings.new.plist.damaged-1",
+                                 "vorn-core-engine: /state/settings.last-good.plist is kept as "
+                                 "/state/settings.last-good.plist.damaged-1"}));
+  EXPECT_EQ(disk.contents(lastGoodPath), encoded(bundle("old")));
+  EXPECT_EQ(stored(disk), bundle("new"));
+}
+
+TEST(SettingsStoreTest, KeepsTheLastGoodFileWhereSomebodyElseWroteTheOtherOne) {
+  MemoryFileSystem disk = usedDisk();
+  Engine engine(disk);
+  disk.put(currentPath, text("a stranger's"));
+  EXPECT_EQ(engine.change(bundle("new")), Outcome::Done);
+  EXPECT_EQ(disk.contents(lastGoodPath), encoded(bundle("oldest")));
+  EXPECT_EQ(disk.contents(currentPath + ".damaged-1"), text("a stranger's"));
+  EXPECT_EQ(engine.lines,
+            (Lines{"vorn-core-engine: somebody changed /state/settings.plist",
+                   "vorn-core-engine: /state/settings.plist is kept as /state/settings.plist.damaged-1"}));
+  EXPECT_EQ(engine.change(bundle("newer")), Outcome::Done);
+  EXPECT_EQ(disk.contents(lastGoodPath), encoded(bundle("new")));
+}
+
+TEST(SettingsStoreTest, WritesNothingWhileAnotherEngineHoldsTheFolder) {
+  MemoryFileSystem disk = usedDisk();
+  Engine engine(disk);
+  disk.isLockedByAnother = true;
+  EXPECT_EQ(engine.change(bundle("new")), Outcome::NotSaved);
+  EXPECT_EQ(engine.lines, Lines{"vorn-core-engine: cannot save the settings in /state: another engine uses them"});
+  EXPECT_EQ(stored(disk), bundle("old"));
+  disk.isLockedByAnother = false;
+  EXPECT_EQ(engine.change(bundle("new")), Outcome::Done);
+}
+
 TEST(SettingsStoreTest, RemovesWhatAnInterruptedSaveLeft) {
   MemoryFileSystem disk = usedDisk();
   disk.put(folder + "/settings.new.plist", text("half"));
