@@ -197,7 +197,9 @@ void AssignmentPlayer::launch(const PropertyList& assignment) {
   const std::string path = assignment[keys::Param1].toString();
   std::string error;
   if (mLauncher.launch(path, error)) return;
-  mParts.log.fault("the mouse", "program not launched", "cannot launch " + path + ": " + error);
+  // Each program and each reason is a fault of its own.
+  const std::string fault = "cannot launch " + path + ": " + error;
+  mParts.log.fault("the mouse", fault, fault);
 }
 
 }  // namespace vorn::engine

@@ -159,6 +159,23 @@ TEST_F(PosixProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
   EXPECT_EQ(refused(folder.path("relative.desktop")), "there is no program bin/sh");
 }
 
+TEST_F(PosixProgramLauncherTest, TellsWhyTheSystemDoesNotRunAProgram) {
+  write("bin/odd", "#!/no/such/interpreter\n", 0755);
+  write("odd.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/odd") + "\n");
+  EXPECT_EQ(refused(folder.path("odd.desktop")),
+            "cannot start " + folder.path("bin/odd") + ": No such file or directory");
+  write("bin/empty", "", 0755);
+  write("empty.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/empty") + "\n");
+  EXPECT_EQ(refused(folder.path("empty.desktop")), "cannot start " + folder.path("bin/empty") + ": Exec format error");
+}
+
+TEST_F(PosixProgramLauncherTest, RefusesAnArgumentThatTheSystemDoesNotPassOn) {
+  const std::string program = folder.path("bin/tell");
+  writeProgram("bin/tell", "echo told");
+  write("long.desktop", "[Desktop Entry]\nType=Application\nExec=" + program + " " + std::string(200'000, 'x') + "\n");
+  EXPECT_EQ(refused(folder.path("long.desktop")), "cannot start " + program + ": Argument list too long");
+}
+
 TEST_F(PosixProgramLauncherTest, RefusesAnInformationFileThatIsNone) {
   write("Odd.app/Info.plist", "no property list");
   EXPECT_NE(refused(folder.path("Odd.app")), "");
