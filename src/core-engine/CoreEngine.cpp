@@ -1,5 +1,8 @@
 #include "core-engine/CoreEngine.h"
 
+#include <malloc.h>
+
+#include <chrono>
 #include <csignal>
 #include <functional>
 #include <memory>
@@ -31,8 +34,8 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mFile(mFiles, log, options.stateFolder),
       mStore(mFile, log),
       mDefaults(mFiles, options.defaultsFile),
-      mDevice(options.connection),
-      mClients(mReplyPorts) {
+      mDevice(options.connection) {
+  mReplyPorts.setLostHandler([this](const std::string& portName) { mClients.portLost(portName); });
   mDispatcher.setObserver(this);
   mStore.setChangeHandler(
       [this](const PropertyList& before, const PropertyList& after) { mNews.settingsChanged(before, after); });
@@ -42,12 +45,12 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
 int CoreEngine::run() {
   mLoop.onSignal(SIGTERM, [this] { mLoop.stop(); });
   mLoop.onSignal(SIGINT, [this] { mLoop.stop(); });
+  mLoop.setIdleWork([this] { return mIntake.serveNext(); });
   // The port comes first: its name decides which of two engines goes on. Requests wait until the loop runs.
   LocalMessagePort::Failure failure{};
   std::string error;
   const auto port = LocalMessagePort::create(
-      enginePortName, [this](const LocalMessagePort::Message& message) { return mDispatcher.receive(message); },
-      &failure, &error);
+      enginePortName, [this](const LocalMessagePort::Message& message) { return receive(message); }, &failure, &error);
   if (!port) {
     const bool isTaken = failure == LocalMessagePort::Failure::NameTaken;
     mLog.line(isTaken ? "another engine already runs in this session" : "cannot reach the session bus: " + error);
@@ -63,6 +66,21 @@ int CoreEngine::run() {
   if (mLoop.run()) return 0;
   mLog.line("the session bus is gone");
   return 1;
+}
+
+std::optional<Bytes> CoreEngine::receive(const LocalMessagePort::Message& message) {
+  giveMemoryBackLater();
+  mLoop.wakeIdleWork();
+  return mIntake.receive(message);
+}
+
+void CoreEngine::giveMemoryBackLater() {
+  if (mIsGivingMemoryBack) return;
+  mIsGivingMemoryBack = true;
+  mScheduler.after(std::chrono::seconds(1), [this] {
+    mIsGivingMemoryBack = false;
+    malloc_trim(0);
+  });
 }
 
 void CoreEngine::willServe(const RequestKind&, const Request& request) {

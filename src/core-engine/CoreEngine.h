@@ -19,6 +19,7 @@
 #include "core-engine/requests/ClientRegistry.h"
 #include "core-engine/requests/ReplyPorts.h"
 #include "core-engine/requests/RequestDispatcher.h"
+#include "core-engine/requests/RequestIntake.h"
 #include "core-engine/storage/FactoryDefaults.h"
 #include "core-engine/storage/PosixFileSystem.h"
 #include "core-engine/storage/SettingsFile.h"
@@ -40,6 +41,9 @@ class CoreEngine : private RequestObserver {
  private:
   bool claimFolder();
   void logReady();
+  std::optional<Bytes> receive(const LocalMessagePort::Message& message);
+  // Soon after a request the memory that it took is given back to the system.
+  void giveMemoryBackLater();
   void willServe(const RequestKind& kind, const Request& request) override;
   void hasServed(const RequestKind& kind, const Request& request) override;
   void handle(const DeviceEvent& event);
@@ -72,6 +76,8 @@ class CoreEngine : private RequestObserver {
   TypedKeysService mTypedKeys{
       [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};
+  RequestIntake mIntake{mLog, mScheduler, [this](const auto& message) { mDispatcher.receive(message); }};
+  bool mIsGivingMemoryBack = false;
   std::unique_ptr<PortWatch> mRecordingClient;
   std::unique_ptr<PortWatch> mCapturingClient;
 };

@@ -94,18 +94,16 @@ struct Sending {
 
 }  // namespace
 
-void RemoteMessagePort::sendLater(std::string_view name, std::int32_t messageID, BytesView data,
-                                  std::chrono::milliseconds timeout, std::function<void(Status)> done) {
-  const std::string portName(name);
-  const BusConnection& connection = BusConnection::forThisThread();
-  const bus::MessageReference message =
-      bus::isValidBusName(busNameOf(portName)) ? newSend(connection, portName, messageID, data) : nullptr;
+namespace {
+
+// Calls done once with what becomes of the call. limit in microseconds.
+void callLater(const BusConnection& connection, sd_bus_message* message, std::uint64_t limit,
+               std::function<void(RemoteMessagePort::Status)> done) {
   auto sending = std::make_unique<Sending>(Sending{std::move(done)});
   sd_bus_slot* slot = nullptr;
-  const auto limit = static_cast<std::uint64_t>(std::chrono::microseconds(timeout).count());
-  if (!message ||
-      sd_bus_call_async(connection.handle(), &slot, message.get(), Sending::answered, sending.get(), limit) < 0) {
-    sending->finish(Status::TransportError);
+  if (message == nullptr ||
+      sd_bus_call_async(connection.handle(), &slot, message, Sending::answered, sending.get(), limit) < 0) {
+    sending->finish(RemoteMessagePort::Status::TransportError);
     return;
   }
   sd_bus_slot_set_destroy_callback(slot, Sending::dropped);
@@ -113,6 +111,35 @@ void RemoteMessagePort::sendLater(std::string_view name, std::int32_t messageID,
   sd_bus_slot_set_floating(slot, 1);
   sd_bus_slot_unref(slot);
   static_cast<void>(sending.release());
+}
+
+}  // namespace
+
+void RemoteMessagePort::postTracked(std::string_view name, std::int32_t messageID, BytesView data,
+                                    std::function<void(Status)> read) {
+  const std::string portName(name);
+  const std::string busName = busNameOf(portName);
+  if (!bus::isValidBusName(busName)) return read(Status::InvalidPort);
+  BusConnection& connection = BusConnection::forThisThread();
+  const bus::MessageReference message = newSend(connection, portName, messageID, data);
+  // Every program answers a ping, and does so after it has read what came before.
+  const bus::MessageReference ping =
+      bus::newCall(connection, busName, messagePortObjectPath, "org.freedesktop.DBus.Peer", "Ping");
+  if (!message || !ping || sd_bus_message_set_expect_reply(message.get(), 0) < 0 ||
+      sd_bus_send(connection.handle(), message.get(), nullptr) < 0)
+    return read(Status::TransportError);
+  callLater(connection, ping.get(), UINT64_MAX, std::move(read));
+  connection.announceQueuedMessages();
+}
+
+void RemoteMessagePort::sendLater(std::string_view name, std::int32_t messageID, BytesView data,
+                                  std::chrono::milliseconds timeout, std::function<void(Status)> done) {
+  const std::string portName(name);
+  const BusConnection& connection = BusConnection::forThisThread();
+  const bus::MessageReference message =
+      bus::isValidBusName(busNameOf(portName)) ? newSend(connection, portName, messageID, data) : nullptr;
+  callLater(connection, message.get(), static_cast<std::uint64_t>(std::chrono::microseconds(timeout).count()),
+            std::move(done));
 }
 
 namespace {
@@ -181,13 +208,14 @@ int PortTable::handleSend(sd_bus_message* message, void* table, sd_bus_error* er
       static_cast<const PortTable*>(table)->callbackFor(sd_bus_message_get_destination(message));
   if (!callback) return sd_bus_error_set(error, SD_BUS_ERROR_UNKNOWN_OBJECT, "No such message port");
   const char* sender = sd_bus_message_get_sender(message);
-  const Bytes returned = (*callback)({messageID, *data, sender != nullptr ? sender : ""});
+  const std::optional<Bytes> returned = (*callback)({messageID, *data, sender != nullptr ? sender : ""});
+  if (!returned) return sd_bus_error_set(error, SD_BUS_ERROR_LIMITS_EXCEEDED, "The message port takes no more now");
 
   sd_bus_message* started = nullptr;
   result = sd_bus_message_new_method_return(message, &started);
   if (result < 0) return result;
   const bus::MessageReference reply(started);
-  if (!bus::appendBytes(reply.get(), returned))
+  if (!bus::appendBytes(reply.get(), *returned))
     return sd_bus_error_set(error, SD_BUS_ERROR_LIMITS_EXCEEDED, "The reply is too large");
   return sd_bus_message_send(reply.get());
 }

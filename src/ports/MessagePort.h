@@ -39,6 +39,12 @@ class RemoteMessagePort {
   // look-up: without an owner the outcome is InvalidPort.
   static void sendLater(std::string_view name, std::int32_t messageID, BytesView data,
                         std::chrono::milliseconds timeout, std::function<void(Status)> done);
+  // Sends one message without waiting for anything, as post() does, but needs no look-up and hears of it: read is
+  // called once, now or from this thread's run loop, when the port's owner has read the message (Success), nobody has
+  // the port (InvalidPort), it could not be sent or its owner or the loop's connection went first. There is no
+  // time-out.
+  static void postTracked(std::string_view name, std::int32_t messageID, BytesView data,
+                          std::function<void(Status)> read);
 
  private:
   explicit RemoteMessagePort(std::string name) : mName(std::move(name)) {}
@@ -53,8 +59,9 @@ class LocalMessagePort {
     BytesView data;           // valid during the call
     std::string_view sender;  // unique bus name of the sending connection
   };
-  // Runs on the thread that created the port, from its run loop. What it returns goes back to the sender.
-  using Callback = std::function<Bytes(const Message&)>;
+  // Runs on the thread that created the port, from its run loop. What it returns goes back to the sender; nothing is
+  // the error LimitsExceeded.
+  using Callback = std::function<std::optional<Bytes>(const Message&)>;
 
   enum class Failure { NoBus, NameTaken, InvalidName, Other };
 

@@ -59,6 +59,8 @@ struct RunLoop::State {
   std::map<std::pair<std::uint64_t, Timer>, Work> timers;
   std::map<Timer, std::uint64_t> timeOfTimer;
   SourceReference timerSource;
+  std::function<bool()> idleWork;
+  SourceReference idleSource;
   std::vector<std::unique_ptr<SignalEntry>> signals;
 
   void attachBus();
@@ -66,6 +68,7 @@ struct RunLoop::State {
   static int handleWake(sd_event_source*, int descriptor, std::uint32_t, void* state);
   void armTimers();
   static int handleTimers(sd_event_source*, std::uint64_t, void* state);
+  static int handleIdle(sd_event_source* source, void* state);
   static int handleSignal(sd_event_source*, const signalfd_siginfo*, void* entry);
 };
 
@@ -119,6 +122,11 @@ int RunLoop::State::handleTimers(sd_event_source*, std::uint64_t, void* state) {
   return 0;
 }
 
+int RunLoop::State::handleIdle(sd_event_source* source, void* state) {
+  if (!static_cast<State*>(state)->idleWork()) sd_event_source_set_enabled(source, SD_EVENT_OFF);
+  return 0;
+}
+
 int RunLoop::State::handleSignal(sd_event_source*, const signalfd_siginfo*, void* entry) {
   static_cast<SignalEntry*>(entry)->work();
   return 0;
@@ -144,6 +152,7 @@ RunLoop::RunLoop() : mState(std::make_unique<State>()) {
 
 RunLoop::~RunLoop() {
   if (mState->bus) sd_bus_detach_event(mState->bus.get());
+  mState->idleSource.reset();
   mState->timerSource.reset();
   mState->signals.clear();
   mState->wakeSource.reset();
@@ -171,6 +180,19 @@ void RunLoop::perform(std::function<void()> work) {
     mState->performed.push_back(std::move(work));
   }
   mState->wake();
+}
+
+void RunLoop::setIdleWork(std::function<bool()> work) {
+  sd_event_source* source = nullptr;
+  require(sd_event_add_defer(mState->event.get(), &source, State::handleIdle, mState.get()), "Cannot defer work");
+  mState->idleSource.reset(source);
+  sd_event_source_set_priority(source, SD_EVENT_PRIORITY_IDLE);
+  sd_event_source_set_enabled(source, SD_EVENT_OFF);
+  mState->idleWork = std::move(work);
+}
+
+void RunLoop::wakeIdleWork() {
+  sd_event_source_set_enabled(mState->idleSource.get(), SD_EVENT_ON);
 }
 
 RunLoop::Timer RunLoop::addTimer(std::chrono::microseconds delay, std::function<void()> work) {

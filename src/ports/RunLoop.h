@@ -25,6 +25,11 @@ class RunLoop {
   // Runs the work on the loop's thread soon. Any thread.
   void perform(std::function<void()> work);
 
+  // The work for when nothing else is to be done: it is called over and over, each time after whatever has come up
+  // meanwhile, until it returns false; wakeIdleWork() begins anew. Set it once.
+  void setIdleWork(std::function<bool()> work);
+  void wakeIdleWork();
+
   Timer addTimer(std::chrono::microseconds delay, std::function<void()> work);  // fires once
   void removeTimer(Timer timer);                                                // an unknown timer does nothing
   // Calls the work on the loop's thread when the process receives the signal. Call it before other threads start:

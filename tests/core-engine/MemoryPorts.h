@@ -26,11 +26,18 @@ class MemoryPorts : public ReplyPorts {
   std::vector<Answer> answers;
 
   bool exists(std::string_view portName) override { return names.contains(portName); }
-  Outcome post(std::string_view portName, std::int32_t messageID, BytesView data) override {
-    if (!exists(portName)) return Outcome::NoSuchPort;
-    if (isBroken) return Outcome::Failed;
+  void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) override {
+    if (!exists(portName)) {
+      tellLost(std::string(portName));
+      return done(Outcome::NoSuchPort);
+    }
+    if (isBroken) return done(Outcome::Failed);
     answers.push_back({std::string(portName), messageID, decodeBinaryPropertyList(data).value_or(PropertyList())});
-    return Outcome::Sent;
+    done(Outcome::Sent);
+  }
+  void lose(const std::string& portName) {
+    names.erase(portName);
+    tellLost(portName);
   }
 };
 

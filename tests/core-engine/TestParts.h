@@ -80,6 +80,7 @@ struct TestParts {
   // An engine whose settings are the bundle, a complete one; none for an engine without settings.
   explicit TestParts(const PropertyList& bundle = {}) {
     if (!bundle.isNone()) store.fill(bundle);
+    ports.setLostHandler([this](const std::string& portName) { clients.portLost(portName); });
   }
   TestParts(const TestParts&) = delete;
   TestParts& operator=(const TestParts&) = delete;
@@ -107,7 +108,7 @@ struct TestParts {
   SettingsStore store{file, log};
   FactoryDefaults defaults{disk, ownDefaults};
   VirtualDevice device;
-  ClientRegistry clients{ports};
+  ClientRegistry clients;
   RecordingNewsPort news;
   ManualScheduler scheduler;
   MacroRecorder recorder{news, scheduler};

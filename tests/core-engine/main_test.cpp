@@ -277,11 +277,18 @@ TEST_F(CoreEngineProgramTest, SurvivesMessagesThatMakeNoSense) {
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
-TEST_F(CoreEngineProgramTest, TakesLargeRequests) {
+TEST_F(CoreEngineProgramTest, TakesLargeRequestsAndRefusesThoseThatNoRequestNeeds) {
   const auto engine = startEngine({"--defaults", defaults});
-  const Bytes ballast(std::size_t{20} * 1024 * 1024);
-  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request().with("Ballast", PropertyList::data(ballast))),
-            allSettings(bundle("factory")));
+  const auto withBallast = [this](std::size_t size) {
+    return request().with("Ballast", PropertyList::data(Bytes(size)));
+  };
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, withBallast(4'000'000)), allSettings(bundle("factory")));
+  const auto port = RemoteMessagePort::lookUp(enginePortName);
+  ASSERT_TRUE(port);
+  EXPECT_EQ(port->sendRequest(4, encodeBinaryPropertyList(withBallast(4'200'000)).value(), sendTimeout),
+            RemoteMessagePort::Status::TransportError);
+  EXPECT_TRUE(saysSoon(*engine, "messages refused: 1, the last one of client :"));
+  EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
 TEST_F(CoreEngineProgramTest, DoesNotWaitForAClientThatTakesNoAnswers) {
@@ -292,6 +299,7 @@ TEST_F(CoreEngineProgramTest, DoesNotWaitForAClientThatTakesNoAnswers) {
   for (int count = 0; count < 200; ++count) {
     sendRequest(request().with("ResponseMsgPortName", "DeafPort"), MessageID::GetAllSettings);
   }
+  EXPECT_TRUE(saysSoon(*engine, "no answer to request 4 (get all settings): too many answers to the port are unread"));
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 

@@ -285,6 +285,44 @@ TEST_F(MessagePortTest, ForgetsAMessageThatIsSentLaterWithItsThread) {
   EXPECT_EQ(told.get_future().get(), Status::TransportError);
 }
 
+TEST_F(MessagePortTest, TellsWhenATrackedMessageWasRead) {
+  ServedPort served("Served");
+  std::vector<Status> told;
+  RemoteMessagePort::postTracked("Served", 4, Bytes{1, 2}, [&](Status status) { told.push_back(status); });
+  EXPECT_EQ(told, std::vector<Status>());
+  ASSERT_TRUE(test::serveBusUntil([&] { return !told.empty(); }));
+  EXPECT_EQ(told, std::vector<Status>{Status::Success});
+  EXPECT_EQ(served.received(), (std::vector<Received>{{4, {1, 2}, ownUniqueName()}}));
+}
+
+TEST_F(MessagePortTest, TellsWhyATrackedMessageIsReadByNobody) {
+  const ServedPort served("Served");
+  std::vector<Status> told;
+  const auto read = [&](Status status) { told.push_back(status); };
+  RemoteMessagePort::postTracked("no name", 4, {}, read);
+  RemoteMessagePort::postTracked("Served", 4, Bytes((std::size_t{1} << 26) + 1), read);
+  EXPECT_EQ(told, (std::vector<Status>{Status::InvalidPort, Status::TransportError}));
+  RemoteMessagePort::postTracked("Nobody", 4, {}, read);
+  ASSERT_TRUE(test::serveBusUntil([&] { return told.size() == 3; }));
+  EXPECT_EQ(told.back(), Status::InvalidPort);
+}
+
+TEST_F(MessagePortTest, TellsNothingOfATrackedMessageThatIsNotYetRead) {
+  const auto unread = LocalMessagePort::create("Unread", [](const LocalMessagePort::Message&) { return Bytes(); });
+  std::vector<Status> told;
+  test::LoopThread other;
+  other.run([&] { RemoteMessagePort::postTracked("Unread", 4, {}, [&](Status status) { told.push_back(status); }); });
+  // The bus has handled what came before this call.
+  other.run([] { RemoteMessagePort::lookUp("Unread"); });
+  std::size_t count = 1;
+  other.run([&] { count = told.size(); });
+  EXPECT_EQ(count, 0U);
+  ASSERT_TRUE(test::serveBusUntil([&] {
+    other.run([&] { count = told.size(); });
+    return count == 1;
+  }));
+}
+
 TEST_F(MessagePortTest, MayBeOneOfThisThreadItself) {
   std::vector<std::int32_t> received;
   const auto port = LocalMessagePort::create("Own", [&](const LocalMessagePort::Message& message) {
@@ -297,6 +335,19 @@ TEST_F(MessagePortTest, MayBeOneOfThisThreadItself) {
   EXPECT_EQ(remote->post(5, {}), Status::Success);
   EXPECT_TRUE(test::serveBusUntil([&] { return !received.empty(); }));
   EXPECT_EQ(received, std::vector<std::int32_t>{5});
+}
+
+TEST_F(MessagePortTest, TellsTheSenderThatAMessageWasRefused) {
+  test::LoopThread other;
+  std::unique_ptr<LocalMessagePort> port;
+  other.run(
+      [&] { port = LocalMessagePort::create("Full", [](const LocalMessagePort::Message&) { return std::nullopt; }); });
+  sd_bus_error error{};
+  sd_bus_call_method(BusConnection::forThisThread().handle(), "org.vorn.MessagePort.Full", messagePortObjectPath,
+                     messagePortInterface, "Send", &error, nullptr, "iay", 4, 0);
+  EXPECT_STREQ(error.name, SD_BUS_ERROR_LIMITS_EXCEEDED);
+  sd_bus_error_free(&error);
+  other.run([&] { port.reset(); });
 }
 
 // The error name with which a foreign program's call is answered.

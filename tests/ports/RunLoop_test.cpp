@@ -145,5 +145,21 @@ TEST_F(RunLoopTest, ReturnsFalseWhenTheBusGoesAway) {
   EXPECT_FALSE(loop.run());
 }
 
+TEST_F(RunLoopTest, DoesIdleWorkAfterEverythingElseUntilThereIsNone) {
+  RunLoop loop;
+  std::vector<int> order;
+  int left = 2;
+  loop.setIdleWork([&] {
+    order.push_back(0);
+    if (--left > 0) loop.perform([&] { order.push_back(2); });
+    if (left == 0) loop.stop();
+    return left > 0;
+  });
+  loop.wakeIdleWork();
+  loop.perform([&] { order.push_back(1); });
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(order, (std::vector<int>{1, 0, 2, 0}));
+}
+
 }  // namespace
 }  // namespace vorn

@@ -79,7 +79,9 @@ bool Announcer::isNew(const std::string& port) {
 }
 
 void Announcer::meet(const std::string& port) {
-  if (!mDevice.isPresent()) return;
+  const auto isStranger = [](const Newcomer& newcomer) { return newcomer.stage == Stage::Stranger; };
+  const auto strangers = std::ranges::count_if(mNewcomers, isStranger);
+  if (!mDevice.isPresent() || std::cmp_greater_equal(strangers, maximumStrangers)) return;
   Newcomer newcomer{.port = port, .stage = Stage::Stranger};
   newcomer.ticket = mScheduler.after(announcementDelay, [this, port] {
     const auto stranger = find(port);

@@ -15,6 +15,7 @@
 #include "core-engine/device/Device.h"
 #include "core-engine/news/DeviceNews.h"
 #include "core-engine/requests/ClientRegistry.h"
+#include "core-engine/requests/ReplyPorts.h"
 #include "core-engine/requests/Request.h"
 
 namespace vorn::engine {
@@ -23,6 +24,8 @@ class Announcer {
  public:
   // So many ports are remembered as heard of.
   static constexpr std::size_t maximumKnownPorts = 256;
+  // So many clients that did not register are met at a time; further ones are told nothing.
+  static constexpr std::size_t maximumStrangers = 64;
   // From the client's first message 4, or from the first request of one that did not register, to the announcement.
   static constexpr Scheduler::Duration announcementDelay = std::chrono::milliseconds(250);
   // A client that heard the announcement sends message 4 or 14 within this time. One that did not is told once more at

@@ -7,7 +7,6 @@ namespace vorn::engine {
 
 void ClientRegistry::add(Client client) {
   std::erase_if(mClients, [&](const Client& known) { return known.replyPort == client.replyPort; });
-  if (mClients.size() == maximumClients) present();
   if (mClients.size() == maximumClients) mClients.erase(mClients.begin());
   mClients.push_back(std::move(client));
 }
@@ -32,9 +31,8 @@ bool ClientRegistry::showsDefaults(std::string_view replyPort) const {
       mClients, [&](const Client& client) { return client.replyPort == replyPort && client.showsDefaults; });
 }
 
-const std::vector<Client>& ClientRegistry::present() {
-  std::erase_if(mClients, [&](const Client& client) { return !mPorts.exists(client.replyPort); });
-  return mClients;
+void ClientRegistry::portLost(std::string_view replyPort) {
+  std::erase_if(mClients, [&](const Client& client) { return client.replyPort == replyPort; });
 }
 
 }  // namespace vorn::engine

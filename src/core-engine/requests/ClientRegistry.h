@@ -1,5 +1,4 @@
 // Who registered for the mouse. A registration ends with its release, with another one on its port, or with the port.
-// The end of a port is noticed when the registrations are next asked for, so that no client's end wakes the engine.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +6,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "core-engine/requests/ReplyPorts.h"
 
 namespace vorn::engine {
 
@@ -25,8 +22,6 @@ class ClientRegistry {
  public:
   static constexpr std::size_t maximumClients = 64;
 
-  explicit ClientRegistry(ReplyPorts& ports) : mPorts(ports) {}  // the ports outlive the registry
-
   // A port has one registration, the latest. Where there are too many, the oldest goes.
   void add(Client client);
   // Forgets the registrations of this connection. Their ports; empty when it had none.
@@ -34,11 +29,12 @@ class ClientRegistry {
   // The client with this port reads the settings.
   void readsSettings(std::string_view replyPort);
   bool showsDefaults(std::string_view replyPort) const;
-  // The registrations whose ports exist now, the oldest first.
-  const std::vector<Client>& present();
+  // The port is gone.
+  void portLost(std::string_view replyPort);
+  // The oldest first.
+  const std::vector<Client>& present() const { return mClients; }
 
  private:
-  ReplyPorts& mPorts;
   std::vector<Client> mClients;
 };
 

@@ -1,17 +1,63 @@
 #include "core-engine/requests/ReplyPorts.h"
 
+#include <map>
+
 #include "ports/MessagePort.h"
 
 namespace vorn::engine {
+
+namespace {
+
+ReplyPorts::Outcome outcomeOf(RemoteMessagePort::Status status) {
+  switch (status) {
+    case RemoteMessagePort::Status::Success:
+      return ReplyPorts::Outcome::Sent;
+    case RemoteMessagePort::Status::InvalidPort:
+      return ReplyPorts::Outcome::NoSuchPort;
+    default:
+      return ReplyPorts::Outcome::Failed;
+  }
+}
+
+}  // namespace
+
+struct BusReplyPorts::State {
+  struct Unread {
+    std::size_t count = 0;
+    std::size_t size = 0;
+  };
+  std::map<std::string, Unread, std::less<>> unread;  // by port
+};
+
+BusReplyPorts::BusReplyPorts()
+    : mState(std::make_shared<State>()), mLosses([this](const std::string& portName) { tellLost(portName); }) {}
+
+BusReplyPorts::~BusReplyPorts() = default;
 
 bool BusReplyPorts::exists(std::string_view portName) {
   return RemoteMessagePort::lookUp(portName).has_value();
 }
 
-ReplyPorts::Outcome BusReplyPorts::post(std::string_view portName, std::int32_t messageID, BytesView data) {
-  const auto port = RemoteMessagePort::lookUp(portName);
-  if (!port) return Outcome::NoSuchPort;
-  return port->post(messageID, data) == RemoteMessagePort::Status::Success ? Outcome::Sent : Outcome::Failed;
+void BusReplyPorts::post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) {
+  const std::string port(portName);
+  State::Unread& unread = mState->unread[port];
+  if (unread.count > 0 && (unread.count >= maximumUnread || unread.size + data.size() > maximumUnreadSize)) {
+    return done(Outcome::Unread);
+  }
+  ++unread.count;
+  unread.size += data.size();
+  // The bus may tell the outcome when these ports are gone.
+  const auto read = [this, state = std::weak_ptr(mState), port, size = data.size(),
+                     done = std::move(done)](RemoteMessagePort::Status status) {
+    const std::shared_ptr<State> alive = state.lock();
+    if (!alive) return;
+    const auto entry = alive->unread.find(port);
+    entry->second.size -= size;
+    if (--entry->second.count == 0) alive->unread.erase(entry);
+    if (status == RemoteMessagePort::Status::InvalidPort) tellLost(port);
+    done(outcomeOf(status));
+  };
+  RemoteMessagePort::postTracked(portName, messageID, data, read);
 }
 
 }  // namespace vorn::engine

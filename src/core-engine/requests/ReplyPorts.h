@@ -1,29 +1,68 @@
 // Where answers go: the clients' message ports. One thread, the engine's.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "model/PropertyList.h"
+#include "ports/PortLosses.h"
 
 namespace vorn::engine {
 
 class ReplyPorts {
  public:
-  enum class Outcome { Sent, NoSuchPort, Failed };
+  enum class Outcome {
+    Sent,        // the port's owner has read it
+    NoSuchPort,  // nobody has the port
+    Unread,      // dropped: the port's owner leaves too many messages unread
+    Failed,
+  };
+  using Done = std::function<void(Outcome outcome)>;
+  using LostHandler = std::function<void(const std::string& portName)>;
 
   virtual ~ReplyPorts() = default;
 
+  // Asks the bus and waits for its answer.
   virtual bool exists(std::string_view portName) = 0;
-  // Hands the message over without waiting for its receiver.
-  virtual Outcome post(std::string_view portName, std::int32_t messageID, BytesView data) = 0;
+  // Hands the message over without waiting for anything. done is called once, now or later.
+  virtual void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) = 0;
+
+  // Is told of every port that goes, and of one that an answer did not find.
+  void setLostHandler(LostHandler handler) { mLostHandler = std::move(handler); }
+
+ protected:
+  void tellLost(const std::string& portName) const {
+    if (mLostHandler) mLostHandler(portName);
+  }
+
+ private:
+  LostHandler mLostHandler;
 };
 
-// Over the session bus.
+// Over the session bus. A port whose owner does not read loses what it does not read, and nobody else waits for it.
 class BusReplyPorts : public ReplyPorts {
  public:
+  // So many messages of a port may be unread, and so many bytes beside a single larger one.
+  static constexpr std::size_t maximumUnread = 64;
+  static constexpr std::size_t maximumUnreadSize = std::size_t{8} * 1024 * 1024;
+
+  BusReplyPorts();
+  ~BusReplyPorts() override;
+  BusReplyPorts(const BusReplyPorts&) = delete;
+  BusReplyPorts& operator=(const BusReplyPorts&) = delete;
+
   bool exists(std::string_view portName) override;
-  Outcome post(std::string_view portName, std::int32_t messageID, BytesView data) override;
+  void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) override;
+
+ private:
+  struct State;
+  std::shared_ptr<State> mState;
+  PortLosses mLosses;
 };
 
 }  // namespace vorn::engine

@@ -61,23 +61,27 @@ void RequestDispatcher::serve(const RequestKind& kind, const Request& request) {
 
 void RequestDispatcher::answer(const RequestKind& kind, const Request& request, const PropertyList& body) {
   const std::string portName = request.replyPort();
-  const auto fault = [&](std::string_view reason) {
-    mParts.log.fault(request.sender, reason,
-                     "no answer to request " + title(kind) + ": " + std::string(reason) + " (" + portName + ")");
+  const auto fault = [&log = mParts.log, &kind, sender = request.sender, portName](std::string_view reason) {
+    log.fault(sender, reason,
+              "no answer to request " + title(kind) + ": " + std::string(reason) + " (" + portName + ")");
   };
   // The engine's own port is no client's: the answer would come back as a request.
   if (portName.empty() || portName == enginePortName) return fault("it names no port of a client");
   std::string error;
   const auto bytes = encodeBinaryPropertyList(body, &error);
   if (!bytes) return fault(error);
-  switch (mPorts.post(portName, static_cast<std::int32_t>(kind.messageID), *bytes)) {
-    case ReplyPorts::Outcome::NoSuchPort:
-      return fault("there is no such port");
-    case ReplyPorts::Outcome::Failed:
-      return fault("the port cannot be reached");
-    case ReplyPorts::Outcome::Sent:
-      break;
-  }
+  mPorts.post(portName, static_cast<std::int32_t>(kind.messageID), *bytes, [fault](ReplyPorts::Outcome outcome) {
+    switch (outcome) {
+      case ReplyPorts::Outcome::NoSuchPort:
+        return fault("there is no such port");
+      case ReplyPorts::Outcome::Unread:
+        return fault("too many answers to the port are unread");
+      case ReplyPorts::Outcome::Failed:
+        return fault("the port cannot be reached");
+      case ReplyPorts::Outcome::Sent:
+        break;
+    }
+  });
   if (mParts.log.isVerbose()) mParts.log.line("answer " + title(kind) + " to " + portName + ": " + body.description());
 }
 

@@ -151,7 +151,7 @@ TEST_F(AnnouncerTest, AnnouncesOnceToAClientThatWasThereBeforeTheEngine) {
 
 TEST_F(AnnouncerTest, TellsNothingToAStrangerThatIsGoneOrWhileNoMouseIsHere) {
   served(4);
-  ports.names.erase("ClientPort");
+  ports.lose("ClientPort");
   scheduler.advance(1s);
   device.setConnection(Connection::Absent);
   served(4, "OtherPort");
@@ -184,7 +184,7 @@ TEST_F(AnnouncerTest, TellsNothingToAClientThatReleasedTheMouseOrEnded) {
   scheduler.advance(250ms);
   registers();
   served(4);
-  ports.names.erase("ClientPort");
+  ports.lose("ClientPort");
   scheduler.advance(250ms);
   EXPECT_EQ(take(), Names());
 }

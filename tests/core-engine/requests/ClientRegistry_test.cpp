@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core-engine/MemoryPorts.h"
-
 namespace vorn::engine::test {
 namespace {
 
@@ -14,10 +12,7 @@ const Client tool{":1.6", "ToolPort", 0};
 
 class ClientRegistryTest : public testing::Test {
  protected:
-  ClientRegistryTest() { ports.names = {"ConfiguratorPort", "ToolPort"}; }
-
-  MemoryPorts ports;
-  ClientRegistry registry{ports};
+  ClientRegistry registry;
 };
 
 TEST_F(ClientRegistryTest, HoldsThoseWhoRegistered) {
@@ -57,9 +52,9 @@ TEST_F(ClientRegistryTest, ForgetsThoseWhoReleased) {
 TEST_F(ClientRegistryTest, ForgetsThoseWhosePortIsGone) {
   registry.add(configurator);
   registry.add(tool);
-  ports.names.erase("ConfiguratorPort");
+  registry.portLost("ConfiguratorPort");
   EXPECT_EQ(registry.present(), Clients{tool});
-  ports.names.insert("ConfiguratorPort");
+  registry.portLost("ConfiguratorPort");
   EXPECT_EQ(registry.present(), Clients{tool});
 }
 
@@ -67,7 +62,6 @@ TEST_F(ClientRegistryTest, LetsTheOldestGoWhenThereAreTooMany) {
   Clients all;
   for (std::size_t number = 0; number <= ClientRegistry::maximumClients; ++number) {
     const Client client{":1." + std::to_string(number), "Port" + std::to_string(number), 273};
-    ports.names.insert(client.replyPort);
     registry.add(client);
     all.push_back(client);
   }
@@ -75,10 +69,13 @@ TEST_F(ClientRegistryTest, LetsTheOldestGoWhenThereAreTooMany) {
   EXPECT_EQ(registry.present(), all);
 }
 
-TEST_F(ClientRegistryTest, LetsThoseGoFirstWhosePortIsGone) {
+TEST_F(ClientRegistryTest, HasRoomAgainWhenPortsAreGone) {
   registry.add(tool);
   for (std::size_t number = 1; number < ClientRegistry::maximumClients; ++number) {
     registry.add({":2", "Gone" + std::to_string(number), 273});
+  }
+  for (std::size_t number = 1; number < ClientRegistry::maximumClients; ++number) {
+    registry.portLost("Gone" + std::to_string(number));
   }
   registry.add(configurator);
   EXPECT_EQ(registry.present(), (Clients{tool, configurator}));

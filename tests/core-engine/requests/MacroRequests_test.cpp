@@ -244,7 +244,7 @@ TEST_F(MacroRequestsTest, KeepTheRecordingsOfTwoClientsApart) {
 
 TEST_F(MacroRequestsTest, GoOnAfterTheClientOfARecordingVanished) {
   startRecording(0, false);
-  ports.names.erase(client);
+  ports.lose(client);
   for (std::size_t i = 0; i < maximumMacroEvents + 10; ++i) press(4);
   EXPECT_EQ(recorder.events().size(), maximumMacroEvents);
   EXPECT_EQ(startRecording(0, false, otherClient), done);

@@ -36,6 +36,10 @@ class RequestDispatcherTest : public testing::Test, protected TestParts {
  protected:
   RequestDispatcherTest() {
     ports.names = {port};
+    putDefaults();
+  }
+
+  void putDefaults() {
     put("/app/Skarn.plist", defaultsFile(bundle("application")));
     put(ownDefaults, defaultsFile(bundle("own")));
   }
@@ -149,6 +153,8 @@ TEST_F(RequestDispatcherTest, KeepsStoredSettingsWhateverARegistrationBrings) {
 
 TEST_F(RequestDispatcherTest, AnswersOnlyAfterTheSettingsAreOnTheDisk) {
   for (int operation = 1;; ++operation) {
+    disk = MemoryFileSystem();
+    putDefaults();
     disk.crashAt(operation);
     try {
       send(0, registration());

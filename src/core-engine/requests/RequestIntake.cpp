@@ -1,0 +1,73 @@
+#include "core-engine/requests/RequestIntake.h"
+
+#include <utility>
+
+#include "model/RecordLimits.h"
+#include "model/SettingsKeys.h"
+#include "protocol/EngineProtocol.h"
+
+namespace vorn::engine {
+
+std::size_t maximumBodySize(std::int32_t messageID) {
+  // A record may take some more bytes in a message than it counts.
+  constexpr std::size_t oneRecord = 4 * maximumRecordSize;
+  constexpr std::size_t allProfiles = keys::maximumProfiles * oneRecord;
+  return messageID == static_cast<std::int32_t>(MessageID::ReplaceAllProfiles) ? allProfiles : oneRecord;
+}
+
+bool RequestIntake::hasRoom(const Sender& sender, std::size_t size) const {
+  return sender.requests.size() < maximumWaiting && sender.size + size <= maximumWaitingSize &&
+         mTotalSize + size <= maximumTotalSize;
+}
+
+std::optional<Bytes> RequestIntake::receive(const LocalMessagePort::Message& message) {
+  const std::size_t size = message.data.size();
+  const auto known = mSenders.find(message.sender);
+  std::optional<Bytes> taken = Bytes();
+  if (size > maximumBodySize(message.messageID)) {
+    reportRefusal(message.sender, "a body of " + std::to_string(size) + " bytes");
+    taken.reset();
+  } else if (known != mSenders.end() && !hasRoom(known->second, size)) {
+    reportRefusal(message.sender, "too many of its requests wait");
+    taken.reset();
+  } else {
+    if (known == mSenders.end()) mTurns.emplace_back(message.sender);
+    Sender& sender = known != mSenders.end() ? known->second : mSenders[std::string(message.sender)];
+    sender.requests.push_back({message.messageID, Bytes(message.data.begin(), message.data.end())});
+    sender.size += size;
+    mTotalSize += size;
+  }
+  if (++mArrivals >= maximumArrivals) serveNext();
+  return taken;
+}
+
+bool RequestIntake::serveNext() {
+  mArrivals = 0;
+  if (mTurns.empty()) return false;
+  const std::string name = std::move(mTurns.front());
+  mTurns.pop_front();
+  const auto sender = mSenders.find(name);
+  const Waiting request = std::move(sender->second.requests.front());
+  sender->second.requests.pop_front();
+  sender->second.size -= request.data.size();
+  mTotalSize -= request.data.size();
+  if (sender->second.requests.empty()) {
+    mSenders.erase(sender);
+  } else {
+    mTurns.push_back(name);
+  }
+  mServe({request.messageID, request.data, name});
+  return !mTurns.empty();
+}
+
+void RequestIntake::reportRefusal(std::string_view sender, const std::string& reason) {
+  ++mRefusals;
+  const Scheduler::Duration now = mScheduler.now();
+  if (mReported && now - *mReported < refusalReportInterval) return;
+  mReported = now;
+  mLog.line("messages refused: " + std::to_string(mRefusals) + ", the last one of client " + std::string(sender) +
+            ": " + reason);
+  mRefusals = 0;
+}
+
+}  // namespace vorn::engine
