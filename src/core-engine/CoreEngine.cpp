@@ -46,6 +46,7 @@ int CoreEngine::run() {
   mLoop.onSignal(SIGTERM, [this] { mLoop.stop(); });
   mLoop.onSignal(SIGINT, [this] { mLoop.stop(); });
   mLoop.setIdleWork([this] { return mIntake.serveNext(); });
+  mIntake.setPauseHandler([this] { mLoop.wakeIdleWork(); });
   // The port comes first: its name decides which of two engines goes on. Requests wait until the loop runs.
   LocalMessagePort::Failure failure{};
   std::string error;
@@ -70,8 +71,9 @@ int CoreEngine::run() {
 
 std::optional<Bytes> CoreEngine::receive(const LocalMessagePort::Message& message) {
   giveMemoryBackLater();
+  auto taken = mIntake.receive(message);
   mLoop.wakeIdleWork();
-  return mIntake.receive(message);
+  return taken;
 }
 
 void CoreEngine::giveMemoryBackLater() {

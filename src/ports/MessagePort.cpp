@@ -115,21 +115,26 @@ void callLater(const BusConnection& connection, sd_bus_message* message, std::ui
 
 }  // namespace
 
+void RemoteMessagePort::ping(std::string_view name, std::function<void(Status)> done) {
+  const std::string busName = busNameOf(name);
+  if (!bus::isValidBusName(busName)) return done(Status::InvalidPort);
+  BusConnection& connection = BusConnection::forThisThread();
+  const auto message = bus::newCall(connection, busName, messagePortObjectPath, "org.freedesktop.DBus.Peer", "Ping");
+  callLater(connection, message.get(), UINT64_MAX, std::move(done));
+  connection.announceQueuedMessages();
+}
+
 void RemoteMessagePort::postTracked(std::string_view name, std::int32_t messageID, BytesView data,
                                     std::function<void(Status)> read) {
   const std::string portName(name);
-  const std::string busName = busNameOf(portName);
-  if (!bus::isValidBusName(busName)) return read(Status::InvalidPort);
-  BusConnection& connection = BusConnection::forThisThread();
+  if (!bus::isValidBusName(busNameOf(portName))) return read(Status::InvalidPort);
+  const BusConnection& connection = BusConnection::forThisThread();
   const bus::MessageReference message = newSend(connection, portName, messageID, data);
-  // Every program answers a ping, and does so after it has read what came before.
-  const bus::MessageReference ping =
-      bus::newCall(connection, busName, messagePortObjectPath, "org.freedesktop.DBus.Peer", "Ping");
-  if (!message || !ping || sd_bus_message_set_expect_reply(message.get(), 0) < 0 ||
+  if (!message || sd_bus_message_set_expect_reply(message.get(), 0) < 0 ||
       sd_bus_send(connection.handle(), message.get(), nullptr) < 0)
     return read(Status::TransportError);
-  callLater(connection, ping.get(), UINT64_MAX, std::move(read));
-  connection.announceQueuedMessages();
+  // Every program answers a ping, and does so after it has read what came before.
+  ping(name, std::move(read));
 }
 
 void RemoteMessagePort::sendLater(std::string_view name, std::int32_t messageID, BytesView data,

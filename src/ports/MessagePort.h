@@ -45,6 +45,8 @@ class RemoteMessagePort {
   // time-out.
   static void postTracked(std::string_view name, std::int32_t messageID, BytesView data,
                           std::function<void(Status)> read);
+  // Looks the port up without waiting: its owner is pinged. done is called once, as in postTracked().
+  static void ping(std::string_view name, std::function<void(Status)> done);
 
  private:
   explicit RemoteMessagePort(std::string name) : mName(std::move(name)) {}

@@ -64,6 +64,7 @@ struct RunLoop::State {
   std::vector<std::unique_ptr<SignalEntry>> signals;
 
   void attachBus();
+  void drainBus() const;
   void wake() const;
   static int handleWake(sd_event_source*, int descriptor, std::uint32_t, void* state);
   void armTimers();
@@ -77,6 +78,14 @@ void RunLoop::State::attachBus() {
   if (!connection.isOpen() || sd_bus_attach_event(connection.handle(), event.get(), SD_EVENT_PRIORITY_NORMAL) < 0)
     return;
   bus = bus::share(connection.handle());
+}
+
+// The event loop looks at everything between two messages; where many come that costs more than the messages do.
+void RunLoop::State::drainBus() const {
+  constexpr int maximumMessagesInOneGo = 64;
+  for (int handled = 0; handled < maximumMessagesInOneGo && !isStopping; ++handled) {
+    if (sd_bus_process(bus.get(), nullptr) <= 0) return;
+  }
 }
 
 void RunLoop::State::wake() const {
@@ -165,6 +174,7 @@ bool RunLoop::run() {
     if (!mState->bus || sd_bus_is_open(mState->bus.get()) <= 0) return false;
     const int result = sd_event_run(mState->event.get(), UINT64_MAX);
     if (result < 0 && result != -EINTR) require(result, "The event loop failed");
+    mState->drainBus();
   }
   return true;
 }

@@ -25,9 +25,11 @@ class MemoryPorts : public ReplyPorts {
   bool isBroken = false;                     // messages cannot be handed over
   std::vector<Answer> answers;
 
-  bool exists(std::string_view portName) override { return names.contains(portName); }
+  void lookUp(std::string_view portName, std::function<void(bool exists)> done) override {
+    done(names.contains(portName));
+  }
   void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) override {
-    if (!exists(portName)) {
+    if (!names.contains(portName)) {
       tellLost(std::string(portName));
       return done(Outcome::NoSuchPort);
     }

@@ -87,7 +87,9 @@ void Announcer::meet(const std::string& port) {
     const auto stranger = find(port);
     stranger->ticket = 0;
     forget(stranger);
-    if (mPorts.exists(port) && mDevice.isPresent()) mNews.announce();
+    mPorts.lookUp(port, [this](bool exists) {
+      if (exists && mDevice.isPresent()) mNews.announce();
+    });
   });
   mNewcomers.push_back(std::move(newcomer));
 }

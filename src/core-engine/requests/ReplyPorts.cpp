@@ -34,8 +34,11 @@ BusReplyPorts::BusReplyPorts()
 
 BusReplyPorts::~BusReplyPorts() = default;
 
-bool BusReplyPorts::exists(std::string_view portName) {
-  return RemoteMessagePort::lookUp(portName).has_value();
+void BusReplyPorts::lookUp(std::string_view portName, std::function<void(bool exists)> done) {
+  const auto told = [state = std::weak_ptr(mState), done = std::move(done)](RemoteMessagePort::Status status) {
+    if (!state.expired()) done(status == RemoteMessagePort::Status::Success);
+  };
+  RemoteMessagePort::ping(portName, told);
 }
 
 void BusReplyPorts::post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) {

@@ -27,8 +27,8 @@ class ReplyPorts {
 
   virtual ~ReplyPorts() = default;
 
-  // Asks the bus and waits for its answer.
-  virtual bool exists(std::string_view portName) = 0;
+  // Tells whether somebody has the port and reads; done is called once, now or later.
+  virtual void lookUp(std::string_view portName, std::function<void(bool exists)> done) = 0;
   // Hands the message over without waiting for anything. done is called once, now or later.
   virtual void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) = 0;
 
@@ -56,7 +56,7 @@ class BusReplyPorts : public ReplyPorts {
   BusReplyPorts(const BusReplyPorts&) = delete;
   BusReplyPorts& operator=(const BusReplyPorts&) = delete;
 
-  bool exists(std::string_view portName) override;
+  void lookUp(std::string_view portName, std::function<void(bool exists)> done) override;
   void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) override;
 
  private:

@@ -1,5 +1,6 @@
 #include "core-engine/requests/RequestIntake.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "model/RecordLimits.h"
@@ -13,6 +14,13 @@ std::size_t maximumBodySize(std::int32_t messageID) {
   constexpr std::size_t oneRecord = 4 * maximumRecordSize;
   constexpr std::size_t allProfiles = keys::maximumProfiles * oneRecord;
   return messageID == static_cast<std::int32_t>(MessageID::ReplaceAllProfiles) ? allProfiles : oneRecord;
+}
+
+RequestIntake::RequestIntake(Log& log, Scheduler& scheduler, Serve serve)
+    : mLog(log), mScheduler(scheduler), mServe(std::move(serve)) {}
+
+RequestIntake::~RequestIntake() {
+  mScheduler.cancel(mPauseTicket);
 }
 
 bool RequestIntake::hasRoom(const Sender& sender, std::size_t size) const {
@@ -41,23 +49,50 @@ std::optional<Bytes> RequestIntake::receive(const LocalMessagePort::Message& mes
   return taken;
 }
 
+bool RequestIntake::pauses(const Sender& sender) const {
+  return sender.requests.size() > patientWaiting && mScheduler.now() < sender.pausesUntil;
+}
+
+std::deque<std::string>::iterator RequestIntake::nextTurn() {
+  return std::ranges::find_if(mTurns, [this](const std::string& name) { return !pauses(mSenders.find(name)->second); });
+}
+
 bool RequestIntake::serveNext() {
   mArrivals = 0;
-  if (mTurns.empty()) return false;
-  const std::string name = std::move(mTurns.front());
-  mTurns.pop_front();
+  const auto turn = nextTurn();
+  if (turn == mTurns.end()) {
+    awaitPauses();
+    return false;
+  }
+  const std::string name = std::move(*turn);
+  mTurns.erase(turn);
   const auto sender = mSenders.find(name);
   const Waiting request = std::move(sender->second.requests.front());
   sender->second.requests.pop_front();
   sender->second.size -= request.data.size();
   mTotalSize -= request.data.size();
+  const Scheduler::Duration begun = mScheduler.now();
+  mServe({request.messageID, request.data, name});
   if (sender->second.requests.empty()) {
     mSenders.erase(sender);
   } else {
+    const Scheduler::Duration ended = mScheduler.now();
+    sender->second.pausesUntil = ended + pauseFactor * (ended - begun);
     mTurns.push_back(name);
   }
-  mServe({request.messageID, request.data, name});
-  return !mTurns.empty();
+  const bool hasNext = nextTurn() != mTurns.end();
+  if (!hasNext) awaitPauses();
+  return hasNext;
+}
+
+void RequestIntake::awaitPauses() {
+  if (mTurns.empty() || mPauseTicket != 0) return;
+  Scheduler::Duration first = Scheduler::Duration::max();
+  for (const auto& [name, sender] : mSenders) first = std::min(first, sender.pausesUntil);
+  mPauseTicket = mScheduler.after(first - mScheduler.now(), [this] {
+    mPauseTicket = 0;
+    if (mPauseHandler) mPauseHandler();
+  });
 }
 
 void RequestIntake::reportRefusal(std::string_view sender, const std::string& reason) {

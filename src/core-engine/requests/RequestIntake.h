@@ -1,6 +1,7 @@
 // What arrives at the engine's port waits here for its turn. The requests of one connection are served in the order of
 // their arrival; connections take turns, so that none of them, however much it sends, keeps the others waiting. One
-// thread, the engine's.
+// that sends without awaiting its answers pauses after each of its requests for some times as long as that took, so
+// that the engine is free for others most of the time. One thread, the engine's.
 #pragma once
 
 #include <cstddef>
@@ -31,19 +32,27 @@ class RequestIntake {
   // Where this many bytes of all connections wait, a connection that has one request waiting gets no further one in.
   static constexpr std::size_t maximumTotalSize = std::size_t{16} * 1024 * 1024;
   // So many messages may arrive before one is served in between: a flood must not keep what waits from its turn.
-  static constexpr std::size_t maximumArrivals = 64;
+  static constexpr std::size_t maximumArrivals = 16;
+  // A connection with more requests waiting than this pauses, so many times as long as its last one took.
+  static constexpr std::size_t patientWaiting = 16;
+  static constexpr int pauseFactor = 4;
   // Refusals are told in the log once in this time.
   static constexpr Scheduler::Duration refusalReportInterval = std::chrono::seconds(1);
 
   // The log and the scheduler outlive the intake.
-  RequestIntake(Log& log, const Scheduler& scheduler, Serve serve)
-      : mLog(log), mScheduler(scheduler), mServe(std::move(serve)) {}
+  RequestIntake(Log& log, Scheduler& scheduler, Serve serve);
+  ~RequestIntake();
+  RequestIntake(const RequestIntake&) = delete;
+  RequestIntake& operator=(const RequestIntake&) = delete;
+
+  // Is told when a pause is over and serveNext() finds something again.
+  void setPauseHandler(std::function<void()> handler) { mPauseHandler = std::move(handler); }
 
   // The callback of the engine's port: keeps the message for its turn. Nothing where it is refused: its body is too
   // large, or its sender has too much waiting.
   std::optional<Bytes> receive(const LocalMessagePort::Message& message);
 
-  // Serves the request whose turn it is, if one waits. True while others wait.
+  // Serves the request whose turn it is, if there is one. True when there is another one after it.
   bool serveNext();
 
  private:
@@ -54,14 +63,21 @@ class RequestIntake {
   struct Sender {
     std::deque<Waiting> requests;
     std::size_t size = 0;  // of their bodies
+    Scheduler::Duration pausesUntil{};
   };
 
+  bool pauses(const Sender& sender) const;
+  // The first in turn that does not pause.
+  std::deque<std::string>::iterator nextTurn();
+  void awaitPauses();
   bool hasRoom(const Sender& sender, std::size_t size) const;
   void reportRefusal(std::string_view sender, const std::string& reason);
 
   Log& mLog;
-  const Scheduler& mScheduler;
+  Scheduler& mScheduler;
   Serve mServe;
+  std::function<void()> mPauseHandler;
+  Scheduler::Ticket mPauseTicket = 0;
   std::map<std::string, Sender, std::less<>> mSenders;  // those who have requests waiting
   std::deque<std::string> mTurns;                       // the same, the next one first
   std::size_t mTotalSize = 0;

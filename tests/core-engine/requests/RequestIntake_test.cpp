@@ -26,9 +26,11 @@ class RequestIntakeTest : public testing::Test {
   Lines lines;
   Log log{[this](const std::string& line) { lines.push_back(line); }};
   ManualScheduler scheduler;
+  Scheduler::Duration duration{};  // of each service
   RequestIntake intake{log, scheduler, [this](const LocalMessagePort::Message& message) {
                          served.push_back(std::string(message.sender) + " " + std::to_string(message.messageID) + " " +
                                           std::to_string(message.data.size()));
+                         scheduler.advance(duration);
                        }};
 };
 
@@ -55,10 +57,40 @@ TEST_F(RequestIntakeTest, ServesInBetweenWhenMessagesDoNotStopComing) {
   EXPECT_EQ(served.size(), 1U);
 }
 
+TEST_F(RequestIntakeTest, LetsAConnectionPauseThatSendsWithoutAwaitingItsAnswers) {
+  int wakeUps = 0;
+  intake.setPauseHandler([&] { ++wakeUps; });
+  duration = 10ms;
+  for (std::size_t count = 0; count <= RequestIntake::patientWaiting; ++count) isTaken(":1.1", 1);
+  isTaken(":1.1", 1);
+  served.clear();
+  EXPECT_TRUE(served.empty());
+  EXPECT_FALSE(intake.serveNext());
+  isTaken(":1.2", 2);
+  EXPECT_FALSE(intake.serveNext());
+  EXPECT_EQ(served, Lines{":1.2 2 10"});
+  // The pause is four times as long as the service, of which the other one's took a part.
+  scheduler.advance(29ms);
+  EXPECT_EQ(wakeUps, 0);
+  scheduler.advance(1ms);
+  EXPECT_EQ(wakeUps, 1);
+  intake.serveNext();
+  EXPECT_EQ(served, (Lines{":1.2 2 10", ":1.1 1 10"}));
+}
+
+TEST_F(RequestIntakeTest, LetsNobodyPauseWhoHasFewRequestsWaiting) {
+  duration = 10ms;
+  for (const int number : {1, 2, 3}) isTaken(":1.1", number);
+  serveAll();
+  EXPECT_EQ(served.size(), 3U);
+}
+
 TEST_F(RequestIntakeTest, RefusesWhatAConnectionSendsBeyondItsBoundAndNothingOfOthers) {
-  for (std::size_t count = 0; count < RequestIntake::maximumWaiting; ++count) isTaken(":1.1", 1);
-  // One was served meanwhile.
-  EXPECT_TRUE(isTaken(":1.1", 1));
+  const std::size_t inBetween = RequestIntake::maximumWaiting / RequestIntake::maximumArrivals;
+  for (std::size_t count = 0; count < RequestIntake::maximumWaiting + inBetween; ++count) {
+    EXPECT_TRUE(isTaken(":1.1", 1));
+  }
+  EXPECT_EQ(served.size(), inBetween);
   EXPECT_FALSE(isTaken(":1.1", 1));
   EXPECT_TRUE(isTaken(":1.2", 2));
   EXPECT_EQ(lines, Lines{"vorn-core-engine: messages refused: 1, the last one of client :1.1: too many of its requests "
