@@ -8,11 +8,13 @@
 #include <atomic>
 #include <charconv>
 #include <chrono>
+#include <condition_variable>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <random>
 #include <string>
@@ -113,13 +115,21 @@ class Kills {
         {{requestKeys::ProductID, wiredProductID}, {requestKeys::ResponseMsgPortName, replyPortName}});
   }
 
-  // Returns when the engine has served it; its answer has left before. False when the engine is gone.
-  static bool send(MessageID messageID, const PropertyList& body) {
+  // Returns when its answer has come. False when the engine is gone.
+  bool send(MessageID messageID, const PropertyList& body) {
     const auto port = RemoteMessagePort::lookUp(enginePortName);
     const auto bytes = encodeBinaryPropertyList(body);
-    return port && bytes &&
-           port->sendRequest(static_cast<std::int32_t>(messageID), *bytes, sendTimeout) ==
-               RemoteMessagePort::Status::Success;
+    const int answersBefore = mAnswers;
+    if (!port || !bytes ||
+        port->sendRequest(static_cast<std::int32_t>(messageID), *bytes, sendTimeout) !=
+            RemoteMessagePort::Status::Success)
+      return false;
+    constexpr std::chrono::milliseconds lookInterval{5};
+    std::unique_lock lock(mMutex);
+    while (!mAnswerCame.wait_for(lock, lookInterval, [&] { return mAnswers > answersBefore; })) {
+      if (!RemoteMessagePort::lookUp(enginePortName)) return false;
+    }
+    return true;
   }
 
   bool sendChange() {
@@ -142,6 +152,11 @@ class Kills {
       if (change > mAcknowledged) ++mAnswered;
       mAcknowledged = std::max(mAcknowledged.load(), change);
     }
+    {
+      const std::lock_guard lock(mMutex);
+      ++mAnswers;
+    }
+    mAnswerCame.notify_all();
     return {};
   }
 
@@ -191,6 +206,9 @@ class Kills {
   std::atomic<int> mAcknowledged = 0;
   std::atomic<int> mAnswered = 0;
   std::atomic<int> mInForce = -1;
+  std::mutex mMutex;
+  std::condition_variable mAnswerCame;
+  std::atomic<int> mAnswers = 0;
   int mLost = 0;
   int mUnreadable = 0;
 };
