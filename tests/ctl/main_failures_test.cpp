@@ -174,7 +174,8 @@ TEST_F(VornCtlFailuresTest, WithFilesEndWith5) {
 TEST_F(VornCtlFailuresTest, KeepARecordFromATerminal) {
   FakeEngineProcess engine({"on 4 reply " + answer.path()});
   const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
-  ASSERT_TRUE(::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0);
+  if (terminal < 0 || ::grantpt(terminal) != 0 || ::unlockpt(terminal) != 0)
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
   vorn::test::ChildProcess process(
       {"/bin/sh", "-c", "exec \"$0\" profiles export 1 - 2>&1 1> \"$1\"", VORNCTL_PROGRAM, ::ptsname(terminal)});
   EXPECT_EQ(process.waitForLine([](const std::string&) { return true; }),
