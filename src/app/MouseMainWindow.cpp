@@ -27,6 +27,9 @@ constexpr QSize expectedFrame{2, 40};
 MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::make_unique<Ui::MouseMainWindow>()) {
   installAccessibleSheets();
   mUi->setupUi(this);
+  // Where these fill their ground, the window itself is never painted, and nobody learns when it is.
+  mUi->mScrollArea->viewport()->setAutoFillBackground(false);
+  mUi->MouseMainViewController->setAutoFillBackground(false);
   mStateStrip = new StateStrip(mUi->mMouseTabView);
   // The frame that the desktop puts around the window is not known yet.
   resize(size().boundedTo(screen()->availableSize() - expectedFrame));

@@ -17,6 +17,7 @@
 #include "app/VRCDeviceManager.h"
 #include "app/VRCEngineInterface.h"
 #include "app/VRCErrorHandler.h"
+#include "support/PaintCounter.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -51,6 +52,7 @@ class MouseMainWindowTest : public QObject {
   void the_six_tabs_stand_in_their_order();
   void selecting_a_tab_by_index_shows_it_and_sends_nothing();
   void everything_fits_at_1024_by_680();
+  void a_window_that_is_filled_by_its_contents_is_painted_itself();
   void a_smaller_window_scrolls_to_all_of_it();
   void a_turn_of_the_wheel_that_scrolls_the_window_changes_no_setting();
   void a_profile_name_of_any_length_does_not_widen_the_window();
@@ -143,6 +145,18 @@ void MouseMainWindowTest::everything_fits_at_1024_by_680() {
   QCOMPARE(fixture.window.ui().MouseMainViewController->size(), QSize(1024, 680));
   const QSize least = fixture.window.ui().MouseMainViewController->layout()->minimumSize();
   QVERIFY(least.width() <= 1024 && least.height() <= 680);
+}
+
+// What waits for the first paint would wait for the time-out of desktops that show no frames.
+void MouseMainWindowTest::a_window_that_is_filled_by_its_contents_is_painted_itself() {
+  MouseMainWindow window;
+  window.resize(1180, 760);
+  window.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&window));
+  QTRY_COMPARE(window.ui().mScrollArea->viewport()->size(), window.size());
+  PaintCounter counter(&window);
+  window.repaint();
+  QCOMPARE(counter.paints, 1);
 }
 
 void MouseMainWindowTest::a_smaller_window_scrolls_to_all_of_it() {
