@@ -58,7 +58,8 @@ class MouseMacrosController : public QWidget {
 
   // --- What the owner hands over. Delegate, window and centre are not owned.
   const vorn::PropertyList& mMacrosSettingsArray() const { return macrosSettingsArray; }
-  void setMMacrosSettingsArray(const vorn::PropertyList& macros) { macrosSettingsArray = macros.arrayOrEmpty(); }
+  // Where they are others than before, an open menu of the tab closes: it was opened for a row as it was.
+  void setMMacrosSettingsArray(const vorn::PropertyList& macros);
   // All profiles, to tell which controls a deletion concerns.
   void setMAllProfiles(const vorn::PropertyList& profiles) { allProfiles = profiles; }
   MacroControllerDelegate* mMacroDelegate() const { return macroDelegate; }

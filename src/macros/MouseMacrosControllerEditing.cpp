@@ -40,6 +40,12 @@ MouseMacrosController::Menu MouseMacrosController::macroDetailsMenu() {
           &MouseMacrosController::clickMacroDetailsSettingsMenuItem};
 }
 
+void MouseMacrosController::setMMacrosSettingsArray(const PropertyList& macros) {
+  if (macros.arrayOrEmpty() == macrosSettingsArray) return;
+  macrosSettingsArray = macros.arrayOrEmpty();
+  for (QMenu* menu : findChildren<QMenu*>()) menu->close();
+}
+
 void MouseMacrosController::setupSettingsMenus() {
   const auto setUp = [this](PullDownButton& gear, const Menu& menu) {
     gear.setItems(itemsOf(menu.entries), menu.operation, [this, menu](int tag) { (this->*menu.chosen)(tag); });

@@ -2,6 +2,7 @@
 #include "macros/MacroMenus.h"
 
 #include <QContextMenuEvent>
+#include <QPointer>
 
 #include "macros/MacrosFixture.h"
 #include "support/QtTests.h"
@@ -338,6 +339,27 @@ class MacroMenusTest : public QObject {
     fixture.selectMacro(0);
     QVERIFY(!fixture.tab->validateMenuItem(QAction(QStringLiteral("Somersault"))));
     QVERIFY(fixture.tab->validateMenuItem(QAction(localized("lkeyRename"))));
+  }
+
+  void anOpenMenuClosesWhenTheMacrosAreOthersAndNotForOtherNews_data() {
+    QTest::addColumn<bool>("isGear");
+    QTest::newRow("the gear's") << true;
+    QTest::newRow("the right click's") << false;
+  }
+  void anOpenMenuClosesWhenTheMacrosAreOthersAndNotForOtherNews() {
+    QFETCH(bool, isGear);
+    MacrosFixture fixture;
+    fixture.selectMacro(1);
+    auto* gear = fixture.find<PullDownButton>("mSettingsMacroDetails");
+    if (isGear) gear->openMenu();
+    const QPointer<QMenu> menu = isGear ? gear->menu() : fixture.rightClick(fixture.macros(), 1);
+    QVERIFY(menu && menu->isVisible());
+    fixture.delegate.take();
+    fixture.tab->setMMacrosSettingsArray(fixture.tab->mMacrosSettingsArray());
+    fixture.tab->refreshTableDisplay();
+    QVERIFY(menu && menu->isVisible());
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"Another"}));
+    QVERIFY(!menu || !menu->isVisible());
   }
 };
 
