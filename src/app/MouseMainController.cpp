@@ -76,6 +76,8 @@ MouseMainController::MouseMainController(MouseMainWindow& window, HubServices se
 MouseMainController::~MouseMainController() {
   mMessagePortRunning = false;
   if (mNotificationCenter) mNotificationCenter->removeObserver(this);
+  mServices.link.watchEngine({});
+  mServices.link.setWhileWaiting({});
   leaveTabs();
 }
 

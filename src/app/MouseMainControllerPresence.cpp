@@ -154,7 +154,7 @@ QString MouseMainController::textOf(Presence presence) const {
 
 void MouseMainController::setPresence(Presence presence) {
   mPresence = presence;
-  mWindow.stateStrip().show(textOf(presence));
+  mWindow.stateStrip().say(textOf(presence));
 }
 
 void MouseMainController::noteAnswer(bool isAnswered) {
@@ -176,7 +176,7 @@ void MouseMainController::beginShowingWait() {
   closeMenus();
   mWasBusyBeforeWait = mBusyIndicator->isRunning();
   mBusyIndicator->start();
-  mWindow.stateStrip().show(localized("lkeyStateStarting"));
+  mWindow.stateStrip().say(localized("lkeyStateStarting"));
   mWindow.stateStrip().paintNow();
 }
 

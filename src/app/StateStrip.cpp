@@ -41,7 +41,7 @@ StateStrip::StateStrip(QTabWidget* tabs)
   hide();
 }
 
-void StateStrip::show(const QString& text, const QString& buttonText) {
+void StateStrip::say(const QString& text, const QString& buttonText) {
   const bool isNews = text != mText->text() && !text.isEmpty();
   mText->setText(text);
   mButton->setText(buttonText);

@@ -20,7 +20,7 @@ class StateStrip : public QFrame {
   explicit StateStrip(QTabWidget* tabs);
 
   // An empty text hides the strip, an empty button's text the button.
-  void show(const QString& text, const QString& buttonText = {});
+  void say(const QString& text, const QString& buttonText = {});
   QString text() const;
   // Shown now, before whatever blocks the thread next.
   void paintNow();

@@ -36,10 +36,12 @@ class EngineLink {
   virtual bool createLocalPort() = 0;
   // Whether a port of the engine's name exists now. Any thread.
   virtual bool isEngineAvailable() = 0;
-  // Calls changed on the calling thread's run loop whenever the engine's port goes or comes, from now on. Once.
+  // Calls changed on the calling thread's run loop whenever the engine's port goes or comes, from now on, in the place
+  // of an earlier one; an empty one ends that.
   virtual void watchEngine(std::function<void(bool isThere)> changed) = 0;
   // What the waiting thread does while send or waitForReply blocks it: called about every waitTurn, the first time
-  // after one. Where it answers false, both end at once, as if their time had passed. Set before the first request.
+  // after one. Where it answers false, both end at once, as if their time had passed. Not during a request. Empty:
+  // none.
   virtual void setWhileWaiting(std::function<bool()> whileWaiting) = 0;
   // Serialises the request and sends it to the engine's port; without a port nothing is sent. The outcome is never
   // told: the result is always sendRequestResult. One thread at a time, as a rule the main thread; blocks up to

@@ -104,6 +104,8 @@ bool PortEngineLink::isEngineAvailable() {
 }
 
 void PortEngineLink::watchEngine(std::function<void(bool isThere)> changed) {
+  mEngineWatch.reset();
+  if (!changed) return;
   mEngineWatch.emplace(
       enginePortName, [changed] { changed(false); }, [changed] { changed(true); });
 }

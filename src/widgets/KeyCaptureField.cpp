@@ -1,6 +1,7 @@
 #include "widgets/KeyCaptureField.h"
 
 #include <QPushButton>
+#include <utility>
 
 namespace skarn {
 
