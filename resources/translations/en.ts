@@ -1393,6 +1393,34 @@ For this profile, set the brightness to Off.</translation>
         <source>Sensitivity Stages</source>
         <translation>Sensitivity Stages</translation>
     </message>
+    <message id="lkeyStartEngine">
+        <source>Start the Core Engine</source>
+        <translation>Start the Core Engine</translation>
+    </message>
+    <message id="lkeyStartEngineHint">
+        <source>Has the desktop start vorn-core-engine in the background</source>
+        <translation>Has the desktop start vorn-core-engine in the background</translation>
+    </message>
+    <message id="lkeyStartFailedNotInstalled">
+        <source>vorn-core-engine is not installed as a service of your session. Start it in a terminal, or install Skarn.</source>
+        <translation>vorn-core-engine is not installed as a service of your session. Start it in a terminal, or install Skarn.</translation>
+    </message>
+    <message id="lkeyStartFailedReason">
+        <source>The reason that the session gives: “%1”. Start vorn-core-engine in a terminal to learn more.</source>
+        <translation>The reason that the session gives: “%1”. Start vorn-core-engine in a terminal to learn more.</translation>
+    </message>
+    <message id="lkeyStartFailedTimeout">
+        <source>It was asked to start, but it is not there yet. If it still comes, your settings appear by themselves. If not, start vorn-core-engine in a terminal to see what keeps it.</source>
+        <translation>It was asked to start, but it is not there yet. If it still comes, your settings appear by themselves. If not, start vorn-core-engine in a terminal to see what keeps it.</translation>
+    </message>
+    <message id="lkeyStartFailedTitle">
+        <source>The core engine could not be started</source>
+        <translation>The core engine could not be started</translation>
+    </message>
+    <message id="lkeyStartingEngine">
+        <source>Starting…</source>
+        <translation>Starting…</translation>
+    </message>
     <message id="lkeyStateDeviceGone">
         <source>No mouse connected.</source>
         <translation>No mouse connected.</translation>
@@ -1404,6 +1432,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyStateEngineSilent">
         <source>The core engine does not answer; nothing was changed.</source>
         <translation>The core engine does not answer; nothing was changed.</translation>
+    </message>
+    <message id="lkeyStateEngineStarting">
+        <source>Starting the core engine…</source>
+        <translation>Starting the core engine…</translation>
     </message>
     <message id="lkeyStateNoDevice">
         <source>No mouse connected; these are the default settings.</source>

@@ -12,6 +12,7 @@
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
 #include "app/Sheets.h"
+#include "app/StateStrip.h"
 #include "app/TypedKeys.h"
 #include "app/VRCErrorHandler.h"
 #include "buttons/MouseButtonController.h"
@@ -106,7 +107,7 @@ void MouseMainController::awakeFromNib() {
   mMessagePortRunning = false;
   createLocalPort();
   mServices.link.setWhileWaiting([this] { return goOnWaiting(); });
-  mServices.link.watchEngine([this](bool isThere) { isThere ? engineCame() : engineWent(); });
+  mIsEngineThere = mServices.link.watchEngine([this](bool isThere) { isThere ? engineCame() : engineWent(); });
   mTypedKeys = std::make_unique<TypedKeys>(
       mServices.link, mWindow,
       TypedRecording{.isRunning = [this] { return mMouseMacrosController->mIsRecording(); },
@@ -132,6 +133,7 @@ void MouseMainController::wireControls() {
   connect(mMouseTabView, &QTabWidget::currentChanged, this, tellMacros);
   // The window may open on the Macros tab.
   tellMacros();
+  connect(&mWindow.stateStrip(), &StateStrip::buttonClicked, this, [this] { startEngine(true); });
   connect(mAppySettings, &QPushButton::clicked, this, &MouseMainController::clickApplySettings);
   connect(restoringStateWindow, &RestoringStateSheet::closed, this, [] { QCoreApplication::exit(); });
   connect(mDeviceConnectionWindow, &DeviceConnectionSheet::okClicked, this, &MouseMainController::clickOKButton);

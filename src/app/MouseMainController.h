@@ -87,6 +87,13 @@ class MouseMainController : public QObject,
   void setMMouseMainView(QWidget* window);
   // Says in the window that it waits for the engine, before the wait blocks it.
   void showThatItWaits() { setPresence(Presence::Starting); }
+  // Whether somebody owns the engine's port, as last told.
+  bool isEngineThere() const { return mIsEngineThere; }
+  // Asks the session bus to start the engine, unless it has been asked and has not answered yet. The strip says so
+  // meanwhile; engineStartEnded tells when the engine is there or will not come by that. Where a person asked for it,
+  // an alert tells why it failed.
+  void startEngine(bool isAskedFor = false);
+  bool isStartingEngine() const { return mIsStartingEngine; }
   void showRestoringStateWindow();
   QWidget* mRestoringStateWindow() const;
   // Registers with the engine, loads settings or falls back on the defaults, draws, and starts to listen.
@@ -207,6 +214,9 @@ class MouseMainController : public QObject,
   void startSingleKeyRecording() override;
   void stopSingleKeyRecording() override;
 
+ signals:
+  void engineStartEnded();
+
  private:
   // What the strip beside the tabs says.
   enum class Presence { Starting, Connected, NoDevice, NoEngine, EngineSilent };
@@ -244,6 +254,8 @@ class MouseMainController : public QObject,
   // The engine's port went or came.
   void engineWent();
   void engineCame();
+  void endEngineStart();
+  void tellWhyNotStarted(const vorn::ServiceStart& outcome);
   // Nothing of the mouse is shown any more, what records ends, and all tabs are disabled.
   void forgetDevice();
   // A turn of a wait that blocks the thread: paints that there is one. False when the wait must end.
@@ -252,6 +264,7 @@ class MouseMainController : public QObject,
   void endShowingWait();
   void redrawDefaults();  // shows the default settings in place of the engine's
   void setPresence(Presence presence);
+  void sayPresence();
   QString textOf(Presence presence) const;
   // The strip follows whether an engine that was there answers.
   void noteAnswer(bool isAnswered);
@@ -316,6 +329,9 @@ class MouseMainController : public QObject,
   QTimer mNewsTimer;  // runs for newsRest after a reload for news
   bool mHasMoreNews = false;
   bool mHasStarted = false;
+  bool mIsEngineThere = false;
+  bool mIsStartingEngine = false;
+  unsigned mEngineStarts = 0;              // counts them, to tell the outcome of an earlier one
   std::atomic<bool> mIsEngineGone{false};  // nothing is sent then, as nobody would take it
   bool mShowsWait = false;
   bool mWasBusyBeforeWait = false;

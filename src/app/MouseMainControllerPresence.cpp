@@ -13,6 +13,7 @@
 #include "app/NamedImageView.h"
 #include "app/Sheets.h"
 #include "app/StateStrip.h"
+#include "app/VRCErrorHandler.h"
 #include "buttons/MouseButtonController.h"
 #include "lighting/MouseLightingController.h"
 #include "macros/MouseMacrosController.h"
@@ -89,7 +90,48 @@ PropertyList MouseMainController::registerDevice() {
   return answer;
 }
 
+void MouseMainController::startEngine(bool isAskedFor) {
+  if (mIsStartingEngine) return;
+  mIsStartingEngine = true;
+  sayPresence();
+  const unsigned start = ++mEngineStarts;
+  mServices.link.startEngine([hub = QPointer(this), start, isAskedFor](const vorn::ServiceStart& outcome) {
+    // The engine may have come, and gone again, before.
+    if (!hub || !hub->mIsStartingEngine || hub->mEngineStarts != start) return;
+    hub->mServices.report("the engine was not started: " + outcome.error);
+    hub->endEngineStart();
+    if (isAskedFor) hub->tellWhyNotStarted(outcome);
+  });
+}
+
+void MouseMainController::endEngineStart() {
+  if (!std::exchange(mIsStartingEngine, false)) return;
+  sayPresence();
+  emit engineStartEnded();
+}
+
+void MouseMainController::tellWhyNotStarted(const vorn::ServiceStart& outcome) {
+  using Status = vorn::ServiceStart::Status;
+  QString reason;
+  switch (outcome.status) {
+    case Status::NotInstalled:
+      reason = localized("lkeyStartFailedNotInstalled");
+      break;
+    case Status::Running:  // but its port is not there
+    case Status::Timeout:
+      reason = localized("lkeyStartFailedTimeout");
+      break;
+    case Status::Failed:
+    case Status::NoBus:
+      reason = localized("lkeyStartFailedReason").arg(QString::fromStdString(outcome.error));
+      break;
+  }
+  VRCErrorHandler::showErrorWithTitle(localized("lkeyStartFailedTitle"), reason, localized("lkeyOK"), QString(),
+                                      mouseMainView);
+}
+
 void MouseMainController::engineWent() {
+  mIsEngineThere = false;
   mIsEngineGone = true;
   if (!mHasStarted) return;
   mServices.report("the engine has gone");
@@ -99,13 +141,19 @@ void MouseMainController::engineWent() {
 }
 
 void MouseMainController::engineCame() {
+  mIsEngineThere = true;
   mIsEngineGone = false;
+  endEngineStart();
   if (!mHasStarted) return;
   mServices.report("the engine has come");
+  sayPresence();
   setMFirmwareVersionString({});
   const PropertyList answer = registerDevice();
-  // Where it does not answer after all, its news are still to come.
-  if (answer.isNone()) return;
+  if (answer.isNone()) {
+    // Its news are still to come.
+    setPresence(Presence::EngineSilent);
+    return;
+  }
   if (!answer[replyKeys::ReturnStatus].toBool()) {
     setMFirmwareVersionString("-");
     setPresence(Presence::NoDevice);
@@ -154,7 +202,17 @@ QString MouseMainController::textOf(Presence presence) const {
 
 void MouseMainController::setPresence(Presence presence) {
   mPresence = presence;
-  mWindow.stateStrip().say(textOf(presence));
+  sayPresence();
+}
+
+void MouseMainController::sayPresence() {
+  const bool isMissed = mPresence == Presence::NoEngine && !mIsEngineThere;
+  StripButton button;
+  if (isMissed) {
+    button = {localized(mIsStartingEngine ? "lkeyStartingEngine" : "lkeyStartEngine"), localized("lkeyStartEngineHint"),
+              !mIsStartingEngine};
+  }
+  mWindow.stateStrip().say(mIsStartingEngine ? localized("lkeyStateEngineStarting") : textOf(mPresence), button);
 }
 
 void MouseMainController::noteAnswer(bool isAnswered) {

@@ -8,6 +8,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
+#include <utility>
 
 #include "widgets/ElidedLabel.h"
 
@@ -41,16 +42,30 @@ StateStrip::StateStrip(QTabWidget* tabs)
   hide();
 }
 
-void StateStrip::say(const QString& text, const QString& buttonText) {
+void StateStrip::say(const QString& text, const StripButton& button) {
   const bool isNews = text != mText->text() && !text.isEmpty();
   mText->setText(text);
-  mButton->setText(buttonText);
-  mButton->setVisible(!buttonText.isEmpty());
+  showButton(button);
   setVisible(!text.isEmpty());
   takePlace();
   if (!isNews) return;
   QAccessibleEvent event(mText, QAccessible::Alert);
   QAccessible::updateAccessibility(&event);
+}
+
+void StateStrip::showButton(const StripButton& button) {
+  const bool canBePressed = !button.text.isEmpty() && button.isEnabled;
+  if (!canBePressed && window()->focusWidget() == mButton) {
+    mTabs->tabBar()->setFocus();
+    mTakesKeyboardBack = true;
+  }
+  mButton->setText(button.text);
+  mButton->setToolTip(button.toolTip);
+  mButton->setEnabled(button.isEnabled);
+  mButton->setVisible(!button.text.isEmpty());
+  if (button.text.isEmpty()) mTakesKeyboardBack = false;
+  if (!canBePressed || !std::exchange(mTakesKeyboardBack, false)) return;
+  if (window()->focusWidget() == mTabs->tabBar()) mButton->setFocus();
 }
 
 QString StateStrip::text() const {

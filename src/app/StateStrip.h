@@ -12,6 +12,13 @@ namespace skarn {
 
 class ElidedLabel;
 
+// The strip's button; one without a text is not shown.
+struct StripButton {
+  QString text{};
+  QString toolTip{};
+  bool isEnabled = true;
+};
+
 class StateStrip : public QFrame {
   Q_OBJECT
 
@@ -19,8 +26,9 @@ class StateStrip : public QFrame {
   // Of the tabs' window; lives as long as that.
   explicit StateStrip(QTabWidget* tabs);
 
-  // An empty text hides the strip, an empty button's text the button.
-  void say(const QString& text, const QString& buttonText = {});
+  // An empty text hides the strip. The keyboard leaves a button that is hidden or disabled for the tabs, and comes back
+  // to one that is enabled again.
+  void say(const QString& text, const StripButton& button = {});
   QString text() const;
   // Shown now, before whatever blocks the thread next.
   void paintNow();
@@ -34,11 +42,13 @@ class StateStrip : public QFrame {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void showButton(const StripButton& button);
   void takePlace();
 
   QTabWidget* mTabs;
   ElidedLabel* mText;
   QPushButton* mButton;
+  bool mTakesKeyboardBack = false;
 };
 
 }  // namespace skarn

@@ -1,6 +1,7 @@
 #include "app/Vorn_ConfiguratorAppDelegate.h"
 
 #include <QMetaObject>
+#include <QPointer>
 #include <chrono>
 #include <condition_variable>
 #include <memory>
@@ -25,7 +26,8 @@ void Vorn_ConfiguratorAppDelegate::applicationDidFinishLaunching(const LaunchInf
   mHub.setMMouseMainView(&window);
   const bool waitsInBackground = launch.isDefaultLaunch == false;
   // The restoring sheet says it too, but not when it is known that the wait will be long, or without the sheet.
-  if (waitsInBackground || !launch.isDefaultLaunch.has_value() || !mLink.isEngineAvailable()) mHub.showThatItWaits();
+  if (waitsInBackground || !launch.isDefaultLaunch.has_value() || !mHub.isEngineThere()) mHub.showThatItWaits();
+  if (!mHub.isEngineThere()) mHub.startEngine();
   window.show();
   QList<QWidget*> painted{&window};
   if (launch.isDefaultLaunch.has_value()) {
@@ -36,7 +38,23 @@ void Vorn_ConfiguratorAppDelegate::applicationDidFinishLaunching(const LaunchInf
     mStartUpThread = std::jthread([this](const std::stop_token& stop) { doLoopInBackground(stop); });
     return;
   }
-  AfterPaint::run(painted, this, [this] { initializeDevice(); });
+  AfterPaint::run(painted, this, [this] { initializeDeviceAfterEngineStart(); });
+}
+
+void Vorn_ConfiguratorAppDelegate::initializeDeviceAfterEngineStart() {
+  if (!mHub.isStartingEngine()) return initializeDevice();
+  if (!mHub.mRestoringStateWindow()->isVisible()) {
+    // As the sheet does, it keeps the user from what shows no settings yet.
+    const QPointer<QWidget> keyboard = window.focusWidget();
+    window.setEnabled(false);
+    const auto enable = [this, keyboard] {
+      window.setEnabled(true);
+      if (keyboard) keyboard->setFocus();
+    };
+    connect(&mHub, &MouseMainController::engineStartEnded, &window, enable, Qt::SingleShotConnection);
+  }
+  connect(&mHub, &MouseMainController::engineStartEnded, this, &Vorn_ConfiguratorAppDelegate::initializeDevice,
+          static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 void Vorn_ConfiguratorAppDelegate::initializeDevice() {

@@ -29,7 +29,8 @@ class Vorn_ConfiguratorAppDelegate : public QObject {
   MouseMainController& mMouseMainController() { return mHub; }
 
   void applicationWillFinishLaunching() {}  // nothing is to be done so early
-  // Shows the window and returns; the start-up goes on from the event loop when the window has been painted.
+  // Shows the window and returns; the start-up goes on from the event loop when the window has been painted. Where no
+  // engine runs, the bus is asked to start it first, and the start-up waits until that has succeeded or failed.
   void applicationDidFinishLaunching(const LaunchInformation& launch);
   void applicationWillResignActive();
   void applicationWillTerminate();
@@ -41,6 +42,7 @@ class Vorn_ConfiguratorAppDelegate : public QObject {
 
  private:
   void initializeDevice();
+  void initializeDeviceAfterEngineStart();
   // Runs on the start-up wait thread: looks for the engine once a second, hands over to the main thread when it is
   // there and waits until that has initialised the device.
   void doLoopInBackground(const std::stop_token& stop);

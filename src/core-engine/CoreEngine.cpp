@@ -11,6 +11,7 @@
 
 #include "model/SettingsKeys.h"
 #include "ports/MessagePort.h"
+#include "ports/ServiceActivation.h"
 #include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
@@ -63,6 +64,9 @@ int CoreEngine::run() {
   if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);
   // Windows that an earlier engine left behind show what it told last.
   mDeviceNews.announce();
+  // Last: who has asked the bus to start an engine goes on now.
+  const auto service = ServiceName::claim(engineServiceName, &error);
+  if (!service) mLog.line("the engine cannot be started on demand: " + error);
   logReady();
   if (mLoop.run()) return 0;
   mLog.line("the session bus is gone");

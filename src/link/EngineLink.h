@@ -12,6 +12,7 @@
 #include <string>
 
 #include "model/PropertyList.h"
+#include "ports/ServiceActivation.h"
 #include "protocol/EngineProtocol.h"
 
 namespace vorn {
@@ -37,8 +38,12 @@ class EngineLink {
   // Whether a port of the engine's name exists now. Any thread.
   virtual bool isEngineAvailable() = 0;
   // Calls changed on the calling thread's run loop whenever the engine's port goes or comes, from now on, in the place
-  // of an earlier one; an empty one ends that.
-  virtual void watchEngine(std::function<void(bool isThere)> changed) = 0;
+  // of an earlier one; an empty one ends that. Returns whether the port is there now.
+  virtual bool watchEngine(std::function<void(bool isThere)> changed) = 0;
+  // Asks the bus to start the engine, and returns at once; nothing else here starts it. done is called once, now or
+  // from the calling thread's run loop: at the latest after engineStartTimeout, and where the engine came, after
+  // changed.
+  virtual void startEngine(std::function<void(const ServiceStart&)> done) = 0;
   // What the waiting thread does while send or waitForReply blocks it: called about every waitTurn, the first time
   // after one. Where it answers false, both end at once, as if their time had passed. Not during a request. Empty:
   // none.

@@ -103,11 +103,16 @@ bool PortEngineLink::isEngineAvailable() {
   return RemoteMessagePort::lookUp(enginePortName).has_value();
 }
 
-void PortEngineLink::watchEngine(std::function<void(bool isThere)> changed) {
+bool PortEngineLink::watchEngine(std::function<void(bool isThere)> changed) {
   mEngineWatch.reset();
-  if (!changed) return;
+  if (!changed) return false;
   mEngineWatch.emplace(
       enginePortName, [changed] { changed(false); }, [changed] { changed(true); });
+  return mEngineWatch->wasThere();
+}
+
+void PortEngineLink::startEngine(std::function<void(const ServiceStart&)> done) {
+  startService(engineServiceName, engineStartTimeout, std::move(done));
 }
 
 void PortEngineLink::setWhileWaiting(std::function<bool()> whileWaiting) {

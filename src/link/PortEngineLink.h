@@ -33,7 +33,8 @@ class PortEngineLink : public EngineLink {
   bool createLocalPort() override;
 
   bool isEngineAvailable() override;
-  void watchEngine(std::function<void(bool isThere)> changed) override;
+  bool watchEngine(std::function<void(bool isThere)> changed) override;
+  void startEngine(std::function<void(const ServiceStart&)> done) override;
   void setWhileWaiting(std::function<bool()> whileWaiting) override;
   int send(const PropertyList& request, MessageID messageID) override;
   void post(const PropertyList& request, MessageID messageID) override;

@@ -65,6 +65,45 @@ MessageReference call(BusConnection& connection, sd_bus_message* message, std::c
 
 namespace {
 
+// What the bus keeps of a call under way.
+struct Calling {
+  std::function<void(sd_bus_message*)> done;
+  bool isDone = false;
+
+  void finish(sd_bus_message* answer) {
+    isDone = true;
+    done(answer);
+  }
+  static int answered(sd_bus_message* answer, void* calling, sd_bus_error*) {
+    static_cast<Calling*>(calling)->finish(answer);
+    return 0;
+  }
+  static void dropped(void* calling) {
+    const std::unique_ptr<Calling> owned(static_cast<Calling*>(calling));
+    if (!owned->isDone) owned->finish(nullptr);
+  }
+};
+
+}  // namespace
+
+void callLater(BusConnection& connection, sd_bus_message* message, std::optional<std::chrono::milliseconds> limit,
+               std::function<void(sd_bus_message* answer)> done) {
+  auto calling = std::make_unique<Calling>(Calling{std::move(done)});
+  const std::uint64_t time = limit ? static_cast<std::uint64_t>(std::chrono::microseconds(*limit).count()) : UINT64_MAX;
+  sd_bus_slot* slot = nullptr;
+  if (message == nullptr ||
+      sd_bus_call_async(connection.handle(), &slot, message, Calling::answered, calling.get(), time) < 0)
+    return calling->finish(nullptr);
+  sd_bus_slot_set_destroy_callback(slot, Calling::dropped);
+  // From here on the bus owns both.
+  sd_bus_slot_set_floating(slot, 1);
+  sd_bus_slot_unref(slot);
+  static_cast<void>(calling.release());
+  if (limit) connection.announceTimeout();
+}
+
+namespace {
+
 // The bus's answer to a question about the name; null for none.
 MessageReference askAbout(BusConnection& connection, const char* member, const std::string& busName) {
   const MessageReference request = newBusCall(connection, member);

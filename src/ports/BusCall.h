@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -64,6 +65,12 @@ std::optional<BytesView> readBytes(sd_bus_message* message);
 // Sends the call and blocks until its answer came or the time has passed. Null on failure; error then tells why.
 MessageReference call(BusConnection& connection, sd_bus_message* message, std::chrono::milliseconds timeout,
                       Error& error);
+
+// Sends the call and returns at once. done is called once: from the connection's process() with the answer, which may
+// be an error, or with null when the call could not be sent or its connection goes. A null message cannot be sent.
+// Without a limit it waits as long as the connection lasts.
+void callLater(BusConnection& connection, sd_bus_message* message, std::optional<std::chrono::milliseconds> limit,
+               std::function<void(sd_bus_message* answer)> done);
 
 bool hasOwner(BusConnection& connection, const std::string& busName);
 // The unique name of the connection that has the bus name; empty for none.

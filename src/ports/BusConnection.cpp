@@ -156,4 +156,8 @@ void BusConnection::announceQueuedMessages() {
   if (unread > 0 || unwritten > 0) mState->queuedHandler();
 }
 
+void BusConnection::announceTimeout() {
+  if (mState->queuedHandler) mState->queuedHandler();
+}
+
 }  // namespace vorn

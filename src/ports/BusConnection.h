@@ -37,11 +37,13 @@ class BusConnection {
 
   // A blocking call of this connection may receive other messages meanwhile; they wait in the connection, and its
   // descriptor does not become readable for them. The handler is then called, once per such call, so that the event
-  // loop can arrange for process() to run. It must not call process() itself.
+  // loop can arrange for process() to run. It must not call process() itself. It is also called when timeout() has
+  // become shorter by a call that does not block.
   void setQueuedHandler(std::function<void()> handler);
 
   sd_bus* handle() const;         // null when closed; owned by the connection
   void announceQueuedMessages();  // called by src/ports after each blocking call
+  void announceTimeout();         // called by src/ports after each call with a limit that does not block
 
  private:
   BusConnection();

@@ -71,46 +71,10 @@ RemoteMessagePort::Status RemoteMessagePort::post(std::int32_t messageID, BytesV
 
 namespace {
 
-// What the bus keeps of a message under way.
-struct Sending {
-  std::function<void(RemoteMessagePort::Status)> done;
-  bool isDone = false;
-
-  void finish(RemoteMessagePort::Status status) {
-    isDone = true;
-    done(status);
-  }
-  static int answered(sd_bus_message* reply, void* sending, sd_bus_error*) {
-    const sd_bus_error* const failure = sd_bus_message_get_error(reply);
-    static_cast<Sending*>(sending)->finish(failure == nullptr ? RemoteMessagePort::Status::Success
-                                                              : statusOf(*failure));
-    return 0;
-  }
-  static void dropped(void* sending) {
-    const std::unique_ptr<Sending> owned(static_cast<Sending*>(sending));
-    if (!owned->isDone) owned->finish(RemoteMessagePort::Status::TransportError);
-  }
-};
-
-}  // namespace
-
-namespace {
-
-// Calls done once with what becomes of the call. limit in microseconds.
-void callLater(const BusConnection& connection, sd_bus_message* message, std::uint64_t limit,
-               std::function<void(RemoteMessagePort::Status)> done) {
-  auto sending = std::make_unique<Sending>(Sending{std::move(done)});
-  sd_bus_slot* slot = nullptr;
-  if (message == nullptr ||
-      sd_bus_call_async(connection.handle(), &slot, message, Sending::answered, sending.get(), limit) < 0) {
-    sending->finish(RemoteMessagePort::Status::TransportError);
-    return;
-  }
-  sd_bus_slot_set_destroy_callback(slot, Sending::dropped);
-  // From here on the bus owns both.
-  sd_bus_slot_set_floating(slot, 1);
-  sd_bus_slot_unref(slot);
-  static_cast<void>(sending.release());
+RemoteMessagePort::Status outcomeOf(sd_bus_message* answer) {
+  if (answer == nullptr) return RemoteMessagePort::Status::TransportError;
+  const sd_bus_error* const failure = sd_bus_message_get_error(answer);
+  return failure == nullptr ? RemoteMessagePort::Status::Success : statusOf(*failure);
 }
 
 }  // namespace
@@ -120,7 +84,8 @@ void RemoteMessagePort::ping(std::string_view name, std::function<void(Status)> 
   if (!bus::isValidBusName(busName)) return done(Status::InvalidPort);
   BusConnection& connection = BusConnection::forThisThread();
   const auto message = bus::newCall(connection, busName, messagePortObjectPath, "org.freedesktop.DBus.Peer", "Ping");
-  callLater(connection, message.get(), UINT64_MAX, std::move(done));
+  bus::callLater(connection, message.get(), std::nullopt,
+                 [done = std::move(done)](sd_bus_message* answer) { done(outcomeOf(answer)); });
   connection.announceQueuedMessages();
 }
 
@@ -140,11 +105,11 @@ void RemoteMessagePort::postTracked(std::string_view name, std::int32_t messageI
 void RemoteMessagePort::sendLater(std::string_view name, std::int32_t messageID, BytesView data,
                                   std::chrono::milliseconds timeout, std::function<void(Status)> done) {
   const std::string portName(name);
-  const BusConnection& connection = BusConnection::forThisThread();
+  BusConnection& connection = BusConnection::forThisThread();
   const bus::MessageReference message =
       bus::isValidBusName(busNameOf(portName)) ? newSend(connection, portName, messageID, data) : nullptr;
-  callLater(connection, message.get(), static_cast<std::uint64_t>(std::chrono::microseconds(timeout).count()),
-            std::move(done));
+  bus::callLater(connection, message.get(), timeout,
+                 [done = std::move(done)](sd_bus_message* answer) { done(outcomeOf(answer)); });
 }
 
 namespace {

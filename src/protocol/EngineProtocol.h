@@ -10,6 +10,8 @@
 namespace vorn {
 
 inline constexpr std::string_view enginePortName = "VornCoreEngineMsgPort";
+// The bus name by which the engine is started on demand. The engine takes it when its port serves.
+inline constexpr const char* engineServiceName = "org.vorn.CoreEngine";
 inline constexpr std::string_view configuratorReplyPortName = "SkarnConfiguratorReplyPort";
 // Each running vornctl has a port of its own, with its process ID after the prefix.
 inline constexpr std::string_view vornctlReplyPortPrefix = "VornCtlReplyPort";
@@ -54,6 +56,8 @@ enum class MessageID : std::int32_t {
 
 // Time-out of one message, there and back, and the wait for its answer.
 inline constexpr std::chrono::milliseconds sendTimeout{2000};
+// How long an engine that is started on demand may take until it is there.
+inline constexpr std::chrono::milliseconds engineStartTimeout{5000};
 inline constexpr std::chrono::milliseconds pollInterval{10};
 inline constexpr std::chrono::milliseconds addMacroPollInterval{20};
 inline constexpr int maximumPolls = 601;

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <functional>
 #include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,10 @@ class ScriptedLink : public vorn::EngineLink {
   std::vector<Wait> unansweredWaits;
   int lookUps = 0;
   bool isAvailable = true;
+  int starts = 0;  // how often the bus was asked to start the engine
+  // How that ends, at once; without one it takes until a test calls startEnded.
+  std::optional<vorn::ServiceStart> startOutcome = vorn::ServiceStart{vorn::ServiceStart::Status::NotInstalled, "no"};
+  std::function<void(const vorn::ServiceStart&)> startEnded;
   bool hasPort = false;
   std::function<void(const Request&)> onSend;
   std::function<void(bool isThere)> engineChanged;  // tells the hub of the engine's port
@@ -45,7 +50,15 @@ class ScriptedLink : public vorn::EngineLink {
     ++lookUps;
     return isAvailable;
   }
-  void watchEngine(std::function<void(bool isThere)> changed) override { engineChanged = std::move(changed); }
+  bool watchEngine(std::function<void(bool isThere)> changed) override {
+    engineChanged = std::move(changed);
+    return isAvailable;
+  }
+  void startEngine(std::function<void(const vorn::ServiceStart&)> done) override {
+    ++starts;
+    startEnded = std::move(done);
+    if (startOutcome) startEnded(*startOutcome);
+  }
   void setWhileWaiting(std::function<bool()> work) override { whileWaiting = std::move(work); }
   int send(const vorn::PropertyList& request, vorn::MessageID messageID) override {
     requests.push_back({messageID, request});

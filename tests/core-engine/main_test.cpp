@@ -16,6 +16,7 @@
 #include "ports/BusMethodCall.h"
 #include "ports/DistributedNotificationCenter.h"
 #include "ports/MessagePort.h"
+#include "ports/ServiceActivation.h"
 #include "protocol/EngineProtocol.h"
 #include "support/BusPump.h"
 #include "support/ChildProcess.h"
@@ -208,6 +209,24 @@ TEST_F(CoreEngineProgramTest, RunsOnceInASession) {
   const auto second = start({"--state-dir", folder.path("other")});
   EXPECT_EQ(firstLine(*second), "vorn-core-engine: another engine already runs in this session");
   EXPECT_EQ(second->waitForEnd(), 1);
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+}
+
+TEST_F(CoreEngineProgramTest, IsThereWhenTheBusSaysThatItHasStartedIt) {
+  bus.installService(engineServiceName, std::string(CORE_ENGINE_PROGRAM) + " --state-dir " + state);
+  const ServiceStart started = startServiceAndWait(engineServiceName, 20s);
+  EXPECT_EQ(started.status, ServiceStart::Status::Running) << started.error;
+  EXPECT_TRUE(RemoteMessagePort::lookUp(enginePortName));
+  EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
+}
+
+TEST_F(CoreEngineProgramTest, ServesThoughAnotherProgramHasItsServiceName) {
+  const auto name = ServiceName::claim(engineServiceName);
+  const auto engine = start({"--state-dir", state});
+  EXPECT_EQ(
+      firstLine(*engine),
+      "vorn-core-engine: the engine cannot be started on demand: Another program has the name: org.vorn.CoreEngine");
+  EXPECT_TRUE(saysSoon(*engine, "ready, "));
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
 }
 

@@ -3,13 +3,17 @@
 
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <thread>
 
 #include "link/PortEngineLink.h"
 #include "ports/DistributedNotificationCenter.h"
+#include "protocol/TypedKeys.h"
 #include "support/BusPump.h"
 #include "support/FakeEngineProcess.h"
+#include "support/LoopThread.h"
 #include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
 
 namespace vorn {
 namespace {
@@ -56,6 +60,52 @@ TEST_F(PortEngineLinkProcessTest, IsSeenFromItsStartToItsEnd) {
   const auto deadline = std::chrono::steady_clock::now() + 20s;
   while (mLink.isEngineAvailable() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
   EXPECT_FALSE(mLink.isEngineAvailable());
+}
+
+// What could be started, were it asked for, is the engine under every name of its own.
+TEST_F(PortEngineLinkProcessTest, IsStartedByNoLookUpSendOrWatch) {
+  const engine::test::TemporaryFolder folder;
+  const std::string mark = folder.path("started");
+  for (const std::string& name : {std::string(engineServiceName), std::string(typedKeys::busName),
+                                  std::string(messagePortBusNamePrefix) + std::string(enginePortName)}) {
+    mBus.installService(name, "/bin/sh -c \"touch " + mark + "; exit 1\"");
+  }
+  EXPECT_FALSE(mLink.watchEngine([](bool) {}));
+  EXPECT_FALSE(mLink.isEngineAvailable());
+  EXPECT_TRUE(command(MessageID::GetAllSettings, shortPolls).isNone());
+  mLink.post(mRequest, MessageID::QueryFirmwareVersion);
+  mLink.type({.usagePage = 7, .usage = 4, .isPressed = true});
+  EXPECT_FALSE(mLink.isEngineAvailable());
+  EXPECT_FALSE(std::filesystem::exists(mark));
+  // But it is where it is asked for.
+  std::optional<ServiceStart> outcome;
+  mLink.startEngine([&](const ServiceStart& told) { outcome = told; });
+  ASSERT_TRUE(test::serveBusUntil([&] { return outcome.has_value(); }));
+  EXPECT_EQ(outcome->status, ServiceStart::Status::Failed);
+  EXPECT_TRUE(std::filesystem::exists(mark));
+}
+
+TEST_F(PortEngineLinkProcessTest, IsKnownToHaveComeBeforeItsStartEnds) {
+  mBus.installService(engineServiceName, "/bin/true");
+  std::vector<std::string> told;
+  EXPECT_FALSE(mLink.watchEngine([&](bool isThere) { told.emplace_back(isThere ? "came" : "went"); }));
+  mLink.startEngine([&](const ServiceStart& outcome) {
+    EXPECT_EQ(outcome.status, ServiceStart::Status::Running);
+    told.emplace_back("started");
+  });
+  test::LoopThread other;
+  std::unique_ptr<LocalMessagePort> port;
+  std::unique_ptr<ServiceName> name;
+  other.run([&] {
+    port = LocalMessagePort::create(enginePortName, {});
+    name = ServiceName::claim(engineServiceName);
+  });
+  ASSERT_TRUE(test::serveBusUntil([&] { return told.size() == 2; }));
+  EXPECT_EQ(told, (std::vector<std::string>{"came", "started"}));
+  other.run([&] {
+    name.reset();
+    port.reset();
+  });
 }
 
 TEST_F(PortEngineLinkProcessTest, AnswersARequestThroughTheReplyPort) {

@@ -28,11 +28,7 @@ std::string makeFolder() {
   return name;
 }
 
-// One service that would be started on demand, so that tests can prove that nobody demands it.
 void writeConfiguration(const std::string& folder) {
-  const std::string service = "org.vorn.MessagePort.StartableTestPort";
-  std::ofstream(folder + "/" + service + ".service")
-      << "[D-BUS Service]\nName=" << service << "\nExec=/bin/sh -c \"touch " << folder << "/started\"\n";
   std::ofstream(folder + "/bus.conf")
       << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN\"\n"
          " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
@@ -48,6 +44,8 @@ void writeConfiguration(const std::string& folder) {
 
 PrivateBus::PrivateBus() : mFolder(makeFolder()) {
   writeConfiguration(mFolder);
+  // So that tests can prove that nobody demands it.
+  installService("org.vorn.MessagePort." + std::string(startablePort), "/bin/sh -c \"touch " + mFolder + "/started\"");
   mDaemon = std::make_unique<ChildProcess>(std::vector<std::string>{
       "dbus-daemon", "--config-file=" + mFolder + "/bus.conf", "--nofork", "--nopidfile", "--print-address=1"});
   const auto address = mDaemon->waitForLine([](const std::string&) { return true; });
@@ -70,6 +68,11 @@ PrivateBus::~PrivateBus() {
 void PrivateBus::end() {
   mDaemon->signal(SIGKILL);
   mDaemon->waitForEnd();
+}
+
+void PrivateBus::installService(const std::string& busName, const std::string& command) const {
+  std::ofstream(mFolder + "/" + busName + ".service")
+      << "[D-BUS Service]\nName=" << busName << "\nExec=" << command << "\n";
 }
 
 bool PrivateBus::hasStartedService() const {

@@ -15,9 +15,9 @@ class PrivateBus {
   // A port whose bus name the daemon could start a service for; hasStartedService() tells whether it did.
   static constexpr std::string_view startablePort = "StartableTestPort";
 
-  // Starts dbus-daemon with a configuration that knows no other service, and points DBUS_SESSION_BUS_ADDRESS of this
-  // process (and so of its children) at it. Aborts the test program with a message when that fails. Make it before
-  // other threads start.
+  // Starts dbus-daemon with a configuration that knows no other service but those that are installed here, and points
+  // DBUS_SESSION_BUS_ADDRESS of this process (and so of its children) at it. Aborts the test program with a message
+  // when that fails. Make it before other threads start.
   PrivateBus();
   ~PrivateBus();  // ends the daemon
   PrivateBus(const PrivateBus&) = delete;
@@ -25,6 +25,9 @@ class PrivateBus {
 
   const std::string& address() const { return mAddress; }
   bool hasStartedService() const;
+  // From now on the daemon runs this command, a program's whole path and its arguments, quoted as for a shell, when
+  // somebody asks for the bus name. A command that ends with 0 counts as one whose name is still to come.
+  void installService(const std::string& busName, const std::string& command) const;
   // Kills the daemon, as seen by programs whose bus goes away.
   void end();
 
