@@ -2,7 +2,7 @@
 
 # The names of profiles or macros ($1) of the running engine, one a line.
 _vornctl_names() {
-  vornctl --timeout 1 "$1" list 2>/dev/null | sed -E 's/^[* ] +[0-9]+  //'
+  vornctl --no-start --timeout 1 "$1" list 2>/dev/null | sed -E 's/^[* ] +[0-9]+  //'
 }
 
 # Offers lines of standard input that begin with the current word; a name with blanks is quoted.
@@ -107,8 +107,8 @@ _vornctl() {
     --timeout) return ;;
   esac
   if [[ $cur == -* ]]; then
-    _vornctl_words '--json --help --version --timeout --profile --keymap --list --with --repeat --switch-back --failing
-      --press --release'
+    _vornctl_words '--json --help --version --timeout --no-start --profile --keymap --list --with --repeat --switch-back
+      --failing --press --release'
     return
   fi
   # The words before the cursor without options and their values.

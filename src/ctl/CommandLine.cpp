@@ -23,6 +23,7 @@ constexpr Flag flags[] = {
     {"--json", &CommandLine::isJson, false},
     {"--help", &CommandLine::isHelpWanted, false},
     {"--version", &CommandLine::isVersionWanted, false},
+    {"--no-start", &CommandLine::isNoStart, false},
     {"--switch-back", &CommandLine::isSwitchBack, true},
     {"--failing", &CommandLine::isFailing, true},
     {"--press", &CommandLine::isPressOnly, true},

@@ -17,6 +17,7 @@ struct CommandLine {
   bool isJson = false;
   bool isHelpWanted = false;
   bool isVersionWanted = false;
+  bool isNoStart = false;
   std::chrono::milliseconds timeout = defaultTimeout;  // for each answer; 10 ms to one hour
 
   // Options of single commands

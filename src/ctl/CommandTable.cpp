@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t any = SIZE_MAX;
 
 constexpr Command table[] = {
-    {"status", "", 0, 0, "", "what the engine and the mouse are at", status},
+    {"status", "", 0, 0, "", "what the engine and the mouse are at; starts none", status, true},
     {"profiles list", "", 0, 0, "", "list the profiles; * marks the active one", listProfiles},
     {"profiles switch", "PROFILE", 1, 1, "", "make a profile the active one", switchProfile},
     {"profiles add", "[NAME]", 0, 1, "", "add a profile with the factory settings", addProfile},
@@ -161,6 +161,7 @@ std::string helpText() {
          "  --keymap 1-8       of assignments: another keymap than the one in force\n"
          "  --json             print JSON; positions count from 0 there\n"
          "  --timeout SECONDS  how long to wait for each answer (default: 5)\n"
+         "  --no-start         do without an engine that does not run, instead of having the session start it\n"
          "  --help, --version  print and end\n"
          "\n"
          "Ends with 0 when done, 1 when refused, 2 on a wrong command line, 3 without an engine or session bus,\n"

@@ -18,6 +18,7 @@ struct Command {
   std::string_view options;  // the options of single commands that it takes, with blanks between
   std::string_view summary;
   Outcome (*run)(Context& context, const Arguments& arguments);
+  bool isOnlyLooking = false;  // starts no engine
 };
 
 std::span<const Command> commandTable();

@@ -21,15 +21,19 @@ namespace methods = virtualMouse::methods;
 Result<std::vector<PropertyList>> call(const Context& context, const std::string& method,
                                        const std::vector<BusInput>& inputs = {}) {
   static const BusTarget mouse{virtualMouse::busName, virtualMouse::objectPath, virtualMouse::interface};
-  BusAnswer answer = callBusMethod(mouse, method, inputs, context.line.timeout);
   using Status = BusAnswer::Status;
+  BusAnswer answer = callBusMethod(mouse, method, inputs, context.line.timeout);
+  if (answer.status == Status::NoOwner) {
+    if (auto failure = context.engine.startEngine()) return *failure;
+    answer = callBusMethod(mouse, method, inputs, context.line.timeout);
+  }
   switch (answer.status) {
     case Status::Success:
       return std::move(answer.values);
     case Status::NoBus:
       return Failure{ExitStatus::NoEngine, "cannot reach the session bus: " + answer.error};
     case Status::NoOwner:
-      return Failure{ExitStatus::NoEngine, "no core engine with a virtual mouse runs in this session"};
+      return Failure{ExitStatus::NoEngine, "the core engine of this session has no virtual mouse"};
     case Status::Timeout:
       return Failure{ExitStatus::NoAnswer, "the virtual mouse does not answer in time"};
     case Status::Error:

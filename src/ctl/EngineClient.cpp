@@ -2,9 +2,12 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 #include "model/PropertyListCodec.h"
 #include "ports/BusConnection.h"
 #include "ports/DistributedNotificationCenter.h"
+#include "ports/ServiceActivation.h"
 
 namespace vorn::ctl {
 
@@ -19,10 +22,17 @@ Failure noBus() {
   return {ExitStatus::NoEngine, "cannot reach the session bus" + (reason.empty() ? reason : ": " + reason)};
 }
 
+Failure noEngine() {
+  if (!BusConnection::forThisThread().isOpen()) return noBus();
+  return {ExitStatus::NoEngine, "no core engine runs in this session; start vorn-core-engine"};
+}
+
 }  // namespace
 
-EngineClient::EngineClient(std::chrono::milliseconds timeout)
-    : mTimeout(timeout), mReplyPortName(std::string(vornctlReplyPortPrefix) + std::to_string(getpid())) {}
+EngineClient::EngineClient(std::chrono::milliseconds timeout, bool startsEngine)
+    : mTimeout(timeout),
+      mStartsEngine(startsEngine),
+      mReplyPortName(std::string(vornctlReplyPortPrefix) + std::to_string(getpid())) {}
 
 EngineClient::~EngineClient() = default;
 
@@ -57,11 +67,11 @@ Outcome EngineClient::send(MessageID messageID, const PropertyList& body) {
   std::string error;
   const auto data = encodeBinaryPropertyList(request, &error);
   if (!data) return Failure{ExitStatus::Refused, "the request cannot be sent: " + error};
-  const auto port = RemoteMessagePort::lookUp(enginePortName);
+  auto port = RemoteMessagePort::lookUp(enginePortName);
   if (!port) {
-    return BusConnection::forThisThread().isOpen()
-               ? Failure{ExitStatus::NoEngine, "no core engine runs in this session"}
-               : noBus();
+    if (auto failure = startEngine()) return failure;
+    port = RemoteMessagePort::lookUp(enginePortName);
+    if (!port) return noEngine();
   }
   using Status = RemoteMessagePort::Status;
   switch (port->sendRequest(static_cast<std::int32_t>(messageID), *data, mTimeout)) {
@@ -74,6 +84,25 @@ Outcome EngineClient::send(MessageID messageID, const PropertyList& body) {
       break;
   }
   return Failure{ExitStatus::NoEngine, "the core engine did not take the request"};
+}
+
+Outcome EngineClient::startEngine() {
+  if (RemoteMessagePort::lookUp(enginePortName)) return std::nullopt;
+  if (!std::exchange(mStartsEngine, false)) return noEngine();
+  const ServiceStart start = startServiceAndWait(engineServiceName, mTimeout);
+  using Status = ServiceStart::Status;
+  switch (start.status) {
+    case Status::Running:
+      return std::nullopt;
+    case Status::Timeout:
+      return Failure{ExitStatus::NoAnswer, "the core engine has been asked to start, but is not there in time"};
+    case Status::Failed:
+      return Failure{ExitStatus::NoEngine, "the core engine cannot be started: " + start.error};
+    case Status::NotInstalled:
+    case Status::NoBus:
+      break;
+  }
+  return noEngine();
 }
 
 Outcome EngineClient::waitUntil(const std::function<bool()>& isDone) {

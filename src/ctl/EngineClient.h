@@ -19,7 +19,8 @@ namespace vorn::ctl {
 // One thread. Connects when it is used first.
 class EngineClient {
  public:
-  explicit EngineClient(std::chrono::milliseconds timeout);  // for each answer
+  // timeout: for each answer. startsEngine: whether an engine that does not run is started before anything is sent.
+  explicit EngineClient(std::chrono::milliseconds timeout, bool startsEngine = true);
   ~EngineClient();
   EngineClient(const EngineClient&) = delete;
   EngineClient& operator=(const EngineClient&) = delete;
@@ -36,6 +37,10 @@ class EngineClient {
   // Serves the bus until isDone() is true after something arrived; a failure when the time-out passes before.
   Outcome waitUntil(const std::function<bool()>& isDone);
 
+  // Nothing where the engine's port is there. Otherwise the bus is asked to start the engine, at most once, and the
+  // failure says why it is not there; it may have cost the time-out.
+  Outcome startEngine();
+
   // Connects to the session bus; not to the engine.
   Outcome connect();
   RunLoop& loop() { return *mLoop; }  // after connect
@@ -44,6 +49,7 @@ class EngineClient {
   Bytes take(const LocalMessagePort::Message& message);
 
   std::chrono::milliseconds mTimeout;
+  bool mStartsEngine;
   std::string mReplyPortName;
   std::unique_ptr<RunLoop> mLoop;
   std::optional<PortWatch> mEngine;

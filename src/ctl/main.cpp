@@ -20,7 +20,7 @@ int run(const CommandLine& line) {
   } else {
     const auto invocation = findCommand(line);
     if (!invocation) return output.failure(invocation.failure());
-    EngineClient engine(line.timeout);
+    EngineClient engine(line.timeout, !line.isNoStart && !invocation->command->isOnlyLooking);
     Context context{line, engine, output};
     failure = invocation->command->run(context, invocation->arguments);
   }

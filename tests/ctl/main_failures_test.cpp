@@ -64,7 +64,8 @@ TEST_F(VornCtlFailuresTest, AreObjectsOfJSONWhereThatIsWanted) {
       {{"--json", "frob\nnicate"},
        R"({"error":"usage","message":"unknown command \"frob\nnicate\"; --help lists them","status":2})"},
       {{"status", "--frob", "--json"}, R"({"error":"usage","message":"unknown option --frob","status":2})"},
-      {{"status", "--json"}, R"({"error":"no-engine","message":"no core engine runs in this session","status":3})"},
+      {{"status", "--json"},
+       R"({"error":"no-engine","message":"no core engine runs in this session; start vorn-core-engine","status":3})"},
       {{"--json", "profiles", "import", "/nonexistent"},
        R"({"error":"file","message":"/nonexistent: No such file or directory","status":5})"},
   };
@@ -89,8 +90,8 @@ TEST_F(VornCtlFailuresTest, ToWaitOrToGetThroughAreObjectsOfJSONToo) {
 }
 
 TEST_F(VornCtlFailuresTest, ToFindAnEngineOrABusEndWith3) {
-  expectFailure({"status"}, 3, "no core engine runs in this session");
-  expectFailure({"device", "state"}, 3, "no core engine with a virtual mouse runs in this session");
+  for (const Words& words : {Words{"status"}, Words{"profiles", "list"}, Words{"device", "state"}})
+    expectFailure(words, 3, "no core engine runs in this session; start vorn-core-engine");
   const Words noBus = {"DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"};
   for (const Words& words : {Words{"status"}, Words{"monitor"}, Words{"device", "state"}}) {
     const Ended run = runVornCtl(words, noBus);
