@@ -93,6 +93,7 @@ PropertyList MouseMainController::registerDevice() {
 void MouseMainController::startEngine(bool isAskedFor) {
   if (mIsStartingEngine) return;
   mIsStartingEngine = true;
+  mServices.report("asking the session to start the engine");
   sayPresence();
   const unsigned start = ++mEngineStarts;
   mServices.link.startEngine([hub = QPointer(this), start, isAskedFor](const vorn::ServiceStart& outcome) {

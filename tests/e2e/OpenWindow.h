@@ -22,7 +22,9 @@
 #include "e2e/ConfiguratorProcess.h"
 #include "link/PortEngineLink.h"
 #include "model/SettingsKeys.h"
+#include "ports/BusMethodCall.h"
 #include "ports/DistributedNotificationCenter.h"
+#include "ports/MessagePort.h"
 #include "profiles/MouseProfilesController.h"
 #include "support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
@@ -124,6 +126,22 @@ class EngineSession {
   void kill() {
     mEngine->process().signal(SIGKILL);
     mEngine->process().waitForEnd();
+  }
+  // From now on the bus starts the engine on demand, with the settings that the one before left.
+  void install() const {
+    mBus.installService(vorn::engineServiceName,
+                        ENGINE_PROGRAM " --defaults " BUILT_DEFAULTS " --state-dir " + stateFolder());
+  }
+  // The same, but what is started ends at once.
+  void installBroken() const { mBus.installService(vorn::engineServiceName, "/bin/false"); }
+  // Kills the engine that the bus has started.
+  static void killStarted() {
+    const vorn::BusAnswer answer = vorn::callBusMethod(
+        {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"}, "GetConnectionUnixProcessID",
+        {{"s", vorn::engineServiceName}}, std::chrono::milliseconds(deadline));
+    if (answer.status == vorn::BusAnswer::Status::Success) ::kill(answer.values.front().toInt(), SIGKILL);
+    const auto isGone = [] { return !vorn::RemoteMessagePort::lookUp(vorn::enginePortName); };
+    if (!QTest::qWaitFor(isGone, deadline)) QTest::qFail("the engine that was started goes", __FILE__, __LINE__);
   }
   void end() {
     mEngine.reset();

@@ -71,8 +71,16 @@ void PrivateBus::end() {
 }
 
 void PrivateBus::installService(const std::string& busName, const std::string& command) const {
-  std::ofstream(mFolder + "/" + busName + ".service")
-      << "[D-BUS Service]\nName=" << busName << "\nExec=" << command << "\n";
+  installServiceFile(busName, "[D-BUS Service]\nName=" + busName + "\nExec=" + command + "\n");
+}
+
+void PrivateBus::installServiceFile(const std::string& busName, const std::string& contents) const {
+  std::ofstream(mFolder + "/" + busName + ".service") << contents;
+  if (!mDaemon) return;
+  // It sees by itself that a file has changed, but not at once.
+  ChildProcess reload({"dbus-send", "--bus=" + mAddress, "--print-reply=literal", "--dest=org.freedesktop.DBus",
+                       "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig"});
+  if (reload.waitForEnd() != 0) giveUp("a service cannot be installed");
 }
 
 bool PrivateBus::hasStartedService() const {

@@ -28,6 +28,8 @@ class PrivateBus {
   // From now on the daemon runs this command, a program's whole path and its arguments, quoted as for a shell, when
   // somebody asks for the bus name. A command that ends with 0 counts as one whose name is still to come.
   void installService(const std::string& busName, const std::string& command) const;
+  // The same with a whole activation file.
+  void installServiceFile(const std::string& busName, const std::string& contents) const;
   // Kills the daemon, as seen by programs whose bus goes away.
   void end();
 
