@@ -1417,10 +1417,6 @@ For this profile, set the brightness to Off.</translation>
         <source>The core engine could not be started</source>
         <translation>The core engine could not be started</translation>
     </message>
-    <message id="lkeyStartingEngine">
-        <source>Starting…</source>
-        <translation>Starting…</translation>
-    </message>
     <message id="lkeyStateDeviceGone">
         <source>No mouse connected.</source>
         <translation>No mouse connected.</translation>

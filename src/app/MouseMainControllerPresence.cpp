@@ -209,10 +209,7 @@ void MouseMainController::setPresence(Presence presence) {
 void MouseMainController::sayPresence() {
   const bool isMissed = mPresence == Presence::NoEngine && !mIsEngineThere;
   StripButton button;
-  if (isMissed) {
-    button = {localized(mIsStartingEngine ? "lkeyStartingEngine" : "lkeyStartEngine"), localized("lkeyStartEngineHint"),
-              !mIsStartingEngine};
-  }
+  if (isMissed) button = {localized("lkeyStartEngine"), localized("lkeyStartEngineHint"), !mIsStartingEngine};
   mWindow.stateStrip().say(mIsStartingEngine ? localized("lkeyStateEngineStarting") : textOf(mPresence), button);
 }
 

@@ -191,7 +191,6 @@ void MouseMainControllerEngineStartTest::the_button_of_the_strip_asks_for_an_eng
   QTest::mouseClick(&button, Qt::LeftButton);
   QCOMPARE(fixture.link.starts, 1);
   QCOMPARE(fixture.strip(), localized("lkeyStateEngineStarting"));
-  QCOMPARE(button.text(), localized("lkeyStartingEngine"));
   QVERIFY(!button.isEnabled());
   fixture.hub().startEngine(true);
   QCOMPARE(fixture.link.starts, 1);
