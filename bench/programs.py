@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Start-up, memory and idle of the real programs, on a bus and a virtual display of their own.
+"""Start-up (with an engine that runs, and with one that the bus must start first), memory and idle of the real programs,
+on a bus and a virtual display of their own.
 
     bench/programs.py [BIN]     BIN: folder of the programs (default build/release/bin)
 
@@ -28,6 +29,8 @@ def inside_own_session():
     environment = dict(os.environ, SKARN_BENCH_SESSION="1", NO_AT_BRIDGE="1")
     for name in ("QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "QT_QPA_PLATFORMTHEME"):
         environment.pop(name, None)
+    # Where the bus looks for services, and the engine that it starts keeps its settings.
+    environment["XDG_DATA_HOME"] = environment["XDG_STATE_HOME"] = tempfile.mkdtemp(prefix="skarn-bench-home-")
     command = ["xvfb-run", "-a", "-s", "-screen 0 1280x800x24", "dbus-run-session", "--", sys.executable, *sys.argv]
     os.execvpe(command[0], command, environment)
 
@@ -69,7 +72,9 @@ class Program:
         return total
 
 
+SHOWN = r"window shown"
 PAINTED = r"window painted: (\d+) widgets"
+ENGINE = "org.vorn.CoreEngine"
 
 
 def main():
@@ -84,6 +89,10 @@ def main():
     finally:
         engine.stop()
         shutil.rmtree(state)
+    try:
+        start_of_engine(binaries)
+    finally:
+        shutil.rmtree(os.environ["XDG_DATA_HOME"])
 
 
 def start_up(binaries):
@@ -102,6 +111,39 @@ def start_up(binaries):
     ours, bare = statistics.median(ours), statistics.median(bare)
     print(f"start to painted window  {ours:6.1f} ms   bare window of {widgets} widgets {bare:6.1f} ms   "
           f"ratio {ours / bare:.2f} (budget 1.7)")
+
+
+def ask_bus(method, *arguments):
+    return subprocess.run(["dbus-send", "--session", "--dest=org.freedesktop.DBus", "--print-reply=literal",
+                           "/org/freedesktop/DBus", f"org.freedesktop.DBus.{method}", *arguments],
+                          check=True, capture_output=True, text=True).stdout
+
+
+def kill_engine():
+    os.kill(int(ask_bus("GetConnectionUnixProcessID", f"string:{ENGINE}").split()[-1]), signal.SIGKILL)
+    while "true" in ask_bus("NameHasOwner", f"string:{ENGINE}"):
+        time.sleep(0.01)
+
+
+def start_of_engine(binaries):
+    """How much longer the start takes when the bus must start the engine first."""
+    services = pathlib.Path(os.environ["XDG_DATA_HOME"], "dbus-1/services")
+    services.mkdir(parents=True)
+    (services / f"{ENGINE}.service").write_text(
+        f"[D-BUS Service]\nName={ENGINE}\nExec={binaries / 'vorn-core-engine'}\n")
+    ask_bus("ReloadConfig")
+    times = {False: ([], []), True: ([], [])}
+    for _ in range(ROUNDS):
+        # The first of the two starts the engine, the second finds it.
+        for runs in (False, True):
+            program = Program(binaries / "skarn-configurator", "--verbose")
+            for pattern, seen in zip((SHOWN, PAINTED), times[runs]):
+                seen.append(program.wait_for(pattern)[0] * 1000)
+            program.stop()
+        kill_engine()
+    painted, shown = ([statistics.median(times[runs][what]) for runs in (False, True)] for what in (0, 1))
+    print(f"engine started on demand window painted {painted[0]:.1f} ms (running engine: {painted[1]:.1f})   "
+          f"settings shown {shown[0]:.1f} ms ({shown[1]:.1f}), {shown[0] - shown[1]:.1f} later (budget 300)")
 
 
 def memory_and_idle(binaries, engine):
