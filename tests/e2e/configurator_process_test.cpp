@@ -251,6 +251,15 @@ struct LonelyConfigurator {
   ConfiguratorProcess process;
 };
 
+// The same where the bus starts a program that never becomes an engine.
+struct BusWithEndlessStart : PrivateBus {
+  BusWithEndlessStart() { installService(engineServiceName, "/bin/true"); }
+};
+struct ConfiguratorWithEndlessStart {
+  BusWithEndlessStart bus;
+  ConfiguratorProcess process;
+};
+
 // The same with an engine that obeys the commands.
 struct ConfiguratorWithFakeEngine {
   explicit ConfiguratorWithFakeEngine(const std::vector<std::string>& commands) : engine(commands) {}
@@ -274,13 +283,15 @@ TEST(ConfiguratorsWithoutAnAnswer, WaitTheirWholeTimesStayUsableAndEndWhenTheyAr
   ConfiguratorWithFakeEngine unanswered({});
   ConfiguratorWithFakeEngine frozen({"on 0 freeze"});
   ConfiguratorWithFakeEngine bereft({"on 0 exit"});
+  ConfiguratorWithEndlessStart hopeful;
   const auto withoutABus = startWithoutABus();
   LonelyConfigurator alone;
   const std::vector<std::pair<std::string, ConfiguratorProcess*>> unheard = {
       {"an engine that never answers", &unanswered.process},
       {"an engine that freezes while it takes the registration", &frozen.process},
       {"an engine that dies at the registration", &bereft.process},
-      {"no bus", withoutABus.get()}};
+      {"no bus", withoutABus.get()},
+      {"an engine that does not come after all", &hopeful.process}};
   for (const auto& [situation, configurator] : unheard) {
     SCOPED_TRACE(situation);
     EXPECT_NE(configurator->waitFor("not registered: no answer after"), "");
