@@ -147,6 +147,8 @@ int main(int argc, char** argv) {
   BusNotifier busNotifier(vorn::BusConnection::forThisThread());
   vorn::PortEngineLink link;
   if (line.isVerbose) link.setTrace(trace);
+  // While the window is built.
+  link.beginLocalPort();
   vorn::DistributedNotificationCenter::defaultCenter().believeOnly(vorn::enginePortName);
 
   MouseMainWindow window;

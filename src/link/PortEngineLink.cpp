@@ -47,6 +47,8 @@ int sendRequest(const PropertyList& request, MessageID messageID) {
 PortEngineLink::PortEngineLink(std::string replyPortName) : mReplyPortName(std::move(replyPortName)) {}
 
 PortEngineLink::~PortEngineLink() {
+  // Before it runs, its loop cannot be stopped.
+  if (mLocalPortCreated.valid()) mLocalPortCreated.wait();
   {
     const std::lock_guard lock(mReplyLoopMutex);
     if (mReplyLoop != nullptr) mReplyLoop->stop();
@@ -58,15 +60,18 @@ void PortEngineLink::setTrace(Trace trace) {
   mTrace = std::move(trace);
 }
 
-bool PortEngineLink::createLocalPort() {
-  if (mReplyThread.joinable()) {
-    if (isReplyLoopRunning()) return true;
-    mReplyThread.join();
-  }
+void PortEngineLink::beginLocalPort() {
   std::promise<bool> created;
-  std::future<bool> outcome = created.get_future();
+  mLocalPortCreated = created.get_future();
   mReplyThread = std::jthread([this, promise = std::move(created)]() mutable { runReplyThread(std::move(promise)); });
-  return outcome.get();
+}
+
+bool PortEngineLink::createLocalPort() {
+  if (!mLocalPortCreated.valid()) {
+    if (isReplyLoopRunning()) return true;
+    beginLocalPort();
+  }
+  return mLocalPortCreated.get();
 }
 
 void PortEngineLink::runReplyThread(std::promise<bool> created) {

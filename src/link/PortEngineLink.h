@@ -30,6 +30,8 @@ class PortEngineLink : public EngineLink {
 
   void setTrace(Trace trace);  // before createLocalPort
 
+  // Starts the reply thread and goes on: createLocalPort then waits for what is left of that.
+  void beginLocalPort();
   bool createLocalPort() override;
 
   bool isEngineAvailable() override;
@@ -61,7 +63,8 @@ class PortEngineLink : public EngineLink {
   std::optional<PortWatch> mEngineWatch;
   ReplySlot mSlot;
   std::mutex mReplyLoopMutex;
-  RunLoop* mReplyLoop = nullptr;  // lives on the reply thread's stack; null when the thread does not run
+  RunLoop* mReplyLoop = nullptr;        // lives on the reply thread's stack; null when the thread does not run
+  std::future<bool> mLocalPortCreated;  // valid while nobody has asked how that ended
   std::jthread mReplyThread;
 };
 

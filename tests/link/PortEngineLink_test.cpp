@@ -76,6 +76,25 @@ TEST_F(PortEngineLinkTest, SendsNothingAndTellsNothingWithoutAnEngine) {
   EXPECT_TRUE(mLink.reply().isNone());
 }
 
+TEST_F(PortEngineLinkTest, MayBeginItsPortAndAskForTheOutcomeLater) {
+  mLink.beginLocalPort();
+  EXPECT_TRUE(mLink.createLocalPort());
+  EXPECT_TRUE(RemoteMessagePort::lookUp(configuratorReplyPortName));
+  EXPECT_TRUE(mLink.createLocalPort());
+  PortEngineLink second;
+  second.beginLocalPort();
+  EXPECT_FALSE(second.createLocalPort());
+  EXPECT_FALSE(second.createLocalPort());
+}
+
+TEST_F(PortEngineLinkTest, MayGoWhileItsPortIsBegun) {
+  {
+    PortEngineLink link;
+    link.beginLocalPort();
+  }
+  EXPECT_FALSE(RemoteMessagePort::lookUp(configuratorReplyPortName));
+}
+
 TEST_F(PortEngineLinkTest, SendsEveryRequestWholeAndIgnoresWhatSendReturns) {
   EnginePort engine;
   ASSERT_TRUE(mLink.createLocalPort());
