@@ -9,9 +9,12 @@
 #include <string>
 #include <system_error>
 
+#include "core-engine/play/PosixProgramLauncher.h"
+#include "core-engine/play/ServiceProgramLauncher.h"
 #include "model/SettingsKeys.h"
 #include "ports/MessagePort.h"
 #include "ports/ServiceActivation.h"
+#include "ports/ServiceManager.h"
 #include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
@@ -28,6 +31,11 @@ void watchPort(std::unique_ptr<PortWatch>& watch, const std::string& client, con
   }
 }
 
+std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
+  if (options.isService) return std::make_unique<ServiceProgramLauncher>();
+  return std::make_unique<PosixProgramLauncher>();
+}
+
 }  // namespace
 
 CoreEngine::CoreEngine(const Options& options, Log& log)
@@ -35,7 +43,8 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mFile(mFiles, log, options.stateFolder),
       mStore(mFile, log),
       mDefaults(mFiles, options.defaultsFile),
-      mDevice(options.connection) {
+      mDevice(options.connection),
+      mLauncher(launcherFor(options)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { mClients.portLost(portName); });
   mDispatcher.setObserver(this);
   mStore.setChangeHandler(
@@ -68,7 +77,9 @@ int CoreEngine::run() {
   const auto service = ServiceName::claim(engineServiceName, &error);
   if (!service) mLog.line("the engine cannot be started on demand: " + error);
   logReady();
-  if (mLoop.run()) return 0;
+  const bool isAsked = mLoop.run();
+  notifyServiceManager("STOPPING=1");
+  if (isAsked) return 0;
   mLog.line("the session bus is gone");
   return 1;
 }
@@ -136,8 +147,10 @@ bool CoreEngine::claimFolder() {
 
 void CoreEngine::logReady() {
   const auto count = [&](std::string_view key) { return std::to_string(mStore.bundle()[key].size()); };
-  mLog.line("ready, profiles: " + count(keys::Profiles) + ", macros: " + count(keys::Macros) + ", settings in " +
-            mFile.folder());
+  const std::string status =
+      "profiles: " + count(keys::Profiles) + ", macros: " + count(keys::Macros) + ", settings in " + mFile.folder();
+  mLog.line("ready, " + status);
+  notifyServiceManager("READY=1\nSTATUS=" + printable(status));
 }
 
 }  // namespace vorn::engine

@@ -11,8 +11,8 @@
 #include "core-engine/news/DeviceNews.h"
 #include "core-engine/news/News.h"
 #include "core-engine/play/AssignmentPlayer.h"
-#include "core-engine/play/PosixProgramLauncher.h"
 #include "core-engine/play/ProfileChanger.h"
+#include "core-engine/play/ProgramLauncher.h"
 #include "core-engine/record/KeyCapture.h"
 #include "core-engine/record/MacroRecorder.h"
 #include "core-engine/record/TypedKeysService.h"
@@ -69,9 +69,9 @@ class CoreEngine : private RequestObserver {
   MacroRecorder mRecorder{mNewsPort, mScheduler};
   KeyCapture mCapture{mNewsPort};
   ProfileChanger mProfiles{mStore};
-  PosixProgramLauncher mLauncher;
+  std::unique_ptr<ProgramLauncher> mLauncher;
   EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
-  AssignmentPlayer mPlayer{mParts, mLauncher};
+  AssignmentPlayer mPlayer{mParts, *mLauncher};
   VirtualMouseService mVirtualMouse{mDevice, mScheduler};
   TypedKeysService mTypedKeys{
       [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};

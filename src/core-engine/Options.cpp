@@ -23,6 +23,7 @@ constexpr Flag flags[] = {
     {"--help", &Options::isHelpWanted},
     {"--version", &Options::isVersionWanted},
     {"--verbose", &Options::isVerbose},
+    {"--service", &Options::isService},
 };
 
 // Each of these takes a value; false when it cannot be used.
@@ -94,6 +95,7 @@ std::string helpText() {
          "                     or ~/.local/state/vorn-core-engine)\n"
          "  --defaults FILE    the factory settings, for clients that bring none\n"
          "                     (default: ../share/skarn-configurator/Skarn.plist beside the program's folder)\n"
+         "  --service          this is a unit of systemd: programs that controls launch become units of their own\n"
          "  --verbose          log every request and answer\n"
          "  --help             print this text and end\n"
          "  --version          print the version and end\n"

@@ -14,6 +14,7 @@ struct Options {
   bool isHelpWanted = false;
   bool isVersionWanted = false;
   bool isVerbose = false;
+  bool isService = false;    // runs as a unit of the user's service manager
   std::string stateFolder;   // empty: the usual one
   std::string defaultsFile;  // empty: the one beside the program
   Device::Connection connection = Device::Connection::Wired;

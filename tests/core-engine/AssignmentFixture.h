@@ -38,10 +38,9 @@ class RecordingLauncher : public ProgramLauncher {
   std::vector<std::string> paths;
   std::string error;  // not empty: nothing can be launched
 
-  bool launch(const std::string& path, std::string& reason) override {
+  void launch(const std::string& path, const Failed& failed) override {
     paths.push_back(path);
-    reason = error;
-    return error.empty();
+    if (!error.empty()) failed(error);
   }
 };
 

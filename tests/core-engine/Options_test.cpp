@@ -24,6 +24,7 @@ TEST(OptionsTest, AreAllOptional) {
   EXPECT_FALSE(options.isHelpWanted);
   EXPECT_FALSE(options.isVersionWanted);
   EXPECT_FALSE(options.isVerbose);
+  EXPECT_FALSE(options.isService);
   EXPECT_EQ(options.stateFolder, "");
   EXPECT_EQ(options.defaultsFile, "");
   EXPECT_EQ(options.connection, Device::Connection::Wired);
@@ -36,6 +37,10 @@ TEST(OptionsTest, TakeTheirValueAsTheNextArgumentOrAfterAnEqualsSign) {
   EXPECT_EQ(options.stateFolder, "/a/b");
   EXPECT_EQ(options.defaultsFile, "/c=d/Skarn.plist");
   EXPECT_EQ(options.connection, Device::Connection::Wireless);
+}
+
+TEST(OptionsTest, SayThatTheEngineIsAService) {
+  EXPECT_TRUE(std::get<Options>(parse({"--service"})).isService);
 }
 
 TEST(OptionsTest, MakePathsAbsolute) {
@@ -54,7 +59,8 @@ TEST(OptionsTest, NameWhatIsWrong) {
 }
 
 TEST(OptionsTest, AreAllInTheHelp) {
-  for (const char* option : {"--help", "--version", "--verbose", "--state-dir", "--defaults", "--device"}) {
+  for (const char* option :
+       {"--help", "--version", "--verbose", "--service", "--state-dir", "--defaults", "--device"}) {
     EXPECT_NE(helpText().find(std::string("  ") + option + " "), std::string::npos) << option;
   }
 }

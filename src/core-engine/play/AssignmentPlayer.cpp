@@ -195,11 +195,11 @@ void AssignmentPlayer::playMacro(const std::string& control, const PropertyList&
 
 void AssignmentPlayer::launch(const PropertyList& assignment) {
   const std::string path = assignment[keys::Param1].toString();
-  std::string error;
-  if (mLauncher.launch(path, error)) return;
-  // Each program and each reason is a fault of its own.
-  const std::string fault = "cannot launch " + path + ": " + error;
-  mParts.log.fault("the mouse", fault, fault);
+  mLauncher.launch(path, [&log = mParts.log, path](const std::string& reason) {
+    // Each program and each reason is a fault of its own.
+    const std::string fault = "cannot launch " + path + ": " + reason;
+    log.fault("the mouse", fault, fault);
+  });
 }
 
 }  // namespace vorn::engine

@@ -6,38 +6,20 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <cstring>
-#include <string_view>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
 
-#include "model/ApplicationEntry.h"
+#include "core-engine/play/LaunchedProgram.h"
 #include "model/FileDescriptor.h"
 #include "model/RegularFile.h"
 
 namespace vorn::engine {
 
 namespace {
-
-std::string environmentValue(const char* name, const char* otherwise) {
-  const char* value = std::getenv(name);
-  return value != nullptr && *value != '\0' ? value : otherwise;
-}
-
-// The program's path; empty where PATH has no such program.
-std::string foundProgram(const std::string& name) {
-  if (name.find('/') != std::string::npos) return name.front() == '/' && isProgram(name) ? name : std::string();
-  const std::string folders = environmentValue("PATH", "/usr/local/bin:/usr/bin:/bin");
-  for (std::size_t start = 0; start <= folders.size();) {
-    const std::size_t end = std::min(folders.find(':', start), folders.size());
-    std::string path = folders.substr(start, end - start) + "/" + name;
-    if (path.front() == '/' && path != "/" + name && isProgram(path)) return path;
-    start = end + 1;
-  }
-  return {};
-}
 
 // Tells why the program does not run; the pipe is closed without a word when it does.
 [[noreturn]] void giveUp(int pipe) {
@@ -80,19 +62,11 @@ int failureOf(pid_t child, int pipe) {
   return count == sizeof reason ? reason : 0;
 }
 
-bool start(const LaunchCommand& command, std::string& error) {
-  std::vector<std::string> arguments = command.arguments;
-  if (command.needsTerminal) arguments.insert(arguments.begin(), {"x-terminal-emulator", "-e"});
-  for (const std::string& program : {arguments.front(), command.arguments.front()}) {
-    if (!foundProgram(program).empty()) continue;
-    error = "there is no program " + program;
-    return false;
-  }
-  const std::string program = foundProgram(arguments.front());
-  const std::string folder = command.folder.empty() ? environmentValue("HOME", "/") : command.folder;
+// Why the program cannot be started; empty when it runs.
+std::string start(LaunchedProgram program) {
   std::vector<char*> pointers;
-  pointers.reserve(arguments.size() + 1);
-  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.reserve(program.arguments.size() + 1);
+  for (std::string& argument : program.arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
 
   int ends[2] = {-1, -1};
@@ -100,19 +74,21 @@ bool start(const LaunchCommand& command, std::string& error) {
   const FileDescriptor reading(ends[0]);
   FileDescriptor writing(ends[1]);
   const pid_t child = hasPipe ? ::fork() : -1;
-  if (child == 0) become(program.c_str(), pointers.data(), folder.c_str(), writing.get());
+  if (child == 0) become(program.path.c_str(), pointers.data(), program.folder.c_str(), writing.get());
   int reason = errno;
   writing.close();
   if (child > 0) reason = failureOf(child, reading.get());
-  if (reason != 0) error = "cannot start " + program + ": " + reasonOf({reason, std::generic_category()});
-  return reason == 0;
+  if (reason == 0) return {};
+  return "cannot start " + program.path + ": " + reasonOf({reason, std::generic_category()});
 }
 
 }  // namespace
 
-bool PosixProgramLauncher::launch(const std::string& path, std::string& error) {
-  const auto command = launchCommandOf(path, error);
-  return command && start(*command, error);
+void PosixProgramLauncher::launch(const std::string& path, const Failed& failed) {
+  std::string error;
+  auto program = launchedProgram(path, error);
+  if (program) error = start(std::move(*program));
+  if (!error.empty()) failed(error);
 }
 
 }  // namespace vorn::engine

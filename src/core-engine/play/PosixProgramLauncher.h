@@ -1,6 +1,5 @@
 // Starts applications as processes of their own: in their own session, without the engine's files and signal handling,
 // and without becoming its children. What they end with is nobody's concern.
-// A program that wants a terminal runs in x-terminal-emulator.
 #pragma once
 
 #include <string>
@@ -11,7 +10,7 @@ namespace vorn::engine {
 
 class PosixProgramLauncher : public ProgramLauncher {
  public:
-  bool launch(const std::string& path, std::string& error) override;
+  void launch(const std::string& path, const Failed& failed) override;
 };
 
 }  // namespace vorn::engine

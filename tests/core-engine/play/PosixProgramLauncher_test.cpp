@@ -57,14 +57,14 @@ class PosixProgramLauncherTest : public testing::Test {
 
   // What becomes of a launch that must succeed.
   std::string launched(const std::string& name) {
-    std::string error;
-    EXPECT_TRUE(launcher.launch(folder.path(name), error)) << error;
+    EXPECT_EQ(failureOf(folder.path(name)), "");
     return said();
   }
-  std::string refused(const std::string& path) {
-    std::string error;
-    EXPECT_FALSE(launcher.launch(path, error));
-    return error;
+  // Why the launch fails; empty when it does not.
+  std::string failureOf(const std::string& path) {
+    std::string failure;
+    launcher.launch(path, [&failure](const std::string& reason) { failure = reason; });
+    return failure;
   }
 
   TemporaryFolder folder;
@@ -118,8 +118,7 @@ TEST_F(PosixProgramLauncherTest, GivesTheProgramUsualSignals) {
   ::sigprocmask(SIG_BLOCK, &blocked, &before);
   const auto pipeHandler = std::signal(SIGPIPE, SIG_IGN);
   write("copy.desktop", "[Desktop Entry]\nType=Application\nExec=cp /proc/self/status " + folder.path("said") + "\n");
-  std::string error;
-  EXPECT_TRUE(launcher.launch(folder.path("copy.desktop"), error)) << error;
+  EXPECT_EQ(failureOf(folder.path("copy.desktop")), "");
   const std::string status = said("ctxt_switches:");
   std::signal(SIGPIPE, pipeHandler);
   ::sigprocmask(SIG_SETMASK, &before, nullptr);
@@ -136,51 +135,52 @@ TEST_F(PosixProgramLauncherTest, LeavesNoChildBehind) {
 
 TEST_F(PosixProgramLauncherTest, RefusesWhatIsNoApplication) {
   write("tell", "#!/bin/sh\n", 0755);
-  EXPECT_EQ(refused(folder.path("tell")), "neither an application bundle nor a desktop entry");
-  EXPECT_EQ(refused("Flat.app"), "not an absolute path");
-  EXPECT_EQ(refused(""), "not an absolute path");
-  EXPECT_EQ(refused(folder.path("None.app")), "no application bundle with an Info.plist");
-  EXPECT_EQ(refused(folder.path("none.desktop")), "No such file or directory");
+  EXPECT_EQ(failureOf(folder.path("tell")), "neither an application bundle nor a desktop entry");
+  EXPECT_EQ(failureOf("Flat.app"), "not an absolute path");
+  EXPECT_EQ(failureOf(""), "not an absolute path");
+  EXPECT_EQ(failureOf(folder.path("None.app")), "no application bundle with an Info.plist");
+  EXPECT_EQ(failureOf(folder.path("none.desktop")), "No such file or directory");
 }
 
 TEST_F(PosixProgramLauncherTest, DoesNotWaitForTheWriterOfANamedPipe) {
   ASSERT_EQ(::mkfifo(folder.path("pipe.desktop").c_str(), 0600), 0);
-  EXPECT_EQ(refused(folder.path("pipe.desktop")), "not a regular file");
+  EXPECT_EQ(failureOf(folder.path("pipe.desktop")), "not a regular file");
 }
 
 TEST_F(PosixProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
   writeInformation("Flat.app/Info.plist", "tell");
-  EXPECT_EQ(refused(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
+  EXPECT_EQ(failureOf(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
   write("Flat.app/tell", "#!/bin/sh\n", 0644);
-  EXPECT_EQ(refused(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
+  EXPECT_EQ(failureOf(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
   write("none.desktop", "[Desktop Entry]\nType=Application\nExec=no-such-program-anywhere\n");
-  EXPECT_EQ(refused(folder.path("none.desktop")), "there is no program no-such-program-anywhere");
+  EXPECT_EQ(failureOf(folder.path("none.desktop")), "there is no program no-such-program-anywhere");
   write("relative.desktop", "[Desktop Entry]\nType=Application\nExec=bin/sh\n");
-  EXPECT_EQ(refused(folder.path("relative.desktop")), "there is no program bin/sh");
+  EXPECT_EQ(failureOf(folder.path("relative.desktop")), "there is no program bin/sh");
 }
 
 TEST_F(PosixProgramLauncherTest, TellsWhyTheSystemDoesNotRunAProgram) {
   write("bin/odd", "#!/no/such/interpreter\n", 0755);
   write("odd.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/odd") + "\n");
-  EXPECT_EQ(refused(folder.path("odd.desktop")),
+  EXPECT_EQ(failureOf(folder.path("odd.desktop")),
             "cannot start " + folder.path("bin/odd") + ": No such file or directory");
   write("bin/empty", "", 0755);
   write("empty.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/empty") + "\n");
-  EXPECT_EQ(refused(folder.path("empty.desktop")), "cannot start " + folder.path("bin/empty") + ": Exec format error");
+  EXPECT_EQ(failureOf(folder.path("empty.desktop")),
+            "cannot start " + folder.path("bin/empty") + ": Exec format error");
 }
 
 TEST_F(PosixProgramLauncherTest, RefusesAnArgumentThatTheSystemDoesNotPassOn) {
   const std::string program = folder.path("bin/tell");
   writeProgram("bin/tell", "echo told");
   write("long.desktop", "[Desktop Entry]\nType=Application\nExec=" + program + " " + std::string(200'000, 'x') + "\n");
-  EXPECT_EQ(refused(folder.path("long.desktop")), "cannot start " + program + ": Argument list too long");
+  EXPECT_EQ(failureOf(folder.path("long.desktop")), "cannot start " + program + ": Argument list too long");
 }
 
 TEST_F(PosixProgramLauncherTest, RefusesAnInformationFileThatIsNone) {
   write("Odd.app/Info.plist", "no property list");
-  EXPECT_NE(refused(folder.path("Odd.app")), "");
+  EXPECT_NE(failureOf(folder.path("Odd.app")), "");
   write("Empty.app/Info.plist", "<plist><dict/></plist>");
-  EXPECT_EQ(refused(folder.path("Empty.app")), "the application bundle names no program");
+  EXPECT_EQ(failureOf(folder.path("Empty.app")), "the application bundle names no program");
 }
 
 }  // namespace
