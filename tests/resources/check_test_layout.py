@@ -55,11 +55,14 @@ def unused_files(root):
     code = "\n".join(file.read_text() for file in tests.rglob("*") if file.suffix in (".cpp", ".h"))
     scripts = "\n".join(file.read_text() for file in tests.rglob("*.py"))
     gate = (root / "check").read_text()
+    guest = "\n".join(file.read_text() for file in sorted((tests / "guest").iterdir()))
     for file in sorted(tests.rglob("*")):
         if file.suffix == ".h":
             is_used = re.search(rf'#include "(?:[\w./-]+/)?{file.name}"', code)
         elif file.parent.name == "resources":
             is_used = re.search(rf"\b{file.stem.removeprefix('check_')}\b", resource_checks)
+        elif file.parent.name == "guest":
+            is_used = file.name in guest
         elif file.suffix in (".cpp", ".py", ".bash"):
             # One program for each reader, by a pattern; a module of another script; a step of the gate.
             is_used = (file.resolve() in files or file.stem.startswith("fuzz_") or

@@ -1,0 +1,303 @@
+#!/usr/bin/python3
+"""The core engine as a service of a user's session: what systemd and the bus make of the installed files.
+
+    service_test.py PREFIX     PREFIX: folder of an installation for /usr/local, with bench-attacker among its programs
+
+Runs as root in a guest with systemd (tests/guest/service starts it there). Each check is a line; the exit status is 1
+when one of them fails.
+"""
+import contextlib
+import os
+import pathlib
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import time
+
+HERE = pathlib.Path(__file__).resolve().parent
+USER = "tester"
+UID = 59000
+HOME = pathlib.Path("/home/tester")
+STATE = HOME / ".local/state/vorn-core-engine"
+RUNTIME = pathlib.Path(f"/run/user/{UID}")
+UNIT = "vorn-core-engine.service"
+DROP_IN = HOME / f".config/systemd/user/{UNIT}.d/test.conf"
+NAME = "org.vorn.CoreEngine"
+PATIENCE = 60  # seconds; the processor is an emulated one
+IDLE_SECONDS = 5
+MAXIMUM_PEAK = 64 * 1024  # kB
+MAXIMUM_REST = 12 * 1024
+MAXIMUM_EXPOSURE = 2.0
+ENVIRONMENT = {
+    "HOME": str(HOME),
+    "USER": USER,
+    "PATH": "/usr/local/bin:/usr/bin:/bin",
+    "LANG": "C.UTF-8",
+    "XDG_RUNTIME_DIR": str(RUNTIME),
+    "DBUS_SESSION_BUS_ADDRESS": f"unix:path={RUNTIME}/bus",
+}
+
+# What the sandbox makes of the attempts of sandbox_probe.py; all of them succeed outside.
+REFUSALS = {
+    "writes in the home": "EROFS",
+    "writes beside its folder": "EROFS",
+    "writes in the run-time folder": "EROFS",
+    "sees a /usr that can be written to": "EROFS",
+    "sees the temporary files of others": "ENOENT",
+    "sees devices": "ENOENT",
+    "makes an internet socket": "EAFNOSUPPORT",
+    "makes a netlink socket": "EAFNOSUPPORT",
+    "maps code that can be written": "EPERM",
+    "makes a user namespace": "EPERM",
+    "makes a set-user-ID program": "EPERM",
+    "changes its personality": "EPERM",
+}
+
+failures = 0
+
+
+def check(name, found, expected=True):
+    global failures
+    if found == expected:
+        print(f"passed  {name}", flush=True)
+    else:
+        failures += 1
+        print(f"FAILED  {name}: {found!r} in place of {expected!r}", flush=True)
+
+
+def wait_until(condition):
+    """What the condition is in the end: as soon as it holds, or when the time is over."""
+    end = time.monotonic() + PATIENCE
+    while not (result := condition()) and time.monotonic() < end:
+        time.sleep(0.1)
+    return result
+
+
+def start_as_user(*command):
+    return subprocess.Popen(command, user=UID, group=UID, extra_groups=[], env=ENVIRONMENT, cwd=HOME, text=True,
+                            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+
+
+def as_user(*command):
+    """Exit status and output of a command of the user."""
+    process = start_as_user(*command)
+    output = process.communicate(timeout=PATIENCE)[0].strip()
+    return process.returncode, output
+
+
+def systemctl(*words):
+    return as_user("systemctl", "--user", *words)
+
+
+def start():
+    systemctl("reset-failed")  # how often it was started before does not matter here
+    return systemctl("start", UNIT)
+
+
+def unit(name):
+    return systemctl("show", "--value", "--property", name, UNIT)[1]
+
+
+def engine():
+    return int(unit("MainPID"))
+
+
+def status(process, field):
+    text = pathlib.Path(f"/proc/{process}/status").read_text(encoding="utf-8")
+    return re.search(rf"^{field}:\s+(\S+)", text, re.M)[1]
+
+
+def log():
+    return subprocess.run(["journalctl", "--quiet", "--output=cat", f"_SYSTEMD_USER_UNIT={UNIT}"], check=True,
+                          capture_output=True, text=True).stdout
+
+
+def as_file_of_user(path, text, mode=0o644):
+    as_user("mkdir", "-p", str(path.parent))
+    path.write_text(text, encoding="utf-8")
+    path.chmod(mode)
+    os.chown(path, UID, UID)
+    return path
+
+
+def install(prefix):
+    shutil.copytree(prefix, "/usr/local", dirs_exist_ok=True, symlinks=True)
+    shutil.copy(HERE / "sandbox_probe.py", "/usr/local/bin")
+    subprocess.run(["systemctl", "start", f"user@{UID}.service"], check=True)
+
+
+def starts_on_demand():
+    check("the engine does not run before somebody asks", engine(), 0)
+    call = ("busctl", "--user", "call", "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
+    check("the bus starts the engine on demand", as_user(*call, "StartServiceByName", "su", NAME, "0"), (0, "u 1"))
+    check("the service is active then", unit("ActiveState"), "active")
+    owner = as_user(*call, "GetConnectionUnixProcessID", "s", NAME)
+    check("the service is the owner of the name", owner, (0, f"u {engine()}"))
+    check("vornctl reaches it", as_user("vornctl", "profiles", "list"), (0, "* 1  Default"))
+    check("it tells its state", unit("StatusText"), f"profiles: 0, macros: 0, settings in {STATE}")
+
+
+def is_sandboxed():
+    running = engine()
+    check("no new privileges", status(running, "NoNewPrivs"), "1")
+    check("system calls are filtered", status(running, "Seccomp"), "2")
+    check("no capabilities", status(running, "CapBnd"), "0" * 16)
+    namespaces = {name: os.readlink(f"/proc/{running}/ns/{name}") != os.readlink(f"/proc/1/ns/{name}")
+                  for name in ("user", "mnt", "uts")}
+    check("its namespaces are its own", namespaces, dict.fromkeys(namespaces, True))
+    group = pathlib.Path(f"/proc/{running}/cgroup").read_text(encoding="utf-8").strip().removeprefix("0::")
+    check("its memory is limited", pathlib.Path(f"/sys/fs/cgroup{group}/memory.max").read_text().strip(), str(1 << 30))
+    check("the settings are the user's alone", [oct(path.stat().st_mode & 0o777) for path in (
+        STATE, STATE / "settings.plist")], ["0o700", "0o600"])
+    exposure = as_user("systemd-analyze", "--user", "security", "--no-pager", UNIT)[1].splitlines()[-1]
+    check(f"systemd finds it hardly exposed ({exposure})",
+          float(re.search(r": ([0-9.]+) ", exposure)[1]) <= MAXIMUM_EXPOSURE)
+
+
+@contextlib.contextmanager
+def drop_in(text):
+    as_file_of_user(DROP_IN, text)
+    systemctl("daemon-reload")
+    yield
+    DROP_IN.unlink()
+    systemctl("daemon-reload")
+
+
+def sandbox_refuses():
+    """The probe in the place of the engine, with all other lines of the unit; and without any."""
+    pathlib.Path("/tmp/of-somebody-else").touch()
+    probe = "/usr/local/bin/sandbox_probe.py"
+    inside, outside = STATE / "probe", as_file_of_user(HOME / "probe/result", "")
+    systemctl("stop", UNIT)
+    with drop_in(f"[Service]\nType=oneshot\nExecStart=\nExecStart=/usr/bin/python3 {probe} {inside}\n"):
+        check("the probe runs in the sandbox", start(), (0, ""))
+    check("the probe runs outside", as_user("/usr/bin/python3", probe, str(outside)), (0, ""))
+    found = {}
+    for place, result in (("inside", inside), ("outside", outside)):
+        lines = result.read_text(encoding="utf-8").splitlines() if result.exists() else []
+        found[place] = dict(line.split(": ") for line in lines)
+    check("there are results", set(found["inside"]) == set(found["outside"]) > set(REFUSALS))
+    for attempt, outcome in found["inside"].items():
+        refused = attempt in REFUSALS
+        check(f"in the sandbox nobody {attempt}" if refused else f"in the sandbox the engine {attempt}",
+              (outcome, found["outside"][attempt]), (REFUSALS.get(attempt, "done"), "done"))
+
+
+def survives_stop_and_start():
+    check("a change is acknowledged", as_user("vornctl", "set", "ProfileName", "Kept")[0], 0)
+    check("it stops", systemctl("stop", UNIT), (0, ""))
+    check("it has ended well", (unit("ActiveState"), unit("Result"), unit("ExecMainStatus")),
+          ("inactive", "success", "0"))
+    check("it starts by hand", start(), (0, ""))
+    check("the settings are there again", as_user("vornctl", "profiles", "list"), (0, "* 1  Kept"))
+
+
+def sleeps():
+    running = engine()
+
+    def is_still():
+        before = status(running, "voluntary_ctxt_switches")
+        time.sleep(IDLE_SECONDS)
+        return status(running, "voluntary_ctxt_switches") == before
+
+    check(f"it does not wake up for {IDLE_SECONDS} s while nobody asks", wait_until(is_still))
+
+
+def launches_outside():
+    """A control starts a program, which has the home, and leaves its work to a child."""
+    told = HOME / "told"
+    tell = as_file_of_user(HOME / "bin/tell", "#!/bin/sh\n(\n  " + "\n  ".join((
+        "sleep 1", "pwd", 'printf "[%s]" "$@"', "echo", "grep NoNewPrivs /proc/self/status", "cat /proc/self/cgroup"))
+        + f"\n) >{told}.new 2>&1 && mv {told}.new {told} &\n", 0o755)
+    entry = as_file_of_user(HOME / "apps/tell-all.desktop",
+                            f'[Desktop Entry]\nType=Application\nName=Tell\nPath={HOME}/bin\n'
+                            f'Exec={tell} "a b" "\\\\$HOME"\n')
+    check("a control gets the program", as_user("vornctl", "assign", "4", "launch", str(entry))[0], 0)
+    check("the control is pressed", as_user("vornctl", "device", "click", "4")[0], 0)
+    check("the program runs outside of the sandbox", wait_until(told.exists))
+    lines = told.read_text(encoding="utf-8").splitlines() if told.exists() else []
+    check("it starts in its folder, with its arguments and no sandbox", lines[:3],
+          [f"{HOME}/bin", "[a b][$HOME]", "NoNewPrivs:\t0"])
+    check("it is a unit of its own",
+          re.fullmatch(r".*/app\.slice/app-vorn-tell\\x2dall@[0-9a-f]{16}\.service", "".join(lines[3:])) is not None)
+    check("nothing is left of it", wait_until(lambda: systemctl(
+        "list-units", "--all", "--no-legend", "app-vorn-*")[1] == ""))
+    broken = as_file_of_user(HOME / "bin/broken", "#!/no/such/interpreter\n", 0o755)
+    entry = as_file_of_user(HOME / "apps/broken.desktop", f"[Desktop Entry]\nType=Application\nName=B\nExec={broken}\n")
+    as_user("vornctl", "assign", "4", "launch", str(entry))
+    as_user("vornctl", "device", "click", "4")
+    reason = (f"vorn-core-engine: client the mouse: cannot launch {entry}: cannot start {broken}: "
+              "the service manager could not run it (failed); its journal tells why\n")
+    check("the log tells which program does not start", wait_until(lambda: reason in log()))
+
+
+def withstands_a_flood():
+    running = engine()
+    attacker = start_as_user("bench-attacker", "flood", "0")
+    end = time.monotonic() + 5
+    answers = []
+    while time.monotonic() < end:
+        answers.append(as_user("vornctl", "profiles", "list"))
+    check("the flood goes on", attacker.poll(), None)
+    attacker.kill()
+    attacker.communicate()
+    check(f"others are answered during a flood ({len(answers)} times)", set(answers), {(0, "* 1  Kept")})
+    check("the engine is the same after it", engine(), running)
+    peak = int(status(running, "VmHWM"))
+    check(f"its memory was small ({peak} kB)", peak <= MAXIMUM_PEAK)
+    check("its memory is small again", wait_until(lambda: int(status(running, "VmRSS")) <= MAXIMUM_REST))
+
+
+def comes_back_when_killed():
+    running = engine()
+    check("a last change is acknowledged", as_user("vornctl", "set", "ProfileName", "Survivor")[0], 0)
+    os.kill(running, signal.SIGKILL)
+    check("it runs again when it was killed", wait_until(
+        lambda: engine() not in (0, running) and unit("ActiveState") == "active"))
+    check("it was the service that did so", unit("NRestarts"), "1")
+    check("what was acknowledged is there", as_user("vornctl", "profiles", "list"), (0, "* 1  Survivor"))
+    check("nothing was damaged", list(STATE.glob("*damaged*")), [])
+
+
+def follows_the_state_folder():
+    elsewhere = HOME / "else where"
+    systemctl("stop", UNIT)
+    systemctl("set-environment", f"XDG_STATE_HOME={elsewhere}")
+    start()
+    check("another state folder is taken and made", as_user("vornctl", "set", "ProfileName", "Elsewhere")[0], 0)
+    check("the settings lie there", (elsewhere / "vorn-core-engine/settings.plist").exists())
+    check("it stops in the end", systemctl("stop", UNIT), (0, ""))
+    check("nothing has failed", systemctl("--failed", "--no-legend"), (0, ""))
+
+
+def starts_without_user_namespaces():
+    reference = (HERE.parent.parent / "docs/core-engine.md").read_text(encoding="utf-8")
+    lines = re.search(r"no user namespaces.*?```\n(.*?)```", reference, re.S)[1]
+    switch = pathlib.Path("/proc/sys/kernel/unprivileged_userns_clone")
+    switch.write_text("0")
+    with drop_in("[Service]\nRestart=no\n"):
+        check("without user namespaces it does not start", (start()[0], unit("ExecMainStatus")), (1, "217"))
+    with drop_in(lines):
+        check("the documented drop-in starts it all the same", start(), (0, ""))
+        check("it works there", as_user("vornctl", "profiles", "list"), (0, "* 1  Elsewhere"))
+        systemctl("stop", UNIT)
+    switch.write_text("1")
+
+
+def main():
+    install(sys.argv[1])
+    for part in (starts_on_demand, is_sandboxed, sandbox_refuses, start, survives_stop_and_start, sleeps,
+                 launches_outside, withstands_a_flood, comes_back_when_killed, follows_the_state_folder,
+                 starts_without_user_namespaces):
+        part()
+    print(f"{failures} checks failed after {time.clock_gettime(time.CLOCK_BOOTTIME):.0f} s" if failures else
+          f"all checks passed after {time.clock_gettime(time.CLOCK_BOOTTIME):.0f} s")
+    if failures:
+        print("the log of the engine:\n" + log())
+    sys.exit(min(failures, 1))
+
+
+if __name__ == "__main__":
+    main()
