@@ -3,6 +3,7 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 
@@ -20,9 +21,10 @@ inline bool serveBusUntil(const std::function<bool()>& isDone,
     if (isDone()) return true;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
     if (left.count() <= 0) return false;
-    const bool isQueued = connection.timeout() == std::chrono::microseconds(0);
+    // The connection may have something to do before anything arrives, such as a time-out of its own.
+    const auto due = std::chrono::ceil<std::chrono::milliseconds>(connection.timeout().value_or(left));
     pollfd watched{connection.descriptor(), connection.pollEvents(), 0};
-    ::poll(&watched, 1, isQueued ? 0 : static_cast<int>(left.count()));
+    ::poll(&watched, 1, static_cast<int>(std::min(left, due).count()));
   }
   return true;
 }
