@@ -9,9 +9,11 @@
 #include <string>
 #include <system_error>
 
+#include "core-engine/ShortTurns.h"
 #include "core-engine/play/PosixProgramLauncher.h"
 #include "core-engine/play/ServiceProgramLauncher.h"
 #include "model/SettingsKeys.h"
+#include "ports/BusConnection.h"
 #include "ports/MessagePort.h"
 #include "ports/ServiceActivation.h"
 #include "ports/ServiceManager.h"
@@ -20,6 +22,11 @@
 namespace vorn::engine {
 
 namespace {
+
+// When the engine is told to end: so long it goes on to save what clients asked for before, and so long it answers
+// them.
+constexpr Scheduler::Duration maximumLastSaves = std::chrono::milliseconds(200);
+constexpr Scheduler::Duration maximumFarewell = std::chrono::milliseconds(350);
 
 // Watches the port of this client, if there is one; lost is called at once where the port is gone already.
 void watchPort(std::unique_ptr<PortWatch>& watch, const std::string& client, const std::function<void()>& lost) {
@@ -41,7 +48,7 @@ std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
 CoreEngine::CoreEngine(const Options& options, Log& log)
     : mLog(log),
       mFile(mFiles, log, options.stateFolder),
-      mStore(mFile, log),
+      mStore(mFile, log, &mDisk),
       mDefaults(mFiles, options.defaultsFile),
       mDevice(options.connection),
       mLauncher(launcherFor(options)) {
@@ -53,10 +60,11 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
 }
 
 int CoreEngine::run() {
+  askForShortTurns();
   mLoop.onSignal(SIGTERM, [this] { mLoop.stop(); });
   mLoop.onSignal(SIGINT, [this] { mLoop.stop(); });
   mLoop.setIdleWork([this] { return mIntake.serveNext(); });
-  mIntake.setPauseHandler([this] { mLoop.wakeIdleWork(); });
+  mIntake.setReadyHandler([this] { mLoop.wakeIdleWork(); });
   // The port comes first: its name decides which of two engines goes on. Requests wait until the loop runs.
   LocalMessagePort::Failure failure{};
   std::string error;
@@ -79,15 +87,33 @@ int CoreEngine::run() {
   logReady();
   const bool isAsked = mLoop.run();
   notifyServiceManager("STOPPING=1");
-  if (isAsked) return 0;
+  if (isAsked) {
+    end();
+    return 0;
+  }
   mLog.line("the session bus is gone");
   return 1;
+}
+
+void CoreEngine::end() {
+  const Scheduler::Duration begun = mScheduler.now();
+  const auto isOver = [&](Scheduler::Duration limit) { return mScheduler.now() - begun > limit; };
+  mIntake.endPauses();
+  mStore.settle();
+  while (!mIntake.isEmpty() && !isOver(maximumFarewell)) {
+    if (isOver(maximumLastSaves)) mStore.close();
+    mIntake.serveNext();
+    mStore.settle();
+  }
+  mPlayer.releaseAll();
+  // Giving up one name after the other would take three answers of a bus that may be busy.
+  BusConnection::forThisThread().close();
 }
 
 std::optional<Bytes> CoreEngine::receive(const LocalMessagePort::Message& message) {
   giveMemoryBackLater();
   auto taken = mIntake.receive(message);
-  mLoop.wakeIdleWork();
+  if (taken) mLoop.wakeIdleWork();
   return taken;
 }
 
@@ -129,6 +155,8 @@ bool CoreEngine::noteTyped(const std::string& connection, const KeyChanged& key)
 }
 
 void CoreEngine::handle(const DeviceEvent& event) {
+  // What a control does depends on the settings; a request that changes them comes to its end first.
+  mStore.settle();
   mPlayer.handle(event);
   if (std::holds_alternative<ConnectionChanged>(event)) mDeviceNews.announce();
   if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();

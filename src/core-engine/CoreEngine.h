@@ -20,6 +20,7 @@
 #include "core-engine/requests/ReplyPorts.h"
 #include "core-engine/requests/RequestDispatcher.h"
 #include "core-engine/requests/RequestIntake.h"
+#include "core-engine/storage/DiskThread.h"
 #include "core-engine/storage/FactoryDefaults.h"
 #include "core-engine/storage/PosixFileSystem.h"
 #include "core-engine/storage/SettingsFile.h"
@@ -40,6 +41,8 @@ class CoreEngine : private RequestObserver {
 
  private:
   bool claimFolder();
+  // Gives everybody an answer whose request has arrived; what the time does not suffice for is refused.
+  void end();
   void logReady();
   std::optional<Bytes> receive(const LocalMessagePort::Message& message);
   // Soon after a request the memory that it took is given back to the system.
@@ -57,6 +60,7 @@ class CoreEngine : private RequestObserver {
   PosixFileSystem mFiles;
   BusReplyPorts mReplyPorts;
   SettingsFile mFile;
+  DiskThread mDisk{[this] { mLoop.perform([this] { mStore.settleEnded(); }); }};
   SettingsStore mStore;
   FactoryDefaults mDefaults;
   VirtualDevice mDevice;
@@ -76,7 +80,9 @@ class CoreEngine : private RequestObserver {
   TypedKeysService mTypedKeys{
       [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};
-  RequestIntake mIntake{mLog, mScheduler, [this](const auto& message) { mDispatcher.receive(message); }};
+  RequestIntake mIntake{mLog, mScheduler, [this](const auto& message, std::function<void()> done) {
+                          mDispatcher.receive(message, std::move(done));
+                        }};
   bool mIsGivingMemoryBack = false;
   std::unique_ptr<PortWatch> mRecordingClient;
   std::unique_ptr<PortWatch> mCapturingClient;

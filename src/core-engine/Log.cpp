@@ -64,7 +64,9 @@ Log::Log() : Log(writeToStandardError) {}
 Log::Log(Sink sink) : mSink(std::move(sink)) {}
 
 void Log::line(std::string_view text) {
-  mSink(std::string(prefix) + printable(text));
+  const std::string line = std::string(prefix) + printable(text);
+  const std::lock_guard lock(mMutex);
+  mSink(line);
 }
 
 void Log::fault(std::string_view client, std::string_view kind, std::string_view text) {

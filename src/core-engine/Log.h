@@ -1,9 +1,11 @@
-// The engine's log: lines on standard error, each beginning with "vorn-core-engine: ". One thread, the engine's.
+// The engine's log: lines on standard error, each beginning with "vorn-core-engine: ". One thread, the engine's, but
+// for line(), which the disk thread calls too.
 #pragma once
 
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -23,7 +25,7 @@ class Log {
   void setVerbose(bool verbose) { mIsVerbose = verbose; }
   bool isVerbose() const { return mIsVerbose; }
 
-  // Writes one line. The text is made printable here.
+  // Writes one line. The text is made printable here. Any thread.
   void line(std::string_view text);
 
   // A client's fault. The first fault of a kind by a client is told whole; of its repetitions only the count is told,
@@ -40,7 +42,8 @@ class Log {
     std::size_t nextReport = 10;
   };
 
-  Sink mSink;
+  std::mutex mMutex;
+  Sink mSink;  // called by one thread at a time
   bool mIsVerbose = false;
   std::deque<Fault> mFaults;  // the most recent one last
 };

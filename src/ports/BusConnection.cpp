@@ -139,6 +139,10 @@ bool BusConnection::process() {
   return true;
 }
 
+void BusConnection::close() {
+  mState->close();
+}
+
 void BusConnection::setQueuedHandler(std::function<void()> handler) {
   mState->queuedHandler = std::move(handler);
 }

@@ -14,6 +14,7 @@
 #include <ctime>
 #include <map>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include "ports/BusCall.h"
@@ -51,6 +52,8 @@ struct RunLoop::State {
   bus::BusReference bus;
   int wakeDescriptor = -1;
   SourceReference wakeSource;
+  std::uint64_t gatheringSince = 0;
+  int handledSince = 0;
   std::atomic<bool> isStopping = false;
   std::mutex mutex;
   std::vector<Work> performed;  // guarded by mutex
@@ -64,7 +67,8 @@ struct RunLoop::State {
   std::vector<std::unique_ptr<SignalEntry>> signals;
 
   void attachBus();
-  void drainBus() const;
+  int drainBus() const;
+  void letGather(int handled);
   void wake() const;
   static int handleWake(sd_event_source*, int descriptor, std::uint32_t, void* state);
   void armTimers();
@@ -81,11 +85,28 @@ void RunLoop::State::attachBus() {
 }
 
 // The event loop looks at everything between two messages; where many come that costs more than the messages do.
-void RunLoop::State::drainBus() const {
-  constexpr int maximumMessagesInOneGo = 64;
-  for (int handled = 0; handled < maximumMessagesInOneGo && !isStopping; ++handled) {
-    if (sd_bus_process(bus.get(), nullptr) <= 0) return;
+int RunLoop::State::drainBus() const {
+  constexpr int maximumMessagesInOneGo = 1024;
+  int handled = 0;
+  while (handled < maximumMessagesInOneGo && !isStopping && sd_bus_process(bus.get(), nullptr) > 0) ++handled;
+  return handled;
+}
+
+// Where messages keep coming, every single one would wake this thread. It lets them gather instead, for so short a time
+// that they never fill the socket: what did not fit in there would wait in the bus, before everybody else's.
+void RunLoop::State::letGather(int handled) {
+  constexpr std::uint64_t gatheringTime = 300;  // microseconds
+  constexpr int manyMessages = 8;
+  const std::uint64_t now = bus::monotonicMicroseconds();
+  if (now - gatheringSince >= gatheringTime) {
+    gatheringSince = now;
+    handledSince = 0;
   }
+  handledSince += handled;
+  int hasIdleWork = SD_EVENT_OFF;
+  if (idleSource) sd_event_source_get_enabled(idleSource.get(), &hasIdleWork);
+  if (handledSince < manyMessages || hasIdleWork != SD_EVENT_OFF || isStopping) return;
+  std::this_thread::sleep_for(std::chrono::microseconds(gatheringSince + gatheringTime - now));
 }
 
 void RunLoop::State::wake() const {
@@ -174,7 +195,7 @@ bool RunLoop::run() {
     if (!mState->bus || sd_bus_is_open(mState->bus.get()) <= 0) return false;
     const int result = sd_event_run(mState->event.get(), UINT64_MAX);
     if (result < 0 && result != -EINTR) require(result, "The event loop failed");
-    mState->drainBus();
+    mState->letGather(mState->drainBus());
   }
   return true;
 }

@@ -122,6 +122,7 @@ std::error_code MemoryFileSystem::write(Handle handle, BytesView bytes, std::siz
 }
 
 std::error_code MemoryFileSystem::sync(Handle handle) {
+  if (onSync) onSync();
   if (const std::error_code error = step()) return error;
   mOpen.at(handle)->synced = mOpen.at(handle)->contents;
   return {};

@@ -2,6 +2,7 @@
 // that were written after its last sync, and the names that changed after the last sync of the folder.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -31,6 +32,8 @@ class MemoryFileSystem : public FileSystem {
   void crashAt(int operation);
   void work();                               // nothing goes wrong any more
   int operations() const { return mCount; }  // since then
+  // Called by every sync of a file before it does anything; it may take its time.
+  std::function<void()> onSync;
   void setMaximumWrite(std::size_t maximum) { mMaximumWrite = maximum; }
 
   // Every disk that the machine may find when it starts again.

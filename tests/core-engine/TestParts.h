@@ -76,9 +76,17 @@ class ManualScheduler : public Scheduler {
   std::vector<Work> mWork;
 };
 
+// The answer of a handler that changes nothing, or whose changes are saved at once.
+inline Answer answerOf(const RequestHandler& handler, EngineParts& parts, const Request& request) {
+  Answer result;
+  handler(parts, request, [&result](const Answer& answer) { result = answer; });
+  return result;
+}
+
 struct TestParts {
-  // An engine whose settings are the bundle, a complete one; none for an engine without settings.
-  explicit TestParts(const PropertyList& bundle = {}) {
+  // An engine whose settings are the bundle, a complete one; none for an engine without settings. With a thread for its
+  // saves, or without.
+  explicit TestParts(const PropertyList& bundle = {}, DiskThread* diskThread = nullptr) : store(file, log, diskThread) {
     if (!bundle.isNone()) store.fill(bundle);
     ports.setLostHandler([this](const std::string& portName) { clients.portLost(portName); });
   }
@@ -105,7 +113,7 @@ struct TestParts {
   MemoryFileSystem disk;
   MemoryPorts ports;
   SettingsFile file{disk, log, "/state"};
-  SettingsStore store{file, log};
+  SettingsStore store;
   FactoryDefaults defaults{disk, ownDefaults};
   VirtualDevice device;
   ClientRegistry clients;

@@ -204,6 +204,33 @@ TEST_F(CoreEngineProgramTest, EndsCleanlyOnSignals) {
   }
 }
 
+TEST_F(CoreEngineProgramTest, AnswersWhatItHasTakenBeforeItEndsOnASignal) {
+  const auto engine = startEngine({"--defaults", defaults});
+  std::vector<PropertyList> answers;
+  const auto local = LocalMessagePort::create(replyPort, [&](const LocalMessagePort::Message& message) {
+    answers.push_back(decodeBinaryPropertyList(message.data).value_or(PropertyList()));
+    return Bytes();
+  });
+  const auto port = RemoteMessagePort::lookUp(enginePortName);
+  ASSERT_TRUE(local && port);
+  constexpr std::size_t count = 40;
+  for (std::size_t number = 0; number < count; ++number) {
+    const Bytes data = encodeBinaryPropertyList(renaming(std::to_string(number))).value();
+    // Returns when the engine has taken the request.
+    ASSERT_EQ(port->sendRequest(6, data, sendTimeout), RemoteMessagePort::Status::Success);
+  }
+  engine->signal(SIGTERM);
+  EXPECT_EQ(engine->waitForEnd(), 0);
+  ASSERT_TRUE(serveBusUntil([&] { return answers.size() == count; }));
+  // The first ones are done, and what the time did not suffice for is refused.
+  std::size_t saved = 0;
+  while (saved < count && answers[saved] == changed(bundle(std::to_string(saved)))) ++saved;
+  EXPECT_GT(saved, 0U);
+  const PropertyList last = bundle(std::to_string(saved - 1));
+  for (std::size_t number = saved; number < count; ++number) EXPECT_EQ(answers[number], notSaved(last)) << number;
+  EXPECT_EQ(readPropertyListFile(folder.path("state/settings.plist")), last);
+}
+
 TEST_F(CoreEngineProgramTest, RunsOnceInASession) {
   const auto engine = startEngine();
   const auto second = start({"--state-dir", folder.path("other")});

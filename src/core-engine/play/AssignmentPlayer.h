@@ -30,6 +30,8 @@ class AssignmentPlayer {
   // Takes every event of the device: controls are carried out, typed keys go to the recorder and the key capture, and
   // a change of the connection lets go of everything. Events of the battery are not its concern.
   void handle(const DeviceEvent& event);
+  // Lets go of everything that is held.
+  void releaseAll();
 
  private:
   // A pressed control.
@@ -41,7 +43,6 @@ class AssignmentPlayer {
 
   void press(const std::string& control);
   void release(const std::string& control);
-  void releaseAll();
   void send(const OutputEvent& event);
   void note(const KeyChanged& key);
 

@@ -1,8 +1,8 @@
 #include "core-engine/requests/MacroRequests.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core-engine/requests/SettingsRequests.h"
 #include "core-engine/rules/BundleRules.h"
@@ -26,21 +26,24 @@ ReturnStatus refuse(EngineParts& parts, const Request& request, std::string_view
   return result.status;
 }
 
-// Makes the new bundle of the bundle in force.
-using Edit = std::function<MacroResult(const PropertyList& bundle)>;
+void doNothing() {}
 
-ReturnStatus change(EngineParts& parts, const Request& request, std::string_view aim, const Edit& edit) {
-  if (!provideSettings(parts, request, {})) return ReturnStatus::NoSettings;
-  MacroResult result;
-  const auto outcome = parts.store.apply([&](const PropertyList& bundle) -> std::optional<PropertyList> {
-    result = edit(bundle);
-    return result.status == ReturnStatus::Done ? std::optional(result.value) : std::nullopt;
-  });
-  if (result.status != ReturnStatus::Done) return refuse(parts, request, aim, result);
-  if (outcome == SettingsStore::Outcome::TooLarge) {
-    return refuse(parts, request, aim, {{}, ReturnStatus::TooLarge, unsendableReason});
-  }
-  return outcome == SettingsStore::Outcome::Done ? ReturnStatus::Done : ReturnStatus::NotSaved;
+// edit makes the new bundle of the bundle in force; follow is called when that is in force.
+template <typename Edit, typename Follow = void (*)()>
+void change(EngineParts& parts, const Request& request, Reply reply, std::string_view aim, const Edit& edit,
+            const Follow& follow = doNothing) {
+  if (!provideSettings(parts, request, {})) return reply(answer(ReturnStatus::NoSettings));
+  const MacroResult result = edit(parts.store.bundle());
+  if (result.status != ReturnStatus::Done) return reply(answer(refuse(parts, request, aim, result)));
+  const auto done = [&parts, &request, reply = std::move(reply), aim, follow](SettingsStore::Outcome outcome) {
+    if (outcome == SettingsStore::Outcome::TooLarge) {
+      return reply(answer(refuse(parts, request, aim, {{}, ReturnStatus::TooLarge, unsendableReason})));
+    }
+    if (outcome != SettingsStore::Outcome::Done) return reply(answer(ReturnStatus::NotSaved));
+    follow();
+    reply(answer(ReturnStatus::Done));
+  };
+  parts.store.put(result.value, done);
 }
 
 // Answers with what is read from the bundle in force, made of the result, under the key.
@@ -67,25 +70,22 @@ Answer startCapture(EngineParts& parts, const Request& request, KeyCapture::Purp
 
 }  // namespace
 
-Answer addMacro(EngineParts& parts, const Request& request) {
-  return answer(change(parts, request, "add a macro", [&](const PropertyList& bundle) {
-    return withAddedMacro(bundle, request.body[requestKeys::MacroContents]);
-  }));
+void addMacro(EngineParts& parts, const Request& request, Reply reply) {
+  change(parts, request, std::move(reply), "add a macro",
+         [&](const PropertyList& bundle) { return withAddedMacro(bundle, request.body[requestKeys::MacroContents]); });
 }
 
-Answer renameMacro(EngineParts& parts, const Request& request) {
+void renameMacro(EngineParts& parts, const Request& request, Reply reply) {
   const PropertyList& contents = request.body[requestKeys::MacroContents];
-  return answer(change(parts, request, "rename a macro", [&](const PropertyList& bundle) {
+  change(parts, request, std::move(reply), "rename a macro", [&](const PropertyList& bundle) {
     return withRenamedMacro(bundle, contents[keys::MacroID], contents[keys::MacroName]);
-  }));
+  });
 }
 
-Answer deleteMacro(EngineParts& parts, const Request& request) {
-  const ReturnStatus status = change(parts, request, "delete a macro", [&](const PropertyList& bundle) {
-    return withoutMacro(bundle, macroID(request));
-  });
-  if (status == ReturnStatus::Done) parts.recorder.macroDeleted(macroID(request).toInt64());
-  return answer(status);
+void deleteMacro(EngineParts& parts, const Request& request, Reply reply) {
+  const auto remove = [&](const PropertyList& bundle) { return withoutMacro(bundle, macroID(request)); };
+  change(parts, request, std::move(reply), "delete a macro", remove,
+         [&parts, &request] { parts.recorder.macroDeleted(macroID(request).toInt64()); });
 }
 
 Answer getMacroDetails(EngineParts& parts, const Request& request) {
@@ -102,34 +102,34 @@ Answer getMacroEvent(EngineParts& parts, const Request& request) {
       [](const PropertyList& event) { return event; });
 }
 
-Answer updateMacroEvent(EngineParts& parts, const Request& request) {
-  return answer(change(parts, request, "replace an event", [&](const PropertyList& bundle) {
+void updateMacroEvent(EngineParts& parts, const Request& request, Reply reply) {
+  change(parts, request, std::move(reply), "replace an event", [&](const PropertyList& bundle) {
     return withReplacedEvent(bundle, macroID(request), row(request), request.body[requestKeys::Sequence]);
-  }));
+  });
 }
 
-Answer removeMacroEvent(EngineParts& parts, const Request& request) {
-  return answer(change(parts, request, "remove an event", [&](const PropertyList& bundle) {
+void removeMacroEvent(EngineParts& parts, const Request& request, Reply reply) {
+  change(parts, request, std::move(reply), "remove an event", [&](const PropertyList& bundle) {
     return withoutRow(bundle, macroID(request), request.body[requestKeys::MacroEventTableIndex]);
-  }));
+  });
 }
 
-Answer removeAllMacroEvents(EngineParts& parts, const Request& request) {
-  return answer(change(parts, request, "remove all events",
-                       [&](const PropertyList& bundle) { return withoutEvents(bundle, macroID(request)); }));
+void removeAllMacroEvents(EngineParts& parts, const Request& request, Reply reply) {
+  change(parts, request, std::move(reply), "remove all events",
+         [&](const PropertyList& bundle) { return withoutEvents(bundle, macroID(request)); });
 }
 
-Answer setEventDelay(EngineParts& parts, const Request& request) {
-  return answer(change(parts, request, "set a delay", [&](const PropertyList& bundle) {
+void setEventDelay(EngineParts& parts, const Request& request, Reply reply) {
+  change(parts, request, std::move(reply), "set a delay", [&](const PropertyList& bundle) {
     return withDelay(bundle, macroID(request), row(request), request.body[requestKeys::Delay]);
-  }));
+  });
 }
 
-Answer setAllEventsDelay(EngineParts& parts, const Request& request) {
-  return answer(change(parts, request, "set all delays", [&](const PropertyList& bundle) {
+void setAllEventsDelay(EngineParts& parts, const Request& request, Reply reply) {
+  change(parts, request, std::move(reply), "set all delays", [&](const PropertyList& bundle) {
     if (request.body[requestKeys::HasNoDelay].toBool()) return withoutDelays(bundle, macroID(request));
     return withDelayOfRow(bundle, macroID(request), request.body[requestKeys::Delay]);
-  }));
+  });
 }
 
 Answer startMacroRecording(EngineParts& parts, const Request& request) {
@@ -151,31 +151,30 @@ Answer stopMacroRecording(EngineParts& parts, const Request& request) {
   return answer(parts.recorder.stop(request.replyPort()) ? ReturnStatus::Done : ReturnStatus::NotRunning);
 }
 
-Answer saveRecordedEvents(EngineParts& parts, const Request& request) {
+void saveRecordedEvents(EngineParts& parts, const Request& request, Reply reply) {
   constexpr std::string_view aim = "save a recording";
   MacroRecorder& recorder = parts.recorder;
   const std::string client = request.replyPort();
-  if (!recorder.belongsTo(client)) return answer(ReturnStatus::NotRunning);
+  if (!recorder.belongsTo(client)) return reply(answer(ReturnStatus::NotRunning));
   if (!macroID(request).isInteger()) {
-    return answer(refuse(parts, request, aim, {{}, ReturnStatus::Malformed, "it names no macro"}));
+    return reply(answer(refuse(parts, request, aim, {{}, ReturnStatus::Malformed, "it names no macro"})));
   }
   if (macroID(request).toInt64() != recorder.macro()) {
-    return answer(refuse(parts, request, aim, {{}, ReturnStatus::OutOfRange, "it was made for another macro"}));
+    return reply(answer(refuse(parts, request, aim, {{}, ReturnStatus::OutOfRange, "it was made for another macro"})));
   }
   recorder.stop(client);
   const PropertyList events = recorder.events();
   if (events.isEmpty()) {
     // A macro is not emptied because a person typed nothing.
     recorder.discard();
-    return answer(ReturnStatus::NotRunning);
+    return reply(answer(ReturnStatus::NotRunning));
   }
   const bool isAppending = request.body[requestKeys::IsAppendRecording].toBool();
-  const ReturnStatus status = change(parts, request, aim, [&](const PropertyList& bundle) {
+  const auto save = [&](const PropertyList& bundle) {
     return withRecordedEvents(bundle, macroID(request), events, isAppending);
-  });
+  };
   // What was not saved can be saved again.
-  if (status == ReturnStatus::Done) recorder.discard();
-  return answer(status);
+  change(parts, request, std::move(reply), aim, save, [&recorder] { recorder.discard(); });
 }
 
 Answer startSingleKeyRecording(EngineParts& parts, const Request& request) {

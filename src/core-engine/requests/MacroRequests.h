@@ -6,21 +6,21 @@
 
 namespace vorn::engine {
 
-Answer addMacro(EngineParts& parts, const Request& request);
-Answer renameMacro(EngineParts& parts, const Request& request);
-Answer deleteMacro(EngineParts& parts, const Request& request);
+void addMacro(EngineParts& parts, const Request& request, Reply reply);
+void renameMacro(EngineParts& parts, const Request& request, Reply reply);
+void deleteMacro(EngineParts& parts, const Request& request, Reply reply);
 
 Answer getMacroDetails(EngineParts& parts, const Request& request);  // "MacroSequences": the lines of all events
 Answer getMacroEvent(EngineParts& parts, const Request& request);    // "sequenceInMacro": the event of a row
-Answer updateMacroEvent(EngineParts& parts, const Request& request);
-Answer removeMacroEvent(EngineParts& parts, const Request& request);
-Answer removeAllMacroEvents(EngineParts& parts, const Request& request);
-Answer setEventDelay(EngineParts& parts, const Request& request);
-Answer setAllEventsDelay(EngineParts& parts, const Request& request);
+void updateMacroEvent(EngineParts& parts, const Request& request, Reply reply);
+void removeMacroEvent(EngineParts& parts, const Request& request, Reply reply);
+void removeAllMacroEvents(EngineParts& parts, const Request& request, Reply reply);
+void setEventDelay(EngineParts& parts, const Request& request, Reply reply);
+void setAllEventsDelay(EngineParts& parts, const Request& request, Reply reply);
 
 Answer startMacroRecording(EngineParts& parts, const Request& request);
 Answer stopMacroRecording(EngineParts& parts, const Request& request);
-Answer saveRecordedEvents(EngineParts& parts, const Request& request);
+void saveRecordedEvents(EngineParts& parts, const Request& request, Reply reply);
 
 Answer startSingleKeyRecording(EngineParts& parts, const Request& request);  // for an assignment
 Answer startEditHID(EngineParts& parts, const Request& request);             // for an event of a macro

@@ -8,14 +8,14 @@
 namespace vorn::engine {
 
 // "DeviceSettingsDictionary": the new profile, which becomes the last of at most five.
-Answer addProfile(EngineParts& parts, const Request& request);
+void addProfile(EngineParts& parts, const Request& request, Reply reply);
 // "ProfileID" and "DeviceSettingsDictionary": the keys to put into that profile.
-Answer updateProfile(EngineParts& parts, const Request& request);
+void updateProfile(EngineParts& parts, const Request& request, Reply reply);
 // "AllProfiles": the new profiles.
-Answer replaceAllProfiles(EngineParts& parts, const Request& request);
+void replaceAllProfiles(EngineParts& parts, const Request& request, Reply reply);
 // "ProfileID". The last profile stays.
-Answer deleteProfile(EngineParts& parts, const Request& request);
+void deleteProfile(EngineParts& parts, const Request& request, Reply reply);
 // "ProfileID": the profile to put in force.
-Answer switchProfile(EngineParts& parts, const Request& request);
+void switchProfile(EngineParts& parts, const Request& request, Reply reply);
 
 }  // namespace vorn::engine

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "core-engine/Log.h"
 #include "core-engine/Scheduler.h"
@@ -49,8 +51,28 @@ struct EngineParts {
 
 // The body of the answer, a dictionary; nothing for a request that has no answer.
 using Answer = std::optional<PropertyList>;
-// Serves one request to its end. What it changes is on the disk when it returns.
-using RequestHandler = Answer (*)(EngineParts& parts, const Request& request);
+// Takes the answer of a request; called once. What the request changes is on the disk then.
+using Reply = std::function<void(const Answer& answer)>;
+
+// Serves one request to its end: at once, or, where it changes the settings, when the change is saved. Parts and
+// request last until the reply.
+class RequestHandler {
+ public:
+  using Query = Answer (*)(EngineParts& parts, const Request& request);
+  using Change = void (*)(EngineParts& parts, const Request& request, Reply reply);
+
+  constexpr RequestHandler(Query query) : mQuery(query) {}
+  constexpr RequestHandler(Change change) : mChange(change) {}
+
+  void operator()(EngineParts& parts, const Request& request, Reply reply) const {
+    if (mChange != nullptr) return mChange(parts, request, std::move(reply));
+    reply(mQuery(parts, request));
+  }
+
+ private:
+  Query mQuery = nullptr;
+  Change mChange = nullptr;
+};
 
 // Which products a request may name: the mouse's own, any other being out of range for the dispatcher; or any, where
 // the handler looks at the product itself or it means nothing.

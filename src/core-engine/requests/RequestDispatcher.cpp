@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "model/PropertyListCodec.h"
 #include "protocol/ReturnStatus.h"
@@ -23,27 +24,39 @@ std::string title(const RequestKind& kind) {
 RequestDispatcher::RequestDispatcher(EngineParts parts, ReplyPorts& ports, std::span<const RequestKind> kinds)
     : mParts(parts), mPorts(ports), mKinds(kinds) {}
 
-Bytes RequestDispatcher::receive(const LocalMessagePort::Message& message) {
+void RequestDispatcher::receive(const LocalMessagePort::Message& message, std::function<void()> done) {
+  mDone = std::move(done);
+  if (const RequestKind* kind = begin(message)) {
+    serve(*kind);
+  } else {
+    end();
+  }
+}
+
+const RequestKind* RequestDispatcher::begin(const LocalMessagePort::Message& message) {
   const auto kind = std::find_if(mKinds.begin(), mKinds.end(), [&](const RequestKind& each) {
     return static_cast<std::int32_t>(each.messageID) == message.messageID;
   });
   if (kind == mKinds.end()) {
     mParts.log.fault(message.sender, "unknown message", "unknown message " + std::to_string(message.messageID));
-    return {};
+    return nullptr;
   }
   std::string error;
   const auto body = decodeBinaryPropertyList(message.data, &error);
   if (!body) {
     mParts.log.fault(message.sender, "undecodable request", "request " + title(*kind) + " cannot be decoded: " + error);
-  } else if (!body->isDictionary()) {
-    mParts.log.fault(message.sender, "request without a dictionary", "request " + title(*kind) + " is no dictionary");
-  } else {
-    serve(*kind, {std::string(message.sender), *body});
+    return nullptr;
   }
-  return {};
+  if (!body->isDictionary()) {
+    mParts.log.fault(message.sender, "request without a dictionary", "request " + title(*kind) + " is no dictionary");
+    return nullptr;
+  }
+  mServed = Request{std::string(message.sender), *body};
+  return &*kind;
 }
 
-void RequestDispatcher::serve(const RequestKind& kind, const Request& request) {
+void RequestDispatcher::serve(const RequestKind& kind) {
+  const Request& request = *mServed;
   if (mParts.log.isVerbose()) {
     mParts.log.line("request " + title(kind) + " of " + request.sender + ": " + request.body.description());
   }
@@ -52,11 +65,21 @@ void RequestDispatcher::serve(const RequestKind& kind, const Request& request) {
                      "request " + title(kind) + " is for the unknown product " + std::to_string(request.productID()));
     answer(kind, request,
            PropertyList::dictionary({{replyKeys::ReturnStatus, static_cast<std::int32_t>(ReturnStatus::OutOfRange)}}));
-    return;
+    return end();
   }
   if (mObserver) mObserver->willServe(kind, request);
-  if (const Answer body = kind.handler(mParts, request)) answer(kind, request, *body);
-  if (mObserver) mObserver->hasServed(kind, request);
+  kind.handler(mParts, request, [this, &kind](const Answer& body) { finish(kind, body); });
+}
+
+void RequestDispatcher::finish(const RequestKind& kind, const Answer& body) {
+  if (body) answer(kind, *mServed, *body);
+  if (mObserver) mObserver->hasServed(kind, *mServed);
+  end();
+}
+
+void RequestDispatcher::end() {
+  mServed.reset();
+  if (const auto done = std::exchange(mDone, {})) done();
 }
 
 void RequestDispatcher::answer(const RequestKind& kind, const Request& request, const PropertyList& body) {

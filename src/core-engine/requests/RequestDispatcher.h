@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -29,17 +31,24 @@ class RequestDispatcher {
   // One observer, which outlives the dispatcher; null for none.
   void setObserver(RequestObserver* observer) { mObserver = observer; }
 
-  // The callback of the engine's port. The answer leaves through the client's port; nothing is returned.
-  Bytes receive(const LocalMessagePort::Message& message);
+  // Serves a message of the engine's port; the answer leaves through the client's. done is called once, when that is at
+  // its end: within the call, or later where the message changes the settings. Until then there is no other one.
+  void receive(const LocalMessagePort::Message& message, std::function<void()> done = {});
 
  private:
-  void serve(const RequestKind& kind, const Request& request);
+  // Null, told in the log, for a message that is no request.
+  const RequestKind* begin(const LocalMessagePort::Message& message);
+  void serve(const RequestKind& kind);
+  void finish(const RequestKind& kind, const Answer& body);
+  void end();
   void answer(const RequestKind& kind, const Request& request, const PropertyList& body);
 
   EngineParts mParts;
   ReplyPorts& mPorts;
   std::span<const RequestKind> mKinds;
   RequestObserver* mObserver = nullptr;
+  std::optional<Request> mServed;  // while its handler is at work
+  std::function<void()> mDone;
 };
 
 }  // namespace vorn::engine

@@ -50,7 +50,7 @@ std::optional<Bytes> RequestIntake::receive(const LocalMessagePort::Message& mes
 }
 
 bool RequestIntake::pauses(const Sender& sender) const {
-  return sender.requests.size() > patientWaiting && mScheduler.now() < sender.pausesUntil;
+  return mHasPauses && sender.requests.size() > patientWaiting && mScheduler.now() < sender.pausesUntil;
 }
 
 std::deque<std::string>::iterator RequestIntake::nextTurn() {
@@ -59,30 +59,39 @@ std::deque<std::string>::iterator RequestIntake::nextTurn() {
 
 bool RequestIntake::serveNext() {
   mArrivals = 0;
-  const auto turn = nextTurn();
-  if (turn == mTurns.end()) {
-    awaitPauses();
-    return false;
-  }
+  if (mService) return false;
+  if (const auto turn = nextTurn(); turn != mTurns.end()) serve(turn);
+  if (mService) return false;
+  const bool hasNext = nextTurn() != mTurns.end();
+  if (!hasNext) awaitPauses();
+  return hasNext;
+}
+
+void RequestIntake::serve(std::deque<std::string>::iterator turn) {
   const std::string name = std::move(*turn);
   mTurns.erase(turn);
-  const auto sender = mSenders.find(name);
-  const Waiting request = std::move(sender->second.requests.front());
-  sender->second.requests.pop_front();
-  sender->second.size -= request.data.size();
+  Sender& sender = mSenders.find(name)->second;
+  const Waiting request = std::move(sender.requests.front());
+  sender.requests.pop_front();
+  sender.size -= request.data.size();
   mTotalSize -= request.data.size();
-  const Scheduler::Duration begun = mScheduler.now();
-  mServe({request.messageID, request.data, name});
+  mService = Service{name, mScheduler.now()};
+  mIsBeginning = true;
+  mServe({request.messageID, request.data, name}, [this] { noteServed(); });
+  mIsBeginning = false;
+}
+
+void RequestIntake::noteServed() {
+  const Service service = std::move(*std::exchange(mService, std::nullopt));
+  const auto sender = mSenders.find(service.sender);
   if (sender->second.requests.empty()) {
     mSenders.erase(sender);
   } else {
     const Scheduler::Duration ended = mScheduler.now();
-    sender->second.pausesUntil = ended + pauseFactor * (ended - begun);
-    mTurns.push_back(name);
+    sender->second.pausesUntil = ended + pauseFactor * (ended - service.begun);
+    mTurns.push_back(service.sender);
   }
-  const bool hasNext = nextTurn() != mTurns.end();
-  if (!hasNext) awaitPauses();
-  return hasNext;
+  if (!mIsBeginning && mReadyHandler) mReadyHandler();
 }
 
 void RequestIntake::awaitPauses() {
@@ -91,7 +100,7 @@ void RequestIntake::awaitPauses() {
   for (const auto& [name, sender] : mSenders) first = std::min(first, sender.pausesUntil);
   mPauseTicket = mScheduler.after(first - mScheduler.now(), [this] {
     mPauseTicket = 0;
-    if (mPauseHandler) mPauseHandler();
+    if (mReadyHandler) mReadyHandler();
   });
 }
 

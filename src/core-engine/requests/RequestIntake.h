@@ -24,7 +24,8 @@ std::size_t maximumBodySize(std::int32_t messageID);
 
 class RequestIntake {
  public:
-  using Serve = std::function<void(const LocalMessagePort::Message& message)>;
+  // Serves the message and calls done at its end: within the call, or later.
+  using Serve = std::function<void(const LocalMessagePort::Message& message, std::function<void()> done)>;
 
   // Of one connection so many requests wait at most, and so many bytes beside a single larger one.
   static constexpr std::size_t maximumWaiting = 64;
@@ -45,15 +46,22 @@ class RequestIntake {
   RequestIntake(const RequestIntake&) = delete;
   RequestIntake& operator=(const RequestIntake&) = delete;
 
-  // Is told when a pause is over and serveNext() finds something again.
-  void setPauseHandler(std::function<void()> handler) { mPauseHandler = std::move(handler); }
+  // Is told when serveNext() may find something again: a pause is over, or a request has been served that was not
+  // served within the call.
+  void setReadyHandler(std::function<void()> handler) { mReadyHandler = std::move(handler); }
 
   // The callback of the engine's port: keeps the message for its turn. Nothing where it is refused: its body is too
   // large, or its sender has too much waiting.
   std::optional<Bytes> receive(const LocalMessagePort::Message& message);
 
-  // Serves the request whose turn it is, if there is one. True when there is another one after it.
+  // Serves the request whose turn it is, if there is one and none is being served. True when there is another one for
+  // which nothing has to be awaited.
   bool serveNext();
+
+  // Whether nothing waits and nothing is being served.
+  bool isEmpty() const { return mSenders.empty(); }
+  // From now on nobody pauses.
+  void endPauses() { mHasPauses = false; }
 
  private:
   struct Waiting {
@@ -66,7 +74,14 @@ class RequestIntake {
     Scheduler::Duration pausesUntil{};
   };
 
+  struct Service {
+    std::string sender;
+    Scheduler::Duration begun{};
+  };
+
   bool pauses(const Sender& sender) const;
+  void serve(std::deque<std::string>::iterator turn);
+  void noteServed();
   // The first in turn that does not pause.
   std::deque<std::string>::iterator nextTurn();
   void awaitPauses();
@@ -76,10 +91,13 @@ class RequestIntake {
   Log& mLog;
   Scheduler& mScheduler;
   Serve mServe;
-  std::function<void()> mPauseHandler;
+  std::function<void()> mReadyHandler;
   Scheduler::Ticket mPauseTicket = 0;
-  std::map<std::string, Sender, std::less<>> mSenders;  // those who have requests waiting
-  std::deque<std::string> mTurns;                       // the same, the next one first
+  bool mHasPauses = true;
+  bool mIsBeginning = false;                            // a request may be served within the call
+  std::optional<Service> mService;                      // of the request being served
+  std::map<std::string, Sender, std::less<>> mSenders;  // those who have requests waiting or one being served
+  std::deque<std::string> mTurns;                       // the same without the one being served, the next one first
   std::size_t mTotalSize = 0;
   std::size_t mArrivals = 0;  // since a request was served
   std::size_t mRefusals = 0;  // since they were reported

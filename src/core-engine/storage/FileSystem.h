@@ -1,6 +1,6 @@
 // The few file operations that the engine's storage needs, behind an interface so that tests can make every one of
 // them fail. Paths are absolute. Errors are those of the operating system (std::errc compares with them); an empty
-// error code is success. One thread.
+// error code is success. One thread at a time; read() may be called beside the others.
 #pragma once
 
 #include <cstddef>

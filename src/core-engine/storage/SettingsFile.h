@@ -10,7 +10,7 @@
 // A save writes settings.new.plist and syncs it, renames settings.plist to settings.last-good.plist and
 // settings.new.plist to settings.plist, and syncs the folder. What stands in its way without being a file is moved
 // aside like a damaged file; so is a settings.plist that somebody else put there, as the last good contents are always
-// the engine's own. One thread.
+// the engine's own. One thread at a time.
 #pragma once
 
 #include <functional>

@@ -7,7 +7,12 @@
 
 namespace vorn::engine {
 
-SettingsStore::SettingsStore(SettingsFile& file, Log& log) : mFile(file), mLog(log) {}
+SettingsStore::SettingsStore(SettingsFile& file, Log& log, DiskThread* disk) : mFile(file), mLog(log), mDisk(disk) {}
+
+// A save under way comes to its end, but tells nobody any more.
+SettingsStore::~SettingsStore() {
+  if (mSave) mDisk->wait();
+}
 
 void SettingsStore::load(const FactoryProfile& factoryProfile) {
   const auto check = [&](const PropertyList& contents, std::string& reason) -> std::optional<PropertyList> {
@@ -26,39 +31,77 @@ void SettingsStore::load(const FactoryProfile& factoryProfile) {
 }
 
 void SettingsStore::fill(const PropertyList& bundle) {
+  settle();
   if (!isEmpty()) return;
-  save(bundle);
+  save(bundle, [](Outcome) {});
+  settle();
   mBundle = bundle;
 }
 
 SettingsStore::Outcome SettingsStore::apply(const Transformation& transformation) {
+  settle();
   if (isEmpty()) return Outcome::Refused;
-  const std::optional<PropertyList> changed = transformation(mBundle);
-  if (!changed || !isCompleteBundle(*changed)) return Outcome::Refused;
-  const bool isSame = *changed == mBundle;
-  if (isSame && mIsOnDisk) return Outcome::Done;
-  if (const Outcome outcome = save(*changed); outcome != Outcome::Done) return outcome;
-  const PropertyList before = std::exchange(mBundle, *changed);
-  if (mChangeHandler && !isSame) mChangeHandler(before, mBundle);
-  return Outcome::Done;
+  Outcome result = Outcome::Refused;
+  put(transformation(mBundle), [&result](Outcome outcome) { result = outcome; });
+  settle();
+  return result;
 }
 
-SettingsStore::Outcome SettingsStore::save(const PropertyList& bundle) {
+void SettingsStore::put(const std::optional<PropertyList>& changed, Done done) {
+  if (isEmpty() || !changed || !isCompleteBundle(*changed)) return done(Outcome::Refused);
+  if (*changed == mBundle && mIsOnDisk) return done(Outcome::Done);
+  save(*changed, std::move(done));
+}
+
+void SettingsStore::save(const PropertyList& bundle, Done done) {
+  if (mIsClosed) return done(Outcome::NotSaved);
   // In a message the references of a small bundle may become wider, but never so that it grows beyond this.
   constexpr std::size_t certainSize = maximumSize / 4;
-  const std::optional<Bytes> bytes = encodeBinaryPropertyList(bundle);
-  if (!bytes || (bytes->size() > certainSize && !isSendableBundle(bundle))) return Outcome::TooLarge;
-  std::string error;
-  if (!mFile.save(*bytes, error)) {
+  std::optional<Bytes> bytes = encodeBinaryPropertyList(bundle);
+  if (!bytes || (bytes->size() > certainSize && !isSendableBundle(bundle))) return done(Outcome::TooLarge);
+  Save save{bundle, std::move(done), std::move(*bytes), false, {}};
+  if (mDisk == nullptr) {
+    write(save);
+    return finish(save);
+  }
+  mSave = std::move(save);
+  mDisk->start([this] { write(*mSave); });
+}
+
+// On the disk thread, where there is one.
+void SettingsStore::write(Save& save) {
+  save.isSaved = mFile.save(save.bytes, save.error);
+}
+
+void SettingsStore::settle() {
+  if (!mSave) return;
+  mDisk->wait();
+  settleEnded();
+}
+
+void SettingsStore::settleEnded() {
+  if (!mSave || !mDisk->isIdle()) return;
+  // Whoever is told may begin the next change.
+  const Save save = std::move(*mSave);
+  mSave.reset();
+  finish(save);
+}
+
+void SettingsStore::finish(const Save& save) {
+  if (!save.isSaved) {
     // A slider that is dragged on a full disk would otherwise tell the same at every step.
-    if (error != mLastSaveError) mLog.line("cannot save the settings in " + mFile.folder() + ": " + error);
-    mLastSaveError = error;
-    return Outcome::NotSaved;
+    if (save.error != mLastSaveError) {
+      mLog.line("cannot save the settings in " + mFile.folder() + ": " + save.error);
+    }
+    mLastSaveError = save.error;
+    return save.done(Outcome::NotSaved);
   }
   if (!mLastSaveError.empty()) mLog.line("the settings are saved again");
   mLastSaveError.clear();
   mIsOnDisk = true;
-  return Outcome::Done;
+  const PropertyList before = std::exchange(mBundle, save.bundle);
+  if (mChangeHandler && !before.isNone() && before != mBundle) mChangeHandler(before, mBundle);
+  save.done(Outcome::Done);
 }
 
 }  // namespace vorn::engine

@@ -1,5 +1,5 @@
-// The settings in force: the bundle in memory, changed only by transformations whose result is on the disk before it
-// comes into force. One thread.
+// The settings in force: the bundle in memory. What takes its place is on the disk before it comes into force. One
+// thread; saves are done on another where there is one, one after the other.
 #pragma once
 
 #include <functional>
@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core-engine/Log.h"
+#include "core-engine/storage/DiskThread.h"
 #include "core-engine/storage/SettingsFile.h"
 #include "model/PropertyList.h"
 
@@ -30,8 +31,14 @@ class SettingsStore {
     TooLarge,  // no message could carry the result to a client; the old bundle is in force
   };
 
-  // The file and the log outlive the store.
-  SettingsStore(SettingsFile& file, Log& log);
+  using Done = std::function<void(Outcome outcome)>;
+
+  // All of them outlive the store. Without a disk thread every change is saved within the call; with one, settle() is
+  // to be called on the store's thread soon after each work of it.
+  SettingsStore(SettingsFile& file, Log& log, DiskThread* disk = nullptr);
+  ~SettingsStore();
+  SettingsStore(const SettingsStore&) = delete;
+  SettingsStore& operator=(const SettingsStore&) = delete;
 
   // One handler, an empty one for none. It must not change the settings itself.
   void setChangeHandler(ChangeHandler handler) { mChangeHandler = std::move(handler); }
@@ -48,17 +55,45 @@ class SettingsStore {
   // factory settings can be had again. A store that has a bundle keeps it.
   void fill(const PropertyList& bundle);
 
-  // Changes the bundle. An empty store refuses. A result equal to the bundle in force is done without a save.
+  // Puts the changed bundle, made of the one in force, in its place; nothing is a refusal. An empty store refuses. A
+  // bundle equal to the one in force is done without a save. done is called once: within the call, or when the save has
+  // ended and the change handler has been told. Only while no save is under way.
+  void put(const std::optional<PropertyList>& changed, Done done);
+  // The same with the result of the transformation, for which it waits; a save under way comes to its end first.
   Outcome apply(const Transformation& transformation);
 
+  // Whether a save is under way; the bundle in force is still the old one.
+  bool isSaving() const { return mSave.has_value(); }
+  // Waits for the save under way, puts its bundle in force and calls its done; nothing where there is none.
+  void settle();
+  // The same for a save whose work has ended; nothing where it has not.
+  void settleEnded();
+
+  // From now on nothing is saved: every change fails as NotSaved. A save under way is not touched.
+  void close() { mIsClosed = true; }
+
  private:
-  Outcome save(const PropertyList& bundle);
+  // The disk thread writes the last two; nobody else touches them until its work has ended.
+  struct Save {
+    PropertyList bundle;
+    Done done;
+    Bytes bytes;
+    bool isSaved = false;
+    std::string error;
+  };
+
+  void save(const PropertyList& bundle, Done done);
+  void write(Save& save);
+  void finish(const Save& save);
 
   SettingsFile& mFile;
   Log& mLog;
+  DiskThread* mDisk;
   ChangeHandler mChangeHandler;
   PropertyList mBundle;
+  std::optional<Save> mSave;  // under way on the disk thread
   bool mIsOnDisk = false;
+  bool mIsClosed = false;
   std::string mLastSaveError;  // empty after a save that succeeded
 };
 

@@ -24,9 +24,9 @@ class AssignmentPlayerSettingsTest : public AssignmentFixture {
                       .with("IndependentXYOn", 0));
   }
   // Serves a request of a client; the status of its answer.
-  std::int32_t ask(RequestHandler handler, std::string_view key, const PropertyList& value) {
+  std::int32_t ask(const RequestHandler& handler, std::string_view key, const PropertyList& value) {
     EngineParts all = parts.parts();
-    const Answer answer = handler(all, {":1.7", PropertyList::dictionary({{key, value}})});
+    const Answer answer = answerOf(handler, all, {":1.7", PropertyList::dictionary({{key, value}})});
     return answer.value()["ReturnStatus"].toInt();
   }
   // The second profile becomes active; there, "43" holds the fourth keymap.

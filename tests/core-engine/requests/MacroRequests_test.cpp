@@ -401,7 +401,7 @@ TEST(MacroRequestsRandomTest, KeepTheSettingsWholeWhateverIsAsked) {
       parts.recorder.note({7, static_cast<std::uint16_t>(random() % 300), random() % 2 == 0});
       engine.scheduler.advance(std::chrono::milliseconds(random() % 50));
     }
-    const Answer answer = handlers[random() % handlers.size()](parts, {":1.1", body});
+    const Answer answer = answerOf(handlers[random() % handlers.size()], parts, {":1.1", body});
     ASSERT_TRUE(answer && (*answer)["ReturnStatus"].isInteger());
     ++counts[static_cast<ReturnStatus>((*answer)["ReturnStatus"].toInt())];
     ASSERT_TRUE(isCompleteBundle(engine.store.bundle())) << i;

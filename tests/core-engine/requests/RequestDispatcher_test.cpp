@@ -47,9 +47,7 @@ class RequestDispatcherTest : public testing::Test, protected TestParts {
   void put(const std::string& path, const PropertyList& contents) {
     disk.put(path, encodeBinaryPropertyList(contents).value());
   }
-  void sendBytes(std::int32_t messageID, const Bytes& data) {
-    EXPECT_EQ(dispatcher.receive({messageID, data, client}), Bytes());
-  }
+  void sendBytes(std::int32_t messageID, const Bytes& data) { dispatcher.receive({messageID, data, client}); }
   void send(std::int32_t messageID, const PropertyList& body) {
     sendBytes(messageID, encodeBinaryPropertyList(body).value());
   }

@@ -27,10 +27,11 @@ class RequestIntakeTest : public testing::Test {
   Log log{[this](const std::string& line) { lines.push_back(line); }};
   ManualScheduler scheduler;
   Scheduler::Duration duration{};  // of each service
-  RequestIntake intake{log, scheduler, [this](const LocalMessagePort::Message& message) {
+  RequestIntake intake{log, scheduler, [this](const LocalMessagePort::Message& message, const auto& done) {
                          served.push_back(std::string(message.sender) + " " + std::to_string(message.messageID) + " " +
                                           std::to_string(message.data.size()));
                          scheduler.advance(duration);
+                         done();
                        }};
 };
 
@@ -59,7 +60,7 @@ TEST_F(RequestIntakeTest, ServesInBetweenWhenMessagesDoNotStopComing) {
 
 TEST_F(RequestIntakeTest, LetsAConnectionPauseThatSendsWithoutAwaitingItsAnswers) {
   int wakeUps = 0;
-  intake.setPauseHandler([&] { ++wakeUps; });
+  intake.setReadyHandler([&] { ++wakeUps; });
   duration = 10ms;
   for (std::size_t count = 0; count <= RequestIntake::patientWaiting; ++count) isTaken(":1.1", 1);
   isTaken(":1.1", 1);
@@ -83,6 +84,42 @@ TEST_F(RequestIntakeTest, LetsNobodyPauseWhoHasFewRequestsWaiting) {
   for (const int number : {1, 2, 3}) isTaken(":1.1", number);
   serveAll();
   EXPECT_EQ(served.size(), 3U);
+}
+
+TEST_F(RequestIntakeTest, ServesNothingElseUntilARequestIsAtItsEnd) {
+  std::function<void()> end;
+  RequestIntake slow(log, scheduler, [&](const LocalMessagePort::Message& message, const auto& done) {
+    served.emplace_back(message.sender);
+    end = done;
+  });
+  int wakeUps = 0;
+  slow.setReadyHandler([&] { ++wakeUps; });
+  const auto receive = [&](const std::string& sender) { slow.receive({1, {}, sender}); };
+  for (const char* sender : {":1.1", ":1.2"}) receive(sender);
+  EXPECT_FALSE(slow.serveNext());
+  receive(":1.1");
+  EXPECT_FALSE(slow.serveNext());
+  EXPECT_EQ(served, Lines{":1.1"});
+  EXPECT_EQ(wakeUps, 0);
+  end();
+  EXPECT_EQ(wakeUps, 1);
+  EXPECT_FALSE(slow.serveNext());
+  EXPECT_EQ(served, (Lines{":1.1", ":1.2"}));
+  EXPECT_FALSE(slow.isEmpty());
+  end();
+  slow.serveNext();
+  end();
+  EXPECT_EQ(served, (Lines{":1.1", ":1.2", ":1.1"}));
+  EXPECT_TRUE(slow.isEmpty());
+}
+
+TEST_F(RequestIntakeTest, LetsNobodyPauseWhenItIsToComeToAnEnd) {
+  duration = 10ms;
+  for (std::size_t count = 0; count < RequestIntake::maximumWaiting; ++count) isTaken(":1.1", 1);
+  intake.endPauses();
+  serveAll();
+  EXPECT_EQ(served.size(), RequestIntake::maximumWaiting);
+  EXPECT_TRUE(intake.isEmpty());
 }
 
 TEST_F(RequestIntakeTest, RefusesWhatAConnectionSendsBeyondItsBoundAndNothingOfOthers) {

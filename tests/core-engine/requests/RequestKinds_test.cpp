@@ -12,7 +12,6 @@ TEST(RequestKindsTest, AreListedOnce) {
   std::set<std::int32_t> listed;
   for (const RequestKind& kind : requestKinds()) {
     EXPECT_TRUE(listed.insert(static_cast<std::int32_t>(kind.messageID)).second) << kind.name;
-    EXPECT_NE(kind.handler, nullptr) << kind.name;
   }
   EXPECT_EQ(listed, (std::set<std::int32_t>{0,  4,  5,  6,  7,  9,  10, 14, 15, 16, 18, 19, 20, 21,
                                             22, 23, 24, 25, 27, 28, 29, 30, 32, 33, 34, 37, 38}));

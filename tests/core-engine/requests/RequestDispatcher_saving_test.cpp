@@ -1,0 +1,105 @@
+// Requests while the disk takes its time.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core-engine/requests/RequestDispatcher.h"
+#include "core-engine/requests/RequestIntake.h"
+#include "core-engine/storage/HeldDisk.h"
+
+namespace vorn::engine::test {
+namespace {
+
+using Answers = std::vector<MemoryPorts::Answer>;
+
+class RequestDispatcherSavingTest : public testing::Test {
+ protected:
+  RequestDispatcherSavingTest() {
+    held.hold(parts.disk);
+    parts.ports.names = {"One", "Two"};
+  }
+  void send(const std::string& port, std::int32_t messageID, const PropertyList& body = PropertyList::dictionary()) {
+    const PropertyList whole = body.with("ProductID", 273).with("ResponseMsgPortName", port);
+    EXPECT_TRUE(intake.receive({messageID, encodeBinaryPropertyList(whole).value(), ":1." + port}));
+  }
+  void rename(const std::string& port, const std::string& name) {
+    send(port, 6,
+         PropertyList::dictionary(
+             {{"ProfileID", 0}, {"DeviceSettingsDictionary", PropertyList::dictionary({{"ProfileName", name}})}}));
+  }
+  static PropertyList changed(const std::string& name, int status = 0) {
+    return PropertyList::dictionary({{"ReturnDictionary", bundle(name)}, {"ReturnStatus", status}});
+  }
+
+  HeldDisk held;
+  TestParts parts{bundle("old"), &held.thread()};
+  RequestDispatcher dispatcher{parts.parts(), parts.ports};
+  RequestIntake intake{parts.log, parts.scheduler, [this](const auto& message, const std::function<void()>& done) {
+                         dispatcher.receive(message, done);
+                       }};
+};
+
+TEST_F(RequestDispatcherSavingTest, AnswersAChangeAndServesTheNextRequestWhenItIsOnTheDisk) {
+  rename("One", "new");
+  send("Two", 4);
+  intake.serveNext();
+  held.awaitSync();
+  // What arrives meanwhile is taken, and waits.
+  rename("One", "newer");
+  EXPECT_FALSE(intake.serveNext());
+  EXPECT_EQ(parts.ports.answers, Answers());
+  held.goOn();
+  parts.store.settle();
+  EXPECT_EQ(parts.ports.answers, (Answers{{"One", 6, changed("new")}}));
+  intake.serveNext();
+  EXPECT_EQ(parts.ports.answers.back().body["AllDevSettings"], bundle("new"));
+  intake.serveNext();
+  held.goOn();
+  parts.store.settle();
+  EXPECT_EQ(parts.ports.answers.size(), 3U);
+  EXPECT_EQ(parts.ports.answers.back(), (MemoryPorts::Answer{"One", 6, changed("newer")}));
+  EXPECT_TRUE(intake.isEmpty());
+}
+
+TEST_F(RequestDispatcherSavingTest, RefusesAChangeThatTheDiskDoesNotTakeAndNoneAfterIt) {
+  rename("One", "refused");
+  rename("Two", "taken");
+  parts.disk.failAt(4, std::errc::no_space_on_device);
+  intake.serveNext();
+  held.goOn();
+  held.goOn();
+  parts.store.settle();
+  parts.disk.work();
+  intake.serveNext();
+  parts.store.settle();
+  EXPECT_EQ(parts.ports.answers, (Answers{{"One", 6, changed("old", 4)}, {"Two", 6, changed("taken")}}));
+}
+
+TEST_F(RequestDispatcherSavingTest, KeepsARecordingUntilItsSaveHasEnded) {
+  send("One", 32, PropertyList::dictionary({{"MacroContents", PropertyList::dictionary({{"MacroName", "m"}})}}));
+  send("One", 18, PropertyList::dictionary({{"macroID", 0}}));
+  held.goOn();
+  intake.serveNext();
+  parts.store.settle();
+  intake.serveNext();
+  parts.recorder.note({7, 4, true});
+  const PropertyList save = PropertyList::dictionary({{"macroID", 0}});
+  send("One", 20, save);
+  parts.disk.failAt(4, std::errc::io_error);
+  intake.serveNext();
+  held.goOn();
+  parts.store.settle();
+  EXPECT_EQ(parts.ports.answers.back().body["ReturnStatus"], PropertyList(4));
+  EXPECT_TRUE(parts.recorder.belongsTo("One"));
+  parts.disk.work();
+  send("One", 20, save);
+  intake.serveNext();
+  held.goOn();
+  parts.store.settle();
+  EXPECT_EQ(parts.ports.answers.back().body["ReturnStatus"], PropertyList(0));
+  EXPECT_FALSE(parts.recorder.belongsTo("One"));
+}
+
+}  // namespace
+}  // namespace vorn::engine::test
