@@ -76,7 +76,8 @@ Result<std::vector<KeyOrButton>> keysOrButton(const std::string& word) {
   if (word.starts_with(prefix)) {
     const auto number =
         numberOf(std::string_view(word).substr(prefix.size()), hid::primaryButton, hid::lastFurtherButton);
-    if (!number) return Failure{ExitStatus::Usage, "there is no key \"" + word + "\""};
+    if (!number)
+      return Failure{ExitStatus::Usage, "there is no button \"" + word + "\"; the buttons are button:1 to button:9"};
     return std::vector{KeyOrButton{hid::buttonPage, static_cast<hid::Usage>(*number)}};
   }
   const auto chord = chordNamed(word);

@@ -66,6 +66,8 @@ std::int32_t modifierBit(hid::Usage modifier) {
   return 1 << (modifier - hid::firstModifier);
 }
 
+constexpr const char* keysHint = "; vornctl keys lists them";
+
 Result<Chord> chordNamed(const std::string& word) {
   Chord chord;
   std::string rest = word;
@@ -79,8 +81,9 @@ Result<Chord> chordNamed(const std::string& word) {
     const auto modifier = modifierUsage(first);
     if (!modifier) {
       const bool isKey = plus == std::string::npos;
-      return Failure{ExitStatus::Usage, std::string("there is no ") + (isKey ? "key" : "modifier") + " \"" + first +
-                                            "\"" + suggestion(isKey ? keyWords() : modifierNames(), first)};
+      return Failure{ExitStatus::Usage,
+                     std::string("there is no ") + (isKey ? "key" : "modifier") + " \"" + first + "\"" +
+                         (isKey ? suggestion(keyWords(), first, keysHint) : suggestion(modifierNames(), first))};
     }
     chord.modifiers |= modifierBit(*modifier);
     if (plus == std::string::npos) return chord;

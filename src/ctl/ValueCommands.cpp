@@ -28,8 +28,8 @@ Result<Place> findPlace(Context& context, const std::string& path) {
   const PropertyList value = valueAt(profile, *resolved);
   if (!value.isNone()) return Place{*resolved, profile, *position, value};
   const std::vector<std::string_view> keys = profile.keys();
-  return Failure{ExitStatus::Refused,
-                 "the profile has no value \"" + path + "\"" + suggestion(Names(keys.begin(), keys.end()), path)};
+  return Failure{ExitStatus::Refused, "the profile has no value \"" + path + "\"" +
+                                          suggestion(Names(keys.begin(), keys.end()), path, "; get --list lists them")};
 }
 
 std::string_view typeWord(SettingType type) {
@@ -59,9 +59,12 @@ PropertyList describedSetting(const ProfileKey& setting) {
   PropertyList result = PropertyList::dictionary({{"key", setting.key},
                                                   {"type", typeWord(setting.type)},
                                                   {"scope", scopeWord(setting.scope)},
-                                                  {"takes", expectation(setting)}});
+                                                  {"takes", choiceExpectation(setting)}});
   if (setting.type == SettingType::Integer || setting.type == SettingType::Flag) {
     result = result.with("minimum", setting.range.minimum).with("maximum", setting.range.maximum);
+  }
+  if (const auto choices = choicesOf(setting); !choices.empty()) {
+    result = result.with("choices", PropertyList::array({choices.begin(), choices.end()}));
   }
   const std::string_view unit = unitWord(setting.unit);
   return unit.empty() ? result : result.with("unit", unit);
@@ -74,7 +77,7 @@ Outcome listSettings(Context& context) {
   std::vector<PropertyList> settings;
   for (const ProfileKey& setting : profileKeys) {
     lines.push_back(padded(std::string(setting.key), keyWidth) +
-                    padded(std::string(scopeWord(setting.scope)), scopeWidth) + expectation(setting));
+                    padded(std::string(scopeWord(setting.scope)), scopeWidth) + choiceExpectation(setting));
     settings.push_back(describedSetting(setting));
   }
   context.output.either(lines, PropertyList::array(std::move(settings)));
@@ -101,8 +104,8 @@ Outcome setValue(Context& context, const Arguments& arguments) {
   const std::string key = path.substr(0, path.find('/'));
   const PropertyList changed = withValueAt(place->profile, path, *value);
   const ProfileKey* setting = profileKeyOf(key);
-  if (setting != nullptr && !fits(*setting, changed[key])) {
-    return Failure{ExitStatus::Refused, key + " takes " + expectation(*setting)};
+  if (setting != nullptr && !isChoice(*setting, changed[key])) {
+    return Failure{ExitStatus::Refused, key + " takes " + choiceExpectation(*setting)};
   }
   return updateProfile(context.engine, place->profileID, PropertyList::dictionary({{key, changed[key]}}));
 }

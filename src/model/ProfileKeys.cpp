@@ -98,8 +98,9 @@ std::string expectation(const ProfileKey& setting) {
   switch (setting.type) {
     case SettingType::Text:
       return "a text";
-    case SettingType::Integer:
     case SettingType::Flag:
+      return "0 or 1 (off, on)";
+    case SettingType::Integer:
       return ("a whole number from " + textOf(setting.range)).append(spaced(unitWord(setting.unit)));
     case SettingType::Dictionary:
       return "a dictionary";
@@ -114,6 +115,28 @@ std::string expectation(const ProfileKey& setting) {
       return "an array of colours with components from " + textOf(setting.elements);
   }
   return {};
+}
+
+std::span<const std::int32_t> choicesOf(const ProfileKey& setting) {
+  static constexpr std::array pollingRates = {125, 500, 1000};
+  if (setting.key == keys::PollingRate) return pollingRates;
+  return {};
+}
+
+bool isChoice(const ProfileKey& setting, const PropertyList& value) {
+  const auto choices = choicesOf(setting);
+  return fits(setting, value) && (choices.empty() || std::ranges::find(choices, value.toInt()) != choices.end());
+}
+
+std::string choiceExpectation(const ProfileKey& setting) {
+  const auto choices = choicesOf(setting);
+  if (choices.empty()) return expectation(setting);
+  std::string result;
+  for (std::size_t index = 0; index < choices.size(); ++index) {
+    if (index > 0) result += index + 1 == choices.size() ? " or " : ", ";
+    result += std::to_string(choices[index]);
+  }
+  return result + spaced(unitWord(setting.unit));
 }
 
 const ProfileKey* profileKeyOf(std::string_view key) {

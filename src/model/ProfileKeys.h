@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -99,7 +100,14 @@ const ProfileKey* profileKeyOf(std::string_view key);
 bool fits(const ProfileKey& setting, const PropertyList& value);
 // "DPI", "Hz" or empty.
 std::string_view unitWord(SettingUnit unit);
-// What a value must be, in English, for the end of a sentence: "a whole number from 100 to 5600 DPI".
+// What a value must be, in English, for the end of a sentence: "a whole number from 100 to 5600 DPI", "0 or 1 (off,
+// on)".
 std::string expectation(const ProfileKey& setting);
+
+// The values that a person may choose, where the mouse knows only some of those that the engine keeps; empty for any.
+std::span<const std::int32_t> choicesOf(const ProfileKey& setting);
+// Whether a person may choose the value, and what it must be: "125, 500 or 1000 Hz".
+bool isChoice(const ProfileKey& setting, const PropertyList& value);
+std::string choiceExpectation(const ProfileKey& setting);
 
 }  // namespace vorn

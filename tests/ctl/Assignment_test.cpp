@@ -100,7 +100,7 @@ TEST(AssignmentTest, IsRefusedWithTheReason) {
       {{"1", "key"}, ExitStatus::Usage, "key takes one word"},
       {{"1", "default", "x"}, ExitStatus::Usage, "default takes no words"},
       {{"1", "scroll", "left"}, ExitStatus::Usage, "unknown action \"scroll left\"; --help lists them"},
-      {{"1", "key", "Frob"}, ExitStatus::Usage, "there is no key \"Frob\""},
+      {{"1", "key", "Frob"}, ExitStatus::Usage, "there is no key \"Frob\"; vornctl keys lists them"},
       {{"1", "key", "A", "--with", "B"}, ExitStatus::Usage, "there is no modifier \"B\""},
       {{"1", "disable", "--with", "Shift"}, ExitStatus::Usage, "disable takes no option --with"},
       {{"1", "key", "A", "--repeat", "2"}, ExitStatus::Usage, "key takes no option --repeat"},

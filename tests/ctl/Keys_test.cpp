@@ -43,9 +43,12 @@ TEST(KeysTest, AreTakenWithTheModifiersBeforeThem) {
 
 TEST(KeysTest, ThatAreNoneAreRefusedWithWhatIsNear) {
   const std::pair<const char*, const char*> table[] = {
-      {"Frob", "there is no key \"Frob\""},  {"Escap", "there is no key \"Escap\"; did you mean \"Escape\"?"},
-      {"ctrl+", "there is no key \"\""},     {"+k", "there is no modifier \"\""},
-      {"a+b", "there is no modifier \"a\""}, {"shfit+k", "there is no modifier \"shfit\"; did you mean \"Shift\"?"},
+      {"Frob", "there is no key \"Frob\"; vornctl keys lists them"},
+      {"Escap", "there is no key \"Escap\"; did you mean \"Escape\"?"},
+      {"ctrl+", "there is no key \"\"; vornctl keys lists them"},
+      {"+k", "there is no modifier \"\""},
+      {"a+b", "there is no modifier \"a\""},
+      {"shfit+k", "there is no modifier \"shfit\"; did you mean \"Shift\"?"},
   };
   for (const auto& [word, text] : table) {
     const auto chord = chordNamed(word);

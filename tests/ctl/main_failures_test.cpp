@@ -30,7 +30,8 @@ class VornCtlFailuresTest : public testing::Test {
 
   vorn::test::PrivateBus bus;
   const PropertyListFile answer{settings(PropertyList::dictionary(
-      {{"Profiles", PropertyList::array({PropertyList::dictionary({{"ProfileName", "One"}, {"DPIX", 800}})})},
+      {{"Profiles", PropertyList::array({PropertyList::dictionary(
+                        {{"ProfileName", "One"}, {"DPIX", 800}, {"PollingRate", 500}, {"ScrollLED", 1}})})},
        {"DeviceSettings", PropertyList::dictionary({{"ActiveProfile", 0}})}}))};
 };
 
@@ -40,7 +41,8 @@ TEST_F(VornCtlFailuresTest, OfTheCommandLineEndWith2WithoutAnEngine) {
   expectFailure({"assign", "1", "macro", "1", "--repeat", "0"}, 2, "--repeat takes 1 to 10, held or toggle");
   expectFailure({"device", "plug", "glued"}, 2, "device plug takes wired or wireless");
   expectFailure({"device", "press", "99"}, 2, "there is no control \"99\"");
-  expectFailure({"device", "type", "button:10"}, 2, "there is no key \"button:10\"");
+  expectFailure({"device", "type", "button:10"}, 2,
+                "there is no button \"button:10\"; the buttons are button:1 to button:9");
   expectFailure({"device", "battery", "101"}, 2, "device battery takes a percentage from 0 to 100");
   expectFailure({"device", "charging", "full"}, 2, "device charging takes battery, charging, none or usual");
 }
@@ -85,7 +87,7 @@ TEST_F(VornCtlFailuresTest, ToWaitOrToGetThroughAreObjectsOfJSONToo) {
             "\n");
   ASSERT_TRUE(engine.obey("on 4 reply " + answer.path()));
   EXPECT_EQ(runVornCtl({"get", "Nope", "--json"}).output,
-            R"({"error":"refused","message":"the profile has no value \"Nope\"","status":1})"
+            R"({"error":"refused","message":"the profile has no value \"Nope\"; get --list lists them","status":1})"
             "\n");
 }
 
@@ -149,7 +151,7 @@ TEST_F(VornCtlFailuresTest, InWhatIsNamedEndWith1Or2) {
   expectFailure({"profiles", "switch", "0"}, 1, "there is no profile \"0\"");
   expectFailure({"profiles", "delete", "Two\nlines"}, 1, "there is no profile \"Two\\nlines\"");
   expectFailure({"get", "DPIX", "--profile", "Two"}, 1, "there is no profile \"Two\"");
-  expectFailure({"get", "Nope"}, 1, "the profile has no value \"Nope\"");
+  expectFailure({"get", "Nope"}, 1, "the profile has no value \"Nope\"; get --list lists them");
   expectFailure({"get", "DPI"}, 1, "the profile has no value \"DPI\"; did you mean \"DPIX\"?");
   expectFailure({"get"}, 2, "get takes either KEY or --list");
   expectFailure({"get", "DPIX", "--list"}, 2, "get takes either KEY or --list");
@@ -159,6 +161,10 @@ TEST_F(VornCtlFailuresTest, InWhatIsNamedEndWith1Or2) {
   expectFailure({"macros", "show", "1"}, 1, "there is no macro \"1\"");
   expectFailure({"set", "DPIX", "fast"}, 2, "\"fast\" is not a whole number");
   expectFailure({"set", "DPIX", "99"}, 1, "DPIX takes a whole number from 100 to 5600 DPI");
+  for (const char* rate : {"300", "124", "1001", "on"}) {
+    expectFailure({"set", "PollingRate", rate}, 1, "PollingRate takes 125, 500 or 1000 Hz");
+  }
+  expectFailure({"set", "ScrollLED", "2"}, 1, "ScrollLED takes 0 or 1 (off, on)");
 }
 
 TEST_F(VornCtlFailuresTest, WithFilesEndWith5) {

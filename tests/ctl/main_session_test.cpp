@@ -157,7 +157,8 @@ TEST_F(VornCtlSessionTest, ListsSettingsAndKeysWithoutAnEngine) {
   const std::string settings = outputOf({"get", "--list"});
   EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), static_cast<std::ptrdiff_t>(profileKeys.size()));
   EXPECT_NE(settings.find("\nDPIX                  profile  a whole number from 100 to 5600 DPI\n"), std::string::npos);
-  EXPECT_NE(settings.find("\nPollingRate           device   a whole number from 125 to 1000 Hz\n"), std::string::npos);
+  EXPECT_NE(settings.find("\nPollingRate           device   125, 500 or 1000 Hz\n"), std::string::npos);
+  EXPECT_NE(settings.find("\nScrollLED             profile  0 or 1 (off, on)\n"), std::string::npos);
   EXPECT_NE(outputOf({"get", "--list", "--json"})
                 .find(R"({"key":"DPIX","maximum":5600,"minimum":100,"scope":"profile",)"
                       R"("takes":"a whole number from 100 to 5600 DPI","type":"integer","unit":"DPI"})"),

@@ -134,6 +134,29 @@ const std::map<std::string, Editor> editors = {
     {"mFLashScrollWheelSlider", {keys::BatteryCriticalLevel, {1, 5}, "five levels: 5, 10, 15, 20, 25 percent"}},
 };
 
+TEST(ProfileKeysTest, OfferOnlyTheRatesThatTheMouseKnows) {
+  const ProfileKey& rate = *profileKeyOf("PollingRate");
+  for (const int value : {125, 500, 1000}) EXPECT_TRUE(isChoice(rate, value)) << value;
+  for (const PropertyList& value : {PropertyList(300), PropertyList(0), PropertyList(2000), PropertyList("500")}) {
+    EXPECT_FALSE(isChoice(rate, value)) << value.description();
+  }
+  EXPECT_EQ(choiceExpectation(rate), "125, 500 or 1000 Hz");
+  // What is stored already stays.
+  EXPECT_TRUE(fits(rate, 300));
+  EXPECT_EQ(expectation(rate), "a whole number from 125 to 1000 Hz");
+}
+
+TEST(ProfileKeysTest, OfferWhateverIsAcceptedOfOtherSettings) {
+  for (const ProfileKey& setting : profileKeys) {
+    if (setting.key == keys::PollingRate) continue;
+    EXPECT_TRUE(choicesOf(setting).empty()) << setting.key;
+    EXPECT_EQ(choiceExpectation(setting), expectation(setting)) << setting.key;
+  }
+  EXPECT_TRUE(isChoice(*profileKeyOf("DPIX"), 5600));
+  EXPECT_FALSE(isChoice(*profileKeyOf("DPIX"), 5601));
+  EXPECT_EQ(expectation(*profileKeyOf("ScrollLED")), "0 or 1 (off, on)");
+}
+
 TEST(ProfileKeysTest, HaveTheRangesOfTheirSliders) {
   std::set<std::string> found;
   for (const Slider& slider : slidersOfAllLayouts()) {

@@ -284,17 +284,16 @@ TEST(ProfileRulesUpdatedProfileTest, KeepsValuesThatComeUnusable) {
   EXPECT_EQ(change.status, ReturnStatus::PartlyRefused);
   std::vector<std::string> reasons;
   for (const Complaint& complaint : change.complaints) reasons.push_back(complaint.reason);
-  EXPECT_EQ(
-      reasons,
-      (std::vector<std::string>{
-          "\"ProfileName\" takes a text", "\"Keys\" takes a dictionary", "\"Buttons\" takes a dictionary",
-          "\"Keymap\" takes an array of 1 to 8 keymaps", "\"KeymapID\" takes a whole number from 0 to 7",
-          "\"Stages\" takes an array of 1 to 5 stages from 100 to 5600 DPI",
-          "\"StageValue\" takes a whole number from 0 to 4", "\"DPIX\" takes a whole number from 100 to 5600 DPI",
-          "\"DPIY\" takes a whole number from 100 to 5600 DPI", "\"IndependentXYOn\" takes a whole number from 0 to 1",
-          "\"Sensitivity\" takes an array", "\"PollingRate\" takes a whole number from 125 to 1000 Hz",
-          "\"LEDColors\" takes an array of colours with components from 0 to 1",
-          "\"PowerSaver\" takes a whole number from 0 to 255", "\"AppInfo\" takes a dictionary"}));
+  EXPECT_EQ(reasons,
+            (std::vector<std::string>{
+                "\"ProfileName\" takes a text", "\"Keys\" takes a dictionary", "\"Buttons\" takes a dictionary",
+                "\"Keymap\" takes an array of 1 to 8 keymaps", "\"KeymapID\" takes a whole number from 0 to 7",
+                "\"Stages\" takes an array of 1 to 5 stages from 100 to 5600 DPI",
+                "\"StageValue\" takes a whole number from 0 to 4", "\"DPIX\" takes a whole number from 100 to 5600 DPI",
+                "\"DPIY\" takes a whole number from 100 to 5600 DPI", "\"IndependentXYOn\" takes 0 or 1 (off, on)",
+                "\"Sensitivity\" takes an array", "\"PollingRate\" takes a whole number from 125 to 1000 Hz",
+                "\"LEDColors\" takes an array of colours with components from 0 to 1",
+                "\"PowerSaver\" takes a whole number from 0 to 255", "\"AppInfo\" takes a dictionary"}));
 }
 
 TEST(ProfileRulesUpdatedProfileTest, TakesEveryKeyThatAClientSends) {
