@@ -231,6 +231,10 @@ void DistributedNotificationCenter::postTo(std::string_view receiver, std::strin
   }
   BusConnection& connection = mState->connection();
   if (!connection.isOpen()) return drop(connection.error());
+  // The bus stops listening to a program of whose messages it keeps too many for others, who do not read theirs.
+  std::uint64_t unwritten = 0;
+  sd_bus_get_n_queued_write(connection.handle(), &unwritten);
+  if (unwritten >= maximumUnwritten) return drop("the bus takes no more");
   sd_bus_message* created = nullptr;
   if (sd_bus_message_new_signal(connection.handle(), &created, notificationCenterObjectPath,
                                 notificationCenterInterface, postedMember) < 0)

@@ -3,6 +3,7 @@
 // name (with arg0) makes the bus filter, so that nobody is woken by other names.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "model/NotificationCenter.h"
@@ -24,7 +25,9 @@ class DistributedNotificationCenter : public NotificationCenter {
   void addObserver(Observer observer, std::string_view name, Handler handler) override;
   void removeObserver(Observer observer, std::string_view name) override;
   void removeObserver(Observer observer) override;
-  // A post that cannot be sent (no bus, userInfo that cannot be encoded) is dropped, with a line in the log.
+  // Never waits. A post that cannot be sent (no bus, userInfo that cannot be encoded, maximumUnwritten messages that
+  // the bus has not taken yet) is dropped, with a line in the log.
+  static constexpr std::uint64_t maximumUnwritten = 1024;
   void post(std::string_view name, std::string_view object, const PropertyList& userInfo) override;
   // The same for the observers of one connection alone; receiver: its unique bus name.
   void postTo(std::string_view receiver, std::string_view name, std::string_view object, const PropertyList& userInfo);

@@ -1,8 +1,11 @@
 #include "ports/DistributedNotificationCenter.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <systemd/sd-bus.h>
 
+#include <csignal>
+#include <string>
 #include <vector>
 
 #include "ports/BusConnection.h"
@@ -256,6 +259,25 @@ TEST_F(DistributedNotificationCenterTest, ThatTheBusCannotCarryAreDropped) {
   mCenter.post("News", "", PropertyList::dictionary({{"n", 1}}));
   settle();
   EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "", PropertyList::dictionary({{"n", 1}})}}));
+}
+
+TEST_F(DistributedNotificationCenterTest, AreDroppedWhereTheBusTakesNoMore) {
+  sd_bus* own = BusConnection::forThisThread().handle();
+  ucred daemon{};
+  socklen_t size = sizeof daemon;
+  ASSERT_EQ(getsockopt(sd_bus_get_fd(own), SOL_SOCKET, SO_PEERCRED, &daemon, &size), 0);
+  ASSERT_GT(daemon.pid, 1);
+  ASSERT_EQ(kill(daemon.pid, SIGSTOP), 0);
+  const PropertyList large = PropertyList::dictionary({{"n", std::string(20'000, 'n')}});
+  for (std::uint64_t count = 0; count < 2 * DistributedNotificationCenter::maximumUnwritten; ++count) {
+    mCenter.post("News", "", large);
+  }
+  std::uint64_t unwritten = 0;
+  EXPECT_GE(sd_bus_get_n_queued_write(own, &unwritten), 0);
+  EXPECT_EQ(unwritten, DistributedNotificationCenter::maximumUnwritten);
+  EXPECT_EQ(kill(daemon.pid, SIGCONT), 0);
+  // What was taken is written, and the next one goes out as ever.
+  EXPECT_TRUE(test::serveBusUntil([&] { return sd_bus_get_n_queued_write(own, &unwritten) >= 0 && unwritten == 0; }));
 }
 
 TEST_F(DistributedNotificationCenterTest, WithUndecodableUserInformationCarryNone) {
