@@ -98,14 +98,14 @@ int CoreEngine::run() {
 void CoreEngine::end() {
   const Scheduler::Duration begun = mScheduler.now();
   const auto isOver = [&](Scheduler::Duration limit) { return mScheduler.now() - begun > limit; };
-  mIntake.endPauses();
   mStore.settle();
+  mPlayer.releaseAll();
+  mIntake.endPauses();
   while (!mIntake.isEmpty() && !isOver(maximumFarewell)) {
     if (isOver(maximumLastSaves)) mStore.close();
     mIntake.serveNext();
     mStore.settle();
   }
-  mPlayer.releaseAll();
   // Giving up one name after the other would take three answers of a bus that may be busy.
   BusConnection::forThisThread().close();
 }
