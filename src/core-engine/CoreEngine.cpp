@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <functional>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -28,16 +27,6 @@ namespace {
 constexpr Scheduler::Duration maximumLastSaves = std::chrono::milliseconds(200);
 constexpr Scheduler::Duration maximumFarewell = std::chrono::milliseconds(350);
 
-// Watches the port of this client, if there is one; lost is called at once where the port is gone already.
-void watchPort(std::unique_ptr<PortWatch>& watch, const std::string& client, const std::function<void()>& lost) {
-  if (client.empty()) {
-    watch.reset();
-  } else if (!watch || watch->portName() != client) {
-    watch = std::make_unique<PortWatch>(client, lost);
-    if (!watch->wasThere()) lost();
-  }
-}
-
 std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
   if (options.isService) return std::make_unique<ServiceProgramLauncher>();
   return std::make_unique<PosixProgramLauncher>();
@@ -52,7 +41,9 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mDefaults(mFiles, options.defaultsFile),
       mDevice(options.connection),
       mLauncher(launcherFor(options)) {
-  mReplyPorts.setLostHandler([this](const std::string& portName) { mClients.portLost(portName); });
+  mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
+  mRecorder.setClientHandler([this](const std::string& client) { mRecordingClient.become(client); });
+  mCapture.setClientHandler([this](const std::string& client) { mCapturingClient.become(client); });
   mDispatcher.setObserver(this);
   mStore.setChangeHandler(
       [this](const PropertyList& before, const PropertyList& after) { mNews.settingsChanged(before, after); });
@@ -135,20 +126,17 @@ void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
   mNews.setSourceApp({});
   mProfiles.takeBackReleased();
   mAnnouncer.noteServed(kind.messageID, request);
-  watchListeners();
 }
 
-void CoreEngine::watchListeners() {
-  watchPort(mRecordingClient, mRecorder.client(), [this] { mRecorder.discard(); });
-  watchPort(mCapturingClient, mCapture.client(), [this] { mCapture.stop(mCapture.client()); });
+void CoreEngine::portLost(const std::string& portName) {
+  mClients.portLost(portName);
+  mRecordingClient.portLost(portName);
+  mCapturingClient.portLost(portName);
 }
 
 bool CoreEngine::noteTyped(const std::string& connection, const KeyChanged& key) {
-  const auto isOf = [&connection](const std::unique_ptr<PortWatch>& watch) {
-    return watch && watch->owner() == connection;
-  };
-  const bool isRecorded = mRecorder.isRecording() && isOf(mRecordingClient);
-  const bool isCaught = mCapture.isCapturing() && isOf(mCapturingClient);
+  const bool isRecorded = mRecorder.isRecording() && mRecordingClient.isConnection(connection);
+  const bool isCaught = mCapture.isCapturing() && mCapturingClient.isConnection(connection);
   if (isRecorded) mRecorder.note(key);
   if (isCaught) mCapture.note(key);
   return isRecorded || isCaught;

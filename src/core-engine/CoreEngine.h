@@ -14,6 +14,7 @@
 #include "core-engine/play/ProfileChanger.h"
 #include "core-engine/play/ProgramLauncher.h"
 #include "core-engine/record/KeyCapture.h"
+#include "core-engine/record/ListeningClient.h"
 #include "core-engine/record/MacroRecorder.h"
 #include "core-engine/record/TypedKeysService.h"
 #include "core-engine/requests/ClientRegistry.h"
@@ -25,7 +26,6 @@
 #include "core-engine/storage/PosixFileSystem.h"
 #include "core-engine/storage/SettingsFile.h"
 #include "core-engine/storage/SettingsStore.h"
-#include "ports/PortWatch.h"
 #include "ports/RunLoop.h"
 
 namespace vorn::engine {
@@ -50,8 +50,7 @@ class CoreEngine : private RequestObserver {
   void willServe(const RequestKind& kind, const Request& request) override;
   void hasServed(const RequestKind& kind, const Request& request) override;
   void handle(const DeviceEvent& event);
-  // While somebody records or captures, the end of their port ends it.
-  void watchListeners();
+  void portLost(const std::string& portName);
   // A key from the window of a client. False when the connection is none of those that record or capture.
   bool noteTyped(const std::string& connection, const KeyChanged& key);
 
@@ -70,6 +69,9 @@ class CoreEngine : private RequestObserver {
   News mNews{mNewsPort, mScheduler};
   DeviceNews mDeviceNews{mDevice, mNewsPort};
   Announcer mAnnouncer{mClients, mReplyPorts, mDevice, mDeviceNews, mScheduler};
+  // Whose recording and whose capture runs.
+  ListeningClient mRecordingClient{[this] { mRecorder.discard(); }};
+  ListeningClient mCapturingClient{[this] { mCapture.stop(mCapture.client()); }};
   MacroRecorder mRecorder{mNewsPort, mScheduler};
   KeyCapture mCapture{mNewsPort};
   ProfileChanger mProfiles{mStore};
@@ -84,8 +86,6 @@ class CoreEngine : private RequestObserver {
                           mDispatcher.receive(message, std::move(done));
                         }};
   bool mIsGivingMemoryBack = false;
-  std::unique_ptr<PortWatch> mRecordingClient;
-  std::unique_ptr<PortWatch> mCapturingClient;
 };
 
 }  // namespace vorn::engine

@@ -377,6 +377,21 @@ TEST_F(CoreEngineProgramTest, TellsNoMoreKeysWhenTheClientThatCapturesThemVanish
   center.removeObserver(this);
 }
 
+TEST_F(CoreEngineProgramTest, DoesNotCaptureForAClientThatHasNoPort) {
+  const auto engine = startEngine({"--verbose"});
+  int keys = 0;
+  auto& center = DistributedNotificationCenter::defaultCenter();
+  center.addObserver(this, "SingleKeyEvent273", [&](const Notification&) { ++keys; });
+  sendRequest(request().with("ResponseMsgPortName", "MissingPort"), MessageID::StartSingleKeyRecording);
+  ASSERT_TRUE(saysSoon(*engine, "answer 29 (start single-key recording) to MissingPort"));
+  callBusMethod({"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"}, "Type",
+                {{"u", 7}, {"u", 4}, {"b", true}}, 20s);
+  answerTo(MessageID::GetAllSettings, request());
+  ASSERT_TRUE(BusConnection::forThisThread().process());
+  EXPECT_EQ(keys, 0);
+  center.removeObserver(this);
+}
+
 TEST_F(CoreEngineProgramTest, LogsRequestsAndAnswersWhenAskedTo) {
   const auto engine = startEngine({"--verbose"});
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);

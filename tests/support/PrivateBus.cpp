@@ -65,6 +65,14 @@ PrivateBus::~PrivateBus() {
   std::filesystem::remove_all(mFolder, ignored);
 }
 
+void PrivateBus::pause() {
+  mDaemon->signal(SIGSTOP);
+}
+
+void PrivateBus::resume() {
+  mDaemon->signal(SIGCONT);
+}
+
 void PrivateBus::end() {
   mDaemon->signal(SIGKILL);
   mDaemon->waitForEnd();

@@ -30,6 +30,9 @@ class PrivateBus {
   void installService(const std::string& busName, const std::string& command) const;
   // The same with a whole activation file.
   void installServiceFile(const std::string& busName, const std::string& contents) const;
+  // Stops the daemon where it is, as seen by programs on a machine that is busy elsewhere, and lets it go on.
+  void pause();
+  void resume();
   // Kills the daemon, as seen by programs whose bus goes away.
   void end();
 

@@ -9,16 +9,22 @@ namespace vorn::engine {
 
 void KeyCapture::start(Purpose purpose, std::string client) {
   mPurpose = purpose;
-  mClient = std::move(client);
   mIsCapturing = true;
   mModifiers = 0;
+  setClient(std::move(client));
 }
 
 bool KeyCapture::stop(std::string_view client) {
   if (!mIsCapturing || client != mClient) return false;
   mIsCapturing = false;
-  mClient.clear();
+  setClient({});
   return true;
+}
+
+void KeyCapture::setClient(std::string client) {
+  if (client == mClient) return;
+  mClient = std::move(client);
+  if (mClientHandler) mClientHandler(mClient);
 }
 
 void KeyCapture::note(const KeyChanged& key) {

@@ -9,8 +9,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core-engine/device/Device.h"
 #include "core-engine/news/NewsPort.h"
@@ -20,8 +22,12 @@ namespace vorn::engine {
 class KeyCapture {
  public:
   enum class Purpose { Assignment, MacroEvent };
+  using ClientHandler = std::function<void(const std::string& client)>;
 
   explicit KeyCapture(NewsPort& news) : mNews(news) {}  // the news outlive the capture
+
+  // Is told whose capture runs, or an empty name, at once when that changes.
+  void setClientHandler(ClientHandler handler) { mClientHandler = std::move(handler); }
 
   // In the place of a capture that runs, whoever began it. No modifier counts as held yet. client: name of its port.
   void start(Purpose purpose, std::string client);
@@ -34,10 +40,12 @@ class KeyCapture {
   void note(const KeyChanged& key);
 
  private:
+  void setClient(std::string client);
   void post(std::int32_t key, std::int32_t modifier);
 
   NewsPort& mNews;
   Purpose mPurpose = Purpose::Assignment;
+  ClientHandler mClientHandler;
   std::string mClient;
   bool mIsCapturing = false;
   std::uint8_t mModifiers = 0;  // held now, as in a keyboard report: bit 0 Left Control (usage 224) to bit 7

@@ -20,9 +20,10 @@ std::int64_t milliseconds(Scheduler::Duration time) {
 }  // namespace
 
 void MacroRecorder::start(Task task) {
-  discard();
+  drop();
   mTask = std::move(task);
   mIsRecording = true;
+  tellClient();
 }
 
 bool MacroRecorder::stop(std::string_view client) {
@@ -55,6 +56,11 @@ std::int64_t MacroRecorder::delayBefore(const KeyChanged& key, Scheduler::Durati
 }
 
 void MacroRecorder::discard() {
+  drop();
+  tellClient();
+}
+
+void MacroRecorder::drop() {
   mScheduler.cancel(std::exchange(mBatch, 0));
   mIsRecording = false;
   mTask = {};

@@ -9,9 +9,11 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core-engine/Scheduler.h"
@@ -34,11 +36,16 @@ class MacroRecorder {
     std::int64_t firstDelay = 0;  // milliseconds; nobody knows how long a person thought before the first key
   };
 
+  using ClientHandler = std::function<void(const std::string& client)>;
+
   // Both outlive the recorder.
   MacroRecorder(NewsPort& news, Scheduler& scheduler) : mNews(news), mScheduler(scheduler) {}
-  ~MacroRecorder() { discard(); }
+  ~MacroRecorder() { drop(); }
   MacroRecorder(const MacroRecorder&) = delete;
   MacroRecorder& operator=(const MacroRecorder&) = delete;
+
+  // Is told at once when that which client() says may have changed.
+  void setClientHandler(ClientHandler handler) { mClientHandler = std::move(handler); }
 
   // Begins anew; a recording that runs or was not saved is dropped, whoever made it.
   void start(Task task);
@@ -61,12 +68,17 @@ class MacroRecorder {
   void macroDeleted(std::int64_t position);
 
  private:
+  void drop();
+  void tellClient() const {
+    if (mClientHandler) mClientHandler(mTask.client);
+  }
   void postBatch();
   // Milliseconds from the event before, of this one that comes now.
   std::int64_t delayBefore(const KeyChanged& key, Scheduler::Duration now) const;
 
   NewsPort& mNews;
   Scheduler& mScheduler;
+  ClientHandler mClientHandler;
   bool mIsRecording = false;
   Task mTask;
   std::vector<PropertyList> mEvents;

@@ -48,6 +48,20 @@ TEST_F(KeyCaptureTest, TellsModifiersAloneAsTheBitsOfAReportForAnAssignment) {
                                   caught("273", 0, 255), caught("273", 0, 254)}));
 }
 
+TEST_F(KeyCaptureTest, TellsAtOnceWhoseItIs) {
+  std::vector<std::string> clients;
+  capture.setClientHandler([&](const std::string& each) {
+    EXPECT_EQ(each, capture.client());
+    clients.push_back(each);
+  });
+  capture.start(Purpose::Assignment, "A");
+  capture.start(Purpose::MacroEvent, "A");
+  capture.start(Purpose::MacroEvent, "B");
+  capture.stop("A");
+  capture.stop("B");
+  EXPECT_EQ(clients, (std::vector<std::string>{"A", "B", ""}));
+}
+
 TEST_F(KeyCaptureTest, GivesTheAssignmentSheetTextsThatNameTheKeys) {
   capture.start(Purpose::Assignment, "A");
   for (const std::uint16_t usage : Usages{224, 226, 76}) press(usage);

@@ -64,6 +64,22 @@ TEST_F(MacroRecorderTest, CatchesKeysAndButtonsWithTheTimesBetweenThem) {
                                                     macroEvent(1, 0, 9, 1), macroEvent(0, 1500, 9, 1)}));
 }
 
+TEST_F(MacroRecorderTest, TellsAtOnceWhoseItIsUntilItIsDiscarded) {
+  std::vector<std::string> clients;
+  recorder.setClientHandler([&](const std::string& each) {
+    EXPECT_EQ(each, recorder.client());
+    clients.push_back(each);
+  });
+  recorder.start(task());
+  EXPECT_EQ(clients, std::vector<std::string>{client});
+  press(4);
+  recorder.stop(client);
+  EXPECT_EQ(clients, std::vector<std::string>{client});
+  recorder.start({"Other", 0, 100, false, 0});
+  recorder.discard();
+  EXPECT_EQ(clients, (std::vector<std::string>{client, "Other", ""}));
+}
+
 TEST_F(MacroRecorderTest, DoesNotAddUpWhatDelaysAreCutBy) {
   recorder.start(task());
   for (int i = 0; i < 10; ++i) {
