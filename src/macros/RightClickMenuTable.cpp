@@ -27,10 +27,14 @@ void RightClickMenuTable::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RightClickMenuTable::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Delete) {
+  const bool isArrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+  if (event->key() == Qt::Key_Delete) {
+    if (!event->isAutoRepeat()) emit deletionAsked();
+  } else if (isArrow && currentIndex().isValid() && !selectionModel()->hasSelection()) {
+    // The row that the keyboard begins at would be passed over otherwise, and an only row never be selected.
+    selectRow(currentIndex().row());
+  } else {
     QTableView::keyPressEvent(event);
-  } else if (!event->isAutoRepeat()) {
-    emit deletionAsked();
   }
 }
 

@@ -18,6 +18,12 @@ QImage pictureOf(QTableView* table) {
   return table->viewport()->grab().toImage();
 }
 
+QList<int> selectedRows(QTableView* table) {
+  QList<int> rows;
+  for (const QModelIndex& index : table->selectionModel()->selectedRows()) rows << index.row();
+  return rows;
+}
+
 // The same with and without the keyboard.
 bool showsFocus(QTableView* table) {
   table->clearFocus();
@@ -157,6 +163,21 @@ class MouseMacrosControllerKeyboardTest : public QObject {
     QVERIFY(menu != nullptr);
     menu->close();
     QCOMPARE(pictureOf(fixture.macros()), before);
+  }
+
+  void anArrowBeginsAtTheFirstRowOfAListWithoutASelection() {
+    EditingFixture fixture(0);
+    // The macro first selected has more than one line.
+    for (QTableView* table : {fixture.lines(), fixture.macros()}) {
+      for (const Qt::Key arrow : {Qt::Key_Down, Qt::Key_Up}) {
+        table->clearSelection();
+        table->setFocus();
+        QTest::keyClick(table, arrow);
+        QCOMPARE(selectedRows(table), QList<int>{0});
+      }
+      QTest::keyClick(table, Qt::Key_Down);
+      QCOMPARE(selectedRows(table), QList<int>{1});
+    }
   }
 
   void tabGoesDownTheListAndThenDownTheEvents() {
