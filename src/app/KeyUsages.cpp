@@ -119,9 +119,16 @@ bool isModifierKey(int key) {
          key == Qt::Key_AltGr;
 }
 
+// On the number pad: by what Qt says of it, which is nothing on Wayland, or by the X11 key symbol, XK_KP_Space to
+// XK_KP_Equal.
+bool isOnPad(const QKeyEvent& event) {
+  const quint32 symbol = event.nativeVirtualKey();
+  return event.modifiers().testFlag(Qt::KeypadModifier) || (symbol >= 0xff80 && symbol <= 0xffbd);
+}
+
 std::optional<hid::Usage> usageOfName(const QKeyEvent& event) {
   const int key = event.key();
-  if (event.modifiers().testFlag(Qt::KeypadModifier)) {
+  if (isOnPad(event)) {
     if (const auto usage = find(padPairs, key)) return usage;
   }
   if (isModifierKey(key)) {

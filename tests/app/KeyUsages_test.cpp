@@ -34,6 +34,7 @@ class KeyUsagesTest : public QObject {
   void without_scan_codes_names_count();
   void left_and_right_modifiers_are_told_apart();
   void the_number_pad_is_told_from_the_rest_with_and_without_its_digits();
+  void the_number_pad_is_known_by_its_symbols_where_qt_says_nothing_of_it();
   void what_nobody_knows_is_no_key();
   void buttons_of_the_mouse_have_their_numbers();
 };
@@ -116,6 +117,18 @@ void KeyUsagesTest::the_number_pad_is_told_from_the_rest_with_and_without_its_di
   QCOMPARE(usageOf(keyEvent(Qt::Key_Slash, KEY_KPSLASH, Qt::KeypadModifier), true), keyboard(84));
   QCOMPARE(usageOf(keyEvent(Qt::Key_Home, KEY_HOME), true), keyboard(74));
   QCOMPARE(usageOf(QKeyEvent(QEvent::KeyPress, Qt::Key_5, Qt::KeypadModifier), true), keyboard(93));
+}
+
+// On Wayland.
+void KeyUsagesTest::the_number_pad_is_known_by_its_symbols_where_qt_says_nothing_of_it() {
+  QCOMPARE(usageOf(keyEvent(Qt::Key_Delete, KEY_KPDOT, {}, 0xff9f), true), keyboard(99));
+  QCOMPARE(usageOf(keyEvent(Qt::Key_Slash, KEY_KPSLASH, {}, 0xffaf), true), keyboard(84));
+  QCOMPARE(usageOf(keyEvent(Qt::Key_Up, KEY_KP8, {}, 0xff97), true), keyboard(96));
+  QCOMPARE(usageOf(keyEvent(Qt::Key_8, KEY_KP8, {}, 0xffb8), true), keyboard(96));
+  QCOMPARE(usageOf(keyEvent(Qt::Key_Equal, KEY_KPEQUAL, {}, 0xffbd), true), keyboard(103));
+  // Their neighbours in the table of symbols.
+  QCOMPARE(usageOf(keyEvent(Qt::Key_Delete, KEY_DELETE, {}, 0xffff), true), keyboard(76));
+  QCOMPARE(usageOf(keyEvent(Qt::Key_F1, KEY_F1, {}, 0xffbe), true), keyboard(58));
 }
 
 void KeyUsagesTest::what_nobody_knows_is_no_key() {
