@@ -44,6 +44,10 @@ quint64 identityOf(const QKeyEvent& event) {
 
 TypedKeys::TypedKeys(vorn::EngineLink& link, QWidget& window, TypedRecording recording)
     : mLink(link), mWindow(window), mRecording(std::move(recording)) {
+  // Much longer than what belongs together takes to arrive. The delays of a macro are those of the events all the same.
+  mSettling.setInterval(100);
+  mSettling.setSingleShot(true);
+  connect(&mSettling, &QTimer::timeout, this, &TypedKeys::settleLetGo);
   qApp->installEventFilter(this);
 }
 
@@ -59,7 +63,7 @@ bool TypedKeys::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::ShortcutOverride:
       // Accepted, no shortcut has it; the key press follows.
-      if (KeyCaptureField::listening() == nullptr && !isRecordingHere()) return false;
+      if (!takesShortcut(*static_cast<QKeyEvent*>(event))) return false;
       event->accept();
       return true;
     case QEvent::KeyPress:
@@ -79,15 +83,34 @@ bool TypedKeys::eventFilter(QObject* watched, QEvent* event) {
   }
 }
 
+bool TypedKeys::isRepetition(const QKeyEvent& event) const {
+  return mLetGo && event.timestamp() != 0 && mLetGo->identity == identityOf(event) && mLetGo->time == timeOf(event);
+}
+
+bool TypedKeys::takesShortcut(const QKeyEvent& event) const {
+  return KeyCaptureField::listening() != nullptr || isRecordingHere() || mTaken.contains(identityOf(event)) ||
+         isRepetition(event);
+}
+
 bool TypedKeys::takesKey(const QKeyEvent& event) {
   const quint64 identity = identityOf(event);
+  if (event.type() == QEvent::KeyPress && isRepetition(event)) {
+    mTaken.insert(identity);
+    mLetGo.reset();
+    return true;
+  }
   const bool wasTaken = mTaken.contains(identity);
   if (event.isAutoRepeat() && wasTaken) return true;
+  settleLetGo();
   const bool listens = KeyCaptureField::listening() != nullptr || isRecordingHere();
   if (event.type() == QEvent::KeyRelease) {
     mTaken.remove(identity);
     const auto usage = usageOf(event, tellsScanCodes());
-    if (usage) takeRelease(*usage, timeOf(event));
+    if (usage && wasTaken && event.timestamp() != 0 && !isModifier(*usage)) {
+      letGo(event, *usage);
+    } else if (usage) {
+      takeRelease(*usage, timeOf(event));
+    }
     return wasTaken;
   }
   if (!listens || event.isAutoRepeat()) return listens;
@@ -112,6 +135,18 @@ bool TypedKeys::takesPress(const QKeyEvent& event, HidUsage usage) {
   return true;
 }
 
+void TypedKeys::letGo(const QKeyEvent& event, HidUsage usage) {
+  mLetGo = {identityOf(event), usage, timeOf(event)};
+  mSettling.start();
+}
+
+void TypedKeys::settleLetGo() {
+  mSettling.stop();
+  if (!mLetGo) return;
+  const LetGo settled = *std::exchange(mLetGo, std::nullopt);
+  takeRelease(settled.usage, settled.time);
+}
+
 void TypedKeys::takeRelease(HidUsage usage, milliseconds time) {
   if (!release(usage, time)) return;
   KeyCaptureField* const field = KeyCaptureField::listening();
@@ -124,6 +159,7 @@ bool TypedKeys::takesButton(const QObject* watched, const QMouseEvent& event) {
   const auto* const widget = qobject_cast<const QWidget*>(watched);
   const auto usage = usageOf(event.button());
   if (widget == nullptr || !usage || !mRecording.isRunning()) return false;
+  settleLetGo();
   const QWidget* const area = mRecording.captureArea();
   if (event.type() == QEvent::MouseButtonRelease) return release(*usage, timeOf(event));
   if (!isRecordingHere() || (widget != area && !area->isAncestorOf(widget))) return false;
@@ -165,6 +201,7 @@ bool TypedKeys::release(HidUsage usage, milliseconds time) {
 }
 
 void TypedKeys::releaseAll() {
+  settleLetGo();
   // The last one pressed goes first, as fingers do it.
   while (!mHeld.empty()) release(mHeld.back(), mLatest);
 }

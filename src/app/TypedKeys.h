@@ -5,7 +5,10 @@
 
 #include <QObject>
 #include <QSet>
+#include <QTimer>
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "link/EngineLink.h"
@@ -41,7 +44,20 @@ class TypedKeys : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // The last key that was taken and let go. X11 tells a key that repeats by a release and a press at the same moment,
+  // and whether Qt knows them for that depends on how fast it reads: the release counts when no such press follows.
+  struct LetGo {
+    quint64 identity = 0;
+    vorn::HidUsage usage;
+    std::chrono::milliseconds time{};
+  };
+
   bool isRecordingHere() const;
+  bool isRepetition(const QKeyEvent& event) const;
+  // Whether no shortcut may have it.
+  bool takesShortcut(const QKeyEvent& event) const;
+  void letGo(const QKeyEvent& event, vorn::HidUsage usage);
+  void settleLetGo();
   bool takesKey(const QKeyEvent& event);
   bool takesPress(const QKeyEvent& event, vorn::HidUsage usage);
   void takeRelease(vorn::HidUsage usage, std::chrono::milliseconds time);
@@ -58,6 +74,8 @@ class TypedKeys : public QObject {
   std::vector<vorn::HidUsage> mHeld;  // told as pressed, in that order
   QSet<quint64> mTaken;               // keys that are down and were taken: all they do until they are up is
   std::chrono::milliseconds mLatest{};
+  std::optional<LetGo> mLetGo;
+  QTimer mSettling;
 };
 
 }  // namespace skarn

@@ -22,8 +22,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-void send(QWidget& to, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers = {}) {
+// time: of the event, in milliseconds; 0 for one that has none.
+void send(QWidget& to, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers = {}, quint64 time = 0) {
   QKeyEvent event(type, key, modifiers);
+  event.setTimestamp(time);
   QApplication::sendEvent(&to, &event);
 }
 void press(QWidget& to, int key, Qt::KeyboardModifiers modifiers = {}) {
@@ -93,6 +95,9 @@ class TypedKeysTest : public QObject {
   void a_recording_takes_every_key_and_works_nothing_with_it();
   void a_chord_is_told_in_the_order_of_the_fingers();
   void repetitions_of_a_held_key_are_not_told();
+  void repetitions_that_come_as_keys_let_go_and_pressed_at_once_are_not_told();
+  void a_key_that_is_typed_twice_is_told_twice();
+  void a_key_that_is_let_go_is_told_before_what_comes_next();
   void times_are_those_of_the_events();
   void clicks_are_taken_over_the_capture_area_alone();
   void the_pause_key_stops_a_recording();
@@ -104,6 +109,7 @@ class TypedKeysTest : public QObject {
   void a_field_takes_a_chord_with_what_is_held();
   void a_field_takes_a_modifier_alone_when_it_is_let_go();
   void a_held_key_that_was_caught_does_not_confirm_the_sheet();
+  void a_held_key_that_was_caught_confirms_nothing_where_its_repetitions_come_as_keys();
   void modifiers_that_have_no_keys_are_told_with_the_key();
   void a_field_that_listens_anew_takes_another_key();
   void a_key_that_nobody_knows_is_swallowed_and_not_told();
@@ -175,15 +181,49 @@ void TypedKeysTest::repetitions_of_a_held_key_are_not_told() {
   QCOMPARE(it.line.text(), QString());
 }
 
+// As X11 tells them, where Qt reads the release before the press has come.
+void TypedKeysTest::repetitions_that_come_as_keys_let_go_and_pressed_at_once_are_not_told() {
+  Typing it;
+  it.isRecording = true;
+  send(it.line, QEvent::KeyPress, Qt::Key_A, {}, 1000);
+  for (const quint64 time : {1660U, 1700U, 1740U}) {
+    send(it.line, QEvent::KeyRelease, Qt::Key_A, {}, time);
+    send(it.line, QEvent::KeyPress, Qt::Key_A, {}, time);
+  }
+  send(it.line, QEvent::KeyRelease, Qt::Key_A, {}, 1750);
+  QTRY_COMPARE(it.link.typed, (std::vector<vorn::TypedKey>{{7, 4, true, 1000ms}, {7, 4, false, 1750ms}}));
+  QCOMPARE(it.line.text(), QString());
+}
+
+void TypedKeysTest::a_key_that_is_typed_twice_is_told_twice() {
+  Typing it;
+  it.isRecording = true;
+  for (const quint64 time : {1000U, 1011U}) {
+    send(it.line, QEvent::KeyPress, Qt::Key_A, {}, time);
+    send(it.line, QEvent::KeyRelease, Qt::Key_A, {}, time + 10);
+  }
+  it.typed.releaseAll();
+  QCOMPARE(it.told(), QStringLiteral("+4 -4 +4 -4"));
+}
+
+void TypedKeysTest::a_key_that_is_let_go_is_told_before_what_comes_next() {
+  Typing it;
+  QVERIFY(it.isShown);
+  it.isRecording = true;
+  send(it.line, QEvent::KeyPress, Qt::Key_A, {}, 1000);
+  send(it.line, QEvent::KeyPress, Qt::Key_B, {}, 1010);
+  send(it.line, QEvent::KeyRelease, Qt::Key_A, {}, 1020);
+  send(it.line, QEvent::KeyRelease, Qt::Key_B, {}, 1020);
+  QTest::mousePress(&it.area, Qt::LeftButton);
+  QCOMPARE(it.told(), QStringLiteral("+4 +5 -4 -5 +b1"));
+}
+
 void TypedKeysTest::times_are_those_of_the_events() {
   Typing it;
   it.isRecording = true;
-  for (const auto& [type, time] : {std::pair{QEvent::KeyPress, 5000}, std::pair{QEvent::KeyRelease, 5123}}) {
-    QKeyEvent event(type, Qt::Key_A, Qt::NoModifier);
-    event.setTimestamp(static_cast<quint64>(time));
-    QApplication::sendEvent(&it.line, &event);
-  }
-  QCOMPARE(it.link.typed, (std::vector<vorn::TypedKey>{{7, 4, true, 5000ms}, {7, 4, false, 5123ms}}));
+  send(it.line, QEvent::KeyPress, Qt::Key_A, {}, 5000);
+  send(it.line, QEvent::KeyRelease, Qt::Key_A, {}, 5123);
+  QTRY_COMPARE(it.link.typed, (std::vector<vorn::TypedKey>{{7, 4, true, 5000ms}, {7, 4, false, 5123ms}}));
 }
 
 void TypedKeysTest::clicks_are_taken_over_the_capture_area_alone() {
@@ -317,6 +357,23 @@ void TypedKeysTest::a_held_key_that_was_caught_does_not_confirm_the_sheet() {
   QVERIFY(confirmed.isEmpty());
   QTest::keyClick(it.sheet.focusWidget(), Qt::Key_Return);
   QCOMPARE(confirmed.size(), 1);
+}
+
+void TypedKeysTest::a_held_key_that_was_caught_confirms_nothing_where_its_repetitions_come_as_keys() {
+  Typing it;
+  it.openSheet();
+  const QSignalSpy confirmed(&it.ok, &QPushButton::clicked);
+  send(it.field, QEvent::KeyPress, Qt::Key_Return, {}, 1000);
+  it.field.showKey(QStringLiteral("Return"));
+  for (const quint64 time : {1660U, 1700U}) {
+    send(*it.sheet.focusWidget(), QEvent::KeyRelease, Qt::Key_Return, {}, time);
+    send(*it.sheet.focusWidget(), QEvent::KeyPress, Qt::Key_Return, {}, time);
+  }
+  send(*it.sheet.focusWidget(), QEvent::KeyRelease, Qt::Key_Return, {}, 1710);
+  QVERIFY(confirmed.isEmpty());
+  QTest::keyClick(it.sheet.focusWidget(), Qt::Key_Return);
+  QCOMPARE(confirmed.size(), 1);
+  QCOMPARE(it.told(), QStringLiteral("+40 -40"));
 }
 
 void TypedKeysTest::modifiers_that_have_no_keys_are_told_with_the_key() {
