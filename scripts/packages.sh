@@ -16,6 +16,8 @@ display_packages=(xvfb xauth fonts-dejavu-core)
 test_packages=(
   libgtest-dev libplist-dev libplist-utils desktop-file-utils
   xvfb xauth fonts-dejavu-core
+  openbox libxcb-xinput-dev libxcb-xtest0-dev
+  sway qt6-wayland libwayland-dev
 )
 # To check everything else, besides the above.
 check_packages=(git clang libclang-rt-14-dev clang-format clang-tidy shellcheck binutils)

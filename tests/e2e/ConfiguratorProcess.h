@@ -1,4 +1,4 @@
-// The real configurator, offscreen, on the test's own bus.
+// The real configurator and the real engine on the test's own bus.
 #pragma once
 
 #include <chrono>
@@ -12,8 +12,10 @@ namespace vorn::test {
 
 class ConfiguratorProcess {
  public:
-  explicit ConfiguratorProcess(const std::vector<std::string>& arguments = {"--verbose"})
-      : mProcess(commandLine(arguments)) {}
+  // platform: what it shows its window on, as Qt names it.
+  explicit ConfiguratorProcess(const std::vector<std::string>& arguments = {"--verbose"},
+                               const std::string& platform = "offscreen")
+      : mProcess(commandLine(arguments, platform)) {}
 
   // Its next line that holds the text; empty when it ends or does not say it in time.
   std::string waitFor(const std::string& text, std::chrono::seconds deadline = std::chrono::seconds(60)) {
@@ -29,8 +31,8 @@ class ConfiguratorProcess {
 
  private:
   // Its words go to standard error, which the child process class does not read.
-  static std::vector<std::string> commandLine(const std::vector<std::string>& arguments) {
-    std::vector<std::string> line{"sh", "-c", "exec \"$@\" 2>&1", "sh", CONFIGURATOR_PROGRAM, "-platform", "offscreen"};
+  static std::vector<std::string> commandLine(const std::vector<std::string>& arguments, const std::string& platform) {
+    std::vector<std::string> line{"sh", "-c", "exec \"$@\" 2>&1", "sh", CONFIGURATOR_PROGRAM, "-platform", platform};
     line.insert(line.end(), arguments.begin(), arguments.end());
     return line;
   }

@@ -1,0 +1,113 @@
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string_view>
+#include <thread>
+
+#include "e2e/Display.h"
+#include "e2e/VirtualKeyboard.h"
+#include "model/KernelKeys.h"
+#include "support/ChildProcess.h"
+
+namespace vorn::test {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr std::chrono::seconds patience{60};
+
+// Keys repeat as soon as they are held, so that repetitions come between any two strokes.
+constexpr const char* swayConfiguration =
+    "output * resolution 1600x1200\n"
+    "default_border none\n"
+    "focus_follows_mouse no\n"
+    "input * {\n"
+    "  repeat_delay 1\n"
+    "  repeat_rate 100\n"
+    "}\n"
+    "exec printf 'socket %s\\n' \"$WAYLAND_DISPLAY\"\n";
+
+// The bit that XKB gives a modifier; 0 for other keys.
+std::uint32_t bitOf(std::uint16_t usage) {
+  constexpr std::uint32_t bits[] = {4, 1, 8, 64};  // Control, Shift, Alt, Command
+  if (usage < hid::firstModifier || usage > hid::lastModifier) return 0;
+  return bits[(usage - hid::firstModifier) % 4];
+}
+
+class WaylandDisplay : public Display {
+ public:
+  ~WaylandDisplay() override {
+    mKeyboard.reset();
+    if (!mSway) return;
+    mSway->signal(15);
+    mSway->waitForEnd();
+  }
+
+  bool start(const std::string& folder) {
+    std::ofstream(folder + "/config") << swayConfiguration;
+    setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
+    setenv("SWAYSOCK", (folder + "/sway").c_str(), 1);
+    mSway = std::make_unique<ChildProcess>(std::vector<std::string>{
+        NOT_ROOT_PROGRAM, "env", "WLR_BACKENDS=headless", "WLR_RENDERER=pixman", "WLR_LIBINPUT_NO_DEVICES=1",
+        "LIBSEAT_BACKEND=noop", "sway", "--config", folder + "/config"});
+    constexpr std::string_view said = "socket ";
+    const auto line = mSway->waitForLine([&](const std::string& each) { return each.starts_with(said); }, patience);
+    if (!line) return false;
+    const std::string socket = folder + "/" + line->substr(said.size());
+    setenv("WAYLAND_DISPLAY", socket.c_str(), 1);
+    mKeyboard = VirtualKeyboard::plug(socket);
+    return mKeyboard != nullptr;
+  }
+
+  std::string platform() const override { return "wayland"; }
+
+  bool waitForFocus(pid_t process, Window window) override {
+    const std::string kind = window == Window::Sheet ? "floating" : "tiling";
+    const std::string windowInFront = "[con_id=__focused__ " + kind + " pid=" + std::to_string(process) + "] nop";
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!obeys(windowInFront)) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(milliseconds(20));
+    }
+    return true;
+  }
+
+  std::vector<milliseconds> type(const std::vector<Stroke>& strokes) override {
+    std::vector<milliseconds> times;
+    for (const Stroke& stroke : strokes) {
+      const auto key = kernelKeyOfUsage({hid::keyboardPage, stroke.usage});
+      if (!key) return {};
+      const std::uint32_t bit = bitOf(stroke.usage);
+      mModifiers = stroke.isPressed ? mModifiers | bit : mModifiers & ~bit;
+      mTime += stroke.gap;
+      mKeyboard->key(*key, stroke.isPressed, mModifiers, mTime);
+      times.push_back(mTime);
+    }
+    return mKeyboard->flush() ? times : std::vector<milliseconds>();
+  }
+
+  bool takeFocus() override { return obeys("workspace 2"); }
+
+ private:
+  // Whether Sway did what it was told; it has done it then.
+  static bool obeys(const std::string& command) {
+    return ChildProcess({"swaymsg", "--quiet", command}).waitForEnd(patience) == 0;
+  }
+
+  std::unique_ptr<ChildProcess> mSway;
+  std::unique_ptr<VirtualKeyboard> mKeyboard;
+  std::uint32_t mModifiers = 0;
+  milliseconds mTime{1'000'000};
+};
+
+}  // namespace
+
+std::unique_ptr<Display> startWaylandDisplay(const std::string& folder) {
+  auto display = std::make_unique<WaylandDisplay>();
+  if (display->start(folder)) return display;
+  std::fputs("No display: Sway did not start\n", stderr);
+  return nullptr;
+}
+
+}  // namespace vorn::test
