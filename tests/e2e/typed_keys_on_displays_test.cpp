@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,10 @@ struct DisplayKind {
   const char* name;
   std::unique_ptr<Display> (*start)(const std::string& folder);
 };
+
+void PrintTo(const DisplayKind& kind, std::ostream* stream) {
+  *stream << kind.name;
+}
 
 class TypedKeysOnDisplaysTest : public testing::TestWithParam<DisplayKind> {
  protected:
