@@ -68,7 +68,7 @@ _vornctl_records() {
   local kind=$1 extension=$2
   shift 2
   case $1:$# in
-    switch:2 | copy:2 | rename:2 | delete:2 | export:2 | show:2) _vornctl_offer < <(_vornctl_names "$kind") ;;
+    switch:2 | copy:2 | rename:2 | delete:2 | export:2 | show:2 | record:2) _vornctl_offer < <(_vornctl_names "$kind") ;;
     import:2) _vornctl_files "$extension" ;;
     export:3) _vornctl_files "$extension" ;;
   esac
@@ -104,17 +104,17 @@ _vornctl() {
       _vornctl_words '1 2 3 4 5 6 7 8'
       return
       ;;
-    --timeout) return ;;
+    --timeout | --seconds) return ;;
   esac
   if [[ $cur == -* ]]; then
     _vornctl_words '--json --help --version --timeout --no-start --profile --keymap --list --with --repeat --switch-back
-      --failing --press --release'
+      --failing --press --release --append --new --seconds'
     return
   fi
   # The words before the cursor without options and their values.
   for ((index = 1; index < COMP_CWORD; ++index)); do
     case ${COMP_WORDS[index]} in
-      --profile | --keymap | --with | --repeat | --timeout) ((++index)) ;;
+      --profile | --keymap | --with | --repeat | --timeout | --seconds) ((++index)) ;;
       --*) ;;
       *) words+=("${COMP_WORDS[index]}") ;;
     esac
@@ -126,7 +126,7 @@ _vornctl() {
   fi
   case ${words[0]}:${#words[@]} in
     profiles:2) _vornctl_words 'list switch add copy rename delete export import' ;;
-    macros:2) _vornctl_words 'list show rename delete export import' ;;
+    macros:2) _vornctl_words 'list show record rename delete export import' ;;
     device:2) _vornctl_words 'plug unplug press release click type battery charging firmware state output' ;;
     get:2 | set:2) _vornctl_words "$_vornctl_keys" ;;
     profiles:*) _vornctl_records profiles SkarnProfile "${words[@]:1}" ;;

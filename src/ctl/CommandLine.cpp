@@ -29,6 +29,8 @@ constexpr Flag flags[] = {
     {"--press", &CommandLine::isPressOnly, true},
     {"--release", &CommandLine::isReleaseOnly, true},
     {"--list", &CommandLine::isList, true},
+    {"--append", &CommandLine::isAppending, true},
+    {"--new", &CommandLine::isNew, true},
 };
 
 // Each of these takes a value; false when it cannot be used.
@@ -38,19 +40,31 @@ struct Setting {
   bool isOfCommands;
 };
 
-bool setTimeout(CommandLine& line, const std::string& value) {
+// 0.01 to 3600.
+std::optional<std::chrono::milliseconds> secondsOf(const std::string& value) {
   // Not the user's locale: a point is a point everywhere.
   std::istringstream stream(value);
   stream.imbue(std::locale::classic());
   double seconds = 0;
-  if (!(stream >> seconds) || stream.peek() != std::istringstream::traits_type::eof()) return false;
-  if (!(seconds >= 0.01 && seconds <= 3600)) return false;
-  line.timeout = std::chrono::milliseconds(std::lround(seconds * 1000));
-  return true;
+  if (!(stream >> seconds) || stream.peek() != std::istringstream::traits_type::eof()) return std::nullopt;
+  if (!(seconds >= 0.01 && seconds <= 3600)) return std::nullopt;
+  return std::chrono::milliseconds(std::lround(seconds * 1000));
 }
 
 constexpr Setting settings[] = {
-    {"--timeout", setTimeout, false},
+    {"--timeout",
+     [](CommandLine& line, const std::string& value) {
+       const auto seconds = secondsOf(value);
+       line.timeout = seconds.value_or(line.timeout);
+       return seconds.has_value();
+     },
+     false},
+    {"--seconds",
+     [](CommandLine& line, const std::string& value) {
+       line.duration = secondsOf(value);
+       return line.duration.has_value();
+     },
+     true},
     {"--profile",
      [](CommandLine& line, const std::string& value) {
        line.profile = value;

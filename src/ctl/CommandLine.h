@@ -30,6 +30,9 @@ struct CommandLine {
   bool isPressOnly = false;
   bool isReleaseOnly = false;
   bool isList = false;
+  bool isAppending = false;
+  bool isNew = false;
+  std::optional<std::chrono::milliseconds> duration;  // of a recording; 10 ms to one hour
 
   std::vector<std::string> commandOptions;  // names of those that were given
   std::vector<std::string> words;           // everything that is no option

@@ -29,6 +29,8 @@ constexpr Command table[] = {
     {"set", "KEY VALUE", 2, 2, "--profile", "change a value of a profile", setValue},
     {"macros list", "", 0, 0, "", "list the macros", listMacros},
     {"macros show", "MACRO", 1, 1, "", "print the events of a macro", showMacro},
+    {"macros record", "MACRO", 1, 1, "--append --new --seconds", "record what is typed, until SIGINT or SIGTERM",
+     recordMacro},
     {"macros rename", "MACRO NAME", 2, 2, "", "rename a macro", renameMacro},
     {"macros delete", "MACRO", 1, 1, "", "delete a macro", deleteMacro},
     {"macros export", "MACRO FILE|-", 2, 2, "", "write a macro to FILE.SkarnMacro", exportMacro},
@@ -159,6 +161,9 @@ std::string helpText() {
          "\n"
          "  --profile PROFILE  of get, set, assign and assignments: another profile than the active one\n"
          "  --keymap 1-8       of assignments: another keymap than the one in force\n"
+         "  --append           of macros record: behind the events that the macro has\n"
+         "  --new              of macros record: into a new macro of this name\n"
+         "  --seconds SECONDS  of macros record: no longer than this\n"
          "  --json             print JSON; positions count from 0 there\n"
          "  --timeout SECONDS  how long to wait for each answer (default: 5)\n"
          "  --no-start         do without an engine that does not run, instead of having the session start it\n"

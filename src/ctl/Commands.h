@@ -23,6 +23,7 @@ Outcome setValue(Context& context, const Arguments& arguments);
 
 Outcome listMacros(Context& context, const Arguments& arguments);
 Outcome showMacro(Context& context, const Arguments& arguments);
+Outcome recordMacro(Context& context, const Arguments& arguments);
 Outcome renameMacro(Context& context, const Arguments& arguments);
 Outcome deleteMacro(Context& context, const Arguments& arguments);
 Outcome exportMacro(Context& context, const Arguments& arguments);

@@ -1,6 +1,7 @@
 #include "ctl/Commands.h"
 #include "ctl/RecordFile.h"
 #include "ctl/Settings.h"
+#include "ctl/Text.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
 
@@ -24,12 +25,6 @@ Result<Chosen> choose(Context& context, const std::string& word) {
 
 void tell(Context& context, std::int64_t position, const std::string& name) {
   context.output.either(titleOf("Macro", position, name), PropertyList::dictionary({{"id", position}, {"name", name}}));
-}
-
-// The lines of the engine, some of which end in a line break.
-std::string trimmed(std::string_view text) {
-  while (text.ends_with('\n')) text.remove_suffix(1);
-  return std::string(text);
 }
 
 }  // namespace
@@ -60,7 +55,7 @@ Outcome showMacro(Context& context, const Arguments& arguments) {
                              PropertyList::dictionary({{requestKeys::IndexOfMacroSequence, chosen->position}}));
   if (!answer) return answer.failure();
   for (const PropertyList& line : (*answer)[replyKeys::MacroSequences].elements()) {
-    context.output.line(trimmed(line.string()));
+    context.output.line(withoutLineBreak(line.string()));
   }
   return std::nullopt;
 }

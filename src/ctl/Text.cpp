@@ -57,6 +57,11 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+std::string withoutLineBreak(std::string_view line) {
+  while (line.ends_with('\n')) line.remove_suffix(1);
+  return std::string(line);
+}
+
 std::string padded(std::string text, std::size_t width) {
   text.resize(std::max(text.size() + 1, width), ' ');
   return text;

@@ -13,6 +13,9 @@ std::string escapeOf(char32_t character);
 // them, bytes that are no UTF-8 as \xHH. A backslash stays as it is.
 std::string printable(std::string_view text);
 
+// A line of a macro without the line breaks that it may end in.
+std::string withoutLineBreak(std::string_view line);
+
 // The text with blanks behind it up to the width, at least one.
 std::string padded(std::string text, std::size_t width);
 

@@ -36,4 +36,7 @@ expect 'stage-up stage-down' device press stage
 expect '--repeat --release' --re
 expect 'DPIX DPIY' get DPI
 expect '' monitor ''
+expect 'record rename' macros re
+expect '--append' macros record 1 --app
+expect '' macros record --seconds ''
 exit "$failures"

@@ -54,8 +54,9 @@ TEST_F(VornCtlFailuresTest, NameTheCommandsThatAreNear) {
       {{"list", "macros"}, R"("list macros"; did you mean "macros list"?)"},
       {{"export"}, R"("export"; did you mean "profiles export" or "macros export"?)"},
       {{"stauts"}, R"("stauts"; did you mean "status"?)"},
-      {{"macro"}, R"("macro"; "macros" takes list, show, rename, delete, export or import)"},
-      {{"macros", "frobnicate"}, R"("macros frobnicate"; "macros" takes list, show, rename, delete, export or import)"},
+      {{"macro"}, R"("macro"; "macros" takes list, show, record, rename, delete, export or import)"},
+      {{"macros", "frobnicate"},
+       R"("macros frobnicate"; "macros" takes list, show, record, rename, delete, export or import)"},
       {{"frobnicate"}, R"("frobnicate"; --help lists them)"},
   };
   for (const auto& [words, text] : table) expectFailure(words, 2, "unknown command " + std::string(text));
