@@ -54,9 +54,11 @@ TypedKeys::TypedKeys(vorn::EngineLink& link, QWidget& window, TypedRecording rec
 TypedKeys::~TypedKeys() = default;
 
 bool TypedKeys::isRecordingHere() const {
-  // A sheet or a menu over the window has its own use for the keyboard.
-  return mRecording.isRunning() && mWindow.isActiveWindow() && QApplication::activeModalWidget() == nullptr &&
-         QApplication::activePopupWidget() == nullptr;
+  // A sheet or a menu over the window has its own use for the keyboard, and so has another window. X11 may bring keys
+  // before Qt has heard that the window is the active one.
+  const QWidget* const active = QApplication::activeWindow();
+  return mRecording.isRunning() && (active == nullptr || active == &mWindow) &&
+         QApplication::activeModalWidget() == nullptr && QApplication::activePopupWidget() == nullptr;
 }
 
 bool TypedKeys::eventFilter(QObject* watched, QEvent* event) {

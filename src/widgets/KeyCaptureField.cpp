@@ -1,5 +1,6 @@
 #include "widgets/KeyCaptureField.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <utility>
 
@@ -63,7 +64,10 @@ void KeyCaptureField::showKey(const QString& name) {
 
 KeyCaptureField* KeyCaptureField::listening() {
   KeyCaptureField* const field = listeningField();
-  return field != nullptr && field->isVisible() && field->isActiveWindow() ? field : nullptr;
+  if (field == nullptr || !field->isVisible()) return nullptr;
+  // X11 may bring keys before Qt has heard which window is active.
+  const QWidget* const active = QApplication::activeWindow();
+  return active == nullptr || active == field->window() ? field : nullptr;
 }
 
 void KeyCaptureField::noteTyped(bool isModifier, bool isPressed) {

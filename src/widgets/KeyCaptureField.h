@@ -44,7 +44,7 @@ class KeyCaptureField : public QLineEdit {
   // The name may be empty.
   void showKey(const QString& name);
 
-  // The field that listens, where its window has the keyboard; null where none does.
+  // The field that listens, where no other window of the program has the keyboard; null where none does.
   static KeyCaptureField* listening();
   // A key typed while it listens: ends the listening as said above.
   void noteTyped(bool isModifier, bool isPressed);

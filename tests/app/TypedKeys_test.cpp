@@ -102,6 +102,7 @@ class TypedKeysTest : public QObject {
   void clicks_are_taken_over_the_capture_area_alone();
   void the_pause_key_stops_a_recording();
   void a_menu_or_sheet_over_a_recording_has_its_keys();
+  void another_window_has_its_keys_and_a_window_that_is_not_active_yet_is_recorded();
   void the_release_of_a_key_from_before_is_the_windows();
   void what_is_held_is_released_when_the_recording_ends();
   void a_field_takes_the_first_key_and_leaves_the_next_to_the_sheet_data();
@@ -265,6 +266,27 @@ void TypedKeysTest::a_menu_or_sheet_over_a_recording_has_its_keys() {
   QTest::keyClick(&it.sheet, Qt::Key_Escape);
   QVERIFY(!it.sheet.isVisible());
   QCOMPARE(it.told(), QString());
+}
+
+void TypedKeysTest::another_window_has_its_keys_and_a_window_that_is_not_active_yet_is_recorded() {
+  Typing it;
+  QVERIFY(it.isShown);
+  it.isRecording = true;
+  QLineEdit other;
+  other.show();
+  QApplication::setActiveWindow(&other);
+  QTest::keyClick(&other, Qt::Key_A);
+  QCOMPARE(other.text(), QStringLiteral("a"));
+  QCOMPARE(it.told(), QString());
+  QApplication::setActiveWindow(nullptr);
+  press(it.line, Qt::Key_B);
+  letGo(it.line, Qt::Key_B);
+  QCOMPARE(it.told(), QStringLiteral("+5 -5"));
+  it.isRecording = false;
+  it.openSheet();
+  QApplication::setActiveWindow(nullptr);
+  press(it.field, Qt::Key_C);
+  QCOMPARE(it.told(), QStringLiteral("+6 -6"));
 }
 
 void TypedKeysTest::the_release_of_a_key_from_before_is_the_windows() {
