@@ -45,6 +45,7 @@ struct Disconnect {
 
 struct VirtualKeyboard::State {
   std::unique_ptr<wl_display, Disconnect> display;
+  wl_registry* registry = nullptr;
   wl_seat* seat = nullptr;
   wl_proxy* manager = nullptr;
   wl_proxy* keyboard = nullptr;
@@ -66,7 +67,8 @@ std::unique_ptr<VirtualKeyboard> VirtualKeyboard::plug(const std::string& socket
   state->display.reset(wl_display_connect(socket.c_str()));
   if (!state->display) return nullptr;
   static constexpr wl_registry_listener listener{&State::announced, &State::removed};
-  wl_registry_add_listener(wl_display_get_registry(state->display.get()), &listener, state.get());
+  state->registry = wl_display_get_registry(state->display.get());
+  wl_registry_add_listener(state->registry, &listener, state.get());
   if (wl_display_roundtrip(state->display.get()) < 0 || state->seat == nullptr || state->manager == nullptr)
     return nullptr;
   state->keyboard =
@@ -84,8 +86,14 @@ std::unique_ptr<VirtualKeyboard> VirtualKeyboard::plug(const std::string& socket
 
 VirtualKeyboard::VirtualKeyboard(std::unique_ptr<State> state) : mState(std::move(state)) {}
 
-// What is left of its objects goes with the connection.
-VirtualKeyboard::~VirtualKeyboard() = default;
+VirtualKeyboard::~VirtualKeyboard() {
+  wl_proxy_marshal(mState->keyboard, destroyRequest);
+  wl_proxy_destroy(mState->keyboard);
+  wl_proxy_destroy(mState->manager);
+  wl_seat_destroy(mState->seat);
+  wl_registry_destroy(mState->registry);
+  wl_display_flush(mState->display.get());
+}
 
 void VirtualKeyboard::key(std::uint32_t kernelKey, bool isPressed, std::uint32_t modifiers,
                           std::chrono::milliseconds time) {

@@ -71,12 +71,12 @@ class TypedKeysOnDisplaysTest : public testing::TestWithParam<DisplayKind> {
   }
   // The macro is selected, and the keyboard in the list of macros.
   void chooseMacro() {
-    showTab("macros");
+    ASSERT_NO_FATAL_FAILURE(showTab("macros"));
     press({usages::tab, usages::down});
     ASSERT_TRUE(hears("answer 27: "));
   }
   void startRecording() {
-    chooseMacro();
+    ASSERT_NO_FATAL_FAILURE(chooseMacro());
     press(std::vector<hid::Usage>(8, usages::tab));
     press({usages::space});
     ASSERT_TRUE(hears("answer 18: "));
@@ -86,10 +86,13 @@ class TypedKeysOnDisplaysTest : public testing::TestWithParam<DisplayKind> {
   bool hears(const std::string& text) { return comes(mWindow->process(), text); }
   bool isTold(const std::string& news) { return comes(*mNews, news); }
   static bool comes(ChildProcess& process, const std::string& text) {
-    const auto next = [&] { return process.waitForLine([](const std::string&) { return true; }, patience); };
-    auto line = next();
-    while (line && line->find(text) == std::string::npos) line = next();
-    return line.has_value();
+    std::string others;
+    while (const auto line = process.waitForLine([](const std::string&) { return true; }, patience)) {
+      if (line->find(text) != std::string::npos) return true;
+      others += line->substr(0, 200) + "\n";
+    }
+    ADD_FAILURE() << "What came in the place of \"" << text << "\":\n" << others;
+    return false;
   }
   // Returns when the window has taken all that the engine told up to now: what it is told next makes it ask.
   bool hasWindowCaughtUp() { return runVornctl({"set", "ProfileOSDOn", "0"}) && hears("answer 4: "); }
@@ -100,10 +103,11 @@ class TypedKeysOnDisplaysTest : public testing::TestWithParam<DisplayKind> {
     times.resize(strokes.size());
     return times;
   }
-  // Each key is pressed and released.
+  // Each key is pressed and released. Never at the same moment: that would be one that repeats.
   void press(const std::vector<hid::Usage>& keys) {
+    constexpr milliseconds gap{5};
     std::vector<Stroke> strokes;
-    for (const hid::Usage key : keys) strokes.insert(strokes.end(), {{key, true}, {key, false}});
+    for (const hid::Usage key : keys) strokes.insert(strokes.end(), {{key, true, gap}, {key, false, gap}});
     type(strokes);
   }
 
@@ -187,7 +191,7 @@ TEST_P(TypedKeysOnDisplaysTest, RecordsKeysThatOverlap) {
 
 // Both displays repeat it meanwhile: Xvfb after two thirds of a second, Sway as it is set up here, at once.
 TEST_P(TypedKeysOnDisplaysTest, RecordsAKeyThatIsHeldOnce) {
-  startRecording();
+  ASSERT_NO_FATAL_FAILURE(startRecording());
   const std::vector<Stroke> strokes = {{usages::a, true}, {usages::a, false, milliseconds(1000)}};
   auto times = type({strokes[0]});
   ASSERT_TRUE(isTold("MacroSequence273: "));
@@ -198,7 +202,7 @@ TEST_P(TypedKeysOnDisplaysTest, RecordsAKeyThatIsHeldOnce) {
 }
 
 TEST_P(TypedKeysOnDisplaysTest, ReleasesWhatIsHeldAndSavesWhenAnotherWindowTakesTheKeyboard) {
-  startRecording();
+  ASSERT_NO_FATAL_FAILURE(startRecording());
   const std::vector<Stroke> strokes = {{hid::leftShift, true}, {usages::a, true, milliseconds(50)}};
   const auto times = type(strokes);
   ASSERT_TRUE(mDisplay->takeFocus());
@@ -208,7 +212,7 @@ TEST_P(TypedKeysOnDisplaysTest, ReleasesWhatIsHeldAndSavesWhenAnotherWindowTakes
 }
 
 TEST_P(TypedKeysOnDisplaysTest, CapturesAChordForAControlAndReturnConfirmsIt) {
-  showTab("buttons");
+  ASSERT_NO_FATAL_FAILURE(showTab("buttons"));
   // To the list of control 1, and its second entry.
   press({usages::tab, usages::tab, usages::tab, usages::space, usages::down, usages::returnKey});
   ASSERT_TRUE(hears("answer 29: "));
@@ -222,7 +226,7 @@ TEST_P(TypedKeysOnDisplaysTest, CapturesAChordForAControlAndReturnConfirmsIt) {
 }
 
 TEST_P(TypedKeysOnDisplaysTest, CapturesAKeyForAnEventAndReturnConfirmsIt) {
-  chooseMacro();
+  ASSERT_NO_FATAL_FAILURE(chooseMacro());
   press({usages::tab, usages::tab, usages::tab, usages::tab, usages::down, usages::returnKey});
   ASSERT_TRUE(hears("answer 21: "));
   ASSERT_TRUE(hasFocus(Display::Window::Sheet));
