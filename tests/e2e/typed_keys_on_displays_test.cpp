@@ -48,6 +48,7 @@ class TypedKeysOnDisplaysTest : public testing::TestWithParam<DisplayKind> {
  protected:
   void SetUp() override {
     setenv("XDG_CONFIG_HOME", mFolder.path("config").c_str(), 1);
+    setenv("XDG_CACHE_HOME", mFolder.path("cache").c_str(), 1);
     // A desktop's accessibility would be asked for over the bus, and is not there.
     setenv("NO_AT_BRIDGE", "1", 1);
     mDisplay = GetParam().start(mDisplayFolder.path());
