@@ -21,10 +21,12 @@ inline bool serveBusUntil(const std::function<bool()>& isDone,
     if (isDone()) return true;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
     if (left.count() <= 0) return false;
-    // The connection may have something to do before anything arrives, such as a time-out of its own.
+    // The connection may have something to do before anything arrives, such as a time-out of its own; and what is
+    // waited for may come true in another thread or process.
     const auto due = std::chrono::ceil<std::chrono::milliseconds>(connection.timeout().value_or(left));
+    constexpr std::chrono::milliseconds untilNextLook{20};
     pollfd watched{connection.descriptor(), connection.pollEvents(), 0};
-    ::poll(&watched, 1, static_cast<int>(std::min(left, due).count()));
+    ::poll(&watched, 1, static_cast<int>(std::min({left, due, untilNextLook}).count()));
   }
   return true;
 }

@@ -41,12 +41,13 @@ class FakeServiceManager {
   void refuse(const std::string& text) {
     mThread.run([&] { mRefusal = text; });
   }
-  // Tells that the job of the unit has ended.
+  // Tells that the job of the unit has ended. The bus has passed it on when this returns.
   void removeJob(const std::string& unit, const std::string& result) {
     mThread.run([&] {
       sd_bus_emit_signal(mBus, path, "org.freedesktop.systemd1.Manager", "JobRemoved", "uoss", 7U, job, unit.c_str(),
                          result.c_str());
-      sd_bus_flush(mBus);
+      sd_bus_call_method(mBus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetId",
+                         nullptr, nullptr, "");
     });
   }
 
