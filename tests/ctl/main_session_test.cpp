@@ -80,6 +80,14 @@ TEST_F(VornCtlSessionTest, TellsTheStateOfEngineAndMouse) {
             "\n");
 }
 
+TEST_F(VornCtlSessionTest, IsNoFaultInTheLogOfTheEngine) {
+  for (const char* dpi : {"900", "1000", "1100", "1200"}) done({"set", "DPIX", dpi});
+  engine.signal(SIGTERM);
+  std::string lines;
+  while (const auto line = engine.waitForLine([](const std::string&) { return true; })) lines += *line + "\n";
+  EXPECT_EQ(lines.find("no answer"), std::string::npos) << lines;
+}
+
 TEST_F(VornCtlSessionTest, ManagesProfiles) {
   EXPECT_EQ(outputOf({"profiles", "add", "Games"}), "Profile 2 \"Games\"\n");
   EXPECT_EQ(outputOf({"profiles", "copy", "Games"}), "Profile 3 \"Games(2)\"\n");

@@ -25,12 +25,16 @@ struct BusReplyPorts::State {
   struct Unread {
     std::size_t count = 0;
     std::size_t size = 0;
+    std::size_t losses = 0;  // of the port, since the first of them left
   };
   std::map<std::string, Unread, std::less<>> unread;  // by port
 };
 
 BusReplyPorts::BusReplyPorts()
-    : mState(std::make_shared<State>()), mLosses([this](const std::string& portName) { tellLost(portName); }) {}
+    : mState(std::make_shared<State>()), mLosses([this](const std::string& portName) {
+        if (const auto entry = mState->unread.find(portName); entry != mState->unread.end()) ++entry->second.losses;
+        tellLost(portName);
+      }) {}
 
 BusReplyPorts::~BusReplyPorts() = default;
 
@@ -50,15 +54,16 @@ void BusReplyPorts::post(std::string_view portName, std::int32_t messageID, Byte
   ++unread.count;
   unread.size += data.size();
   // The bus may tell the outcome when these ports are gone.
-  const auto read = [this, state = std::weak_ptr(mState), port, size = data.size(),
+  const auto read = [this, state = std::weak_ptr(mState), port, size = data.size(), losses = unread.losses,
                      done = std::move(done)](RemoteMessagePort::Status status) {
     const std::shared_ptr<State> alive = state.lock();
     if (!alive) return;
     const auto entry = alive->unread.find(port);
     entry->second.size -= size;
+    const bool wasThere = entry->second.losses > losses;
     if (--entry->second.count == 0) alive->unread.erase(entry);
     if (status == RemoteMessagePort::Status::InvalidPort) tellLost(port);
-    done(outcomeOf(status));
+    done(wasThere && status != RemoteMessagePort::Status::Success ? Outcome::Gone : outcomeOf(status));
   };
   RemoteMessagePort::postTracked(portName, messageID, data, read);
 }

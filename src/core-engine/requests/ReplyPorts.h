@@ -18,6 +18,7 @@ class ReplyPorts {
  public:
   enum class Outcome {
     Sent,        // the port's owner has read it
+    Gone,        // the port went with its owner, who may have read it before
     NoSuchPort,  // nobody has the port
     Unread,      // dropped: the port's owner leaves too many messages unread
     Failed,

@@ -102,6 +102,7 @@ void RequestDispatcher::answer(const RequestKind& kind, const Request& request, 
       case ReplyPorts::Outcome::Failed:
         return fault("the port cannot be reached");
       case ReplyPorts::Outcome::Sent:
+      case ReplyPorts::Outcome::Gone:
         break;
     }
   });
