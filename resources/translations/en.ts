@@ -67,6 +67,10 @@
         <source>Apply</source>
         <translation>Apply</translation>
     </message>
+    <message id="lkeyApplyNoEngineTip">
+        <source>No core engine runs: there is nobody to store it</source>
+        <translation>No core engine runs: there is nobody to store it</translation>
+    </message>
     <message id="lkeyApplyTip">
         <source>Store the light's on/off box in the first profile</source>
         <translation>Store the light's on/off box in the first profile</translation>
@@ -180,8 +184,8 @@
         <translation>Choose a key from the list of all, also one that your keyboard does not have</translation>
     </message>
     <message id="lkeyCommErrorDesc">
-        <source>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</source>
-        <translation>Skarn could not reach the background service that looks after your mouse. The factory settings are shown and cannot be changed. Start the engine (vorn-core-engine): your own settings appear as soon as it answers.</translation>
+        <source>Skarn could not reach the background service that looks after your mouse (vorn-core-engine). The factory settings are shown and cannot be changed. Where it does not run, the button beside the tabs starts it; your own settings appear as soon as it answers.</source>
+        <translation>Skarn could not reach the background service that looks after your mouse (vorn-core-engine). The factory settings are shown and cannot be changed. Where it does not run, the button beside the tabs starts it; your own settings appear as soon as it answers.</translation>
     </message>
     <message id="lkeyCommErrorTitle">
         <source>The core engine does not answer</source>
@@ -1438,8 +1442,8 @@ For this profile, set the brightness to Off.</translation>
         <translation>No mouse connected; these are the default settings.</translation>
     </message>
     <message id="lkeyStateNoEngine">
-        <source>The core engine is not running; these are the default settings.</source>
-        <translation>The core engine is not running; these are the default settings.</translation>
+        <source>No core engine: these are the default settings.</source>
+        <translation>No core engine: these are the default settings.</translation>
     </message>
     <message id="lkeyStateStarting">
         <source>Waiting for the core engine…</source>

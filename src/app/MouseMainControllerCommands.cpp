@@ -35,7 +35,8 @@ PropertyList MouseMainController::envelope() const {
 
 PropertyList MouseMainController::sendAndWait(MessageID messageID, const PropertyList& request,
                                               std::chrono::milliseconds interval) {
-  if (mIsEngineGone) return {};
+  // The wait of the start is the one that is made for nobody.
+  if (mIsEngineGone || (mHasStarted && !mIsEngineThere)) return {};
   mServices.link.send(request, messageID);
   const bool isAnswered = mServices.link.waitForReply(vorn::maximumPolls, interval);
   endShowingWait();

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
@@ -99,7 +100,8 @@ void MouseMainController::startEngine(bool isAskedFor) {
   mServices.link.startEngine([hub = QPointer(this), start, isAskedFor](const vorn::ServiceStart& outcome) {
     // The engine may have come, and gone again, before.
     if (!hub || !hub->mIsStartingEngine || hub->mEngineStarts != start) return;
-    hub->mServices.report("the engine was not started: " + outcome.error);
+    const bool isSilent = outcome.status == vorn::ServiceStart::Status::Running;
+    hub->mServices.report("the engine was not started: " + (isSilent ? "it has no message port" : outcome.error));
     hub->endEngineStart();
     if (isAskedFor) hub->tellWhyNotStarted(outcome);
   });
@@ -148,6 +150,8 @@ void MouseMainController::engineCame() {
   if (!mHasStarted) return;
   mServices.report("the engine has come");
   sayPresence();
+  // What told that there is no engine, or why it did not start.
+  closeSheetsOfTabs();
   setMFirmwareVersionString({});
   const PropertyList answer = registerDevice();
   if (answer.isNone()) {
@@ -161,8 +165,6 @@ void MouseMainController::engineCame() {
     showErrorDialog();
     return;
   }
-  // What told that there is no engine or no mouse.
-  closeSheetsOfTabs();
   hideErrorDialog();
   loadLatestSettings();
   setProperties();
@@ -211,6 +213,9 @@ void MouseMainController::sayPresence() {
   StripButton button;
   if (isMissed) button = {localized("lkeyStartEngine"), localized("lkeyStartEngineHint"), !mIsStartingEngine};
   mWindow.stateStrip().say(mIsStartingEngine ? localized("lkeyStateEngineStarting") : textOf(mPresence), button);
+  // Nobody would take what it sends.
+  mAppySettings->setEnabled(!isMissed);
+  mAppySettings->setToolTip(localized(isMissed ? "lkeyApplyNoEngineTip" : "lkeyApplyTip"));
 }
 
 void MouseMainController::noteAnswer(bool isAnswered) {

@@ -54,6 +54,11 @@ void MouseMainWindow::showProfileName(const QString& name) {
   }
 }
 
+void MouseMainWindow::setSettingsEnabled(bool isEnabled) {
+  mUi->mMouseTabView->setEnabled(isEnabled);
+  mUi->mAppySettings->setEnabled(isEnabled);
+}
+
 void MouseMainWindow::comeToFront(const QString& activationToken) {
   // The desktop grants focus to a window that shows the token of the program that asked.
   if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());

@@ -25,6 +25,8 @@ class MouseMainWindow : public QWidget {
 
   void showProfileName(const QString& name);
   StateStrip& stateStrip() { return *mStateStrip; }
+  // The pages and Apply; what tells of the start, help and the way out stay.
+  void setSettingsEnabled(bool isEnabled);
   // Brings the window to the front, also from being minimised.
   void comeToFront(const QString& activationToken = {});
 

@@ -1,6 +1,7 @@
 #include "app/Sheets.h"
 
 #include <QCloseEvent>
+#include <QShortcut>
 
 #include "ui_DeviceConnectionSheet.h"
 #include "ui_RestoringStateSheet.h"
@@ -19,6 +20,8 @@ DeviceConnectionSheet::~DeviceConnectionSheet() = default;
 RestoringStateSheet::RestoringStateSheet(QWidget* window)
     : QDialog(window, sheetFlags), mUi(std::make_unique<Ui::RestoringStateSheet>()) {
   mUi->setupUi(this);
+  // The window's own does not reach past a sheet; this one may stay for as long as no engine comes.
+  new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this, this, &QWidget::close);
 }
 
 RestoringStateSheet::~RestoringStateSheet() = default;

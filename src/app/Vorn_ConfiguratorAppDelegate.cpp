@@ -46,9 +46,9 @@ void Vorn_ConfiguratorAppDelegate::initializeDeviceAfterEngineStart() {
   if (!mHub.mRestoringStateWindow()->isVisible()) {
     // As the sheet does, it keeps the user from what shows no settings yet.
     const QPointer<QWidget> keyboard = window.focusWidget();
-    window.setEnabled(false);
+    window.setSettingsEnabled(false);
     const auto enable = [this, keyboard] {
-      window.setEnabled(true);
+      window.setSettingsEnabled(true);
       if (keyboard) keyboard->setFocus();
     };
     connect(&mHub, &MouseMainController::engineStartEnded, &window, enable, Qt::SingleShotConnection);

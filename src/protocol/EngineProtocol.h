@@ -57,7 +57,7 @@ enum class MessageID : std::int32_t {
 // Time-out of one message, there and back, and the wait for its answer.
 inline constexpr std::chrono::milliseconds sendTimeout{2000};
 // How long an engine that is started on demand may take until it is there.
-inline constexpr std::chrono::milliseconds engineStartTimeout{5000};
+inline constexpr std::chrono::milliseconds engineStartTimeout{10'000};
 inline constexpr std::chrono::milliseconds pollInterval{10};
 inline constexpr std::chrono::milliseconds addMacroPollInterval{20};
 inline constexpr int maximumPolls = 601;

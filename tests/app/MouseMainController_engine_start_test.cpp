@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "app/HubFixture.h"
+#include "app/Sheets.h"
 #include "app/StateStrip.h"
 #include "support/PaintCounter.h"
 #include "support/QtTests.h"
@@ -79,6 +80,10 @@ class MouseMainControllerEngineStartTest : public QObject {
   void a_start_whose_engine_does_not_come_goes_on_as_without_one();
   void a_launch_in_the_background_asks_for_the_engine_before_its_first_look();
   void a_start_without_the_restoring_sheet_can_be_used_when_the_engine_is_there();
+  void the_key_that_quits_quits_while_the_engine_is_awaited_data();
+  void the_key_that_quits_quits_while_the_engine_is_awaited();
+  void an_engine_that_was_never_there_is_sent_nothing_after_the_start();
+  void what_the_strip_says_has_room_in_the_smallest_window();
   void a_start_may_end_while_its_engine_is_awaited();
   void the_button_of_the_strip_asks_for_an_engine_that_has_gone();
   void an_engine_that_is_there_but_silent_has_no_button();
@@ -163,11 +168,78 @@ void MouseMainControllerEngineStartTest::a_start_without_the_restoring_sheet_can
   Bereft fixture;
   fixture.launch({.isDefaultLaunch = std::nullopt});
   QVERIFY(!fixture.isShown("mRestoringStateWindow"));
-  QVERIFY(!fixture.window.isEnabled());
+  QVERIFY(!fixture.window.ui().mMouseTabView->isEnabled());
+  QVERIFY(!fixture.window.ui().mAppySettings->isEnabled());
+  QVERIFY(fixture.window.findChild<QWidget*>(QStringLiteral("mStateStrip"))->isEnabled());
   fixture.engineComes();
   fixture.finish();
-  QVERIFY(fixture.window.isEnabled());
+  QVERIFY(fixture.window.ui().mMouseTabView->isEnabled());
+  QVERIFY(fixture.window.ui().mAppySettings->isEnabled());
   QCOMPARE(fixture.enabledPages().size(), 6);
+}
+
+void MouseMainControllerEngineStartTest::the_key_that_quits_quits_while_the_engine_is_awaited_data() {
+  QTest::addColumn<bool>("hasSheet");
+  QTest::newRow("under the restoring sheet") << true;
+  QTest::newRow("without it") << false;
+}
+
+void MouseMainControllerEngineStartTest::the_key_that_quits_quits_while_the_engine_is_awaited() {
+  QFETCH(const bool, hasSheet);
+  Bereft fixture;
+  fixture.launch({.isDefaultLaunch = hasSheet ? std::optional(true) : std::nullopt});
+  auto* const sheet = fixture.window.findChild<RestoringStateSheet*>(QStringLiteral("mRestoringStateWindow"));
+  QCOMPARE(sheet->isVisible(), hasSheet);
+  int quits = 0;
+  QObject::connect(sheet, &RestoringStateSheet::closed, [&] { ++quits; });
+  QWidget* const active = hasSheet ? static_cast<QWidget*>(sheet) : &fixture.window;
+  active->activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(active));
+  QTest::keyClick(active, Qt::Key_Q, Qt::ControlModifier);
+  QCOMPARE(quits, hasSheet ? 1 : 0);
+  QCOMPARE(fixture.window.isVisible(), hasSheet);
+  QVERIFY(fixture.link.requests.empty());
+}
+
+void MouseMainControllerEngineStartTest::an_engine_that_was_never_there_is_sent_nothing_after_the_start() {
+  Bereft fixture;
+  fixture.link.answer(MessageID::RegisterDevice, {});
+  fixture.launch();
+  fixture.link.startEnded(notInstalled);
+  fixture.finish();
+  fixture.link.requests.clear();
+  fixture.link.unansweredWaits.clear();
+  QPushButton& apply = *fixture.window.ui().mAppySettings;
+  QVERIFY(!apply.isEnabled());
+  QCOMPARE(apply.toolTip(), localized("lkeyApplyNoEngineTip"));
+  fixture.hub().clickApplySettings();
+  QVERIFY(fixture.link.requests.empty());
+  QVERIFY(fixture.link.unansweredWaits.empty());
+
+  fixture.link.answer(MessageID::RegisterDevice, statusAnswer(true));
+  fixture.engineComes();
+  QVERIFY(apply.isEnabled());
+  QCOMPARE(apply.toolTip(), localized("lkeyApplyTip"));
+}
+
+void MouseMainControllerEngineStartTest::what_the_strip_says_has_room_in_the_smallest_window() {
+  HubFixture fixture;
+  fixture.startConnected(bundleWith({"Work"}));
+  fixture.window.resize(1024, 680);
+  QVERIFY(QTest::qWaitFor([&] { return fixture.window.width() == 1024; }));
+  auto* const label = fixture.window.findChild<QWidget*>(QStringLiteral("mStateStrip"));
+  const std::pair<const char*, bool> texts[] = {
+      {"lkeyStateStarting", false},   {"lkeyStateEngineStarting", true}, {"lkeyStateNoEngine", true},
+      {"lkeyStateEngineGone", true},  {"lkeyStateEngineSilent", false},  {"lkeyStateNoDevice", false},
+      {"lkeyStateDeviceGone", false},
+  };
+  for (const auto& [text, hasButton] : texts) {
+    StripButton button;
+    if (hasButton) button = {localized("lkeyStartEngine"), localized("lkeyStartEngineHint"), true};
+    fixture.window.stateStrip().say(localized(text), button);
+    fixture.window.stateStrip().paintNow();
+    QVERIFY2(label->width() >= label->sizeHint().width(), text);
+  }
 }
 
 void MouseMainControllerEngineStartTest::a_start_may_end_while_its_engine_is_awaited() {

@@ -220,7 +220,7 @@ void MouseMainControllerNewsTest::an_attachment_enables_the_tabs_and_shows_the_s
   QTest::addColumn<bool>("isWired");
   QTest::addColumn<QString>("picture");
   for (const bool isRefused : {true, false}) {
-    const char* start = isRefused ? "without a mouse" : "without an engine";
+    const char* start = isRefused ? "without a mouse" : "with a silent engine";
     QTest::addRow("started %s, on its cable", start) << isRefused << 273 << true << "usb";
     QTest::addRow("started %s, on its receiver", start) << isRefused << 0 << false << "wireless";
   }
@@ -232,7 +232,6 @@ void MouseMainControllerNewsTest::an_attachment_enables_the_tabs_and_shows_the_s
   QFETCH(bool, isWired);
   QFETCH(QString, picture);
   HubFixture base;
-  base.link.isAvailable = isRefused;
   if (isRefused) base.link.answer(MessageID::RegisterDevice, statusAnswer(false));
   base.start({});
   QCOMPARE(base.isShown("mDeviceConnectionWindow"), isRefused);
