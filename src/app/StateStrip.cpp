@@ -30,7 +30,7 @@ StateStrip::StateStrip(QTabWidget* tabs)
   mButton->setObjectName(QStringLiteral("mStateButton"));
   mText->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(padding, 4, padding, 4);
+  row->setContentsMargins(padding, 2, padding, 2);
   row->setSpacing(gap);
   row->addWidget(mText, 1);
   row->addWidget(mButton);
@@ -82,7 +82,7 @@ void StateStrip::takePlace() {
   const QRect bar(mTabs->mapTo(parentWidget(), mTabs->tabBar()->pos()), mTabs->tabBar()->size());
   const int left = bar.left() + mTabs->tabBar()->tabRect(mTabs->count() - 1).right() + pageMargin;
   const int right = mTabs->geometry().right() + 1 - pageMargin;
-  const int height = std::min(sizeHint().height(), bar.height() - 2);
+  const int height = std::min(sizeHint().height(), bar.height() - 4);
   const int width = std::min(sizeHint().width(), std::max(right - left, 0));
   setGeometry(right - width, bar.top() + (bar.height() - height) / 2, width, height);
   raise();
