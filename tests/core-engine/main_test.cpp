@@ -382,10 +382,12 @@ TEST_F(CoreEngineProgramTest, DoesNotCaptureForAClientThatHasNoPort) {
   int keys = 0;
   auto& center = DistributedNotificationCenter::defaultCenter();
   center.addObserver(this, "SingleKeyEvent273", [&](const Notification&) { ++keys; });
-  sendRequest(request().with("ResponseMsgPortName", "MissingPort"), MessageID::StartSingleKeyRecording);
-  ASSERT_TRUE(saysSoon(*engine, "answer 29 (start single-key recording) to MissingPort"));
-  callBusMethod({"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"}, "Type",
-                {{"u", 7}, {"u", 4}, {"b", true}}, 20s);
+  for (const char* const port : {"MissingPort", "", "VornCoreEngineMsgPort"}) {
+    sendRequest(request().with("ResponseMsgPortName", port), MessageID::StartSingleKeyRecording);
+    ASSERT_TRUE(saysSoon(*engine, "request 29 (start single-key recording) of :"));
+    callBusMethod({"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"}, "Type",
+                  {{"u", 7}, {"u", 4}, {"b", true}}, 20s);
+  }
   answerTo(MessageID::GetAllSettings, request());
   ASSERT_TRUE(BusConnection::forThisThread().process());
   EXPECT_EQ(keys, 0);

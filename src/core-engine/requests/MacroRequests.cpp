@@ -1,5 +1,6 @@
 #include "core-engine/requests/MacroRequests.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -63,7 +64,14 @@ const PropertyList& row(const Request& request) {
   return request.body[requestKeys::SequenceIdx];
 }
 
+// Without a port of its own nobody would ever stop what the request begins.
+std::optional<Answer> refusalWithoutPort(EngineParts& parts, const Request& request, std::string_view aim) {
+  if (request.namesPort()) return std::nullopt;
+  return answer(refuse(parts, request, aim, {{}, ReturnStatus::Malformed, "it names no port of a client"}));
+}
+
 Answer startCapture(EngineParts& parts, const Request& request, KeyCapture::Purpose purpose) {
+  if (const auto refusal = refusalWithoutPort(parts, request, "capture keys")) return *refusal;
   parts.capture.start(purpose, request.replyPort());
   return answer(ReturnStatus::Done);
 }
@@ -133,6 +141,7 @@ void setAllEventsDelay(EngineParts& parts, const Request& request, Reply reply) 
 }
 
 Answer startMacroRecording(EngineParts& parts, const Request& request) {
+  if (const auto refusal = refusalWithoutPort(parts, request, "record a macro")) return *refusal;
   if (!provideSettings(parts, request, {})) return answer(ReturnStatus::NoSettings);
   const MacroResult macro = macroAt(parts.store.bundle(), macroID(request));
   if (macro.status != ReturnStatus::Done) return answer(refuse(parts, request, "record a macro", macro));

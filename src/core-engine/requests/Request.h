@@ -31,6 +31,8 @@ struct Request {
   std::int32_t productID() const { return body[requestKeys::ProductID].toInt(); }
   // Where the answer goes; empty when the request names no port.
   std::string replyPort() const { return body[requestKeys::ResponseMsgPortName].toString(); }
+  // Whether the answer goes to a client: the engine's own port is none's.
+  bool namesPort() const { return !replyPort().empty() && replyPort() != enginePortName; }
   // Whether it comes from a program that asks and goes, and that listens to no news.
   bool isOfVisitor() const { return body[requestKeys::IsVisitor].toBool(); }
 };

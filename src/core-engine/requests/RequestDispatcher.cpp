@@ -88,8 +88,8 @@ void RequestDispatcher::answer(const RequestKind& kind, const Request& request, 
     log.fault(sender, reason,
               "no answer to request " + title(kind) + ": " + std::string(reason) + " (" + portName + ")");
   };
-  // The engine's own port is no client's: the answer would come back as a request.
-  if (portName.empty() || portName == enginePortName) return fault("it names no port of a client");
+  // To the engine's own port the answer would come back as a request.
+  if (!request.namesPort()) return fault("it names no port of a client");
   std::string error;
   const auto bytes = encodeBinaryPropertyList(body, &error);
   if (!bytes) return fault(error);

@@ -1,3 +1,5 @@
+#include "core-engine/requests/MacroRequests.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -326,6 +328,29 @@ TEST_F(MacroRequestsTest, CaptureAndRecordAtTheSameTime) {
   EXPECT_EQ(ask(MessageID::StopSingleKeyRecording, {}), done);
   EXPECT_TRUE(recorder.isRecording());
   EXPECT_EQ(saveRecording(0, false), done);
+}
+
+TEST_F(MacroRequestsTest, RecordAndCaptureForNobodyThatNamesNoPortOfItsOwn) {
+  const std::string refusal = "vorn-core-engine: client :1.7: cannot ";
+  for (const char* const port : {"", "VornCoreEngineMsgPort"}) {
+    EngineParts all = parts();
+    const Request request{":1.7", PropertyList::dictionary({{"macroID", 0}, {"ResponseMsgPortName", port}})};
+    for (const RequestHandler handler :
+         {RequestHandler(startMacroRecording), RequestHandler(startSingleKeyRecording), RequestHandler(startEditHID)}) {
+      EXPECT_EQ(answerOf(handler, all, request), status(ReturnStatus::Malformed)) << port;
+    }
+  }
+  EXPECT_FALSE(recorder.isRecording());
+  EXPECT_FALSE(capture.isCapturing());
+  EXPECT_EQ(lines, (Lines{refusal + "record a macro: it names no port of a client",
+                          refusal + "capture keys: it names no port of a client"}));
+}
+
+TEST_F(MacroRequestsTest, KeepACaptureThatRunsWhenAStartWithoutAPortIsRefused) {
+  EXPECT_EQ(ask(MessageID::StartSingleKeyRecording, {}), done);
+  EngineParts all = parts();
+  EXPECT_EQ(answerOf(startEditHID, all, {":1.7", PropertyList::dictionary()}), status(ReturnStatus::Malformed));
+  EXPECT_EQ(ask(MessageID::StopSingleKeyRecording, {}), done);
 }
 
 TEST(MacroRequestsWithoutSettingsTest, TakeTheFactorySettingsFirst) {
