@@ -7,16 +7,18 @@
 
 namespace vorn::engine {
 
-void KeyCapture::start(Purpose purpose, std::string client) {
+void KeyCapture::start(Purpose purpose, std::string client, std::string connection) {
   mPurpose = purpose;
   mIsCapturing = true;
   mModifiers = 0;
+  mConnection = std::move(connection);
   setClient(std::move(client));
 }
 
 bool KeyCapture::stop(std::string_view client) {
   if (!mIsCapturing || client != mClient) return false;
   mIsCapturing = false;
+  mConnection.clear();
   setClient({});
   return true;
 }

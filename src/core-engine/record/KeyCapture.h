@@ -29,13 +29,16 @@ class KeyCapture {
   // Is told whose capture runs, or an empty name, at once when that changes.
   void setClientHandler(ClientHandler handler) { mClientHandler = std::move(handler); }
 
-  // In the place of a capture that runs, whoever began it. No modifier counts as held yet. client: name of its port.
-  void start(Purpose purpose, std::string client);
+  // In the place of a capture that runs, whoever began it. No modifier counts as held yet. client: name of its port;
+  // connection: unique bus name of the connection that asked for it.
+  void start(Purpose purpose, std::string client, std::string connection = {});
   // False, and nothing happens, when the client has no capture.
   bool stop(std::string_view client);
   bool isCapturing() const { return mIsCapturing; }
   // Whose capture runs; empty without one.
   const std::string& client() const { return mClient; }
+  // Which connection began it; empty without one.
+  const std::string& connection() const { return mConnection; }
   // Looks at a key while capturing; ignored otherwise. Mouse buttons are no keys.
   void note(const KeyChanged& key);
 
@@ -47,6 +50,7 @@ class KeyCapture {
   Purpose mPurpose = Purpose::Assignment;
   ClientHandler mClientHandler;
   std::string mClient;
+  std::string mConnection;
   bool mIsCapturing = false;
   std::uint8_t mModifiers = 0;  // held now, as in a keyboard report: bit 0 Left Control (usage 224) to bit 7
 };

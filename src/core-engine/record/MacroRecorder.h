@@ -34,6 +34,7 @@ class MacroRecorder {
     std::size_t room = 0;         // how many events fit in; what comes after them is not recorded
     bool isContinuing = false;    // the macro has events: the first line is the delay before the first new event
     std::int64_t firstDelay = 0;  // milliseconds; nobody knows how long a person thought before the first key
+    std::string connection{};     // unique bus name of the connection that asked for it
   };
 
   using ClientHandler = std::function<void(const std::string& client)>;
@@ -61,6 +62,8 @@ class MacroRecorder {
   std::int64_t macro() const { return mTask.macro; }  // -1 without a recording
   // Whose recording runs or waits to be saved; empty without one.
   const std::string& client() const { return mTask.client; }
+  // Which connection began it; empty without one.
+  const std::string& connection() const { return mTask.connection; }
   // The events caught, an array of { command, delay, page, argument }.
   PropertyList events() const { return PropertyList::array(mEvents); }
   void discard();

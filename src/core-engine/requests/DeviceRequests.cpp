@@ -1,5 +1,8 @@
 #include "core-engine/requests/DeviceRequests.h"
 
+#include <string>
+#include <vector>
+
 #include "core-engine/requests/SettingsRequests.h"
 
 namespace vorn::engine {
@@ -29,7 +32,11 @@ Answer registerDevice(EngineParts& parts, const Request& request) {
 }
 
 Answer releaseDevice(EngineParts& parts, const Request& request) {
-  for (const std::string& port : parts.clients.release(request.sender)) {
+  std::vector<std::string> ports = parts.clients.release(request.sender);
+  // Who began something need not be registered, or not from this connection any more.
+  if (parts.recorder.connection() == request.sender) ports.push_back(parts.recorder.client());
+  if (parts.capture.connection() == request.sender) ports.push_back(parts.capture.client());
+  for (const std::string& port : ports) {
     // What was recorded can still be saved.
     parts.recorder.stop(port);
     parts.capture.stop(port);

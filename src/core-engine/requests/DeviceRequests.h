@@ -9,7 +9,8 @@ namespace vorn::engine {
 // default-settings file that the request names, or from the engine's own when it names none.
 Answer registerDevice(EngineParts& parts, const Request& request);
 
-// Ends the registrations of the connection that asks. No answer.
+// Ends the registrations of the connection that asks, and the recording and the key capture that it, or a client that
+// it registered, has begun. No answer.
 Answer releaseDevice(EngineParts& parts, const Request& request);
 
 }  // namespace vorn::engine

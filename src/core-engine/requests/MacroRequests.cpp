@@ -72,7 +72,7 @@ std::optional<Answer> refusalWithoutPort(EngineParts& parts, const Request& requ
 
 Answer startCapture(EngineParts& parts, const Request& request, KeyCapture::Purpose purpose) {
   if (const auto refusal = refusalWithoutPort(parts, request, "capture keys")) return *refusal;
-  parts.capture.start(purpose, request.replyPort());
+  parts.capture.start(purpose, request.replyPort(), request.sender);
   return answer(ReturnStatus::Done);
 }
 
@@ -152,7 +152,7 @@ Answer startMacroRecording(EngineParts& parts, const Request& request) {
   }
   const bool isContinuing = present > 0;
   parts.recorder.start({request.replyPort(), macroID(request).toInt64(), maximumMacroEvents - present, isContinuing,
-                        isContinuing ? macro.value[keys::Delay].toInt64() : 0});
+                        isContinuing ? macro.value[keys::Delay].toInt64() : 0, request.sender});
   return answer(ReturnStatus::Done);
 }
 

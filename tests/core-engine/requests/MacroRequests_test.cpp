@@ -61,7 +61,7 @@ class MacroRequestsTest : public testing::Test, protected TestParts {
     entries.emplace_back("ProductID", 273);
     entries.emplace_back("ResponseMsgPortName", port);
     const Bytes data = encodeBinaryPropertyList(PropertyList::dictionary(std::move(entries))).value();
-    dispatcher.receive({static_cast<std::int32_t>(message), data, ":1." + std::to_string(port.size())});
+    dispatcher.receive({static_cast<std::int32_t>(message), data, senderOf(port)});
     if (ports.answers.size() != 1 || ports.answers[0].port != port) {
       ADD_FAILURE() << ports.answers.size() << " answers";
       return {};
@@ -74,6 +74,12 @@ class MacroRequestsTest : public testing::Test, protected TestParts {
   PropertyList stopRecording(const std::string& port = client) { return ask(MessageID::StopMacroRecording, {}, port); }
   PropertyList saveRecording(std::int32_t macro, bool isAppending, const std::string& port = client) {
     return ask(MessageID::SaveRecordedEvents, {{"macroID", macro}, {"isAppendRecording", isAppending ? 1 : 0}}, port);
+  }
+  // The connection that ask() comes from.
+  static std::string senderOf(const std::string& port) { return ":1." + std::to_string(port.size()); }
+  void releaseBy(const std::string& connection) {
+    const Bytes data = encodeBinaryPropertyList(PropertyList::dictionary({{"ProductID", 273}})).value();
+    dispatcher.receive({static_cast<std::int32_t>(MessageID::ReleaseDevice), data, connection});
   }
   void press(std::uint16_t usage) { recorder.note({7, usage, true}); }
 
@@ -445,19 +451,14 @@ TEST(MacroRequestsRandomTest, KeepTheSettingsWholeWhateverIsAsked) {
 }
 
 TEST_F(MacroRequestsTest, EndARecordingAndACaptureWhenTheirClientReleasesTheMouse) {
-  const std::string sender = ":1." + std::to_string(client.size());
-  clients.add({sender, client, wiredProductID});
+  clients.add({senderOf(client), client, wiredProductID});
   startRecording(0, false);
   press(4);
   ask(MessageID::StartSingleKeyRecording, {});
-  const auto releaseBy = [&](const std::string& who) {
-    const Bytes data = encodeBinaryPropertyList(PropertyList::dictionary({{"ProductID", 273}})).value();
-    dispatcher.receive({static_cast<std::int32_t>(MessageID::ReleaseDevice), data, who});
-  };
   releaseBy(":1.99");
   EXPECT_TRUE(recorder.isRecording());
   EXPECT_TRUE(capture.isCapturing());
-  releaseBy(sender);
+  releaseBy(senderOf(client));
   EXPECT_FALSE(recorder.isRecording());
   EXPECT_FALSE(capture.isCapturing());
   news.posted.clear();
@@ -466,6 +467,51 @@ TEST_F(MacroRequestsTest, EndARecordingAndACaptureWhenTheirClientReleasesTheMous
   // What was recorded until then can still be saved.
   EXPECT_EQ(saveRecording(0, false), status(ReturnStatus::Done));
   EXPECT_EQ(store.bundle()["Macros"].at(0)["sequence"]["events"].size(), 1U);
+}
+
+TEST_F(MacroRequestsTest, EndWhatAClientBeganThatNeverRegistered) {
+  startRecording(0, false);
+  ask(MessageID::StartSingleKeyRecording, {});
+  releaseBy(senderOf(otherClient));
+  EXPECT_TRUE(recorder.isRecording());
+  EXPECT_TRUE(capture.isCapturing());
+  releaseBy(senderOf(client));
+  EXPECT_EQ(stopRecording(), notRunning);
+  EXPECT_EQ(ask(MessageID::StopSingleKeyRecording, {}), notRunning);
+}
+
+TEST_F(MacroRequestsTest, EndWhatAClientBeganThatWasPushedOutOfTheRegistry) {
+  clients.add({senderOf(client), client, wiredProductID});
+  for (std::size_t i = 0; i < ClientRegistry::maximumClients; ++i) {
+    clients.add({":2." + std::to_string(i), "Port" + std::to_string(i), wiredProductID});
+  }
+  startRecording(0, false);
+  ask(MessageID::StartEditHID, {});
+  releaseBy(senderOf(client));
+  EXPECT_EQ(stopRecording(), notRunning);
+  EXPECT_EQ(ask(MessageID::StopSingleKeyRecording, {}), notRunning);
+}
+
+TEST_F(MacroRequestsTest, EndWhatAClientBeganByTheReleaseOfEitherOfItsConnections) {
+  for (const std::string& connection : {senderOf(client), std::string(":1.98")}) {
+    clients.add({senderOf(client), client, wiredProductID});
+    startRecording(0, false);
+    ask(MessageID::StartSingleKeyRecording, {});
+    clients.add({":1.98", client, wiredProductID});
+    releaseBy(connection);
+    EXPECT_EQ(stopRecording(), notRunning) << connection;
+    EXPECT_EQ(ask(MessageID::StopSingleKeyRecording, {}), notRunning) << connection;
+  }
+}
+
+TEST_F(MacroRequestsTest, KeepWhatAnotherClientBeganInThePlaceOfTheOneThatReleases) {
+  startRecording(0, false);
+  ask(MessageID::StartSingleKeyRecording, {});
+  startRecording(0, false, otherClient);
+  ask(MessageID::StartEditHID, {}, otherClient);
+  releaseBy(senderOf(client));
+  EXPECT_EQ(stopRecording(otherClient), done);
+  EXPECT_EQ(ask(MessageID::StopSingleKeyRecording, {}, otherClient), done);
 }
 
 }  // namespace
