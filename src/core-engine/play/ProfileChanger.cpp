@@ -86,8 +86,13 @@ void ProfileChanger::profileDeleted(std::int64_t profileID) {
   }
 }
 
-void ProfileChanger::profilesReplaced() {
-  mHeldChanges.clear();
+void ProfileChanger::profilesReplaced(const PropertyList& former) {
+  std::erase_if(mHeldChanges, [&](const HeldChange& each) {
+    const PropertyList& before = former.at(each.profileID);
+    const PropertyList& now = profileAt(each.profileID);
+    return before[keys::ProfileName] != now[keys::ProfileName] ||
+           valuesUnderKeysOf(each.after, before) != valuesUnderKeysOf(each.after, now);
+  });
 }
 
 }  // namespace vorn::engine

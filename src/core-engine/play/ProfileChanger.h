@@ -36,8 +36,9 @@ class ProfileChanger {
 
   // A profile was deleted: what was changed in it is forgotten, what was changed in one behind it moves up with it.
   void profileDeleted(std::int64_t profileID);
-  // Other profiles are in the place of all: nothing of the former ones is put back.
-  void profilesReplaced();
+  // All profiles were replaced, these former ones (an array of records): forgets what was changed in a profile that has
+  // now another name or another value in the place of what was changed.
+  void profilesReplaced(const PropertyList& former);
 
  private:
   struct HeldChange {

@@ -8,6 +8,7 @@
 #include "core-engine/requests/SettingsRequests.h"
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/ProfileRules.h"
+#include "model/SettingsKeys.h"
 #include "protocol/ReturnStatus.h"
 
 namespace vorn::engine {
@@ -87,7 +88,7 @@ void replaceAllProfiles(EngineParts& parts, const Request& request, Reply reply)
     return withReplacedProfiles(bundle, request.body[requestKeys::AllProfiles], parts.defaults.ownProfile());
   };
   changeProfiles(parts, request, std::move(reply), "replace all profiles", replace,
-                 [&parts] { parts.profiles.profilesReplaced(); });
+                 [&parts, former = parts.store.bundle()[keys::Profiles]] { parts.profiles.profilesReplaced(former); });
 }
 
 void deleteProfile(EngineParts& parts, const Request& request, Reply reply) {

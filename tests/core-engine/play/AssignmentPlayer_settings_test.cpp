@@ -214,6 +214,50 @@ TEST_F(AssignmentPlayerSettingsTest, SwitchesNothingBackInProfilesThatReplacedAl
   EXPECT_EQ(keymaps(), (Keymaps{3, 3}));
 }
 
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackWhenAllProfilesAreReplacedByThemselves) {
+  giveThreeStages(2);
+  assign("43", assignment(49, 0));
+  press("43");
+  EXPECT_EQ(sensitivity(), (Sensitivity{400, 400, 0}));
+  EXPECT_EQ(ask(replaceAllProfiles, requestKeys::AllProfiles, parts.store.bundle()["Profiles"]), 0);
+  release("43");
+  EXPECT_EQ(sensitivity(), (Sensitivity{800, 800, 0}));
+}
+
+TEST_F(AssignmentPlayerSettingsTest, SwitchesBackWhatAReplacementOfAllProfilesLeavesAlone) {
+  assign("43", assignment(50, 3, 1));
+  assign("20", assignment(50, 5, 1), 3);
+  press("43");
+  press("20");
+  const PropertyList all = parts.store.bundle()["Profiles"];
+  EXPECT_EQ(ask(replaceAllProfiles, requestKeys::AllProfiles, all.replacing(0, profile().with("BrightnessNormal", 7))),
+            0);
+  release("43");
+  EXPECT_EQ(keymap(), 5);
+  release("20");
+  EXPECT_EQ(keymap(), 0);
+}
+
+TEST_F(AssignmentPlayerSettingsTest, SwitchesNothingBackThatAReplacementOfAllProfilesChose) {
+  assign("43", assignment(50, 3, 1));
+  press("43");
+  const PropertyList held = parts.store.bundle()["Profiles"];
+  const PropertyList chosen = held.replacing(0, profile().with("KeymapID", 5));
+  EXPECT_EQ(ask(replaceAllProfiles, requestKeys::AllProfiles, chosen), 0);
+  EXPECT_EQ(ask(replaceAllProfiles, requestKeys::AllProfiles, held), 0);
+  release("43");
+  EXPECT_EQ(keymap(), 3);
+}
+
+TEST_F(AssignmentPlayerSettingsTest, SwitchesNothingBackInAProfileThatMoved) {
+  holdKeymapInSecondProfile();
+  setProfile(0, profile(0).with("KeymapID", 3));
+  const PropertyList swapped = PropertyList::array({profile(1), profile(0)});
+  EXPECT_EQ(ask(replaceAllProfiles, requestKeys::AllProfiles, swapped), 0);
+  release("43");
+  EXPECT_EQ(keymaps(), (Keymaps{3, 3}));
+}
+
 TEST_F(AssignmentPlayerSettingsTest, TakesARepeatedPressForOne) {
   player.handle(ControlChanged{std::string(keymapKey), true});
   player.handle(ControlChanged{std::string(keymapKey), true});
