@@ -82,6 +82,7 @@ int CoreEngine::run() {
     end();
     return 0;
   }
+  releaseAll();
   mLog.line("the session bus is gone");
   return 1;
 }
@@ -89,14 +90,15 @@ int CoreEngine::run() {
 void CoreEngine::end() {
   const Scheduler::Duration begun = mScheduler.now();
   const auto isOver = [&](Scheduler::Duration limit) { return mScheduler.now() - begun > limit; };
-  mStore.settle();
-  mPlayer.releaseAll();
+  releaseAll();
   mIntake.endPauses();
-  while (!mIntake.isEmpty() && !isOver(maximumFarewell)) {
+  while (!(mIntake.isEmpty() && mTurns.isEmpty()) && !isOver(maximumFarewell)) {
     if (isOver(maximumLastSaves)) mStore.close();
+    mTurns.goOn();
     mIntake.serveNext();
     mStore.settle();
   }
+  releaseAll();
   // Giving up one name after the other would take three answers of a bus that may be busy.
   BusConnection::forThisThread().close();
 }
@@ -137,17 +139,44 @@ void CoreEngine::portLost(const std::string& portName) {
 bool CoreEngine::noteTyped(const std::string& connection, const KeyChanged& key) {
   const bool isRecorded = mRecorder.isRecording() && mRecordingClient.isConnection(connection);
   const bool isCaught = mCapture.isCapturing() && mCapturingClient.isConnection(connection);
-  if (isRecorded) mRecorder.note(key);
-  if (isCaught) mCapture.note(key);
+  // Not before what a control sends that was pressed before it.
+  mTurns.inTurn([this, isRecorded, isCaught, key] {
+    if (isRecorded) mRecorder.note(key);
+    if (isCaught) mCapture.note(key);
+  });
   return isRecorded || isCaught;
 }
 
 void CoreEngine::handle(const DeviceEvent& event) {
-  // What a control does depends on the settings; a request that changes them comes to its end first.
-  mStore.settle();
-  mPlayer.handle(event);
-  if (std::holds_alternative<ConnectionChanged>(event)) mDeviceNews.announce();
-  if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();
+  const auto carryOut = [this, event] {
+    mPlayer.handle(event);
+    if (std::holds_alternative<ConnectionChanged>(event)) mDeviceNews.announce();
+    if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();
+  };
+  needsSettings(event) ? mTurns.whenSaved(carryOut) : mTurns.inTurn(carryOut);
+}
+
+void CoreEngine::serve(const LocalMessagePort::Message& message, std::function<void()> done) {
+  if (mTurns.isFree()) return mDispatcher.receive(message, std::move(done));
+  // The message lasts no longer than the call.
+  mTurns.whenSaved([this, messageID = message.messageID, data = Bytes(message.data.begin(), message.data.end()),
+                    sender = std::string(message.sender), done = std::move(done)] {
+    mDispatcher.receive({messageID, data, sender}, done);
+  });
+}
+
+void CoreEngine::noteSaved() {
+  mStore.settleEnded();
+  mTurns.goOn();
+}
+
+void CoreEngine::releaseAll() {
+  const auto settle = [this] {
+    while (mStore.isSaving()) mStore.settle();
+  };
+  settle();
+  mPlayer.releaseAll();
+  settle();
 }
 
 bool CoreEngine::claimFolder() {

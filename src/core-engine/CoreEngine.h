@@ -26,6 +26,7 @@
 #include "core-engine/storage/PosixFileSystem.h"
 #include "core-engine/storage/SettingsFile.h"
 #include "core-engine/storage/SettingsStore.h"
+#include "core-engine/storage/SettingsTurns.h"
 #include "ports/RunLoop.h"
 
 namespace vorn::engine {
@@ -49,7 +50,12 @@ class CoreEngine : private RequestObserver {
   void giveMemoryBackLater();
   void willServe(const RequestKind& kind, const Request& request) override;
   void hasServed(const RequestKind& kind, const Request& request) override;
+  void serve(const LocalMessagePort::Message& message, std::function<void()> done);
   void handle(const DeviceEvent& event);
+  // A save may have ended.
+  void noteSaved();
+  // Lets go of everything that is held, and waits until what that changes is saved.
+  void releaseAll();
   void portLost(const std::string& portName);
   // A key from the window of a client. False when the connection is none of those that record or capture.
   bool noteTyped(const std::string& connection, const KeyChanged& key);
@@ -59,8 +65,9 @@ class CoreEngine : private RequestObserver {
   PosixFileSystem mFiles;
   BusReplyPorts mReplyPorts;
   SettingsFile mFile;
-  DiskThread mDisk{[this] { mLoop.perform([this] { mStore.settleEnded(); }); }};
+  DiskThread mDisk{[this] { mLoop.perform([this] { noteSaved(); }); }};
   SettingsStore mStore;
+  SettingsTurns mTurns{mStore};
   FactoryDefaults mDefaults;
   VirtualDevice mDevice;
   ClientRegistry mClients;
@@ -78,13 +85,12 @@ class CoreEngine : private RequestObserver {
   std::unique_ptr<ProgramLauncher> mLauncher;
   EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
   AssignmentPlayer mPlayer{mParts, *mLauncher};
-  VirtualMouseService mVirtualMouse{mDevice, mScheduler};
+  VirtualMouseService mVirtualMouse{mDevice, mScheduler, mTurns};
   TypedKeysService mTypedKeys{
       [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};
-  RequestIntake mIntake{mLog, mScheduler, [this](const auto& message, std::function<void()> done) {
-                          mDispatcher.receive(message, std::move(done));
-                        }};
+  RequestIntake mIntake{mLog, mScheduler,
+                        [this](const auto& message, std::function<void()> done) { serve(message, std::move(done)); }};
   bool mIsGivingMemoryBack = false;
 };
 

@@ -94,7 +94,21 @@ int PublishedTable::publish(std::unique_ptr<PublishedTable> table, sd_bus* bus, 
   return 0;
 }
 
-int PublishedTable::handleCall(sd_bus_message* message, void* table, sd_bus_error* error) {
+int sendReply(sd_bus_message* call, const std::vector<BusArgument>& outputs, const BusReply& reply) {
+  if (!reply.errorName.empty()) {
+    return sd_bus_reply_method_errorf(call, reply.errorName.c_str(), "%s", reply.errorText.c_str());
+  }
+  sd_bus_message* started = nullptr;
+  const int result = sd_bus_message_new_method_return(call, &started);
+  if (result < 0) return result;
+  const bus::MessageReference message(started);
+  if (!appendValues(message.get(), outputs, reply.values)) {
+    return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_FAILED, "The result does not fit the method's types");
+  }
+  return sd_bus_message_send(message.get());
+}
+
+int PublishedTable::handleCall(sd_bus_message* message, void* table, sd_bus_error* /*error*/) {
   const auto& methods = static_cast<const PublishedTable*>(table)->mDescription.methods;
   const char* member = sd_bus_message_get_member(message);
   const auto method =
@@ -106,20 +120,20 @@ int PublishedTable::handleCall(sd_bus_message* message, void* table, sd_bus_erro
     if (!value) return -EBADMSG;
     inputs.push_back(*value);
   }
+  if (method->callLater) {
+    // The caller's message stays until its answer; a function that can be copied holds it.
+    const std::shared_ptr<sd_bus_message> call(sd_bus_message_ref(message), bus::Unref());
+    method->callLater(inputs, [call, outputs = method->outputs](const BusReply& reply) {
+      sendReply(call.get(), outputs, reply);
+      BusConnection::forThisThread().announceQueuedMessages();
+    });
+    return 1;
+  }
   const char* sender = sd_bus_message_get_sender(message);
-  const BusReply returned =
+  const BusReply reply =
       method->callFrom ? method->callFrom(inputs, sender != nullptr ? sender : "") : method->call(inputs);
-  if (!returned.errorName.empty()) {
-    return sd_bus_error_set(error, returned.errorName.c_str(), returned.errorText.c_str());
-  }
-  sd_bus_message* started = nullptr;
-  const int result = sd_bus_message_new_method_return(message, &started);
-  if (result < 0) return result;
-  const bus::MessageReference reply(started);
-  if (!appendValues(reply.get(), method->outputs, returned.values)) {
-    return sd_bus_error_set(error, SD_BUS_ERROR_FAILED, "The result does not fit the method's types");
-  }
-  return sd_bus_message_send(reply.get());
+  const int sent = sendReply(message, method->outputs, reply);
+  return sent < 0 ? sent : 1;
 }
 
 }  // namespace

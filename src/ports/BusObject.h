@@ -35,6 +35,8 @@ struct BusReply {
   static BusReply failure(std::string name, std::string text) { return {{}, std::move(name), std::move(text)}; }
 };
 
+using BusReturn = std::function<void(const BusReply& reply)>;
+
 struct BusMethod {
   std::string name;
   std::vector<BusArgument> inputs;
@@ -43,6 +45,9 @@ struct BusMethod {
   std::function<BusReply(const std::vector<PropertyList>& inputs)> call;
   // In its place, where it matters who calls: the unique bus name of the calling connection.
   std::function<BusReply(const std::vector<PropertyList>& inputs, const std::string& connection)> callFrom{};
+  // In its place, where the call returns only later: answer is called once, on the object's thread, also when the
+  // object is gone.
+  std::function<void(const std::vector<PropertyList>& inputs, BusReturn answer)> callLater{};
 };
 
 struct BusSignal {

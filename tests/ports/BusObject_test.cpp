@@ -7,9 +7,12 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 #include <limits>
 #include <memory>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "ports/BusConnection.h"
@@ -83,6 +86,31 @@ class BusObjectTest : public testing::Test {
   std::unique_ptr<BusObject> mObject;
   test::LoopThread mThread;
 };
+
+TEST_F(BusObjectTest, AnswersLaterAlsoWhenItIsGone) {
+  std::vector<BusReturn> waiting;
+  BusMethod late{"Late", {{"s", "text"}}, {{"s", "same"}}, {}};
+  late.callLater = [&](const Values& given, const BusReturn& answer) {
+    waiting.push_back(
+        [given, answer](const BusReply& reply) { answer(reply.errorName.empty() ? BusReply::success(given) : reply); });
+  };
+  put(describe({late}));
+  const auto waits = [&] {
+    bool result = false;
+    mThread.run([&] { result = !waiting.empty(); });
+    return result;
+  };
+  for (const BusReply& reply : {BusReply::success(), BusReply::failure("org.vorn.Error.Late", "Too late")}) {
+    std::future<std::string> called = std::async(std::launch::async, [this] { return call("Late", "s", "text"); });
+    while (!waits()) std::this_thread::yield();
+    EXPECT_EQ(called.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
+    mThread.run([&] {
+      if (!reply.errorName.empty()) mObject.reset();
+      std::exchange(waiting, {}).front()(reply);
+    });
+    EXPECT_EQ(called.get(), reply.errorName.empty() ? "" : "org.vorn.Error.Late: Too late");
+  }
+}
 
 TEST_F(BusObjectTest, GivesItsMethodsTheValuesOfEveryBasicType) {
   Values seen;

@@ -41,6 +41,11 @@ struct KeyChanged {
 };
 using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged, KeyChanged>;
 
+// What a control does depends on the settings, and a mouse that goes lets go of its controls.
+inline bool needsSettings(const DeviceEvent& event) {
+  return std::holds_alternative<ControlChanged>(event) || std::holds_alternative<ConnectionChanged>(event);
+}
+
 // Something the desktop receives from the mouse: the new value of a HID usage (USB HID Usage Tables), 1 and 0 for the
 // press and the release of a key (page 7) or a button (page 9), steps for the wheel (page 1, usage 0x38).
 struct OutputEvent {

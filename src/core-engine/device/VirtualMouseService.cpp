@@ -45,8 +45,8 @@ bool isPrintable(std::string_view text) {
 
 }  // namespace
 
-VirtualMouseService::VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler)
-    : mDevice(device), mScheduler(scheduler) {
+VirtualMouseService::VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler, SettingsTurns& turns)
+    : mDevice(device), mScheduler(scheduler), mTurns(turns) {
   mDevice.setOutputHandler([this](const OutputEvent& event) { keep(event); });
 }
 
@@ -59,45 +59,57 @@ bool VirtualMouseService::start(std::string& error) {
   return mObject != nullptr;
 }
 
+// A method that changes nothing in the settings.
+BusMethod VirtualMouseService::method(const char* name, std::vector<BusArgument> inputs,
+                                      std::function<BusReply(const Arguments&)> work) {
+  BusMethod result{name, std::move(inputs), {}, {}};
+  result.callLater = [this, work = std::move(work)](const Arguments& given, const BusReturn& answer) {
+    mTurns.inTurn([answer, reply = work(given)] { answer(reply); });
+  };
+  return result;
+}
+
+BusMethod VirtualMouseService::changeOfSettings(const char* name, std::vector<BusArgument> inputs,
+                                                std::function<BusReply(const Arguments&)> work) {
+  BusMethod result{name, std::move(inputs), {}, {}};
+  result.callLater = [this, work = std::move(work)](const Arguments& given, const BusReturn& answer) {
+    mTurns.whenSaved([answer, reply = work(given)] { answer(reply); });
+  };
+  return result;
+}
+
 BusObjectDescription VirtualMouseService::description() {
   const auto text = [](const Arguments& arguments, std::size_t index) { return arguments[index].toString(); };
   const std::vector<BusArgument> output = {{"t", "time"}, {"q", "usagePage"}, {"q", "usage"}, {"i", "value"}};
   BusObjectDescription result{virtualMouse::busName, virtualMouse::objectPath, virtualMouse::interface, {}, {}};
+  BusMethod taking{methods::TakeOutput, {}, {{"a(tqqi)", "output"}}, {}};
+  taking.callLater = [this](const Arguments&, const BusReturn& answer) {
+    mTurns.inTurn([this, answer] { answer(takeOutput()); });
+  };
   result.methods = {
-      {methods::Plug, {{"s", "connection"}}, {}, [=, this](const Arguments& given) { return plug(text(given, 0)); }},
-      {methods::Unplug,
-       {},
-       {},
-       [this](const Arguments&) {
-         mDevice.setConnection(Connection::Absent);
-         return BusReply::success();
-       }},
-      {methods::Press,
-       {{"s", "control"}},
-       {},
-       [=, this](const Arguments& given) { return setControl(text(given, 0), true); }},
-      {methods::Release,
-       {{"s", "control"}},
-       {},
-       [=, this](const Arguments& given) { return setControl(text(given, 0), false); }},
-      {methods::Type,
-       {{"u", "usagePage"}, {"u", "usage"}, {"b", "isPressed"}},
-       {},
-       [this](const Arguments& given) { return type(given); }},
-      {methods::SetBattery,
-       {{"i", "percent"}},
-       {},
-       [this](const Arguments& given) { return setBattery(given[0].toInt64()); }},
-      {methods::SetCharging,
-       {{"s", "status"}},
-       {},
-       [=, this](const Arguments& given) { return setCharging(text(given, 0)); }},
+      changeOfSettings(methods::Plug, {{"s", "connection"}},
+                       [=, this](const Arguments& given) { return plug(text(given, 0)); }),
+      changeOfSettings(methods::Unplug, {},
+                       [this](const Arguments&) {
+                         mDevice.setConnection(Connection::Absent);
+                         return BusReply::success();
+                       }),
+      changeOfSettings(methods::Press, {{"s", "control"}},
+                       [=, this](const Arguments& given) { return setControl(text(given, 0), true); }),
+      changeOfSettings(methods::Release, {{"s", "control"}},
+                       [=, this](const Arguments& given) { return setControl(text(given, 0), false); }),
+      method(methods::Type, {{"u", "usagePage"}, {"u", "usage"}, {"b", "isPressed"}},
+             [this](const Arguments& given) { return type(given); }),
+      method(methods::SetBattery, {{"i", "percent"}},
+             [this](const Arguments& given) { return setBattery(given[0].toInt64()); }),
+      method(methods::SetCharging, {{"s", "status"}},
+             [=, this](const Arguments& given) { return setCharging(text(given, 0)); }),
       {methods::SetFirmware,
        {{"s", "version"}, {"b", "isFailing"}},
        {},
        [=, this](const Arguments& given) { return setFirmware(text(given, 0), given[1].toBool()); }},
       {methods::State, {}, {{"a{sv}", "state"}}, [this](const Arguments&) { return state(); }},
-      {methods::TakeOutput, {}, {{"a(tqqi)", "output"}}, [this](const Arguments&) { return takeOutput(); }},
+      std::move(taking),
   };
   result.signals = {{virtualMouse::outputSignal, output}};
   return result;

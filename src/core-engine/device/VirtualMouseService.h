@@ -5,12 +5,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "core-engine/Scheduler.h"
 #include "core-engine/device/VirtualDevice.h"
+#include "core-engine/storage/SettingsTurns.h"
 #include "ports/BusObject.h"
 
 namespace vorn::engine {
@@ -21,8 +23,9 @@ class VirtualMouseService {
   static constexpr std::size_t maximumOutput = 10'000;
   static constexpr std::size_t maximumVersionLength = 64;
 
-  // Keeps the device's output from now on. Both outlive the service.
-  VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler);
+  // Keeps the device's output from now on. All of them outlive the service. turns: where the events of the device wait;
+  // a method that causes one returns after it.
+  VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler, SettingsTurns& turns);
   ~VirtualMouseService();
   VirtualMouseService(const VirtualMouseService&) = delete;
   VirtualMouseService& operator=(const VirtualMouseService&) = delete;
@@ -40,6 +43,9 @@ class VirtualMouseService {
   };
 
   BusObjectDescription description();
+  BusMethod method(const char* name, std::vector<BusArgument> inputs, std::function<BusReply(const Arguments&)> work);
+  BusMethod changeOfSettings(const char* name, std::vector<BusArgument> inputs,
+                             std::function<BusReply(const Arguments&)> work);
   void keep(const OutputEvent& event);
 
   BusReply plug(const std::string& connection);
@@ -53,6 +59,7 @@ class VirtualMouseService {
 
   VirtualDevice& mDevice;
   const Scheduler& mScheduler;
+  SettingsTurns& mTurns;
   std::deque<TimedOutput> mOutput;
   std::uint64_t mForgottenOutput = 0;
   std::unique_ptr<BusObject> mObject;

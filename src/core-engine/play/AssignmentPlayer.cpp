@@ -47,6 +47,8 @@ AssignmentPlayer::AssignmentPlayer(const EngineParts& parts, ProgramLauncher& la
 
 void AssignmentPlayer::handle(const DeviceEvent& event) {
   mParts.profiles.takeBackReleased();
+  // Where what was let go before is only now on its way to the disk.
+  while (needsSettings(event) && mParts.store.isSaving()) mParts.store.settle();
   if (const auto* control = std::get_if<ControlChanged>(&event)) {
     control->isPressed ? press(control->control) : release(control->control);
   } else if (const auto* key = std::get_if<KeyChanged>(&event)) {

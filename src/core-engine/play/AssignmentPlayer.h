@@ -28,7 +28,8 @@ class AssignmentPlayer {
   AssignmentPlayer& operator=(const AssignmentPlayer&) = delete;
 
   // Takes every event of the device: controls are carried out, typed keys go to the recorder and the key capture, and
-  // a change of the connection lets go of everything. Events of the battery are not its concern.
+  // a change of the connection lets go of everything. Events of the battery are not its concern. What a control changes
+  // may still be on its way to the disk when this returns; the next event that needs the settings waits for it.
   void handle(const DeviceEvent& event);
   // Lets go of everything that is held.
   void releaseAll();

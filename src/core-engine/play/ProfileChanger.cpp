@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "core-engine/rules/ProfileRules.h"
 #include "model/SettingsKeys.h"
@@ -34,23 +35,27 @@ const PropertyList& ProfileChanger::activeProfile() const {
 }
 
 void ProfileChanger::switchTo(const PropertyList& profileID) {
-  mStore.apply([&](const PropertyList& bundle) { return withActiveProfile(bundle, profileID).bundle; });
+  if (mStore.isEmpty()) return;
+  mStore.put(withActiveProfile(mStore.bundle(), profileID).bundle, [](SettingsStore::Outcome) {});
 }
 
 void ProfileChanger::change(const PropertyList& settings) {
-  changeProfile(activeProfileID(), settings);
+  changeProfile(activeProfileID(), settings, [](SettingsStore::Outcome) {});
 }
 
-SettingsStore::Outcome ProfileChanger::changeProfile(std::int64_t profileID, const PropertyList& settings) {
-  return mStore.apply(
-      [&](const PropertyList& bundle) { return withUpdatedProfile(bundle, profileID, settings).bundle; });
+void ProfileChanger::changeProfile(std::int64_t profileID, const PropertyList& settings, SettingsStore::Done done) {
+  if (mStore.isEmpty()) return done(SettingsStore::Outcome::Refused);
+  mStore.put(withUpdatedProfile(mStore.bundle(), profileID, settings).bundle, std::move(done));
 }
 
 void ProfileChanger::changeWhileHeld(std::string_view control, const PropertyList& settings) {
   const std::int64_t profileID = activeProfileID();
-  const PropertyList before = valuesUnderKeysOf(settings, activeProfile());
-  if (changeProfile(profileID, settings) != SettingsStore::Outcome::Done) return;
-  mHeldChanges.push_back({std::string(control), profileID, before, valuesUnderKeysOf(settings, profileAt(profileID))});
+  const auto done = [this, control = std::string(control), profileID, settings,
+                     before = valuesUnderKeysOf(settings, activeProfile())](SettingsStore::Outcome outcome) {
+    if (outcome != SettingsStore::Outcome::Done) return;
+    mHeldChanges.push_back({control, profileID, before, valuesUnderKeysOf(settings, profileAt(profileID))});
+  };
+  changeProfile(profileID, settings, done);
 }
 
 void ProfileChanger::release(std::string_view control) {
@@ -61,22 +66,31 @@ void ProfileChanger::release(std::string_view control) {
 }
 
 void ProfileChanger::takeBackReleased() {
-  // The earliest first: a later one may take over what it has to put back.
-  for (auto each = mHeldChanges.begin(); each != mHeldChanges.end();) {
-    each = !each->isHeld && takeBack(each) ? mHeldChanges.erase(each) : std::next(each);
-  }
+  if (!mStore.isSaving()) takeBackFrom(0);
 }
 
-bool ProfileChanger::takeBack(HeldChanges::iterator ended) {
+// The earliest first: a later one may take over what it has to put back.
+void ProfileChanger::takeBackFrom(std::size_t position) {
+  while (position < mHeldChanges.size() && mHeldChanges[position].isHeld) ++position;
+  if (position == mHeldChanges.size()) return;
+  takeBack(position, [this, position](bool isDone) {
+    if (isDone) mHeldChanges.erase(mHeldChanges.begin() + static_cast<std::ptrdiff_t>(position));
+    takeBackFrom(isDone ? position : position + 1);
+  });
+}
+
+void ProfileChanger::takeBack(std::size_t position, const std::function<void(bool isDone)>& done) {
+  const auto ended = mHeldChanges.begin() + static_cast<std::ptrdiff_t>(position);
   const auto later = std::find_if(std::next(ended), mHeldChanges.end(), [&](const HeldChange& each) {
     return each.profileID == ended->profileID && each.before == ended->after;
   });
   if (later != mHeldChanges.end()) {
     later->before = ended->before;
-    return true;
+    return done(true);
   }
-  if (valuesUnderKeysOf(ended->after, profileAt(ended->profileID)) != ended->after) return true;
-  return changeProfile(ended->profileID, ended->before) != SettingsStore::Outcome::NotSaved;
+  if (valuesUnderKeysOf(ended->after, profileAt(ended->profileID)) != ended->after) return done(true);
+  changeProfile(ended->profileID, ended->before,
+                [done](SettingsStore::Outcome outcome) { done(outcome != SettingsStore::Outcome::NotSaved); });
 }
 
 void ProfileChanger::profileDeleted(std::int64_t profileID) {

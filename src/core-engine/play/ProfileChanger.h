@@ -3,9 +3,14 @@
 //
 // Where two held controls change the same one after the other, it goes back to what was before the first when both are
 // let go, in whichever order. What somebody else changed meanwhile stays as it is.
+//
+// No change waits for the disk: it is in force when the store's save has ended, and nothing but takeBackReleased() may
+// be called before that.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +36,8 @@ class ProfileChanger {
   // Takes back what the control changed while it was held, if it changed anything. What the disk does not take is
   // kept for takeBackReleased.
   void release(std::string_view control);
-  // Tries again what could not be saved when its control was let go; nothing happens where there is no such thing.
+  // Tries again what could not be saved when its control was let go; nothing happens where there is no such thing, or
+  // where a save is under way.
   void takeBackReleased();
 
   // A profile was deleted: what was changed in it is forgotten, what was changed in one behind it moves up with it.
@@ -48,16 +54,16 @@ class ProfileChanger {
     PropertyList after;   // what they had then
     bool isHeld = true;   // false: the take-back was not saved yet
   };
-  using HeldChanges = std::vector<HeldChange>;
-
   std::int64_t activeProfileID() const;
   const PropertyList& profileAt(std::int64_t profileID) const;
-  SettingsStore::Outcome changeProfile(std::int64_t profileID, const PropertyList& settings);
-  // False: it could not be saved.
-  bool takeBack(HeldChanges::iterator ended);
+  void changeProfile(std::int64_t profileID, const PropertyList& settings, SettingsStore::Done done);
+  // What was let go, from this position on.
+  void takeBackFrom(std::size_t position);
+  // done: false when it could not be saved.
+  void takeBack(std::size_t position, const std::function<void(bool isDone)>& done);
 
   SettingsStore& mStore;
-  HeldChanges mHeldChanges;  // the latest last
+  std::vector<HeldChange> mHeldChanges;  // the latest last
 };
 
 }  // namespace vorn::engine

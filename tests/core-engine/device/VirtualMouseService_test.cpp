@@ -6,13 +6,16 @@
 
 #include <cerrno>
 #include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
 #include "core-engine/TestParts.h"
+#include "core-engine/storage/HeldDisk.h"
 #include "ports/BusConnection.h"
 #include "protocol/VirtualMouse.h"
 #include "support/BusPump.h"
@@ -38,7 +41,7 @@ class VirtualMouseServiceTest : public testing::Test {
   VirtualMouseServiceTest() {
     onEngine([this] {
       device.setEventHandler([this](const DeviceEvent& event) { events.push_back(event); });
-      service = std::make_unique<VirtualMouseService>(device, scheduler);
+      service = std::make_unique<VirtualMouseService>(device, scheduler, turns);
       std::string error;
       EXPECT_TRUE(service->start(error)) << error;
     });
@@ -103,6 +106,9 @@ class VirtualMouseServiceTest : public testing::Test {
   }
 
   const vorn::test::PrivateBus bus;
+  HeldDisk disk;
+  TestParts parts{bundle("old"), &disk.thread()};
+  SettingsTurns turns{parts.store};
   ManualScheduler scheduler;
   VirtualDevice device;
   Events events;
@@ -263,6 +269,36 @@ TEST_F(VirtualMouseServiceTest, BroadcastsTheOutputAsItHappens) {
   EXPECT_TRUE(vorn::test::serveBusUntil([&] { return heard.size() == 2; }));
   EXPECT_EQ(heard, (Outputs{{2000, 9, 1, 1}, {2000, 9, 1, 0}}));
   sd_bus_slot_unref(slot);
+}
+
+TEST_F(VirtualMouseServiceTest, AnswersWhenWhatItCausedHasHappened) {
+  disk.hold(parts.disk);
+  onEngine([this] {
+    device.setEventHandler([this](const DeviceEvent& event) {
+      const auto note = [this, event] { events.push_back(event); };
+      needsSettings(event) ? turns.whenSaved(note) : turns.inTurn(note);
+    });
+    parts.store.put(bundle("new"), [](SettingsStore::Outcome) {});
+  });
+  // What has nothing to do with the settings does not wait for the disk.
+  EXPECT_EQ(call("SetBattery", "i", 50), "");
+  EXPECT_EQ(call("Type", "uub", 7U, 4U, 1), "");
+  EXPECT_EQ(takeOutput(), Outputs());
+  EXPECT_EQ(takeEvents(), (Events{BatteryChanged{}, KeyChanged{7, 4, true}}));
+
+  std::future<std::string> pressed = std::async(std::launch::async, [this] { return call("Press", "s", "43"); });
+  while (state().back() != "pressed as 43,") std::this_thread::yield();
+  std::future<std::string> typed = std::async(std::launch::async, [this] { return call("Type", "uub", 7U, 4U, 0); });
+  EXPECT_EQ(takeEvents(), Events());
+  EXPECT_EQ(pressed.wait_for(0s), std::future_status::timeout);
+  disk.goOn();
+  onEngine([this] {
+    parts.store.settle();
+    turns.goOn();
+  });
+  EXPECT_EQ(pressed.get(), "");
+  EXPECT_EQ(typed.get(), "");
+  EXPECT_EQ(takeEvents(), (Events{ControlChanged{"43", true}, KeyChanged{7, 4, false}}));
 }
 
 TEST_F(VirtualMouseServiceTest, LeavesTheBusAndTheDeviceWithItsEnd) {

@@ -5,6 +5,7 @@
 
 #include "core-engine/AssignmentFixture.h"
 #include "core-engine/requests/ProfileRequests.h"
+#include "core-engine/storage/HeldDisk.h"
 #include "model/Controls.h"
 
 namespace vorn::engine::test {
@@ -457,6 +458,54 @@ TEST_F(AssignmentPlayerSettingsTest, LeavesAKeymapThatSomebodyElseChoseBeforeThe
   setProfile(0, profile().with("KeymapID", 3));
   parts.profiles.takeBackReleased();
   EXPECT_EQ(keymap(), 3);
+}
+
+class AssignmentPlayerSavingTest : public testing::Test {
+ protected:
+  void hold() { held.hold(parts.disk); }
+  // A save is under way, and ends.
+  void endSave() {
+    EXPECT_TRUE(parts.store.isSaving());
+    held.goOn();
+    parts.store.settle();
+  }
+  PropertyList first() { return parts.store.bundle()["Profiles"].at(0); }
+
+  HeldDisk held;
+  TestParts parts{bundleOf({profile("One")}), &held.thread()};
+};
+
+TEST_F(AssignmentPlayerSavingTest, DoesNotWaitForTheDisk) {
+  RecordingLauncher launcher;
+  AssignmentPlayer player(parts.parts(), launcher);
+  hold();
+  player.handle(ControlChanged{std::string(keymapKey), true});
+  EXPECT_EQ(first()["KeymapID"], PropertyList(0));
+  // What is typed and the battery need no settings.
+  player.handle(KeyChanged{7, 4, true});
+  player.handle(BatteryChanged{});
+  EXPECT_EQ(first()["KeymapID"], PropertyList(0));
+  endSave();
+  EXPECT_EQ(first()["KeymapID"], PropertyList(1));
+  EXPECT_EQ(parts.stored(), parts.store.bundle());
+}
+
+TEST_F(AssignmentPlayerSavingTest, TakesBackOneAfterTheOtherWhatWasLetGoAtOnce) {
+  const PropertyList before = parts.store.bundle();
+  hold();
+  parts.profiles.changeWhileHeld("43", PropertyList::dictionary({{"DPIX", 300}}));
+  endSave();
+  parts.profiles.changeWhileHeld("20", PropertyList::dictionary({{"KeymapID", 3}}));
+  endSave();
+  EXPECT_EQ(first()["KeymapID"], PropertyList(3));
+  parts.profiles.release("43");
+  parts.profiles.release("20");
+  EXPECT_EQ(first()["DPIX"], PropertyList(300));
+  endSave();
+  EXPECT_EQ(first()["KeymapID"], PropertyList(3));
+  endSave();
+  EXPECT_FALSE(parts.store.isSaving());
+  EXPECT_EQ(parts.store.bundle(), before);
 }
 
 TEST_F(AssignmentPlayerSettingsTest, ChangesNothingWithoutSettings) {
