@@ -1,5 +1,7 @@
 // The program itself on a bus of its own, spoken to as a client speaks to it.
 #include <gtest/gtest.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -7,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core-engine/TestBundle.h"
@@ -65,6 +68,29 @@ std::optional<std::string> firstLine(ChildProcess& process) {
 bool saysSoon(ChildProcess& process, std::string_view text) {
   return process.waitForLine([&](const std::string& line) { return line.find(text) != std::string::npos; }).has_value();
 }
+
+// Stops all threads of a child but its first one, so that a save of the engine takes as long as the test wants.
+class HeldThreads {
+ public:
+  explicit HeldThreads(pid_t process) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
+      const pid_t thread = std::stoi(entry.path().filename());
+      if (thread == process || ptrace(PTRACE_SEIZE, thread, nullptr, nullptr) != 0) continue;
+      ptrace(PTRACE_INTERRUPT, thread, nullptr, nullptr);
+      if (waitpid(thread, nullptr, __WALL) == thread) mThreads.push_back(thread);
+    }
+  }
+  ~HeldThreads() {
+    for (const pid_t thread : mThreads) ptrace(PTRACE_DETACH, thread, nullptr, nullptr);
+  }
+  HeldThreads(const HeldThreads&) = delete;
+  HeldThreads& operator=(const HeldThreads&) = delete;
+
+  bool isEmpty() const { return mThreads.empty(); }
+
+ private:
+  std::vector<pid_t> mThreads;
+};
 
 class CoreEngineProgramTest : public testing::Test {
  protected:
@@ -349,6 +375,33 @@ TEST_F(CoreEngineProgramTest, DoesNotWaitForAClientThatTakesNoAnswers) {
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 
+TEST_F(CoreEngineProgramTest, HearsTheMouseAndItsClientsWhileTheDiskTakesItsTime) {
+  const auto engine = startEngine({"--defaults", defaults});
+  ASSERT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
+  const BusTarget mouse{"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"};
+  const auto succeeds = [&](const char* method, const std::vector<BusInput>& inputs) {
+    return callBusMethod(mouse, method, inputs, 20s).status == BusAnswer::Status::Success;
+  };
+  const auto keymap = [&] {
+    return readPropertyListFile(folder.path("state/settings.plist")).value()["Profiles"].at(0)["KeymapID"];
+  };
+  {
+    const HeldThreads held(engine->id());
+    ASSERT_FALSE(held.isEmpty());
+    sendRequest(renaming("new"), MessageID::UpdateProfile);
+    EXPECT_TRUE(succeeds("SetBattery", {{"i", 50}}));
+    EXPECT_TRUE(succeeds("Type", {{"u", 7}, {"u", 4}, {"b", true}}));
+    // What a control does waits for the save, and what comes behind it waits with it; nobody else does.
+    EXPECT_TRUE(postBusMethod(mouse, "Press", {{"s", "keymap"}}));
+    EXPECT_TRUE(postBusMethod(mouse, "Release", {{"s", "keymap"}}));
+    sendRequest(request(), MessageID::GetAllSettings);
+    EXPECT_TRUE(succeeds("State", {}));
+    EXPECT_EQ(keymap(), PropertyList(0));
+  }
+  EXPECT_TRUE(succeeds("Press", {{"s", "keymap"}}));
+  EXPECT_EQ(keymap(), PropertyList(2));
+}
+
 TEST_F(CoreEngineProgramTest, TellsNoMoreKeysWhenTheClientThatCapturesThemVanishes) {
   const auto engine = startEngine();
   int keys = 0;
@@ -382,9 +435,13 @@ TEST_F(CoreEngineProgramTest, DoesNotCaptureForAClientThatHasNoPort) {
   int keys = 0;
   auto& center = DistributedNotificationCenter::defaultCenter();
   center.addObserver(this, "SingleKeyEvent273", [&](const Notification&) { ++keys; });
-  for (const char* const port : {"MissingPort", "", "VornCoreEngineMsgPort"}) {
+  const std::string asked = "request 29 (start single-key recording) of :";
+  for (const auto& [port, said] : std::vector<std::pair<std::string, std::string>>{
+           {"", asked},
+           {"VornCoreEngineMsgPort", asked},
+           {"MissingPort", "answer 29 (start single-key recording) to MissingPort"}}) {
     sendRequest(request().with("ResponseMsgPortName", port), MessageID::StartSingleKeyRecording);
-    ASSERT_TRUE(saysSoon(*engine, "request 29 (start single-key recording) of :"));
+    ASSERT_TRUE(saysSoon(*engine, said));
     callBusMethod({"org.vorn.VirtualMouse", "/org/vorn/VirtualMouse", "org.vorn.VirtualMouse1"}, "Type",
                   {{"u", 7}, {"u", 4}, {"b", true}}, 20s);
   }
