@@ -4,8 +4,8 @@
 // Where two held controls change the same one after the other, it goes back to what was before the first when both are
 // let go, in whichever order. What somebody else changed meanwhile stays as it is.
 //
-// No change waits for the disk: it is in force when the store's save has ended, and nothing but takeBackReleased() may
-// be called before that.
+// No change waits for the disk: it is in force when the store's save has ended, and nothing but release() and
+// takeBackReleased() may be called before that.
 #pragma once
 
 #include <cstddef>
