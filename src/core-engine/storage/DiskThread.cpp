@@ -1,11 +1,30 @@
 #include "core-engine/storage/DiskThread.h"
 
+#include <csignal>
 #include <utility>
 
 namespace vorn::engine {
 
+DiskThread::DiskThread(Work ended) : mEnded(std::move(ended)), mThread(begin()) {}
+
 DiskThread::~DiskThread() {
   wait();
+}
+
+// A signal that is sent to the process must find a thread that listens to it, and a new one inherits what is blocked.
+std::jthread DiskThread::begin() {
+  sigset_t all;
+  sigset_t before;
+  sigfillset(&all);
+  pthread_sigmask(SIG_SETMASK, &all, &before);
+  try {
+    std::jthread thread([this](const std::stop_token& stop) { run(stop); });
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return thread;
+  } catch (...) {
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    throw;
+  }
 }
 
 void DiskThread::start(Work work) {
@@ -14,7 +33,6 @@ void DiskThread::start(Work work) {
     mWork = std::move(work);
   }
   mChanged.notify_all();
-  if (!mThread.joinable()) mThread = std::jthread([this](const std::stop_token& stop) { run(stop); });
 }
 
 bool DiskThread::isIdle() const {

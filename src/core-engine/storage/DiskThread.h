@@ -13,14 +13,15 @@ class DiskThread {
  public:
   using Work = std::function<void()>;
 
-  // ended is called on the disk thread after each work.
-  explicit DiskThread(Work ended) : mEnded(std::move(ended)) {}
+  // Begins the thread, which takes no signals. ended is called on it after each work. Throws std::system_error where
+  // the system has no thread left.
+  explicit DiskThread(Work ended);
   // Waits for the work under way.
   ~DiskThread();
   DiskThread(const DiskThread&) = delete;
   DiskThread& operator=(const DiskThread&) = delete;
 
-  // Does the work on the disk thread, which begins with the first one. Only after the work before has ended.
+  // Does the work on the disk thread. Only after the work before has ended.
   void start(Work work);
   // Whether the work has ended, and all that it did is to be seen here.
   bool isIdle() const;
@@ -28,6 +29,7 @@ class DiskThread {
   void wait() const;
 
  private:
+  std::jthread begin();
   void run(const std::stop_token& stop);
 
   Work mEnded;

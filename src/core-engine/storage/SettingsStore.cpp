@@ -88,6 +88,7 @@ void SettingsStore::settleEnded() {
 }
 
 void SettingsStore::finish(const Save& save) {
+  mIsOnDisk = save.isSaved;
   if (!save.isSaved) {
     // A slider that is dragged on a full disk would otherwise tell the same at every step.
     if (save.error != mLastSaveError) {
@@ -98,7 +99,6 @@ void SettingsStore::finish(const Save& save) {
   }
   if (!mLastSaveError.empty()) mLog.line("the settings are saved again");
   mLastSaveError.clear();
-  mIsOnDisk = true;
   const PropertyList before = std::exchange(mBundle, save.bundle);
   if (mChangeHandler && !before.isNone() && before != mBundle) mChangeHandler(before, mBundle);
   save.done(Outcome::Done);

@@ -56,8 +56,8 @@ class SettingsStore {
   void fill(const PropertyList& bundle);
 
   // Puts the changed bundle, made of the one in force, in its place; nothing is a refusal. An empty store refuses. A
-  // bundle equal to the one in force is done without a save. done is called once: within the call, or when the save has
-  // ended and the change handler has been told. Only while no save is under way.
+  // bundle equal to the one in force is done without a save, unless the last save failed. done is called once: within
+  // the call, or when the save has ended and the change handler has been told. Only while no save is under way.
   void put(const std::optional<PropertyList>& changed, Done done);
   // The same with the result of the transformation, for which it waits; a save under way comes to its end first.
   Outcome apply(const Transformation& transformation);
@@ -92,7 +92,7 @@ class SettingsStore {
   ChangeHandler mChangeHandler;
   PropertyList mBundle;
   std::optional<Save> mSave;  // under way on the disk thread
-  bool mIsOnDisk = false;
+  bool mIsOnDisk = false;     // for certain; a save that failed may have left its bundle there
   bool mIsClosed = false;
   std::string mLastSaveError;  // empty after a save that succeeded
 };

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <csignal>
+#include <filesystem>
+#include <iterator>
 #include <semaphore>
 #include <string>
 #include <vector>
@@ -46,6 +49,29 @@ TEST(DiskThreadTest, EndsItsWorkBeforeItGoes) {
     disk.start([&] { isDone = true; });
   }
   EXPECT_TRUE(isDone);
+}
+
+TEST(DiskThreadTest, TakesNoSignals) {
+  DiskThread disk([] {});
+  sigset_t blocked;
+  sigemptyset(&blocked);
+  disk.start([&] { pthread_sigmask(SIG_SETMASK, nullptr, &blocked); });
+  disk.wait();
+  for (const int signal : {SIGTERM, SIGINT}) EXPECT_EQ(sigismember(&blocked, signal), 1);
+  sigset_t own;
+  pthread_sigmask(SIG_SETMASK, nullptr, &own);
+  EXPECT_EQ(sigismember(&own, SIGTERM), 0);
+}
+
+TEST(DiskThreadTest, NeedsNoFurtherThreadForItsFirstWork) {
+  DiskThread disk([] {});
+  const auto threads = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), std::filesystem::directory_iterator());
+  };
+  const auto atFirst = threads();
+  disk.start([] {});
+  disk.wait();
+  EXPECT_EQ(threads(), atFirst);
 }
 
 TEST(DiskThreadTest, GoesWithoutEverHavingWorked) {

@@ -273,6 +273,20 @@ TEST_P(SettingsStoreFaultTest, PutsNothingInForceWhicheverStepFailsOnceWithOnlyT
   }
 }
 
+TEST_P(SettingsStoreFaultTest, BringsTheBundleInForceBackToTheDiskAfterASaveThatLeftAnother) {
+  for (int operation = 1;; ++operation) {
+    MemoryFileSystem disk = usedDisk();
+    Engine engine(disk);
+    disk.failFrom(operation, GetParam());
+    engine.change(bundle("new"));
+    if (disk.operations() < operation) break;
+    disk.work();
+    EXPECT_EQ(engine.change(bundle("old")), Outcome::Done) << operation;
+    EXPECT_EQ(stored(disk), bundle("old")) << operation;
+    ASSERT_LT(operation, 100);
+  }
+}
+
 TEST_P(SettingsStoreFaultTest, LosesNothingWhenEveryStepFromSomeStepOnFails) {
   for (int operation = 1;; ++operation) {
     MemoryFileSystem disk = usedDisk();
