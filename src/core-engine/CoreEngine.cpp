@@ -11,6 +11,7 @@
 #include "core-engine/ShortTurns.h"
 #include "core-engine/play/PosixProgramLauncher.h"
 #include "core-engine/play/ServiceProgramLauncher.h"
+#include "core-engine/requests/Farewell.h"
 #include "model/SettingsKeys.h"
 #include "ports/BusConnection.h"
 #include "ports/MessagePort.h"
@@ -21,11 +22,6 @@
 namespace vorn::engine {
 
 namespace {
-
-// When the engine is told to end: so long it goes on to save what clients asked for before, and so long it answers
-// them.
-constexpr Scheduler::Duration maximumLastSaves = std::chrono::milliseconds(200);
-constexpr Scheduler::Duration maximumFarewell = std::chrono::milliseconds(350);
 
 std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
   if (options.isService) return std::make_unique<ServiceProgramLauncher>();
@@ -88,16 +84,8 @@ int CoreEngine::run() {
 }
 
 void CoreEngine::end() {
-  const Scheduler::Duration begun = mScheduler.now();
-  const auto isOver = [&](Scheduler::Duration limit) { return mScheduler.now() - begun > limit; };
   releaseAll();
-  mIntake.endPauses();
-  while (!(mIntake.isEmpty() && mTurns.isEmpty()) && !isOver(maximumFarewell)) {
-    if (isOver(maximumLastSaves)) mStore.close();
-    mTurns.goOn();
-    mIntake.serveNext();
-    mStore.settle();
-  }
+  serveLastRequests(mIntake, mTurns, mStore, mScheduler);
   releaseAll();
   // Giving up one name after the other would take three answers of a bus that may be busy.
   BusConnection::forThisThread().close();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core-engine/requests/Farewell.h"
 #include "core-engine/requests/RequestDispatcher.h"
 #include "core-engine/requests/RequestIntake.h"
 #include "core-engine/storage/HeldDisk.h"
@@ -28,6 +29,19 @@ class RequestDispatcherSavingTest : public testing::Test {
          PropertyList::dictionary(
              {{"ProfileID", 0}, {"DeviceSettingsDictionary", PropertyList::dictionary({{"ProfileName", name}})}}));
   }
+  // From now on a save takes a second, which has passed when its bundle comes into force.
+  void slowDown() {
+    parts.store.setChangeHandler(
+        [this](const auto&, const auto&) { parts.scheduler.advance(std::chrono::seconds(1)); });
+  }
+  std::vector<std::string> outcomes() const {
+    std::vector<std::string> result;
+    for (const MemoryPorts::Answer& answer : parts.ports.answers) {
+      result.push_back(answer.port + " " + std::to_string(answer.messageID) + ": " +
+                       std::to_string(answer.body["ReturnStatus"].toInt()));
+    }
+    return result;
+  }
   static PropertyList changed(const std::string& name, int status = 0) {
     return PropertyList::dictionary({{"ReturnDictionary", bundle(name)}, {"ReturnStatus", status}});
   }
@@ -35,6 +49,7 @@ class RequestDispatcherSavingTest : public testing::Test {
   HeldDisk held;
   TestParts parts{bundle("old"), &held.thread()};
   RequestDispatcher dispatcher{parts.parts(), parts.ports};
+  SettingsTurns turns{parts.store};
   RequestIntake intake{parts.log, parts.scheduler, [this](const auto& message, const std::function<void()>& done) {
                          dispatcher.receive(message, done);
                        }};
@@ -99,6 +114,31 @@ TEST_F(RequestDispatcherSavingTest, KeepsARecordingUntilItsSaveHasEnded) {
   parts.store.settle();
   EXPECT_EQ(parts.ports.answers.back().body["ReturnStatus"], PropertyList(0));
   EXPECT_FALSE(parts.recorder.belongsTo("One"));
+}
+
+TEST_F(RequestDispatcherSavingTest, ServesWhatWaitsBehindASlowSaveBeforeItsEnd) {
+  rename("One", "new");
+  intake.serveNext();
+  held.awaitSync();
+  rename("Two", "newer");
+  send("One", 4);
+  held.goOn();
+  held.goOn();
+  slowDown();
+  serveLastRequests(intake, turns, parts.store, parts.scheduler);
+  EXPECT_EQ(outcomes(), (std::vector<std::string>{"One 6: 0", "Two 6: 0", "One 4: 0"}));
+  EXPECT_EQ(parts.stored(), bundle("newer"));
+}
+
+TEST_F(RequestDispatcherSavingTest, RefusesFurtherChangesBeforeItsEndWhenTheDiskIsSlowAndAnswersTheRest) {
+  rename("One", "new");
+  rename("Two", "refused");
+  send("One", 4);
+  held.goOn();
+  slowDown();
+  serveLastRequests(intake, turns, parts.store, parts.scheduler);
+  EXPECT_EQ(outcomes(), (std::vector<std::string>{"One 6: 0", "Two 6: 4", "One 4: 0"}));
+  EXPECT_EQ(parts.stored(), bundle("new"));
 }
 
 }  // namespace
