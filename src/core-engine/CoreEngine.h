@@ -27,6 +27,7 @@
 #include "core-engine/storage/SettingsFile.h"
 #include "core-engine/storage/SettingsStore.h"
 #include "core-engine/storage/SettingsTurns.h"
+#include "ports/ConnectionProcess.h"
 #include "ports/RunLoop.h"
 
 namespace vorn::engine {
@@ -91,7 +92,8 @@ class CoreEngine : private RequestObserver {
       [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};
   RequestIntake mIntake{mLog, mScheduler,
-                        [this](const auto& message, std::function<void()> done) { serve(message, std::move(done)); }};
+                        [this](const auto& message, const std::function<void()>& done) { serve(message, done); },
+                        askForProcess};
   bool mIsGivingMemoryBack = false;
 };
 

@@ -16,86 +16,142 @@ std::size_t maximumBodySize(std::int32_t messageID) {
   return messageID == static_cast<std::int32_t>(MessageID::ReplaceAllProfiles) ? allProfiles : oneRecord;
 }
 
-RequestIntake::RequestIntake(Log& log, Scheduler& scheduler, Serve serve)
-    : mLog(log), mScheduler(scheduler), mServe(std::move(serve)) {}
+RequestIntake::RequestIntake(Log& log, Scheduler& scheduler, Serve serve, AskForProcess askForProcess)
+    : mLog(log), mScheduler(scheduler), mServe(std::move(serve)), mAskForProcess(std::move(askForProcess)) {}
 
 RequestIntake::~RequestIntake() {
   mScheduler.cancel(mPauseTicket);
 }
 
-bool RequestIntake::hasRoom(const Sender& sender, std::size_t size) const {
-  return sender.requests.size() < maximumWaiting && sender.size + size <= maximumWaitingSize &&
-         mTotalSize + size <= maximumTotalSize;
+std::size_t RequestIntake::costOf(std::size_t size) {
+  return size > maximumSmallSize ? size : size + overhead;
+}
+
+std::size_t& RequestIntake::waitingOf(std::size_t size) {
+  return size > maximumSmallSize ? mLargeWaiting : mSmallWaiting;
+}
+
+const char* RequestIntake::obstacle(const Sender* sender, std::size_t size, bool isFirst) const {
+  if (!isFirst && (sender->requests.size() >= maximumWaiting || sender->size + size > maximumWaitingSize)) {
+    return "too many of its requests wait";
+  }
+  const bool isSmall = size <= maximumSmallSize;
+  const std::size_t maximum = isFirst ? maximumSmallWaiting + maximumFirstWaiting : maximumSmallWaiting;
+  const bool hasRoom = isSmall ? mSmallWaiting + costOf(size) <= maximum
+                               : mLargeWaiting == 0 || mLargeWaiting + size <= maximumLargeWaiting;
+  return hasRoom ? nullptr : "too many requests wait";
 }
 
 std::optional<Bytes> RequestIntake::receive(const LocalMessagePort::Message& message) {
   const std::size_t size = message.data.size();
-  const auto known = mSenders.find(message.sender);
+  auto sender = mSenders.find(message.sender);
+  const Sender* known = sender != mSenders.end() ? &sender->second : nullptr;
   std::optional<Bytes> taken = Bytes();
   if (size > maximumBodySize(message.messageID)) {
     reportRefusal(message.sender, "a body of " + std::to_string(size) + " bytes");
     taken.reset();
-  } else if (known != mSenders.end() && !hasRoom(known->second, size)) {
-    reportRefusal(message.sender, "too many of its requests wait");
+  } else if (const char* reason = obstacle(known, size, known == nullptr || known->requests.empty())) {
+    reportRefusal(message.sender, reason);
     taken.reset();
   } else {
-    if (known == mSenders.end()) mTurns.emplace_back(message.sender);
-    Sender& sender = known != mSenders.end() ? known->second : mSenders[std::string(message.sender)];
-    sender.requests.push_back({message.messageID, Bytes(message.data.begin(), message.data.end())});
-    sender.size += size;
-    mTotalSize += size;
+    if (known == nullptr) sender = add(message.sender);
+    sender->second.requests.push_back({message.messageID, Bytes(message.data.begin(), message.data.end())});
+    sender->second.size += size;
+    waitingOf(size) += costOf(size);
   }
   if (++mArrivals >= maximumArrivals) serveNext();
   return taken;
+}
+
+RequestIntake::Senders::iterator RequestIntake::add(std::string_view name) {
+  const auto sender = mSenders.try_emplace(std::string(name)).first;
+  sender->second.turn = std::make_shared<std::uint64_t>(++mLastTurn);
+  mQueue.push_back(sender);
+  const auto known = mProcesses.find(name);
+  if (known != mProcesses.end()) {
+    if (known->second) joinProcess(sender->second, *known->second);
+  } else if (mAskForProcess && mSenders.size() > fewConnections) {
+    if (mProcesses.size() >= maximumKnownProcesses) mProcesses.clear();
+    mProcesses[sender->first];
+    mAskForProcess(sender->first, [this, isAlive = std::weak_ptr(mIsAlive),
+                                   asked = sender->first](std::optional<std::uint32_t> process) {
+      if (!isAlive.expired()) noteProcess(asked, process);
+    });
+  }
+  return sender;
+}
+
+void RequestIntake::noteProcess(const std::string& name, std::optional<std::uint32_t> process) {
+  const std::uint32_t number = process.value_or(0);
+  mProcesses[name] = number;
+  if (const auto sender = mSenders.find(name); sender != mSenders.end()) joinProcess(sender->second, number);
+}
+
+// The turns of a process that has none are those of its first connection.
+void RequestIntake::joinProcess(Sender& sender, std::uint32_t process) {
+  const auto known = mTurns.find(process);
+  if (const Turn turn = known != mTurns.end() ? known->second.lock() : nullptr) {
+    sender.turn = turn;
+    return;
+  }
+  std::erase_if(mTurns, [](const auto& entry) { return entry.second.expired(); });
+  mTurns[process] = sender.turn;
 }
 
 bool RequestIntake::pauses(const Sender& sender) const {
   return mHasPauses && sender.requests.size() > patientWaiting && mScheduler.now() < sender.pausesUntil;
 }
 
-std::deque<std::string>::iterator RequestIntake::nextTurn() {
-  return std::ranges::find_if(mTurns, [this](const std::string& name) { return !pauses(mSenders.find(name)->second); });
+RequestIntake::Queue::iterator RequestIntake::nextTurn() {
+  auto next = mQueue.end();
+  for (auto each = mQueue.begin(); each != mQueue.end(); ++each) {
+    const Sender& sender = (*each)->second;
+    if ((next == mQueue.end() || *sender.turn < *(*next)->second.turn) && !pauses(sender)) next = each;
+  }
+  return next;
 }
 
 bool RequestIntake::serveNext() {
   mArrivals = 0;
   if (mService) return false;
-  if (const auto turn = nextTurn(); turn != mTurns.end()) serve(turn);
+  if (const auto turn = nextTurn(); turn != mQueue.end()) serve(turn);
   if (mService) return false;
-  const bool hasNext = nextTurn() != mTurns.end();
+  const bool hasNext = nextTurn() != mQueue.end();
   if (!hasNext) awaitPauses();
   return hasNext;
 }
 
-void RequestIntake::serve(std::deque<std::string>::iterator turn) {
-  const std::string name = std::move(*turn);
-  mTurns.erase(turn);
-  Sender& sender = mSenders.find(name)->second;
+void RequestIntake::serve(Queue::iterator turn) {
+  const auto entry = *turn;
+  const std::string name = entry->first;
+  mQueue.erase(turn);
+  Sender& sender = entry->second;
   const Waiting request = std::move(sender.requests.front());
   sender.requests.pop_front();
   sender.size -= request.data.size();
-  mTotalSize -= request.data.size();
-  mService = Service{name, mScheduler.now()};
+  mService = Service{entry, request.data.size(), mScheduler.now()};
   mIsBeginning = true;
   mServe({request.messageID, request.data, name}, [this] { noteServed(); });
   mIsBeginning = false;
 }
 
 void RequestIntake::noteServed() {
-  const Service service = std::move(*std::exchange(mService, std::nullopt));
-  const auto sender = mSenders.find(service.sender);
-  if (sender->second.requests.empty()) {
-    mSenders.erase(sender);
+  const Service service = *std::exchange(mService, std::nullopt);
+  waitingOf(service.size) -= costOf(service.size);
+  Sender& sender = service.sender->second;
+  *sender.turn = ++mLastTurn;
+  if (sender.requests.empty()) {
+    mSenders.erase(service.sender);
   } else {
     const Scheduler::Duration ended = mScheduler.now();
-    sender->second.pausesUntil = ended + pauseFactor * (ended - service.begun);
-    mTurns.push_back(service.sender);
+    sender.pausesUntil = ended + pauseFactor * (ended - service.begun);
+    mQueue.push_back(service.sender);
   }
   if (!mIsBeginning && mReadyHandler) mReadyHandler();
 }
 
 void RequestIntake::awaitPauses() {
-  if (mTurns.empty() || mPauseTicket != 0) return;
+  if (mQueue.empty() || mPauseTicket != 0) return;
   Scheduler::Duration first = Scheduler::Duration::max();
   for (const auto& [name, sender] : mSenders) first = std::min(first, sender.pausesUntil);
   mPauseTicket = mScheduler.after(first - mScheduler.now(), [this] {
