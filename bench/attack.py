@@ -24,6 +24,8 @@ ATTACKS = (
     ("changes, unlimited", [["flood", "0"]]),
     ("a client that never reads", [["silent"]]),
     ("4 bodies of 60 MB", [["big"]]),
+    ("bodies of 4 MB, come and go", [["come-and-go"]]),
+    ("a crowd of 200 connections", [["crowd", "200"]]),
     ("forged news, 1,000 a second", [["forge", name, "1000"] for name in NEWS]),
 )
 
