@@ -28,7 +28,7 @@ class MemoryPorts : public ReplyPorts {
   void lookUp(std::string_view portName, std::function<void(bool exists)> done) override {
     done(names.contains(portName));
   }
-  void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) override {
+  void post(std::string_view, std::string_view portName, std::int32_t messageID, BytesView data, Done done) override {
     if (!names.contains(portName)) {
       tellLost(std::string(portName));
       return done(Outcome::NoSuchPort);

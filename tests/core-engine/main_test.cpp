@@ -371,7 +371,7 @@ TEST_F(CoreEngineProgramTest, DoesNotWaitForAClientThatTakesNoAnswers) {
   for (int count = 0; count < 200; ++count) {
     sendRequest(request().with("ResponseMsgPortName", "DeafPort"), MessageID::GetAllSettings);
   }
-  EXPECT_TRUE(saysSoon(*engine, "no answer to request 4 (get all settings): too many answers to the port are unread"));
+  EXPECT_TRUE(saysSoon(*engine, "no answer to request 4 (get all settings): too many answers are unread"));
   EXPECT_EQ(answerTo(MessageID::GetAllSettings, request()), allSettings(bundle("factory")));
 }
 

@@ -37,7 +37,9 @@ void writeConfiguration(const std::string& folder) {
       << "</servicedir>\n"
          "  <policy context=\"default\">\n"
          "    <allow send_destination=\"*\" eavesdrop=\"true\"/>\n    <allow eavesdrop=\"true\"/>\n"
-         "    <allow own=\"*\"/>\n  </policy>\n</busconfig>\n";
+         "    <allow own=\"*\"/>\n  </policy>\n"
+         // As in a session; without it the daemon has the limit of a system's bus.
+         "  <limit name=\"max_replies_per_connection\">50000</limit>\n</busconfig>\n";
 }
 
 }  // namespace

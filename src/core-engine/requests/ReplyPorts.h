@@ -20,7 +20,7 @@ class ReplyPorts {
     Sent,        // the port's owner has read it
     Gone,        // the port went with its owner, who may have read it before
     NoSuchPort,  // nobody has the port
-    Unread,      // dropped: the port's owner leaves too many messages unread
+    Unread,      // dropped: too many messages are unread, of the port, of the client or of all
     Failed,
   };
   using Done = std::function<void(Outcome outcome)>;
@@ -30,8 +30,10 @@ class ReplyPorts {
 
   // Tells whether somebody has the port and reads; done is called once, now or later.
   virtual void lookUp(std::string_view portName, std::function<void(bool exists)> done) = 0;
-  // Hands the message over without waiting for anything. done is called once, now or later.
-  virtual void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) = 0;
+  // Hands the message, which the client (unique bus name) asked for, over without waiting for anything. done is called
+  // once, now or later.
+  virtual void post(std::string_view client, std::string_view portName, std::int32_t messageID, BytesView data,
+                    Done done) = 0;
 
   // Is told of every port that goes, and of one that an answer did not find.
   void setLostHandler(LostHandler handler) { mLostHandler = std::move(handler); }
@@ -45,12 +47,18 @@ class ReplyPorts {
   LostHandler mLostHandler;
 };
 
-// Over the session bus. A port whose owner does not read loses what it does not read, and nobody else waits for it.
+// Over the session bus. A port whose owner does not read loses what it does not read, and so does a client whose
+// answers nobody reads, however many ports it names. Nobody else waits for them.
 class BusReplyPorts : public ReplyPorts {
  public:
-  // So many messages of a port may be unread, and so many bytes beside a single larger one.
+  // So many messages of a port may be unread, and of a client, and so many bytes beside a single larger one.
   static constexpr std::size_t maximumUnread = 64;
   static constexpr std::size_t maximumUnreadSize = std::size_t{8} * 1024 * 1024;
+  // The same of all together; and so much more, where it is the first of both its port and its client.
+  static constexpr std::size_t maximumTotal = 256;
+  static constexpr std::size_t maximumTotalSize = std::size_t{32} * 1024 * 1024;
+  static constexpr std::size_t maximumFirst = 1024;
+  static constexpr std::size_t maximumFirstSize = std::size_t{16} * 1024 * 1024;
 
   BusReplyPorts();
   ~BusReplyPorts() override;
@@ -58,10 +66,11 @@ class BusReplyPorts : public ReplyPorts {
   BusReplyPorts& operator=(const BusReplyPorts&) = delete;
 
   void lookUp(std::string_view portName, std::function<void(bool exists)> done) override;
-  void post(std::string_view portName, std::int32_t messageID, BytesView data, Done done) override;
+  void post(std::string_view client, std::string_view portName, std::int32_t messageID, BytesView data,
+            Done done) override;
 
  private:
-  struct State;
+  class State;
   std::shared_ptr<State> mState;
   PortLosses mLosses;
 };

@@ -93,19 +93,20 @@ void RequestDispatcher::answer(const RequestKind& kind, const Request& request, 
   std::string error;
   const auto bytes = encodeBinaryPropertyList(body, &error);
   if (!bytes) return fault(error);
-  mPorts.post(portName, static_cast<std::int32_t>(kind.messageID), *bytes, [fault](ReplyPorts::Outcome outcome) {
+  const auto sent = [fault](ReplyPorts::Outcome outcome) {
     switch (outcome) {
       case ReplyPorts::Outcome::NoSuchPort:
         return fault("there is no such port");
       case ReplyPorts::Outcome::Unread:
-        return fault("too many answers to the port are unread");
+        return fault("too many answers are unread");
       case ReplyPorts::Outcome::Failed:
         return fault("the port cannot be reached");
       case ReplyPorts::Outcome::Sent:
       case ReplyPorts::Outcome::Gone:
         break;
     }
-  });
+  };
+  mPorts.post(request.sender, portName, static_cast<std::int32_t>(kind.messageID), *bytes, sent);
   if (mParts.log.isVerbose()) mParts.log.line("answer " + title(kind) + " to " + portName + ": " + body.description());
 }
 
