@@ -1,11 +1,16 @@
 #include "ports/BusConnection.h"
 
 #include <poll.h>
+#include <sys/socket.h>
 #include <systemd/sd-bus.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <condition_variable>
 #include <cstring>
+#include <mutex>
+#include <system_error>
+#include <thread>
 
 #include "ports/BusCall.h"
 
@@ -15,13 +20,13 @@ namespace {
 
 // How long the bus may take to greet a new connection, and to take what is still to be written at the end.
 constexpr std::chrono::milliseconds greetingTimeout{5000};
-constexpr std::chrono::milliseconds farewellTimeout{100};
+constexpr std::chrono::milliseconds farewellTimeout{150};
 // So many messages are handled in one go; a flood must not keep the event loop from its other work.
 constexpr int maximumMessagesInOneGo = 256;
 
-bool isReadyFor(sd_bus* bus, short events, std::chrono::milliseconds timeout) {
-  pollfd watched{sd_bus_get_fd(bus), events, 0};
-  return watched.fd >= 0 && poll(&watched, 1, static_cast<int>(timeout.count())) > 0 && (watched.revents & events) != 0;
+bool hasHungUp(sd_bus* bus) {
+  pollfd watched{sd_bus_get_fd(bus), POLLHUP, 0};
+  return watched.fd >= 0 && poll(&watched, 1, 0) > 0 && (watched.revents & POLLHUP) != 0;
 }
 
 }  // namespace
@@ -32,15 +37,14 @@ struct BusConnection::State {
   std::function<void()> queuedHandler;
 
   // Also sees a connection whose end sd-bus has not read yet.
-  bool isAlive() const {
-    return bus && sd_bus_is_open(bus.get()) > 0 && !isReadyFor(bus.get(), POLLHUP, std::chrono::milliseconds(0));
-  }
+  bool isAlive() const { return bus && sd_bus_is_open(bus.get()) > 0 && !hasHungUp(bus.get()); }
 
   void open();
   void close();
 
  private:
   int greet();
+  void writeQueued();
 };
 
 void BusConnection::State::open() {
@@ -71,12 +75,30 @@ int BusConnection::State::greet() {
   }
 }
 
+// sd-bus goes on writing for as long as the bus does not take it; what ends that in time is the end of the socket.
+// Handling messages until it is written would call handlers whose objects may be gone.
+void BusConnection::State::writeQueued() {
+  const int descriptor = sd_bus_get_fd(bus.get());
+  std::mutex mutex;
+  std::condition_variable_any changed;
+  const auto waitForEnd = [&](const std::stop_token& stop) {
+    std::unique_lock lock(mutex);
+    changed.wait_for(lock, stop, farewellTimeout, [] { return false; });
+    if (!stop.stop_requested()) shutdown(descriptor, SHUT_RDWR);
+  };
+  try {
+    const std::jthread limit(waitForEnd);
+    sd_bus_flush(bus.get());
+  } catch (const std::system_error&) {
+    // Without a thread it would be without a limit.
+  }
+}
+
 void BusConnection::State::close() {
   if (!bus) return;
   std::uint64_t unwritten = 0;
-  if (sd_bus_get_n_queued_write(bus.get(), &unwritten) >= 0 && unwritten > 0 &&
-      isReadyFor(bus.get(), POLLOUT, farewellTimeout))
-    sd_bus_flush(bus.get());
+  if (sd_bus_is_ready(bus.get()) > 0 && sd_bus_get_n_queued_write(bus.get(), &unwritten) >= 0 && unwritten > 0)
+    writeQueued();
   sd_bus_close(bus.get());
   bus.reset();
 }

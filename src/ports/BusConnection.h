@@ -35,8 +35,8 @@ class BusConnection {
   // Handles everything that has arrived, without blocking. False when the connection was lost.
   bool process();
 
-  // Writes what is still to be written, as far as the bus takes it, and leaves the bus: whatever this thread has there
-  // goes at once, without a word for each of it. The thread's next use of the bus would open another connection.
+  // Writes what is still to be written, as far as the bus takes it soon, and leaves the bus: whatever this thread has
+  // there goes at once, without a word for each of it. The thread's next use of the bus would open another connection.
   void close();
 
   // A blocking call of this connection may receive other messages meanwhile; they wait in the connection, and its

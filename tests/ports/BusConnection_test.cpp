@@ -3,7 +3,16 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <stdlib.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <string>
 #include <thread>
 
 #include "ports/DistributedNotificationCenter.h"
@@ -146,6 +155,111 @@ TEST(BusConnectionTest, HandlesAFloodInSeveralGoesAndLosesNothing) {
   EXPECT_LT(received, 1000);
   EXPECT_TRUE(test::serveBusUntil([&] { return received == 1000; }));
   center.removeObserver(&bus);
+}
+
+// A way to the bus that can be stopped up: from then on it takes so many bytes and no more.
+class NarrowWay {
+ public:
+  // Connections of this process that are opened from now on go this way.
+  explicit NarrowWay(const PrivateBus& bus) {
+    const std::string prefix = "unix:path=";
+    const std::string busPath = bus.address().substr(prefix.size(), bus.address().find(',') - prefix.size());
+    mPath = busPath + "-way";
+    mListening = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_un own = address(mPath);
+    EXPECT_EQ(bind(mListening, reinterpret_cast<const sockaddr*>(&own), sizeof own), 0);
+    EXPECT_EQ(listen(mListening, 1), 0);
+    setenv("DBUS_SESSION_BUS_ADDRESS", (prefix + mPath).c_str(), 1);
+    mThread = std::jthread([this, busPath](const std::stop_token& stop) { carry(busPath, stop); });
+  }
+  ~NarrowWay() {
+    mThread.request_stop();
+    mThread.join();
+    close(mListening);
+  }
+  NarrowWay(const NarrowWay&) = delete;
+  NarrowWay& operator=(const NarrowWay&) = delete;
+
+  void stopUpAfter(std::size_t bytes) { mLeft = bytes; }
+
+ private:
+  static sockaddr_un address(const std::string& path) {
+    sockaddr_un result{};
+    result.sun_family = AF_UNIX;
+    path.copy(result.sun_path, sizeof result.sun_path - 1);
+    return result;
+  }
+  void carry(const std::string& busPath, const std::stop_token& stop) {
+    const int client = accept(mListening, nullptr, nullptr);
+    const int daemon = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_un there = address(busPath);
+    EXPECT_EQ(connect(daemon, reinterpret_cast<const sockaddr*>(&there), sizeof there), 0);
+    while (!stop.stop_requested()) {
+      pollfd watched[] = {{client, static_cast<short>(mLeft > 0 ? POLLIN : 0), 0}, {daemon, POLLIN, 0}};
+      poll(watched, 2, 10);
+      if ((watched[0].revents & POLLIN) != 0) mLeft -= pass(client, daemon, mLeft);
+      if ((watched[1].revents & POLLIN) != 0) pass(daemon, client, static_cast<std::size_t>(-1));
+    }
+    close(client);
+    close(daemon);
+  }
+  static std::size_t pass(int from, int to, std::size_t maximum) {
+    char buffer[65536];
+    const ssize_t taken = read(from, buffer, std::min(sizeof buffer, maximum));
+    for (ssize_t passed = 0; passed < taken;) {
+      const ssize_t written = send(to, buffer + passed, static_cast<std::size_t>(taken - passed), MSG_NOSIGNAL);
+      if (written <= 0) break;
+      passed += written;
+    }
+    return static_cast<std::size_t>(std::max<ssize_t>(taken, 0));
+  }
+
+  std::string mPath;
+  int mListening = -1;
+  std::atomic<std::size_t> mLeft = static_cast<std::size_t>(-1);
+  std::jthread mThread;
+};
+
+TEST(BusConnectionTest, DoesNotWaitForEverAtItsEndForABusThatTakesALittleAndNoMore) {
+  const PrivateBus bus;
+  LoopThread elsewhere;
+  std::unique_ptr<LocalMessagePort> port;
+  elsewhere.run([&] { port = LocalMessagePort::create("Elsewhere", [](const auto&) { return Bytes(); }); });
+  {
+    NarrowWay way(bus);
+    std::thread([&way] {
+      const auto remote = RemoteMessagePort::lookUp("Elsewhere");
+      ASSERT_TRUE(remote);
+      // More than the socket holds, so that it has room when the connection is to be closed, and less than is to come.
+      way.stopUpAfter(20'000'000);
+      EXPECT_EQ(remote->post(1, Bytes(60'000'000)), RemoteMessagePort::Status::Success);
+      const auto begun = std::chrono::steady_clock::now();
+      BusConnection::forThisThread().close();
+      EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(10));
+    }).join();
+  }
+  elsewhere.run([&] { port.reset(); });
+}
+
+TEST(BusConnectionTest, WritesAtItsEndWhatTheBusTakes) {
+  const PrivateBus bus;
+  LoopThread elsewhere;
+  std::unique_ptr<LocalMessagePort> port;
+  std::promise<std::size_t> received;
+  elsewhere.run([&] {
+    port = LocalMessagePort::create("Elsewhere", [&](const LocalMessagePort::Message& message) {
+      received.set_value(message.data.size());
+      return Bytes();
+    });
+  });
+  std::thread([] {
+    const auto remote = RemoteMessagePort::lookUp("Elsewhere");
+    ASSERT_TRUE(remote);
+    EXPECT_EQ(remote->post(1, Bytes(2'000'000)), RemoteMessagePort::Status::Success);
+    BusConnection::forThisThread().close();
+  }).join();
+  EXPECT_EQ(received.get_future().get(), 2'000'000U);
+  elsewhere.run([&] { port.reset(); });
 }
 
 }  // namespace
