@@ -67,6 +67,9 @@ struct DistributedNotificationCenter::State {
   std::optional<PortWatch> believed;
 
   BusConnection& connection();
+  void believe(const std::string& portName) {
+    believed.emplace(portName, [] {});
+  }
   bool isBelieved(sd_bus_message* message) const;
   void add(std::shared_ptr<Registration> registration);
   void removeIf(const std::function<bool(const Registration&)>& isMeant);
@@ -95,6 +98,8 @@ BusConnection& DistributedNotificationCenter::State::connection() {
   object.reset(added);
   idleRules.clear();
   for (const auto& [name, count] : observersOfName) addRule(connection, name);
+  // Names of connections mean something on one bus alone.
+  if (believed) believe(std::string(believed->portName()));
   return connection;
 }
 
@@ -197,7 +202,7 @@ DistributedNotificationCenter::DistributedNotificationCenter() : mState(std::mak
 DistributedNotificationCenter::~DistributedNotificationCenter() = default;
 
 void DistributedNotificationCenter::believeOnly(std::string_view portName) {
-  mState->believed.emplace(portName, [] {});
+  mState->believe(std::string(portName));
 }
 
 void DistributedNotificationCenter::addObserver(Observer observer, std::string_view name, Handler handler) {

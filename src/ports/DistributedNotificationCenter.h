@@ -19,7 +19,8 @@ class DistributedNotificationCenter : public NotificationCenter {
   static DistributedNotificationCenter& defaultCenter();
   ~DistributedNotificationCenter() override;
 
-  // From now on only what the owner of that message port posts is delivered: anybody on the bus can post.
+  // From now on only what the owner of that message port posts is delivered: anybody on the bus can post. That holds
+  // on a new connection too.
   void believeOnly(std::string_view portName);
 
   void addObserver(Observer observer, std::string_view name, Handler handler) override;

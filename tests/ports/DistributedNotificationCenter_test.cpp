@@ -340,5 +340,26 @@ TEST_F(DistributedNotificationCenterTest, AreObservedAgainOnANewBus) {
   mCenter.removeObserver(this);
 }
 
+TEST_F(DistributedNotificationCenterTest, BelievesTheOwnerOfThePortOnANewBus) {
+  std::unique_ptr<LocalMessagePort> port = LocalMessagePort::create("Believed", {});
+  mCenter.believeOnly("Believed");
+  observe("News");
+  mBus.end();
+  EXPECT_FALSE(test::serveBusUntil([] { return false; }));
+  port.reset();
+  const test::PrivateBus second;
+  // Under the unique name that the owner had on the bus before.
+  DistributedNotificationCenter::defaultCenter().post("News", "forged", PropertyList());
+  test::LoopThread later;
+  later.run([&] {
+    port = LocalMessagePort::create("Believed", {});
+    DistributedNotificationCenter::defaultCenter().post("News", "believed", PropertyList());
+  });
+  EXPECT_TRUE(test::serveBusUntil([&] { return !mHeard.empty(); }));
+  EXPECT_EQ(mHeard, (std::vector<Heard>{{"News", "believed", PropertyList()}}));
+  later.run([&] { port.reset(); });
+  mCenter.removeObserver(this);
+}
+
 }  // namespace
 }  // namespace vorn
