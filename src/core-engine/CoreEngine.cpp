@@ -23,6 +23,9 @@ namespace vorn::engine {
 
 namespace {
 
+// Exit status of its own: to start once more is of no use while the other one runs.
+constexpr int anotherEngine = 3;
+
 std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
   if (options.isService) return std::make_unique<ServiceProgramLauncher>();
   return std::make_unique<PosixProgramLauncher>();
@@ -60,9 +63,9 @@ int CoreEngine::run() {
   if (!port) {
     const bool isTaken = failure == LocalMessagePort::Failure::NameTaken;
     mLog.line(isTaken ? "another engine already runs in this session" : "cannot reach the session bus: " + error);
-    return 1;
+    return isTaken ? anotherEngine : 1;
   }
-  if (!claimFolder()) return 1;
+  if (!claimFolder()) return anotherEngine;
   mStore.load([this] { return mDefaults.ownProfile(); });
   if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
   if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);

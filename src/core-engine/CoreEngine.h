@@ -38,8 +38,8 @@ class CoreEngine : private RequestObserver {
   CoreEngine(const Options& options, Log& log);
 
   // Takes the engine's port and the settings folder, and serves requests until SIGTERM or SIGINT. Returns the exit
-  // status of the program, 1 after a failure, which is in the log. Call it once, on the thread that made the engine;
-  // nobody else begins a thread before.
+  // status of the program: 0, 3 where another engine is there, 1 after any other failure. The log has the reason. Call
+  // it once, on the thread that made the engine; nobody else begins a thread before.
   int run();
 
  private:

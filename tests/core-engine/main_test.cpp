@@ -261,7 +261,7 @@ TEST_F(CoreEngineProgramTest, RunsOnceInASession) {
   const auto engine = startEngine();
   const auto second = start({"--state-dir", folder.path("other")});
   EXPECT_EQ(firstLine(*second), "vorn-core-engine: another engine already runs in this session");
-  EXPECT_EQ(second->waitForEnd(), 1);
+  EXPECT_EQ(second->waitForEnd(), 3);
   EXPECT_EQ(answerTo(MessageID::RegisterDevice, registration()), accepted);
 }
 
@@ -288,7 +288,7 @@ TEST_F(CoreEngineProgramTest, HasItsSettingsForItselfAcrossSessions) {
   const PrivateBus otherSession;
   const auto second = start({"--state-dir", state});
   EXPECT_EQ(firstLine(*second), "vorn-core-engine: another engine uses the settings in " + state);
-  EXPECT_EQ(second->waitForEnd(), 1);
+  EXPECT_EQ(second->waitForEnd(), 3);
 }
 
 TEST_F(CoreEngineProgramTest, NeedsABus) {

@@ -25,6 +25,8 @@ RUNTIME = pathlib.Path(f"/run/user/{UID}")
 UNIT = "vorn-core-engine.service"
 DROP_IN = HOME / f".config/systemd/user/{UNIT}.d/test.conf"
 NAME = "org.vorn.CoreEngine"
+BUS_CALL = ("busctl", "--user", "call", "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
+ACTIVATION = (*BUS_CALL, "StartServiceByName", "su", NAME, "0")
 PATIENCE = 60  # seconds; the processor is an emulated one
 IDLE_SECONDS = 5
 MAXIMUM_PEAK = 64 * 1024  # kB
@@ -130,10 +132,9 @@ def install(prefix):
 
 def starts_on_demand():
     check("the engine does not run before somebody asks", engine(), 0)
-    call = ("busctl", "--user", "call", "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
-    check("the bus starts the engine on demand", as_user(*call, "StartServiceByName", "su", NAME, "0"), (0, "u 1"))
+    check("the bus starts the engine on demand", as_user(*ACTIVATION), (0, "u 1"))
     check("the service is active then", unit("ActiveState"), "active")
-    owner = as_user(*call, "GetConnectionUnixProcessID", "s", NAME)
+    owner = as_user(*BUS_CALL, "GetConnectionUnixProcessID", "s", NAME)
     check("the service is the owner of the name", owner, (0, f"u {engine()}"))
     check("vornctl reaches it", as_user("vornctl", "profiles", "list"), (0, "* 1  Default"))
     check("it tells its state", unit("StatusText"), f"profiles: 0, macros: 0, settings in {STATE}")
@@ -272,6 +273,22 @@ def follows_the_state_folder():
     check("nothing has failed", systemctl("--failed", "--no-legend"), (0, ""))
 
 
+def gives_way_to_an_engine_started_by_hand():
+    systemctl("stop", UNIT)
+    by_hand = start_as_user("vorn-core-engine")
+    ask = ("vornctl", "--no-start", "profiles", "list")
+    check("an engine that was started by hand serves", wait_until(lambda: as_user(*ask)[0] == 0))
+    check("the service does not start beside it", (start()[0], unit("ExecMainStatus")), (1, "3"))
+    # A service that is to start again would not have failed, but wait for that.
+    check("it has failed once and for all", [unit(name) for name in ("ActiveState", "SubState", "Result", "NRestarts")],
+          ["failed", "failed", "exit-code", "0"])
+    by_hand.terminate()
+    by_hand.communicate()
+    check("the engine that was started by hand has ended well", by_hand.returncode, 0)
+    check("without it the bus starts the service at once", as_user(*ACTIVATION), (0, "u 1"))
+    check("the service is active again", unit("ActiveState"), "active")
+
+
 def starts_without_user_namespaces():
     reference = (HERE.parent.parent / "docs/core-engine.md").read_text(encoding="utf-8")
     lines = re.search(r"no user namespaces.*?```\n(.*?)```", reference, re.S)[1]
@@ -289,8 +306,8 @@ def starts_without_user_namespaces():
 def main():
     install(sys.argv[1])
     for part in (starts_on_demand, is_sandboxed, sandbox_refuses, start, survives_stop_and_start, sleeps,
-                 launches_outside, withstands_a_flood, comes_back_when_killed, follows_the_state_folder,
-                 starts_without_user_namespaces):
+                 launches_outside, withstands_a_flood, comes_back_when_killed,
+                 gives_way_to_an_engine_started_by_hand, follows_the_state_folder, starts_without_user_namespaces):
         part()
     print(f"{failures} checks failed after {time.clock_gettime(time.CLOCK_BOOTTIME):.0f} s" if failures else
           f"all checks passed after {time.clock_gettime(time.CLOCK_BOOTTIME):.0f} s")
