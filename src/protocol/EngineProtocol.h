@@ -110,6 +110,8 @@ inline constexpr Key IsDeviceWired = requestKeys::IsDeviceWired;
 inline constexpr Key DPIValue = "DPI Value";
 inline constexpr Key DPIYValue = "DPIY Value";
 inline constexpr Key MessagesArray = "messagesArray";
+// The reply port of the client whose recording the lines belong to.
+inline constexpr Key ResponseMsgPortName = requestKeys::ResponseMsgPortName;
 inline constexpr Key SingleKey = "singleKey";
 inline constexpr Key SingleKeyModif = "singleKeyModif";
 }  // namespace newsKeys

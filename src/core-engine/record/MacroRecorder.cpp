@@ -20,9 +20,12 @@ std::int64_t milliseconds(Scheduler::Duration time) {
 }  // namespace
 
 void MacroRecorder::start(Task task) {
+  const bool isTakenOver = mTask.macro >= 0 && mTask.client != task.client;
   drop();
   mTask = std::move(task);
   mIsRecording = true;
+  // Without rows as yet: whoever had a recording learns that it is another one's now.
+  if (isTakenOver) postBatch();
   tellClient();
 }
 
@@ -87,7 +90,8 @@ void MacroRecorder::postBatch() {
     lines.insert(lines.end(), shown.begin(), shown.end());
   }
   mNews.post(notificationNames::macroSequence(wiredProductID),
-             PropertyList::dictionary({{newsKeys::MessagesArray, PropertyList::array(std::move(lines))}}));
+             PropertyList::dictionary({{newsKeys::MessagesArray, PropertyList::array(std::move(lines))},
+                                       {newsKeys::ResponseMsgPortName, mTask.client}}));
 }
 
 }  // namespace vorn::engine

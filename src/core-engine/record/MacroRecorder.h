@@ -2,8 +2,8 @@
 // a time; it belongs to the client that began it.
 //
 // While it records, the lines of what came since the last batch are broadcast as "MacroSequence273" ("messagesArray"),
-// in the layout of the details table: all batches of a recording, one after the other, are the rows that it adds to the
-// table. One thread, the engine's.
+// in the layout of the details table, with the client whose recording it is ("ResponseMsgPortName"): all batches of a
+// recording, one after the other, are the rows that it adds to the table. One thread, the engine's.
 #pragma once
 
 #include <chrono>
@@ -48,7 +48,8 @@ class MacroRecorder {
   // Is told at once when that which client() says may have changed.
   void setClientHandler(ClientHandler handler) { mClientHandler = std::move(handler); }
 
-  // Begins anew; a recording that runs or was not saved is dropped, whoever made it.
+  // Begins anew; a recording that runs or was not saved is dropped, whoever made it. Where that was another client, an
+  // empty batch tells it at once.
   void start(Task task);
   // Ends the client's recording and broadcasts one last batch, empty or not. The events stay until they are discarded.
   // False, and nothing happens, when the client is not recording.

@@ -20,8 +20,9 @@ using Usages = std::vector<std::uint16_t>;
 
 const std::string client = "ClientPort";
 
-RecordingNewsPort::News batch(std::vector<PropertyList> lines) {
-  return {"MacroSequence273", PropertyList::dictionary({{"messagesArray", PropertyList::array(std::move(lines))}})};
+RecordingNewsPort::News batch(std::vector<PropertyList> lines, const std::string& port = client) {
+  return {"MacroSequence273", PropertyList::dictionary({{"messagesArray", PropertyList::array(std::move(lines))},
+                                                        {"ResponseMsgPortName", port}})};
 }
 
 PropertyList concatenated(PropertyList array, const PropertyList& more) {
@@ -228,6 +229,21 @@ TEST_F(MacroRecorderTest, BelongsToTheClientThatBeganLast) {
   recorder.discard();
   EXPECT_FALSE(recorder.belongsTo("Other"));
   EXPECT_EQ(recorder.macro(), -1);
+}
+
+TEST_F(MacroRecorderTest, TellsAtOnceThatAnotherClientHasTakenItOver) {
+  for (const bool isStopped : {false, true}) {
+    recorder.start(task());
+    press(4);
+    if (isStopped) recorder.stop(client);
+    news.posted.clear();
+    recorder.start({"Other", 3, 100, false, 0});
+    EXPECT_EQ(news.posted, (AllNews{batch({}, "Other")}));
+    press(5);
+    recorder.stop("Other");
+    EXPECT_EQ(news.posted.back(), batch({"Key Press B"}, "Other"));
+    recorder.discard();
+  }
 }
 
 TEST_F(MacroRecorderTest, NotesNoMoreThanThereIsRoomFor) {
