@@ -7,12 +7,12 @@
 
 namespace vorn::engine {
 
-void KeyCapture::start(Purpose purpose, std::string client, std::string connection) {
+void KeyCapture::start(Purpose purpose, std::string_view client, std::string connection) {
   mPurpose = purpose;
   mIsCapturing = true;
   mModifiers = 0;
   mConnection = std::move(connection);
-  setClient(std::move(client));
+  setClient(client);
 }
 
 bool KeyCapture::stop(std::string_view client) {
@@ -23,9 +23,9 @@ bool KeyCapture::stop(std::string_view client) {
   return true;
 }
 
-void KeyCapture::setClient(std::string client) {
+void KeyCapture::setClient(std::string_view client) {
   if (client == mClient) return;
-  mClient = std::move(client);
+  mClient = client;
   if (mClientHandler) mClientHandler(mClient);
 }
 

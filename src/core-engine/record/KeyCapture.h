@@ -31,7 +31,7 @@ class KeyCapture {
 
   // In the place of a capture that runs, whoever began it. No modifier counts as held yet. client: name of its port;
   // connection: unique bus name of the connection that asked for it.
-  void start(Purpose purpose, std::string client, std::string connection = {});
+  void start(Purpose purpose, std::string_view client, std::string connection = {});
   // False, and nothing happens, when the client has no capture.
   bool stop(std::string_view client);
   bool isCapturing() const { return mIsCapturing; }
@@ -43,7 +43,7 @@ class KeyCapture {
   void note(const KeyChanged& key);
 
  private:
-  void setClient(std::string client);
+  void setClient(std::string_view client);
   void post(std::int32_t key, std::int32_t modifier);
 
   NewsPort& mNews;
