@@ -110,8 +110,9 @@ inline constexpr Key IsDeviceWired = requestKeys::IsDeviceWired;
 inline constexpr Key DPIValue = "DPI Value";
 inline constexpr Key DPIYValue = "DPIY Value";
 inline constexpr Key MessagesArray = "messagesArray";
-// The reply port of the client whose recording the lines belong to.
+// The reply port of the client whose recording the lines belong to, and the position of the macro that it records.
 inline constexpr Key ResponseMsgPortName = requestKeys::ResponseMsgPortName;
+inline constexpr Key MacroID = requestKeys::MacroID;
 inline constexpr Key SingleKey = "singleKey";
 inline constexpr Key SingleKeyModif = "singleKeyModif";
 }  // namespace newsKeys

@@ -91,7 +91,8 @@ void MacroRecorder::postBatch() {
   }
   mNews.post(notificationNames::macroSequence(wiredProductID),
              PropertyList::dictionary({{newsKeys::MessagesArray, PropertyList::array(std::move(lines))},
-                                       {newsKeys::ResponseMsgPortName, mTask.client}}));
+                                       {newsKeys::ResponseMsgPortName, mTask.client},
+                                       {newsKeys::MacroID, mTask.macro}}));
 }
 
 }  // namespace vorn::engine

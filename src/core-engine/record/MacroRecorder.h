@@ -2,8 +2,9 @@
 // a time; it belongs to the client that began it.
 //
 // While it records, the lines of what came since the last batch are broadcast as "MacroSequence273" ("messagesArray"),
-// in the layout of the details table, with the client whose recording it is ("ResponseMsgPortName"): all batches of a
-// recording, one after the other, are the rows that it adds to the table. One thread, the engine's.
+// in the layout of the details table, with the client whose recording it is ("ResponseMsgPortName") and its macro
+// ("macroID"): all batches of a recording, one after the other, are the rows that it adds to the table. One thread, the
+// engine's.
 #pragma once
 
 #include <chrono>

@@ -20,9 +20,10 @@ using Usages = std::vector<std::uint16_t>;
 
 const std::string client = "ClientPort";
 
-RecordingNewsPort::News batch(std::vector<PropertyList> lines, const std::string& port = client) {
+RecordingNewsPort::News batch(std::vector<PropertyList> lines, const std::string& port = client, int macro = 0) {
   return {"MacroSequence273", PropertyList::dictionary({{"messagesArray", PropertyList::array(std::move(lines))},
-                                                        {"ResponseMsgPortName", port}})};
+                                                        {"ResponseMsgPortName", port},
+                                                        {"macroID", macro}})};
 }
 
 PropertyList concatenated(PropertyList array, const PropertyList& more) {
@@ -238,10 +239,10 @@ TEST_F(MacroRecorderTest, TellsAtOnceThatAnotherClientHasTakenItOver) {
     if (isStopped) recorder.stop(client);
     news.posted.clear();
     recorder.start({"Other", 3, 100, false, 0});
-    EXPECT_EQ(news.posted, (AllNews{batch({}, "Other")}));
+    EXPECT_EQ(news.posted, (AllNews{batch({}, "Other", 3)}));
     press(5);
     recorder.stop("Other");
-    EXPECT_EQ(news.posted.back(), batch({"Key Press B"}, "Other"));
+    EXPECT_EQ(news.posted.back(), batch({"Key Press B"}, "Other", 3));
     recorder.discard();
   }
 }
