@@ -31,6 +31,8 @@ class EngineClient {
   // Sends the request, with the keys that every request has, and waits for the answer with the same message ID: a
   // dictionary.
   Result<PropertyList> request(MessageID messageID, const PropertyList& body = PropertyList::dictionary());
+  // Whether the answer to the last request is still to come: what arrives meanwhile was told before it.
+  bool isAwaitingAnswer() const { return mAwaited && !mAnswer; }
   // Sends a request that is answered in another way.
   Outcome send(MessageID messageID, const PropertyList& body = PropertyList::dictionary());
 

@@ -79,13 +79,7 @@ Outcome renameMacro(Context& context, const Arguments& arguments) {
 Outcome deleteMacro(Context& context, const Arguments& arguments) {
   const auto chosen = choose(context, arguments[0]);
   if (!chosen) return chosen.failure();
-  const auto answer = change(context.engine, MessageID::DeleteMacro,
-                             PropertyList::dictionary({{requestKeys::MacroID, chosen->position}}));
-  if (!answer) return answer.failure();
-  const auto bundle = allSettings(context.engine);
-  if (!bundle) return bundle.failure();
-  return keepReferences(context.engine, chosen->bundle, *bundle,
-                        {AssignmentCommand::Macro, chosen->position, chosen->bundle[keys::Macros].size()});
+  return deleteMacroAt(context.engine, chosen->bundle, chosen->position);
 }
 
 Outcome exportMacro(Context& context, const Arguments& arguments) {

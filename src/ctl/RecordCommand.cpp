@@ -1,12 +1,15 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "ctl/Commands.h"
 #include "ctl/Settings.h"
 #include "ctl/Text.h"
+#include "model/MacroEvents.h"
 #include "model/RememberedRecord.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
@@ -53,26 +56,62 @@ class Recording {
         }) {
     DistributedNotificationCenter::defaultCenter().addObserver(
         this, notificationNames::macroSequence(wiredProductID),
-        [this](const Notification& news) { show(news.userInfo[newsKeys::MessagesArray]); });
+        [this](const Notification& news) { take(news.userInfo); });
   }
   ~Recording() { DistributedNotificationCenter::defaultCenter().removeObserver(this); }
   Recording(const Recording&) = delete;
   Recording& operator=(const Recording&) = delete;
 
   Outcome run() {
+    auto failure = record();
+    if (failure && failure->status == ExitStatus::Refused && mContext.line.isNew && takeBack()) {
+      failure->text += "; the new macro is deleted again";
+    }
+    return failure;
+  }
+
+ private:
+  Outcome record() {
     // From now on a signal saves what was recorded.
     for (const int number : {SIGINT, SIGTERM}) mContext.engine.loop().onSignal(number, [this] { end(); });
     auto failure = ask(MessageID::StartMacroRecording, mTarget.position);
     if (failure) return failure;
+    mHasBegun = true;
     tell(titleOf("Recording macro", mTarget.position, mRemembered.name()), entry());
+    for (const PropertyList& lines : std::exchange(mEarly, {})) show(lines);
     waitForEnd();
     if (mFailure && mFailure->status == ExitStatus::NoEngine) return mFailure;
-    failure = save();
+    const Failure takenOver{ExitStatus::Refused, "another program has begun to record"};
+    failure = mIsTakenOver ? takenOver : save();
+    if (failure && mIsTakenOver) return takenOver;
     // Whoever stopped reading along has the recording all the same.
     return failure ? failure : mFailure;
   }
 
- private:
+  // Deletes the macro that was made for the recording, unless somebody gave it events meanwhile or is about to.
+  bool takeBack() {
+    const auto bundle = allSettings(mContext.engine);
+    if (!bundle) return false;
+    const PropertyList& macros = (*bundle)[keys::Macros];
+    const auto position = mRemembered.placeIn(macros);
+    return position && position != mMacroOfOther && macroEvents(macros.at(*position)).isEmpty() &&
+           !deleteMacroAt(mContext.engine, *bundle, *position);
+  }
+
+  void take(const PropertyList& news) {
+    // What is told before the start is answered belongs to a recording that the start ends.
+    if (!mHasBegun && mContext.engine.isAwaitingAnswer()) return;
+    const PropertyList& client = news[newsKeys::ResponseMsgPortName];
+    if (client.isString() && client.string() != mContext.engine.replyPortName()) {
+      mIsTakenOver = true;
+      mMacroOfOther = news[newsKeys::MacroID].toInt64();
+    }
+    if (mIsTakenOver) return end();
+    const PropertyList& lines = news[newsKeys::MessagesArray];
+    if (mHasBegun) return show(lines);
+    mEarly.push_back(lines);
+  }
+
   void end() {
     mHasEnded = true;
     mContext.engine.loop().stop();
@@ -91,7 +130,9 @@ class Recording {
   Outcome save() {
     if (auto failure = outcomeOf(change(mContext.engine, MessageID::StopMacroRecording, PropertyList::dictionary())))
       return failure;
-    if (mRows == 0) return Failure{ExitStatus::Refused, "nothing was typed; the macro is as it was"};
+    if (mRows == 0)
+      return Failure{ExitStatus::Refused,
+                     mContext.line.isNew ? "nothing was typed" : "nothing was typed; the macro is as it was"};
     // Others may have changed the list meanwhile: the recording goes with its macro.
     const auto bundle = allSettings(mContext.engine);
     if (!bundle) return bundle.failure();
@@ -136,7 +177,11 @@ class Recording {
   Context& mContext;
   Target mTarget;
   RememberedRecord mRemembered;
+  bool mHasBegun = false;  // and its title is told
   bool mHasEnded = false;
+  bool mIsTakenOver = false;
+  std::optional<std::int64_t> mMacroOfOther;  // that another program has begun to record
+  std::vector<PropertyList> mEarly;           // lines between the answer to the start and the title
   Outcome mFailure;
   PortWatch mWatch;
   std::size_t mRows = 0;

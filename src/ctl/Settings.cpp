@@ -101,6 +101,15 @@ Outcome keepReferences(EngineClient& engine, const PropertyList& before, const P
       change(engine, MessageID::ReplaceAllProfiles, PropertyList::dictionary({{requestKeys::AllProfiles, kept}})));
 }
 
+Outcome deleteMacroAt(EngineClient& engine, const PropertyList& bundle, std::int64_t position) {
+  const auto answer =
+      change(engine, MessageID::DeleteMacro, PropertyList::dictionary({{requestKeys::MacroID, position}}));
+  if (!answer) return answer.failure();
+  const auto after = allSettings(engine);
+  if (!after) return after.failure();
+  return keepReferences(engine, bundle, *after, {AssignmentCommand::Macro, position, bundle[keys::Macros].size()});
+}
+
 std::int64_t activeProfileID(const PropertyList& bundle) {
   return bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64();
 }

@@ -29,6 +29,9 @@ Outcome updateProfile(EngineClient& engine, std::int64_t profileID, const Proper
 Outcome keepReferences(EngineClient& engine, const PropertyList& before, const PropertyList& after,
                        const Deletion& deletion);
 
+// Deletes the macro at this place; the bundle: all settings.
+Outcome deleteMacroAt(EngineClient& engine, const PropertyList& bundle, std::int64_t position);
+
 std::int64_t activeProfileID(const PropertyList& bundle);
 
 // The position (from 0) of the profile or macro with this number (from 1) or name, in any case where that is one record

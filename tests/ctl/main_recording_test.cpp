@@ -9,6 +9,7 @@
 
 #include "ctl/VornCtl.h"
 #include "model/PropertyList.h"
+#include "protocol/EngineProtocol.h"
 #include "support/FakeEngineProcess.h"
 #include "support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
@@ -52,10 +53,15 @@ class VornCtlRecordingTest : public testing::Test {
     EXPECT_TRUE(engine.obey("on * reply " + done.path()));
   }
 
-  void tellLines(const std::vector<std::string>& lines) {
+  static PropertyList newsOf(const std::vector<std::string>& lines) {
     PropertyList list = PropertyList::array();
     for (const std::string& line : lines) list = list.appending(line);
-    const PropertyListFile news(PropertyList::dictionary({{"messagesArray", list}}));
+    return PropertyList::dictionary({{"messagesArray", list}});
+  }
+  // client: whose recording the lines belong to; not told where it is empty.
+  void tellLines(const std::vector<std::string>& lines, const std::string& client = {}) {
+    const PropertyList told = newsOf(lines);
+    const PropertyListFile news(client.empty() ? told : told.with("ResponseMsgPortName", client));
     EXPECT_TRUE(engine.obey("post MacroSequence273 \"\" " + news.path()));
   }
   // Those that came, but for the ones for all settings, without the keys that all have.
@@ -159,6 +165,62 @@ TEST_F(VornCtlRecordingTest, SavesNothingWhereNothingWasTyped) {
   EXPECT_EQ(requests(), (Requests{start(0), stop()}));
 }
 
+TEST_F(VornCtlRecordingTest, CountsNothingThatIsToldBeforeItsStartIsAnswered) {
+  const PropertyListFile news(newsOf({"Key Press A"}).with("ResponseMsgPortName", "Other"));
+  ASSERT_TRUE(engine.obey("on 18 post MacroSequence273 \"\" " + news.path() + " ; reply " + done.path()));
+  ChildProcess recording(vornctlCommandLine({"macros", "record", "1"}));
+  EXPECT_EQ(nextLine(recording), "Recording macro 1 \"Jump\"");
+  recording.signal(SIGINT);
+  EXPECT_EQ(restOf(recording), "vornctl: nothing was typed; the macro is as it was\n");
+  EXPECT_EQ(recording.waitForEnd(), 1);
+  EXPECT_EQ(requests(), (Requests{start(0), stop()}));
+}
+
+TEST_F(VornCtlRecordingTest, EndsAtOnceWithoutSavingWhenAnotherProgramBeginsToRecord) {
+  for (const std::vector<std::string>& ofTheOther : {std::vector<std::string>(), {"Key Press B"}}) {
+    ChildProcess recording(vornctlCommandLine({"macros", "record", "1"}));
+    EXPECT_EQ(nextLine(recording), "Recording macro 1 \"Jump\"");
+    tellLines({"Key Press A"}, std::string(vornctlReplyPortPrefix) + std::to_string(recording.id()));
+    EXPECT_EQ(nextLine(recording), "Key Press A");
+    tellLines(ofTheOther, "Other");
+    EXPECT_EQ(restOf(recording), "vornctl: another program has begun to record\n");
+    EXPECT_EQ(recording.waitForEnd(), 1);
+    EXPECT_EQ(requests(), Requests{start(0)});
+  }
+}
+
+TEST_F(VornCtlRecordingTest, DeletesTheMacroThatItMadeWhereNothingWasTyped) {
+  ChildProcess recording(vornctlCommandLine({"macros", "record", "--new", "Walk"}));
+  EXPECT_EQ(nextLine(recording), "Recording macro 3 \"Walk\"");
+  const PropertyListFile more(settingsWith({"Run", "Walk"}));
+  ASSERT_TRUE(engine.obey("on 4 reply " + more.path()));
+  recording.signal(SIGINT);
+  EXPECT_EQ(restOf(recording), "vornctl: nothing was typed; the new macro is deleted again\n");
+  EXPECT_EQ(recording.waitForEnd(), 1);
+  const PropertyList added = PropertyList::dictionary({{"MacroName", "Walk"}});
+  EXPECT_EQ(requests(), (Requests{{32, PropertyList::dictionary({{"MacroContents", added}})},
+                                  start(2),
+                                  stop(),
+                                  {22, PropertyList::dictionary({{"macroID", 1}})}}));
+}
+
+TEST_F(VornCtlRecordingTest, KeepsTheMacroThatItMadeWhereSomebodyGaveItEvents) {
+  ChildProcess recording(vornctlCommandLine({"macros", "record", "--new", "Walk"}));
+  EXPECT_EQ(nextLine(recording), "Recording macro 3 \"Walk\"");
+  const PropertyList event = PropertyList::dictionary({{"command", 1}, {"delay", 0}, {"page", 7}, {"argument", 4}});
+  const PropertyList sequence = PropertyList::dictionary({{"events", PropertyList::array({event})}});
+  const PropertyList filled = PropertyList::dictionary({{"MacroName", "Walk"}, {"sequence", sequence}});
+  const PropertyListFile more(PropertyList::dictionary(
+      {{"AllDevSettings", PropertyList::dictionary({{"Macros", PropertyList::array({filled})}})},
+       {"ReturnStatus", 0}}));
+  ASSERT_TRUE(engine.obey("on 4 reply " + more.path()));
+  tellLines({}, "Other");
+  EXPECT_EQ(restOf(recording), "vornctl: another program has begun to record\n");
+  const Requests all = requests();
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_EQ(all[1], start(2));
+}
+
 TEST_F(VornCtlRecordingTest, StopsNothingThatDidNotBegin) {
   const PropertyListFile tooLarge(status(5));
   ASSERT_TRUE(engine.obey("on 18 reply " + tooLarge.path()));
@@ -243,12 +305,31 @@ TEST_F(VornCtlRecordingSessionTest, LosesItsRecordingToAnotherClientThatBegins) 
   EXPECT_EQ(nextLine(first), "Recording macro 1 \"First\"");
   ChildProcess second(vornctlCommandLine({"macros", "record", "--new", "Second"}));
   EXPECT_EQ(nextLine(second), "Recording macro 2 \"Second\"");
-  first.signal(SIGTERM);
-  EXPECT_EQ(restOf(first), "vornctl: nothing is running or recorded\n");
+  EXPECT_EQ(restOf(first), "vornctl: another program has begun to record; the new macro is deleted again\n");
+  EXPECT_EQ(first.waitForEnd(), 1);
   EXPECT_EQ(runVornCtl({"device", "type", "A"}).status, 0);
   EXPECT_EQ(nextLine(second).find("Key Press A"), 0U);
   second.signal(SIGTERM);
-  EXPECT_TRUE(restOf(second).ends_with("Macro 2 \"Second\": 2 events recorded\n"));
+  EXPECT_TRUE(restOf(second).ends_with("Macro 1 \"Second\": 2 events recorded\n"));
+  EXPECT_EQ(runVornCtl({"macros", "list"}).output, "  1  Second\n");
+}
+
+TEST_F(VornCtlRecordingSessionTest, KeepsItsNewMacroForTheOtherClientThatRecordsIt) {
+  ChildProcess first(vornctlCommandLine({"macros", "record", "--new", "Both"}));
+  EXPECT_EQ(nextLine(first), "Recording macro 1 \"Both\"");
+  ChildProcess second(vornctlCommandLine({"macros", "record", "Both"}));
+  EXPECT_EQ(nextLine(second), "Recording macro 1 \"Both\"");
+  EXPECT_EQ(restOf(first), "vornctl: another program has begun to record\n");
+  EXPECT_EQ(runVornCtl({"device", "type", "A"}).status, 0);
+  EXPECT_EQ(nextLine(second), "Key Press A");
+  second.signal(SIGTERM);
+  EXPECT_TRUE(restOf(second).ends_with("Macro 1 \"Both\": 2 events recorded\n"));
+}
+
+TEST_F(VornCtlRecordingSessionTest, LeavesNoNewMacroBehindWhereNothingWasTyped) {
+  EXPECT_EQ(runVornCtl({"macros", "record", "--new", "Empty", "--seconds", "0.01"}).output,
+            "Recording macro 1 \"Empty\"\nvornctl: nothing was typed; the new macro is deleted again\n");
+  EXPECT_EQ(runVornCtl({"macros", "list"}).output, "");
 }
 
 }  // namespace
