@@ -197,6 +197,9 @@ void MouseMacrosController::showLines(const PropertyList& lines) {
 }
 
 void MouseMacrosController::recordedMessages(const Notification& notification) {
+  // Another program's recording is none of this window's.
+  const PropertyList& client = notification.userInfo[newsKeys::ResponseMsgPortName];
+  if (client.isString() && client.string() != vorn::configuratorReplyPortName) return;
   if (std::exchange(mIsStopRecording, false)) return;
   const PropertyList lines = finishedLines(notification.userInfo[newsKeys::MessagesArray]);
   // More than one batch may have been under way at a stop, whose lines have been fetched since.

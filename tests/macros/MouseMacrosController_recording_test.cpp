@@ -156,6 +156,25 @@ class MouseMacrosControllerRecordingTest : public QObject {
     QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array({"Key Press A"}));
   }
 
+  void linesOfAnotherProgramsRecordingAreNotTakenForThoseOfThisOne() {
+    MacrosFixture fixture;
+    fixture.selectMacro(2);
+    fixture.click("mRecordMacroDetails");
+    const auto tell = [&](const char* client, const char* line) {
+      const PropertyList lines = PropertyList::array({line});
+      fixture.center.post("MacroSequence273", "",
+                          PropertyList::dictionary({{"messagesArray", lines}, {"ResponseMsgPortName", client}}));
+    };
+    tell("SkarnConfiguratorReplyPort", "Key Press A");
+    tell("VornCtlReplyPort7", "Key Press B");
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array({"Key Press A"}));
+    // Nor for the last batch after a stop.
+    fixture.click("mRecordMacroDetails");
+    tell("VornCtlReplyPort7", "Key Press C");
+    tell("SkarnConfiguratorReplyPort", "Key Release A");
+    QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array({}));
+  }
+
   void newsOfAnyShapeAreSurvived() {
     MacrosFixture fixture;
     fixture.selectMacro(2);
