@@ -51,7 +51,7 @@ class DeafOwner {
   std::thread mThread;
 };
 
-class BusReplyPortsTest : public testing::Test {
+class ReplyPortsTest : public testing::Test {
  protected:
   // Posts a message and tells whether it was kept from the bus.
   bool isDropped(const std::string& client, const std::string& port, std::size_t size = 10) {
@@ -72,14 +72,14 @@ class BusReplyPortsTest : public testing::Test {
   Ports ports;
 };
 
-TEST_F(BusReplyPortsTest, DropsWhatAClientLeavesUnreadOnHoweverManyPorts) {
+TEST_F(ReplyPortsTest, DropsWhatAClientLeavesUnreadOnHoweverManyPorts) {
   const DeafOwner owner(100);
   for (std::size_t port = 0; port < Ports::maximumUnread; ++port) EXPECT_FALSE(isDropped(":2.1", deaf(port)));
   EXPECT_TRUE(isDropped(":2.1", deaf(99)));
   EXPECT_FALSE(isDropped(":2.2", deaf(99)));
 }
 
-TEST_F(BusReplyPortsTest, DropsWhatIsUnreadBeyondTheBoundOfAll) {
+TEST_F(ReplyPortsTest, DropsWhatIsUnreadBeyondTheBoundOfAll) {
   const DeafOwner owner(100);
   const std::size_t large = 4'000'000;
   std::size_t kept = 0;
@@ -92,7 +92,7 @@ TEST_F(BusReplyPortsTest, DropsWhatIsUnreadBeyondTheBoundOfAll) {
   EXPECT_GT(kept, Ports::maximumTotalSize - large);
 }
 
-TEST_F(BusReplyPortsTest, AnswersAnotherClientThoughManyPortsAreNotRead) {
+TEST_F(ReplyPortsTest, AnswersAnotherClientThoughManyPortsAreNotRead) {
   const DeafOwner owner(100);
   for (std::size_t port = 0; port < 100; ++port) {
     for (int count = 0; count < 4; ++count) isDropped(":2." + std::to_string(port % 10), deaf(port));
@@ -109,7 +109,7 @@ TEST_F(BusReplyPortsTest, AnswersAnotherClientThoughManyPortsAreNotRead) {
   reader.run([&] { port.reset(); });
 }
 
-TEST_F(BusReplyPortsTest, HasRoomAgainWhenTheOwnerOfThePortsHasGone) {
+TEST_F(ReplyPortsTest, HasRoomAgainWhenTheOwnerOfThePortsHasGone) {
   {
     const DeafOwner owner(1);
     for (std::size_t count = 0; count < Ports::maximumUnread; ++count) EXPECT_FALSE(isDropped(":2.1", deaf(0)));
@@ -120,7 +120,7 @@ TEST_F(BusReplyPortsTest, HasRoomAgainWhenTheOwnerOfThePortsHasGone) {
   EXPECT_FALSE(isDropped(":2.1", deaf(0)));
 }
 
-TEST_F(BusReplyPortsTest, TellsOfAPortThatNobodyHas) {
+TEST_F(ReplyPortsTest, TellsOfAPortThatNobodyHas) {
   EXPECT_FALSE(isDropped(":2.1", "Missing"));
   EXPECT_TRUE(isToldOf(1, Outcome::NoSuchPort));
 }

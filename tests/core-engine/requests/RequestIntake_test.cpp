@@ -164,9 +164,9 @@ TEST_F(RequestIntakeTest, KeepsFewLargeBodiesWaiting) {
 }
 
 // An intake whose first request is never at its end, as long as a save takes.
-class FullRequestIntakeTest : public RequestIntakeTest {
+class RequestIntakeFullTest : public RequestIntakeTest {
  protected:
-  FullRequestIntakeTest() {
+  RequestIntakeFullTest() {
     isTaken(":1.0", 1);
     intake.serveNext();
   }
@@ -185,7 +185,7 @@ class FullRequestIntakeTest : public RequestIntakeTest {
   RequestIntake intake{log, scheduler, [](const LocalMessagePort::Message&, const auto&) {}};
 };
 
-TEST_F(FullRequestIntakeTest, KeepsFewLargeBodiesOfAllConnectionsWaiting) {
+TEST_F(RequestIntakeFullTest, KeepsFewLargeBodiesOfAllConnectionsWaiting) {
   EXPECT_EQ(takenOf(40, 4'000'000), 16'000'000U);
   EXPECT_EQ(lines,
             Lines{"vorn-core-engine: messages refused: 1, the last one of client :2.1: too many of its requests wait"});
@@ -193,7 +193,7 @@ TEST_F(FullRequestIntakeTest, KeepsFewLargeBodiesOfAllConnectionsWaiting) {
   EXPECT_FALSE(isTaken(":3.2", 4, RequestIntake::maximumSmallSize + 777'000));
 }
 
-TEST_F(FullRequestIntakeTest, TakesASingleBodyThatIsLargerThanTheBoundOfAll) {
+TEST_F(RequestIntakeFullTest, TakesASingleBodyThatIsLargerThanTheBoundOfAll) {
   ASSERT_GT(maximumBodySize(7), RequestIntake::maximumLargeWaiting);
   EXPECT_TRUE(isTaken(":2.1", 4));
   EXPECT_TRUE(isTaken(":2.1", 4));
@@ -202,7 +202,7 @@ TEST_F(FullRequestIntakeTest, TakesASingleBodyThatIsLargerThanTheBoundOfAll) {
   EXPECT_FALSE(isTaken(":2.4", 4, 1'000'000));
 }
 
-TEST_F(FullRequestIntakeTest, KeepsRoomForTheFirstSmallRequestOfAFurtherConnection) {
+TEST_F(RequestIntakeFullTest, KeepsRoomForTheFirstSmallRequestOfAFurtherConnection) {
   const std::size_t size = 10'000;
   EXPECT_LE(takenOf(20, size), RequestIntake::maximumSmallWaiting);
   EXPECT_FALSE(isTaken(":2.1", 4, size));
@@ -211,14 +211,14 @@ TEST_F(FullRequestIntakeTest, KeepsRoomForTheFirstSmallRequestOfAFurtherConnecti
   EXPECT_TRUE(isTaken(":3.2", 4, size));
 }
 
-TEST_F(FullRequestIntakeTest, TakesOnlySoManySmallRequestsOfAnyNumberOfConnections) {
+TEST_F(RequestIntakeFullTest, TakesOnlySoManySmallRequestsOfAnyNumberOfConnections) {
   const std::size_t size = 1000;
   const std::size_t maximum = RequestIntake::maximumSmallWaiting + RequestIntake::maximumFirstWaiting;
   EXPECT_LE(takenOf(20'000, size), maximum * size / (size + RequestIntake::overhead));
   EXPECT_FALSE(isTaken(":3.1", 4, size));
 }
 
-TEST_F(FullRequestIntakeTest, HasRoomAgainWhenWhatWaitedHasBeenServed) {
+TEST_F(RequestIntakeFullTest, HasRoomAgainWhenWhatWaitedHasBeenServed) {
   const auto take = [&](RequestIntake& each, const std::string& sender) {
     return each.receive({4, Bytes(4'000'000), sender}).has_value();
   };
@@ -231,7 +231,7 @@ TEST_F(FullRequestIntakeTest, HasRoomAgainWhenWhatWaitedHasBeenServed) {
 }
 
 // Connections are called PROCESS.NUMBER; those of "gone" are there no more.
-class ManyConnectionsTest : public testing::Test {
+class RequestIntakeManyConnectionsTest : public testing::Test {
  protected:
   void send(const std::string& sender) { ASSERT_TRUE(intake.receive({6, Bytes(10), sender})); }
   // So many connections of the process, with a request each.
@@ -265,7 +265,7 @@ class ManyConnectionsTest : public testing::Test {
                        }};
 };
 
-TEST_F(ManyConnectionsTest, ShareTheTurnsOfTheirProcess) {
+TEST_F(RequestIntakeManyConnectionsTest, ShareTheTurnsOfTheirProcess) {
   sendAll("1", 200);
   send("2.0");
   send("2.1");
@@ -276,7 +276,7 @@ TEST_F(ManyConnectionsTest, ShareTheTurnsOfTheirProcess) {
   EXPECT_EQ(served.size(), 202U);
 }
 
-TEST_F(ManyConnectionsTest, ShareTheTurnsOfAllThatAreGone) {
+TEST_F(RequestIntakeManyConnectionsTest, ShareTheTurnsOfAllThatAreGone) {
   sendAll("gone", 200);
   send("2.0");
   tellAll();
@@ -285,13 +285,13 @@ TEST_F(ManyConnectionsTest, ShareTheTurnsOfAllThatAreGone) {
   EXPECT_EQ(served.size(), 201U);
 }
 
-TEST_F(ManyConnectionsTest, TakeTheirTurnsInTheOrderOfTheirRequestsWhileTheirProcessesAreUnknown) {
+TEST_F(RequestIntakeManyConnectionsTest, TakeTheirTurnsInTheOrderOfTheirRequestsWhileTheirProcessesAreUnknown) {
   sendAll("1", 10);
   send("2.0");
   EXPECT_EQ(turnOf("2.0"), 10U);
 }
 
-TEST_F(ManyConnectionsTest, AreAskedForTheirProcessOnce) {
+TEST_F(RequestIntakeManyConnectionsTest, AreAskedForTheirProcessOnce) {
   sendAll("1", 10);
   EXPECT_EQ(asked.size(), 10 - RequestIntake::fewConnections);
   tellAll();
@@ -301,7 +301,7 @@ TEST_F(ManyConnectionsTest, AreAskedForTheirProcessOnce) {
   EXPECT_LE(asked.size(), RequestIntake::fewConnections);
 }
 
-TEST_F(ManyConnectionsTest, AreNotAskedForAnythingWhileTheyAreFew) {
+TEST_F(RequestIntakeManyConnectionsTest, AreNotAskedForAnythingWhileTheyAreFew) {
   for (int round = 0; round < 10; ++round) {
     sendAll("1", RequestIntake::fewConnections);
     while (intake.serveNext()) continue;
@@ -309,7 +309,7 @@ TEST_F(ManyConnectionsTest, AreNotAskedForAnythingWhileTheyAreFew) {
   EXPECT_EQ(asked.size(), 0U);
 }
 
-TEST_F(ManyConnectionsTest, MayBeToldOfWhenNothingOfThemWaits) {
+TEST_F(RequestIntakeManyConnectionsTest, MayBeToldOfWhenNothingOfThemWaits) {
   sendAll("1", 10);
   while (intake.serveNext()) continue;
   tellAll();
