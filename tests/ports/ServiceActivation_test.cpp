@@ -43,8 +43,7 @@ class ServiceActivationTest : public testing::Test {
  protected:
   // Nobody else hears of a start that is still under way.
   ~ServiceActivationTest() override {
-    mBus.end();
-    BusConnection::forThisThread();
+    BusConnection::forThisThread().close();
   }
   void start(std::chrono::milliseconds timeout = ample) {
     startService(service, timeout, [this](const ServiceStart& outcome) { mOutcomes.push_back(outcome); });
