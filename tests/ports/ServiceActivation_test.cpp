@@ -42,9 +42,7 @@ class RunningService {
 class ServiceActivationTest : public testing::Test {
  protected:
   // Nobody else hears of a start that is still under way.
-  ~ServiceActivationTest() override {
-    BusConnection::forThisThread().close();
-  }
+  ~ServiceActivationTest() override { BusConnection::forThisThread().close(); }
   void start(std::chrono::milliseconds timeout = ample) {
     startService(service, timeout, [this](const ServiceStart& outcome) { mOutcomes.push_back(outcome); });
   }
