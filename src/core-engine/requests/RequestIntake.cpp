@@ -121,7 +121,7 @@ bool RequestIntake::serveNext() {
   return hasNext;
 }
 
-void RequestIntake::serve(Queue::iterator turn) {
+void RequestIntake::serve(const Queue::iterator& turn) {
   const auto entry = *turn;
   const std::string name = entry->first;
   mQueue.erase(turn);

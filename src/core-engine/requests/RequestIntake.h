@@ -102,7 +102,7 @@ class RequestIntake {
   };
 
   bool pauses(const Sender& sender) const;
-  void serve(Queue::iterator turn);
+  void serve(const Queue::iterator& turn);
   void noteServed();
   // The first in turn that does not pause.
   Queue::iterator nextTurn();
