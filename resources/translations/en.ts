@@ -1181,6 +1181,10 @@ For this profile, set the brightness to Off.</translation>
         <source>The recording has ended</source>
         <translation>The recording has ended</translation>
     </message>
+    <message id="lkeyRecordingTakenDesc">
+        <source>Another program has begun to record. What was recorded for “%1” is lost; the macro is as it was.</source>
+        <translation>Another program has begun to record. What was recorded for “%1” is lost; the macro is as it was.</translation>
+    </message>
     <message id="lkeyReduceBrightness">
         <source>Light brightness on battery</source>
         <translation>Light brightness on battery</translation>

@@ -208,7 +208,8 @@ class MouseMacrosController : public QWidget {
   void rememberRecordedMacro(int row);
   // A new list has come: the recorded macro stays the selected one wherever it stands now.
   void followRecordedMacro();
-  void recordedMacroIsGone();
+  // The engine has dropped the recording; an alert says why. reason: a text with the name of the macro in it.
+  void recordingIsLost(const char* reason);
   // The engine has not taken the macro that was shown at the end of the list. before: the list without it; selected:
   // the row that was selected then, -1 for none.
   void takeBack(const vorn::PropertyList& macro, const vorn::PropertyList& before, int selected);

@@ -105,7 +105,7 @@ void MouseMacrosController::followRecordedMacro() {
   auto place = mRecorded->placeIn(macrosSettingsArray);
   // In a list of the same length it has only got another name.
   if (!place && macrosSettingsArray.size() == mMacroCountAtRecording) place = selectedMacro();
-  if (!place || *place < 0) return recordedMacroIsGone();
+  if (!place || *place < 0) return recordingIsLost("lkeyRecordingLostDesc");
   const int row = static_cast<int>(*place);
   if (row != selectedMacro()) {
     mIsReloading = true;
@@ -115,18 +115,17 @@ void MouseMacrosController::followRecordedMacro() {
   rememberRecordedMacro(row);
 }
 
-void MouseMacrosController::recordedMacroIsGone() {
+void MouseMacrosController::recordingIsLost(const char* reason) {
   const QString name = QString::fromStdString(mRecorded->name());
   mRecorded.reset();
   isRecording = false;
   mIsAppendMacro = false;
-  // The engine has dropped the recording with the macro: no last batch follows.
+  // The engine has dropped the recording: no last batch follows.
   mIsStopRecording = false;
   setRecordTitle(false);
   setStateOfTables(true);
   macroTableViewSelectionDidChange();
-  Alert::show(sheetWindow(), localized("lkeyRecordingLostTitle"), localized("lkeyRecordingLostDesc").arg(name),
-              {localized("lkeyOK")});
+  Alert::show(sheetWindow(), localized("lkeyRecordingLostTitle"), localized(reason).arg(name), {localized("lkeyOK")});
 }
 
 void MouseMacrosController::endRecording() {
@@ -197,11 +196,15 @@ void MouseMacrosController::showLines(const PropertyList& lines) {
 }
 
 void MouseMacrosController::recordedMessages(const Notification& notification) {
-  // Another program's recording is none of this window's.
-  const PropertyList& client = notification.userInfo[newsKeys::ResponseMsgPortName];
-  if (client.isString() && client.string() != vorn::configuratorReplyPortName) return;
-  if (std::exchange(mIsStopRecording, false)) return;
   const PropertyList lines = finishedLines(notification.userInfo[newsKeys::MessagesArray]);
+  const PropertyList& client = notification.userInfo[newsKeys::ResponseMsgPortName];
+  if (client.isString() && client.string() != vorn::configuratorReplyPortName) {
+    // Another program's recording. It is told without lines where it takes the place of this one; lines are still those
+    // of one that was before this.
+    if (mRecorded && lines.isEmpty()) recordingIsLost("lkeyRecordingTakenDesc");
+    return;
+  }
+  if (std::exchange(mIsStopRecording, false)) return;
   // More than one batch may have been under way at a stop, whose lines have been fetched since.
   if (!isRecording && vorn::holdsLines(mDetailsModel->lines(), lines)) return;
   mDetailsModel->appendLines(lines);

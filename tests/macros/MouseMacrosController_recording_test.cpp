@@ -175,6 +175,24 @@ class MouseMacrosControllerRecordingTest : public QObject {
     QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array({}));
   }
 
+  void aRecordingThatAnotherProgramReplacesEndsAndSaysSo() {
+    MacrosFixture fixture({"A", "B", "C"});
+    fixture.selectMacro(1);
+    fixture.click("mRecordMacroDetails");
+    fixture.delegate.take();
+    fixture.center.post(
+        "MacroSequence273", "",
+        PropertyList::dictionary(
+            {{"messagesArray", PropertyList::array()}, {"ResponseMsgPortName", "VornCtlReplyPort7"}, {"macroID", 0}}));
+    QVERIFY(!fixture.tab->mIsRecording());
+    const auto* alert = fixture.window.findChild<QMessageBox*>(QStringLiteral("alert"));
+    QVERIFY(alert != nullptr);
+    QCOMPARE(alert->text(), localized("lkeyRecordingLostTitle"));
+    QCOMPARE(alert->informativeText(), localized("lkeyRecordingTakenDesc").arg(QLatin1String("B")));
+    // What the macro holds is shown again; nothing is stopped or saved, as the recording is another's now.
+    QCOMPARE(fixture.delegate.take(), QStringList{"getMacroDetailsForMacroAtIndex(1)"});
+  }
+
   void newsOfAnyShapeAreSurvived() {
     MacrosFixture fixture;
     fixture.selectMacro(2);
