@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWidget>
+#include <QWindow>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -34,6 +35,14 @@ milliseconds timeOf(const QInputEvent& event) {
   return std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
+// The widget that is the window to which the receiver belongs: keys come to the native window first, and from there to
+// what has the focus in it.
+const QWidget* windowOf(const QObject* receiver) {
+  if (const auto* const native = qobject_cast<const QWindow*>(receiver)) return QWidget::find(native->winId());
+  const auto* const widget = qobject_cast<const QWidget*>(receiver);
+  return widget != nullptr ? widget->window() : nullptr;
+}
+
 // What tells a key from all others as long as it is down.
 quint64 identityOf(const QKeyEvent& event) {
   const quint32 code = event.nativeScanCode();
@@ -53,24 +62,26 @@ TypedKeys::TypedKeys(vorn::EngineLink& link, QWidget& window, TypedRecording rec
 
 TypedKeys::~TypedKeys() = default;
 
-bool TypedKeys::isRecordingHere() const {
-  // A sheet or a menu over the window has its own use for the keyboard, and so has another window. X11 may bring keys
-  // before Qt has heard that the window is the active one.
-  const QWidget* const active = QApplication::activeWindow();
-  return mRecording.isRunning() && (active == nullptr || active == &mWindow) &&
-         QApplication::activeModalWidget() == nullptr && QApplication::activePopupWidget() == nullptr;
+bool TypedKeys::isRecordingIn(const QWidget* window) const {
+  // A sheet or a menu over the window has its own use for the keyboard, and so has another window.
+  return mRecording.isRunning() && window == &mWindow && QApplication::activeModalWidget() == nullptr &&
+         QApplication::activePopupWidget() == nullptr;
+}
+
+bool TypedKeys::listensIn(const QWidget* window) const {
+  return KeyCaptureField::listeningIn(window) != nullptr || isRecordingIn(window);
 }
 
 bool TypedKeys::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::ShortcutOverride:
       // Accepted, no shortcut has it; the key press follows.
-      if (!takesShortcut(*static_cast<QKeyEvent*>(event))) return false;
+      if (!takesShortcut(windowOf(watched), *static_cast<QKeyEvent*>(event))) return false;
       event->accept();
       return true;
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
-      return takesKey(*static_cast<QKeyEvent*>(event));
+      return takesKey(windowOf(watched), *static_cast<QKeyEvent*>(event));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
@@ -89,12 +100,11 @@ bool TypedKeys::isRepetition(const QKeyEvent& event) const {
   return mLetGo && event.timestamp() != 0 && mLetGo->identity == identityOf(event) && mLetGo->time == timeOf(event);
 }
 
-bool TypedKeys::takesShortcut(const QKeyEvent& event) const {
-  return KeyCaptureField::listening() != nullptr || isRecordingHere() || mTaken.contains(identityOf(event)) ||
-         isRepetition(event);
+bool TypedKeys::takesShortcut(const QWidget* window, const QKeyEvent& event) const {
+  return listensIn(window) || mTaken.contains(identityOf(event)) || isRepetition(event);
 }
 
-bool TypedKeys::takesKey(const QKeyEvent& event) {
+bool TypedKeys::takesKey(const QWidget* window, const QKeyEvent& event) {
   const quint64 identity = identityOf(event);
   if (event.type() == QEvent::KeyPress && isRepetition(event)) {
     mTaken.insert(identity);
@@ -104,26 +114,25 @@ bool TypedKeys::takesKey(const QKeyEvent& event) {
   const bool wasTaken = mTaken.contains(identity);
   if (event.isAutoRepeat() && wasTaken) return true;
   settleLetGo();
-  const bool listens = KeyCaptureField::listening() != nullptr || isRecordingHere();
   if (event.type() == QEvent::KeyRelease) {
     mTaken.remove(identity);
     const auto usage = usageOf(event, tellsScanCodes());
     if (usage && wasTaken && event.timestamp() != 0 && !isModifier(*usage)) {
       letGo(event, *usage);
     } else if (usage) {
-      takeRelease(*usage, timeOf(event));
+      takeRelease(KeyCaptureField::listeningIn(window), *usage, timeOf(event));
     }
     return wasTaken;
   }
-  if (!listens || event.isAutoRepeat()) return listens;
+  if (!listensIn(window)) return false;
+  if (event.isAutoRepeat()) return true;
   mTaken.insert(identity);
   const auto usage = usageOf(event, tellsScanCodes());
-  return !usage || takesPress(event, *usage);
+  return !usage || takesPress(KeyCaptureField::listeningIn(window), event, *usage);
 }
 
-bool TypedKeys::takesPress(const QKeyEvent& event, HidUsage usage) {
+bool TypedKeys::takesPress(KeyCaptureField* field, const QKeyEvent& event, HidUsage usage) {
   constexpr hid::Usage pauseKey = 72;
-  KeyCaptureField* const field = KeyCaptureField::listening();
   if (field == nullptr && usage == HidUsage{hid::keyboardPage, pauseKey}) {
     mRecording.stop();
     return true;
@@ -146,13 +155,11 @@ void TypedKeys::settleLetGo() {
   mSettling.stop();
   if (!mLetGo) return;
   const LetGo settled = *std::exchange(mLetGo, std::nullopt);
-  takeRelease(settled.usage, settled.time);
+  release(settled.usage, settled.time);
 }
 
-void TypedKeys::takeRelease(HidUsage usage, milliseconds time) {
-  if (!release(usage, time)) return;
-  KeyCaptureField* const field = KeyCaptureField::listening();
-  if (field == nullptr) return;
+void TypedKeys::takeRelease(KeyCaptureField* field, HidUsage usage, milliseconds time) {
+  if (!release(usage, time) || field == nullptr) return;
   field->noteTyped(isModifier(usage), false);
   if (!field->isListening()) releaseAll();
 }
@@ -164,7 +171,7 @@ bool TypedKeys::takesButton(const QObject* watched, const QMouseEvent& event) {
   settleLetGo();
   const QWidget* const area = mRecording.captureArea();
   if (event.type() == QEvent::MouseButtonRelease) return release(*usage, timeOf(event));
-  if (!isRecordingHere() || (widget != area && !area->isAncestorOf(widget))) return false;
+  if (!isRecordingIn(widget->window()) || (widget != area && !area->isAncestorOf(widget))) return false;
   press(*usage, timeOf(event));
   return true;
 }

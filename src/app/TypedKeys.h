@@ -52,15 +52,18 @@ class TypedKeys : public QObject {
     std::chrono::milliseconds time{};
   };
 
-  bool isRecordingHere() const;
+  // The window: which the key is given to. Not the active one: displays bring the first keys of a window before or
+  // after Qt counts it as active.
+  bool isRecordingIn(const QWidget* window) const;
+  bool listensIn(const QWidget* window) const;
   bool isRepetition(const QKeyEvent& event) const;
   // Whether no shortcut may have it.
-  bool takesShortcut(const QKeyEvent& event) const;
+  bool takesShortcut(const QWidget* window, const QKeyEvent& event) const;
   void letGo(const QKeyEvent& event, vorn::HidUsage usage);
   void settleLetGo();
-  bool takesKey(const QKeyEvent& event);
-  bool takesPress(const QKeyEvent& event, vorn::HidUsage usage);
-  void takeRelease(vorn::HidUsage usage, std::chrono::milliseconds time);
+  bool takesKey(const QWidget* window, const QKeyEvent& event);
+  bool takesPress(KeyCaptureField* field, const QKeyEvent& event, vorn::HidUsage usage);
+  void takeRelease(KeyCaptureField* field, vorn::HidUsage usage, std::chrono::milliseconds time);
   bool takesButton(const QObject* watched, const QMouseEvent& event);
   void press(vorn::HidUsage usage, std::chrono::milliseconds time);
   // False when the engine was not told of a press.

@@ -1,6 +1,5 @@
 #include "widgets/KeyCaptureField.h"
 
-#include <QApplication>
 #include <QPushButton>
 #include <utility>
 
@@ -50,7 +49,7 @@ void KeyCaptureField::stopListening() {
   listeningField().clear();
   showState();
   // So that Return confirms what was caught.
-  if (mOK && hasFocus()) mOK->setFocus(Qt::OtherFocusReason);
+  if (mOK && window()->focusWidget() == this) mOK->setFocus(Qt::OtherFocusReason);
 }
 
 bool KeyCaptureField::isListening() const {
@@ -62,12 +61,9 @@ void KeyCaptureField::showKey(const QString& name) {
   setHasKey(true);
 }
 
-KeyCaptureField* KeyCaptureField::listening() {
+KeyCaptureField* KeyCaptureField::listeningIn(const QWidget* window) {
   KeyCaptureField* const field = listeningField();
-  if (field == nullptr || !field->isVisible()) return nullptr;
-  // X11 may bring keys before Qt has heard which window is active.
-  const QWidget* const active = QApplication::activeWindow();
-  return active == nullptr || active == field->window() ? field : nullptr;
+  return field != nullptr && field->isVisible() && field->window() == window ? field : nullptr;
 }
 
 void KeyCaptureField::noteTyped(bool isModifier, bool isPressed) {

@@ -1,4 +1,4 @@
-// A line that shows a caught key. While it listens, whoever hands typed keys on takes them from listening() and tells
+// A line that shows a caught key. While it listens, whoever hands typed keys on finds it by listeningIn() and tells it
 // of each: the first key, with what is held, or a modifier that is let go alone, ends the listening, and the keyboard
 // works the sheet again. A click on the field, or the button beside it, listens anew. What is caught comes back by
 // showKey, listening or not, from wherever it was pressed.
@@ -44,8 +44,8 @@ class KeyCaptureField : public QLineEdit {
   // The name may be empty.
   void showKey(const QString& name);
 
-  // The field that listens, where no other window of the program has the keyboard; null where none does.
-  static KeyCaptureField* listening();
+  // The field that listens for the keys which this window is given; null where none does.
+  static KeyCaptureField* listeningIn(const QWidget* window);
   // A key typed while it listens: ends the listening as said above.
   void noteTyped(bool isModifier, bool isPressed);
 

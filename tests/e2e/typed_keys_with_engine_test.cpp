@@ -167,7 +167,7 @@ class TypedKeysWithEngineTest : public QObject {
         .choose(control, AssignmentCategory::SingleKey);
     auto* field = mOpen->find<KeyCaptureField>("mInputSingleKey");
     field->window()->activateWindow();
-    if (!QTest::qWaitFor([&] { return KeyCaptureField::listening() == field; }))
+    if (!QTest::qWaitFor([&] { return KeyCaptureField::listeningIn(field->window()) == field; }))
       QTest::qFail("the field listens", __FILE__, __LINE__);
     return {control, field};
   }
