@@ -1,0 +1,46 @@
+// What became of a settings bundle, as a list of edits that can be taken back and made again later, when other values
+// have changed meanwhile. Pure; any thread.
+//
+// What follows from other values is no part of it: the "Keys" and "Buttons" of a profile while they are those of the
+// keymap in force, and the "macroID" of a macro while it is its position. It is made anew after the edits.
+#pragma once
+
+#include <vector>
+
+#include "model/PropertyList.h"
+
+namespace vorn::engine {
+
+// One place of the bundle and what became of it.
+struct Edit {
+  // The keys and positions that lead from the bundle to the place, an array.
+  PropertyList place;
+  // The value there before and after; none where there was nothing. Of a splice: the elements, an array.
+  PropertyList before;
+  PropertyList after;
+  // The place is a position in an array, where the elements of before gave way to those of after.
+  bool isSplice = false;
+
+  friend bool operator==(const Edit&, const Edit&) = default;
+};
+
+using Edits = std::vector<Edit>;
+
+// The edits that lead from one complete bundle to the other, in the order in which they are to be made. Records with a
+// name are followed to another position; what is equal in both costs nothing to keep.
+Edits editsBetween(const PropertyList& before, const PropertyList& after);
+
+// A bundle after edits, and the edits that did not fit: their place holds something else by now.
+struct EditedBundle {
+  PropertyList bundle;
+  Edits conflicts;
+};
+
+// Takes the edits back: each place that still holds what the edit put there gets what was there before. Values that the
+// mouse itself changes (the profile, keymap, stage and sensitivity in force) do not keep a whole record from being
+// taken out; the same profile stays active, or the one before where it goes.
+EditedBundle withEditsTakenBack(const PropertyList& bundle, const Edits& edits);
+// Makes the edits again, in the same way.
+EditedBundle withEditsMadeAgain(const PropertyList& bundle, const Edits& edits);
+
+}  // namespace vorn::engine
