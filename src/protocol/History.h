@@ -1,0 +1,78 @@
+// The changes of the settings that can be undone: object, members and words by which the engine tells its clients of
+// them. resources/dbus/org.vorn.History1.xml says what each member takes, docs/core-engine.md what the words mean.
+#pragma once
+
+#include <string_view>
+
+namespace vorn::history {
+
+inline constexpr const char* busName = "org.vorn.History";
+inline constexpr const char* objectPath = "/org/vorn/History";
+inline constexpr const char* interface = "org.vorn.History1";
+
+namespace methods {
+inline constexpr const char* Undo = "Undo";
+inline constexpr const char* Redo = "Redo";
+inline constexpr const char* Entries = "Entries";
+}  // namespace methods
+
+namespace signals {
+inline constexpr const char* Changed = "Changed";
+}  // namespace signals
+
+namespace errors {
+// Nothing is left to be undone, or to be made again.
+inline constexpr const char* NothingLeft = "org.vorn.History1.Error.NothingLeft";
+// All that the change had changed has been changed again since. The change is no longer offered.
+inline constexpr const char* ChangedSince = "org.vorn.History1.Error.ChangedSince";
+// The disk did not take it; nothing has changed.
+inline constexpr const char* NotSaved = "org.vorn.History1.Error.NotSaved";
+}  // namespace errors
+
+// The keys of an entry.
+namespace keys {
+using Key = std::string_view;
+inline constexpr Key ID = "id";                // integer, larger than those of earlier changes
+inline constexpr Key Time = "time";            // integer, seconds since 1970-01-01 00:00:00 UTC
+inline constexpr Key SourceApp = "sourceApp";  // string; missing where the client gave none
+inline constexpr Key IsUndone = "isUndone";    // boolean: can be made again
+inline constexpr Key Kind = "kind";            // string, one of the kinds below
+inline constexpr Key Profile = "profile";      // string: the name of the profile that it is about
+inline constexpr Key Macro = "macro";          // string: the name of the macro that it is about
+inline constexpr Key NewName = "newName";      // string, of a renamed record
+inline constexpr Key Count = "count";          // integer: how many profiles, macros, controls or keymaps, where not one
+inline constexpr Key Control = "control";      // string: the identifier of the control, where it is one
+inline constexpr Key Keymap = "keymap";        // integer, 0 to 7: the keymap, where it is one
+// The new assignment of that one control; target: the name of the macro or profile that it points at.
+inline constexpr Key Command = "command";  // integer
+inline constexpr Key Param1 = "param1";    // string
+inline constexpr Key Param2 = "param2";    // string
+inline constexpr Key Target = "target";    // string
+}  // namespace keys
+
+namespace kinds {
+using Kind = std::string_view;
+inline constexpr Kind Assignment = "assignment";
+inline constexpr Kind KeymapInForce = "keymapInForce";
+inline constexpr Kind ProfileAdded = "profileAdded";
+inline constexpr Kind ProfileDeleted = "profileDeleted";
+inline constexpr Kind ProfileRenamed = "profileRenamed";
+inline constexpr Kind ProfileSwitched = "profileSwitched";
+inline constexpr Kind ProfilesReordered = "profilesReordered";
+inline constexpr Kind ProfileChanged = "profileChanged";  // several of its settings at once
+inline constexpr Kind MacroAdded = "macroAdded";
+inline constexpr Kind MacroDeleted = "macroDeleted";
+inline constexpr Kind MacroRenamed = "macroRenamed";
+inline constexpr Kind MacroEvents = "macroEvents";
+inline constexpr Kind Sensitivity = "sensitivity";
+inline constexpr Kind Stages = "stages";
+inline constexpr Kind PollingRate = "pollingRate";
+inline constexpr Kind Acceleration = "acceleration";
+inline constexpr Kind Light = "light";
+inline constexpr Kind Power = "power";
+inline constexpr Kind Application = "application";
+inline constexpr Kind Messages = "messages";
+inline constexpr Kind Settings = "settings";  // anything else, or several of the above at once
+}  // namespace kinds
+
+}  // namespace vorn::history

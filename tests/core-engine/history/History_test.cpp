@@ -1,0 +1,265 @@
+#include "core-engine/history/History.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core-engine/MemoryFileSystem.h"
+#include "core-engine/TestBundle.h"
+#include "core-engine/TestParts.h"
+#include "core-engine/rules/MacroRules.h"
+#include "core-engine/rules/ProfileRules.h"
+#include "protocol/History.h"
+#include "support/StandardBundle.h"
+
+namespace vorn::engine::test {
+namespace {
+
+using Outcome = History::Outcome;
+using std::chrono::milliseconds;
+namespace kinds = history::kinds;
+
+const Author window{"window", "org.vorn.SkarnConfigurator", MessageID::UpdateProfile};
+const Author other{"other", "org.vorn.vornctl", MessageID::UpdateProfile};
+
+Author asking(Author author, MessageID request) {
+  author.request = request;
+  return author;
+}
+
+PropertyList setting(std::string_view key, const PropertyList& value) {
+  return PropertyList::dictionary({{key, value}});
+}
+
+class HistoryTest : public testing::Test {
+ protected:
+  HistoryTest() {
+    mStore.fill(bundleWithMacros(3));
+    mStore.setChangeHandler(
+        [this](const PropertyList& before, const PropertyList& after) { mHistory.note(before, after); });
+    mHistory.setChangeHandler([this] { ++mTold; });
+  }
+
+  // A request of the author that makes the new bundle.
+  template <typename Change>
+  void request(const std::optional<Author>& author, const Change& change) {
+    mHistory.setAuthor(author);
+    const auto outcome = mStore.apply([&](const PropertyList& bundle) { return std::optional(change(bundle)); });
+    EXPECT_EQ(outcome, SettingsStore::Outcome::Done);
+    mHistory.setAuthor({});
+  }
+  void update(const std::optional<Author>& author, const PropertyList& settings, std::int32_t profileID = 0) {
+    request(author,
+            [&](const PropertyList& bundle) { return *withUpdatedProfile(bundle, profileID, settings).bundle; });
+  }
+  void deleteMacro(const Author& author, std::int32_t macroID) {
+    request(asking(author, MessageID::DeleteMacro),
+            [&](const PropertyList& bundle) { return withoutMacro(bundle, macroID).value; });
+  }
+  // What a client sends after a deletion.
+  void cleanUp(const Author& author) {
+    request(asking(author, MessageID::ReplaceAllProfiles), [](const PropertyList& bundle) {
+      const PropertyList keys = setting("Keys", setting("43", assignment(45, 43)));
+      return *withUpdatedProfile(bundle, 1, keys).bundle;
+    });
+  }
+  void letPass(milliseconds time) { mScheduler.advance(time); }
+
+  const PropertyList& now() const { return mStore.bundle(); }
+  std::vector<std::string> entries() const {
+    std::vector<std::string> result;
+    for (const History::Entry& each : mHistory.entries()) result.push_back(each.description["kind"].toString());
+    return result;
+  }
+
+  using Kinds = std::vector<std::string>;
+
+  MemoryFileSystem mDisk;
+  Log mLog{[](const std::string&) {}};
+  SettingsFile mFile{mDisk, mLog, "/state"};
+  SettingsStore mStore{mFile, mLog};
+  ManualScheduler mScheduler;
+  std::int64_t mTime = 1'700'000'000;
+  History mHistory{mStore, mScheduler, [this] { return mTime; }};
+  int mTold = 0;
+};
+
+TEST_F(HistoryTest, AChangeIsTakenBackAndMadeAgainExactly) {
+  const PropertyList before = now();
+  update(window, setting("PollingRate", 125));
+  const PropertyList after = now();
+
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::NothingLeft);
+  EXPECT_EQ(now(), before);
+
+  EXPECT_EQ(mHistory.redo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), after);
+  EXPECT_EQ(mHistory.redo().outcome, Outcome::NothingLeft);
+  EXPECT_EQ(now(), after);
+}
+
+TEST_F(HistoryTest, AnEntryTellsWhoAndWhenAndWhat) {
+  update(other, setting("PollingRate", 125), 2);
+  ASSERT_EQ(mHistory.entries().size(), 1U);
+  const History::Entry& entry = mHistory.entries().front();
+  EXPECT_EQ(entry.id, 1U);
+  EXPECT_EQ(entry.time, mTime);
+  EXPECT_EQ(entry.sourceApp, "org.vorn.vornctl");
+  EXPECT_EQ(entry.description, PropertyList::dictionary({{"kind", "pollingRate"}, {"profile", "Profile 3"}}));
+}
+
+TEST_F(HistoryTest, WhatTheMouseSwitchesIsNoEntryAndStaysWhenAChangeIsTakenBack) {
+  update(window, setting("PollingRate", 125));
+  update({}, setting("KeymapID", 4));
+  EXPECT_EQ(entries(), Kinds{"pollingRate"});
+
+  const PropertyList rate = bundleWithMacros(3)["Profiles"].at(0)["PollingRate"];
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], rate);
+  EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(4));
+}
+
+TEST_F(HistoryTest, ANewChangeEndsWhatCouldBeMadeAgain) {
+  update(window, setting("PollingRate", 125));
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  update(other, setting("AutoSwitchOn", 1));
+  EXPECT_EQ(entries(), Kinds{"application"});
+  EXPECT_EQ(mHistory.redo().outcome, Outcome::NothingLeft);
+}
+
+TEST_F(HistoryTest, ARequestThatChangesNothingIsNoEntry) {
+  update(window, setting("PollingRate", 125));
+  update(window, setting("PollingRate", 125));
+  EXPECT_EQ(entries(), Kinds{"pollingRate"});
+  EXPECT_EQ(mTold, 1);
+}
+
+TEST_F(HistoryTest, WhatAllHaveChangedSinceIsNotTakenBackAndNoLongerOffered) {
+  update(window, setting("KeymapID", 3));
+  update({}, setting("KeymapID", 5));
+  const PropertyList before = now();
+
+  const History::Result result = mHistory.undo();
+  EXPECT_EQ(result.outcome, Outcome::ChangedSince);
+  EXPECT_EQ(result.conflicts.size(), 1U);
+  EXPECT_EQ(now(), before);
+  EXPECT_EQ(entries(), Kinds());
+}
+
+TEST_F(HistoryTest, WhatStandsIsTakenBackAndTheRestIsTold) {
+  update(window, PropertyList::dictionary({{"KeymapID", 3}, {"PollingRate", 125}}));
+  update({}, setting("KeymapID", 5));
+
+  const History::Result result = mHistory.undo();
+  EXPECT_EQ(result.outcome, Outcome::Done);
+  ASSERT_EQ(result.conflicts.size(), 1U);
+  EXPECT_EQ(result.conflicts[0].place, PropertyList::array({"Profiles", 0, "KeymapID"}));
+  EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(5));
+}
+
+TEST_F(HistoryTest, AnUndoThatTheDiskDoesNotTakeChangesNothingAndCanBeTriedAgain) {
+  const PropertyList before = now();
+  update(window, setting("PollingRate", 125));
+  const PropertyList after = now();
+  mDisk.failFrom(1, std::errc::no_space_on_device);
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::NotSaved);
+  EXPECT_EQ(now(), after);
+
+  mDisk.work();
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
+}
+
+TEST_F(HistoryTest, EveryChangeOfTheEntriesIsTold) {
+  update(window, setting("PollingRate", 125));
+  EXPECT_EQ(mTold, 1);
+  mHistory.undo();
+  EXPECT_EQ(mTold, 2);
+  mHistory.redo();
+  EXPECT_EQ(mTold, 3);
+  mHistory.redo();
+  EXPECT_EQ(mTold, 3);
+}
+
+TEST_F(HistoryTest, TheOldestOfMoreThanTwoHundredIsForgotten) {
+  const PropertyList rate = setting("PollingRate", 125);
+  for (int each = 0; each < 201; ++each) {
+    update(each % 2 == 0 ? window : other, each % 2 == 0 ? rate : setting("PollingRate", 500));
+  }
+  EXPECT_EQ(mHistory.entries().size(), History::maximumEntries);
+  EXPECT_EQ(mHistory.entries().front().id, 2U);
+  int undone = 0;
+  while (mHistory.undo().outcome == Outcome::Done) ++undone;
+  EXPECT_EQ(undone, 200);
+  EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], PropertyList(125));
+}
+
+// --- Gestures
+
+TEST_F(HistoryTest, TheStepsOfADraggedSliderAreOneChange) {
+  const PropertyList before = now();
+  for (const int dpi : {900, 1000, 1100}) {
+    update(window, setting("DPIX", dpi));
+    letPass(milliseconds(900));
+  }
+  EXPECT_EQ(entries(), Kinds{"sensitivity"});
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
+}
+
+TEST_F(HistoryTest, ASliderThatIsDraggedBackLeavesNoChange) {
+  const PropertyList before = now()["Profiles"].at(0)["DPIX"];
+  update(window, setting("DPIX", before.toInt() + 100));
+  update(window, setting("DPIX", before));
+  EXPECT_EQ(entries(), Kinds());
+}
+
+TEST_F(HistoryTest, ASliderThatIsTakenUpLaterOrByAnotherOrInAnotherProfileIsAnotherChange) {
+  update(window, setting("DPIX", 900));
+  letPass(milliseconds(1100));
+  update(window, setting("DPIX", 1000));
+  update(other, setting("DPIX", 1100));
+  update(other, setting("DPIX", 1200), 2);
+  EXPECT_EQ(entries(), (Kinds{"sensitivity", "sensitivity", "sensitivity", "sensitivity"}));
+}
+
+TEST_F(HistoryTest, TwoAssignmentsInARowAreTwoChanges) {
+  update(window, setting("Keys", setting("43", assignment(3))));
+  update(window, setting("Keys", setting("43", assignment(4))));
+  EXPECT_EQ(entries(), (Kinds{"assignment", "assignment"}));
+}
+
+TEST_F(HistoryTest, ADeletedMacroComesBackWithTheAssignmentsThatTheDeletionTook) {
+  const PropertyList before = now();
+  deleteMacro(window, 1);
+  cleanUp(window);
+  EXPECT_EQ(entries(), Kinds{"macroDeleted"});
+  EXPECT_EQ(mHistory.entries().front().description,
+            PropertyList::dictionary({{"kind", "macroDeleted"}, {"macro", "Macro 2"}}));
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
+}
+
+TEST_F(HistoryTest, WhatAnotherClientReplacesAfterADeletionIsAChangeOfItsOwn) {
+  deleteMacro(window, 1);
+  cleanUp(other);
+  EXPECT_EQ(entries(), (Kinds{"macroDeleted", "assignment"}));
+}
+
+TEST_F(HistoryTest, ADeletedProfileIsOneChangeWithTheSwitchThatFollows) {
+  update(window, setting("ProfileName", "kept"), 1);
+  const PropertyList before = now();
+  request(asking(window, MessageID::DeleteProfile),
+          [](const PropertyList& bundle) { return *withoutProfile(bundle, 3).bundle; });
+  request(asking(window, MessageID::SwitchProfile),
+          [](const PropertyList& bundle) { return *withActiveProfile(bundle, 2).bundle; });
+  EXPECT_EQ(entries(), (Kinds{"profileRenamed", "profileDeleted"}));
+  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
+}
+
+}  // namespace
+}  // namespace vorn::engine::test
