@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -39,13 +40,16 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mStore(mFile, log, &mDisk),
       mDefaults(mFiles, options.defaultsFile),
       mDevice(options.connection),
+      mHistory(mStore, mScheduler, [] { return static_cast<std::int64_t>(std::time(nullptr)); }),
       mLauncher(launcherFor(options)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
   mRecorder.setClientHandler([this](const std::string& client) { mRecordingClient.become(client); });
   mCapture.setClientHandler([this](const std::string& client) { mCapturingClient.become(client); });
   mDispatcher.setObserver(this);
-  mStore.setChangeHandler(
-      [this](const PropertyList& before, const PropertyList& after) { mNews.settingsChanged(before, after); });
+  mStore.setChangeHandler([this](const PropertyList& before, const PropertyList& after) {
+    mHistory.note(before, after);
+    mNews.settingsChanged(before, after);
+  });
   mDevice.setEventHandler([this](const DeviceEvent& event) { handle(event); });
 }
 
@@ -69,6 +73,7 @@ int CoreEngine::run() {
   mStore.load([this] { return mDefaults.ownProfile(); });
   if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
   if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);
+  if (!mHistoryService.start(error)) mLog.line("the history cannot be reached over the bus: " + error);
   // Windows that an earlier engine left behind show what it told last.
   mDeviceNews.announce();
   // Last: who has asked the bus to start an engine goes on now.
@@ -110,13 +115,15 @@ void CoreEngine::giveMemoryBackLater() {
   });
 }
 
-void CoreEngine::willServe(const RequestKind&, const Request& request) {
+void CoreEngine::willServe(const RequestKind& kind, const Request& request) {
   mNews.setSourceApp(sourceAppOf(request));
+  mHistory.setAuthor(Author{request.sender, sourceAppOf(request), kind.messageID});
 }
 
 void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
   // What happens between two requests is the doing of the mouse.
   mNews.setSourceApp({});
+  mHistory.setAuthor({});
   mProfiles.takeBackReleased();
   mAnnouncer.noteServed(kind.messageID, request);
 }

@@ -6,6 +6,8 @@
 #include "core-engine/Scheduler.h"
 #include "core-engine/device/VirtualDevice.h"
 #include "core-engine/device/VirtualMouseService.h"
+#include "core-engine/history/History.h"
+#include "core-engine/history/HistoryService.h"
 #include "core-engine/news/Announcer.h"
 #include "core-engine/news/BusNewsPort.h"
 #include "core-engine/news/DeviceNews.h"
@@ -76,6 +78,8 @@ class CoreEngine : private RequestObserver {
   BusNewsPort mNewsPort;
   RunLoopScheduler mScheduler{mLoop};
   News mNews{mNewsPort, mScheduler};
+  History mHistory;
+  HistoryService mHistoryService{mHistory};
   DeviceNews mDeviceNews{mDevice, mNewsPort};
   Announcer mAnnouncer{mClients, mReplyPorts, mDevice, mDeviceNews, mScheduler};
   // Whose recording and whose capture runs.

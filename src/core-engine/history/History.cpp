@@ -94,6 +94,8 @@ bool History::replaceLast(const PropertyList& after) {
 }
 
 History::Result History::undo() {
+  // What a client asked for before comes before.
+  mStore.settle();
   if (undoneFrom() == 0) return {Outcome::NothingLeft};
   const std::size_t position = undoneFrom() - 1;
   Result result{Outcome::Done, mEntries[position]};
@@ -109,6 +111,7 @@ History::Result History::undo() {
 }
 
 History::Result History::redo() {
+  mStore.settle();
   if (mUndone == 0) return {Outcome::NothingLeft};
   const std::size_t position = undoneFrom();
   Result result{Outcome::Done, mEntries[position]};
