@@ -33,6 +33,10 @@ Outcome assign(Context& context, const Arguments& arguments);
 Outcome listAssignments(Context& context, const Arguments& arguments);
 Outcome listKeys(Context& context, const Arguments& arguments);
 
+Outcome listHistory(Context& context, const Arguments& arguments);
+Outcome undoChange(Context& context, const Arguments& arguments);
+Outcome redoChange(Context& context, const Arguments& arguments);
+
 Outcome plugDevice(Context& context, const Arguments& arguments);
 Outcome unplugDevice(Context& context, const Arguments& arguments);
 Outcome pressControl(Context& context, const Arguments& arguments);

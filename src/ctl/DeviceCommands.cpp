@@ -5,10 +5,10 @@
 
 #include "ctl/Commands.h"
 #include "ctl/Controls.h"
+#include "ctl/EngineObject.h"
 #include "ctl/Keys.h"
 #include "ctl/Numbers.h"
 #include "ctl/Values.h"
-#include "ports/BusMethodCall.h"
 #include "protocol/DeviceStatus.h"
 #include "protocol/VirtualMouse.h"
 
@@ -21,26 +21,7 @@ namespace methods = virtualMouse::methods;
 Result<std::vector<PropertyList>> call(const Context& context, const std::string& method,
                                        const std::vector<BusInput>& inputs = {}) {
   static const BusTarget mouse{virtualMouse::busName, virtualMouse::objectPath, virtualMouse::interface};
-  using Status = BusAnswer::Status;
-  BusAnswer answer = callBusMethod(mouse, method, inputs, context.line.timeout);
-  if (answer.status == Status::NoOwner) {
-    if (auto failure = context.engine.startEngine()) return *failure;
-    answer = callBusMethod(mouse, method, inputs, context.line.timeout);
-  }
-  switch (answer.status) {
-    case Status::Success:
-      return std::move(answer.values);
-    case Status::NoBus:
-      return Failure{ExitStatus::NoEngine, "cannot reach the session bus: " + answer.error};
-    case Status::NoOwner:
-      return Failure{ExitStatus::NoEngine, "the core engine of this session has no virtual mouse"};
-    case Status::Timeout:
-      return Failure{ExitStatus::NoAnswer, "the virtual mouse does not answer in time"};
-    case Status::Error:
-    case Status::Invalid:
-      break;
-  }
-  return Failure{ExitStatus::Refused, answer.error};
+  return callEngineObject(context, mouse, "a virtual mouse", method, inputs);
 }
 
 Outcome perform(const Context& context, const std::string& method, const std::vector<BusInput>& inputs = {}) {

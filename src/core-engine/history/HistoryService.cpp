@@ -23,13 +23,13 @@ PropertyList told(const History::Entry& entry, bool isUndone) {
 
 bool HistoryService::start(std::string& error) {
   BusObjectDescription description{history::busName, history::objectPath, history::interface, {}, {}};
-  const auto change = [this](const char* name, History::Result (History::*operation)()) {
-    return BusMethod{name, {}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [this, operation](const auto&) {
-                       return answer((mHistory.*operation)());
+  const auto change = [this](const char* name, History::Result (History::*operation)(), const char* nothingLeft) {
+    return BusMethod{name, {}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [this, operation, nothingLeft](const auto&) {
+                       return answer((mHistory.*operation)(), nothingLeft);
                      }};
   };
-  description.methods.push_back(change(history::methods::Undo, &History::undo));
-  description.methods.push_back(change(history::methods::Redo, &History::redo));
+  description.methods.push_back(change(history::methods::Undo, &History::undo, "No change is left to be undone"));
+  description.methods.push_back(change(history::methods::Redo, &History::redo, "No change is left to be made again"));
   description.methods.push_back(
       {history::methods::Entries, {}, {{"aa{sv}", "entries"}}, [this](const auto&) { return entries(); }});
   description.signals.push_back({history::signals::Changed, {}});
@@ -39,10 +39,10 @@ bool HistoryService::start(std::string& error) {
   return true;
 }
 
-BusReply HistoryService::answer(const History::Result& result) const {
+BusReply HistoryService::answer(const History::Result& result, const char* nothingLeft) const {
   switch (result.outcome) {
     case History::Outcome::NothingLeft:
-      return BusReply::failure(history::errors::NothingLeft, "Nothing is left");
+      return BusReply::failure(history::errors::NothingLeft, nothingLeft);
     case History::Outcome::ChangedSince:
       return BusReply::failure(history::errors::ChangedSince, "All that it changed has been changed again since");
     case History::Outcome::NotSaved:

@@ -19,7 +19,8 @@ class HistoryService {
   bool start(std::string& error);
 
  private:
-  BusReply answer(const History::Result& result) const;
+  // nothingLeft: the text of the error where no change is left.
+  BusReply answer(const History::Result& result, const char* nothingLeft) const;
   BusReply entries() const;
 
   History& mHistory;
