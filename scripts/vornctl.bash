@@ -121,13 +121,14 @@ _vornctl() {
   done
   words+=("$cur")
   if ((${#words[@]} == 1)); then
-    _vornctl_words 'status profiles get set macros assign assignments keys monitor device'
+    _vornctl_words 'status profiles get set macros assign assignments keys undo redo history monitor device'
     return
   fi
   case ${words[0]}:${#words[@]} in
     profiles:2) _vornctl_words 'list switch add copy rename delete export import' ;;
     macros:2) _vornctl_words 'list show record rename delete export import' ;;
     device:2) _vornctl_words 'plug unplug press release click type battery charging firmware state output' ;;
+    history:2) _vornctl_words 'list go' ;;
     get:2 | set:2) _vornctl_words "$_vornctl_keys" ;;
     profiles:*) _vornctl_records profiles SkarnProfile "${words[@]:1}" ;;
     macros:*) _vornctl_records macros SkarnMacro "${words[@]:1}" ;;

@@ -46,9 +46,13 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
   mRecorder.setClientHandler([this](const std::string& client) { mRecordingClient.become(client); });
   mCapture.setClientHandler([this](const std::string& client) { mCapturingClient.become(client); });
   mDispatcher.setObserver(this);
-  mStore.setChangeHandler([this](const PropertyList& before, const PropertyList& after) {
-    mHistory.note(before, after);
-    mNews.settingsChanged(before, after);
+  mStore.setChangeHandler([this](const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
+    mHistory.note(before, after, origin);
+    mNews.settingsChanged(before, after, origin.sourceApp);
+  });
+  mHistory.setAppliedHandler([this](const PropertyList& before, const std::vector<ArrayMove>& macroMoves) {
+    mProfiles.profilesReplaced(before[keys::Profiles]);
+    for (const ArrayMove& each : macroMoves) mRecorder.macrosMoved(each.start, each.gone, each.come);
   });
   mDevice.setEventHandler([this](const DeviceEvent& event) { handle(event); });
 }
@@ -115,15 +119,7 @@ void CoreEngine::giveMemoryBackLater() {
   });
 }
 
-void CoreEngine::willServe(const RequestKind& kind, const Request& request) {
-  mNews.setSourceApp(sourceAppOf(request));
-  mHistory.setAuthor(Author{request.sender, sourceAppOf(request), kind.messageID});
-}
-
 void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
-  // What happens between two requests is the doing of the mouse.
-  mNews.setSourceApp({});
-  mHistory.setAuthor({});
   mProfiles.takeBackReleased();
   mAnnouncer.noteServed(kind.messageID, request);
 }
@@ -161,6 +157,20 @@ void CoreEngine::serve(const LocalMessagePort::Message& message, std::function<v
                     sender = std::string(message.sender), done = std::move(done)] {
     mDispatcher.receive({messageID, data, sender}, done);
   });
+}
+
+bool CoreEngine::takeInTurn(const std::string& connection, const RequestIntake::Work& work) {
+  giveMemoryBackLater();
+  const bool isTaken = mIntake.receive(connection, [this, work](const std::function<void()>& done) {
+    mTurns.whenSaved([this, work, done] {
+      work([this, done] {
+        mProfiles.takeBackReleased();
+        done();
+      });
+    });
+  });
+  if (isTaken) mLoop.wakeIdleWork();
+  return isTaken;
 }
 
 void CoreEngine::noteSaved() {

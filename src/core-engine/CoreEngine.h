@@ -52,9 +52,10 @@ class CoreEngine : private RequestObserver {
   std::optional<Bytes> receive(const LocalMessagePort::Message& message);
   // Soon after a request the memory that it took is given back to the system.
   void giveMemoryBackLater();
-  void willServe(const RequestKind& kind, const Request& request) override;
   void hasServed(const RequestKind& kind, const Request& request) override;
   void serve(const LocalMessagePort::Message& message, std::function<void()> done);
+  // Does the work when the requests that the connection has sent before are served.
+  bool takeInTurn(const std::string& connection, const RequestIntake::Work& work);
   void handle(const DeviceEvent& event);
   // A save may have ended.
   void noteSaved();
@@ -79,7 +80,8 @@ class CoreEngine : private RequestObserver {
   RunLoopScheduler mScheduler{mLoop};
   News mNews{mNewsPort, mScheduler};
   History mHistory;
-  HistoryService mHistoryService{mHistory};
+  HistoryService mHistoryService{
+      mHistory, [this](const std::string& connection, const auto& work) { return takeInTurn(connection, work); }};
   DeviceNews mDeviceNews{mDevice, mNewsPort};
   Announcer mAnnouncer{mClients, mReplyPorts, mDevice, mDeviceNews, mScheduler};
   // Whose recording and whose capture runs.

@@ -36,6 +36,7 @@ Outcome listKeys(Context& context, const Arguments& arguments);
 Outcome listHistory(Context& context, const Arguments& arguments);
 Outcome undoChange(Context& context, const Arguments& arguments);
 Outcome redoChange(Context& context, const Arguments& arguments);
+Outcome goToChange(Context& context, const Arguments& arguments);
 
 Outcome plugDevice(Context& context, const Arguments& arguments);
 Outcome unplugDevice(Context& context, const Arguments& arguments);

@@ -1,10 +1,15 @@
 #include <array>
+#include <cstdint>
 #include <ctime>
+#include <limits>
 #include <string>
 
 #include "ctl/Commands.h"
 #include "ctl/EngineObject.h"
 #include "ctl/HistoryWords.h"
+#include "ctl/Numbers.h"
+#include "ctl/Text.h"
+#include "protocol/EngineProtocol.h"
 #include "protocol/History.h"
 
 namespace vorn::ctl {
@@ -14,9 +19,10 @@ namespace {
 namespace methods = history::methods;
 namespace words = history::keys;
 
-Result<std::vector<PropertyList>> call(const Context& context, const std::string& method) {
+Result<std::vector<PropertyList>> call(const Context& context, const std::string& method,
+                                       const std::vector<BusInput>& inputs = {}) {
   static const BusTarget target{history::busName, history::objectPath, history::interface};
-  return callEngineObject(context, target, "a history", method);
+  return callEngineObject(context, target, "a history", method, inputs);
 }
 
 // In the time of this place.
@@ -28,10 +34,24 @@ std::string timeOf(const PropertyList& entry) {
   return {text.data(), std::strftime(text.data(), text.size(), "%F %T", &local)};
 }
 
+std::string sourceOf(const PropertyList& entry) {
+  const std::string_view source = entry[words::SourceApp].string();
+  if (source == configuratorIdentifier) return "window";
+  if (source == vornctlIdentifier) return "vornctl";
+  return source.empty() ? "-" : std::string(source);
+}
+
 std::string lineOf(const PropertyList& entry) {
-  const std::string source = entry.contains(words::SourceApp) ? entry[words::SourceApp].toString() : "-";
-  return timeOf(entry) + "  " + wordsOfChange(entry) + "  (" + source + ")" +
-         (entry[words::IsUndone].toBool() ? "  undone" : "");
+  constexpr std::size_t widthOfID = 6;
+  constexpr std::size_t widthOfSource = 9;
+  return padded(std::to_string(entry[words::ID].toInt64()), widthOfID) + timeOf(entry) + "  " +
+         padded(sourceOf(entry), widthOfSource) + wordsOfChange(entry) +
+         (entry[words::IsUndone].toBool() ? " (undone)" : "");
+}
+
+std::string noteOfConflicts(std::int64_t conflicts) {
+  if (conflicts == 0) return {};
+  return "; values that have been changed since stay as they are: " + std::to_string(conflicts);
 }
 
 Outcome change(const Context& context, const std::string& method, const std::string& done) {
@@ -39,9 +59,20 @@ Outcome change(const Context& context, const std::string& method, const std::str
   if (!values) return values.failure();
   const PropertyList& entry = values->at(0);
   const std::int64_t conflicts = values->at(1).toInt64();
-  std::string text = done + wordsOfChange(entry);
-  if (conflicts > 0) text += "; values that have been changed since stay as they are: " + std::to_string(conflicts);
-  context.output.either(text, entry.with("conflicts", conflicts));
+  context.output.either(done + wordsOfChange(entry) + noteOfConflicts(conflicts), entry.with("conflicts", conflicts));
+  return std::nullopt;
+}
+
+// To the time right after the change with this number.
+Outcome goTo(const Context& context, const std::string& word) {
+  const auto id = numberOf(word, 0, std::numeric_limits<std::int64_t>::max());
+  if (!id) return Failure{ExitStatus::Usage, "CHANGE is a number that \"vornctl history\" prints, or 0"};
+  const auto values = call(context, methods::GoTo, {{"t", *id}});
+  if (!values) return values.failure();
+  const std::int64_t changes = values->at(0).toInt64();
+  const std::int64_t conflicts = values->at(1).toInt64();
+  context.output.either("Changes undone or made again: " + std::to_string(changes) + noteOfConflicts(conflicts),
+                        PropertyList::dictionary({{"changes", changes}, {"conflicts", conflicts}}));
   return std::nullopt;
 }
 
@@ -62,6 +93,10 @@ Outcome undoChange(Context& context, const Arguments&) {
 
 Outcome redoChange(Context& context, const Arguments&) {
   return change(context, methods::Redo, "Made again: ");
+}
+
+Outcome goToChange(Context& context, const Arguments& arguments) {
+  return goTo(context, arguments[0]);
 }
 
 }  // namespace vorn::ctl

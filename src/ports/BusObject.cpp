@@ -120,18 +120,18 @@ int PublishedTable::handleCall(sd_bus_message* message, void* table, sd_bus_erro
     if (!value) return -EBADMSG;
     inputs.push_back(*value);
   }
+  const char* name = sd_bus_message_get_sender(message);
+  const std::string sender = name != nullptr ? name : "";
   if (method->callLater) {
     // The caller's message stays until its answer; a function that can be copied holds it.
     const std::shared_ptr<sd_bus_message> call(sd_bus_message_ref(message), bus::Unref());
-    method->callLater(inputs, [call, outputs = method->outputs](const BusReply& reply) {
+    method->callLater(inputs, sender, [call, outputs = method->outputs](const BusReply& reply) {
       sendReply(call.get(), outputs, reply);
       BusConnection::forThisThread().announceQueuedMessages();
     });
     return 1;
   }
-  const char* sender = sd_bus_message_get_sender(message);
-  const BusReply reply =
-      method->callFrom ? method->callFrom(inputs, sender != nullptr ? sender : "") : method->call(inputs);
+  const BusReply reply = method->callFrom ? method->callFrom(inputs, sender) : method->call(inputs);
   const int sent = sendReply(message, method->outputs, reply);
   return sent < 0 ? sent : 1;
 }

@@ -46,8 +46,9 @@ struct BusMethod {
   // In its place, where it matters who calls: the unique bus name of the calling connection.
   std::function<BusReply(const std::vector<PropertyList>& inputs, const std::string& connection)> callFrom{};
   // In its place, where the call returns only later: answer is called once, on the object's thread, also when the
-  // object is gone.
-  std::function<void(const std::vector<PropertyList>& inputs, BusReturn answer)> callLater{};
+  // object is gone. Gets the unique bus name of the calling connection, too.
+  std::function<void(const std::vector<PropertyList>& inputs, const std::string& connection, BusReturn answer)>
+      callLater{};
 };
 
 struct BusSignal {

@@ -13,6 +13,7 @@ inline constexpr const char* interface = "org.vorn.History1";
 namespace methods {
 inline constexpr const char* Undo = "Undo";
 inline constexpr const char* Redo = "Redo";
+inline constexpr const char* GoTo = "GoTo";
 inline constexpr const char* Entries = "Entries";
 }  // namespace methods
 
@@ -21,12 +22,14 @@ inline constexpr const char* Changed = "Changed";
 }  // namespace signals
 
 namespace errors {
-// Nothing is left to be undone, or to be made again.
+// Nothing is left to be undone, or to be made again; or no change has this ID.
 inline constexpr const char* NothingLeft = "org.vorn.History1.Error.NothingLeft";
 // All that the change had changed has been changed again since. The change is no longer offered.
 inline constexpr const char* ChangedSince = "org.vorn.History1.Error.ChangedSince";
 // The disk did not take it; nothing has changed.
 inline constexpr const char* NotSaved = "org.vorn.History1.Error.NotSaved";
+// Too many requests of the caller wait.
+inline constexpr const char* LimitsExceeded = "org.freedesktop.DBus.Error.LimitsExceeded";
 }  // namespace errors
 
 // The keys of an entry.

@@ -17,7 +17,9 @@ expect() {
   fi
 }
 
-expect 'status profiles get set macros assign assignments keys monitor device' ''
+expect 'status profiles get set macros assign assignments keys undo redo history monitor device' ''
+expect 'list go' history ''
+expect '' undo ''
 expect 'profiles' pro
 expect 'export' profiles e
 expect 'key keymap' assign 1 ke

@@ -5,12 +5,11 @@
 #include <csignal>
 
 #include "ctl/EngineClient.h"
+#include "ctl/EngineSession.h"
 #include "ctl/RecordFile.h"
 #include "ctl/VornCtl.h"
 #include "model/ProfileKeys.h"
 #include "model/PropertyList.h"
-#include "support/PrivateBus.h"
-#include "support/TemporaryFolder.h"
 
 namespace vorn::ctl::test {
 namespace {
@@ -26,29 +25,12 @@ class CaptureOfAnother {
   EngineClient mEngine{std::chrono::seconds(20)};
 };
 
-class VornCtlSessionTest : public testing::Test {
+class VornCtlSessionTest : public EngineSession {
  protected:
-  VornCtlSessionTest() {
-    const auto isReady = [](const std::string& line) { return line.find("ready, ") != std::string::npos; };
-    EXPECT_TRUE(engine.waitForLine(isReady));
-  }
-
-  static std::string outputOf(const Words& words) {
-    const Ended run = runVornCtl(words);
-    EXPECT_EQ(run.status, 0) << run.output;
-    return run.output;
-  }
-  static void done(const Words& words) { EXPECT_EQ(outputOf(words), ""); }
-
   // Whether the monitor prints this line; others may come in between.
   static bool prints(ChildProcess& monitor, const std::string& expected) {
     return monitor.waitForLine([&](const std::string& line) { return line == expected; }).has_value();
   }
-
-  vorn::test::PrivateBus bus;
-  engine::test::TemporaryFolder folder;
-  ChildProcess engine{{"/bin/sh", "-c", "exec \"$0\" \"$@\" 2>&1", ENGINE_PROGRAM, "--state-dir", folder.path("state"),
-                       "--defaults", BUILT_DEFAULTS}};
 };
 
 TEST_F(VornCtlSessionTest, TellsTheStateOfEngineAndMouse) {

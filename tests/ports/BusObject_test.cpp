@@ -90,7 +90,8 @@ class BusObjectTest : public testing::Test {
 TEST_F(BusObjectTest, AnswersLaterAlsoWhenItIsGone) {
   std::vector<BusReturn> waiting;
   BusMethod late{"Late", {{"s", "text"}}, {{"s", "same"}}, {}};
-  late.callLater = [&](const Values& given, const BusReturn& answer) {
+  late.callLater = [&](const Values& given, const std::string& connection, const BusReturn& answer) {
+    EXPECT_EQ(connection.substr(0, 1), ":");
     waiting.push_back(
         [given, answer](const BusReply& reply) { answer(reply.errorName.empty() ? BusReply::success(given) : reply); });
   };

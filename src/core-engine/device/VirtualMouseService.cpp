@@ -63,7 +63,8 @@ bool VirtualMouseService::start(std::string& error) {
 BusMethod VirtualMouseService::method(const char* name, std::vector<BusArgument> inputs,
                                       std::function<BusReply(const Arguments&)> work) {
   BusMethod result{name, std::move(inputs), {}, {}};
-  result.callLater = [this, work = std::move(work)](const Arguments& given, const BusReturn& answer) {
+  result.callLater = [this, work = std::move(work)](const Arguments& given, const std::string&,
+                                                    const BusReturn& answer) {
     mTurns.inTurn([answer, reply = work(given)] { answer(reply); });
   };
   return result;
@@ -72,7 +73,8 @@ BusMethod VirtualMouseService::method(const char* name, std::vector<BusArgument>
 BusMethod VirtualMouseService::changeOfSettings(const char* name, std::vector<BusArgument> inputs,
                                                 std::function<BusReply(const Arguments&)> work) {
   BusMethod result{name, std::move(inputs), {}, {}};
-  result.callLater = [this, work = std::move(work)](const Arguments& given, const BusReturn& answer) {
+  result.callLater = [this, work = std::move(work)](const Arguments& given, const std::string&,
+                                                    const BusReturn& answer) {
     mTurns.whenSaved([answer, reply = work(given)] { answer(reply); });
   };
   return result;
@@ -83,7 +85,7 @@ BusObjectDescription VirtualMouseService::description() {
   const std::vector<BusArgument> output = {{"t", "time"}, {"q", "usagePage"}, {"q", "usage"}, {"i", "value"}};
   BusObjectDescription result{virtualMouse::busName, virtualMouse::objectPath, virtualMouse::interface, {}, {}};
   BusMethod taking{methods::TakeOutput, {}, {{"a(tqqi)", "output"}}, {}};
-  taking.callLater = [this](const Arguments&, const BusReturn& answer) {
+  taking.callLater = [this](const Arguments&, const std::string&, const BusReturn& answer) {
     mTurns.inTurn([this, answer] { answer(takeOutput()); });
   };
   result.methods = {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -20,7 +21,7 @@ constexpr std::array draggedKinds = {kinds::Sensitivity, kinds::Stages, kinds::A
                                      kinds::Power};
 constexpr std::array deletions = {kinds::ProfileDeleted, kinds::MacroDeleted};
 constexpr auto pauseWithinDrag = std::chrono::seconds(1);
-constexpr auto pauseWithinCleanUp = std::chrono::seconds(3);
+constexpr auto pauseWithinCleanUp = std::chrono::seconds(5);
 
 template <typename Range>
 bool isOneOf(std::string_view kind, const Range& kinds) {
@@ -36,37 +37,41 @@ std::string_view kindOf(const PropertyList& description) {
 History::History(SettingsStore& store, const Scheduler& scheduler, Clock clock)
     : mStore(store), mScheduler(scheduler), mClock(std::move(clock)) {}
 
-void History::note(const PropertyList& before, const PropertyList& after) {
-  if (mIsUndoing) return;
-  if (!mAuthor) {
-    // What comes after it could not be told from it.
-    mGesture.reset();
-    return;
+void History::note(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
+  switch (origin.kind) {
+    case ChangeOrigin::Kind::Mouse:
+      // What comes after it could not be told from it.
+      mGesture.reset();
+      return;
+    case ChangeOrigin::Kind::History:
+      return;
+    case ChangeOrigin::Kind::Request:
+      break;
   }
-  if (!continuesGesture() || !replaceLast(after)) add(before, after);
+  if (!continuesGesture(origin) || !replaceLast(after)) add(before, after, origin);
 }
 
-bool History::continuesGesture() const {
-  if (!mGesture || mEntries.empty() || mUndone > 0 || mGesture->author.client != mAuthor->client) return false;
+bool History::continuesGesture(const ChangeOrigin& origin) const {
+  if (!mGesture || mEntries.empty() || mUndone > 0 || mGesture->origin.client != origin.client) return false;
   const auto pause = mScheduler.now() - mGesture->lastStep;
   const std::string_view kind = kindOf(mEntries.back().description);
   if (isOneOf(kind, deletions)) {
-    const bool isCleanUp =
-        mAuthor->request == MessageID::ReplaceAllProfiles || mAuthor->request == MessageID::SwitchProfile;
+    const bool isSwitch = kind == kinds::ProfileDeleted && origin.request == MessageID::SwitchProfile;
+    const bool isCleanUp = origin.request == MessageID::ReplaceAllProfiles || isSwitch;
     return isCleanUp && pause <= pauseWithinCleanUp;
   }
-  return isOneOf(kind, draggedKinds) && mAuthor->request == mGesture->author.request && pause <= pauseWithinDrag;
+  return isOneOf(kind, draggedKinds) && origin.request == mGesture->origin.request && pause <= pauseWithinDrag;
 }
 
-void History::add(const PropertyList& before, const PropertyList& after) {
+void History::add(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
   Edits edits = editsBetween(before, after);
   if (edits.empty()) return;
   mEntries.resize(undoneFrom());
   mUndone = 0;
   if (mEntries.size() == maximumEntries) mEntries.pop_front();
   PropertyList description = descriptionOf(edits, before, after);
-  mEntries.push_back({++mLastID, mClock(), mAuthor->sourceApp, std::move(description), std::move(edits)});
-  mGesture = {*mAuthor, before, mScheduler.now()};
+  mEntries.push_back({++mLastID, mClock(), origin.sourceApp, std::move(description), std::move(edits)});
+  mGesture = {origin, before, mScheduler.now()};
   changed();
 }
 
@@ -93,56 +98,83 @@ bool History::replaceLast(const PropertyList& after) {
   return true;
 }
 
-History::Result History::undo() {
-  // What a client asked for before comes before.
-  mStore.settle();
-  if (undoneFrom() == 0) return {Outcome::NothingLeft};
-  const std::size_t position = undoneFrom() - 1;
-  Result result{Outcome::Done, mEntries[position]};
-  result.outcome = apply(result.entry, withEditsTakenBack, result.conflicts);
-  if (result.outcome == Outcome::NotSaved) return result;
-  if (result.outcome == Outcome::Done) {
-    ++mUndone;
-  } else {
-    mEntries.erase(mEntries.begin() + static_cast<std::ptrdiff_t>(position));
-  }
-  changed();
-  return result;
+struct History::Plan {
+  PropertyList bundle;
+  std::size_t standing = 0;           // how many entries stand then, those that are gone not counted
+  std::vector<std::uint64_t> gone{};  // IDs of entries of which nothing stands any more
+  std::vector<ArrayMove> macroMoves{};
+  Result result{Outcome::ChangedSince};
+};
+
+void History::undo(const Done& done) {
+  if (undoneFrom() == 0) return done({Outcome::NothingLeft});
+  leave(undoneFrom() - 1, done);
 }
 
-History::Result History::redo() {
-  mStore.settle();
-  if (mUndone == 0) return {Outcome::NothingLeft};
-  const std::size_t position = undoneFrom();
-  Result result{Outcome::Done, mEntries[position]};
-  result.outcome = apply(result.entry, withEditsMadeAgain, result.conflicts);
-  if (result.outcome == Outcome::NotSaved) return result;
-  --mUndone;
-  if (result.outcome != Outcome::Done) mEntries.erase(mEntries.begin() + static_cast<std::ptrdiff_t>(position));
-  changed();
-  return result;
+void History::redo(const Done& done) {
+  if (mUndone == 0) return done({Outcome::NothingLeft});
+  leave(undoneFrom() + 1, done);
 }
 
-History::Outcome History::apply(const Entry& entry, Edit edit, Edits& conflicts) {
+void History::goTo(std::uint64_t id, const Done& done) {
+  const auto entry = std::find_if(mEntries.begin(), mEntries.end(), [id](const Entry& each) { return each.id == id; });
+  if (id != 0 && entry == mEntries.end()) return done({Outcome::NothingLeft});
+  const std::size_t standing = id == 0 ? 0 : static_cast<std::size_t>(entry - mEntries.begin()) + 1;
+  if (standing == undoneFrom()) return done({Outcome::Done, id == 0 ? Entry() : *entry});
+  leave(standing, done);
+}
+
+void History::leave(std::size_t standing, const Done& done) {
   mGesture.reset();
-  mIsUndoing = true;
-  const auto outcome = mStore.apply([&](const PropertyList& bundle) -> std::optional<PropertyList> {
-    EditedBundle edited = edit(bundle, entry.edits);
-    conflicts = std::move(edited.conflicts);
-    if (conflicts.size() == entry.edits.size()) return std::nullopt;
-    return std::move(edited.bundle);
-  });
-  mIsUndoing = false;
-  switch (outcome) {
-    case SettingsStore::Outcome::Done:
-      return Outcome::Done;
-    case SettingsStore::Outcome::Refused:
-      return Outcome::ChangedSince;
-    case SettingsStore::Outcome::NotSaved:
-    case SettingsStore::Outcome::TooLarge:
-      break;
+  const Plan plan = planned(standing);
+  if (plan.result.outcome == Outcome::ChangedSince) {
+    carryOut(plan);
+    return done(plan.result);
   }
-  return Outcome::NotSaved;
+  const auto saved = [this, plan, done, before = mStore.bundle()](SettingsStore::Outcome outcome) {
+    Result result = plan.result;
+    if (outcome == SettingsStore::Outcome::Done) {
+      carryOut(plan);
+      if (mApplied) mApplied(before, plan.macroMoves);
+    } else {
+      result.outcome = Outcome::NotSaved;
+    }
+    done(result);
+  };
+  mStore.put(plan.bundle, saved, {ChangeOrigin::Kind::History});
+}
+
+History::Plan History::planned(std::size_t standing) const {
+  Plan plan{mStore.bundle(), standing};
+  const auto take = [&plan](const Entry& entry, EditedBundle edited) {
+    plan.result.entry = entry;
+    plan.result.conflicts += edited.conflicts.size();
+    if (edited.conflicts.size() == entry.edits.size()) {
+      plan.gone.push_back(entry.id);
+      return;
+    }
+    plan.bundle = std::move(edited.bundle);
+    plan.macroMoves.insert(plan.macroMoves.end(), edited.macroMoves.begin(), edited.macroMoves.end());
+    plan.result.outcome = Outcome::Done;
+    ++plan.result.entries;
+  };
+  for (std::size_t each = undoneFrom(); each > standing; --each) {
+    const Entry& entry = mEntries[each - 1];
+    take(entry, withEditsTakenBack(plan.bundle, entry.edits));
+  }
+  for (std::size_t each = undoneFrom(); each < standing; ++each) {
+    take(mEntries[each], withEditsMadeAgain(plan.bundle, mEntries[each].edits));
+  }
+  if (standing > undoneFrom()) plan.standing -= plan.gone.size();
+  return plan;
+}
+
+void History::carryOut(const Plan& plan) {
+  std::erase_if(mEntries, [&plan](const Entry& each) {
+    return std::find(plan.gone.begin(), plan.gone.end(), each.id) != plan.gone.end();
+  });
+  mUndone = mEntries.size() - plan.standing;
+  changed();
 }
 
 void History::changed() {

@@ -12,21 +12,15 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core-engine/Scheduler.h"
 #include "core-engine/history/SettingsEdits.h"
+#include "core-engine/storage/ChangeOrigin.h"
 #include "core-engine/storage/SettingsStore.h"
 #include "model/PropertyList.h"
-#include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
-
-// Whose request makes a change.
-struct Author {
-  std::string client;     // whatever tells clients apart
-  std::string sourceApp;  // empty where it gave none
-  MessageID request{};
-};
 
 class History {
  public:
@@ -46,58 +40,72 @@ class History {
 
   enum class Outcome {
     Done,
-    NothingLeft,   // to be taken back or made again
-    ChangedSince,  // none of it stands any more; the entry is gone
-    NotSaved,      // the entry stays
+    NothingLeft,   // to be taken back or made again; or there is no such entry
+    ChangedSince,  // none of it stands any more; the entries are gone
+    NotSaved,      // the entries stay
   };
 
+  // What became of one entry, or of all that were taken back or made again together.
   struct Result {
     Outcome outcome;
-    Entry entry{};      // what it was about; none with NothingLeft
-    Edits conflicts{};  // what was left as it is now, since others have changed it
+    Entry entry{};              // the last one that it was about; none with NothingLeft
+    std::size_t entries = 0;    // how many were taken back or made again
+    std::size_t conflicts = 0;  // how many of their values stay as they are now, since others have changed them
   };
+  using Done = std::function<void(const Result& result)>;
+
+  // What was taken back or made again is in force. macroMoves: how it moved macros.
+  using AppliedHandler = std::function<void(const PropertyList& before, const std::vector<ArrayMove>& macroMoves)>;
 
   // The store and the scheduler outlive the history.
   History(SettingsStore& store, const Scheduler& scheduler, Clock clock);
 
   // Told of every change of the entries. One handler.
   void setChangeHandler(ChangeHandler handler) { mChanged = std::move(handler); }
+  // One handler, which changes no settings.
+  void setAppliedHandler(AppliedHandler handler) { mApplied = std::move(handler); }
 
-  // Whose request is served from now on; nobody's where it is the mouse's own doing.
-  void setAuthor(std::optional<Author> author) { mAuthor = std::move(author); }
   // The settings have changed.
-  void note(const PropertyList& before, const PropertyList& after);
+  void note(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin);
 
-  // Each is one durable change of the settings.
-  Result undo();
-  Result redo();
+  // Each is one durable change of the settings. done is called once: within the call, or when the change is saved. Only
+  // while no save is under way.
+  void undo(const Done& done);
+  void redo(const Done& done);
+  // Makes the settings what they were right after the change with this ID: takes back what is newer, or makes again
+  // what was undone up to it. With 0, what they were before all changes that are kept.
+  void goTo(std::uint64_t id, const Done& done);
 
   // The oldest first. Those from undoneFrom() on are undone and can be made again.
   const std::deque<Entry>& entries() const { return mEntries; }
   std::size_t undoneFrom() const { return mEntries.size() - mUndone; }
 
  private:
-  bool continuesGesture() const;
-  void add(const PropertyList& before, const PropertyList& after);
+  // What taking back, or making again, comes to.
+  struct Plan;
+
+  bool continuesGesture(const ChangeOrigin& origin) const;
+  void add(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin);
   // Makes the last entry the change from the begin of the gesture to this. False where that would be another change.
   bool replaceLast(const PropertyList& after);
-  using Edit = EditedBundle (*)(const PropertyList& bundle, const Edits& edits);
-  Outcome apply(const Entry& entry, Edit edit, Edits& conflicts);
+  // Takes back or makes again until so many entries stand.
+  void leave(std::size_t standing, const Done& done);
+  Plan planned(std::size_t standing) const;
+  void carryOut(const Plan& plan);
   void changed();
 
   SettingsStore& mStore;
   const Scheduler& mScheduler;
   Clock mClock;
   ChangeHandler mChanged;
-  std::optional<Author> mAuthor;
+  AppliedHandler mApplied;
   std::deque<Entry> mEntries;
   std::size_t mUndone = 0;  // how many of the last ones
   std::uint64_t mLastID = 0;
-  bool mIsUndoing = false;
 
   // The gesture under way.
   struct Gesture {
-    Author author;
+    ChangeOrigin origin;
     PropertyList before;  // the settings at its begin
     Scheduler::Duration lastStep;
   };

@@ -12,26 +12,57 @@ namespace vorn::engine {
 namespace {
 
 namespace words = history::keys;
+namespace methods = history::methods;
+using Outcome = History::Outcome;
 
-PropertyList told(const History::Entry& entry, bool isUndone) {
-  const PropertyList result = entry.description.merging(
-      PropertyList::dictionary({{words::ID, entry.id}, {words::Time, entry.time}, {words::IsUndone, isUndone}}));
-  return entry.sourceApp.empty() ? result : result.with(words::SourceApp, entry.sourceApp);
+// nothingLeft: the text of the error where there is nothing to do.
+BusReply failure(Outcome outcome, const char* nothingLeft) {
+  switch (outcome) {
+    case Outcome::NothingLeft:
+      return BusReply::failure(history::errors::NothingLeft, nothingLeft);
+    case Outcome::ChangedSince:
+      return BusReply::failure(history::errors::ChangedSince,
+                               "All that it changed has been changed again since; nothing has been changed now");
+    case Outcome::NotSaved:
+      return BusReply::failure(history::errors::NotSaved,
+                               "The settings cannot be saved, so nothing has been changed; the engine's log says why");
+    case Outcome::Done:
+      break;
+  }
+  return BusReply::success();
 }
 
 }  // namespace
 
 bool HistoryService::start(std::string& error) {
   BusObjectDescription description{history::busName, history::objectPath, history::interface, {}, {}};
-  const auto change = [this](const char* name, History::Result (History::*operation)(), const char* nothingLeft) {
-    return BusMethod{name, {}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [this, operation, nothingLeft](const auto&) {
-                       return answer((mHistory.*operation)(), nothingLeft);
-                     }};
+  const auto one = [this](const char* nothingLeft) {
+    return [this, nothingLeft](const History::Result& result) {
+      if (result.outcome != Outcome::Done) return failure(result.outcome, nothingLeft);
+      return BusReply::success({told(result.entry), result.conflicts});
+    };
   };
-  description.methods.push_back(change(history::methods::Undo, &History::undo, "No change is left to be undone"));
-  description.methods.push_back(change(history::methods::Redo, &History::redo, "No change is left to be made again"));
-  description.methods.push_back(
-      {history::methods::Entries, {}, {{"aa{sv}", "entries"}}, [this](const auto&) { return entries(); }});
+  const auto several = [](const History::Result& result) {
+    if (result.outcome != Outcome::Done) return failure(result.outcome, "There is no such change");
+    return BusReply::success({result.entries, result.conflicts});
+  };
+  const std::vector<BusArgument> change = {{"a{sv}", "entry"}, {"u", "conflicts"}};
+  description.methods = {
+      method(
+          methods::Undo, {}, change, [this](const Values&, const History::Done& done) { mHistory.undo(done); },
+          one("No change is left to be undone")),
+      method(
+          methods::Redo, {}, change, [this](const Values&, const History::Done& done) { mHistory.redo(done); },
+          one("No change is left to be made again")),
+      method(
+          methods::GoTo, {{"t", "id"}}, {{"u", "changes"}, {"u", "conflicts"}},
+          [this](const Values& given, const History::Done& done) { mHistory.goTo(given[0].toUnsigned(), done); },
+          several),
+      method(
+          methods::Entries, {}, {{"aa{sv}", "entries"}},
+          [](const Values&, const History::Done& done) { done({Outcome::Done}); },
+          [this](const History::Result&) { return BusReply::success({entries()}); }),
+  };
   description.signals.push_back({history::signals::Changed, {}});
   mObject = BusObject::create(std::move(description), &error);
   if (!mObject) return false;
@@ -39,30 +70,39 @@ bool HistoryService::start(std::string& error) {
   return true;
 }
 
-BusReply HistoryService::answer(const History::Result& result, const char* nothingLeft) const {
-  switch (result.outcome) {
-    case History::Outcome::NothingLeft:
-      return BusReply::failure(history::errors::NothingLeft, nothingLeft);
-    case History::Outcome::ChangedSince:
-      return BusReply::failure(history::errors::ChangedSince, "All that it changed has been changed again since");
-    case History::Outcome::NotSaved:
-      return BusReply::failure(history::errors::NotSaved, "The settings cannot be saved");
-    case History::Outcome::Done:
-      break;
-  }
-  const auto& entries = mHistory.entries();
-  const bool isUndone = std::any_of(entries.begin() + static_cast<std::ptrdiff_t>(mHistory.undoneFrom()), entries.end(),
-                                    [&](const History::Entry& each) { return each.id == result.entry.id; });
-  return BusReply::success({told(result.entry, isUndone), result.conflicts.size()});
+BusMethod HistoryService::method(const char* name, std::vector<BusArgument> inputs, std::vector<BusArgument> outputs,
+                                 const Operation& operation, const Answer& answer) const {
+  BusMethod result{name, std::move(inputs), std::move(outputs), {}};
+  result.callLater = [this, operation, answer](const Values& given, const std::string& connection,
+                                               const BusReturn& reply) {
+    const auto work = [operation, answer, given, reply](const std::function<void()>& ended) {
+      operation(given, [answer, reply, ended](const History::Result& outcome) {
+        reply(answer(outcome));
+        ended();
+      });
+    };
+    if (!mInTurn(connection, work)) {
+      reply(BusReply::failure(history::errors::LimitsExceeded, "Too many requests of this program wait already"));
+    }
+  };
+  return result;
 }
 
-BusReply HistoryService::entries() const {
-  std::vector<PropertyList> newestFirst;
+PropertyList HistoryService::told(const History::Entry& entry) const {
   const auto& entries = mHistory.entries();
-  for (std::size_t position = entries.size(); position-- > 0;) {
-    newestFirst.push_back(told(entries[position], position >= mHistory.undoneFrom()));
-  }
-  return BusReply::success({PropertyList::array(std::move(newestFirst))});
+  const bool isUndone = std::any_of(entries.begin() + static_cast<std::ptrdiff_t>(mHistory.undoneFrom()), entries.end(),
+                                    [&](const History::Entry& each) { return each.id == entry.id; });
+  const PropertyList result = entry.description.merging(
+      PropertyList::dictionary({{words::ID, entry.id}, {words::Time, entry.time}, {words::IsUndone, isUndone}}));
+  return entry.sourceApp.empty() ? result : result.with(words::SourceApp, entry.sourceApp);
+}
+
+PropertyList HistoryService::entries() const {
+  const auto& entries = mHistory.entries();
+  std::vector<PropertyList> newestFirst;
+  std::transform(entries.rbegin(), entries.rend(), std::back_inserter(newestFirst),
+                 [this](const History::Entry& each) { return told(each); });
+  return PropertyList::array(std::move(newestFirst));
 }
 
 }  // namespace vorn::engine

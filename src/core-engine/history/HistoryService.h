@@ -1,6 +1,7 @@
 // The history of the settings on the bus, by the names of protocol/History.h. One thread, the engine's.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -11,19 +12,31 @@ namespace vorn::engine {
 
 class HistoryService {
  public:
+  // Does the work in turn with the requests of the connection, while no save is under way, and awaits its end. False
+  // where too much waits already.
+  using Work = std::function<void(std::function<void()> done)>;
+  using InTurn = std::function<bool(const std::string& connection, Work work)>;
+
   // The history outlives the service, which becomes its change handler.
-  explicit HistoryService(History& history) : mHistory(history) {}
+  HistoryService(History& history, InTurn inTurn) : mHistory(history), mInTurn(std::move(inTurn)) {}
 
   // Puts the object on this thread's bus for the life of the service. False, with the reason in error, when that cannot
   // be done.
   bool start(std::string& error);
 
  private:
-  // nothingLeft: the text of the error where no change is left.
-  BusReply answer(const History::Result& result, const char* nothingLeft) const;
-  BusReply entries() const;
+  using Values = std::vector<PropertyList>;
+  // Does something with the history and answers.
+  using Operation = std::function<void(const Values& inputs, const History::Done& done)>;
+  using Answer = std::function<BusReply(const History::Result& result)>;
+
+  BusMethod method(const char* name, std::vector<BusArgument> inputs, std::vector<BusArgument> outputs,
+                   const Operation& operation, const Answer& answer) const;
+  PropertyList told(const History::Entry& entry) const;
+  PropertyList entries() const;
 
   History& mHistory;
+  InTurn mInTurn;
   std::unique_ptr<BusObject> mObject;
 };
 

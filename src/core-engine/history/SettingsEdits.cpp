@@ -30,6 +30,9 @@ Elements copied(ElementsView elements) {
 
 // --- What follows from other values
 
+// Stands for it.
+constexpr std::string_view derived = "derived from other values";
+
 template <typename Function>
 PropertyList withEach(const PropertyList& array, const Function& function) {
   Elements elements = copied(array.elements());
@@ -40,23 +43,23 @@ PropertyList withEach(const PropertyList& array, const Function& function) {
 void forgetGroupsInForce(PropertyList& profile, std::size_t) {
   const PropertyList keymap = profile[keys::Keymap].at(profile[keys::KeymapID].toInt64());
   for (const keys::Key group : {keys::Keys, keys::Buttons}) {
-    if (profile.contains(group) && profile[group] == keymap[group]) profile = profile.without(group);
+    if (profile.contains(group) && profile[group] == keymap[group]) profile = profile.with(group, derived);
   }
 }
 
 void takeGroupsInForce(PropertyList& profile, std::size_t) {
   const PropertyList keymap = profile[keys::Keymap].at(profile[keys::KeymapID].toInt64());
   for (const keys::Key group : {keys::Keys, keys::Buttons}) {
-    if (!profile.contains(group) && keymap.contains(group)) profile = profile.with(group, keymap[group]);
+    if (profile[group].string() == derived) profile = profile.with(group, keymap[group]);
   }
 }
 
 void forgetPosition(PropertyList& macro, std::size_t position) {
-  if (macro[keys::MacroID] == PropertyList(position)) macro = macro.without(keys::MacroID);
+  if (macro[keys::MacroID] == PropertyList(position)) macro = macro.with(keys::MacroID, derived);
 }
 
 void takePosition(PropertyList& macro, std::size_t position) {
-  if (!macro.contains(keys::MacroID)) macro = macro.with(keys::MacroID, position);
+  if (macro[keys::MacroID].string() == derived) macro = macro.with(keys::MacroID, position);
 }
 
 PropertyList withoutDerived(const PropertyList& bundle) {
@@ -69,6 +72,15 @@ PropertyList withDerived(const PropertyList& bundle) {
       .with(keys::Macros, withEach(bundle[keys::Macros], takePosition));
 }
 
+// Whether records of this array come and go.
+bool isOfRecords(const Edit& edit, keys::Key key) {
+  return edit.isSplice && edit.place.size() == 2 && edit.place.at(0).string() == key;
+}
+
+ArrayMove moveOf(const Edit& edit, const PropertyList& from, const PropertyList& to) {
+  return {edit.place.at(1).toInt64(), static_cast<std::int64_t>(from.size()), static_cast<std::int64_t>(to.size())};
+}
+
 // Which profile is active after profiles have come and gone.
 class ActiveProfile {
  public:
@@ -78,21 +90,17 @@ class ActiveProfile {
   void follow(const Edit& edit, const PropertyList& from, const PropertyList& to) {
     if (!isMovedBy(edit)) return;
     mHasMoved = true;
-    const std::int64_t start = edit.place.at(1).toInt64();
-    const auto gone = static_cast<std::int64_t>(from.size());
-    const auto come = static_cast<std::int64_t>(to.size());
-    if (mPosition >= start + gone) {
-      mPosition += come - gone;
-    } else if (mPosition >= start) {
-      mPosition = std::max<std::int64_t>(0, std::min(mPosition, start + come - 1));
+    const ArrayMove move = moveOf(edit, from, to);
+    if (mPosition >= move.start + move.gone) {
+      mPosition += move.come - move.gone;
+    } else if (mPosition >= move.start) {
+      mPosition = std::max<std::int64_t>(0, std::min(mPosition, move.start + move.come - 1));
     }
   }
 
   static PropertyList place() { return PropertyList::array({keys::DeviceSettings, keys::ActiveProfile}); }
   static bool is(const Edit& edit) { return edit.place == place(); }
-  static bool isMovedBy(const Edit& edit) {
-    return edit.isSplice && edit.place.size() == 2 && edit.place.at(0).string() == keys::Profiles;
-  }
+  static bool isMovedBy(const Edit& edit) { return isOfRecords(edit, keys::Profiles); }
 
   bool hasMoved() const { return mHasMoved; }
   std::int64_t position() const { return mPosition; }
@@ -311,7 +319,7 @@ std::optional<PropertyList> editedBelow(const PropertyList& container, ElementsV
 // edits in the order in which they are to be made; isBack: what was before is to come.
 template <typename Range>
 EditedBundle withEdits(const PropertyList& bundle, const Range& edits, bool isBack) {
-  EditedBundle result{withoutDerived(bundle), {}};
+  EditedBundle result{withoutDerived(bundle)};
   ActiveProfile active(bundle);
   bool isActiveGiven = false;
   for (const Edit& edit : edits) {
@@ -324,6 +332,7 @@ EditedBundle withEdits(const PropertyList& bundle, const Range& edits, bool isBa
     }
     result.bundle = *std::move(changed);
     active.follow(edit, from, to);
+    if (isOfRecords(edit, keys::Macros)) result.macroMoves.push_back(moveOf(edit, from, to));
     if (ActiveProfile::is(edit)) isActiveGiven = true;
   }
   if (active.hasMoved() && !isActiveGiven) {

@@ -2,9 +2,11 @@
 // have changed meanwhile. Pure; any thread.
 //
 // What follows from other values is no part of it: the "Keys" and "Buttons" of a profile while they are those of the
-// keymap in force, and the "macroID" of a macro while it is its position. It is made anew after the edits.
+// keymap in force, and the "macroID" of a macro while it is its position. It is made anew after the edits, and a mark
+// stands for it in values that an edit keeps.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "model/PropertyList.h"
@@ -30,10 +32,19 @@ using Edits = std::vector<Edit>;
 // name are followed to another position; what is equal in both costs nothing to keep.
 Edits editsBetween(const PropertyList& before, const PropertyList& after);
 
+// From start on, so many elements of an array have gone and so many have come in their place.
+struct ArrayMove {
+  std::int64_t start = 0;
+  std::int64_t gone = 0;
+  std::int64_t come = 0;
+  friend bool operator==(const ArrayMove&, const ArrayMove&) = default;
+};
+
 // A bundle after edits, and the edits that did not fit: their place holds something else by now.
 struct EditedBundle {
   PropertyList bundle;
-  Edits conflicts;
+  Edits conflicts{};
+  std::vector<ArrayMove> macroMoves{};  // one after the other
 };
 
 // Takes the edits back: each place that still holds what the edit put there gets what was there before. Values that the

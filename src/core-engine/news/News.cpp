@@ -44,10 +44,10 @@ std::string sourceAppOf(const Request& request) {
   return std::string(own);
 }
 
-void News::settingsChanged(const PropertyList& before, const PropertyList& after) {
+void News::settingsChanged(const PropertyList& before, const PropertyList& after, const std::string& sourceApp) {
   if (before == after) return;
   if (hasOtherKeymap(before, after)) {
-    postKeymapUpdate(after);
+    postKeymapUpdate(after, sourceApp);
     return;
   }
   const PropertyList& profile = activeProfile(after);
@@ -55,25 +55,26 @@ void News::settingsChanged(const PropertyList& before, const PropertyList& after
     post(notificationNames::dpiUpdated(wiredProductID),
          PropertyList::dictionary({{newsKeys::DPIValue, profile[keys::DPIX].toInt()},
                                    {newsKeys::DPIYValue, profile[keys::DPIY].toInt()},
-                                   {keys::IndependentXYOn, profile[keys::IndependentXYOn].toInt()}}));
+                                   {keys::IndependentXYOn, profile[keys::IndependentXYOn].toInt()}}),
+         sourceApp);
   } else {
     post(notificationNames::profileUpdated(wiredProductID),
-         PropertyList::dictionary({{newsKeys::ProfileName, profile[keys::ProfileName].toString()}}));
+         PropertyList::dictionary({{newsKeys::ProfileName, profile[keys::ProfileName].toString()}}), sourceApp);
   }
   // The configurator reloads after anybody else's change and so sees its result.
-  const bool isConfigurators = mSourceApp == configuratorIdentifier;
+  const bool isConfigurators = sourceApp == configuratorIdentifier;
   const bool mayReadAnOldKeymapUpdate = mLastKeymapUpdate && mScheduler.now() - *mLastKeymapUpdate < keymapEchoTime;
-  if (isConfigurators && mayReadAnOldKeymapUpdate) postKeymapUpdate(after);
+  if (isConfigurators && mayReadAnOldKeymapUpdate) postKeymapUpdate(after, sourceApp);
 }
 
-void News::postKeymapUpdate(const PropertyList& bundle) {
+void News::postKeymapUpdate(const PropertyList& bundle, const std::string& sourceApp) {
   mLastKeymapUpdate = mScheduler.now();
   post(notificationNames::keymapUpdated(wiredProductID),
-       PropertyList::dictionary({{newsKeys::UpdatedKeymapProfile, bundle}}));
+       PropertyList::dictionary({{newsKeys::UpdatedKeymapProfile, bundle}}), sourceApp);
 }
 
-void News::post(std::string_view name, const PropertyList& userInfo) {
-  mPort.post(name, mSourceApp.empty() ? userInfo : userInfo.with(newsKeys::SourceApp, mSourceApp));
+void News::post(std::string_view name, const PropertyList& userInfo, const std::string& sourceApp) {
+  mPort.post(name, sourceApp.empty() ? userInfo : userInfo.with(newsKeys::SourceApp, sourceApp));
 }
 
 }  // namespace vorn::engine

@@ -31,19 +31,16 @@ class News {
   // Both outlive the news.
   News(NewsPort& port, Scheduler& scheduler) : mPort(port), mScheduler(scheduler) {}
 
-  // Who causes the changes from now on; empty for the mouse itself or a program that does not tell.
-  void setSourceApp(std::string sourceApp) { mSourceApp = std::move(sourceApp); }
-
-  // Tells the change, once it is on the disk. Both are complete bundles.
-  void settingsChanged(const PropertyList& before, const PropertyList& after);
+  // Tells the change, once it is on the disk. Both are complete bundles. sourceApp: who caused it; empty for the mouse
+  // itself or a program that does not tell.
+  void settingsChanged(const PropertyList& before, const PropertyList& after, const std::string& sourceApp);
 
  private:
-  void postKeymapUpdate(const PropertyList& bundle);
-  void post(std::string_view name, const PropertyList& userInfo);
+  void postKeymapUpdate(const PropertyList& bundle, const std::string& sourceApp);
+  void post(std::string_view name, const PropertyList& userInfo, const std::string& sourceApp);
 
   NewsPort& mPort;
   Scheduler& mScheduler;
-  std::string mSourceApp;
   std::optional<Scheduler::Duration> mLastKeymapUpdate;
 };
 

@@ -72,12 +72,10 @@ void MacroRecorder::drop() {
   mLastOwnTime.reset();
 }
 
-void MacroRecorder::macroDeleted(std::int64_t position) {
-  if (position == mTask.macro) {
-    discard();
-  } else if (position < mTask.macro) {
-    --mTask.macro;
-  }
+void MacroRecorder::macrosMoved(std::int64_t start, std::int64_t gone, std::int64_t come) {
+  if (mTask.macro < start) return;
+  if (mTask.macro < start + gone) return discard();
+  mTask.macro += come - gone;
 }
 
 void MacroRecorder::postBatch() {

@@ -69,8 +69,9 @@ class MacroRecorder {
   // The events caught, an array of { command, delay, page, argument }.
   PropertyList events() const { return PropertyList::array(mEvents); }
   void discard();
-  // A macro was deleted: its recording is discarded, that of one behind it moves up with it.
-  void macroDeleted(std::int64_t position);
+  // From start on, so many macros have gone and so many have come in their place: the recording of one that has gone is
+  // discarded, that of one behind them moves with it.
+  void macrosMoved(std::int64_t start, std::int64_t gone, std::int64_t come);
 
  private:
   void drop();

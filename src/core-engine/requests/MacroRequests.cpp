@@ -44,7 +44,7 @@ void change(EngineParts& parts, const Request& request, Reply reply, std::string
     follow();
     reply(answer(ReturnStatus::Done));
   };
-  parts.store.put(result.value, done);
+  parts.store.put(result.value, done, originOf(request));
 }
 
 // Answers with what is read from the bundle in force, made of the result, under the key.
@@ -93,7 +93,7 @@ void renameMacro(EngineParts& parts, const Request& request, Reply reply) {
 void deleteMacro(EngineParts& parts, const Request& request, Reply reply) {
   const auto remove = [&](const PropertyList& bundle) { return withoutMacro(bundle, macroID(request)); };
   change(parts, request, std::move(reply), "delete a macro", remove,
-         [&parts, &request] { parts.recorder.macroDeleted(macroID(request).toInt64()); });
+         [&parts, &request] { parts.recorder.macrosMoved(macroID(request).toInt64(), 1, 0); });
 }
 
 Answer getMacroDetails(EngineParts& parts, const Request& request) {

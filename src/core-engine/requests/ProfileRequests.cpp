@@ -65,7 +65,7 @@ void changeProfiles(EngineParts& parts, const Request& request, Reply reply, std
     reply(PropertyList::dictionary(
         {{replyKeys::ReturnDictionary, parts.store.bundle()}, {replyKeys::ReturnStatus, statusValue(told)}}));
   };
-  parts.store.put(result.bundle, done);
+  parts.store.put(result.bundle, done, originOf(request));
 }
 
 }  // namespace

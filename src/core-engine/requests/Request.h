@@ -26,6 +26,7 @@ namespace vorn::engine {
 struct Request {
   std::string sender;  // unique bus name of the client's connection
   PropertyList body;   // a dictionary
+  MessageID messageID{};
 
   // The product that the request is for; a missing one reads as 0, the wireless mouse.
   std::int32_t productID() const { return body[requestKeys::ProductID].toInt(); }

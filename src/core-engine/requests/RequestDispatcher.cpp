@@ -51,7 +51,7 @@ const RequestKind* RequestDispatcher::begin(const LocalMessagePort::Message& mes
     mParts.log.fault(message.sender, "request without a dictionary", "request " + title(*kind) + " is no dictionary");
     return nullptr;
   }
-  mServed = Request{std::string(message.sender), *body};
+  mServed = Request{std::string(message.sender), *body, kind->messageID};
   return &*kind;
 }
 
@@ -67,7 +67,6 @@ void RequestDispatcher::serve(const RequestKind& kind) {
            PropertyList::dictionary({{replyKeys::ReturnStatus, static_cast<std::int32_t>(ReturnStatus::OutOfRange)}}));
     return end();
   }
-  if (mObserver) mObserver->willServe(kind, request);
   kind.handler(mParts, request, [this, &kind](const Answer& body) { finish(kind, body); });
 }
 

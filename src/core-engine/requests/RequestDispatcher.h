@@ -18,7 +18,6 @@ namespace vorn::engine {
 class RequestObserver {
  public:
   virtual ~RequestObserver() = default;
-  virtual void willServe(const RequestKind& kind, const Request& request) = 0;
   // Its answer, if it has one, has left.
   virtual void hasServed(const RequestKind& kind, const Request& request) = 0;
 };

@@ -44,23 +44,39 @@ const char* RequestIntake::obstacle(const Sender* sender, std::size_t size, bool
 
 std::optional<Bytes> RequestIntake::receive(const LocalMessagePort::Message& message) {
   const std::size_t size = message.data.size();
-  auto sender = mSenders.find(message.sender);
-  const Sender* known = sender != mSenders.end() ? &sender->second : nullptr;
-  std::optional<Bytes> taken = Bytes();
+  std::optional<Bytes> taken;
   if (size > maximumBodySize(message.messageID)) {
     reportRefusal(message.sender, "a body of " + std::to_string(size) + " bytes");
-    taken.reset();
-  } else if (const char* reason = obstacle(known, size, known == nullptr || known->requests.empty())) {
-    reportRefusal(message.sender, reason);
-    taken.reset();
-  } else {
-    if (known == nullptr) sender = add(message.sender);
-    sender->second.requests.push_back({message.messageID, Bytes(message.data.begin(), message.data.end())});
-    sender->second.size += size;
-    waitingOf(size) += costOf(size);
+  } else if (Waiting* waiting = place(std::string(message.sender), size)) {
+    *waiting = {message.messageID, Bytes(message.data.begin(), message.data.end())};
+    taken.emplace();
   }
-  if (++mArrivals >= maximumArrivals) serveNext();
+  noteArrival();
   return taken;
+}
+
+bool RequestIntake::receive(const std::string& connection, Work work) {
+  Waiting* waiting = place(connection, 0);
+  if (waiting != nullptr) waiting->work = std::move(work);
+  noteArrival();
+  return waiting != nullptr;
+}
+
+RequestIntake::Waiting* RequestIntake::place(const std::string& connection, std::size_t size) {
+  auto sender = mSenders.find(connection);
+  const Sender* known = sender != mSenders.end() ? &sender->second : nullptr;
+  if (const char* reason = obstacle(known, size, known == nullptr || known->requests.empty())) {
+    reportRefusal(connection, reason);
+    return nullptr;
+  }
+  if (known == nullptr) sender = add(connection);
+  sender->second.size += size;
+  waitingOf(size) += costOf(size);
+  return &sender->second.requests.emplace_back();
+}
+
+void RequestIntake::noteArrival() {
+  if (++mArrivals >= maximumArrivals) serveNext();
 }
 
 RequestIntake::Senders::iterator RequestIntake::add(std::string_view name) {
@@ -131,7 +147,8 @@ void RequestIntake::serve(const Queue::iterator& turn) {
   sender.size -= request.data.size();
   mService = Service{entry, request.data.size(), mScheduler.now()};
   mIsBeginning = true;
-  mServe({request.messageID, request.data, name}, [this] { noteServed(); });
+  const auto done = [this] { noteServed(); };
+  request.work ? request.work(done) : mServe({request.messageID, request.data, name}, done);
   mIsBeginning = false;
 }
 

@@ -30,6 +30,9 @@ class RequestIntake {
   // Serves the message and calls done at its end: within the call, or later.
   using Serve = std::function<void(const LocalMessagePort::Message& message, std::function<void()> done)>;
 
+  // Does something and calls done at its end: within the call, or later.
+  using Work = std::function<void(std::function<void()> done)>;
+
   // Tells the process that has a connection; nothing where the connection has gone. Calls told once, now or later.
   using ToldProcess = std::function<void(std::optional<std::uint32_t> process)>;
   using AskForProcess = std::function<void(const std::string& sender, ToldProcess told)>;
@@ -70,6 +73,9 @@ class RequestIntake {
   // large, or too much waits of its sender or of all.
   std::optional<Bytes> receive(const LocalMessagePort::Message& message);
 
+  // Something else that the connection asks for, in turn with its requests. False where it is refused.
+  bool receive(const std::string& connection, Work work);
+
   // Serves the request whose turn it is, if there is one and none is being served. True when there is another one for
   // which nothing has to be awaited.
   bool serveNext();
@@ -83,6 +89,7 @@ class RequestIntake {
   struct Waiting {
     std::int32_t messageID = 0;
     Bytes data;
+    Work work{};  // in place of the message
   };
   // Shared by the connections that take turns together: the lower, the sooner.
   using Turn = std::shared_ptr<std::uint64_t>;
@@ -107,6 +114,9 @@ class RequestIntake {
   // The first in turn that does not pause.
   Queue::iterator nextTurn();
   void awaitPauses();
+  // Keeps a place in the queue of the connection for so many bytes; null, and told, where there is no room.
+  Waiting* place(const std::string& connection, std::size_t size);
+  void noteArrival();
   // Why there is no room for the body; null where there is. isFirst: nothing else of the sender waits.
   const char* obstacle(const Sender* sender, std::size_t size, bool isFirst) const;
   // The counter that the body belongs to, and what it adds there.

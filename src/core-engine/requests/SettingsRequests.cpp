@@ -1,5 +1,7 @@
 #include "core-engine/requests/SettingsRequests.h"
 
+#include "core-engine/news/News.h"
+
 namespace vorn::engine {
 
 bool provideSettings(EngineParts& parts, const Request& request, const std::string& defaultsPath) {
@@ -15,6 +17,10 @@ bool provideSettings(EngineParts& parts, const Request& request, const std::stri
   parts.store.fill(*bundle);
   parts.log.line("took the default settings of " + path);
   return true;
+}
+
+ChangeOrigin originOf(const Request& request) {
+  return {ChangeOrigin::Kind::Request, request.sender, sourceAppOf(request), request.messageID};
 }
 
 Answer getAllSettings(EngineParts& parts, const Request& request) {

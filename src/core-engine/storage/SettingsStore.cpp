@@ -33,33 +33,34 @@ void SettingsStore::load(const FactoryProfile& factoryProfile) {
 void SettingsStore::fill(const PropertyList& bundle) {
   settle();
   if (!isEmpty()) return;
-  save(bundle, [](Outcome) {});
+  save(bundle, [](Outcome) {}, {});
   settle();
   mBundle = bundle;
 }
 
-SettingsStore::Outcome SettingsStore::apply(const Transformation& transformation) {
+SettingsStore::Outcome SettingsStore::apply(const Transformation& transformation, const ChangeOrigin& origin) {
   settle();
   if (isEmpty()) return Outcome::Refused;
   Outcome result = Outcome::Refused;
-  put(transformation(mBundle), [&result](Outcome outcome) { result = outcome; });
+  put(
+      transformation(mBundle), [&result](Outcome outcome) { result = outcome; }, origin);
   settle();
   return result;
 }
 
-void SettingsStore::put(const std::optional<PropertyList>& changed, Done done) {
+void SettingsStore::put(const std::optional<PropertyList>& changed, Done done, const ChangeOrigin& origin) {
   if (isEmpty() || !changed || !isCompleteBundle(*changed)) return done(Outcome::Refused);
   if (*changed == mBundle && mIsOnDisk) return done(Outcome::Done);
-  save(*changed, std::move(done));
+  save(*changed, std::move(done), origin);
 }
 
-void SettingsStore::save(const PropertyList& bundle, Done done) {
+void SettingsStore::save(const PropertyList& bundle, Done done, const ChangeOrigin& origin) {
   if (mIsClosed) return done(Outcome::NotSaved);
   // In a message the references of a small bundle may become wider, but never so that it grows beyond this.
   constexpr std::size_t certainSize = maximumSize / 4;
   std::optional<Bytes> bytes = encodeBinaryPropertyList(bundle);
   if (!bytes || (bytes->size() > certainSize && !isSendableBundle(bundle))) return done(Outcome::TooLarge);
-  Save save{bundle, std::move(done), std::move(*bytes), false, {}};
+  Save save{bundle, std::move(done), origin, std::move(*bytes), false, {}};
   if (mDisk == nullptr) {
     write(save);
     return finish(save);
@@ -100,7 +101,7 @@ void SettingsStore::finish(const Save& save) {
   if (!mLastSaveError.empty()) mLog.line("the settings are saved again");
   mLastSaveError.clear();
   const PropertyList before = std::exchange(mBundle, save.bundle);
-  if (mChangeHandler && !before.isNone() && before != mBundle) mChangeHandler(before, mBundle);
+  if (mChangeHandler && !before.isNone() && before != mBundle) mChangeHandler(before, mBundle, save.origin);
   save.done(Outcome::Done);
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core-engine/Log.h"
+#include "core-engine/storage/ChangeOrigin.h"
 #include "core-engine/storage/DiskThread.h"
 #include "core-engine/storage/SettingsFile.h"
 #include "model/PropertyList.h"
@@ -22,7 +23,8 @@ class SettingsStore {
   using FactoryProfile = std::function<PropertyList()>;
 
   // Told of a bundle that came into force in place of another one, when it is on the disk.
-  using ChangeHandler = std::function<void(const PropertyList& before, const PropertyList& after)>;
+  using ChangeHandler =
+      std::function<void(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin)>;
 
   enum class Outcome {
     Done,      // the result of the transformation is in force and on the disk
@@ -58,9 +60,9 @@ class SettingsStore {
   // Puts the changed bundle, made of the one in force, in its place; nothing is a refusal. An empty store refuses. A
   // bundle equal to the one in force is done without a save, unless the last save failed. done is called once: within
   // the call, or when the save has ended and the change handler has been told. Only while no save is under way.
-  void put(const std::optional<PropertyList>& changed, Done done);
+  void put(const std::optional<PropertyList>& changed, Done done, const ChangeOrigin& origin = {});
   // The same with the result of the transformation, for which it waits; a save under way comes to its end first.
-  Outcome apply(const Transformation& transformation);
+  Outcome apply(const Transformation& transformation, const ChangeOrigin& origin = {});
 
   // Whether a save is under way; the bundle in force is still the old one.
   bool isSaving() const { return mSave.has_value(); }
@@ -77,12 +79,13 @@ class SettingsStore {
   struct Save {
     PropertyList bundle;
     Done done;
+    ChangeOrigin origin;
     Bytes bytes;
     bool isSaved = false;
     std::string error;
   };
 
-  void save(const PropertyList& bundle, Done done);
+  void save(const PropertyList& bundle, Done done, const ChangeOrigin& origin);
   void write(Save& save);
   void finish(const Save& save);
 

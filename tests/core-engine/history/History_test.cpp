@@ -20,12 +20,13 @@ using Outcome = History::Outcome;
 using std::chrono::milliseconds;
 namespace kinds = history::kinds;
 
-const Author window{"window", "org.vorn.SkarnConfigurator", MessageID::UpdateProfile};
-const Author other{"other", "org.vorn.vornctl", MessageID::UpdateProfile};
+const ChangeOrigin mouse;
+const ChangeOrigin window{ChangeOrigin::Kind::Request, ":1.1", "org.vorn.SkarnConfigurator", MessageID::UpdateProfile};
+const ChangeOrigin other{ChangeOrigin::Kind::Request, ":1.2", "org.vorn.vornctl", MessageID::UpdateProfile};
 
-Author asking(Author author, MessageID request) {
-  author.request = request;
-  return author;
+ChangeOrigin asking(ChangeOrigin origin, MessageID request) {
+  origin.request = request;
+  return origin;
 }
 
 PropertyList setting(std::string_view key, const PropertyList& value) {
@@ -36,30 +37,47 @@ class HistoryTest : public testing::Test {
  protected:
   HistoryTest() {
     mStore.fill(bundleWithMacros(3));
-    mStore.setChangeHandler(
-        [this](const PropertyList& before, const PropertyList& after) { mHistory.note(before, after); });
+    mStore.setChangeHandler([this](const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
+      mHistory.note(before, after, origin);
+    });
     mHistory.setChangeHandler([this] { ++mTold; });
   }
 
   // A request of the author that makes the new bundle.
   template <typename Change>
-  void request(const std::optional<Author>& author, const Change& change) {
-    mHistory.setAuthor(author);
-    const auto outcome = mStore.apply([&](const PropertyList& bundle) { return std::optional(change(bundle)); });
+  void request(const ChangeOrigin& origin, const Change& change) {
+    const auto outcome =
+        mStore.apply([&](const PropertyList& bundle) { return std::optional(change(bundle)); }, origin);
     EXPECT_EQ(outcome, SettingsStore::Outcome::Done);
-    mHistory.setAuthor({});
   }
-  void update(const std::optional<Author>& author, const PropertyList& settings, std::int32_t profileID = 0) {
-    request(author,
+  // What an operation of the history comes to, which is done within the call without a disk thread.
+  template <typename Operation>
+  static History::Result resultOf(const Operation& operation) {
+    std::vector<History::Result> told;
+    operation([&told](const History::Result& result) { told.push_back(result); });
+    EXPECT_EQ(told.size(), 1U);
+    return told.empty() ? History::Result{} : told.front();
+  }
+  History::Result undo() {
+    return resultOf([this](const auto& done) { mHistory.undo(done); });
+  }
+  History::Result redo() {
+    return resultOf([this](const auto& done) { mHistory.redo(done); });
+  }
+  History::Result goTo(std::uint64_t id) {
+    return resultOf([this, id](const auto& done) { mHistory.goTo(id, done); });
+  }
+  void update(const ChangeOrigin& origin, const PropertyList& settings, std::int32_t profileID = 0) {
+    request(origin,
             [&](const PropertyList& bundle) { return *withUpdatedProfile(bundle, profileID, settings).bundle; });
   }
-  void deleteMacro(const Author& author, std::int32_t macroID) {
-    request(asking(author, MessageID::DeleteMacro),
+  void deleteMacro(const ChangeOrigin& origin, std::int32_t macroID) {
+    request(asking(origin, MessageID::DeleteMacro),
             [&](const PropertyList& bundle) { return withoutMacro(bundle, macroID).value; });
   }
   // What a client sends after a deletion.
-  void cleanUp(const Author& author) {
-    request(asking(author, MessageID::ReplaceAllProfiles), [](const PropertyList& bundle) {
+  void cleanUp(const ChangeOrigin& origin) {
+    request(asking(origin, MessageID::ReplaceAllProfiles), [](const PropertyList& bundle) {
       const PropertyList keys = setting("Keys", setting("43", assignment(45, 43)));
       return *withUpdatedProfile(bundle, 1, keys).bundle;
     });
@@ -90,14 +108,14 @@ TEST_F(HistoryTest, AChangeIsTakenBackAndMadeAgainExactly) {
   update(window, setting("PollingRate", 125));
   const PropertyList after = now();
 
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now(), before);
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::NothingLeft);
+  EXPECT_EQ(undo().outcome, Outcome::NothingLeft);
   EXPECT_EQ(now(), before);
 
-  EXPECT_EQ(mHistory.redo().outcome, Outcome::Done);
+  EXPECT_EQ(redo().outcome, Outcome::Done);
   EXPECT_EQ(now(), after);
-  EXPECT_EQ(mHistory.redo().outcome, Outcome::NothingLeft);
+  EXPECT_EQ(redo().outcome, Outcome::NothingLeft);
   EXPECT_EQ(now(), after);
 }
 
@@ -113,21 +131,21 @@ TEST_F(HistoryTest, AnEntryTellsWhoAndWhenAndWhat) {
 
 TEST_F(HistoryTest, WhatTheMouseSwitchesIsNoEntryAndStaysWhenAChangeIsTakenBack) {
   update(window, setting("PollingRate", 125));
-  update({}, setting("KeymapID", 4));
+  update(mouse, setting("KeymapID", 4));
   EXPECT_EQ(entries(), Kinds{"pollingRate"});
 
   const PropertyList rate = bundleWithMacros(3)["Profiles"].at(0)["PollingRate"];
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], rate);
   EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(4));
 }
 
 TEST_F(HistoryTest, ANewChangeEndsWhatCouldBeMadeAgain) {
   update(window, setting("PollingRate", 125));
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
   update(other, setting("AutoSwitchOn", 1));
   EXPECT_EQ(entries(), Kinds{"application"});
-  EXPECT_EQ(mHistory.redo().outcome, Outcome::NothingLeft);
+  EXPECT_EQ(redo().outcome, Outcome::NothingLeft);
 }
 
 TEST_F(HistoryTest, ARequestThatChangesNothingIsNoEntry) {
@@ -139,24 +157,23 @@ TEST_F(HistoryTest, ARequestThatChangesNothingIsNoEntry) {
 
 TEST_F(HistoryTest, WhatAllHaveChangedSinceIsNotTakenBackAndNoLongerOffered) {
   update(window, setting("KeymapID", 3));
-  update({}, setting("KeymapID", 5));
+  update(mouse, setting("KeymapID", 5));
   const PropertyList before = now();
 
-  const History::Result result = mHistory.undo();
+  const History::Result result = undo();
   EXPECT_EQ(result.outcome, Outcome::ChangedSince);
-  EXPECT_EQ(result.conflicts.size(), 1U);
+  EXPECT_EQ(result.conflicts, 1U);
   EXPECT_EQ(now(), before);
   EXPECT_EQ(entries(), Kinds());
 }
 
 TEST_F(HistoryTest, WhatStandsIsTakenBackAndTheRestIsTold) {
   update(window, PropertyList::dictionary({{"KeymapID", 3}, {"PollingRate", 125}}));
-  update({}, setting("KeymapID", 5));
+  update(mouse, setting("KeymapID", 5));
 
-  const History::Result result = mHistory.undo();
+  const History::Result result = undo();
   EXPECT_EQ(result.outcome, Outcome::Done);
-  ASSERT_EQ(result.conflicts.size(), 1U);
-  EXPECT_EQ(result.conflicts[0].place, PropertyList::array({"Profiles", 0, "KeymapID"}));
+  EXPECT_EQ(result.conflicts, 1U);
   EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(5));
 }
 
@@ -165,22 +182,22 @@ TEST_F(HistoryTest, AnUndoThatTheDiskDoesNotTakeChangesNothingAndCanBeTriedAgain
   update(window, setting("PollingRate", 125));
   const PropertyList after = now();
   mDisk.failFrom(1, std::errc::no_space_on_device);
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::NotSaved);
+  EXPECT_EQ(undo().outcome, Outcome::NotSaved);
   EXPECT_EQ(now(), after);
 
   mDisk.work();
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now(), before);
 }
 
 TEST_F(HistoryTest, EveryChangeOfTheEntriesIsTold) {
   update(window, setting("PollingRate", 125));
   EXPECT_EQ(mTold, 1);
-  mHistory.undo();
+  undo();
   EXPECT_EQ(mTold, 2);
-  mHistory.redo();
+  redo();
   EXPECT_EQ(mTold, 3);
-  mHistory.redo();
+  redo();
   EXPECT_EQ(mTold, 3);
 }
 
@@ -192,9 +209,87 @@ TEST_F(HistoryTest, TheOldestOfMoreThanTwoHundredIsForgotten) {
   EXPECT_EQ(mHistory.entries().size(), History::maximumEntries);
   EXPECT_EQ(mHistory.entries().front().id, 2U);
   int undone = 0;
-  while (mHistory.undo().outcome == Outcome::Done) ++undone;
+  while (undo().outcome == Outcome::Done) ++undone;
   EXPECT_EQ(undone, 200);
   EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], PropertyList(125));
+}
+
+TEST_F(HistoryTest, GoesBackToAChangeAndOnToALaterOneInOneSave) {
+  std::vector<PropertyList> states{now()};
+  for (int each = 0; each < 4; ++each) {
+    update(each % 2 == 0 ? window : other, setting("PollingRate", 125), each);
+    update(window, setting("ProfileName", "Renamed " + std::to_string(each)), each);
+    states.push_back(now());
+  }
+  int saves = 0;
+  mDisk.onSync = [&saves] { ++saves; };
+  History::Result result = goTo(2);
+  EXPECT_EQ(result.outcome, Outcome::Done);
+  EXPECT_EQ(result.entries, 6U);
+  EXPECT_EQ(now(), states[1]);
+  EXPECT_EQ(saves, 1);
+  EXPECT_EQ(goTo(6).entries, 4U);
+  EXPECT_EQ(now(), states[3]);
+  EXPECT_EQ(goTo(0).entries, 6U);
+  EXPECT_EQ(now(), states[0]);
+  EXPECT_EQ(goTo(8).entries, 8U);
+  EXPECT_EQ(now(), states[4]);
+
+  result = goTo(8);
+  EXPECT_EQ(result.outcome, Outcome::Done);
+  EXPECT_EQ(result.entries, 0U);
+  EXPECT_EQ(goTo(9).outcome, Outcome::NothingLeft);
+  EXPECT_EQ(now(), states[4]);
+}
+
+TEST_F(HistoryTest, WhatNoLongerStandsIsLeftOutOfTheWayBack) {
+  update(window, setting("PollingRate", 125));
+  update(window, setting("KeymapID", 3));
+  update(window, setting("AutoSwitchOn", 1));
+  const PropertyList rate = bundleWithMacros(3)["Profiles"].at(0)["PollingRate"];
+  update(mouse, setting("KeymapID", 5));
+  const History::Result result = goTo(0);
+  EXPECT_EQ(result.outcome, Outcome::Done);
+  EXPECT_EQ(result.entries, 2U);
+  EXPECT_EQ(result.conflicts, 1U);
+  EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(5));
+  EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], rate);
+  EXPECT_EQ(entries(), (Kinds{"pollingRate", "application"}));
+  EXPECT_EQ(mHistory.undoneFrom(), 0U);
+  EXPECT_EQ(goTo(3).entries, 2U);
+  EXPECT_EQ(mHistory.undoneFrom(), 2U);
+}
+
+TEST_F(HistoryTest, WhatIsTakenBackTellsWhereMacrosHaveGone) {
+  std::vector<std::vector<ArrayMove>> moves;
+  std::vector<PropertyList> befores;
+  mHistory.setAppliedHandler([&](const PropertyList& before, const std::vector<ArrayMove>& macroMoves) {
+    befores.push_back(before);
+    moves.push_back(macroMoves);
+  });
+  const PropertyList first = now();
+  deleteMacro(window, 1);
+  const PropertyList second = now();
+  undo();
+  redo();
+  update(window, setting("PollingRate", 125));
+  undo();
+  using Moves = std::vector<ArrayMove>;
+  EXPECT_EQ(moves, (std::vector<Moves>{{{1, 0, 1}}, {{1, 1, 0}}, {}}));
+  ASSERT_EQ(befores.size(), 3U);
+  EXPECT_EQ(befores[0], second);
+  EXPECT_EQ(befores[1], first);
+}
+
+TEST_F(HistoryTest, AMacroWithoutItsPositionComesBackWithoutIt) {
+  request(mouse, [](const PropertyList& bundle) {
+    const PropertyList& macros = bundle["Macros"];
+    return bundle.with("Macros", macros.replacing(1, macros.at(1).without("macroID")));
+  });
+  const PropertyList before = now();
+  deleteMacro(window, 0);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
 }
 
 // --- Gestures
@@ -206,7 +301,7 @@ TEST_F(HistoryTest, TheStepsOfADraggedSliderAreOneChange) {
     letPass(milliseconds(900));
   }
   EXPECT_EQ(entries(), Kinds{"sensitivity"});
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now(), before);
 }
 
@@ -239,7 +334,7 @@ TEST_F(HistoryTest, ADeletedMacroComesBackWithTheAssignmentsThatTheDeletionTook)
   EXPECT_EQ(entries(), Kinds{"macroDeleted"});
   EXPECT_EQ(mHistory.entries().front().description,
             PropertyList::dictionary({{"kind", "macroDeleted"}, {"macro", "Macro 2"}}));
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now(), before);
 }
 
@@ -257,7 +352,7 @@ TEST_F(HistoryTest, ADeletedProfileIsOneChangeWithTheSwitchThatFollows) {
   request(asking(window, MessageID::SwitchProfile),
           [](const PropertyList& bundle) { return *withActiveProfile(bundle, 2).bundle; });
   EXPECT_EQ(entries(), (Kinds{"profileRenamed", "profileDeleted"}));
-  EXPECT_EQ(mHistory.undo().outcome, Outcome::Done);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now(), before);
 }
 

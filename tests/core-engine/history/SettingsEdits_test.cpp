@@ -21,6 +21,9 @@ void PrintTo(const Edit& edit, std::ostream* stream) {
 namespace test {
 namespace {
 
+// Stands in what an edit keeps for what follows from other values.
+constexpr const char* derived = "derived from other values";
+
 PropertyList place(std::initializer_list<PropertyList> steps) {
   return PropertyList::array(steps);
 }
@@ -78,7 +81,7 @@ TEST(SettingsEditsTest, ADeletedProfileIsTheOnlyRecordThatIsKept) {
   const PropertyList before = named({"a", "b", "c"}, 2);
   const PropertyList after = withoutProfile(before, 1).bundle.value();
 
-  const PropertyList gone = profile("b").without("Keys").without("Buttons");
+  const PropertyList gone = profile("b").with("Keys", derived).with("Buttons", derived);
   const Edits expected = {{place({"DeviceSettings", "ActiveProfile"}), 2, 1},
                           {place({"Profiles", 1}), PropertyList::array({gone}), PropertyList::array(), true}};
   EXPECT_EQ(editsBetween(before, after), expected);
@@ -93,11 +96,11 @@ TEST(SettingsEditsTest, RecordsAreFollowedByTheirNameWhenOthersGoAndComeAndChang
       {place({"Profiles", 2, "Keymap", 0, "Keys", "43", "command"}), 45, 3},
       {place({"Profiles", 2, "Keymap", 0, "Keys", "43", "param1"}), 43, 0},
       {place({"Profiles", 3}), PropertyList::array(),
-       PropertyList::array({profile("y").without("Keys").without("Buttons")}), true},
-      {place({"Profiles", 1}), PropertyList::array({profile("b").without("Keys").without("Buttons")}),
+       PropertyList::array({profile("y").with("Keys", derived).with("Buttons", derived)}), true},
+      {place({"Profiles", 1}), PropertyList::array({profile("b").with("Keys", derived).with("Buttons", derived)}),
        PropertyList::array(), true},
       {place({"Profiles", 0}), PropertyList::array(),
-       PropertyList::array({profile("x").without("Keys").without("Buttons")}), true},
+       PropertyList::array({profile("x").with("Keys", derived).with("Buttons", derived)}), true},
       {place({"DeviceSettings", "ActiveProfile"}), 0, 0}};
   EXPECT_EQ(editsBetween(before, after), expected);
   expectBothWays(before, after);
@@ -110,7 +113,7 @@ TEST(SettingsEditsTest, ADeletedMacroTakesNoOtherMacroAlong) {
   const Edits edits = editsBetween(before, after);
   ASSERT_EQ(edits.size(), 1U);
   EXPECT_EQ(edits[0].place, place({"Macros", 3}));
-  EXPECT_EQ(edits[0].before, PropertyList::array({before["Macros"].at(3).without("macroID")}));
+  EXPECT_EQ(edits[0].before, PropertyList::array({before["Macros"].at(3).with("macroID", derived)}));
   EXPECT_EQ(edits[0].after, PropertyList::array());
   expectBothWays(before, after);
 }
@@ -119,7 +122,7 @@ TEST(SettingsEditsTest, ARecordInTheNewOrderOfProfilesMovesAlone) {
   const PropertyList before = named({"a", "b", "c"});
   const PropertyList after = named({"b", "c", "a"});
 
-  const PropertyList moved = PropertyList::array({profile("a").without("Keys").without("Buttons")});
+  const PropertyList moved = PropertyList::array({profile("a").with("Keys", derived).with("Buttons", derived)});
   const Edits expected = {{place({"Profiles", 3}), PropertyList::array(), moved, true},
                           {place({"Profiles", 0}), moved, PropertyList::array(), true},
                           {place({"DeviceSettings", "ActiveProfile"}), 0, 0}};

@@ -27,11 +27,12 @@ class NewsTest : public testing::Test {
  protected:
   Posts postsOf(const PropertyList& before, const PropertyList& after) {
     port.posted.clear();
-    news.settingsChanged(before, after);
+    news.settingsChanged(before, after, sourceApp);
     return port.posted;
   }
 
   const PropertyList two = bundleOf({profile("one"), profile("two")}, 1);
+  std::string sourceApp;
   RecordingNewsPort port;
   ManualScheduler scheduler;
   News news{port, scheduler};
@@ -91,7 +92,7 @@ TEST_F(NewsTest, TellTheNewNameAndTheNewActiveProfile) {
 }
 
 TEST_F(NewsTest, NameTheProgramThatCausedTheChange) {
-  news.setSourceApp("org.example.Tool");
+  sourceApp = "org.example.Tool";
   const PropertyList keymap = changed(two, 1, "KeymapID", 3);
   EXPECT_EQ(postsOf(two, keymap), (Posts{{"Keymap Updated 273", dictionary({{"Updated Keymap Profile", keymap},
                                                                             {"Source App", "org.example.Tool"}})}}));
@@ -108,7 +109,7 @@ TEST_F(NewsTest, NameTheProgramThatCausedTheChange) {
 TEST_F(NewsTest, FollowAKeymapUpdateWithAnotherOneForAChangeThatTheConfiguratorMakesSoonAfterIt) {
   const PropertyList keymap = changed(two, 1, "KeymapID", 3);
   postsOf(two, keymap);
-  news.setSourceApp(configurator);
+  sourceApp = configurator;
   scheduler.advance(999ms);
   const PropertyList after = changed(keymap, 1, "PollingRate", 500);
   const Posts followed{

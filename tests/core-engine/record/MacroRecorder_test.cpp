@@ -260,17 +260,17 @@ TEST_F(MacroRecorderTest, NotesNoMoreThanThereIsRoomFor) {
 TEST_F(MacroRecorderTest, FollowsItsMacroWhenOthersAreDeleted) {
   recorder.start({client, 3, 100, false, 0});
   press(4);
-  recorder.macroDeleted(4);
+  recorder.macrosMoved(4, 1, 0);
   EXPECT_EQ(recorder.macro(), 3);
-  recorder.macroDeleted(0);
+  recorder.macrosMoved(0, 1, 0);
   EXPECT_EQ(recorder.macro(), 2);
   EXPECT_TRUE(recorder.isRecording());
-  recorder.macroDeleted(2);
+  recorder.macrosMoved(2, 1, 0);
   EXPECT_FALSE(recorder.isRecording());
   EXPECT_FALSE(recorder.belongsTo(client));
   EXPECT_EQ(recorder.events(), PropertyList::array());
   EXPECT_EQ(scheduler.pending(), 0U);
-  recorder.macroDeleted(0);
+  recorder.macrosMoved(0, 1, 0);
   EXPECT_EQ(recorder.macro(), -1);
 }
 

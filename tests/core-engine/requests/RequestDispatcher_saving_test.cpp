@@ -32,7 +32,7 @@ class RequestDispatcherSavingTest : public testing::Test {
   // From now on a save takes a second, which has passed when its bundle comes into force.
   void slowDown() {
     parts.store.setChangeHandler(
-        [this](const auto&, const auto&) { parts.scheduler.advance(std::chrono::seconds(1)); });
+        [this](const auto&, const auto&, const auto&) { parts.scheduler.advance(std::chrono::seconds(1)); });
   }
   std::vector<std::string> outcomes() const {
     std::vector<std::string> result;

@@ -102,10 +102,9 @@ TEST_F(RequestDispatcherTest, ChangesNothingForAnUnknownProduct) {
 
 TEST_F(RequestDispatcherTest, ServesForAnUnknownProductOnlyWhatLooksAtTheProductItself) {
   struct Observer : RequestObserver {
-    void willServe(const RequestKind& kind, const Request&) override {
+    void hasServed(const RequestKind& kind, const Request&) override {
       served.insert(static_cast<std::int32_t>(kind.messageID));
     }
-    void hasServed(const RequestKind&, const Request&) override {}
     std::set<std::int32_t> served;
   } observer;
   dispatcher.setObserver(&observer);
@@ -261,13 +260,11 @@ TEST_F(RequestDispatcherTest, TracesRequestsAndAnswersWhenAskedTo) {
                           "vorn-core-engine: answer 0 (register device) to ClientPort: " + refused.description()}));
 }
 
-TEST_F(RequestDispatcherTest, TellsItsObserverBeforeARequestIsServedAndAfterItsAnswerLeft) {
+TEST_F(RequestDispatcherTest, TellsItsObserverOfARequestWhenItsAnswerHasLeft) {
   struct Observer : RequestObserver {
     explicit Observer(const MemoryPorts& ports) : mPorts(ports) {}
-    void willServe(const RequestKind& kind, const Request& request) override { note("will serve", kind, request); }
-    void hasServed(const RequestKind& kind, const Request& request) override { note("has served", kind, request); }
-    void note(const std::string& moment, const RequestKind& kind, const Request& request) {
-      calls.push_back(moment + " " + kind.name + " of " + request.sender +
+    void hasServed(const RequestKind& kind, const Request& request) override {
+      calls.push_back(std::string(kind.name) + " of " + request.sender +
                       ", answers: " + std::to_string(mPorts.answers.size()));
     }
     const MemoryPorts& mPorts;
@@ -278,12 +275,10 @@ TEST_F(RequestDispatcherTest, TellsItsObserverBeforeARequestIsServedAndAfterItsA
   send(38, plainRequest());
   send(99, plainRequest());
   sendBytes(4, {});
-  EXPECT_EQ(observer.calls,
-            (Lines{"will serve get all settings of :1.7, answers: 0", "has served get all settings of :1.7, answers: 1",
-                   "will serve release device of :1.7, answers: 1", "has served release device of :1.7, answers: 1"}));
+  EXPECT_EQ(observer.calls, (Lines{"get all settings of :1.7, answers: 1", "release device of :1.7, answers: 1"}));
   dispatcher.setObserver(nullptr);
   send(4, plainRequest());
-  EXPECT_EQ(observer.calls.size(), 4U);
+  EXPECT_EQ(observer.calls.size(), 2U);
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ class SettingsStoreSavingTest : public testing::Test {
  protected:
   SettingsStoreSavingTest() {
     held.hold(parts.disk);
-    parts.store.setChangeHandler([this](const PropertyList& before, const PropertyList& after) {
+    parts.store.setChangeHandler([this](const PropertyList& before, const PropertyList& after, const ChangeOrigin&) {
       told.push_back(nameIn(before) + " to " + nameIn(after));
     });
   }

@@ -110,7 +110,7 @@ TEST(SettingsStoreTest, TellsAChangeWhenItIsOnTheDisk) {
   MemoryFileSystem disk = diskWith(bundle("old"));
   Engine engine(disk);
   Lines calls;
-  engine.store.setChangeHandler([&](const PropertyList& before, const PropertyList& after) {
+  engine.store.setChangeHandler([&](const PropertyList& before, const PropertyList& after, const ChangeOrigin&) {
     const PropertyList saved = stored(disk);
     for (const PropertyList& each : {before, after, saved}) {
       calls.push_back(each["Profiles"].at(0)["ProfileName"].toString());
@@ -129,7 +129,7 @@ TEST(SettingsStoreTest, TellsNoChangeWhereItsFirstBundleIsOnlySaved) {
   MemoryFileSystem disk;
   Engine engine(disk);
   int calls = 0;
-  engine.store.setChangeHandler([&](const PropertyList&, const PropertyList&) { ++calls; });
+  engine.store.setChangeHandler([&](const PropertyList&, const PropertyList&, const ChangeOrigin&) { ++calls; });
   disk.failFrom(1, std::errc::no_space_on_device);
   engine.store.fill(bundle("factory"));
   disk.work();

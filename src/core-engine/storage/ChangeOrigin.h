@@ -1,0 +1,24 @@
+// Who makes a change of the settings. It goes with the change from its begin to the news of it.
+#pragma once
+
+#include <string>
+
+#include "protocol/EngineProtocol.h"
+
+namespace vorn::engine {
+
+struct ChangeOrigin {
+  enum class Kind {
+    Mouse,    // a control, or what goes back when it is let go
+    Request,  // of a client
+    History,  // changes are taken back or made again
+  };
+
+  Kind kind = Kind::Mouse;
+  // Of a request:
+  std::string client{};     // unique bus name of its connection
+  std::string sourceApp{};  // empty where it gave none
+  MessageID request{};
+};
+
+}  // namespace vorn::engine

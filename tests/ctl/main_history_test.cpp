@@ -1,0 +1,102 @@
+// vornctl takes changes back and makes them again, with the real engine.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "ctl/EngineClient.h"
+#include "ctl/EngineSession.h"
+
+namespace vorn::ctl::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class VornCtlHistoryTest : public EngineSession {
+ protected:
+  // The lines of the history without their times.
+  static Lines history() {
+    std::istringstream output(outputOf({"history"}));
+    Lines lines;
+    for (std::string line; std::getline(output, line);) {
+      constexpr std::size_t idWidth = 6;
+      constexpr std::size_t timeWidth = 21;
+      EXPECT_EQ(line.substr(idWidth + 4, 1), "-") << line;
+      EXPECT_EQ(line.substr(idWidth + 13, 1), ":") << line;
+      lines.push_back(line.erase(idWidth, timeWidth));
+    }
+    return lines;
+  }
+  static PropertyList settings() {
+    EngineClient engine{std::chrono::seconds(20)};
+    const auto answer = engine.request(MessageID::GetAllSettings);
+    return answer ? (*answer)["AllDevSettings"] : PropertyList();
+  }
+  static void refused(const Words& words, const std::string& message) {
+    const Ended run = runVornCtl(words);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, message);
+  }
+};
+
+TEST_F(VornCtlHistoryTest, TakesChangesBackAndMakesThemAgain) {
+  const PropertyList first = settings();
+  done({"set", "PollingRate", "125"});
+  done({"assign", "4", "key", "k"});
+  const PropertyList last = settings();
+  EXPECT_EQ(history(), (Lines{R"(2     vornctl  Control 4 to key K, profile "Default", keymap 1)",
+                              R"(1     vornctl  Polling rate, profile "Default")"}));
+  EXPECT_EQ(outputOf({"undo"}), "Undone: Control 4 to key K, profile \"Default\", keymap 1\n");
+  EXPECT_EQ(outputOf({"undo"}), "Undone: Polling rate, profile \"Default\"\n");
+  EXPECT_EQ(settings(), first);
+  EXPECT_EQ(history(), (Lines{R"(2     vornctl  Control 4 to key K, profile "Default", keymap 1 (undone))",
+                              R"(1     vornctl  Polling rate, profile "Default" (undone))"}));
+  refused({"undo"}, "vornctl: No change is left to be undone\n");
+  EXPECT_EQ(settings(), first);
+
+  EXPECT_EQ(outputOf({"redo"}), "Made again: Polling rate, profile \"Default\"\n");
+  EXPECT_EQ(outputOf({"redo"}), "Made again: Control 4 to key K, profile \"Default\", keymap 1\n");
+  EXPECT_EQ(settings(), last);
+  refused({"redo"}, "vornctl: No change is left to be made again\n");
+  EXPECT_EQ(settings(), last);
+}
+
+TEST_F(VornCtlHistoryTest, GoesToAChangeOfTheList) {
+  const PropertyList first = settings();
+  done({"set", "PollingRate", "125"});
+  const PropertyList second = settings();
+  done({"set", "PollingRate", "500"});
+  done({"set", "AutoSwitchOn", "1"});
+  EXPECT_EQ(outputOf({"history", "go", "1"}), "Changes undone or made again: 2\n");
+  EXPECT_EQ(settings(), second);
+  EXPECT_EQ(outputOf({"history", "go", "0", "--json"}), "{\"changes\":1,\"conflicts\":0}\n");
+  EXPECT_EQ(settings(), first);
+  refused({"history", "go", "4"}, "vornctl: There is no such change\n");
+  EXPECT_EQ(settings(), first);
+}
+
+TEST_F(VornCtlHistoryTest, NeverForcesWhatAnotherHasChangedSince) {
+  done({"set", "KeymapID", "3"});
+  done({"device", "click", "keymap"});
+  const PropertyList now = settings();
+  EXPECT_EQ(now["Profiles"].at(0)["KeymapID"], PropertyList(4));
+  refused({"undo"}, "vornctl: All that it changed has been changed again since; nothing has been changed now\n");
+  EXPECT_EQ(settings(), now);
+  EXPECT_EQ(history(), Lines());
+}
+
+TEST_F(VornCtlHistoryTest, TellsTheEntriesAsJsonWithoutWhatTheMouseSwitches) {
+  done({"device", "click", "keymap"});
+  EXPECT_EQ(outputOf({"history", "--json"}), "[]\n");
+}
+
+TEST_F(VornCtlHistoryTest, TellsWhatIsNoChangeOfTheList) {
+  const Ended run = runVornCtl({"history", "go", "last"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.output, "vornctl: CHANGE is a number that \"vornctl history\" prints, or 0\n");
+}
+
+}  // namespace
+}  // namespace vorn::ctl::test
