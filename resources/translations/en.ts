@@ -335,6 +335,10 @@
         <source>%1 changed</source>
         <translation>%1 changed</translation>
     </message>
+    <message id="lkeyControlsFound">
+        <source>%1 found</source>
+        <translation>%1 found</translation>
+    </message>
     <message id="lkeyCopy">
         <source>Copy</source>
         <translation>Copy</translation>
@@ -598,6 +602,14 @@
     <message id="lkeyFileTypeTitle">
         <source>“%1” cannot be chosen here</source>
         <translation>“%1” cannot be chosen here</translation>
+    </message>
+    <message id="lkeyFindControl">
+        <source>Find a control</source>
+        <translation>Find a control</translation>
+    </message>
+    <message id="lkeyFindControlTip">
+        <source>Finds controls by what they do or are called (%1)</source>
+        <translation>Finds controls by what they do or are called (%1)</translation>
     </message>
     <message id="lkeyFinishNameFirst">
         <source>Finish typing the name of the macro first</source>
@@ -1004,6 +1016,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNoApplications">
         <source>No installed applications were found. Choose Browse to look for one.</source>
         <translation>No installed applications were found. Choose Browse to look for one.</translation>
+    </message>
+    <message id="lkeyNoControlFound">
+        <source>No control does this</source>
+        <translation>No control does this</translation>
     </message>
     <message id="lkeyNoDelay">
         <source>Remove All Delays</source>

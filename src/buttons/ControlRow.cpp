@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QFocusEvent>
+#include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPainter>
@@ -34,6 +35,7 @@ constexpr int widestOfLeast = 220;
 constexpr int repeatButtonSize = 22;
 constexpr int repeatIconSize = 16;
 constexpr float groundOpacity = 0.12F;
+constexpr qreal opacityOfPassed = 0.4;
 
 // The two families at the right share one column.
 bool isAtTheLeft(ControlFamily family) {
@@ -145,6 +147,18 @@ void ControlRow::setHighlighted(bool highlighted) {
   update();
 }
 
+void ControlRow::setSearchResult(SearchResult result) {
+  if (std::exchange(mSearchResult, result) == result) return;
+  if (result == SearchResult::Passed) {
+    auto* receding = new QGraphicsOpacityEffect;
+    receding->setOpacity(opacityOfPassed);
+    setGraphicsEffect(receding);
+  } else {
+    setGraphicsEffect(nullptr);
+  }
+  update();
+}
+
 bool ControlRow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == mRepeatButton && event->type() == QEvent::Show) {
     if (mRepeatButton->icon().isNull()) tintRepeatIcon();
@@ -175,7 +189,7 @@ void ControlRow::changeEvent(QEvent* event) {
 }
 
 void ControlRow::paintEvent(QPaintEvent*) {
-  if (!mIsHighlighted) return;
+  if (!mIsHighlighted && mSearchResult != SearchResult::Found) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);

@@ -36,6 +36,11 @@ class ControlRow : public QWidget {
   void setHighlighted(bool highlighted);
   bool isHighlighted() const { return mIsHighlighted; }
 
+  // What a search says of the control: one that it passed by recedes, and can be used as before.
+  enum class SearchResult { NoSearch, Found, Passed };
+  void setSearchResult(SearchResult result);
+  SearchResult searchResult() const { return mSearchResult; }
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -62,6 +67,7 @@ class ControlRow : public QWidget {
   PopUpButton* mPopUp;
   QToolButton* mRepeatButton;
   bool mIsHighlighted = false;
+  SearchResult mSearchResult = SearchResult::NoSearch;
   bool mIsReached = false;  // by the keyboard
 };
 

@@ -1,8 +1,8 @@
 #include "buttons/MouseButtonController.h"
 
 #include <QAction>
+#include <QShortcut>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -10,6 +10,8 @@
 #include "buttons/AssignmentChanges.h"
 #include "buttons/AssignmentMenus.h"
 #include "buttons/ControlRow.h"
+#include "buttons/ControlRows.h"
+#include "buttons/ControlSearch.h"
 #include "buttons/MacroRepeatSheet.h"
 #include "model/SettingsKeys.h"
 #include "platform/Localization.h"
@@ -30,53 +32,32 @@ namespace {
 // The controls among which one has to stay the left click.
 constexpr std::size_t leftClickCandidates = 5;
 
+QString searchTip() {
+  return localized("lkeyFindControlTip").arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
+}
+
 }  // namespace
 
 MouseButtonController::MouseButtonController(QWidget* parent)
     : QWidget(parent), mUi(std::make_unique<Ui::MouseButtonController>()) {
   mUi->setupUi(this);
-  addRows();
-  orderForKeyboard();
+  mRows = std::make_unique<ControlRows>(
+      *this, *mUi->mMainSkarn,
+      std::array{ControlRows::Family{ControlFamily::ThumbGrid, mUi->thumbGridRows, mUi->mThumbGridChanges},
+                 ControlRows::Family{ControlFamily::DirectionPad, mUi->directionPadRows, mUi->mDirectionPadChanges},
+                 ControlRows::Family{ControlFamily::Wheel, mUi->wheelRows, mUi->mWheelChanges}});
+  setTabOrder(mUi->mProfileListPopUp, mUi->mControlSearch);
+  setTabOrder(mUi->mControlSearch, mUi->mKeymapSegment);
+  mRows->orderForKeyboard(mUi->mKeymapSegment);
   connectControls();
+  addSearch();
 }
 
 MouseButtonController::~MouseButtonController() {
   // A row loses the keyboard when the tab goes.
-  for (ControlRow* row : mRows) disconnect(row, nullptr, this, nullptr);
+  mSearch.reset();
+  mRows.reset();
   setMNotificationCenter(nullptr);
-}
-
-void MouseButtonController::addRows() {
-  for (std::size_t index = 0; index < controlTable.size(); ++index) {
-    QVBoxLayout* family = nullptr;
-    switch (controlTable[index].family) {
-      case ControlFamily::ThumbGrid:
-        family = mUi->thumbGridRows;
-        break;
-      case ControlFamily::Wheel:
-        family = mUi->wheelRows;
-        break;
-      case ControlFamily::DirectionPad:
-        family = mUi->directionPadRows;
-        break;
-    }
-    mRows[index] = new ControlRow(controlTable[index], this);
-    family->addWidget(mRows[index]);
-  }
-}
-
-// By column, as the rows are seen, and not by the numbers of the controls.
-void MouseButtonController::orderForKeyboard() {
-  QWidget* before = mUi->mKeymapSegment;
-  setTabOrder(mUi->mProfileListPopUp, before);
-  for (const ControlFamily family : {ControlFamily::ThumbGrid, ControlFamily::DirectionPad, ControlFamily::Wheel}) {
-    for (ControlRow* row : mRows) {
-      if (row->control().family != family) continue;
-      setTabOrder(before, row->popUp());
-      setTabOrder(row->popUp(), row->repeatButton());
-      before = row->repeatButton();
-    }
-  }
 }
 
 void MouseButtonController::connectControls() {
@@ -85,32 +66,37 @@ void MouseButtonController::connectControls() {
   mUi->mKeymapSegment->setSegmentNames(keymapNames);
   connect(mUi->mKeymapSegment, &SegmentedControl::segmentChosen, this, &MouseButtonController::selectKeymapSegment);
   connect(mUi->mProfileListPopUp, &QComboBox::activated, this, &MouseButtonController::selectProfile);
-  for (ControlRow* row : mRows) {
+  for (ControlRow* row : mRows->all()) {
     const ControlDescriptor& control = row->control();
     row->popUp()->setValidator([this](const QAction& item) { return validateMenuItem(item); });
     connect(row->popUp(), &PopUpButton::itemChosen, this, [this, &control] { chooseItem(control); });
     connect(row->repeatButton(), &QToolButton::clicked, this, [this, &control] { clickMacroRepeatButton(control); });
-    connect(row, &ControlRow::hovered, this,
-            [this, &control](bool isHovered) { highlight(isHovered ? &control : nullptr); });
   }
   mUi->mMainSkarn->setDescription([this](const ControlDescriptor& control) { return describe(control); });
-  connect(mUi->mMainSkarn, &MouseView::controlHovered, this, &MouseButtonController::highlight);
   connect(mUi->mMainSkarn, &MouseView::controlClicked, this,
-          [this](const ControlDescriptor* control) { rowOf(*control).popUp()->openMenu(); });
+          [this](const ControlDescriptor* control) { mRows->of(*control).popUp()->openMenu(); });
 }
 
-ControlRow& MouseButtonController::rowOf(const ControlDescriptor& control) const {
-  return *mRows[static_cast<std::size_t>(control.number - 1)];
-}
-
-void MouseButtonController::highlight(const ControlDescriptor* control) {
-  for (ControlRow* row : mRows) row->setHighlighted(&row->control() == control);
-  mUi->mMainSkarn->setHighlighted(control);
+void MouseButtonController::addSearch() {
+  mSearch = std::make_unique<ControlSearch>(*mUi->mControlSearch, *mUi->mControlsFound, *mRows,
+                                            [this](const ControlDescriptor& control) { return wordsOf(control); });
+  mUi->mControlSearch->setToolTip(searchTip());
+  auto* findKey = new QShortcut(QKeySequence(QKeySequence::Find), this);
+  connect(findKey, &QShortcut::activated, this, [this] { mSearch->begin(); });
 }
 
 QString MouseButtonController::describe(const ControlDescriptor& control) const {
-  const PopUpButton* popUp = rowOf(control).popUp();
+  const PopUpButton* popUp = mRows->of(control).popUp();
   return popUp->accessibleName() + QLatin1Char('\n') + popUp->shownTitle();
+}
+
+QString MouseButtonController::wordsOf(const ControlDescriptor& control) {
+  QStringList words{spokenName(control), mRows->of(control).popUp()->shownTitle()};
+  words += shorterLabels(control.identifier, control.groupType());
+  const PropertyList& record = recordAt(control.identifier, control.groupType());
+  if (vorn::commandOf(record) == AssignmentCommand::Macro)
+    words << getMacroRepeatOptionUsingValue(record[keys::Param2].toInt());
+  return words.join(QLatin1Char('\n'));
 }
 
 void MouseButtonController::setMNotificationCenter(vorn::NotificationCenter* center) {
@@ -138,7 +124,7 @@ void MouseButtonController::populateUISettings() {
   forgetWords();
   const PropertyList subject = menuSubject();
   const bool isForSomethingElse = std::exchange(mMenuSubject, subject) != subject;
-  for (ControlRow* row : mRows) {
+  for (ControlRow* row : mRows->all()) {
     const ControlDescriptor& control = row->control();
     const auto chosen = [this, &control](AssignmentCategory submenu, int tag) {
       chooseSubmenuItem(control, submenu, tag);
@@ -161,9 +147,10 @@ void MouseButtonController::updateUISettings() {
   changeKeymapImage(shownKeymap);
   hideAllMacroConfigButtons();
   populateUISettings();
-  for (ControlRow* row : mRows) selectAssignment(*row);
-  countChanges();
+  for (ControlRow* row : mRows->all()) selectAssignment(*row);
+  mRows->countChanges();
   markKeymapsInUse();
+  mSearch->refresh();
   if (mIsTabEnabled) checkForLeftClickAssigned();
 }
 
@@ -173,18 +160,6 @@ void MouseButtonController::selectAssignment(ControlRow& row) {
   row.popUp()->selectItemWithTitle(stringForButtonValue(command, control.identifier, control.groupType()));
   row.popUp()->setShorterTexts(shorterLabels(control.identifier, control.groupType()));
   row.setChanged(!isDefaultAt(control.identifier, control.groupType()));
-}
-
-void MouseButtonController::countChanges() {
-  const std::pair<ControlFamily, QLabel*> counts[] = {{ControlFamily::ThumbGrid, mUi->mThumbGridChanges},
-                                                      {ControlFamily::DirectionPad, mUi->mDirectionPadChanges},
-                                                      {ControlFamily::Wheel, mUi->mWheelChanges}};
-  for (const auto& [family, label] : counts) {
-    const auto changed = std::ranges::count_if(mRows, [wanted = family](const ControlRow* row) {
-      return row->control().family == wanted && row->isChanged();
-    });
-    label->setText(changed == 0 ? QString() : localized("lkeyControlsChanged").arg(changed));
-  }
 }
 
 void MouseButtonController::markKeymapsInUse() {
@@ -206,7 +181,10 @@ void MouseButtonController::enableControlsState(bool enabled) {
   setLabelsEnabled(*this, enabled, whyNot);
   mUi->mProfileListPopUp->setEnabled(enabled);
   mUi->mKeymapSegment->setEnabled(enabled);
-  for (ControlRow* row : mRows) {
+  mUi->mControlSearch->setEnabled(enabled);
+  mUi->mControlSearch->setToolTip(enabled ? searchTip() : whyNot);
+  if (!enabled) mSearch->clear();
+  for (ControlRow* row : mRows->all()) {
     row->popUp()->setEnabled(enabled);
     row->popUp()->setLockReason(QString());
     row->repeatButton()->setEnabled(enabled);
@@ -215,19 +193,19 @@ void MouseButtonController::enableControlsState(bool enabled) {
 }
 
 void MouseButtonController::enableAllPopupButtons() {
-  for (ControlRow* row : mRows) {
+  for (ControlRow* row : mRows->all()) {
     row->popUp()->setEnabled(true);
     row->popUp()->setLockReason(QString());
   }
 }
 
 void MouseButtonController::hideAllMacroConfigButtons() {
-  for (ControlRow* row : mRows) row->repeatButton()->hide();
+  for (ControlRow* row : mRows->all()) row->repeatButton()->hide();
 }
 
 void MouseButtonController::updateMacroRepeatButton(std::string_view button) {
   const int code = numberOfIdentifier(button);
-  for (ControlRow* row : mRows) {
+  for (ControlRow* row : mRows->all()) {
     if (row->control().repeatCode == code) row->repeatButton()->show();
   }
 }
@@ -256,9 +234,9 @@ void MouseButtonController::checkForLeftClickAssigned() {
   PopUpButton* only = nullptr;
   int clicks = 0;
   for (std::size_t index = 0; index < leftClickCandidates; ++index) {
-    const QString title = mRows[index]->popUp()->titleOfSelectedItem();
+    const QString title = mRows->all()[index]->popUp()->titleOfSelectedItem();
     if (title != click && title != label) continue;
-    only = mRows[index]->popUp();
+    only = mRows->all()[index]->popUp();
     ++clicks;
   }
   if (clicks != 1) return;
@@ -275,7 +253,7 @@ bool MouseButtonController::validateMenuItem(const QAction& item) {
 // --- Choices
 
 void MouseButtonController::chooseItem(const ControlDescriptor& control) {
-  const QString title = rowOf(control).popUp()->titleOfSelectedItem();
+  const QString title = mRows->of(control).popUp()->titleOfSelectedItem();
   const int command = intValueOfSelectedString(title, control.identifier, control.groupType());
   const bool isTicked = title == stringForButtonValue(commandAt(control.identifier, control.groupType()),
                                                       control.identifier, control.groupType());

@@ -14,7 +14,6 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,6 +33,8 @@ namespace skarn {
 
 class ApplicationPanel;
 class ControlRow;
+class ControlRows;
+class ControlSearch;
 class KeymapSheet;
 class MacroRepeatSheet;
 class SingleKeySheet;
@@ -155,15 +156,12 @@ class MouseButtonController : public QWidget, public AssignmentText {
     int keymap = 0;
   };
 
-  void addRows();
-  void orderForKeyboard();
   void connectControls();
-  void highlight(const ControlDescriptor* control);
+  void addSearch();
   QString describe(const ControlDescriptor& control) const;
-  ControlRow& rowOf(const ControlDescriptor& control) const;
+  // All that a control can be found by.
+  QString wordsOf(const ControlDescriptor& control);
   void selectAssignment(ControlRow& row);
-  // The number of changed controls beside the title of each family.
-  void countChanges();
   // Marks the keymaps in which a control does something else than out of the box.
   void markKeymapsInUse();
   bool isInUse(int keymap) const;
@@ -207,7 +205,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   QString subjectOf(const SheetContext& context);
 
   std::unique_ptr<Ui::MouseButtonController> mUi;
-  std::array<ControlRow*, controlTable.size()> mRows{};
+  std::unique_ptr<ControlRows> mRows;
+  std::unique_ptr<ControlSearch> mSearch;
   // Made when they are first needed.
   QPointer<SingleKeySheet> mSingleKey;
   QPointer<KeymapSheet> mKeymapWindow;

@@ -19,6 +19,7 @@ namespace {
 
 constexpr qreal glowWidth = 2;
 constexpr float groundOpacity = 0.22F;
+constexpr float veilOpacity = 0.6F;
 
 // The eighth begins with a capital letter.
 constexpr std::array<const char*, vorn::keys::keymapCount> pictures = {
@@ -39,6 +40,12 @@ void MouseView::setKeymapPicture(int keymap) {
 
 void MouseView::setHighlighted(const ControlDescriptor* control) {
   if (std::exchange(mHighlighted, control) != control) update();
+}
+
+void MouseView::setFound(std::optional<std::vector<const ControlDescriptor*>> found) {
+  if (mFound == found) return;
+  mFound = std::move(found);
+  update();
 }
 
 void MouseView::setDescription(std::function<QString(const ControlDescriptor&)> description) {
@@ -89,15 +96,30 @@ QString MouseView::descriptionOf(const ControlDescriptor& control) const {
 
 void MouseView::paintEvent(QPaintEvent* event) {
   PictureLabel::paintEvent(event);
-  if (mHighlighted == nullptr || !isEnabled() || shownRect().isEmpty()) return;
+  if (!isEnabled() || shownRect().isEmpty()) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
+  if (mFound) paintFound(painter);
+  if (mHighlighted != nullptr) light(painter, *mHighlighted);
+}
+
+void MouseView::paintFound(QPainter& painter) const {
+  QPainterPath veil;
+  veil.addRect(shownRect());
+  for (const ControlDescriptor* control : *mFound) veil -= placement().map(controlOutlines().of(*control));
+  QColor ground = palette().color(QPalette::Window);
+  ground.setAlphaF(veilOpacity);
+  painter.fillPath(veil, ground);
+  for (const ControlDescriptor* control : *mFound) light(painter, *control);
+}
+
+void MouseView::light(QPainter& painter, const ControlDescriptor& control) const {
   const QColor accent = accentColor(palette());
   QColor ground = accent;
   ground.setAlphaF(groundOpacity);
   painter.setPen(QPen(accent, glowWidth));
   painter.setBrush(ground);
-  painter.drawPath(placement().map(controlOutlines().of(*mHighlighted)));
+  painter.drawPath(placement().map(controlOutlines().of(control)));
 }
 
 void MouseView::mousePressEvent(QMouseEvent* event) {

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 #include "buttons/ControlTable.h"
 #include "widgets/PictureLabel.h"
@@ -20,6 +22,8 @@ class MouseView : public PictureLabel {
   // Lights up a control; nullptr none.
   void setHighlighted(const ControlDescriptor* control);
   const ControlDescriptor* highlighted() const { return mHighlighted; }
+  // The controls that a search has found: all else of the picture recedes. Nothing without a search.
+  void setFound(std::optional<std::vector<const ControlDescriptor*>> found);
   // What the tooltip says about a control; without it the control's number and name.
   void setDescription(std::function<QString(const ControlDescriptor&)> description);
 
@@ -43,6 +47,8 @@ class MouseView : public PictureLabel {
 
  private:
   void showPicture();
+  void paintFound(QPainter& painter) const;
+  void light(QPainter& painter, const ControlDescriptor& control) const;
   void hover(const ControlDescriptor* control);
   QString descriptionOf(const ControlDescriptor& control) const;
   // From the drawing's coordinates to the view's.
@@ -51,6 +57,7 @@ class MouseView : public PictureLabel {
   int mKeymap = -1;
   int mShownKeymap = -1;
   const ControlDescriptor* mHighlighted = nullptr;
+  std::optional<std::vector<const ControlDescriptor*>> mFound;
   const ControlDescriptor* mHovered = nullptr;
   const ControlDescriptor* mPressed = nullptr;
   std::function<QString(const ControlDescriptor&)> mDescription;
