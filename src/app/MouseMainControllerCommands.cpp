@@ -245,6 +245,14 @@ void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t ev
   mMouseMacrosController->setStateOfMacroTableWithState(true);
 }
 
+std::optional<vorn::ReturnStatus> MouseMainController::replaceSequence(const PropertyList& sequence, int ofMacroAtIndex,
+                                                                       std::string_view macroName) {
+  const PropertyList contents = PropertyList::dictionary(
+      {{keys::MacroID, ofMacroAtIndex}, {keys::MacroName, macroName}, {keys::Sequence, sequence}});
+  const auto status = statusOf(MessageID::ReplaceMacroSequence, envelope().with(requestKeys::MacroContents, contents));
+  return status ? std::optional(static_cast<vorn::ReturnStatus>(*status)) : std::nullopt;
+}
+
 void MouseMainController::removeEventAtIndex(int event, int forMacroAtIndex) {
   statusOf(MessageID::RemoveMacroEvent,
            envelope().with(requestKeys::MacroID, forMacroAtIndex).with(requestKeys::MacroEventTableIndex, event));

@@ -27,6 +27,10 @@ class MacroControllerDelegate {
   // The event dictionary; empty without an answer.
   virtual vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) = 0;
   virtual void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) = 0;
+  // Puts the whole sequence, a dictionary as in the macro's record, in the place of the macro's own. What the engine
+  // said: it refuses a macro of another name. None without a usable answer.
+  virtual std::optional<vorn::ReturnStatus> replaceSequence(const vorn::PropertyList& sequence, int ofMacroAtIndex,
+                                                            std::string_view macroName) = 0;
   virtual void removeEventAtIndex(int event, int forMacroAtIndex) = 0;
   virtual void removeAllEventsForMacroAtIndex(int macro) = 0;
   // delay in milliseconds, or the row whose delay every event takes; see the two entries of the details menu.

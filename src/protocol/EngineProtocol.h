@@ -52,6 +52,8 @@ enum class MessageID : std::int32_t {
   SetAllEventsDelay = 34,
   SetEventDelay = 37,
   ReleaseDevice = 38,
+  // Ours beyond what the mouse's own software has always asked for.
+  ReplaceMacroSequence = 101,
 };
 
 // Time-out of one message, there and back, and the wait for its answer.

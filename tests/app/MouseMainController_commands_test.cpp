@@ -103,6 +103,15 @@ const std::vector<Command>& commands() {
        request({{"macroID", 3}, {"delay", 0}, {"HasNoDelay", true}}), Follow::Nothing},
       {"set one delay", MessageID::SetEventDelay, [](Hub& hub) { hub.setNewDelay(999999, 5, 3); },
        request({{"delay", 999999}, {"sequenceIdx", 5}, {"macroID", 3}}), Follow::Nothing},
+      {"replace a macro's sequence", MessageID::ReplaceMacroSequence,
+       [](Hub& hub) {
+         hub.replaceSequence(PropertyList::dictionary({{"events", PropertyList::array()}}), 3, "Combo");
+       },
+       request({{"MacroContents", PropertyList::dictionary(
+                                      {{"macroID", 3},
+                                       {"MacroName", "Combo"},
+                                       {"sequence", PropertyList::dictionary({{"events", PropertyList::array()}})}})}}),
+       Follow::Nothing},
       {"start single-key recording", MessageID::StartSingleKeyRecording,
        [](Hub& hub) { hub.startSingleKeyRecording(); }, request({}), Follow::Nothing},
       {"stop single-key recording", MessageID::StopSingleKeyRecording, [](Hub& hub) { hub.stopSingleKeyRecording(); },

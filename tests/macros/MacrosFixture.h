@@ -49,6 +49,14 @@ class RecordingMacros : public MacroControllerDelegate {
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict) override {
     note(QStringLiteral("updateSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
   }
+  std::optional<vorn::ReturnStatus> replaceSequence(const PropertyList& sequence, int macro,
+                                                    std::string_view name) override {
+    note(QStringLiteral("replaceSequence(%1, %2, %3)")
+             .arg(text(sequence))
+             .arg(macro)
+             .arg(QString::fromStdString(std::string(name))));
+    return answerToReplace;
+  }
   void removeEventAtIndex(int event, int macro) override {
     note(QStringLiteral("removeEventAtIndex(%1, %2)").arg(event).arg(macro));
   }
@@ -82,6 +90,7 @@ class RecordingMacros : public MacroControllerDelegate {
   std::map<int, PropertyList> sequences;  // where they differ from it, by row
   bool answersDetails = true;
   std::optional<vorn::ReturnStatus> answerToAdd = vorn::ReturnStatus::Done;
+  std::optional<vorn::ReturnStatus> answerToReplace = vorn::ReturnStatus::Done;
   std::function<void(const QString& call)> onCall;  // during a call
 
  private:

@@ -116,6 +116,12 @@ void updateMacroEvent(EngineParts& parts, const Request& request, Reply reply) {
   });
 }
 
+void replaceMacroSequence(EngineParts& parts, const Request& request, Reply reply) {
+  change(parts, request, std::move(reply), "replace a sequence", [&](const PropertyList& bundle) {
+    return withReplacedSequence(bundle, request.body[requestKeys::MacroContents]);
+  });
+}
+
 void removeMacroEvent(EngineParts& parts, const Request& request, Reply reply) {
   change(parts, request, std::move(reply), "remove an event", [&](const PropertyList& bundle) {
     return withoutRow(bundle, macroID(request), request.body[requestKeys::MacroEventTableIndex]);

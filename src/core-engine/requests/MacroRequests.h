@@ -13,6 +13,7 @@ void deleteMacro(EngineParts& parts, const Request& request, Reply reply);
 Answer getMacroDetails(EngineParts& parts, const Request& request);  // "MacroSequences": the lines of all events
 Answer getMacroEvent(EngineParts& parts, const Request& request);    // "sequenceInMacro": the event of a row
 void updateMacroEvent(EngineParts& parts, const Request& request, Reply reply);
+void replaceMacroSequence(EngineParts& parts, const Request& request, Reply reply);
 void removeMacroEvent(EngineParts& parts, const Request& request, Reply reply);
 void removeAllMacroEvents(EngineParts& parts, const Request& request, Reply reply);
 void setEventDelay(EngineParts& parts, const Request& request, Reply reply);

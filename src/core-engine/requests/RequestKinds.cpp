@@ -37,6 +37,7 @@ constexpr RequestKind kinds[] = {
     {MessageID::SetAllEventsDelay, "set delay of all macro events", Products::Served, setAllEventsDelay},
     {MessageID::SetEventDelay, "set delay of one macro event", Products::Served, setEventDelay},
     {MessageID::ReleaseDevice, "release device", Products::Any, releaseDevice},
+    {MessageID::ReplaceMacroSequence, "replace a macro's sequence", Products::Served, replaceMacroSequence},
 };
 
 }  // namespace

@@ -137,6 +137,21 @@ MacroResult withReplacedEvent(const PropertyList& bundle, const PropertyList& ma
   });
 }
 
+MacroResult withReplacedSequence(const PropertyList& bundle, const PropertyList& contents) {
+  const PropertyList& macroID = contents[keys::MacroID];
+  MacroResult macro = macroAt(bundle, macroID);
+  if (macro.status != ReturnStatus::Done) return macro;
+  if (!contents[keys::MacroName].isString()) return refused(ReturnStatus::Malformed, "it tells no name of the macro");
+  if (contents[keys::MacroName] != macro.value[keys::MacroName]) {
+    return refused(ReturnStatus::OutOfRange, "the macro has another name");
+  }
+  // A missing one is no empty one.
+  if (!contents[keys::Sequence].isDictionary()) return refused(ReturnStatus::Malformed, "it brings no sequence");
+  const PropertyList edited = macro.value.with(keys::Sequence, contents[keys::Sequence]);
+  if (const auto complaint = complaintAboutRecord(edited)) return *complaint;
+  return {withMacro(bundle, macroID, edited)};
+}
+
 MacroResult withoutRow(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row) {
   if (row.toInt64() % 2 != 0) return withDelay(bundle, macroID, row, 0);
   return withEditedEvents(bundle, macroID, [&](const PropertyList& events) -> MacroResult {

@@ -131,6 +131,16 @@ TEST_F(MacroRequestsTest, GiveAndReplaceTheEventOfARow) {
   EXPECT_EQ(ask(MessageID::GetMacroEvent, {{"macroID", 0}, {"sequenceIdx", 0}}), status(ReturnStatus::OutOfRange));
 }
 
+TEST_F(MacroRequestsTest, ReplaceTheSequenceOfTheMacroOfThatName) {
+  const auto contents = [](const char* name) {
+    return PropertyList::dictionary({{"macroID", 1}, {"MacroName", name}, {"sequence", sequenceOf({keyPress(9, 5)})}});
+  };
+  EXPECT_EQ(ask(MessageID::ReplaceMacroSequence, {{"MacroContents", contents("c")}}), status(ReturnStatus::OutOfRange));
+  expectSettings(startBundle());
+  EXPECT_EQ(ask(MessageID::ReplaceMacroSequence, {{"MacroContents", contents("b")}}), done);
+  expectSettings(bundleWithMacros({macro("a", 0), macro("b", 1, {keyPress(9, 5)}), macro("c", 2)}));
+}
+
 TEST_F(MacroRequestsTest, RemoveEventsByRow) {
   EXPECT_EQ(ask(MessageID::RemoveMacroEvent, {{"macroID", 1}, {"macroEventTableIndex", 1}}), done);
   expectSettings(bundleWithMacros({macro("a", 0), macro("b", 1, {keyPress(4, 0), keyRelease(4, 0)}), macro("c", 2)}));
@@ -383,7 +393,7 @@ TEST(MacroRequestsWithoutSettingsTest, SayThatThereAreNone) {
       encodeBinaryPropertyList(
           PropertyList::dictionary({{"ResponseMsgPortName", client}, {"macroID", 0}, {"IndexOfMacroSequence", 0}}))
           .value();
-  for (const std::int32_t message : {18, 22, 23, 24, 25, 27, 28, 32, 33, 34, 37}) {
+  for (const std::int32_t message : {18, 22, 23, 24, 25, 27, 28, 32, 33, 34, 37, 101}) {
     dispatcher.receive({message, request, ":1.1"});
     EXPECT_EQ(without.ports.answers.back(), (MemoryPorts::Answer{client, message, status(ReturnStatus::NoSettings)}));
   }
@@ -420,7 +430,7 @@ TEST(MacroRequestsRandomTest, KeepTheSettingsWholeWhateverIsAsked) {
     }
     return result;
   }();
-  ASSERT_EQ(handlers.size(), 16U);
+  ASSERT_EQ(handlers.size(), 17U);
   std::map<ReturnStatus, int> counts;
   for (int i = 0; i < 3'000; ++i) {
     PropertyList body = PropertyList::dictionary({{"ResponseMsgPortName", random() % 4 == 0 ? "A" : "B"}});

@@ -218,6 +218,48 @@ TEST(MacroRulesTest, KeepWhatElseStandsInTheSequence) {
             odd.with("sequence", sequenceOf({}).with("speed", 2)));
 }
 
+PropertyList replacement(const PropertyList& macroID, const PropertyList& name, const PropertyList& sequence) {
+  return dictionary({{"macroID", macroID}, {"MacroName", name}, {"sequence", sequence}});
+}
+
+TEST(MacroRulesTest, ReplaceTheWholeSequenceOfAMacro) {
+  const PropertyList sequence = sequenceOf({keyPress(5, 7), keyRelease(5, 8)}).with("speed", 2);
+  expectChanged(withReplacedSequence(threeMacros(), replacement(1, "b", sequence)),
+                bundleWithMacros({macro("a", 0), macro("b", 1).with("sequence", sequence), macro("c", 2)}));
+  expectChanged(withReplacedSequence(threeMacros(), replacement(1, "b", sequenceOf({}))), withEvents({}));
+}
+
+TEST(MacroRulesTest, ReplaceNoSequenceOfAMacroWithAnotherName) {
+  const PropertyList before = threeMacros();
+  for (const char* name : {"a", "c", "B", ""}) {
+    expectRefused(withReplacedSequence(before, replacement(1, name, sequenceOf({}))), ReturnStatus::OutOfRange,
+                  "the macro has another name");
+  }
+  expectRefused(withReplacedSequence(before, replacement(1, 5, sequenceOf({}))), ReturnStatus::Malformed,
+                "it tells no name of the macro");
+  for (const std::int64_t number : {-1, 3}) {
+    expectRefused(withReplacedSequence(before, replacement(number, "b", sequenceOf({}))), ReturnStatus::OutOfRange,
+                  "there is no macro " + std::to_string(number));
+  }
+  expectRefused(withReplacedSequence(before, {}), ReturnStatus::Malformed, "it names no macro");
+}
+
+TEST(MacroRulesTest, ReplaceASequenceByTheRulesOfAnAddedMacro) {
+  const PropertyList before = threeMacros();
+  const auto replaced = [&](const PropertyList& sequence) {
+    return withReplacedSequence(before, replacement(1, "b", sequence));
+  };
+  expectRefused(replaced({}), ReturnStatus::Malformed, "it brings no sequence");
+  expectRefused(replaced(PropertyList::array()), ReturnStatus::Malformed, "it brings no sequence");
+  expectRefused(replaced(dictionary({{"events", 5}})), ReturnStatus::Malformed, "its events are no array");
+  expectRefused(replaced(sequenceOf({keyPress(4), macroEvent(1, 0, 9, 10)})), ReturnStatus::Malformed,
+                "its event 2 is none");
+  const Events most(maximumMacroEvents, keyPress(4));
+  EXPECT_EQ(replaced(sequenceOf(most)).status, ReturnStatus::Done);
+  const Events more(maximumMacroEvents + 1, keyPress(4));
+  expectRefused(replaced(sequenceOf(more)), ReturnStatus::TooLarge, "the macro has too many events");
+}
+
 TEST(MacroRulesTest, RefusePositionsThatAreNone) {
   const PropertyList before = threeMacros();
   const auto everyOne = [&](const PropertyList& macroID, const PropertyList& row) {
