@@ -24,6 +24,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(lastReturnStatus
     "the engine left out values that it cannot use",
     "nothing is running or recorded",
     "no mouse was connected, and the settings have not been read since",
+    "the profiles have changed meanwhile",
 };
 
 Result<std::int64_t> positionNamed(const PropertyList& records, std::string_view nameKey, std::string_view noun,

@@ -54,6 +54,7 @@ enum class MessageID : std::int32_t {
   ReleaseDevice = 38,
   // Ours beyond what the mouse's own software has always asked for.
   ReplaceMacroSequence = 101,
+  ReorderProfiles = 102,
 };
 
 // Time-out of one message, there and back, and the wait for its answer.
@@ -75,6 +76,9 @@ inline constexpr Key DefaultVrPlistPath = "DefaultVrPlistPath";
 inline constexpr Key ProfileID = "ProfileID";
 inline constexpr Key DeviceSettingsDictionary = "DeviceSettingsDictionary";
 inline constexpr Key AllProfiles = "AllProfiles";
+// The position now of the profile at each place then, and the names in the order of now, as the client saw them.
+inline constexpr Key ProfileOrder = "ProfileOrder";
+inline constexpr Key ProfileNames = "ProfileNames";
 inline constexpr Key MacroContents = "MacroContents";
 inline constexpr Key MacroID = "macroID";
 inline constexpr Key IsAppendRecording = "isAppendRecording";

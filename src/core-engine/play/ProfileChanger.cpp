@@ -100,6 +100,10 @@ void ProfileChanger::profileDeleted(std::int64_t profileID) {
   }
 }
 
+void ProfileChanger::profilesReordered(const ProfileOrder& order) {
+  for (HeldChange& each : mHeldChanges) each.profileID = placeInOrder(order, each.profileID);
+}
+
 void ProfileChanger::profilesReplaced(const PropertyList& former) {
   std::erase_if(mHeldChanges, [&](const HeldChange& each) {
     const PropertyList& before = former.at(each.profileID);

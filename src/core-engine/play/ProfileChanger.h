@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "core-engine/storage/SettingsStore.h"
+#include "model/ProfileOrder.h"
 #include "model/PropertyList.h"
 
 namespace vorn::engine {
@@ -42,6 +43,8 @@ class ProfileChanger {
 
   // A profile was deleted: what was changed in it is forgotten, what was changed in one behind it moves up with it.
   void profileDeleted(std::int64_t profileID);
+  // The profiles stand in another order now: what was changed in one goes with it.
+  void profilesReordered(const ProfileOrder& order);
   // All profiles were replaced, these former ones (an array of records): forgets what was changed in a profile that has
   // now another name or another value in the place of what was changed.
   void profilesReplaced(const PropertyList& former);

@@ -8,6 +8,7 @@
 #include "core-engine/requests/SettingsRequests.h"
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/ProfileRules.h"
+#include "model/ProfileOrder.h"
 #include "model/SettingsKeys.h"
 #include "protocol/ReturnStatus.h"
 
@@ -89,6 +90,17 @@ void replaceAllProfiles(EngineParts& parts, const Request& request, Reply reply)
   };
   changeProfiles(parts, request, std::move(reply), "replace all profiles", replace,
                  [&parts, former = parts.store.bundle()[keys::Profiles]] { parts.profiles.profilesReplaced(former); });
+}
+
+void reorderProfiles(EngineParts& parts, const Request& request, Reply reply) {
+  const PropertyList& order = request.body[requestKeys::ProfileOrder];
+  const auto reorder = [&](const PropertyList& bundle) {
+    return withReorderedProfiles(bundle, order, request.body[requestKeys::ProfileNames]);
+  };
+  const auto follow = [&parts, &order] {
+    parts.profiles.profilesReordered(orderOfRecord(order).value_or(ProfileOrder()));
+  };
+  changeProfiles(parts, request, std::move(reply), "reorder profiles", reorder, follow);
 }
 
 void deleteProfile(EngineParts& parts, const Request& request, Reply reply) {

@@ -13,6 +13,8 @@ void addProfile(EngineParts& parts, const Request& request, Reply reply);
 void updateProfile(EngineParts& parts, const Request& request, Reply reply);
 // "AllProfiles": the new profiles.
 void replaceAllProfiles(EngineParts& parts, const Request& request, Reply reply);
+// "ProfileOrder": the position now of the profile at each place then; "ProfileNames": those that the client saw.
+void reorderProfiles(EngineParts& parts, const Request& request, Reply reply);
 // "ProfileID". The last profile stays.
 void deleteProfile(EngineParts& parts, const Request& request, Reply reply);
 // "ProfileID": the profile to put in force.

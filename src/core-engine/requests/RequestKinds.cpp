@@ -36,6 +36,7 @@ constexpr RequestKind kinds[] = {
     {MessageID::RemoveAllMacroEvents, "remove all macro events", Products::Served, removeAllMacroEvents},
     {MessageID::SetAllEventsDelay, "set delay of all macro events", Products::Served, setAllEventsDelay},
     {MessageID::SetEventDelay, "set delay of one macro event", Products::Served, setEventDelay},
+    {MessageID::ReorderProfiles, "reorder profiles", Products::Served, reorderProfiles},
     {MessageID::ReleaseDevice, "release device", Products::Any, releaseDevice},
     {MessageID::ReplaceMacroSequence, "replace a macro's sequence", Products::Served, replaceMacroSequence},
 };

@@ -9,6 +9,7 @@
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/SensitivityRules.h"
 #include "model/ProfileKeys.h"
+#include "model/ProfileOrder.h"
 #include "model/RecordLimits.h"
 #include "model/SettingsKeys.h"
 #include "protocol/EngineProtocol.h"
@@ -186,6 +187,21 @@ ProfileChange withReplacedProfiles(const PropertyList& bundle, const PropertyLis
   const PropertyList replaced = bundle.with(keys::Profiles, PropertyList::array(std::move(profiles)));
   return {active > last ? withActive(replaced, last) : replaced,
           complaints.empty() ? ReturnStatus::Done : ReturnStatus::PartlyRefused, std::move(complaints)};
+}
+
+ProfileChange withReorderedProfiles(const PropertyList& bundle, const PropertyList& order, const PropertyList& names) {
+  const auto positions = orderOfRecord(order);
+  if (!positions || order.size() != names.size() || !names.isArray()) {
+    return refused(ReturnStatus::Malformed, takes(requestKeys::ProfileOrder, "each position once, as many as names"),
+                   order.description(100));
+  }
+  const PropertyList& profiles = bundle[keys::Profiles];
+  if (profileNames(profiles) != names) {
+    return refused(ReturnStatus::Outdated, "the profiles are others than the client saw", names.description(100));
+  }
+  const std::int64_t active = bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64();
+  return {
+      withActive(bundle.with(keys::Profiles, profilesInOrder(profiles, *positions)), placeInOrder(*positions, active))};
 }
 
 ProfileChange withoutProfile(const PropertyList& bundle, const PropertyList& profileID) {

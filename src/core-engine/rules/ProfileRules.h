@@ -42,6 +42,11 @@ ProfileChange withUpdatedProfile(const PropertyList& bundle, const PropertyList&
 ProfileChange withReplacedProfiles(const PropertyList& bundle, const PropertyList& records,
                                    const PropertyList& factoryProfile);
 
+// Puts the profiles into another order, a permutation (model/ProfileOrder.h). Assignments that switch to a profile and
+// the active position follow. names: those that the client saw, in the order of now; with others than there are now it
+// is refused as outdated, so that no other profile moves than was meant.
+ProfileChange withReorderedProfiles(const PropertyList& bundle, const PropertyList& order, const PropertyList& names);
+
 // The same profile stays active; in the place of the active one itself it is the one before, or the first.
 ProfileChange withoutProfile(const PropertyList& bundle, const PropertyList& profileID);
 

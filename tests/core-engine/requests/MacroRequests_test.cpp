@@ -424,7 +424,7 @@ TEST(MacroRequestsRandomTest, KeepTheSettingsWholeWhateverIsAsked) {
   const std::vector<RequestHandler> handlers = [] {
     std::vector<RequestHandler> result;
     for (const RequestKind& kind : requestKinds()) {
-      if (static_cast<std::int32_t>(kind.messageID) >= 18 && kind.messageID != MessageID::ReleaseDevice) {
+      if (kind.messageID >= MessageID::StartMacroRecording && kind.messageID < MessageID::ReleaseDevice) {
         result.push_back(kind.handler);
       }
     }

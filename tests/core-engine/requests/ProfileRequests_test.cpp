@@ -53,6 +53,10 @@ PropertyList addition(const PropertyList& record) {
   return dictionary({{"DeviceSettingsDictionary", record}});
 }
 
+PropertyList reordering(std::initializer_list<PropertyList> order, std::initializer_list<PropertyList> names) {
+  return dictionary({{"ProfileOrder", PropertyList::array(order)}, {"ProfileNames", PropertyList::array(names)}});
+}
+
 PropertyList update(std::int64_t profileID, const PropertyList& settings) {
   return dictionary({{"ProfileID", profileID}, {"DeviceSettingsDictionary", settings}});
 }
@@ -86,6 +90,7 @@ std::vector<Example> examples() {
        profilesNamed({"A"})},
       {MessageID::DeleteProfile, dictionary({{"ProfileID", 0}}), profilesNamed({"two"})},
       {MessageID::SwitchProfile, dictionary({{"ProfileID", 1}}), profilesNamed({"one", "two"}, 1)},
+      {MessageID::ReorderProfiles, reordering({1, 0}, {"one", "two"}), profilesNamed({"two", "one"}, 1)},
   };
 }
 
@@ -165,6 +170,7 @@ TEST(ProfileRequestsTest, WriteNothingWhereNothingChanges) {
   EXPECT_EQ(engine.answerTo(MessageID::SwitchProfile, dictionary({{"ProfileID", 1}})), answer(settings));
   EXPECT_EQ(engine.answerTo(MessageID::UpdateProfile, update(0, profile("one"))), answer(settings));
   EXPECT_EQ(engine.answerTo(MessageID::UpdateProfile, update(0, dictionary({}))), answer(settings));
+  EXPECT_EQ(engine.answerTo(MessageID::ReorderProfiles, reordering({0, 1}, {"one", "two"})), answer(settings));
   EXPECT_EQ(engine.disk.operations(), 0);
 }
 
@@ -195,6 +201,10 @@ TEST(ProfileRequestsTest, ChangeNothingWithBadInputAndTellItOnce) {
       {MessageID::DeleteProfile, dictionary({{"ProfileID", "1"}}), 2,
        "delete profile: \"ProfileID\" takes an integer (\"1\")"},
       {MessageID::SwitchProfile, dictionary({{"ProfileID", -1}}), 3, "switch profile: there is no such profile (-1)"},
+      {MessageID::ReorderProfiles, reordering({1, 1}, {"one", "two"}), 2,
+       "reorder profiles: \"ProfileOrder\" takes each position once, as many as names ([1, 1])"},
+      {MessageID::ReorderProfiles, reordering({1, 0}, {"two", "one"}), 9,
+       "reorder profiles: the profiles are others than the client saw ([\"two\", \"one\"])"},
   };
   for (const Bad& bad : requests) {
     Engine engine;

@@ -10,6 +10,7 @@
 #include "core-engine/requests/RequestDispatcher.h"
 #include "core-engine/rules/BundleRules.h"
 #include "model/Controls.h"
+#include "model/ProfileOrder.h"
 #include "model/PropertyListCodec.h"
 #include "model/SettingsKeys.h"
 
@@ -81,6 +82,12 @@ class RequestDispatcherRandomTest : public testing::TestWithParam<unsigned>, pro
          {"sequence", PropertyList::dictionary({{"events", PropertyList::array({event, event})}})}});
   }
 
+  // Of as many profiles as there are, and now and then of one more.
+  PropertyList anyOrder() {
+    const std::size_t count = store.bundle()[keys::Profiles].size() + (below(8) == 0 ? 1 : 0);
+    return orderRecord(orderAfterMove(count, below(count), below(count)));
+  }
+
   PropertyList anyBody() {
     PropertyList body = PropertyList::dictionary({{"ProductID", below(20) == 0 ? 31 : 273},
                                                   {"ResponseMsgPortName", port},
@@ -102,6 +109,7 @@ class RequestDispatcherRandomTest : public testing::TestWithParam<unsigned>, pro
       const PropertyList& present = store.bundle()[keys::Profiles];
       body = body.with("AllProfiles", present.replacing(0, present.at(0).with("further", anyScalar())));
     }
+    body = body.with("ProfileOrder", anyOrder()).with("ProfileNames", profileNames(store.bundle()[keys::Profiles]));
     // Now and then a key is missing or has another type.
     const auto names = body.keys();
     const std::string name(names[below(names.size())]);
@@ -143,7 +151,7 @@ class RequestDispatcherRandomTest : public testing::TestWithParam<unsigned>, pro
 // Four times as many as each of them does; they run beside each other.
 TEST_P(RequestDispatcherRandomTest, NeverBreakTheSettings) {
   static constexpr std::int32_t messages[] = {0,  37, 37, 4,  5,  6,  6,  6,  6,  7,  9,  10, 10, 14, 15, 16, 18, 19,
-                                              20, 21, 22, 23, 24, 25, 27, 28, 29, 30, 32, 33, 34, 37, 38, 11, 99};
+                                              20, 21, 22, 23, 24, 25, 27, 28, 29, 30, 32, 33, 34, 37, 38, 11, 99, 102};
   ports.names = {port};
   store.fill(bundle("Start"));
   PropertyList last;
@@ -166,7 +174,7 @@ TEST_P(RequestDispatcherRandomTest, NeverBreakTheSettings) {
     ASSERT_EQ(stored(), last) << "after request " << round;
   }
   // Requests that are all refused would break nothing either.
-  for (const std::int32_t message : {5, 6, 7, 9, 10, 22, 23, 24, 25, 32, 33, 34, 37})
+  for (const std::int32_t message : {5, 6, 7, 9, 10, 22, 23, 24, 25, 32, 33, 34, 37, 102})
     EXPECT_TRUE(changing.contains(message)) << message;
 }
 

@@ -434,6 +434,35 @@ TEST(ProfileRulesReplacedProfilesTest, AreRefusedTogether) {
       ReturnStatus::TooLarge, {"the record is larger than 1 MiB or has more than 32 levels", ""});
 }
 
+TEST(ProfileRulesReorderedProfilesTest, LeaveTheSameProfileActive) {
+  expectDone(withReorderedProfiles(profiles({"1", "2", "3"}, 2), list({2, 0, 1}), list({"1", "2", "3"})),
+             profiles({"3", "1", "2"}, 0));
+  expectDone(withReorderedProfiles(profiles({"1", "2", "3"}, 0), list({0, 2, 1}), list({"1", "2", "3"})),
+             profiles({"1", "3", "2"}, 0));
+}
+
+TEST(ProfileRulesReorderedProfilesTest, AreThoseThatTheClientSaw) {
+  const PropertyList before = profiles({"1", "2"}, 1);
+  for (const PropertyList& names : {list({"2", "1"}), list({"1", "3"})}) {
+    expectRefused(withReorderedProfiles(before, list({1, 0}), names), ReturnStatus::Outdated,
+                  {"the profiles are others than the client saw", names.description()});
+  }
+  expectRefused(withReorderedProfiles(before, list({2, 1, 0}), list({"1", "2", "3"})), ReturnStatus::Outdated,
+                {"the profiles are others than the client saw", list({"1", "2", "3"}).description()});
+}
+
+TEST(ProfileRulesReorderedProfilesTest, AreEachNamedOnce) {
+  const PropertyList names = list({"1", "2"});
+  for (const PropertyList& order :
+       {PropertyList(), PropertyList(1), list({}), list({0}), list({0, 0}), list({0, 2}), list({0, -1}), list({0, 1.0}),
+        list({"0", "1"}), list({0, 1, 2}), list({0, true})}) {
+    expectRefused(withReorderedProfiles(profiles({"1", "2"}), order, names), ReturnStatus::Malformed,
+                  {"\"ProfileOrder\" takes each position once, as many as names", order.description(100)});
+  }
+  expectRefused(withReorderedProfiles(profiles({"1", "2"}), list({1, 0}), {}), ReturnStatus::Malformed,
+                {"\"ProfileOrder\" takes each position once, as many as names", list({1, 0}).description(100)});
+}
+
 TEST(ProfileRulesRemovedProfileTest, LeavesTheSameProfileActive) {
   expectDone(withoutProfile(profiles({"1", "2", "3"}, 2), 0), profiles({"2", "3"}, 1));
   expectDone(withoutProfile(profiles({"1", "2", "3"}, 0), 2), profiles({"1", "2"}, 0));
