@@ -49,10 +49,10 @@ class RecordingMacros : public MacroControllerDelegate {
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict) override {
     note(QStringLiteral("updateSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
   }
-  std::optional<vorn::ReturnStatus> replaceSequence(const PropertyList& sequence, int macro,
+  std::optional<vorn::ReturnStatus> replaceSequence(const PropertyList& whole, int macro,
                                                     std::string_view name) override {
     note(QStringLiteral("replaceSequence(%1, %2, %3)")
-             .arg(text(sequence))
+             .arg(text(whole))
              .arg(macro)
              .arg(QString::fromStdString(std::string(name))));
     return answerToReplace;
