@@ -39,7 +39,7 @@ std::string assignment(const PropertyList& entry) {
   const auto control = std::find_if(controls.begin(), controls.end(), [&](const Control& each) {
     return each.identifier == entry[words::Control].string();
   });
-  if (control == controls.end()) return std::to_string(entry[words::Count].toInt64()) + " controls" + place(entry);
+  if (control == controls.end()) return std::to_string(entry[words::Count].toInt64()) + " assignments" + place(entry);
   const PropertyList record = PropertyList::dictionary({{keys::Command, entry[words::Command]},
                                                         {keys::Param1, entry[words::Param1]},
                                                         {keys::Param2, entry[words::Param2]}});
@@ -60,7 +60,7 @@ struct ValueWords {
 
 constexpr ValueWords valueWords[] = {
     {kinds::KeymapInForce, "Keymap in force"},
-    {kinds::ProfileChanged, "Settings"},
+    {kinds::ProfileChanged, "Several settings"},
     {kinds::Sensitivity, "Sensitivity"},
     {kinds::Stages, "Sensitivity stages"},
     {kinds::PollingRate, "Polling rate"},
@@ -87,6 +87,9 @@ std::string wordsOfChange(const PropertyList& entry) {
   if (kind == kinds::MacroDeleted) return macros() + " deleted";
   if (kind == kinds::MacroRenamed) return macros() + " renamed to " + quoted(entry[words::NewName]);
   if (kind == kinds::MacroEvents) return "Events of macro " + quoted(entry[words::Macro]);
+  if (kind == kinds::MacroDelays) return "Delays of macro " + quoted(entry[words::Macro]);
+  if (kind == kinds::MacroRecorded) return macros() + " recorded";
+  if (kind == kinds::MacroEventsRemoved) return "All events of macro " + quoted(entry[words::Macro]) + " removed";
   const auto* const value = std::find_if(std::begin(valueWords), std::end(valueWords),
                                          [&](const ValueWords& each) { return each.kind == kind; });
   return std::string(value == std::end(valueWords) ? "Settings" : value->words) + place(entry);

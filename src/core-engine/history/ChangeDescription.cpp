@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "model/Assignments.h"
+#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 #include "protocol/History.h"
 
@@ -61,7 +63,8 @@ kinds::Kind kindOfKey(std::string_view key) {
 // Collects what the edits are about.
 class Description {
  public:
-  Description(const PropertyList& before, const PropertyList& after) : mBefore(before), mAfter(after) {}
+  Description(const PropertyList& before, const PropertyList& after, MessageID request)
+      : mBefore(before), mAfter(after), mRequest(request) {}
 
   void note(const Edit& edit) {
     const auto place = edit.place.elements();
@@ -78,7 +81,7 @@ class Description {
       if (kindOfKey(key) == kinds::Assignment) noteAssignment(edit);
     } else if (top == keys::Macros) {
       mChangedMacros.insert(second.toInt64());
-      mKinds.insert(key == keys::MacroName ? kinds::MacroRenamed : kinds::MacroEvents);
+      mKinds.insert(kindOfMacroEdit(edit));
     } else if (second.string() == keys::ActiveProfile) {
       // A profile that comes or goes takes it along.
       mIsSwitch = edit.before != edit.after;
@@ -145,8 +148,10 @@ class Description {
     if (mKinds.empty()) return described(kinds::Settings, {});
     if (!mChangedMacros.empty()) return ofMacro();
     const PropertyList profile = changedProfile();
-    const kinds::Kind kind = *mKinds.begin();
-    if (mKinds.size() > 1) {
+    // Another stage has its own sensitivity.
+    const bool isOfStage = mKinds == std::set<kinds::Kind>{kinds::Sensitivity, kinds::Stages};
+    const kinds::Kind kind = isOfStage ? kinds::Stages : *mKinds.begin();
+    if (mKinds.size() > 1 && !isOfStage) {
       return described(mChangedProfiles.size() == 1 ? kinds::ProfileChanged : kinds::Settings,
                        {{words::Profile, profile[keys::ProfileName]}});
     }
@@ -162,7 +167,19 @@ class Description {
         kind, {{words::Profile, profile[keys::ProfileName]}, {words::NewName, newName}, {words::Keymap, keymap}});
   }
 
+  kinds::Kind kindOfMacroEdit(const Edit& edit) const {
+    const std::span<const PropertyList> place = edit.place.elements();
+    if (place[2].string() == keys::MacroName) return kinds::MacroRenamed;
+    if (mRequest == MessageID::SaveRecordedEvents) return kinds::MacroRecorded;
+    if (macroEvents(mAfter[keys::Macros].at(place[1].toInt64())).isEmpty()) return kinds::MacroEventsRemoved;
+    const bool isOfEvent = place[2].string() == keys::Sequence && place.size() > 3;
+    return isOfEvent && place.back().string() == keys::Delay ? kinds::MacroDelays : kinds::MacroEvents;
+  }
+
   PropertyList ofMacro() const {
+    if (mChangedMacros.size() == 1 && mKinds == std::set<kinds::Kind>{kinds::MacroDelays, kinds::MacroEvents}) {
+      return described(kinds::MacroEvents, {{words::Macro, changedMacro()[keys::MacroName]}});
+    }
     if (mKinds.size() > 1 || mChangedMacros.size() > 1 || !mChangedProfiles.empty()) {
       return described(kinds::Settings, {});
     }
@@ -170,9 +187,10 @@ class Description {
     const kinds::Kind kind = *mKinds.begin();
     const PropertyList newName =
         kind == kinds::MacroRenamed ? mAfter[keys::Macros].at(position)[keys::MacroName] : PropertyList();
-    return described(kind,
-                     {{words::Macro, mBefore[keys::Macros].at(position)[keys::MacroName]}, {words::NewName, newName}});
+    return described(kind, {{words::Macro, changedMacro()[keys::MacroName]}, {words::NewName, newName}});
   }
+
+  const PropertyList& changedMacro() const { return mBefore[keys::Macros].at(*mChangedMacros.begin()); }
 
   // As it was called before the change; none where there are several.
   PropertyList changedProfile() const {
@@ -228,6 +246,7 @@ class Description {
 
   const PropertyList& mBefore;
   const PropertyList& mAfter;
+  MessageID mRequest;
   Records mProfiles;
   Records mMacros;
   std::set<std::int64_t> mChangedProfiles;
@@ -241,8 +260,9 @@ class Description {
 
 }  // namespace
 
-PropertyList descriptionOf(const Edits& edits, const PropertyList& before, const PropertyList& after) {
-  Description description(before, after);
+PropertyList descriptionOf(const Edits& edits, const PropertyList& before, const PropertyList& after,
+                           MessageID request) {
+  Description description(before, after, request);
   for (const Edit& edit : edits) description.note(edit);
   return description.take();
 }

@@ -4,11 +4,13 @@
 
 #include "core-engine/history/SettingsEdits.h"
 #include "model/PropertyList.h"
+#include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
 
 // A dictionary with "kind" and those of the other words that apply. edits: those that lead from one bundle to the
-// other.
-PropertyList descriptionOf(const Edits& edits, const PropertyList& before, const PropertyList& after);
+// other; request: what asked for them.
+PropertyList descriptionOf(const Edits& edits, const PropertyList& before, const PropertyList& after,
+                           MessageID request);
 
 }  // namespace vorn::engine

@@ -69,7 +69,7 @@ void History::add(const PropertyList& before, const PropertyList& after, const C
   mEntries.resize(undoneFrom());
   mUndone = 0;
   if (mEntries.size() == maximumEntries) mEntries.pop_front();
-  PropertyList description = descriptionOf(edits, before, after);
+  PropertyList description = descriptionOf(edits, before, after, origin.request);
   mEntries.push_back({++mLastID, mClock(), origin.sourceApp, std::move(description), std::move(edits)});
   mGesture = {origin, before, mScheduler.now()};
   changed();
@@ -77,7 +77,7 @@ void History::add(const PropertyList& before, const PropertyList& after, const C
 
 bool History::replaceLast(const PropertyList& after) {
   Edits edits = editsBetween(mGesture->before, after);
-  PropertyList description = descriptionOf(edits, mGesture->before, after);
+  PropertyList description = descriptionOf(edits, mGesture->before, after, mGesture->origin.request);
   Entry& last = mEntries.back();
   // A step that is about something else than the gesture is a change of its own.
   const bool isSame =

@@ -14,8 +14,9 @@ PropertyList words(std::initializer_list<PropertyList::Pair> entries) {
   return PropertyList::dictionary(entries);
 }
 
-PropertyList described(const PropertyList& before, const PropertyList& after) {
-  return descriptionOf(editsBetween(before, after), before, after);
+PropertyList described(const PropertyList& before, const PropertyList& after,
+                       MessageID request = MessageID::UpdateProfile) {
+  return descriptionOf(editsBetween(before, after), before, after, request);
 }
 
 // What settings for the second profile are called.
@@ -71,7 +72,14 @@ TEST(ChangeDescriptionTest, MacrosThatComeGoAndChange) {
   EXPECT_EQ(described(before, withoutMacro(before, 1).value), words({{"kind", "macroDeleted"}, {"macro", "Macro 2"}}));
   EXPECT_EQ(described(before, withRenamedMacro(before, 1, "Jump").value),
             words({{"kind", "macroRenamed"}, {"macro", "Macro 2"}, {"newName", "Jump"}}));
-  EXPECT_EQ(described(before, withoutEvents(before, 2).value), words({{"kind", "macroEvents"}, {"macro", "Macro 3"}}));
+  EXPECT_EQ(described(before, withoutRow(before, 2, 0).value), words({{"kind", "macroEvents"}, {"macro", "Macro 3"}}));
+  EXPECT_EQ(described(before, withoutEvents(before, 2).value),
+            words({{"kind", "macroEventsRemoved"}, {"macro", "Macro 3"}}));
+  EXPECT_EQ(described(before, withDelay(before, 2, 3, 555).value),
+            words({{"kind", "macroDelays"}, {"macro", "Macro 3"}}));
+  EXPECT_EQ(described(before, withRecordedEvents(before, 2, before["Macros"].at(1)["sequence"]["events"], true).value,
+                      MessageID::SaveRecordedEvents),
+            words({{"kind", "macroRecorded"}, {"macro", "Macro 3"}}));
 }
 
 TEST(ChangeDescriptionTest, ADeletedMacroIsItsOwnNewsWhateverAssignmentsItTakesAlong) {
@@ -85,6 +93,7 @@ TEST(ChangeDescriptionTest, ValuesOfAProfileAreNamedByWhatTheySet) {
   const std::pair<const char*, PropertyList> values[] = {
       {"sensitivity", words({{"DPIX", 1300}})},
       {"stages", words({{"StageValue", 2}})},
+      {"stages", words({{"StageValue", 2}, {"DPIX", 1300}, {"DPIY", 1300}})},
       {"pollingRate", words({{"PollingRate", 125}})},
       {"acceleration", words({{"Acceleration", 9}, {"AccelerationOn", 1}})},
       {"light", words({{"ScrollLED", 0}, {"BrightnessKBNormal", 1}})},

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core-engine/history/History.h"
 #include "core-engine/requests/Farewell.h"
 #include "core-engine/requests/RequestDispatcher.h"
 #include "core-engine/requests/RequestIntake.h"
@@ -74,6 +75,36 @@ TEST_F(RequestDispatcherSavingTest, AnswersAChangeAndServesTheNextRequestWhenItI
   parts.store.settle();
   EXPECT_EQ(parts.ports.answers.size(), 3U);
   EXPECT_EQ(parts.ports.answers.back(), (MemoryPorts::Answer{"One", 6, changed("newer")}));
+  EXPECT_TRUE(intake.isEmpty());
+}
+
+TEST_F(RequestDispatcherSavingTest, TakesAChangeBackBehindTheRequestsOfTheSameConnection) {
+  History history{parts.store, parts.scheduler, [] { return std::int64_t{0}; }};
+  parts.store.setChangeHandler([&](const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
+    history.note(before, after, origin);
+  });
+  std::vector<History::Outcome> undone;
+  rename("One", "new");
+  rename("One", "newer");
+  EXPECT_TRUE(intake.receive(":1.One", [&](const std::function<void()>& done) {
+    history.undo([&undone, done](const History::Result& result) {
+      undone.push_back(result.outcome);
+      done();
+    });
+  }));
+  send("One", 4);
+  for (const char* name : {"new", "newer", "new"}) {
+    intake.serveNext();
+    held.awaitSync();
+    EXPECT_EQ(undone.size(), 0U);
+    held.goOn();
+    parts.store.settle();
+    EXPECT_EQ(parts.store.bundle(), bundle(name));
+  }
+  EXPECT_EQ(undone, std::vector{History::Outcome::Done});
+  EXPECT_EQ(parts.ports.answers.size(), 2U);
+  intake.serveNext();
+  EXPECT_EQ(parts.ports.answers.back().body["AllDevSettings"], bundle("new"));
   EXPECT_TRUE(intake.isEmpty());
 }
 
