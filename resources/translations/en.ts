@@ -973,6 +973,14 @@ For this profile, set the brightness to Off.</translation>
         <source>The mouse with its numbered controls</source>
         <translation>The mouse with its numbered controls</translation>
     </message>
+    <message id="lkeyMoveDown">
+        <source>Move Down</source>
+        <translation>Move Down</translation>
+    </message>
+    <message id="lkeyMoveUp">
+        <source>Move Up</source>
+        <translation>Move Up</translation>
+    </message>
     <message id="lkeyNew">
         <source>New</source>
         <translation>New</translation>
@@ -1145,9 +1153,21 @@ For this profile, set the brightness to Off.</translation>
         <source>Skarn profiles (%1)</source>
         <translation>Skarn profiles (%1)</translation>
     </message>
+    <message id="lkeyProfileIsFirst">
+        <source>It is the first profile.</source>
+        <translation>It is the first profile.</translation>
+    </message>
+    <message id="lkeyProfileIsLast">
+        <source>It is the last profile.</source>
+        <translation>It is the last profile.</translation>
+    </message>
     <message id="lkeyProfileMenu">
         <source>More for profiles</source>
         <translation>More for profiles</translation>
+    </message>
+    <message id="lkeyProfileMoved">
+        <source>“%1” is profile %2 now.</source>
+        <translation>“%1” is profile %2 now.</translation>
     </message>
     <message id="lkeyProfileNameColumn">
         <source>Name</source>
@@ -1161,6 +1181,10 @@ For this profile, set the brightness to Off.</translation>
         <source>“%1” is no longer the current profile</source>
         <translation>“%1” is no longer the current profile</translation>
     </message>
+    <message id="lkeyProfileNotMoved">
+        <source>“%1” was not moved. %2</source>
+        <translation>“%1” was not moved. %2</translation>
+    </message>
     <message id="lkeyProfileNumberColumn">
         <source>No.</source>
         <translation>No.</translation>
@@ -1168,6 +1192,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyProfileOnScreenDisplay">
         <source>Show the profile on screen when it changes</source>
         <translation>Show the profile on screen when it changes</translation>
+    </message>
+    <message id="lkeyProfilesChangedMeanwhile">
+        <source>The profiles have changed meanwhile. None was moved.</source>
+        <translation>The profiles have changed meanwhile. None was moved.</translation>
     </message>
     <message id="lkeyRecord">
         <source>Record</source>

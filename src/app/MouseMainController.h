@@ -191,6 +191,8 @@ class MouseMainController : public QObject,
   void updateProfileKeyInDictionaryWithDictionary(const vorn::PropertyList& profiles) override;
   void deleteProfileWithProfileID(int profileID) override;
   void switchProfileWithID(int profileID) override;
+  std::optional<vorn::ReturnStatus> reorderProfiles(const vorn::ProfileOrder& order,
+                                                    const vorn::PropertyList& names) override;
   // What the last successful add, update or switch would tell other programs: name, bundle and this application's
   // identifier. It is not sent anywhere.
   const vorn::PropertyList& changeNote() const { return mChangeNote; }
@@ -236,6 +238,9 @@ class MouseMainController : public QObject,
   std::optional<int> statusOf(vorn::MessageID messageID, const vorn::PropertyList& request,
                               std::chrono::milliseconds interval = vorn::pollInterval);
   // The bundle of a profile command's answer; none when the answer lacks it. The answer is taken out of the slot.
+  // Takes what the engine holds after the request, whatever it said of it. profileName: for the note of the change.
+  std::optional<vorn::ReturnStatus> changeProfiles(vorn::MessageID messageID, const vorn::PropertyList& request,
+                                                   std::string_view profileName);
   vorn::PropertyList bundleOf(vorn::MessageID messageID, const vorn::PropertyList& request);
   void applyChange(const vorn::PropertyList& bundle, std::string_view profileName);
   void takeBundle(const vorn::PropertyList& bundle);  // the working copy is replaced, and all tabs are redrawn

@@ -83,16 +83,29 @@ void MouseMainController::takeBundle(const PropertyList& bundle) {
 }
 
 std::optional<vorn::ReturnStatus> MouseMainController::addNewProfileWithSettings(const PropertyList& profile) {
-  const PropertyList answer =
-      sendAndWait(MessageID::AddProfile, envelope().with(requestKeys::DeviceSettingsDictionary, profile));
+  return changeProfiles(MessageID::AddProfile, envelope().with(requestKeys::DeviceSettingsDictionary, profile),
+                        profile[keys::ProfileName].string());
+}
+
+std::optional<vorn::ReturnStatus> MouseMainController::reorderProfiles(const vorn::ProfileOrder& order,
+                                                                       const PropertyList& names) {
+  return changeProfiles(
+      MessageID::ReorderProfiles,
+      envelope().with(requestKeys::ProfileOrder, vorn::orderRecord(order)).with(requestKeys::ProfileNames, names),
+      mDefaultProfileDict()[keys::ProfileName].string());
+}
+
+std::optional<vorn::ReturnStatus> MouseMainController::changeProfiles(MessageID messageID, const PropertyList& request,
+                                                                      std::string_view profileName) {
+  const PropertyList answer = sendAndWait(messageID, request);
   if (answer.isNone()) return std::nullopt;
   mServices.link.emptySlot();
-  // An engine that has added says at least what it holds now.
+  // An engine that has changed them says at least what it holds now.
   const PropertyList& bundle = answer[replyKeys::ReturnDictionary];
   const PropertyList& told = answer[replyKeys::ReturnStatus];
   const auto status = told.isNumber() ? static_cast<vorn::ReturnStatus>(told.toInt()) : vorn::ReturnStatus::Done;
   if (bundle.isDictionary()) {
-    if (vorn::isChanged(status)) noteChange(bundle, profile[keys::ProfileName].string());
+    if (vorn::isChanged(status)) noteChange(bundle, profileName);
     takeBundle(bundle);
   } else if (vorn::isChanged(status)) {
     return std::nullopt;

@@ -23,6 +23,7 @@ constexpr Command table[] = {
     {"profiles copy", "PROFILE [NAME]", 1, 2, "", "add a copy of a profile", copyProfile},
     {"profiles rename", "PROFILE NAME", 2, 2, "", "rename a profile", renameProfile},
     {"profiles delete", "PROFILE", 1, 1, "", "delete a profile", deleteProfile},
+    {"profiles move", "PROFILE POSITION", 2, 2, "", "put a profile at another place of the list", moveProfile},
     {"profiles export", "PROFILE FILE|-", 2, 2, "", "write a profile to FILE.SkarnProfile", exportProfile},
     {"profiles import", "FILE", 1, 1, "", "add the profile of a file", importProfile},
     {"get", "KEY|--list", 0, 1, "--profile --list", "print a value of a profile, e.g. DPIX or Stages/0/dpix", getValue},

@@ -1,6 +1,11 @@
+#include <cstddef>
+#include <utility>
+
 #include "ctl/Commands.h"
+#include "ctl/Numbers.h"
 #include "ctl/RecordFile.h"
 #include "ctl/Settings.h"
+#include "model/ProfileOrder.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
 
@@ -113,6 +118,23 @@ Outcome deleteProfile(Context& context, const Arguments& arguments) {
   if (!answer) return answer.failure();
   return keepReferences(context.engine, chosen->bundle, (*answer)[replyKeys::ReturnDictionary],
                         {AssignmentCommand::Profile, chosen->position, chosen->bundle[keys::Profiles].size()});
+}
+
+Outcome moveProfile(Context& context, const Arguments& arguments) {
+  const auto place = numberOf(arguments[1]);
+  if (!place) return Failure{ExitStatus::Usage, "\"" + arguments[1] + "\" is no position"};
+  const auto chosen = choose(context, arguments[0]);
+  if (!chosen) return chosen.failure();
+  const PropertyList& profiles = chosen->bundle[keys::Profiles];
+  if (*place < 1 || std::cmp_greater(*place, profiles.size())) {
+    return Failure{ExitStatus::Refused,
+                   "there is no position " + arguments[1] + "; the last is " + std::to_string(profiles.size())};
+  }
+  const ProfileOrder order =
+      orderAfterMove(profiles.size(), static_cast<std::size_t>(chosen->position), static_cast<std::size_t>(*place - 1));
+  return outcomeOf(change(context.engine, MessageID::ReorderProfiles,
+                          PropertyList::dictionary({{requestKeys::ProfileOrder, orderRecord(order)},
+                                                    {requestKeys::ProfileNames, profileNames(profiles)}})));
 }
 
 Outcome exportProfile(Context& context, const Arguments& arguments) {

@@ -8,7 +8,9 @@
 #include <optional>
 #include <utility>
 
+#include "model/ProfileOrder.h"
 #include "model/SettingsKeys.h"
+#include "platform/AddProblem.h"
 #include "platform/FilePanel.h"
 #include "platform/GoneAlert.h"
 #include "platform/Images.h"
@@ -47,10 +49,8 @@ MouseProfilesController::MouseProfilesController(QWidget* parent)
   setUpTable();
   setUpGearMenu();
   // What comes of the press comes before.
-  connect(mUi->mDeleteProfile, &QAbstractButton::released, this, &MouseProfilesController::forgetTarget,
-          Qt::QueuedConnection);
-  connect(mUi->mSettingsButton->menu(), &QMenu::aboutToHide, this, &MouseProfilesController::forgetTarget,
-          Qt::QueuedConnection);
+  const auto forgetTarget = [this] { mTarget.forget(); };
+  connect(mUi->mDeleteProfile, &QAbstractButton::released, this, forgetTarget, Qt::QueuedConnection);
   connect(mUi->mAddProfile, &QAbstractButton::clicked, this, [this] { clickAdd(); });
   connect(mUi->mDeleteProfile, &QAbstractButton::clicked, this, [this] { clickDelete(); });
   connect(mUi->mEnableOnScreenDisplay, &QAbstractButton::clicked, this, &MouseProfilesController::tickEnableOnScreen);
@@ -94,7 +94,7 @@ void MouseProfilesController::setUpTable() {
 
 void MouseProfilesController::setUpGearMenu() {
   PullDownButton* gear = mUi->mSettingsButton;
-  gear->setItems(profileMenuItems(), QStringLiteral("selectMenuItem"), [this](int tag) { selectMenuItem(tag); });
+  addMenuItems(*gear->menu());
   gear->setValidator([this](const QAction& item) { return validateMenuItem(item); });
   gear->menu()->setToolTipsVisible(true);
   connect(gear->menu(), &QMenu::aboutToShow, this, [this, gear] {
@@ -138,29 +138,21 @@ int MouseProfilesController::selectedRow() const {
 }
 
 int MouseProfilesController::targetRow() const {
-  const auto place = mTarget ? mTarget->placeIn(profilesArray) : std::nullopt;
-  return place ? static_cast<int>(*place) : selectedRow();
+  return mTarget.row(profilesArray, selectedRow());
 }
 
 int MouseProfilesController::takeTargetRow() {
-  const int row = targetRow();
-  mTarget.reset();
-  return row;
+  return mTarget.takeRow(profilesArray, selectedRow());
 }
 
 void MouseProfilesController::rememberTarget(int row) {
-  mTarget.emplace(profilesArray, row, keys::ProfileName);
-}
-
-void MouseProfilesController::forgetTarget() {
-  mTarget.reset();
+  mTarget.remember(profilesArray, row);
 }
 
 bool MouseProfilesController::isTargetGone() {
-  if (!mTarget || mTarget->placeIn(profilesArray)) return false;
-  showGoneAlert(sheetParent(), QString::fromStdString(mTarget->name()));
-  mTarget.reset();
-  return true;
+  const auto name = mTarget.takeGone(profilesArray);
+  if (name) showGoneAlert(sheetParent(), QString::fromStdString(*name));
+  return name.has_value();
 }
 
 void MouseProfilesController::endEdit() {
@@ -170,20 +162,11 @@ void MouseProfilesController::endEdit() {
   rememberTarget(row);
 }
 
-void MouseProfilesController::mean(int row) {
-  mMeant.emplace(profilesArray, row, keys::ProfileName);
-}
-
-std::optional<int> MouseProfilesController::takeMeantRow() {
-  if (!mMeant) return takeTargetRow();
-  const auto place = std::exchange(mMeant, std::nullopt)->placeIn(profilesArray);
-  return place ? std::optional(static_cast<int>(*place)) : std::nullopt;
-}
-
 std::optional<int> MouseProfilesController::takeConfirmedRow() {
-  const std::optional<vorn::RememberedRecord> meant = mMeant;
-  const std::optional<int> row = takeMeantRow();
-  if (!row) showGoneAlert(sheetParent(), QString::fromStdString(meant->name()));
+  if (!mTarget.hasSheet()) return takeTargetRow();
+  const QString name = QString::fromStdString(mTarget.nameOfSheet());
+  const std::optional<int> row = mTarget.takeSheet(profilesArray);
+  if (!row) showGoneAlert(sheetParent(), name);
   return row;
 }
 
@@ -340,12 +323,30 @@ void MouseProfilesController::explainControls() {
 // --- Menus
 
 void MouseProfilesController::addMenuItems(QMenu& menu) {
-  connect(&menu, &QMenu::aboutToHide, this, &MouseProfilesController::forgetTarget, Qt::QueuedConnection);
-  addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), [this](int tag) { selectMenuItem(tag); });
+  connect(
+      &menu, &QMenu::aboutToHide, this, [this] { mTarget.forget(); }, Qt::QueuedConnection);
+  addProfileItems(
+      menu, [this](int tag) { selectMenuItem(tag); }, [this](int tag) { selectListItem(tag); });
 }
 
 QString MouseProfilesController::reasonAgainst(int tag) const {
-  switch (static_cast<ProfileItem>(tag)) {
+  return tag < firstListItem ? reasonAgainst(static_cast<ProfileItem>(tag))
+                             : reasonAgainst(static_cast<ProfileListItem>(tag));
+}
+
+QString MouseProfilesController::reasonAgainst(ProfileListItem item) const {
+  const int row = targetRow();
+  switch (item) {
+    case ProfileListItem::MoveUp:
+      return row <= 0 ? localized("lkeyProfileIsFirst") : QString();
+    case ProfileListItem::MoveDown:
+      return row + 1 >= static_cast<int>(profilesArray.size()) ? localized("lkeyProfileIsLast") : QString();
+  }
+  return {};
+}
+
+QString MouseProfilesController::reasonAgainst(ProfileItem item) const {
+  switch (item) {
     case ProfileItem::New:
     case ProfileItem::Import:
     case ProfileItem::Copy:
@@ -400,6 +401,35 @@ void MouseProfilesController::selectMenuItem(int tag) {
   }
 }
 
+void MouseProfilesController::selectListItem(int tag) {
+  endEdit();
+  if (isTargetGone() || !reasonAgainst(tag).isEmpty()) return mTarget.forget();
+  const int row = takeTargetRow();
+  switch (static_cast<ProfileListItem>(tag)) {
+    case ProfileListItem::MoveUp:
+      return moveProfile(row, row - 1);
+    case ProfileListItem::MoveDown:
+      return moveProfile(row, row + 1);
+  }
+}
+
+void MouseProfilesController::moveProfile(int from, int to) {
+  if (!profileDelegate || from == to || profilesArray.at(from).isNone() || profilesArray.at(to).isNone()) return;
+  const QString name = shownName(textOf(profilesArray.at(from), keys::ProfileName));
+  mNeedsProfileEditing = false;
+  const auto order =
+      vorn::orderAfterMove(profilesArray.size(), static_cast<std::size_t>(from), static_cast<std::size_t>(to));
+  const auto status = profileDelegate->reorderProfiles(order, vorn::profileNames(profilesArray));
+  if (status == vorn::ReturnStatus::Done) {
+    mUi->mProfileNotice->say(localized("lkeyProfileMoved").arg(name, QString::number(to + 1)));
+  } else if (status == vorn::ReturnStatus::Outdated) {
+    mUi->mProfileNotice->say(localized("lkeyProfilesChangedMeanwhile"));
+  } else {
+    const QString reason = reasonAgainstAdding(vorn::RecordKind::Profile, status);
+    mUi->mProfileNotice->say(localized("lkeyProfileNotMoved").arg(name, reason));
+  }
+}
+
 // --- The table's cells
 
 QAbstractItemDelegate* MouseProfilesController::tableViewDataCellForTableColumn(const QString& column) const {
@@ -421,7 +451,7 @@ void MouseProfilesController::tableViewSetObjectValueForTableColumn(const QVaria
 void MouseProfilesController::showAlert(const char* title, const QString& informativeText, const char* action,
                                         int contextInfo) {
   const int row = takeTargetRow();
-  mean(row);
+  mTarget.openSheet(profilesArray, row);
   const QString name = shownName(textOf(profilesArray.at(row), keys::ProfileName));
   Alert::show(sheetParent(), localized(title).arg(name), informativeText, {localized(action), localized("lkeyCancel")},
               [tab = QPointer(this), contextInfo](int returnCode) {
@@ -463,7 +493,7 @@ void MouseProfilesController::sheetDidEnd(int returnCode, int contextInfo, const
   const bool isConfirmed =
       returnCode == (contextInfo == ExportContext ? FilePanel::okButton : Alert::firstButtonReturn);
   if (!isConfirmed) {
-    mMeant.reset();
+    mTarget.closeSheet();
     return;
   }
   if (contextInfo == ExportContext) {

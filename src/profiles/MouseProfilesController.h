@@ -19,8 +19,9 @@
 #include <string_view>
 
 #include "model/PropertyList.h"
-#include "model/RememberedRecord.h"
 #include "profiles/ProfileControllerDelegate.h"
+#include "profiles/ProfileMenu.h"
+#include "profiles/ProfileTarget.h"
 
 class QAbstractItemDelegate;
 class QAction;
@@ -90,11 +91,15 @@ class MouseProfilesController : public QWidget {
   void tickEnableOnScreen(bool on);
   // tag: of a menu item (ProfileMenu.h); any other does nothing.
   void selectMenuItem(int tag);
+  // The same of the items below those.
+  void selectListItem(int tag);
+  // Asks for a profile at another place, both rows of the table, and says what came of it.
+  void moveProfile(int from, int to);
   // Is this item of the gear menu enabled?
   bool validateMenuItem(const QAction& item) const;
   // Why a menu item is disabled while a mouse is connected, as a text for the user; empty when it is enabled.
   QString reasonAgainst(int tag) const;
-  // Adds the nine items, each of which calls selectMenuItem.
+  // Adds the nine items, each of which calls selectMenuItem, and those below them, which call selectListItem.
   void addMenuItems(QMenu& menu);
   // The next action is for this row's profile, whatever row is selected then, until the menu closes that is being
   // opened.
@@ -128,6 +133,8 @@ class MouseProfilesController : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  QString reasonAgainst(ProfileItem item) const;
+  QString reasonAgainst(ProfileListItem item) const;
   int activeProfile() const;  // -1 when there is none in the list
   int selectedRow() const;
   bool isFull() const;
@@ -152,13 +159,9 @@ class MouseProfilesController : public QWidget {
   void tellRefusal(const vorn::PropertyList& profile, std::optional<vorn::ReturnStatus> status);
   void renameProfile(int row, const QString& name);
   void setAutoSwitch(int row, int value);
-  // What an action is for: the selected row, or the one that its menu was opened on, or the one whose name was being
-  // edited when the mouse was pressed on the action's control. -1 for none.
   int targetRow() const;
   const vorn::PropertyList& targetProfile() const { return profilesArray.at(targetRow()); }
-  // The same, once: the next action is for the selected row again.
   int takeTargetRow();
-  void forgetTarget();
   // Is the profile gone that the action was to be for? Says so then, and the action is over.
   bool isTargetGone();
   // Takes a typed name over. The action that is beginning is for the row that was edited.
@@ -167,12 +170,8 @@ class MouseProfilesController : public QWidget {
   // Opened for the target, whose name goes into the title. title, action: keys of texts; the action's word is on the
   // first button.
   void showAlert(const char* title, const QString& informativeText, const char* action, int contextInfo);
-  // A sheet opens for this row's profile.
-  void mean(int row);
-  // Where the profile stands now that the sheet was opened for, nothing when it is gone; the sheet is over then.
-  // Without a sheet: the target.
-  std::optional<int> takeMeantRow();
-  // The same of a sheet that was confirmed; says so when the profile is gone.
+  // Where the profile stands now that the sheet was confirmed for, which is over; says so and gives nothing when it is
+  // gone. Without a sheet: the target.
   std::optional<int> takeConfirmedRow();
   // An update of this row's profile, also of one that is not selected.
   void updateProfile(int row, const vorn::PropertyList& settings);
@@ -197,8 +196,7 @@ class MouseProfilesController : public QWidget {
   QPointer<QDialog> mProfileOpenPanel;
   QPointer<QDialog> mProfileSavePanel;
 
-  std::optional<vorn::RememberedRecord> mMeant;   // what the open sheet is for
-  std::optional<vorn::RememberedRecord> mTarget;  // what the next action is for, where that is not the selected row
+  ProfileTarget mTarget;
 
   bool mIsAddProfile = false;
   bool mNeedsUpdate = false;

@@ -28,7 +28,7 @@ std::string MouseProfilesController::checkForDuplicateName(const PropertyList& p
 
 void MouseProfilesController::clickAdd() {
   endEdit();
-  mTarget.reset();
+  mTarget.forget();
   // A menu that was open while the list grew still offers it.
   if (!profileDelegate || isFull()) return;
   mIsAddProfile = true;

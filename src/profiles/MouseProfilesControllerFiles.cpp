@@ -65,7 +65,7 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
   delete mProfileOpenPanel;
   switch (identifier) {
     case ApplicationContext:
-      mean(takeTargetRow());
+      mTarget.openSheet(profilesArray, takeTargetRow());
       mProfileOpenPanel =
           ApplicationPanel::open(sheetParent(), name, {QStringLiteral("app")}, QLatin1String(applications), ended);
       break;
@@ -82,7 +82,7 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
 void MouseProfilesController::loadSaveAsPanel() {
   const PropertyList profile = targetProfile();
   if (profile.isNone()) return;
-  mean(takeTargetRow());
+  mTarget.openSheet(profilesArray, takeTargetRow());
   delete mProfileSavePanel;
   mProfileSavePanel =
       FilePanel::save(sheetParent(), QStringLiteral("mProfileSavePanel"), localized("lkeyExportProfile"),
@@ -97,7 +97,7 @@ void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& pat
   if (contextInfo == ApplicationContext) {
     if (isChosen) {
       if (const auto row = takeConfirmedRow()) assignApplication(*row, path);
-    } else if (const auto row = takeMeantRow()) {
+    } else if (const auto row = mTarget.hasSheet() ? mTarget.takeSheet(profilesArray) : takeTargetRow()) {
       updateProfile(*row, PropertyList::dictionary({{keys::AutoSwitchOn, 0}}));
     }
     refreshTableDisplay();

@@ -4,6 +4,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 
 #include "platform/Localization.h"
@@ -50,11 +51,18 @@ bool NSTableViewSubClass::selectForMenu(int row) {
   return true;
 }
 
+void NSTableViewSubClass::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  const bool isOff = event->type() == QEvent::EnabledChange && !isEnabled();
+  if (isOff || (event->type() == QEvent::ActivationChange && !isActiveWindow())) endDrag();
+}
+
 // A disabled table gets no mouse events but these.
 bool NSTableViewSubClass::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress) {
     const auto* press = static_cast<QMouseEvent*>(event);
     if (press->button() == Qt::RightButton) {
+      endDrag();
       if (selectForMenu(indexAt(press->pos()).row())) rightMouseDown(press->globalPosition().toPoint());
       return true;
     }
@@ -83,8 +91,15 @@ void NSTableViewSubClass::toggle(const QModelIndex& box) {
 }
 
 void NSTableViewSubClass::mousePressEvent(QMouseEvent* event) {
+  endDrag();
   mPressedBox = event->button() == Qt::LeftButton ? boxAt(event->pos()) : QModelIndex();
-  if (!mPressedBox.isValid()) QTableView::mousePressEvent(event);
+  if (mPressedBox.isValid()) return;
+  const int row = indexAt(event->pos()).row();
+  if (event->button() == Qt::LeftButton && row >= 0 && mouseProfilesController) {
+    mDrag.emplace(*this, mouseProfilesController->mProfilesArray(), row, event->pos());
+  } else {
+    QTableView::mousePressEvent(event);
+  }
 }
 
 void NSTableViewSubClass::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -97,9 +112,22 @@ void NSTableViewSubClass::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void NSTableViewSubClass::mouseMoveEvent(QMouseEvent* event) {
   if (event->buttons() == Qt::NoButton) QTableView::mouseMoveEvent(event);
+  if (!mDrag || !(event->buttons() & Qt::LeftButton)) return;
+  mDrag->moveTo(event->pos());
+  if (!mDrag->hasBegun()) return;
+  viewport()->setCursor(Qt::ClosedHandCursor);
+  viewport()->update();
 }
 
 void NSTableViewSubClass::mouseReleaseEvent(QMouseEvent* event) {
+  if (mDrag && event->button() == Qt::LeftButton) {
+    if (!mDrag->hasBegun()) return click(*event);
+    mDrag->moveTo(event->pos());
+    const auto move = mDrag->move(mouseProfilesController->mProfilesArray());
+    endDrag();
+    if (move) mouseProfilesController->moveProfile(move->from, move->to);
+    return;
+  }
   if (!mPressedBox.isValid()) {
     QTableView::mouseReleaseEvent(event);
     return;
@@ -109,10 +137,42 @@ void NSTableViewSubClass::mouseReleaseEvent(QMouseEvent* event) {
   if (boxAt(event->pos()) == pressed) toggle(pressed);
 }
 
+// The press that was kept back, at the row where its profile stands now, and its release.
+void NSTableViewSubClass::click(const QMouseEvent& release) {
+  const int row = mDrag->pressedRow(mouseProfilesController->mProfilesArray());
+  const QPoint at(mDrag->pressedAt().x(), visualRect(model()->index(row, ProfilesTableModel::Name)).center().y());
+  endDrag();
+  if (row < 0) return;
+  const QPointF global = viewport()->mapToGlobal(QPointF(at));
+  QMouseEvent press(QEvent::MouseButtonPress, at, global, Qt::LeftButton, Qt::LeftButton, release.modifiers());
+  QTableView::mousePressEvent(&press);
+  QMouseEvent rest(QEvent::MouseButtonRelease, at, global, Qt::LeftButton, Qt::NoButton, release.modifiers());
+  QTableView::mouseReleaseEvent(&rest);
+}
+
+void NSTableViewSubClass::endDrag() {
+  if (!mDrag) return;
+  mDrag.reset();
+  viewport()->unsetCursor();
+  viewport()->update();
+}
+
 void NSTableViewSubClass::keyPressEvent(QKeyEvent* event) {
+  if (mDrag) {
+    if (event->key() == Qt::Key_Escape) endDrag();
+    return;
+  }
   const int row = selectedRow();
   const bool canAct = row >= 0 && mouseProfilesController;
   switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      if (!(event->modifiers() & Qt::AltModifier)) return moveByKey(event);
+      if (canAct) {
+        mouseProfilesController->selectListItem(
+            static_cast<int>(event->key() == Qt::Key_Up ? ProfileListItem::MoveUp : ProfileListItem::MoveDown));
+      }
+      break;
     case Qt::Key_Space:
       if (canAct) toggle(model()->index(row, ProfilesTableModel::AutoSwitch));
       break;
@@ -154,6 +214,9 @@ bool NSTableViewSubClass::edit(const QModelIndex& index, EditTrigger trigger, QE
 void NSTableViewSubClass::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   drawRowFocus(*this);
+  if (!mDrag) return;
+  QPainter painter(viewport());
+  mDrag->paint(painter, mouseProfilesController->mProfilesArray());
 }
 
 // The frame of the focus goes beyond the rows that the view paints anew.

@@ -3,14 +3,21 @@
 // A press of the right button on a row selects it first, as the left one does; the menu acts on that row, and on the
 // selected one where the press is on none. A click in the column of check boxes acts on the box alone. From the
 // keyboard, Space ticks or unticks the selected row's box, Return or F2 edits its name and Delete asks to delete it.
-// One row is selected: neither Ctrl nor Shift takes a row out or adds one, dragging over rows selects none of them, and
-// a click below the rows leaves it selected.
+// One row is selected: neither Ctrl nor Shift takes a row out or adds one, and a click below the rows leaves it
+// selected.
+//
+// A row that is dragged moves its profile to another place and selects nothing, so a press selects its row when it is
+// let go. Escape and a right click end a drag, and so does letting go beside the table. With Alt, Up and Down move the
+// selected row's profile.
 #pragma once
 
 #include <QMenu>
 #include <QPersistentModelIndex>
 #include <QPointer>
 #include <QTableView>
+#include <optional>
+
+#include "profiles/RowDrag.h"
 
 namespace skarn {
 
@@ -35,6 +42,7 @@ class NSTableViewSubClass : public QTableView {
 
  protected:
   bool viewportEvent(QEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -55,8 +63,11 @@ class NSTableViewSubClass : public QTableView {
   // False when the row cannot be selected: there is no menu then. True where there is no row.
   bool selectForMenu(int row);
   void moveByKey(QKeyEvent* event);
+  void click(const QMouseEvent& release);
+  void endDrag();
 
   QPersistentModelIndex mPressedBox;
+  std::optional<RowDrag> mDrag;
   bool mIsMovedByKey = false;
   QPointer<QMenu> mMenu;
 };

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "model/ProfileOrder.h"
 #include "model/PropertyList.h"
 #include "protocol/ReturnStatus.h"
 
@@ -18,6 +19,10 @@ class ProfileControllerDelegate {
   virtual void deleteProfileWithProfileID(int profileID) = 0;
   virtual void switchProfileWithID(int profileID) = 0;
   virtual void renameProfileWithProfileID(int profileID, const vorn::PropertyList& andSettings) = 0;
+  // Puts the profiles into this order. names: those that somebody saw who wants it, from model/ProfileOrder.h; where
+  // there are others by now, nothing moves and the answer is Outdated.
+  virtual std::optional<vorn::ReturnStatus> reorderProfiles(const vorn::ProfileOrder& order,
+                                                            const vorn::PropertyList& names) = 0;
   // Changes the given keys of the selected profile, or of the active one when no row is selected.
   virtual void updateProfileWithSettings(const vorn::PropertyList& settings) = 0;
 };

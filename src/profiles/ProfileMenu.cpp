@@ -22,6 +22,17 @@ std::vector<TaggedItem> profileMenuItems() {
   return items;
 }
 
+void addProfileItems(QMenu& menu, const std::function<void(int tag)>& selectMenuItem,
+                     const std::function<void(int tag)>& selectListItem) {
+  const auto addGroup = [&](const std::vector<TaggedItem>& items) {
+    menu.addSeparator();
+    addTaggedItems(menu, items, QStringLiteral("selectListItem"), selectListItem);
+  };
+  addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), selectMenuItem);
+  addGroup({{static_cast<int>(ProfileListItem::MoveUp), localized("lkeyMoveUp")},
+            {static_cast<int>(ProfileListItem::MoveDown), localized("lkeyMoveDown")}});
+}
+
 void explainItem(QAction& item, const QString& reason) {
   item.setEnabled(reason.isEmpty());
   item.setToolTip(reason);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <vector>
 
 #include "widgets/PullDownButton.h"
@@ -21,8 +22,21 @@ enum class ProfileItem {
   RestoreDefault,
 };
 
+// What both menus have below those, about the order of the list and about several profiles. The values are the items'
+// tags, apart from those above.
+enum class ProfileListItem {
+  MoveUp = 101,
+  MoveDown,
+};
+
+inline constexpr int firstListItem = static_cast<int>(ProfileListItem::MoveUp);
+
 // In the order of their tags, titled in the language in use.
 std::vector<TaggedItem> profileMenuItems();
+
+// The items of both menus, in their order, and the lines between them.
+void addProfileItems(QMenu& menu, const std::function<void(int tag)>& selectMenuItem,
+                     const std::function<void(int tag)>& selectListItem);
 
 // Enables the item, or disables it with the reason as its tooltip when there is one.
 void explainItem(QAction& item, const QString& reason);

@@ -70,6 +70,13 @@ const std::vector<Command>& commands() {
        request({{"AllProfiles", PropertyList::array({record()})}}), Follow::Nothing},
       {"switch profile", MessageID::SwitchProfile, [](Hub& hub) { hub.switchProfileWithID(2); },
        request({{"ProfileID", 2}}), Follow::Bundle},
+      {"reorder profiles", MessageID::ReorderProfiles,
+       [](Hub& hub) {
+         hub.reorderProfiles({2, 0, 1}, PropertyList::array({"Work", "Play", "Raid"}));
+       },
+       request({{"ProfileOrder", PropertyList::array({2, 0, 1})},
+                {"ProfileNames", PropertyList::array({"Work", "Play", "Raid"})}}),
+       Follow::Bundle},
       {"add macro", MessageID::AddMacro, [](Hub& hub) { hub.addMacroWithSettings(record()); },
        request({{"MacroContents", record()}}), Follow::Reload, 20ms},
       {"rename macro", MessageID::RenameMacro, [](Hub& hub) { hub.renameMacroAtIndex(3, "Greet"); },

@@ -121,7 +121,8 @@ TEST_F(VornCtlFailuresTest, OfAnEngineThatRefusesEndWith1) {
       {6, "the engine left out values that it cannot use"},
       {7, "nothing is running or recorded"},
       {8, "no mouse was connected, and the settings have not been read since"},
-      {9, "the engine refused with status 9"},
+      {9, "the profiles have changed meanwhile"},
+      {10, "the engine refused with status 10"},
       {-1, "the engine refused with status -1"},
   };
   for (const auto& [status, text] : table) {
@@ -149,6 +150,8 @@ TEST_F(VornCtlFailuresTest, OfAnEngineThatTalksNonsenseEndWith1) {
 TEST_F(VornCtlFailuresTest, InWhatIsNamedEndWith1Or2) {
   FakeEngineProcess engine({"on 4 reply " + answer.path()});
   expectFailure({"profiles", "switch", "2"}, 1, "there is no profile \"2\"");
+  expectFailure({"profiles", "move", "1", "2"}, 1, "there is no position 2; the last is 1");
+  expectFailure({"profiles", "move", "1", "0"}, 1, "there is no position 0; the last is 1");
   expectFailure({"profiles", "switch", "0"}, 1, "there is no profile \"0\"");
   expectFailure({"profiles", "delete", "Two\nlines"}, 1, "there is no profile \"Two\\nlines\"");
   expectFailure({"get", "DPIX", "--profile", "Two"}, 1, "there is no profile \"Two\"");
@@ -158,6 +161,7 @@ TEST_F(VornCtlFailuresTest, InWhatIsNamedEndWith1Or2) {
   expectFailure({"get", "DPIX", "--list"}, 2, "get takes either KEY or --list");
   expectFailure({"assignments", "--keymap", "9"}, 2, "--keymap takes 1 to 8");
   expectFailure({"profiles", "add", ""}, 2, "a profile needs a name");
+  expectFailure({"profiles", "move", "1", "up"}, 2, "\"up\" is no position");
   expectFailure({"profiles", "rename", "1", ""}, 2, "a profile needs a name");
   expectFailure({"macros", "show", "1"}, 1, "there is no macro \"1\"");
   expectFailure({"set", "DPIX", "fast"}, 2, "\"fast\" is not a whole number");

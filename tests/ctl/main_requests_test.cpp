@@ -100,6 +100,13 @@ class VornCtlRequestsTest : public testing::Test {
 TEST_F(VornCtlRequestsTest, SwitchRenameAddAndCopyProfiles) {
   EXPECT_EQ(requestsOf({"profiles", "switch", "1"}), (Expected{{10, dictionary({{"ProfileID", 0}})}}));
   EXPECT_EQ(requestsOf({"profiles", "switch", "Two"}), (Expected{{10, dictionary({{"ProfileID", 1}})}}));
+  const auto moved = [](std::initializer_list<PropertyList> order) {
+    return Expected{{102, dictionary({{"ProfileOrder", PropertyList::array(order)},
+                                      {"ProfileNames", PropertyList::array({"One", "Two"})}})}};
+  };
+  EXPECT_EQ(requestsOf({"profiles", "move", "One", "2"}), moved({1, 0}));
+  EXPECT_EQ(requestsOf({"profiles", "move", "2", "1"}), moved({1, 0}));
+  EXPECT_EQ(requestsOf({"profiles", "move", "2", "2"}), moved({0, 1}));
   EXPECT_EQ(requestsOf({"profiles", "rename", "2", "One"}), update(1, dictionary({{"ProfileName", "One(2)"}})));
   EXPECT_EQ(output, "Profile 2 \"One(2)\"\n");
   EXPECT_EQ(requestsOf({"profiles", "rename", "2", "Two", "--json"}), update(1, dictionary({{"ProfileName", "Two"}})));

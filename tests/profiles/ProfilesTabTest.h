@@ -46,6 +46,9 @@ inline ProfileCall switchedTo(int profileID) {
 inline ProfileCall renamed(int profileID, const PropertyList& profile) {
   return {"rename", profileID, profile};
 }
+inline ProfileCall reordered(const vorn::ProfileOrder& order, const PropertyList& names) {
+  return {"reorder", -1, PropertyList::array({vorn::orderRecord(order), names})};
+}
 inline ProfileCall updated(const PropertyList& settings) {
   return {"update", -1, settings};
 }
@@ -95,6 +98,20 @@ class RecordingProfileDelegate : public ProfileControllerDelegate {
     record(renamed(profileID, andSettings));
     answer([&] { list = list.replacing(profileID, list.at(profileID).merging(andSettings)); });
   }
+  std::optional<vorn::ReturnStatus> reorderProfiles(const vorn::ProfileOrder& order,
+                                                    const PropertyList& names) override {
+    record(reordered(order, names));
+    if (!doesAnswer) return std::nullopt;
+    if (statusOfReorder != vorn::ReturnStatus::Done) {
+      reload();
+      return statusOfReorder;
+    }
+    answer([&] {
+      list = vorn::profilesInOrder(list, order);
+      active = static_cast<int>(vorn::placeInOrder(order, active));
+    });
+    return statusOfReorder;
+  }
   void updateProfileWithSettings(const PropertyList& settings) override {
     record(updated(settings));
     const QModelIndexList rows = tab->mProfilesTableView()->selectionModel()->selectedRows();
@@ -122,6 +139,7 @@ class RecordingProfileDelegate : public ProfileControllerDelegate {
   int active = 1;
   bool doesAnswer = true;
   vorn::ReturnStatus statusOfAdd = vorn::ReturnStatus::Done;
+  vorn::ReturnStatus statusOfReorder = vorn::ReturnStatus::Done;
   bool doesRefusalTellTheList = true;
   ProfileCalls calls;
   std::function<void()> duringCall;  // before the answer
