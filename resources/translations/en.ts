@@ -759,6 +759,10 @@
         <source>in use</source>
         <translation>in use</translation>
     </message>
+    <message id="lkeyKeymapNumbered">
+        <source>Keymap %1</source>
+        <translation>Keymap %1</translation>
+    </message>
     <message id="lkeyKeymapOne">
         <source>Keymap 1</source>
         <translation>Keymap 1</translation>
@@ -814,6 +818,10 @@
     <message id="lkeyLaunchProgram">
         <source>Launch Program</source>
         <translation>Launch Program</translation>
+    </message>
+    <message id="lkeyLaunches">
+        <source>Launch “%1”</source>
+        <translation>Launch “%1”</translation>
     </message>
     <message id="lkeyLeftClick">
         <source>Left Click</source>
@@ -900,6 +908,14 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyMacroNameColumn">
         <source>Name</source>
         <translation>Name</translation>
+    </message>
+    <message id="lkeyMacroNamed">
+        <source>Macro “%1”</source>
+        <translation>Macro “%1”</translation>
+    </message>
+    <message id="lkeyMacroNumbered">
+        <source>Macro %1, which does not exist</source>
+        <translation>Macro %1, which does not exist</translation>
     </message>
     <message id="lkeyMacroPlayback">
         <source>Playback</source>
@@ -1173,6 +1189,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Name</source>
         <translation>Name</translation>
     </message>
+    <message id="lkeyProfileNamed">
+        <source>Profile “%1”</source>
+        <translation>Profile “%1”</translation>
+    </message>
     <message id="lkeyProfileNotCurrentDesc">
         <source>Another profile is in force by now. Nothing was changed.</source>
         <translation>Another profile is in force by now. Nothing was changed.</translation>
@@ -1188,6 +1208,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyProfileNumberColumn">
         <source>No.</source>
         <translation>No.</translation>
+    </message>
+    <message id="lkeyProfileNumbered">
+        <source>Profile %1, which does not exist</source>
+        <translation>Profile %1, which does not exist</translation>
     </message>
     <message id="lkeyProfileOnScreenDisplay">
         <source>Show the profile on screen when it changes</source>
@@ -1409,6 +1433,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Assign a single key</source>
         <translation>Assign a single key</translation>
     </message>
+    <message id="lkeySoManyTimes">
+        <source>%1, %2 times</source>
+        <translation>%1, %2 times</translation>
+    </message>
     <message id="lkeySpectrumCycling">
         <source>Spectrum cycling</source>
         <translation>Spectrum cycling</translation>
@@ -1556,6 +1584,18 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyUnderglow">
         <source>Underglow</source>
         <translation>Underglow</translation>
+    </message>
+    <message id="lkeyUnknownAssignment">
+        <source>Nothing that is known</source>
+        <translation>Nothing that is known</translation>
+    </message>
+    <message id="lkeyUntilPressedAgain">
+        <source>%1, until pressed again</source>
+        <translation>%1, until pressed again</translation>
+    </message>
+    <message id="lkeyUntilReleased">
+        <source>%1, until let go</source>
+        <translation>%1, until let go</translation>
     </message>
     <message id="lkeyVersionsGroup">
         <source>Versions and updates</source>

@@ -7,9 +7,9 @@
 
 #include "buttons/ControlTable.h"
 #include "model/Assignments.h"
-#include "model/HidUsages.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
+#include "platform/AssignmentWords.h"
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 
@@ -28,22 +28,11 @@ constexpr std::array<AssignmentCommand, mouseButtonNameKeys.size()> mouseButtonC
     AssignmentCommand::ScrollUp,     AssignmentCommand::ScrollDown};
 
 // Commands that are chosen, and shown, by their name alone.
-struct PlainCommand {
-  AssignmentCommand command;
-  const char* nameKey;
-};
-constexpr PlainCommand plainCommands[] = {
-    {AssignmentCommand::StageUp, "lkeySensitivityStageUp"},
-    {AssignmentCommand::StageDown, "lkeySensitivityStageDown"},
-    {AssignmentCommand::Forward, "lkeyForward"},
-    {AssignmentCommand::Backward, "lkeyBackward"},
-    {AssignmentCommand::OnTheFlySensitivity, "lkeyOnTheFlySensitivity"},
-};
-constexpr PlainCommand furtherMouseButtons[] = {
-    {AssignmentCommand::MouseButton6, "lkeyMouseButtonSix"},
-    {AssignmentCommand::MouseButton7, "lkeyMouseButtonSeven"},
-    {AssignmentCommand::MouseButton8, "lkeyMouseButtonEight"},
-};
+constexpr AssignmentCommand plainCommands[] = {AssignmentCommand::StageUp, AssignmentCommand::StageDown,
+                                               AssignmentCommand::Forward, AssignmentCommand::Backward,
+                                               AssignmentCommand::OnTheFlySensitivity};
+constexpr AssignmentCommand furtherMouseButtons[] = {AssignmentCommand::MouseButton6, AssignmentCommand::MouseButton7,
+                                                     AssignmentCommand::MouseButton8};
 
 QString separatorBefore(const QString& target) {
   return target.isEmpty() ? QString() : QStringLiteral(":");
@@ -56,32 +45,6 @@ QString withColon(const QString& target) {
 QString keyText(const PropertyList& record) {
   return QString::fromStdString(
       vorn::eventParser::getStringWithHID(record[keys::Param1].toInt(), record[keys::Param2].toInt()));
-}
-
-// By the bits of the modifier byte.
-constexpr std::array<const char*, 8> shortModifierNames = {"Ctrl",       "Shift",       "Alt",       "Cmd",
-                                                           "Right Ctrl", "Right Shift", "Right Alt", "Right Cmd"};
-
-// Empty without modifiers.
-QString chordText(const PropertyList& record) {
-  const auto modifiers = static_cast<std::uint8_t>(record[keys::Param2].toInt());
-  if (modifiers == 0) return {};
-  QStringList parts;
-  for (std::size_t bit = 0; bit < shortModifierNames.size(); ++bit) {
-    if ((modifiers >> bit & 1) != 0) parts << QLatin1String(shortModifierNames[bit]);
-  }
-  const std::int64_t key = record[keys::Param1].toInt();
-  const bool isModifierAlone = key >= 0 && key < vorn::hid::firstKey;
-  if (!isModifierAlone) parts << QString::fromStdString(std::string(vorn::hid::keyName(key)));
-  return parts.join(QLatin1Char('+'));
-}
-
-// The last component of a path without its extension.
-QString applicationName(QString path) {
-  while (path.endsWith(QLatin1Char('/'))) path.chop(1);
-  const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
-  const auto dot = name.lastIndexOf(QLatin1Char('.'));
-  return dot > 0 ? name.left(dot) : name;
 }
 
 }  // namespace
@@ -274,8 +237,8 @@ QString AssignmentText::mouseButtonLabel(int command) {
 
 QString AssignmentText::stringForButtonValue(int command, std::string_view atButton, int forGroupType) {
   const auto title = [&](AssignmentCategory category) { return titleOfCategory(category, atButton, forGroupType); };
-  for (const PlainCommand& plain : plainCommands) {
-    if (static_cast<int>(plain.command) == command) return word(plain.nameKey);
+  for (const AssignmentCommand plain : plainCommands) {
+    if (static_cast<int>(plain) == command) return word(commandNameKey(plain));
   }
   switch (static_cast<AssignmentCommand>(command)) {
     case AssignmentCommand::LeftClick:
@@ -316,8 +279,8 @@ int AssignmentText::intValueOfSelectedString(const QString& title, std::string_v
     return title == titleOfCategory(category, atButton, forGroupType);
   };
   const auto plainCommand = [&](const auto& commands) {
-    for (const PlainCommand& plain : commands) {
-      if (title == word(plain.nameKey)) return static_cast<int>(plain.command);
+    for (const AssignmentCommand plain : commands) {
+      if (title == word(commandNameKey(plain))) return static_cast<int>(plain);
     }
     return 0;
   };

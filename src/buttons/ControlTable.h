@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "model/Controls.h"
+#include "platform/AssignmentWords.h"
 
 namespace skarn {
 
@@ -44,45 +45,44 @@ constexpr std::string_view groupKeyOf(int groupIdentifier) {
 }
 
 // A row of the table. NAME is the number as a word; the profile action has a stem of its own.
-#define SKARN_CONTROL(number, NAME, nameKey, stem, profileStem, repeatCode, picture)            \
-  {                                                                                             \
-    vorn::controls[number - 1], "mButton" NAME, "selectButton" NAME "Value", stem, profileStem, \
-        "mMacroRepeatConfigButton" NAME, repeatCode, picture, nameKey                           \
+#define SKARN_CONTROL(number, NAME, stem, profileStem, repeatCode, picture)                      \
+  {                                                                                              \
+    vorn::controls[number - 1], "mButton" NAME, "selectButton" NAME "Value", stem, profileStem,  \
+        "mMacroRepeatConfigButton" NAME, repeatCode, picture, skarn::controlNameKeys[number - 1] \
   }
-#define SKARN_KEY(number, NAME, nameKey, stem, profileStem, picture) \
-  SKARN_CONTROL(number, NAME, nameKey, stem, profileStem, vorn::controls[number - 1].code(), picture)
-#define SKARN_BUTTON(number, NAME, nameKey, stem, repeatCode) \
-  SKARN_CONTROL(number, NAME, nameKey, stem, stem, repeatCode, nullptr)
+#define SKARN_KEY(number, NAME, stem, profileStem, picture) \
+  SKARN_CONTROL(number, NAME, stem, profileStem, vorn::controls[number - 1].code(), picture)
+#define SKARN_BUTTON(number, NAME, stem, repeatCode) SKARN_CONTROL(number, NAME, stem, stem, repeatCode, nullptr)
 
 // clang-format off
 inline constexpr std::array<ControlDescriptor, vorn::controls.size()> controlTable = {{
-    SKARN_KEY(1, "One", "lkeyControlOne", "buttonOne", "buttonOne", nullptr),
-    SKARN_KEY(2, "Two", "lkeyControlTwo", "buttonTwo", "buttonTwo", nullptr),
-    SKARN_KEY(3, "Three", "lkeyControlThree", "buttonThree", "buttonThree", nullptr),
-    SKARN_KEY(4, "Four", "lkeyControlFour", "buttonFour", "buttonFour", nullptr),
-    SKARN_KEY(5, "Five", "lkeyControlFive", "buttonFive", "buttonFive", nullptr),
-    SKARN_KEY(6, "Six", "lkeyControlSix", "buttonSix", "buttonSix", nullptr),
-    SKARN_KEY(7, "Seven", "lkeyControlSeven", "buttonSeven", "buttonSeven", nullptr),
-    SKARN_KEY(8, "Eight", "lkeyControlEight", "buttonEight", "buttonEight", nullptr),
-    SKARN_KEY(9, "Nine", "lkeyControlNine", "buttonNine", "buttonNine", nullptr),
-    SKARN_KEY(10, "Ten", "lkeyControlTen", "buttonTen", "buttonTen", nullptr),
-    SKARN_KEY(11, "Eleven", "lkeyControlEleven", "buttonEleven", "buttonEleven", nullptr),
-    SKARN_KEY(12, "Twelve", "lkeyControlTwelve", "buttonTwelve", "buttonTwelve", nullptr),
-    SKARN_KEY(13, "Thirteen", "lkeyControlThirteen", "buttonThirteen", "buttonThirten", nullptr),
-    SKARN_KEY(14, "Fourteen", "lkeyControlFourteen", "buttonFourteen", "buttonFourten", nullptr),
-    SKARN_KEY(15, "Fifteen", "lkeyControlFifteen", "ThumbGridOne", "ThumbGridOne", nullptr),
-    SKARN_KEY(16, "Sixteen", "lkeyControlSixteen", "ThumbGridTwo", "ThumbGridTwo", nullptr),
-    SKARN_BUTTON(17, "Seventeen", "lkeyControlSeventeen", "ThumbGridThree", 700),
-    SKARN_BUTTON(18, "Eighteen", "lkeyControlEighteen", "ThumbGridFour", 701),
-    SKARN_BUTTON(19, "Nineteen", "lkeyControlNineteen", "ThumbGridFive", 702),
-    SKARN_KEY(20, "Twenty", "lkeyControlTwenty", "ThumbGridSix", "ThumbGridSix", "arrow2.png"),
-    SKARN_KEY(21, "TwentyOne", "lkeyControlTwentyOne", "ThumbGridSeven", "ThumbGridSeven", "arrow3.png"),
-    SKARN_KEY(22, "TwentyTwo", "lkeyControlTwentyTwo", "ThumbGridEight", "ThumbGridEight", "arrow5.png"),
-    SKARN_KEY(23, "TwentyThree", "lkeyControlTwentyThree", "ThumbGridNine", "ThumbGridNine", "arrow8.png"),
-    SKARN_KEY(24, "TwentyFour", "lkeyControlTwentyFour", "ThumbGridTen", "ThumbGridTen", "arrow7.png"),
-    SKARN_KEY(25, "TwentyFive", "lkeyControlTwentyFive", "ThumbGridEleven", "ThumbGridEleven", "arrow6.png"),
-    SKARN_KEY(26, "TwentySix", "lkeyControlTwentySix", "ThumbGridTwelve", "ThumbGridTwelve", "arrow4.png"),
-    SKARN_KEY(27, "TwentySeven", "lkeyControlTwentySeven", "ThumbGridThirteen", "ThumbGridThirteen", "arrow1.png"),
+    SKARN_KEY(1, "One", "buttonOne", "buttonOne", nullptr),
+    SKARN_KEY(2, "Two", "buttonTwo", "buttonTwo", nullptr),
+    SKARN_KEY(3, "Three", "buttonThree", "buttonThree", nullptr),
+    SKARN_KEY(4, "Four", "buttonFour", "buttonFour", nullptr),
+    SKARN_KEY(5, "Five", "buttonFive", "buttonFive", nullptr),
+    SKARN_KEY(6, "Six", "buttonSix", "buttonSix", nullptr),
+    SKARN_KEY(7, "Seven", "buttonSeven", "buttonSeven", nullptr),
+    SKARN_KEY(8, "Eight", "buttonEight", "buttonEight", nullptr),
+    SKARN_KEY(9, "Nine", "buttonNine", "buttonNine", nullptr),
+    SKARN_KEY(10, "Ten", "buttonTen", "buttonTen", nullptr),
+    SKARN_KEY(11, "Eleven", "buttonEleven", "buttonEleven", nullptr),
+    SKARN_KEY(12, "Twelve", "buttonTwelve", "buttonTwelve", nullptr),
+    SKARN_KEY(13, "Thirteen", "buttonThirteen", "buttonThirten", nullptr),
+    SKARN_KEY(14, "Fourteen", "buttonFourteen", "buttonFourten", nullptr),
+    SKARN_KEY(15, "Fifteen", "ThumbGridOne", "ThumbGridOne", nullptr),
+    SKARN_KEY(16, "Sixteen", "ThumbGridTwo", "ThumbGridTwo", nullptr),
+    SKARN_BUTTON(17, "Seventeen", "ThumbGridThree", 700),
+    SKARN_BUTTON(18, "Eighteen", "ThumbGridFour", 701),
+    SKARN_BUTTON(19, "Nineteen", "ThumbGridFive", 702),
+    SKARN_KEY(20, "Twenty", "ThumbGridSix", "ThumbGridSix", "arrow2.png"),
+    SKARN_KEY(21, "TwentyOne", "ThumbGridSeven", "ThumbGridSeven", "arrow3.png"),
+    SKARN_KEY(22, "TwentyTwo", "ThumbGridEight", "ThumbGridEight", "arrow5.png"),
+    SKARN_KEY(23, "TwentyThree", "ThumbGridNine", "ThumbGridNine", "arrow8.png"),
+    SKARN_KEY(24, "TwentyFour", "ThumbGridTen", "ThumbGridTen", "arrow7.png"),
+    SKARN_KEY(25, "TwentyFive", "ThumbGridEleven", "ThumbGridEleven", "arrow6.png"),
+    SKARN_KEY(26, "TwentySix", "ThumbGridTwelve", "ThumbGridTwelve", "arrow4.png"),
+    SKARN_KEY(27, "TwentySeven", "ThumbGridThirteen", "ThumbGridThirteen", "arrow1.png"),
 }};
 // clang-format on
 

@@ -40,13 +40,6 @@ std::string keymapWords(const PropertyList& record) {
   return "keymap " + std::to_string(keymap + 1) + (record[keys::Param2].toInt() == 1 ? " --switch-back" : "");
 }
 
-// A control that does what it does from the factory says so.
-bool isDefault(const PropertyList& record, const Control& control) {
-  const PropertyList factory = factoryAssignment(control.identifier);
-  if (commandOf(record) == Command::DefaultKey && control.group == keys::Buttons) return true;
-  return commandOf(record) == commandOf(factory) && record[keys::Param1].toInt64() == factory[keys::Param1].toInt64();
-}
-
 std::string plainWords(Command command) {
   switch (command) {
     case Command::DoubleClick:
@@ -80,7 +73,7 @@ std::string plainWords(Command command) {
 }  // namespace
 
 std::string wordsOf(const PropertyList& record, const Control& control, const PropertyList& bundle) {
-  if (isDefault(record, control)) return "default";
+  if (isFactoryAssignment(record, control)) return "default";
   const std::int64_t target = record[keys::Param1].toInt64();
   switch (commandOf(record)) {
     case Command::SingleKey:

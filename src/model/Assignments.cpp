@@ -1,6 +1,5 @@
 #include "model/Assignments.h"
 
-#include "model/Controls.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn {
@@ -21,6 +20,13 @@ PropertyList factoryAssignment(std::string_view identifier) {
   const Control* control = controlOf(identifier);
   if (control == nullptr) return assignmentRecord(AssignmentCommand::Disable);
   return assignmentRecord(AssignmentCommand::DefaultKey, control->code());
+}
+
+bool isFactoryAssignment(const PropertyList& record, const Control& control) {
+  const AssignmentCommand command = commandOf(record);
+  if (command == AssignmentCommand::DefaultKey && control.group == keys::Buttons) return true;
+  const PropertyList factory = factoryAssignment(control.identifier);
+  return command == commandOf(factory) && record[keys::Param1].toInt64() == factory[keys::Param1].toInt64();
 }
 
 }  // namespace vorn

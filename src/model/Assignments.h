@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "model/Controls.h"
 #include "model/PropertyList.h"
 
 namespace vorn {
@@ -55,5 +56,7 @@ AssignmentCommand commandOf(const PropertyList& record);
 // The assignment of a control as it leaves the factory: a key sends its own usage, the wheel button and the two
 // directions of the wheel do what their names say. Disabled for an unknown identifier.
 PropertyList factoryAssignment(std::string_view identifier);
+// Whether the control does with this record what it does from the factory.
+bool isFactoryAssignment(const PropertyList& record, const Control& control);
 
 }  // namespace vorn

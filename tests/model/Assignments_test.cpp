@@ -25,6 +25,20 @@ TEST(AssignmentsTest, OfTheFactoryLetTheWheelDoWhatItIsCalled) {
   EXPECT_EQ(factoryAssignment("07"), plain(19));
 }
 
+TEST(AssignmentsTest, OfTheFactoryAreKnown) {
+  const Control& tab = *controlOf("43");
+  const Control& wheel = *controlOf("06");
+  for (const Control& control : controls) {
+    EXPECT_TRUE(isFactoryAssignment(factoryAssignment(control.identifier), control));
+    EXPECT_FALSE(isFactoryAssignment({}, control));
+  }
+  EXPECT_TRUE(isFactoryAssignment(assignmentRecord(AssignmentCommand::DefaultKey, 43, 9), tab));
+  EXPECT_TRUE(isFactoryAssignment(assignmentRecord(AssignmentCommand::DefaultKey, 3), wheel));
+  EXPECT_FALSE(isFactoryAssignment(assignmentRecord(AssignmentCommand::DefaultKey, 44), tab));
+  EXPECT_FALSE(isFactoryAssignment(assignmentRecord(AssignmentCommand::SingleKey, 43), tab));
+  EXPECT_FALSE(isFactoryAssignment(assignmentRecord(AssignmentCommand::ScrollDown), wheel));
+}
+
 TEST(AssignmentsTest, OfTheFactoryDisableWhatIsNoControl) {
   for (const std::string_view other : {"99", "3", "", "043", "x"}) {
     EXPECT_EQ(commandOf(factoryAssignment(other)), AssignmentCommand::Disable) << other;
