@@ -1097,6 +1097,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Turning the wheel is over at once: there is nothing to let go</source>
         <translation>Turning the wheel is over at once: there is nothing to let go</translation>
     </message>
+    <message id="lkeyNothingCopied">
+        <source>Copy what another control does first</source>
+        <translation>Copy what another control does first</translation>
+    </message>
     <message id="lkeyOK">
         <source>OK</source>
         <translation>OK</translation>
@@ -1125,6 +1129,10 @@ For this profile, set the brightness to Off.</translation>
         <source>The page could not be opened</source>
         <translation>The page could not be opened</translation>
     </message>
+    <message id="lkeyPaste">
+        <source>Paste</source>
+        <translation>Paste</translation>
+    </message>
     <message id="lkeyPlayMacroOnce">
         <source>Play Macro Once</source>
         <translation>Play Macro Once</translation>
@@ -1148,6 +1156,30 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyPressAKey">
         <source>Press a key…</source>
         <translation>Press a key…</translation>
+    </message>
+    <message id="lkeyProblemCycle">
+        <source>What cycles the keymaps is the same in all of them and cannot be swapped</source>
+        <translation>What cycles the keymaps is the same in all of them and cannot be swapped</translation>
+    </message>
+    <message id="lkeyProblemDefault">
+        <source>It does what it does out of the box</source>
+        <translation>It does what it does out of the box</translation>
+    </message>
+    <message id="lkeyProblemDiagonal">
+        <source>What a diagonal of the direction pad does out of the box, no other control can do</source>
+        <translation>What a diagonal of the direction pad does out of the box, no other control can do</translation>
+    </message>
+    <message id="lkeyProblemNeverHeld">
+        <source>The wheel’s directions are never held: they have no switch back, and no repeat until something ends</source>
+        <translation>The wheel’s directions are never held: they have no switch back, and no repeat until something ends</translation>
+    </message>
+    <message id="lkeyProblemNoChange">
+        <source>It does that already</source>
+        <translation>It does that already</translation>
+    </message>
+    <message id="lkeyProblemOwnProfile">
+        <source>It would switch to the profile that it belongs to</source>
+        <translation>It would switch to the profile that it belongs to</translation>
     </message>
     <message id="lkeyProfile">
         <source>Profile</source>
@@ -1320,6 +1352,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyReplaceFileTitle">
         <source>“%1” already exists</source>
         <translation>“%1” already exists</translation>
+    </message>
+    <message id="lkeyReset">
+        <source>Reset</source>
+        <translation>Reset</translation>
     </message>
     <message id="lkeyRestoreAction">
         <source>Restore</source>
@@ -1528,6 +1564,22 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyStopRecordingFirst">
         <source>Stop the recording first</source>
         <translation>Stop the recording first</translation>
+    </message>
+    <message id="lkeySwap">
+        <source>Swap</source>
+        <translation>Swap</translation>
+    </message>
+    <message id="lkeySwapCaption">
+        <source>With</source>
+        <translation>With</translation>
+    </message>
+    <message id="lkeySwapTitle">
+        <source>Swap two controls</source>
+        <translation>Swap two controls</translation>
+    </message>
+    <message id="lkeySwapWith">
+        <source>Swap With…</source>
+        <translation>Swap With…</translation>
     </message>
     <message id="lkeySwitchesFor">
         <source>Comes into force when “%1” is in front</source>

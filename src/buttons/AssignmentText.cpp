@@ -5,6 +5,7 @@
 #include <climits>
 #include <string>
 
+#include "buttons/AssignmentTransfer.h"
 #include "buttons/ControlTable.h"
 #include "model/Assignments.h"
 #include "model/SettingsKeys.h"
@@ -225,10 +226,7 @@ bool AssignmentText::isDefaultAt(std::string_view button, int forGroupType) cons
 }
 
 bool AssignmentText::isDefault(const PropertyList& record, std::string_view button, int forGroupType) const {
-  if (!record.isDictionary() || vorn::commandOf(record) == AssignmentCommand::DefaultKey) return true;
-  const PropertyList& factory = defaultRecord(forGroupType == keysGroupType ? keys::Keys : keys::Buttons, button);
-  return std::ranges::all_of(std::initializer_list<keys::Key>{keys::Command, keys::Param1, keys::Param2},
-                             [&](keys::Key key) { return record[key].toInt() == factory[key].toInt(); });
+  return isFactory(record, defaultRecord(forGroupType == keysGroupType ? keys::Keys : keys::Buttons, button));
 }
 
 QString AssignmentText::mouseButtonLabel(int command) {

@@ -1,5 +1,6 @@
 #include "buttons/ControlRow.h"
 
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QGraphicsOpacityEffect>
@@ -162,6 +163,10 @@ void ControlRow::setSearchResult(SearchResult result) {
 bool ControlRow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == mRepeatButton && event->type() == QEvent::Show) {
     if (mRepeatButton->icon().isNull()) tintRepeatIcon();
+  } else if (event->type() == QEvent::ContextMenu) {
+    // A disabled button would swallow it.
+    contextMenuEvent(static_cast<QContextMenuEvent*>(event));
+    return true;
   } else if (event->type() == QEvent::FocusIn && isKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
     mIsReached = true;
     emit hovered(true);
@@ -186,6 +191,12 @@ void ControlRow::leaveEvent(QEvent* event) {
 void ControlRow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange && !mRepeatButton->icon().isNull()) tintRepeatIcon();
   QWidget::changeEvent(event);
+}
+
+void ControlRow::contextMenuEvent(QContextMenuEvent* event) {
+  const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
+  emit menuAsked(mControl, isMouse ? event->globalPos() : mPopUp->mapToGlobal(QPoint(0, mPopUp->height())));
+  event->accept();
 }
 
 void ControlRow::paintEvent(QPaintEvent*) {

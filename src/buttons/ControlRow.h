@@ -47,12 +47,15 @@ class ControlRow : public QWidget {
  signals:
   // True: the pointer came, the keyboard reached one of the row's controls, or its menu opened. False: that ended.
   void hovered(bool isHovered);
+  // By the right button or the Menu key, wherever in the row.
+  void menuAsked(const skarn::ControlDescriptor& control, const QPoint& globalPosition);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:

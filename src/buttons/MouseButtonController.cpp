@@ -29,9 +29,6 @@ namespace keys = vorn::keys;
 
 namespace {
 
-// The controls among which one has to stay the left click.
-constexpr std::size_t leftClickCandidates = 5;
-
 QString searchTip() {
   return localized("lkeyFindControlTip").arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
 }
@@ -70,9 +67,11 @@ void MouseButtonController::connectControls() {
     const ControlDescriptor& control = row->control();
     row->popUp()->setValidator([this](const QAction& item) { return validateMenuItem(item); });
     connect(row->popUp(), &PopUpButton::itemChosen, this, [this, &control] { chooseItem(control); });
+    connect(row, &ControlRow::menuAsked, this, &MouseButtonController::showControlMenu);
     connect(row->repeatButton(), &QToolButton::clicked, this, [this, &control] { clickMacroRepeatButton(control); });
   }
   mUi->mMainSkarn->setDescription([this](const ControlDescriptor& control) { return describe(control); });
+  connect(mUi->mMainSkarn, &MouseView::menuAsked, this, &MouseButtonController::showControlMenu);
   connect(mUi->mMainSkarn, &MouseView::controlClicked, this,
           [this](const ControlDescriptor* control) { mRows->of(*control).popUp()->openMenu(); });
 }
@@ -124,6 +123,7 @@ void MouseButtonController::populateUISettings() {
   forgetWords();
   const PropertyList subject = menuSubject();
   const bool isForSomethingElse = std::exchange(mMenuSubject, subject) != subject;
+  if (isForSomethingElse && mContextMenu) mContextMenu->close();
   for (ControlRow* row : mRows->all()) {
     const ControlDescriptor& control = row->control();
     const auto chosen = [this, &control](AssignmentCategory submenu, int tag) {
@@ -151,6 +151,7 @@ void MouseButtonController::updateUISettings() {
   mRows->countChanges();
   markKeymapsInUse();
   mSearch->refresh();
+  updateSwapProblem();
   if (mIsTabEnabled) checkForLeftClickAssigned();
 }
 
@@ -323,19 +324,20 @@ void MouseButtonController::checkSelectedValue(int command, std::string_view for
   }
 }
 
+void MouseButtonController::changeButton(std::string_view button, const Assignment& to, int identifier) {
+  const PropertyList group = withAssignment(groupToChange(identifier), button, to);
+  send(PropertyList::dictionary({{groupKeyOf(identifier), group}, {keys::KeymapID, mActiveKeymap}}));
+}
+
 void MouseButtonController::disableButton(std::string_view button, int identifier) {
-  const int param1 =
-      checkForDiagonals(button) ? defaultRecord(groupKeyOf(identifier), button)[keys::Param1].toInt() : 0;
-  changeButton(button, static_cast<int>(AssignmentCommand::Disable), param1, 0, identifier);
+  changeButton(button, disabledAssignment(groupKeyOf(identifier), button, defaultDict[keys::Profiles].at(0)),
+               identifier);
 }
 
 void MouseButtonController::resetToDefault(std::string_view button, int identifier) {
-  if (identifier == keysGroupIdentifier) {
-    const int param1 = defaultRecord(keys::Keys, button)[keys::Param1].toInt();
-    changeButton(button, static_cast<int>(AssignmentCommand::DefaultKey), param1, 0, identifier);
-  } else if (identifier == buttonsGroupIdentifier) {
-    changeButton(button, defaultRecord(keys::Buttons, button)[keys::Command].toInt(), 0, 0, identifier);
-  }
+  if (!isGroupIdentifier(identifier)) return;
+  changeButton(button, defaultAssignment(groupKeyOf(identifier), button, defaultDict[keys::Profiles].at(0)),
+               identifier);
 }
 
 void MouseButtonController::selectProfile(int index) {
@@ -381,9 +383,7 @@ void MouseButtonController::send(const PropertyList& settings, std::optional<int
 
 void MouseButtonController::changeButton(std::string_view button, int withCommand, int andParamOne, int andParamTwo,
                                          int withIdentifier) {
-  const PropertyList group =
-      withAssignment(groupToChange(withIdentifier), button, withCommand, andParamOne, andParamTwo);
-  send(PropertyList::dictionary({{groupKeyOf(withIdentifier), group}, {keys::KeymapID, mActiveKeymap}}));
+  changeButton(button, {withCommand, andParamOne, andParamTwo}, withIdentifier);
 }
 
 void MouseButtonController::changeButton(std::string_view button, int withCommand, int andParamOne, int andParamTwo,

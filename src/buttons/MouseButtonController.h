@@ -20,6 +20,7 @@
 #include <string_view>
 
 #include "buttons/AssignmentText.h"
+#include "buttons/AssignmentTransfer.h"
 #include "buttons/ControlTable.h"
 #include "buttons/MouseButtonDelegate.h"
 #include "model/Assignments.h"
@@ -28,6 +29,7 @@
 #include "model/RememberedRecord.h"
 
 class QAction;
+class QMenu;
 
 namespace skarn {
 
@@ -38,6 +40,7 @@ class ControlSearch;
 class KeymapSheet;
 class MacroRepeatSheet;
 class SingleKeySheet;
+class SwapSheet;
 
 namespace Ui {
 class MouseButtonController;
@@ -170,6 +173,7 @@ class MouseButtonController : public QWidget, public AssignmentText {
 
   void chooseItem(const ControlDescriptor& control);
   void chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag);
+  void changeButton(std::string_view button, const Assignment& to, int identifier);
   void disableButton(std::string_view button, int identifier);
   void resetToDefault(std::string_view button, int identifier);
   void takeCaughtKey(int usage, int modifiers);
@@ -187,7 +191,13 @@ class MouseButtonController : public QWidget, public AssignmentText {
   // Where the sheet's profile stands now; nothing when it, or its keymap, is gone.
   std::optional<int> placeOf(const SheetContext& context) const;
   bool isShown(const SheetContext& context, int place) const;
-  const vorn::PropertyList& groupOf(const SheetContext& context, int place) const;
+  // "Keys" and "Buttons" of the sheet's keymap.
+  vorn::PropertyList groupsOf(const SheetContext& context, int place) const;
+  vorn::PropertyList groupOf(const SheetContext& context, int place) const;
+  // Puts one or both groups into the sheet's keymap.
+  void write(const SheetContext& context, int place, const vorn::PropertyList& groups);
+  // The same of those that differ from what is there.
+  void writeChange(const SheetContext& context, int place, const vorn::PropertyList& changed);
   // Writes an assignment to where the sheet was opened for. When that is gone, nothing is written and an alert says so.
   void assign(const SheetContext& context, int command, const vorn::PropertyList& param1,
               const vorn::PropertyList& param2);
@@ -195,6 +205,29 @@ class MouseButtonController : public QWidget, public AssignmentText {
   // Unless the macro is gone, or its control does something else by now.
   void writeRepeatMode(int mode);
   void tellGone(const vorn::RememberedRecord& record);
+
+  // --- The right-click menu of a control
+  struct CopiedControl {
+    vorn::PropertyList record;
+    const ControlDescriptor* control;
+    Lists lists;  // when it was copied
+  };
+  static QString reasonFor(TransferProblem problem, const std::string& gone = {});
+  Lists lists() const;
+  // In the place of the one that is open.
+  QMenu& newContextMenu(const char* name);
+  void showControlMenu(const ControlDescriptor& control, const QPoint& globalPosition);
+  // Why the item cannot be chosen; empty when it can.
+  QString reasonAgainst(const ControlDescriptor& control, int tag);
+  void selectControlMenuItem(const ControlDescriptor& control, int tag);
+  bool givesAwayLeftClick(const ControlDescriptor& control, vorn::AssignmentCommand command) const;
+  Transfer pasteOnto(const ControlDescriptor& control) const;
+  void paste(const ControlDescriptor& control);
+  void openSwapSheet(const ControlDescriptor& control);
+  GroupsChange swapWith(const ControlDescriptor& other) const;
+  const ControlDescriptor& chosenForSwap() const;
+  void updateSwapProblem();
+  void clickSwapOK();
 
   const vorn::PropertyList& groupToChange(int identifier) const;
   // To the profile that is shown, or to another one.
@@ -212,6 +245,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   QPointer<KeymapSheet> mKeymapWindow;
   QPointer<MacroRepeatSheet> mMacroRepeatWindow;
   QPointer<ApplicationPanel> mApplicationPanel;
+  QPointer<SwapSheet> mSwapWindow;
+  QPointer<QMenu> mContextMenu;
 
   vorn::PropertyList buttonsSettingsDict = vorn::PropertyList::dictionary();
   vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
@@ -239,6 +274,10 @@ class MouseButtonController : public QWidget, public AssignmentText {
   SheetContext mRepeatContext;
   std::optional<vorn::RememberedRecord> mRepeatMacro;  // nothing where the record pointed at no macro
   bool isScrollWheelMacroRepeatOption = false;
+
+  std::optional<CopiedControl> mCopiedControl;
+  const ControlDescriptor* mSwapControl = nullptr;
+  SheetContext mSwapContext;
 
   MouseButtonDelegate* buttonDelegate = nullptr;
   QPointer<QWidget> buttonWindow;

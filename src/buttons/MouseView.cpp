@@ -1,5 +1,6 @@
 #include "buttons/MouseView.h"
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -134,6 +135,14 @@ void MouseView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const ControlDescriptor* pressed = std::exchange(mPressed, nullptr);
   if (pressed != nullptr && pressed == controlAt(event->position())) emit controlClicked(pressed);
+}
+
+void MouseView::contextMenuEvent(QContextMenuEvent* event) {
+  if (const ControlDescriptor* control = controlAt(event->pos())) {
+    emit menuAsked(*control, event->globalPos());
+  } else {
+    PictureLabel::contextMenuEvent(event);
+  }
 }
 
 void MouseView::leaveEvent(QEvent* event) {

@@ -35,6 +35,7 @@ class MouseView : public PictureLabel {
  signals:
   void controlHovered(const skarn::ControlDescriptor* control);  // nullptr when the pointer left the last one
   void controlClicked(const skarn::ControlDescriptor* control);
+  void menuAsked(const skarn::ControlDescriptor& control, const QPoint& globalPosition);  // by the right button
 
  protected:
   bool event(QEvent* event) override;
@@ -43,6 +44,7 @@ class MouseView : public PictureLabel {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void leaveEvent(QEvent* event) override;
 
  private:

@@ -1,7 +1,5 @@
 #include "profiles/ProfileMenu.h"
 
-#include <QAction>
-
 #include "platform/Localization.h"
 
 namespace skarn {
@@ -31,11 +29,6 @@ void addProfileItems(QMenu& menu, const std::function<void(int tag)>& selectMenu
   addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), selectMenuItem);
   addGroup({{static_cast<int>(ProfileListItem::MoveUp), localized("lkeyMoveUp")},
             {static_cast<int>(ProfileListItem::MoveDown), localized("lkeyMoveDown")}});
-}
-
-void explainItem(QAction& item, const QString& reason) {
-  item.setEnabled(reason.isEmpty());
-  item.setToolTip(reason);
 }
 
 }  // namespace skarn

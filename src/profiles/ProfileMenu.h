@@ -38,7 +38,4 @@ std::vector<TaggedItem> profileMenuItems();
 void addProfileItems(QMenu& menu, const std::function<void(int tag)>& selectMenuItem,
                      const std::function<void(int tag)>& selectListItem);
 
-// Enables the item, or disables it with the reason as its tooltip when there is one.
-void explainItem(QAction& item, const QString& reason);
-
 }  // namespace skarn

@@ -34,6 +34,11 @@ int tagOf(const QAction& item) {
   return item.property(tagProperty).toInt();
 }
 
+void explainItem(QAction& item, const QString& reason) {
+  item.setEnabled(reason.isEmpty());
+  item.setToolTip(reason);
+}
+
 PullDownButton::PullDownButton(QWidget* parent) : QToolButton(parent) {
   auto* menu = new QMenu(this);
   // A click beside the open menu closes it and does nothing else.

@@ -21,6 +21,8 @@ void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QSt
                     const std::function<void(int tag)>& chosen);
 QString titleOf(const QAction& item);
 int tagOf(const QAction& item);
+// Enables the item, or disables it with the reason as its tooltip when there is one.
+void explainItem(QAction& item, const QString& reason);
 
 // A button that pulls down a menu: on a press, Space, Return, Down or F4. Its icon says so; there is no arrow.
 class PullDownButton : public QToolButton {

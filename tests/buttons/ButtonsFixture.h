@@ -179,6 +179,16 @@ struct ButtonsFixture : TabWithDelegate, ButtonsDriver {
     show(current.with(groupKey(control), current[groupKey(control)].with(control.identifier, record)));
     deleteReplaced();
   }
+  // What another program's change brings.
+  void hand(const PropertyList& profileList, int active, const PropertyList& macroList = macros()) {
+    current = profileList.at(active);
+    tab.setMButtonsSettingsDict(current);
+    tab.setMAllProfiles(profileList);
+    tab.setMAllMacros(macroList);
+    tab.setMDeviceSettingsDict(deviceSettings().with(keys::ActiveProfile, active));
+    tab.updateUISettings();
+    deleteReplaced();
+  }
   static void deleteReplaced() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
   // The request that changes this record of the current profile.

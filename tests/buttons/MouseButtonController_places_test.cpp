@@ -26,15 +26,6 @@ struct PlacesFixture : ButtonsFixture {
              .with(keys::Keymap, keymaps().replacing(2, keymaps().at(2).with(keys::Keys, playing))));
   }
 
-  // What another program's change brings.
-  void hand(const PropertyList& profileList, int active, const PropertyList& macroList = macros()) {
-    current = profileList.at(active);
-    tab.setMButtonsSettingsDict(current);
-    tab.setMAllProfiles(profileList);
-    tab.setMAllMacros(macroList);
-    tab.setMDeviceSettingsDict(deviceSettings().with(keys::ActiveProfile, active));
-    tab.updateUISettings();
-  }
   PropertyList list() const { return tab.mAllProfiles(); }
 
   void open(Sheet sheet) {
