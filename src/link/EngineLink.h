@@ -20,12 +20,34 @@ namespace vorn {
 // How long a wait blocks the thread before it looks after the rest.
 inline constexpr std::chrono::milliseconds waitTurn{60};
 
+// How long the engine may take to answer for its history: as long as for a request.
+inline constexpr std::chrono::milliseconds historyTimeout = maximumPolls * pollInterval;
+
 struct TypedKey {
   std::uint16_t usagePage = 0;  // 7 for a key, 9 for a mouse button (USB HID Usage Tables)
   std::uint16_t usage = 0;
   bool isPressed = false;
   std::chrono::milliseconds time{};
   friend bool operator==(const TypedKey&, const TypedKey&) = default;
+};
+
+// What can be asked of the engine's history of changes (protocol/History.h).
+enum class HistoryCall : std::uint8_t { Undo, Redo, Entries };
+
+struct HistoryAnswer {
+  enum class Outcome : std::uint8_t {
+    Done,
+    NothingLeft,   // to be taken back or made again
+    ChangedSince,  // all of the change has been changed again since: nothing is done, and it is no longer offered
+    NotSaved,      // nothing is done
+    NoHistory,     // the engine keeps none
+    NoAnswer,      // in time; whether it is done is not known
+    NoEngine,
+  };
+  Outcome outcome = Outcome::NoEngine;
+  // Of Undo and Redo the change, of Entries an array of them, the newest first. None where it is not done.
+  PropertyList value{};
+  std::int64_t conflicts = 0;  // how many values of the change stay as they are, since others have changed them
 };
 
 class EngineLink {
@@ -59,6 +81,13 @@ class EngineLink {
   // it after the requests that were sent before. time: of the event, by any clock; only differences count. Waits for
   // nothing. The thread of send.
   virtual void type(const TypedKey& key) = 0;
+  // Calls changed on the calling thread's run loop whenever the engine's history has changed, from now on, in the place
+  // of an earlier one; an empty one ends that. Only the engine that watchEngine tells of is believed.
+  virtual void watchHistory(std::function<void()> changed) = 0;
+  // Asks that engine and returns at once; the engine serves what is asked in that order, after the requests that were
+  // answered before. done is called once: from the calling thread's run loop, at the latest after historyTimeout, or
+  // now where there is no engine to ask. The thread of watchEngine.
+  virtual void askHistory(HistoryCall call, std::function<void(const HistoryAnswer&)> done) = 0;
   // Polls the slot at most polls times with interval in between and ends as soon as it holds a dictionary; true when
   // it does. One thread at a time, as a rule the main thread.
   virtual bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) = 0;

@@ -8,6 +8,7 @@
 
 #include "model/VrCoreUtility.h"
 #include "ports/BusMethodCall.h"
+#include "protocol/History.h"
 #include "protocol/TypedKeys.h"
 
 namespace vorn {
@@ -32,6 +33,49 @@ struct Delivery {
     return changed.wait_for(lock, time, [this] { return isDone; });
   }
 };
+
+// The error names of an engine without a history are those of the bus for what an object does not have.
+bool isUnknown(const std::string& errorName) {
+  return errorName.starts_with("org.freedesktop.DBus.Error.Unknown");
+}
+
+HistoryAnswer::Outcome outcomeOf(const BusAnswer& answer) {
+  using Outcome = HistoryAnswer::Outcome;
+  switch (answer.status) {
+    case BusAnswer::Status::Success:
+      return Outcome::Done;
+    case BusAnswer::Status::NoBus:
+    case BusAnswer::Status::NoOwner:
+      return Outcome::NoEngine;
+    case BusAnswer::Status::Error:
+      if (answer.errorName == history::errors::NothingLeft) return Outcome::NothingLeft;
+      if (answer.errorName == history::errors::ChangedSince) return Outcome::ChangedSince;
+      if (answer.errorName == history::errors::NotSaved) return Outcome::NotSaved;
+      return isUnknown(answer.errorName) ? Outcome::NoHistory : Outcome::NoAnswer;
+    case BusAnswer::Status::Timeout:
+    case BusAnswer::Status::Invalid:
+      break;
+  }
+  return Outcome::NoAnswer;
+}
+
+const char* methodOf(HistoryCall call) {
+  switch (call) {
+    case HistoryCall::Undo:
+      return history::methods::Undo;
+    case HistoryCall::Redo:
+      return history::methods::Redo;
+    case HistoryCall::Entries:
+      break;
+  }
+  return history::methods::Entries;
+}
+
+// Values that are missing or of other types read as empty.
+HistoryAnswer historyAnswerOf(const BusAnswer& answer) {
+  const PropertyList values = PropertyList::array(answer.values);
+  return {outcomeOf(answer), values.at(0), values.at(1).toInt64()};
+}
 
 }  // namespace
 
@@ -163,6 +207,24 @@ void PortEngineLink::type(const TypedKey& key) {
                    {"b", key.isPressed},
                    {"t", static_cast<std::uint64_t>(key.time.count())}});
   });
+}
+
+void PortEngineLink::watchHistory(std::function<void()> changed) {
+  mHistoryWatch.reset();
+  if (!changed) return;
+  mHistoryWatch.emplace(history::objectPath, history::interface, history::signals::Changed,
+                        [this, changed = std::move(changed)](const std::string& sender) {
+                          // Anybody on the bus can say so.
+                          if (mEngineWatch && sender == mEngineWatch->owner()) changed();
+                        });
+}
+
+void PortEngineLink::askHistory(HistoryCall call, std::function<void(const HistoryAnswer&)> done) {
+  if (!mEngineWatch || mEngineWatch->owner().empty()) return done({});
+  // The engine's own connection, whoever has the name of the history.
+  callBusMethodLater({mEngineWatch->owner(), history::objectPath, history::interface}, methodOf(call), {},
+                     historyTimeout,
+                     [done = std::move(done)](const BusAnswer& answer) { done(historyAnswerOf(answer)); });
 }
 
 bool PortEngineLink::waitForReply(int polls, std::chrono::milliseconds interval) {

@@ -13,6 +13,7 @@
 #include "ports/MessagePort.h"
 #include "ports/PortWatch.h"
 #include "ports/RunLoop.h"
+#include "ports/SignalWatch.h"
 
 namespace vorn {
 
@@ -41,6 +42,8 @@ class PortEngineLink : public EngineLink {
   int send(const PropertyList& request, MessageID messageID) override;
   void post(const PropertyList& request, MessageID messageID) override;
   void type(const TypedKey& key) override;
+  void watchHistory(std::function<void()> changed) override;
+  void askHistory(HistoryCall call, std::function<void(const HistoryAnswer&)> done) override;
   bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
   PropertyList reply() const override;
   void emptySlot() override;
@@ -61,6 +64,7 @@ class PortEngineLink : public EngineLink {
   Trace mTrace;
   std::function<bool()> mWhileWaiting;
   std::optional<PortWatch> mEngineWatch;
+  std::optional<SignalWatch> mHistoryWatch;
   ReplySlot mSlot;
   std::mutex mReplyLoopMutex;
   RunLoop* mReplyLoop = nullptr;        // lives on the reply thread's stack; null when the thread does not run

@@ -31,12 +31,14 @@ BusReference share(sd_bus* bus);
 class Error {
  public:
   Error() = default;
+  explicit Error(const sd_bus_error& error) { sd_bus_error_copy(&mError, &error); }
   ~Error() { sd_bus_error_free(&mError); }
   Error(const Error&) = delete;
   Error& operator=(const Error&) = delete;
 
   sd_bus_error* get() { return &mError; }
   bool is(const char* name) const { return sd_bus_error_has_name(&mError, name) > 0; }
+  std::string name() const { return mError.name != nullptr ? mError.name : ""; }
   std::string text() const;
 
  private:

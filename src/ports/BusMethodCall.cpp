@@ -9,13 +9,21 @@ namespace {
 
 using Status = BusAnswer::Status;
 
-Status statusOf(const bus::Error& error, const BusConnection& connection) {
+Status statusOf(const std::string& errorName, const BusConnection& connection) {
   if (!connection.isOpen()) return Status::NoBus;
-  if (error.is(SD_BUS_ERROR_TIMEOUT)) return Status::Timeout;
-  for (const char* name : {SD_BUS_ERROR_SERVICE_UNKNOWN, SD_BUS_ERROR_NAME_HAS_NO_OWNER}) {
-    if (error.is(name)) return Status::NoOwner;
-  }
+  if (errorName == SD_BUS_ERROR_TIMEOUT) return Status::Timeout;
+  if (errorName == SD_BUS_ERROR_SERVICE_UNKNOWN || errorName == SD_BUS_ERROR_NAME_HAS_NO_OWNER) return Status::NoOwner;
   return Status::Error;
+}
+
+BusAnswer answerOf(sd_bus_message* reply) {
+  auto values = bus::readValues(reply);
+  if (!values) return {Status::Invalid, {}, "The answer cannot be understood"};
+  return {Status::Success, std::move(*values), {}};
+}
+
+BusAnswer failureOf(const bus::Error& error, const BusConnection& connection) {
+  return {statusOf(error.name(), connection), {}, error.text(), error.name()};
 }
 
 // Null when the call cannot be made; error then tells why.
@@ -46,10 +54,25 @@ BusAnswer callBusMethod(const BusTarget& target, const std::string& method, cons
   if (!request) return {Status::Invalid, {}, refusal};
   bus::Error error;
   const bus::MessageReference reply = bus::call(connection, request.get(), timeout, error);
-  if (!reply) return {statusOf(error, connection), {}, error.text()};
-  auto values = bus::readValues(reply.get());
-  if (!values) return {Status::Invalid, {}, "The answer cannot be understood"};
-  return {Status::Success, std::move(*values), {}};
+  return reply ? answerOf(reply.get()) : failureOf(error, connection);
+}
+
+void callBusMethodLater(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
+                        std::chrono::milliseconds timeout, const std::function<void(const BusAnswer&)>& done) {
+  BusConnection& connection = BusConnection::forThisThread();
+  if (!connection.isOpen()) return done({Status::NoBus, {}, connection.error()});
+  std::string refusal;
+  const bus::MessageReference request = newRequest(connection, target, method, inputs, &refusal);
+  if (!request) return done({Status::Invalid, {}, refusal});
+  bus::callLater(connection, request.get(), timeout, [done, &connection](sd_bus_message* reply) {
+    if (reply == nullptr) return done({Status::NoBus, {}, "The connection to the bus is gone"});
+    const sd_bus_error* const failure = sd_bus_message_get_error(reply);
+    if (failure == nullptr) return done(answerOf(reply));
+    BusAnswer answer = failureOf(bus::Error(*failure), connection);
+    // That is how a time-out is told here.
+    if (answer.errorName == SD_BUS_ERROR_NO_REPLY) answer.status = Status::Timeout;
+    done(answer);
+  });
 }
 
 bool postBusMethod(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs) {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -33,11 +34,17 @@ struct BusAnswer {
   Status status = Status::Success;
   std::vector<PropertyList> values{};  // what the method returned
   std::string error{};                 // English; empty for success
+  std::string errorName{};             // of the bus's error ("org.vorn.Example.Error.Busy"), where it is one
 };
 
 // Calls the method on this thread's connection and blocks until it has returned or the time has passed.
 BusAnswer callBusMethod(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
                         std::chrono::milliseconds timeout);
+
+// The same without blocking: done is called once, from this thread's run loop, or now where the call cannot be made. An
+// object that goes before it answers counts as one that does not answer in time.
+void callBusMethodLater(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
+                        std::chrono::milliseconds timeout, const std::function<void(const BusAnswer&)>& done);
 
 // Sends the call on this thread's connection and waits for nothing; nobody hears what becomes of it. False when it
 // cannot be made.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <deque>
 #include <functional>
 #include <map>
 #include <optional>
@@ -45,6 +46,17 @@ class ScriptedLink : public vorn::EngineLink {
   std::function<bool()> whileWaiting;               // what the hub does during a wait
   int turnsOfAWait = 0;                             // how often an unanswered wait calls it
 
+  std::vector<vorn::HistoryCall> historyCalls;
+  std::function<void()> historyChanged;  // tells the hub of the engine's history
+  // Answers the oldest call to the history that has no answer yet; false where there is none.
+  bool answerHistory(const vorn::HistoryAnswer& answer) {
+    if (mHistoryAsked.empty()) return false;
+    const auto done = mHistoryAsked.front();
+    mHistoryAsked.pop_front();
+    done(answer);
+    return true;
+  }
+
   bool createLocalPort() override { return hasPort = true; }
   bool isEngineAvailable() override {
     ++lookUps;
@@ -72,6 +84,11 @@ class ScriptedLink : public vorn::EngineLink {
     if (onSend) onSend(requests.back());
   }
   void type(const vorn::TypedKey& key) override { typed.push_back(key); }
+  void watchHistory(std::function<void()> changed) override { historyChanged = std::move(changed); }
+  void askHistory(vorn::HistoryCall call, std::function<void(const vorn::HistoryAnswer&)> done) override {
+    historyCalls.push_back(call);
+    mHistoryAsked.push_back(std::move(done));
+  }
   bool waitForReply(int polls, std::chrono::milliseconds interval) override {
     if (!mSlot.isNone()) return true;
     unansweredWaits.push_back({polls, interval});
@@ -85,6 +102,7 @@ class ScriptedLink : public vorn::EngineLink {
  private:
   std::map<vorn::MessageID, vorn::PropertyList> mAnswers;
   vorn::PropertyList mSlot;
+  std::deque<std::function<void(const vorn::HistoryAnswer&)>> mHistoryAsked;
 };
 
 }  // namespace skarn::test

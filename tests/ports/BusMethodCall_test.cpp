@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 #include <systemd/sd-bus.h>
 
+#include <algorithm>
+#include <future>
 #include <memory>
+#include <optional>
 #include <thread>
 
 #include "ports/BusConnection.h"
 #include "ports/BusObject.h"
+#include "support/BusPump.h"
 #include "support/LoopThread.h"
 #include "support/PrivateBus.h"
 
@@ -99,6 +103,47 @@ TEST_F(BusMethodCallOnABusTest, TellWhatWentWrong) {
   EXPECT_EQ(callBusMethod({"org.vorn.Nobody", "/a", "a.b"}, "Refuse", {}, timeout).status, Status::NoOwner);
 }
 
+TEST_F(BusMethodCallOnABusTest, MayBeMadeWithoutBlockingInTheirOrder) {
+  put({{"Echo", {{"s", "text"}}, {{"s", "text"}}, [](const Values& given) { return BusReply::success(given); }},
+       {"Refuse", {}, {}, [](const Values&) { return BusReply::failure("org.vorn.CallTest1.Error.No", "No!"); }}});
+  std::vector<BusAnswer> answers;
+  const auto note = [&](const BusAnswer& answer) { answers.push_back(answer); };
+  callBusMethodLater(target, "Echo", {{"s", "first"}}, timeout, note);
+  callBusMethodLater(target, "Refuse", {}, timeout, note);
+  callBusMethodLater(target, "Echo", {{"s", "third"}}, timeout, note);
+  callBusMethodLater({"org.vorn.Nobody", "/a", "a.b"}, "Do", {}, timeout, note);
+  EXPECT_EQ(answers.size(), 0U);
+  ASSERT_TRUE(test::serveBusUntil([&] { return answers.size() == 4; }));
+  // The bus itself says that nobody is there, and perhaps sooner.
+  std::stable_partition(answers.begin(), answers.end(),
+                        [](const BusAnswer& each) { return each.status != Status::NoOwner; });
+  EXPECT_EQ(answers[0].values, Values{"first"});
+  EXPECT_EQ(answers[1].status, Status::Error);
+  EXPECT_EQ(answers[1].error, "No!");
+  EXPECT_EQ(answers[1].errorName, "org.vorn.CallTest1.Error.No");
+  EXPECT_EQ(answers[2].values, Values{"third"});
+  EXPECT_EQ(answers[3].status, Status::NoOwner);
+}
+
+TEST_F(BusMethodCallOnABusTest, ThatDoNotBlockTellAtOnceWhenTheyCannotBeMade) {
+  std::vector<Status> statuses;
+  const auto note = [&](const BusAnswer& answer) { statuses.push_back(answer.status); };
+  callBusMethodLater(target, "no name", {}, timeout, note);
+  EXPECT_EQ(statuses, std::vector{Status::Invalid});
+}
+
+TEST_F(BusMethodCallOnABusTest, ThatDoNotBlockEndWhenTheTimeHasPassed) {
+  put({{"Do", {}, {}, [](const Values&) { return BusReply::success(); }}});
+  std::promise<void> isOver;
+  mThread.loop().perform([&] { isOver.get_future().wait(); });
+  std::optional<Status> status;
+  callBusMethodLater(target, "Do", {}, std::chrono::milliseconds(20),
+                     [&](const BusAnswer& answer) { status = answer.status; });
+  EXPECT_TRUE(test::serveBusUntil([&] { return status.has_value(); }));
+  isOver.set_value();
+  EXPECT_EQ(status, Status::Timeout);
+}
+
 TEST_F(BusMethodCallOnABusTest, EndWhenTheTimeHasPassed) {
   put({{"Do", {}, {}, [](const Values&) { return BusReply::success(); }}});
   mThread.run([] {
@@ -113,8 +158,12 @@ TEST_F(BusMethodCallOnABusTest, EndWhenTheTimeHasPassed) {
 TEST(BusMethodCallTest, NeedsABus) {
   test::PrivateBus bus;
   EXPECT_EQ(callBusMethod(target, "Do", {}, timeout).status, Status::NoOwner);
+  std::vector<Status> later;
+  const auto note = [&](const BusAnswer& answer) { later.push_back(answer.status); };
   bus.end();
   EXPECT_EQ(callBusMethod(target, "Do", {}, timeout).status, Status::NoBus);
+  callBusMethodLater(target, "Do", {}, timeout, note);
+  EXPECT_EQ(later, std::vector{Status::NoBus});
 }
 
 }  // namespace
