@@ -134,8 +134,13 @@ TEST_F(BusMethodCallOnABusTest, ThatDoNotBlockTellAtOnceWhenTheyCannotBeMade) {
 
 TEST_F(BusMethodCallOnABusTest, ThatDoNotBlockEndWhenTheTimeHasPassed) {
   put({{"Do", {}, {}, [](const Values&) { return BusReply::success(); }}});
+  std::promise<void> isHeld;
   std::promise<void> isOver;
-  mThread.loop().perform([&] { isOver.get_future().wait(); });
+  mThread.loop().perform([&] {
+    isHeld.set_value();
+    isOver.get_future().wait();
+  });
+  isHeld.get_future().wait();
   std::optional<Status> status;
   callBusMethodLater(target, "Do", {}, std::chrono::milliseconds(20),
                      [&](const BusAnswer& answer) { status = answer.status; });

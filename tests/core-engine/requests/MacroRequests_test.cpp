@@ -424,9 +424,9 @@ TEST(MacroRequestsRandomTest, KeepTheSettingsWholeWhateverIsAsked) {
   const std::vector<RequestHandler> handlers = [] {
     std::vector<RequestHandler> result;
     for (const RequestKind& kind : requestKinds()) {
-      if (kind.messageID >= MessageID::StartMacroRecording && kind.messageID < MessageID::ReleaseDevice) {
-        result.push_back(kind.handler);
-      }
+      const bool isAboutMacros =
+          kind.messageID >= MessageID::StartMacroRecording && kind.messageID < MessageID::ReleaseDevice;
+      if (isAboutMacros || kind.messageID == MessageID::ReplaceMacroSequence) result.push_back(kind.handler);
     }
     return result;
   }();
