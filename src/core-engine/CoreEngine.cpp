@@ -37,10 +37,11 @@ std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
 CoreEngine::CoreEngine(const Options& options, Log& log)
     : mLog(log),
       mFile(mFiles, log, options.stateFolder),
+      mHistory(mStore, mScheduler, [] { return static_cast<std::int64_t>(std::time(nullptr)); }),
+      mHistoryJournal(mFiles, log, options.stateFolder, mHistory),
       mStore(mFile, log, &mDisk),
       mDefaults(mFiles, options.defaultsFile),
       mDevice(options.connection),
-      mHistory(mStore, mScheduler, [] { return static_cast<std::int64_t>(std::time(nullptr)); }),
       mLauncher(launcherFor(options)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
   mRecorder.setClientHandler([this](const std::string& client) { mRecordingClient.become(client); });
@@ -50,6 +51,7 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
     mHistory.note(before, after, origin);
     mNews.settingsChanged(before, after, origin.sourceApp);
   });
+  mStore.addKeeper(mHistoryJournal);
   mHistory.setAppliedHandler([this](const PropertyList& before, const std::vector<ArrayMove>& macroMoves) {
     mProfiles.profilesReplaced(before[keys::Profiles]);
     for (const ArrayMove& each : macroMoves) mRecorder.macrosMoved(each.start, each.gone, each.come);
@@ -75,6 +77,7 @@ int CoreEngine::run() {
   }
   if (!claimFolder()) return anotherEngine;
   mStore.load([this] { return mDefaults.ownProfile(); });
+  mHistoryJournal.load(mFile.loadedFingerprint());
   if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
   if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);
   if (!mHistoryService.start(error)) mLog.line("the history cannot be reached over the bus: " + error);

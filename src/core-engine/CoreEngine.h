@@ -7,6 +7,7 @@
 #include "core-engine/device/VirtualDevice.h"
 #include "core-engine/device/VirtualMouseService.h"
 #include "core-engine/history/History.h"
+#include "core-engine/history/HistoryJournal.h"
 #include "core-engine/history/HistoryService.h"
 #include "core-engine/news/Announcer.h"
 #include "core-engine/news/BusNewsPort.h"
@@ -70,6 +71,10 @@ class CoreEngine : private RequestObserver {
   PosixFileSystem mFiles;
   BusReplyPorts mReplyPorts;
   SettingsFile mFile;
+  RunLoopScheduler mScheduler{mLoop};
+  // What goes along with the changes to the disk lasts longer than the store.
+  History mHistory;
+  HistoryJournal mHistoryJournal;
   DiskThread mDisk{[this] { mLoop.perform([this] { noteSaved(); }); }};
   SettingsStore mStore;
   SettingsTurns mTurns{mStore};
@@ -77,9 +82,7 @@ class CoreEngine : private RequestObserver {
   VirtualDevice mDevice;
   ClientRegistry mClients;
   BusNewsPort mNewsPort;
-  RunLoopScheduler mScheduler{mLoop};
   News mNews{mNewsPort, mScheduler};
-  History mHistory;
   HistoryService mHistoryService{
       mHistory, [this](const std::string& connection, const auto& work) { return takeInTurn(connection, work); }};
   DeviceNews mDeviceNews{mDevice, mNewsPort};

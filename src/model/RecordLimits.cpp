@@ -10,6 +10,23 @@ constexpr std::size_t valueSize = 8;
 
 }  // namespace
 
+std::size_t recordSize(const PropertyList& record) {
+  std::vector<const PropertyList*> open{&record};
+  std::size_t size = 0;
+  while (!open.empty()) {
+    const PropertyList& value = *open.back();
+    open.pop_back();
+    size += valueSize + value.string().size() + value.bytes().size();
+    for (const PropertyList& element : value.elements()) open.push_back(&element);
+    if (!value.isDictionary()) continue;
+    for (std::size_t index = 0; index < value.size(); ++index) {
+      size += value.keyAt(index).size();
+      open.push_back(&value.valueAt(index));
+    }
+  }
+  return size;
+}
+
 bool isWithinRecordLimits(const PropertyList& record) {
   struct Container {
     const PropertyList* value;

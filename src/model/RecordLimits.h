@@ -12,6 +12,9 @@ inline constexpr std::size_t maximumRecordSize = std::size_t{1024} * 1024;
 // So many containers may lie one in another, the record itself included. An empty one does not count.
 inline constexpr std::size_t maximumRecordDepth = 32;
 
+// In bytes, as above, however large it is.
+std::size_t recordSize(const PropertyList& record);
+
 // Takes a time bounded by the limits, whatever the record holds.
 bool isWithinRecordLimits(const PropertyList& record);
 

@@ -37,24 +37,75 @@ std::string_view kindOf(const PropertyList& description) {
 History::History(SettingsStore& store, const Scheduler& scheduler, Clock clock)
     : mStore(store), mScheduler(scheduler), mClock(std::move(clock)) {}
 
+HistoryStep History::stepFor(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
+  mPrepared = changeFor(before, after, origin);
+  return mPrepared->step;
+}
+
 void History::note(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
+  if (!mPrepared) mPrepared = changeFor(before, after, origin);
+  carryOut(*mPrepared);
+}
+
+History::Change History::changeFor(const PropertyList& before, const PropertyList& after,
+                                   const ChangeOrigin& origin) const {
   switch (origin.kind) {
-    case ChangeOrigin::Kind::Mouse:
-      // What comes after it could not be told from it.
-      mGesture.reset();
-      return;
-    case ChangeOrigin::Kind::History:
-      return;
     case ChangeOrigin::Kind::Request:
+      return requested(before, after, origin);
+    case ChangeOrigin::Kind::History:
+      return {mPlanned};
+    case ChangeOrigin::Kind::Mouse:
       break;
   }
-  if (!continuesGesture(origin) || !replaceLast(after)) add(before, after, origin);
+  // What comes after it could not be told from it.
+  return {{.undone = mEntries.undone()}};
+}
+
+History::Change History::requested(const PropertyList& before, const PropertyList& after,
+                                   const ChangeOrigin& origin) const {
+  if (continuesGesture(origin)) {
+    Edits edits = editsBetween(mGesture->before, after);
+    // Dragged back to where it was.
+    if (edits.empty()) return {{.dropsLast = true}};
+    const Entry& last = mEntries.all().back();
+    Entry entry = entryFor(last.id, std::move(edits), *mGesture, after);
+    // A step that is about something else than the gesture is a change of its own.
+    if (kindOf(entry.description) == kindOf(last.description) &&
+        entry.description[history::keys::Profile] == last.description[history::keys::Profile]) {
+      Gesture gesture = *mGesture;
+      gesture.lastStep = mScheduler.now();
+      return {{.dropsLast = true, .added = std::move(entry)}, std::move(gesture)};
+    }
+  }
+  Edits edits = editsBetween(before, after);
+  if (edits.empty()) return {{.undone = mEntries.undone()}, mGesture};
+  Gesture gesture{origin, before, mScheduler.now()};
+  Entry entry = entryFor(mEntries.lastID() + 1, std::move(edits), gesture, after);
+  return {{.endsUndone = true, .added = std::move(entry)}, std::move(gesture)};
+}
+
+History::Entry History::entryFor(std::uint64_t id, Edits edits, const Gesture& gesture,
+                                 const PropertyList& after) const {
+  PropertyList description = descriptionOf(edits, gesture.before, after, gesture.origin.request);
+  return {id, mClock(), gesture.origin.sourceApp, std::move(description), std::move(edits)};
+}
+
+void History::carryOut(const Change& change) {
+  // Handlers may begin another one.
+  const Change carriedOut = change;
+  const bool hasChanged = carriedOut.step != HistoryStep{.undone = mEntries.undone()};
+  mPrepared.reset();
+  mEntries.take(carriedOut.step);
+  mGesture = carriedOut.gesture;
+  ++mRevision;
+  if (hasChanged && mChanged) mChanged();
 }
 
 bool History::continuesGesture(const ChangeOrigin& origin) const {
-  if (!mGesture || mEntries.empty() || mUndone > 0 || mGesture->origin.client != origin.client) return false;
+  if (!mGesture || mEntries.all().empty() || mEntries.undone() > 0 || mGesture->origin.client != origin.client)
+    return false;
   const auto pause = mScheduler.now() - mGesture->lastStep;
-  const std::string_view kind = kindOf(mEntries.back().description);
+  const std::string_view kind = kindOf(mEntries.all().back().description);
   if (isOneOf(kind, deletions)) {
     const bool isSwitch = kind == kinds::ProfileDeleted && origin.request == MessageID::SwitchProfile;
     const bool isCleanUp = origin.request == MessageID::ReplaceAllProfiles || isSwitch;
@@ -63,78 +114,45 @@ bool History::continuesGesture(const ChangeOrigin& origin) const {
   return isOneOf(kind, draggedKinds) && origin.request == mGesture->origin.request && pause <= pauseWithinDrag;
 }
 
-void History::add(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
-  Edits edits = editsBetween(before, after);
-  if (edits.empty()) return;
-  mEntries.resize(undoneFrom());
-  mUndone = 0;
-  if (mEntries.size() == maximumEntries) mEntries.pop_front();
-  PropertyList description = descriptionOf(edits, before, after, origin.request);
-  mEntries.push_back({++mLastID, mClock(), origin.sourceApp, std::move(description), std::move(edits)});
-  mGesture = {origin, before, mScheduler.now()};
-  changed();
-}
-
-bool History::replaceLast(const PropertyList& after) {
-  Edits edits = editsBetween(mGesture->before, after);
-  PropertyList description = descriptionOf(edits, mGesture->before, after, mGesture->origin.request);
-  Entry& last = mEntries.back();
-  // A step that is about something else than the gesture is a change of its own.
-  const bool isSame =
-      edits.empty() || (kindOf(description) == kindOf(last.description) &&
-                        description[history::keys::Profile] == last.description[history::keys::Profile]);
-  if (!isSame) return false;
-  if (edits.empty()) {
-    // Dragged back to where it was.
-    mEntries.pop_back();
-    mGesture.reset();
-  } else {
-    last.edits = std::move(edits);
-    last.description = std::move(description);
-    last.time = mClock();
-    mGesture->lastStep = mScheduler.now();
-  }
-  changed();
-  return true;
-}
-
 struct History::Plan {
   PropertyList bundle;
-  std::size_t standing = 0;           // how many entries stand then, those that are gone not counted
-  std::vector<std::uint64_t> gone{};  // IDs of entries of which nothing stands any more
+  HistoryStep step{};
   std::vector<ArrayMove> macroMoves{};
   Result result{Outcome::ChangedSince};
 };
 
 void History::undo(const Done& done) {
-  if (undoneFrom() == 0) return done({Outcome::NothingLeft});
-  leave(undoneFrom() - 1, done);
+  if (mEntries.standing() == 0) return done({Outcome::NothingLeft});
+  leave(mEntries.standing() - 1, done);
 }
 
 void History::redo(const Done& done) {
-  if (mUndone == 0) return done({Outcome::NothingLeft});
-  leave(undoneFrom() + 1, done);
+  if (mEntries.undone() == 0) return done({Outcome::NothingLeft});
+  leave(mEntries.standing() + 1, done);
 }
 
 void History::goTo(std::uint64_t id, const Done& done) {
-  const auto entry = std::find_if(mEntries.begin(), mEntries.end(), [id](const Entry& each) { return each.id == id; });
-  if (id != 0 && entry == mEntries.end()) return done({Outcome::NothingLeft});
-  const std::size_t standing = id == 0 ? 0 : static_cast<std::size_t>(entry - mEntries.begin()) + 1;
-  if (standing == undoneFrom()) return done({Outcome::Done, id == 0 ? Entry() : *entry});
+  const auto& entries = mEntries.all();
+  const auto entry = std::find_if(entries.begin(), entries.end(), [id](const Entry& each) { return each.id == id; });
+  if (id != 0 && entry == entries.end()) return done({Outcome::NothingLeft});
+  const std::size_t standing = id == 0 ? 0 : static_cast<std::size_t>(entry - entries.begin()) + 1;
+  if (standing == mEntries.standing()) return done({Outcome::Done, id == 0 ? Entry() : *entry});
   leave(standing, done);
 }
 
 void History::leave(std::size_t standing, const Done& done) {
-  mGesture.reset();
-  const Plan plan = planned(standing);
+  Plan plan = planned(standing);
   if (plan.result.outcome == Outcome::ChangedSince) {
-    carryOut(plan);
+    carryOut({plan.step});
     return done(plan.result);
   }
-  const auto saved = [this, plan, done, before = mStore.bundle()](SettingsStore::Outcome outcome) {
+  mPlanned = plan.step;
+  const auto saved = [this, plan, done, before = mStore.bundle(),
+                      revision = mRevision](SettingsStore::Outcome outcome) {
     Result result = plan.result;
     if (outcome == SettingsStore::Outcome::Done) {
-      carryOut(plan);
+      // Several changes together may come to none, of which nobody is told.
+      if (mRevision == revision) carryOut({plan.step});
       if (mApplied) mApplied(before, plan.macroMoves);
     } else {
       result.outcome = Outcome::NotSaved;
@@ -145,12 +163,12 @@ void History::leave(std::size_t standing, const Done& done) {
 }
 
 History::Plan History::planned(std::size_t standing) const {
-  Plan plan{mStore.bundle(), standing};
+  Plan plan{mStore.bundle()};
   const auto take = [&plan](const Entry& entry, EditedBundle edited) {
     plan.result.entry = entry;
     plan.result.conflicts += edited.conflicts.size();
     if (edited.conflicts.size() == entry.edits.size()) {
-      plan.gone.push_back(entry.id);
+      plan.step.gone.push_back(entry.id);
       return;
     }
     plan.bundle = std::move(edited.bundle);
@@ -158,27 +176,17 @@ History::Plan History::planned(std::size_t standing) const {
     plan.result.outcome = Outcome::Done;
     ++plan.result.entries;
   };
-  for (std::size_t each = undoneFrom(); each > standing; --each) {
-    const Entry& entry = mEntries[each - 1];
-    take(entry, withEditsTakenBack(plan.bundle, entry.edits));
+  const auto& entries = mEntries.all();
+  for (std::size_t each = mEntries.standing(); each > standing; --each) {
+    take(entries[each - 1], withEditsTakenBack(plan.bundle, entries[each - 1].edits));
   }
-  for (std::size_t each = undoneFrom(); each < standing; ++each) {
-    take(mEntries[each], withEditsMadeAgain(plan.bundle, mEntries[each].edits));
+  for (std::size_t each = mEntries.standing(); each < standing; ++each) {
+    take(entries[each], withEditsMadeAgain(plan.bundle, entries[each].edits));
   }
-  if (standing > undoneFrom()) plan.standing -= plan.gone.size();
+  // Of what was to be taken back, what is left is undone; what is gone was among the standing ones before.
+  const std::size_t goneUndone = standing > mEntries.standing() ? 0 : plan.step.gone.size();
+  plan.step.undone = entries.size() - standing - goneUndone;
   return plan;
-}
-
-void History::carryOut(const Plan& plan) {
-  std::erase_if(mEntries, [&plan](const Entry& each) {
-    return std::find(plan.gone.begin(), plan.gone.end(), each.id) != plan.gone.end();
-  });
-  mUndone = mEntries.size() - plan.standing;
-  changed();
-}
-
-void History::changed() {
-  if (mChanged) mChanged();
 }
 
 }  // namespace vorn::engine

@@ -8,14 +8,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "core-engine/Scheduler.h"
-#include "core-engine/history/SettingsEdits.h"
+#include "core-engine/history/HistoryEntries.h"
 #include "core-engine/storage/ChangeOrigin.h"
 #include "core-engine/storage/SettingsStore.h"
 #include "model/PropertyList.h"
@@ -28,15 +27,7 @@ class History {
   using Clock = std::function<std::int64_t()>;
   using ChangeHandler = std::function<void()>;
 
-  static constexpr std::size_t maximumEntries = 200;
-
-  struct Entry {
-    std::uint64_t id = 0;
-    std::int64_t time = 0;
-    std::string sourceApp;
-    PropertyList description;  // as ChangeDescription.h has it
-    Edits edits;
-  };
+  using Entry = HistoryEntry;
 
   enum class Outcome {
     Done,
@@ -65,6 +56,9 @@ class History {
   // One handler, which changes no settings.
   void setAppliedHandler(AppliedHandler handler) { mApplied = std::move(handler); }
 
+  // What the change is to the entries. To be asked for before note(), where it has to be known then, on its way to the
+  // disk.
+  HistoryStep stepFor(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin);
   // The settings have changed.
   void note(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin);
 
@@ -76,39 +70,46 @@ class History {
   // what was undone up to it. With 0, what they were before all changes that are kept.
   void goTo(std::uint64_t id, const Done& done);
 
-  // The oldest first. Those from undoneFrom() on are undone and can be made again.
-  const std::deque<Entry>& entries() const { return mEntries; }
-  std::size_t undoneFrom() const { return mEntries.size() - mUndone; }
+  const HistoryEntries& entries() const { return mEntries; }
+  // Puts entries in the place of those that are there.
+  void restore(HistoryEntries entries) { mEntries = std::move(entries); }
+  // Another number after each step, also one that changes no entry.
+  std::uint64_t revision() const { return mRevision; }
 
  private:
   // What taking back, or making again, comes to.
   struct Plan;
-
-  bool continuesGesture(const ChangeOrigin& origin) const;
-  void add(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin);
-  // Makes the last entry the change from the begin of the gesture to this. False where that would be another change.
-  bool replaceLast(const PropertyList& after);
-  // Takes back or makes again until so many entries stand.
-  void leave(std::size_t standing, const Done& done);
-  Plan planned(std::size_t standing) const;
-  void carryOut(const Plan& plan);
-  void changed();
-
-  SettingsStore& mStore;
-  const Scheduler& mScheduler;
-  Clock mClock;
-  ChangeHandler mChanged;
-  AppliedHandler mApplied;
-  std::deque<Entry> mEntries;
-  std::size_t mUndone = 0;  // how many of the last ones
-  std::uint64_t mLastID = 0;
-
   // The gesture under way.
   struct Gesture {
     ChangeOrigin origin;
     PropertyList before;  // the settings at its begin
     Scheduler::Duration lastStep;
   };
+  // What a change is to the entries and to the gesture.
+  struct Change {
+    HistoryStep step;
+    std::optional<Gesture> gesture{};
+  };
+
+  Change changeFor(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) const;
+  Change requested(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) const;
+  // The last entry, or the next one, as the change from the begin of the gesture on.
+  Entry entryFor(std::uint64_t id, Edits edits, const Gesture& gesture, const PropertyList& after) const;
+  bool continuesGesture(const ChangeOrigin& origin) const;
+  // Takes back or makes again until so many entries stand.
+  void leave(std::size_t standing, const Done& done);
+  Plan planned(std::size_t standing) const;
+  void carryOut(const Change& change);
+
+  SettingsStore& mStore;
+  const Scheduler& mScheduler;
+  Clock mClock;
+  ChangeHandler mChanged;
+  AppliedHandler mApplied;
+  HistoryEntries mEntries;
+  std::uint64_t mRevision = 0;
+  std::optional<Change> mPrepared;  // told before its change is in force
+  HistoryStep mPlanned;             // while changes are taken back or made again
   std::optional<Gesture> mGesture;
 };
 

@@ -89,8 +89,9 @@ BusMethod HistoryService::method(const char* name, std::vector<BusArgument> inpu
 }
 
 PropertyList HistoryService::told(const History::Entry& entry) const {
-  const auto& entries = mHistory.entries();
-  const bool isUndone = std::any_of(entries.begin() + static_cast<std::ptrdiff_t>(mHistory.undoneFrom()), entries.end(),
+  const auto& entries = mHistory.entries().all();
+  const auto standing = static_cast<std::ptrdiff_t>(mHistory.entries().standing());
+  const bool isUndone = std::any_of(entries.begin() + standing, entries.end(),
                                     [&](const History::Entry& each) { return each.id == entry.id; });
   const PropertyList result = entry.description.merging(
       PropertyList::dictionary({{words::ID, entry.id}, {words::Time, entry.time}, {words::IsUndone, isUndone}}));
@@ -98,7 +99,7 @@ PropertyList HistoryService::told(const History::Entry& entry) const {
 }
 
 PropertyList HistoryService::entries() const {
-  const auto& entries = mHistory.entries();
+  const auto& entries = mHistory.entries().all();
   std::vector<PropertyList> newestFirst;
   std::transform(entries.rbegin(), entries.rend(), std::back_inserter(newestFirst),
                  [this](const History::Entry& each) { return told(each); });

@@ -60,4 +60,7 @@ class FileSystem {
   virtual std::error_code lock(const std::string& path) = 0;
 };
 
+// Appends all of the bytes.
+std::error_code writeAll(FileSystem& files, FileSystem::Handle handle, BytesView bytes);
+
 }  // namespace vorn::engine

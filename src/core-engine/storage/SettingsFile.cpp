@@ -1,8 +1,8 @@
 #include "core-engine/storage/SettingsFile.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "core-engine/storage/Fingerprint.h"
 #include "model/PropertyListCodec.h"
 
 namespace vorn::engine {
@@ -39,6 +39,7 @@ std::optional<PropertyList> SettingsFile::load(const Check& check) {
   mFiles.remove(path(newName));
   mDamaged.clear();
   mOwn.reset();
+  mLoadedFingerprint = 0;
   if (auto contents = loadFile(path(currentName), check)) return contents;
   auto contents = loadFile(path(lastGoodName), check);
   if (contents) mLog.line("using the last good settings, " + path(lastGoodName));
@@ -56,6 +57,7 @@ std::optional<PropertyList> SettingsFile::loadFile(const std::string& path, cons
     if (auto usable = check(*decoded, reason)) {
       FileSystem::Identity identity;
       if (!mFiles.identify(path, identity)) mOwn = identity;
+      mLoadedFingerprint = fingerprintOf(bytes);
       return usable;
     }
   }
@@ -124,23 +126,13 @@ std::error_code SettingsFile::writeNew(BytesView bytes, FileSystem::Identity& wr
   FileSystem::Handle handle = -1;
   const auto create = [&] { return mFiles.create(fresh, handle); };
   if (const std::error_code error = withoutObstacle(fresh, create)) return error;
-  std::error_code error = writeAll(handle, bytes);
+  std::error_code error = writeAll(mFiles, handle, bytes);
   if (!error) error = mFiles.sync(handle);
   const std::error_code closeError = mFiles.close(handle);
   if (!error) error = closeError;
   if (!error) error = mFiles.identify(fresh, written);
   if (error) mFiles.remove(fresh);
   return error;
-}
-
-std::error_code SettingsFile::writeAll(FileSystem::Handle handle, BytesView bytes) {
-  while (!bytes.empty()) {
-    std::size_t written = 0;
-    if (const std::error_code error = mFiles.write(handle, bytes, written)) return error;
-    if (written == 0) return std::make_error_code(std::errc::io_error);
-    bytes = bytes.subspan(std::min(written, bytes.size()));
-  }
-  return {};
 }
 
 std::error_code SettingsFile::setForeignAside() {

@@ -13,6 +13,7 @@
 // the engine's own. One thread at a time.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -34,6 +35,8 @@ class SettingsFile {
   SettingsFile(FileSystem& files, Log& log, std::string folder);
 
   const std::string& folder() const { return mFolder; }
+  // Of the file whose contents load() gave (Fingerprint.h); 0 without one.
+  std::uint64_t loadedFingerprint() const { return mLoadedFingerprint; }
 
   // Makes the folder and holds it for this process. std::errc::resource_unavailable_try_again when another process
   // holds it.
@@ -56,7 +59,6 @@ class SettingsFile {
   std::error_code withoutObstacle(const std::string& path, const std::function<std::error_code()>& operation);
   std::error_code setDamagedAside();
   std::error_code writeNew(BytesView bytes, FileSystem::Identity& written);
-  std::error_code writeAll(FileSystem::Handle handle, BytesView bytes);
   std::error_code putInForce(const FileSystem::Identity& written);
   std::error_code setForeignAside();
 
@@ -64,7 +66,8 @@ class SettingsFile {
   Log& mLog;
   std::string mFolder;
   std::optional<FileSystem::Identity> mOwn;  // the file that the engine loaded or put in force last
-  std::vector<std::string> mDamaged;         // still in the way: a save would overwrite them
+  std::uint64_t mLoadedFingerprint = 0;
+  std::vector<std::string> mDamaged;  // still in the way: a save would overwrite them
 };
 
 }  // namespace vorn::engine

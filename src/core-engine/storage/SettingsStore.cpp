@@ -60,7 +60,10 @@ void SettingsStore::save(const PropertyList& bundle, Done done, const ChangeOrig
   constexpr std::size_t certainSize = maximumSize / 4;
   std::optional<Bytes> bytes = encodeBinaryPropertyList(bundle);
   if (!bytes || (bytes->size() > certainSize && !isSendableBundle(bundle))) return done(Outcome::TooLarge);
-  Save save{bundle, std::move(done), origin, std::move(*bytes), false, {}};
+  Save save{bundle, std::move(done), origin, std::move(*bytes), !isEmpty(), false, {}};
+  if (save.isKept) {
+    for (ChangeKeeper* keeper : mKeepers) keeper->willSave(mBundle, bundle, origin);
+  }
   if (mDisk == nullptr) {
     write(save);
     return finish(save);
@@ -71,6 +74,9 @@ void SettingsStore::save(const PropertyList& bundle, Done done, const ChangeOrig
 
 // On the disk thread, where there is one.
 void SettingsStore::write(Save& save) {
+  if (save.isKept) {
+    for (ChangeKeeper* keeper : mKeepers) keeper->keep(save.bytes);
+  }
   save.isSaved = mFile.save(save.bytes, save.error);
 }
 
@@ -90,18 +96,24 @@ void SettingsStore::settleEnded() {
 
 void SettingsStore::finish(const Save& save) {
   mIsOnDisk = save.isSaved;
+  const auto tellKeepers = [&] {
+    if (!save.isKept) return;
+    for (ChangeKeeper* keeper : mKeepers) keeper->hasEnded(save.isSaved);
+  };
   if (!save.isSaved) {
     // A slider that is dragged on a full disk would otherwise tell the same at every step.
     if (save.error != mLastSaveError) {
       mLog.line("cannot save the settings in " + mFile.folder() + ": " + save.error);
     }
     mLastSaveError = save.error;
+    tellKeepers();
     return save.done(Outcome::NotSaved);
   }
   if (!mLastSaveError.empty()) mLog.line("the settings are saved again");
   mLastSaveError.clear();
   const PropertyList before = std::exchange(mBundle, save.bundle);
   if (mChangeHandler && !before.isNone() && before != mBundle) mChangeHandler(before, mBundle, save.origin);
+  tellKeepers();
   save.done(Outcome::Done);
 }
 

@@ -6,8 +6,10 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core-engine/Log.h"
+#include "core-engine/storage/ChangeKeeper.h"
 #include "core-engine/storage/ChangeOrigin.h"
 #include "core-engine/storage/DiskThread.h"
 #include "core-engine/storage/SettingsFile.h"
@@ -45,6 +47,10 @@ class SettingsStore {
   // One handler, an empty one for none. It must not change the settings itself.
   void setChangeHandler(ChangeHandler handler) { mChangeHandler = std::move(handler); }
 
+  // Is told of each change that is saved in the place of another bundle, after those that were added before. Outlives
+  // the store.
+  void addKeeper(ChangeKeeper& keeper) { mKeepers.push_back(&keeper); }
+
   // Takes what the disk holds; incomplete contents are completed. The factory profile is asked for only then.
   void load(const FactoryProfile& factoryProfile);
 
@@ -81,6 +87,7 @@ class SettingsStore {
     Done done;
     ChangeOrigin origin;
     Bytes bytes;
+    bool isKept = false;  // told to the keepers
     bool isSaved = false;
     std::string error;
   };
@@ -93,6 +100,7 @@ class SettingsStore {
   Log& mLog;
   DiskThread* mDisk;
   ChangeHandler mChangeHandler;
+  std::vector<ChangeKeeper*> mKeepers;
   PropertyList mBundle;
   std::optional<Save> mSave;  // under way on the disk thread
   bool mIsOnDisk = false;     // for certain; a save that failed may have left its bundle there

@@ -78,12 +78,12 @@ class HistoryRequestsTest : public testing::Test, protected TestParts {
   void expectOne(const PropertyList& description, const std::function<void()>& requests) {
     SCOPED_TRACE(description.description());
     const PropertyList before = store.bundle();
-    const std::size_t count = history.entries().size();
+    const std::size_t count = history.entries().all().size();
     requests();
     const PropertyList after = store.bundle();
     EXPECT_NE(before, after);
-    ASSERT_EQ(history.entries().size(), count + 1);
-    EXPECT_EQ(history.entries().back().description, description);
+    ASSERT_EQ(history.entries().all().size(), count + 1);
+    EXPECT_EQ(history.entries().all().back().description, description);
     EXPECT_EQ(undo(), History::Outcome::Done);
     EXPECT_EQ(store.bundle(), before);
     EXPECT_EQ(stored(), before);
@@ -97,7 +97,7 @@ class HistoryRequestsTest : public testing::Test, protected TestParts {
     const PropertyList before = store.bundle();
     work();
     EXPECT_NE(store.bundle(), before);
-    EXPECT_EQ(history.entries().size(), 0U);
+    EXPECT_EQ(history.entries().all().size(), 0U);
   }
 
   History history{store, scheduler, [] { return std::int64_t{1'700'000'000}; }};
@@ -276,7 +276,7 @@ TEST_F(HistoryRequestsTest, KeepNothingOfWhatIsRefusedOrChangesNothing) {
   update(words({{"ScrollLED", store.bundle()["Profiles"].at(1)["ScrollLED"]}}));
   disk.failFrom(1, std::errc::no_space_on_device);
   ask(MessageID::RemoveAllMacroEvents, {{"macroID", 2}}, ReturnStatus::NotSaved);
-  EXPECT_EQ(history.entries().size(), 0U);
+  EXPECT_EQ(history.entries().all().size(), 0U);
   EXPECT_EQ(store.bundle(), startBundle());
 }
 

@@ -87,7 +87,7 @@ class HistoryTest : public testing::Test {
   const PropertyList& now() const { return mStore.bundle(); }
   std::vector<std::string> entries() const {
     std::vector<std::string> result;
-    for (const History::Entry& each : mHistory.entries()) result.push_back(each.description["kind"].toString());
+    for (const History::Entry& each : mHistory.entries().all()) result.push_back(each.description["kind"].toString());
     return result;
   }
 
@@ -121,8 +121,8 @@ TEST_F(HistoryTest, AChangeIsTakenBackAndMadeAgainExactly) {
 
 TEST_F(HistoryTest, AnEntryTellsWhoAndWhenAndWhat) {
   update(other, setting("PollingRate", 125), 2);
-  ASSERT_EQ(mHistory.entries().size(), 1U);
-  const History::Entry& entry = mHistory.entries().front();
+  ASSERT_EQ(mHistory.entries().all().size(), 1U);
+  const History::Entry& entry = mHistory.entries().all().front();
   EXPECT_EQ(entry.id, 1U);
   EXPECT_EQ(entry.time, mTime);
   EXPECT_EQ(entry.sourceApp, "org.vorn.vornctl");
@@ -206,8 +206,8 @@ TEST_F(HistoryTest, TheOldestOfMoreThanTwoHundredIsForgotten) {
   for (int each = 0; each < 201; ++each) {
     update(each % 2 == 0 ? window : other, each % 2 == 0 ? rate : setting("PollingRate", 500));
   }
-  EXPECT_EQ(mHistory.entries().size(), History::maximumEntries);
-  EXPECT_EQ(mHistory.entries().front().id, 2U);
+  EXPECT_EQ(mHistory.entries().all().size(), HistoryEntries::maximumCount);
+  EXPECT_EQ(mHistory.entries().all().front().id, 2U);
   int undone = 0;
   while (undo().outcome == Outcome::Done) ++undone;
   EXPECT_EQ(undone, 200);
@@ -255,9 +255,9 @@ TEST_F(HistoryTest, WhatNoLongerStandsIsLeftOutOfTheWayBack) {
   EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(5));
   EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], rate);
   EXPECT_EQ(entries(), (Kinds{"pollingRate", "application"}));
-  EXPECT_EQ(mHistory.undoneFrom(), 0U);
+  EXPECT_EQ(mHistory.entries().standing(), 0U);
   EXPECT_EQ(goTo(3).entries, 2U);
-  EXPECT_EQ(mHistory.undoneFrom(), 2U);
+  EXPECT_EQ(mHistory.entries().standing(), 2U);
 }
 
 TEST_F(HistoryTest, WhatIsTakenBackTellsWhereMacrosHaveGone) {
@@ -332,7 +332,7 @@ TEST_F(HistoryTest, ADeletedMacroComesBackWithTheAssignmentsThatTheDeletionTook)
   deleteMacro(window, 1);
   cleanUp(window);
   EXPECT_EQ(entries(), Kinds{"macroDeleted"});
-  EXPECT_EQ(mHistory.entries().front().description,
+  EXPECT_EQ(mHistory.entries().all().front().description,
             PropertyList::dictionary({{"kind", "macroDeleted"}, {"macro", "Macro 2"}}));
   EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now(), before);
