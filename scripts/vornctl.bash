@@ -84,6 +84,10 @@ _vornctl_device() {
   esac
 }
 
+_vornctl_backups() {
+  [[ $1 == restore ]] && _vornctl_offer < <(vornctl --no-start --timeout 1 backups list 2>/dev/null | cut -d ' ' -f 1)
+}
+
 _vornctl() {
   local cur=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} index
   local -a words=()
@@ -122,7 +126,7 @@ _vornctl() {
   done
   words+=("$cur")
   if ((${#words[@]} == 1)); then
-    _vornctl_words 'status profiles get set macros assign assignments keys undo redo history monitor device'
+    _vornctl_words 'status profiles get set macros assign assignments keys undo redo history backups monitor device'
     return
   fi
   case ${words[0]}:${#words[@]} in
@@ -130,6 +134,8 @@ _vornctl() {
     macros:2) _vornctl_words 'list show record rename delete export import' ;;
     device:2) _vornctl_words 'plug unplug press release click type battery charging firmware state output' ;;
     history:2) _vornctl_words 'list go' ;;
+    backups:2) _vornctl_words 'list restore' ;;
+    backups:3) _vornctl_backups "${words[1]}" ;;
     get:2 | set:2) _vornctl_words "$_vornctl_keys" ;;
     profiles:*) _vornctl_records profiles SkarnProfile "${words[@]:1}" ;;
     macros:*) _vornctl_records macros SkarnMacro "${words[@]:1}" ;;

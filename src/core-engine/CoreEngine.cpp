@@ -2,6 +2,7 @@
 
 #include <malloc.h>
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <ctime>
@@ -32,6 +33,15 @@ std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
   return std::make_unique<PosixProgramLauncher>();
 }
 
+// Today, where the user is, as "2026-11-22".
+std::string localDate() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  std::array<char, 32> text{};
+  if (localtime_r(&now, &local) == nullptr) return {};
+  return {text.data(), std::strftime(text.data(), text.size(), "%F", &local)};
+}
+
 }  // namespace
 
 CoreEngine::CoreEngine(const Options& options, Log& log)
@@ -39,6 +49,7 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mFile(mFiles, log, options.stateFolder),
       mHistory(mStore, mScheduler, [] { return static_cast<std::int64_t>(std::time(nullptr)); }),
       mHistoryJournal(mFiles, log, options.stateFolder, mHistory),
+      mBackups(mFiles, log, options.stateFolder, localDate),
       mStore(mFile, log, &mDisk),
       mDefaults(mFiles, options.defaultsFile),
       mDevice(options.connection),
@@ -51,6 +62,7 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
     mHistory.note(before, after, origin);
     mNews.settingsChanged(before, after, origin.sourceApp);
   });
+  mStore.addKeeper(mBackups);
   mStore.addKeeper(mHistoryJournal);
   mHistory.setAppliedHandler([this](const PropertyList& before, const std::vector<ArrayMove>& macroMoves) {
     mProfiles.profilesReplaced(before[keys::Profiles]);

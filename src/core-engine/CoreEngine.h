@@ -27,6 +27,7 @@
 #include "core-engine/storage/DiskThread.h"
 #include "core-engine/storage/FactoryDefaults.h"
 #include "core-engine/storage/PosixFileSystem.h"
+#include "core-engine/storage/SettingsBackups.h"
 #include "core-engine/storage/SettingsFile.h"
 #include "core-engine/storage/SettingsStore.h"
 #include "core-engine/storage/SettingsTurns.h"
@@ -75,6 +76,7 @@ class CoreEngine : private RequestObserver {
   // What goes along with the changes to the disk lasts longer than the store.
   History mHistory;
   HistoryJournal mHistoryJournal;
+  SettingsBackups mBackups;
   DiskThread mDisk{[this] { mLoop.perform([this] { noteSaved(); }); }};
   SettingsStore mStore;
   SettingsTurns mTurns{mStore};
@@ -83,8 +85,9 @@ class CoreEngine : private RequestObserver {
   ClientRegistry mClients;
   BusNewsPort mNewsPort;
   News mNews{mNewsPort, mScheduler};
-  HistoryService mHistoryService{
-      mHistory, [this](const std::string& connection, const auto& work) { return takeInTurn(connection, work); }};
+  HistoryService mHistoryService{mHistory, mBackups, mStore, [this](const std::string& connection, const auto& work) {
+                                   return takeInTurn(connection, work);
+                                 }};
   DeviceNews mDeviceNews{mDevice, mNewsPort};
   Announcer mAnnouncer{mClients, mReplyPorts, mDevice, mDeviceNews, mScheduler};
   // Whose recording and whose capture runs.

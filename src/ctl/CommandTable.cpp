@@ -44,6 +44,8 @@ constexpr Command table[] = {
     {"redo", "", 0, 0, "", "make the change again that was undone last", redoChange},
     {"history list", "", 0, 0, "", "list the changes of the settings, the newest first", listHistory},
     {"history go", "CHANGE", 1, 1, "", "undo or redo up to this number of the list; 0: undo all", goToChange},
+    {"backups list", "", 0, 0, "", "list the settings of before the first change of each day", listBackups},
+    {"backups restore", "DATE", 1, 1, "", "put a backup in the place of the settings", restoreBackup},
     {"history", "", 0, 0, "", "the same as history list", listHistory},
     {"monitor", "", 0, 0, "", "print what the engine tells, until SIGINT or SIGTERM", monitor},
     {"device plug", "wired|wireless", 1, 1, "", "plug the virtual mouse in", plugDevice},

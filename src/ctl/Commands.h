@@ -38,6 +38,8 @@ Outcome listHistory(Context& context, const Arguments& arguments);
 Outcome undoChange(Context& context, const Arguments& arguments);
 Outcome redoChange(Context& context, const Arguments& arguments);
 Outcome goToChange(Context& context, const Arguments& arguments);
+Outcome listBackups(Context& context, const Arguments& arguments);
+Outcome restoreBackup(Context& context, const Arguments& arguments);
 
 Outcome plugDevice(Context& context, const Arguments& arguments);
 Outcome unplugDevice(Context& context, const Arguments& arguments);

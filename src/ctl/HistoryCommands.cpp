@@ -95,6 +95,23 @@ Outcome redoChange(Context& context, const Arguments&) {
   return change(context, methods::Redo, "Made again: ");
 }
 
+Outcome listBackups(Context& context, const Arguments&) {
+  const auto values = call(context, methods::Backups);
+  if (!values) return values.failure();
+  std::vector<std::string> lines;
+  for (const PropertyList& each : values->at(0).elements()) {
+    lines.push_back(each[words::Date].toString() + "  written " + timeOf(each) + "  " +
+                    std::to_string(each[history::backupKeys::Size].toInt64()) + " bytes");
+  }
+  context.output.either(lines, values->at(0));
+  return std::nullopt;
+}
+
+Outcome restoreBackup(Context& context, const Arguments& arguments) {
+  const auto values = call(context, methods::RestoreBackup, {{"s", arguments[0]}});
+  return values ? std::nullopt : Outcome(values.failure());
+}
+
 Outcome goToChange(Context& context, const Arguments& arguments) {
   return goTo(context, arguments[0]);
 }

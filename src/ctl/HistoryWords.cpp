@@ -86,6 +86,7 @@ std::string wordsOfChange(const PropertyList& entry) {
   if (kind == kinds::MacroAdded) return macros() + " added";
   if (kind == kinds::MacroDeleted) return macros() + " deleted";
   if (kind == kinds::MacroRenamed) return macros() + " renamed to " + quoted(entry[words::NewName]);
+  if (kind == kinds::BackupRestored) return "Backup of " + entry[words::Date].toString() + " restored";
   if (kind == kinds::MacroEvents) return "Events of macro " + quoted(entry[words::Macro]);
   if (kind == kinds::MacroDelays) return "Delays of macro " + quoted(entry[words::Macro]);
   if (kind == kinds::MacroRecorded) return macros() + " recorded";

@@ -15,6 +15,8 @@ inline constexpr const char* Undo = "Undo";
 inline constexpr const char* Redo = "Redo";
 inline constexpr const char* GoTo = "GoTo";
 inline constexpr const char* Entries = "Entries";
+inline constexpr const char* Backups = "Backups";
+inline constexpr const char* RestoreBackup = "RestoreBackup";
 }  // namespace methods
 
 namespace signals {
@@ -28,6 +30,8 @@ inline constexpr const char* NothingLeft = "org.vorn.History1.Error.NothingLeft"
 inline constexpr const char* ChangedSince = "org.vorn.History1.Error.ChangedSince";
 // The disk did not take it; nothing has changed.
 inline constexpr const char* NotSaved = "org.vorn.History1.Error.NotSaved";
+// There is no such backup, or it is damaged; the text says which.
+inline constexpr const char* NoBackup = "org.vorn.History1.Error.NoBackup";
 // Too many requests of the caller wait.
 inline constexpr const char* LimitsExceeded = "org.freedesktop.DBus.Error.LimitsExceeded";
 }  // namespace errors
@@ -43,6 +47,7 @@ inline constexpr Key Kind = "kind";            // string, one of the kinds below
 inline constexpr Key Profile = "profile";      // string: the name of the profile that it is about
 inline constexpr Key Macro = "macro";          // string: the name of the macro that it is about
 inline constexpr Key NewName = "newName";      // string, of a renamed record
+inline constexpr Key Date = "date";            // string: the date of the restored backup, "2026-11-22"
 inline constexpr Key Count = "count";          // integer: how many profiles, macros, controls or keymaps, where not one
 inline constexpr Key Control = "control";      // string: the identifier of the control, where it is one
 inline constexpr Key Keymap = "keymap";        // integer, 0 to 7: the keymap, where it is one
@@ -52,6 +57,13 @@ inline constexpr Key Param1 = "param1";    // string
 inline constexpr Key Param2 = "param2";    // string
 inline constexpr Key Target = "target";    // string
 }  // namespace keys
+
+// The keys of a backup, beside Date.
+namespace backupKeys {
+using Key = std::string_view;
+inline constexpr Key Time = "time";  // integer, seconds since 1970-01-01 00:00:00 UTC: when it was written
+inline constexpr Key Size = "size";  // integer: bytes of its file
+}  // namespace backupKeys
 
 namespace kinds {
 using Kind = std::string_view;
@@ -78,6 +90,7 @@ inline constexpr Kind Light = "light";
 inline constexpr Kind Power = "power";
 inline constexpr Kind Application = "application";
 inline constexpr Kind Messages = "messages";
+inline constexpr Kind BackupRestored = "backupRestored";
 inline constexpr Kind Settings = "settings";  // anything else, or several of the above at once
 }  // namespace kinds
 

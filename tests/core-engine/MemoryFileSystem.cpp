@@ -90,6 +90,16 @@ std::error_code MemoryFileSystem::read(const std::string& path, std::size_t maxi
   return {};
 }
 
+std::error_code MemoryFileSystem::list(const std::string& folder, std::vector<std::string>& names) {
+  names.clear();
+  if (const std::error_code error = step()) return error;
+  const std::string start = folder + "/";
+  for (const auto& [path, file] : mNames) {
+    if (path.starts_with(start)) names.push_back(path.substr(start.size()));
+  }
+  return {};
+}
+
 std::error_code MemoryFileSystem::identify(const std::string& path, Identity& identity) {
   if (const std::error_code error = step()) return error;
   const auto found = mNames.find(path);

@@ -40,6 +40,7 @@ class MemoryFileSystem : public FileSystem {
   std::vector<MemoryFileSystem> afterCrash() const;
 
   std::error_code read(const std::string& path, std::size_t maximum, Bytes& contents) override;
+  std::error_code list(const std::string& folder, std::vector<std::string>& names) override;
   std::error_code identify(const std::string& path, Identity& identity) override;
   std::error_code createFolder(const std::string& path) override;
   std::error_code create(const std::string& path, Handle& handle) override;

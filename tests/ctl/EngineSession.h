@@ -13,9 +13,15 @@ namespace vorn::ctl::test {
 
 class EngineSession : public testing::Test {
  protected:
-  EngineSession() {
+  EngineSession() { awaitReady(engine); }
+
+  Words engineCommandLine() const {
+    return {"/bin/sh",    "-c",          "exec \"$0\" \"$@\" 2>&1", ENGINE_PROGRAM, "--state-dir", folder.path("state"),
+            "--defaults", BUILT_DEFAULTS};
+  }
+  static void awaitReady(vorn::test::ChildProcess& process) {
     const auto isReady = [](const std::string& line) { return line.find("ready, ") != std::string::npos; };
-    EXPECT_TRUE(engine.waitForLine(isReady));
+    EXPECT_TRUE(process.waitForLine(isReady));
   }
 
   static std::string outputOf(const Words& words) {
@@ -27,8 +33,7 @@ class EngineSession : public testing::Test {
 
   vorn::test::PrivateBus bus;
   engine::test::TemporaryFolder folder;
-  vorn::test::ChildProcess engine{{"/bin/sh", "-c", "exec \"$0\" \"$@\" 2>&1", ENGINE_PROGRAM, "--state-dir",
-                                   folder.path("state"), "--defaults", BUILT_DEFAULTS}};
+  vorn::test::ChildProcess engine{engineCommandLine()};
 };
 
 }  // namespace vorn::ctl::test

@@ -17,8 +17,9 @@ expect() {
   fi
 }
 
-expect 'status profiles get set macros assign assignments keys undo redo history monitor device' ''
+expect 'status profiles get set macros assign assignments keys undo redo history backups monitor device' ''
 expect 'list go' history ''
+expect 'list restore' backups ''
 expect '' undo ''
 expect 'profiles' pro
 expect 'export' profiles e

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -90,6 +91,42 @@ TEST_F(VornCtlHistoryTest, NeverForcesWhatAnotherHasChangedSince) {
 TEST_F(VornCtlHistoryTest, TellsTheEntriesAsJsonWithoutWhatTheMouseSwitches) {
   done({"device", "click", "keymap"});
   EXPECT_EQ(outputOf({"history", "--json"}), "[]\n");
+}
+
+TEST_F(VornCtlHistoryTest, PutsABackupInThePlaceOfTheSettings) {
+  EXPECT_EQ(outputOf({"backups", "list"}), "");
+  const PropertyList first = settings();
+  done({"set", "PollingRate", "125"});
+  outputOf({"profiles", "add", "Further"});
+  const PropertyList second = settings();
+  const std::string list = outputOf({"backups", "list"});
+  EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 1) << list;
+  const std::string date = list.substr(0, list.find(' '));
+  done({"backups", "restore", date});
+  EXPECT_EQ(settings(), first);
+  EXPECT_EQ(outputOf({"undo"}), "Undone: Backup of " + date + " restored\n");
+  EXPECT_EQ(settings(), second);
+  refused({"backups", "restore", "2001-01-01"}, "vornctl: there is no backup of 2001-01-01\n");
+  folder.write("state/backups/settings-2001-01-01.plist", Bytes(100, 1));
+  const Ended damaged = runVornCtl({"backups", "restore", "2001-01-01"});
+  EXPECT_EQ(damaged.status, 1);
+  EXPECT_EQ(damaged.output.rfind("vornctl: the backup of 2001-01-01 is damaged (", 0), 0U) << damaged.output;
+  EXPECT_EQ(settings(), second);
+}
+
+TEST_F(VornCtlHistoryTest, KeepsTheHistoryThroughAKillOfTheEngine) {
+  const PropertyList first = settings();
+  done({"set", "PollingRate", "125"});
+  done({"set", "AutoSwitchOn", "1"});
+  outputOf({"undo"});
+  const Lines before = history();
+  engine.signal(SIGKILL);
+  engine.waitForEnd();
+  vorn::test::ChildProcess next(engineCommandLine());
+  awaitReady(next);
+  EXPECT_EQ(history(), before);
+  outputOf({"undo"});
+  EXPECT_EQ(settings(), first);
 }
 
 TEST_F(VornCtlHistoryTest, TellsWhatIsNoChangeOfTheList) {

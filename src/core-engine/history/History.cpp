@@ -86,7 +86,11 @@ History::Change History::requested(const PropertyList& before, const PropertyLis
 
 History::Entry History::entryFor(std::uint64_t id, Edits edits, const Gesture& gesture,
                                  const PropertyList& after) const {
-  PropertyList description = descriptionOf(edits, gesture.before, after, gesture.origin.request);
+  const std::string& backup = gesture.origin.backup;
+  PropertyList description =
+      backup.empty()
+          ? descriptionOf(edits, gesture.before, after, gesture.origin.request)
+          : PropertyList::dictionary({{history::keys::Kind, kinds::BackupRestored}, {history::keys::Date, backup}});
   return {id, mClock(), gesture.origin.sourceApp, std::move(description), std::move(edits)};
 }
 
@@ -138,6 +142,16 @@ void History::goTo(std::uint64_t id, const Done& done) {
   const std::size_t standing = id == 0 ? 0 : static_cast<std::size_t>(entry - entries.begin()) + 1;
   if (standing == mEntries.standing()) return done({Outcome::Done, id == 0 ? Entry() : *entry});
   leave(standing, done);
+}
+
+void History::putBackup(const PropertyList& bundle, const std::string& date, const Done& done) {
+  const PropertyList before = mStore.bundle();
+  const auto saved = [this, before, done](SettingsStore::Outcome outcome) {
+    if (outcome != SettingsStore::Outcome::Done) return done({Outcome::NotSaved});
+    if (mApplied) mApplied(before, withEditsMadeAgain(before, editsBetween(before, mStore.bundle())).macroMoves);
+    done({Outcome::Done});
+  };
+  mStore.put(bundle, saved, {.kind = ChangeOrigin::Kind::Request, .backup = date});
 }
 
 void History::leave(std::size_t standing, const Done& done) {

@@ -70,6 +70,9 @@ class History {
   // what was undone up to it. With 0, what they were before all changes that are kept.
   void goTo(std::uint64_t id, const Done& done);
 
+  // Puts a backup, a complete bundle, in the place of the settings, as a change that can be taken back.
+  void putBackup(const PropertyList& bundle, const std::string& date, const Done& done);
+
   const HistoryEntries& entries() const { return mEntries; }
   // Puts entries in the place of those that are there.
   void restore(HistoryEntries entries) { mEntries = std::move(entries); }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -46,22 +48,24 @@ bool HistoryService::start(std::string& error) {
     if (result.outcome != Outcome::Done) return failure(result.outcome, "There is no such change");
     return BusReply::success({result.entries, result.conflicts});
   };
-  const std::vector<BusArgument> change = {{"a{sv}", "entry"}, {"u", "conflicts"}};
+  const std::vector<BusArgument> changed = {{"a{sv}", "entry"}, {"u", "conflicts"}};
   description.methods = {
-      method(
-          methods::Undo, {}, change, [this](const Values&, const History::Done& done) { mHistory.undo(done); },
+      change(
+          methods::Undo, {}, changed, [this](const Values&, const History::Done& done) { mHistory.undo(done); },
           one("No change is left to be undone")),
-      method(
-          methods::Redo, {}, change, [this](const Values&, const History::Done& done) { mHistory.redo(done); },
+      change(
+          methods::Redo, {}, changed, [this](const Values&, const History::Done& done) { mHistory.redo(done); },
           one("No change is left to be made again")),
-      method(
+      change(
           methods::GoTo, {{"t", "id"}}, {{"u", "changes"}, {"u", "conflicts"}},
           [this](const Values& given, const History::Done& done) { mHistory.goTo(given[0].toUnsigned(), done); },
           several),
-      method(
-          methods::Entries, {}, {{"aa{sv}", "entries"}},
-          [](const Values&, const History::Done& done) { done({Outcome::Done}); },
-          [this](const History::Result&) { return BusReply::success({entries()}); }),
+      method(methods::Entries, {}, {{"aa{sv}", "entries"}},
+             [this](const Values&, const BusReturn& reply) { reply(BusReply::success({entries()})); }),
+      method(methods::Backups, {}, {{"aa{sv}", "backups"}},
+             [this](const Values&, const BusReturn& reply) { tellBackups(reply); }),
+      method(methods::RestoreBackup, {{"s", "date"}}, {},
+             [this](const Values& given, const BusReturn& reply) { restoreBackup(given[0].toString(), reply); }),
   };
   description.signals.push_back({history::signals::Changed, {}});
   mObject = BusObject::create(std::move(description), &error);
@@ -71,13 +75,12 @@ bool HistoryService::start(std::string& error) {
 }
 
 BusMethod HistoryService::method(const char* name, std::vector<BusArgument> inputs, std::vector<BusArgument> outputs,
-                                 const Operation& operation, const Answer& answer) const {
+                                 const Served& serve) const {
   BusMethod result{name, std::move(inputs), std::move(outputs), {}};
-  result.callLater = [this, operation, answer](const Values& given, const std::string& connection,
-                                               const BusReturn& reply) {
-    const auto work = [operation, answer, given, reply](const std::function<void()>& ended) {
-      operation(given, [answer, reply, ended](const History::Result& outcome) {
-        reply(answer(outcome));
+  result.callLater = [this, serve](const Values& given, const std::string& connection, const BusReturn& reply) {
+    const auto work = [serve, given, reply](const std::function<void()>& ended) {
+      serve(given, [reply, ended](const BusReply& answer) {
+        reply(answer);
         ended();
       });
     };
@@ -86,6 +89,41 @@ BusMethod HistoryService::method(const char* name, std::vector<BusArgument> inpu
     }
   };
   return result;
+}
+
+BusMethod HistoryService::change(const char* name, std::vector<BusArgument> inputs, std::vector<BusArgument> outputs,
+                                 const Operation& operation, const Answer& answer) const {
+  return method(name, std::move(inputs), std::move(outputs),
+                [operation, answer](const Values& given, const BusReturn& reply) {
+                  operation(given, [answer, reply](const History::Result& result) { reply(answer(result)); });
+                });
+}
+
+void HistoryService::tellBackups(const BusReturn& reply) {
+  const auto found = std::make_shared<std::vector<SettingsBackups::Backup>>();
+  const auto look = [this, found] { *found = mBackups.list(); };
+  mStore.useDisk(look, [found, reply] {
+    std::vector<PropertyList> backups;
+    for (const SettingsBackups::Backup& each : *found) {
+      backups.push_back(PropertyList::dictionary(
+          {{words::Date, each.date}, {history::backupKeys::Time, each.time}, {history::backupKeys::Size, each.size}}));
+    }
+    reply(BusReply::success({PropertyList::array(std::move(backups))}));
+  });
+}
+
+void HistoryService::restoreBackup(const std::string& date, const BusReturn& reply) {
+  struct Found {
+    std::optional<PropertyList> bundle;
+    std::string error;
+  };
+  const auto found = std::make_shared<Found>();
+  const auto look = [this, found, date] { found->bundle = mBackups.read(date, found->error); };
+  mStore.useDisk(look, [this, found, date, reply] {
+    if (!found->bundle) return reply(BusReply::failure(history::errors::NoBackup, found->error));
+    mHistory.putBackup(*found->bundle, date,
+                       [reply](const History::Result& result) { reply(failure(result.outcome, "")); });
+  });
 }
 
 PropertyList HistoryService::told(const History::Entry& entry) const {

@@ -19,6 +19,8 @@ struct ChangeOrigin {
   std::string client{};     // unique bus name of its connection
   std::string sourceApp{};  // empty where it gave none
   MessageID request{};
+  // Of a backup that is put in the place of the settings: its date.
+  std::string backup{};
 };
 
 }  // namespace vorn::engine

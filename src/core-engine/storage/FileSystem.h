@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "model/PropertyList.h"
 
@@ -31,6 +32,10 @@ class FileSystem {
   // Reads a whole regular file of at most maximum bytes. std::errc::no_such_file_or_directory where there is none,
   // file_too_large above the maximum, invalid_argument for anything that is no regular file.
   virtual std::error_code read(const std::string& path, std::size_t maximum, Bytes& contents) = 0;
+
+  // The names of what is in a folder, in any order; at most 10,000 of them.
+  virtual std::error_code list(const std::string& folder, std::vector<std::string>& names) = 0;
+  static constexpr std::size_t maximumListed = 10'000;
 
   // What stands under the path itself, also where that is no regular file.
   virtual std::error_code identify(const std::string& path, Identity& identity) = 0;

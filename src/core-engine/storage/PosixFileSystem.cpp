@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 #include "model/FileDescriptor.h"
 #include "model/RegularFile.h"
@@ -53,6 +54,17 @@ PosixFileSystem::~PosixFileSystem() {
 
 std::error_code PosixFileSystem::read(const std::string& path, std::size_t maximum, Bytes& contents) {
   return readRegularFile(path, maximum, contents);
+}
+
+std::error_code PosixFileSystem::list(const std::string& folder, std::vector<std::string>& names) {
+  names.clear();
+  std::error_code error;
+  std::filesystem::directory_iterator each(folder, error);
+  for (const std::filesystem::directory_iterator end; !error && each != end && names.size() < maximumListed;) {
+    names.push_back(each->path().filename().string());
+    each.increment(error);
+  }
+  return error;
 }
 
 std::error_code PosixFileSystem::identify(const std::string& path, Identity& identity) {

@@ -11,7 +11,7 @@ SettingsStore::SettingsStore(SettingsFile& file, Log& log, DiskThread* disk) : m
 
 // A save under way comes to its end, but tells nobody any more.
 SettingsStore::~SettingsStore() {
-  if (mSave) mDisk->wait();
+  if (isSaving()) mDisk->wait();
 }
 
 void SettingsStore::load(const FactoryProfile& factoryProfile) {
@@ -80,15 +80,29 @@ void SettingsStore::write(Save& save) {
   save.isSaved = mFile.save(save.bytes, save.error);
 }
 
+void SettingsStore::useDisk(DiskThread::Work work, DiskThread::Work done) {
+  if (mDisk == nullptr) {
+    work();
+    return done();
+  }
+  mUse = Use{std::move(work), std::move(done)};
+  mDisk->start([this] { mUse->work(); });
+}
+
 void SettingsStore::settle() {
-  if (!mSave) return;
+  if (!isSaving()) return;
   mDisk->wait();
   settleEnded();
 }
 
 void SettingsStore::settleEnded() {
-  if (!mSave || !mDisk->isIdle()) return;
+  if (!isSaving() || !mDisk->isIdle()) return;
   // Whoever is told may begin the next change.
+  if (mUse) {
+    const Use use = std::move(*mUse);
+    mUse.reset();
+    return use.done();
+  }
   const Save save = std::move(*mSave);
   mSave.reset();
   finish(save);

@@ -70,8 +70,12 @@ class SettingsStore {
   // The same with the result of the transformation, for which it waits; a save under way comes to its end first.
   Outcome apply(const Transformation& transformation, const ChangeOrigin& origin = {});
 
+  // Does other work where the disk is. Until it has ended it counts as a save under way; done is called then, which may
+  // begin a change. Only while no save is under way.
+  void useDisk(DiskThread::Work work, DiskThread::Work done);
+
   // Whether a save is under way; the bundle in force is still the old one.
-  bool isSaving() const { return mSave.has_value(); }
+  bool isSaving() const { return mSave.has_value() || mUse.has_value(); }
   // Waits for the save under way, puts its bundle in force and calls its done; nothing where there is none.
   void settle();
   // The same for a save whose work has ended; nothing where it has not.
@@ -92,6 +96,11 @@ class SettingsStore {
     std::string error;
   };
 
+  struct Use {
+    DiskThread::Work work;
+    DiskThread::Work done;
+  };
+
   void save(const PropertyList& bundle, Done done, const ChangeOrigin& origin);
   void write(Save& save);
   void finish(const Save& save);
@@ -103,6 +112,7 @@ class SettingsStore {
   std::vector<ChangeKeeper*> mKeepers;
   PropertyList mBundle;
   std::optional<Save> mSave;  // under way on the disk thread
+  std::optional<Use> mUse;    // likewise; never both
   bool mIsOnDisk = false;     // for certain; a save that failed may have left its bundle there
   bool mIsClosed = false;
   std::string mLastSaveError;  // empty after a save that succeeded

@@ -37,6 +37,24 @@ class SettingsStoreSavingTest : public testing::Test {
   Lines told;
 };
 
+TEST_F(SettingsStoreSavingTest, CountsOtherWorkOfTheDiskAsASave) {
+  std::string read;
+  parts.store.useDisk([&read] { read = "read"; },
+                      [&] {
+                        told.push_back(read + ", saving: " + (parts.store.isSaving() ? "yes" : "no"));
+                        put("new");
+                      });
+  EXPECT_TRUE(parts.store.isSaving());
+  EXPECT_EQ(told, Lines());
+  parts.store.settle();
+  EXPECT_EQ(told, Lines{"read, saving: no"});
+  held.awaitSync();
+  held.goOn();
+  parts.store.settle();
+  EXPECT_EQ(told, (Lines{"read, saving: no", "old to new", "new done, in force: new"}));
+  EXPECT_FALSE(parts.store.isSaving());
+}
+
 TEST_F(SettingsStoreSavingTest, PutsABundleInForceWhenItsSaveHasEnded) {
   put("new");
   held.awaitSync();

@@ -1,0 +1,130 @@
+#include "core-engine/storage/SettingsBackups.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core-engine/rules/BundleRules.h"
+#include "model/PropertyListCodec.h"
+
+namespace vorn::engine {
+
+namespace {
+
+constexpr std::string_view prefix = "settings-";
+constexpr std::string_view suffix = ".plist";
+constexpr std::string_view datePattern = "0000-00-00";
+constexpr const char* newName = "/settings.new.plist";
+
+bool isDate(std::string_view text) {
+  const auto fits = [](char character, char pattern) {
+    return pattern == '0' ? character >= '0' && character <= '9' : character == pattern;
+  };
+  return std::equal(text.begin(), text.end(), datePattern.begin(), datePattern.end(), fits);
+}
+
+// The date of a backup's file; empty for another one.
+std::string_view dateIn(std::string_view name) {
+  if (!name.starts_with(prefix) || !name.ends_with(suffix)) return {};
+  if (name.size() != prefix.size() + datePattern.size() + suffix.size()) return {};
+  const std::string_view date = name.substr(prefix.size(), datePattern.size());
+  return isDate(date) ? date : std::string_view();
+}
+
+}  // namespace
+
+SettingsBackups::SettingsBackups(FileSystem& files, Log& log, const std::string& folder, Today today)
+    : mFiles(files), mLog(log), mFolder(folder + "/backups"), mToday(std::move(today)) {}
+
+std::string SettingsBackups::pathOf(std::string_view date) const {
+  return std::string(mFolder).append("/").append(prefix).append(date).append(suffix);
+}
+
+void SettingsBackups::willSave(const PropertyList& before, const PropertyList& /*after*/,
+                               const ChangeOrigin& /*origin*/) {
+  const std::string today = mToday();
+  // What could not be written is what was before the first change.
+  if (today == mKeptDay || today == mDay) return;
+  mBundle = before;
+  mDay = today;
+}
+
+void SettingsBackups::keep(BytesView /*bytes*/) {
+  if (mDay.empty()) return;
+  FileSystem::Identity identity;
+  const std::error_code error = mFiles.identify(pathOf(mDay), identity) ? write(mDay, mBundle) : std::error_code();
+  if (error) {
+    if (!std::exchange(mIsTold, true)) mLog.line("cannot keep a backup in " + mFolder + ": " + error.message());
+    return;
+  }
+  mIsTold = false;
+  mKeptDay = std::exchange(mDay, {});
+  mBundle = {};
+}
+
+std::error_code SettingsBackups::write(const std::string& date, const PropertyList& bundle) {
+  if (const std::error_code error = mFiles.createFolder(mFolder)) return error;
+  const auto bytes = encodeBinaryPropertyList(bundle);
+  if (!bytes) return std::make_error_code(std::errc::file_too_large);
+  const std::string fresh = mFolder + newName;
+  FileSystem::Handle handle = -1;
+  if (const std::error_code error = mFiles.create(fresh, handle)) return error;
+  std::error_code error = writeAll(mFiles, handle, *bytes);
+  if (!error) error = mFiles.sync(handle);
+  const std::error_code closeError = mFiles.close(handle);
+  if (!error) error = closeError;
+  if (!error) error = mFiles.rename(fresh, pathOf(date));
+  if (error) {
+    mFiles.remove(fresh);
+    return error;
+  }
+  removeOldest();
+  return mFiles.syncFolder(mFolder);
+}
+
+void SettingsBackups::removeOldest() {
+  const std::vector<std::string> all = dates();
+  for (std::size_t each = 0; each + maximumCount < all.size(); ++each) mFiles.remove(pathOf(all[each]));
+}
+
+std::vector<std::string> SettingsBackups::dates() const {
+  std::vector<std::string> names;
+  mFiles.list(mFolder, names);
+  std::vector<std::string> result;
+  for (const std::string& each : names) {
+    if (const std::string_view date = dateIn(each); !date.empty()) result.emplace_back(date);
+  }
+  std::sort(result.begin(), result.end());
+  return result;
+}
+
+std::vector<SettingsBackups::Backup> SettingsBackups::list() const {
+  constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+  std::vector<Backup> result;
+  for (const std::string& date : dates()) {
+    FileSystem::Identity identity;
+    if (mFiles.identify(pathOf(date), identity)) continue;
+    result.push_back({date, identity.modified / nanosecondsPerSecond, identity.size});
+  }
+  std::reverse(result.begin(), result.end());
+  return result;
+}
+
+std::optional<PropertyList> SettingsBackups::read(const std::string& date, std::string& error) const {
+  Bytes bytes;
+  if (!isDate(date)) {
+    error = "\"" + date + "\" is no date like 2026-11-22";
+    return std::nullopt;
+  }
+  if (const std::error_code failure = mFiles.read(pathOf(date), maximumSize, bytes)) {
+    error = failure == std::errc::no_such_file_or_directory ? "there is no backup of " + date
+                                                            : "cannot read " + pathOf(date) + ": " + failure.message();
+    return std::nullopt;
+  }
+  std::string reason = "it does not hold whole settings";
+  auto bundle = decodeBinaryPropertyList(bytes, &reason);
+  if (bundle && isCompleteBundle(*bundle)) return bundle;
+  error = "the backup of " + date + " is damaged (" + reason + "); the settings stay as they are";
+  return std::nullopt;
+}
+
+}  // namespace vorn::engine
