@@ -183,6 +183,10 @@
         <source>Choose a key from the list of all, also one that your keyboard does not have</source>
         <translation>Choose a key from the list of all, also one that your keyboard does not have</translation>
     </message>
+    <message id="lkeyClose">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
     <message id="lkeyCommErrorDesc">
         <source>Skarn could not reach the background service that looks after your mouse (vorn-core-engine). The factory settings are shown and cannot be changed. Where it does not run, the button beside the tabs starts it; your own settings appear as soon as it answers.</source>
         <translation>Skarn could not reach the background service that looks after your mouse (vorn-core-engine). The factory settings are shown and cannot be changed. Where it does not run, the button beside the tabs starts it; your own settings appear as soon as it answers.</translation>
@@ -711,6 +715,230 @@
         <source>Open the help (F1: about this tab)</source>
         <translation>Open the help (F1: about this tab)</translation>
     </message>
+    <message id="lkeyHistory">
+        <source>History</source>
+        <translation>History</translation>
+    </message>
+    <message id="lkeyHistoryAcceleration">
+        <source>Acceleration</source>
+        <translation>Acceleration</translation>
+    </message>
+    <message id="lkeyHistoryApplication">
+        <source>Application</source>
+        <translation>Application</translation>
+    </message>
+    <message id="lkeyHistoryAssignment">
+        <source>An assignment</source>
+        <translation>An assignment</translation>
+    </message>
+    <message id="lkeyHistoryAssignments">
+        <source>%1 assignments</source>
+        <translation>%1 assignments</translation>
+    </message>
+    <message id="lkeyHistoryBeforeAll">
+        <source>Before these changes</source>
+        <translation>Before these changes</translation>
+    </message>
+    <message id="lkeyHistoryByCommandLine">
+        <source>vornctl</source>
+        <translation>vornctl</translation>
+    </message>
+    <message id="lkeyHistoryByUnknown">
+        <source>Another program</source>
+        <translation>Another program</translation>
+    </message>
+    <message id="lkeyHistoryByWindow">
+        <source>This window</source>
+        <translation>This window</translation>
+    </message>
+    <message id="lkeyHistoryControlTo">
+        <source>Button %1 to %2</source>
+        <translation>Button %1 to %2</translation>
+    </message>
+    <message id="lkeyHistoryDeleted">
+        <source>Deleted %1</source>
+        <translation>Deleted %1</translation>
+    </message>
+    <message id="lkeyHistoryDeletedEvents">
+        <source>Deleted events of %1</source>
+        <translation>Deleted events of %1</translation>
+    </message>
+    <message id="lkeyHistoryEmpty">
+        <source>Nothing has been changed yet.</source>
+        <translation>Nothing has been changed yet.</translation>
+    </message>
+    <message id="lkeyHistoryGoBack">
+        <source>Go Back to Here</source>
+        <translation>Go Back to Here</translation>
+    </message>
+    <message id="lkeyHistoryGoForward">
+        <source>Go Forward to Here</source>
+        <translation>Go Forward to Here</translation>
+    </message>
+    <message id="lkeyHistoryInPlace">
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message id="lkeyHistoryIsHere">
+        <source>The settings are as they were then</source>
+        <translation>The settings are as they were then</translation>
+    </message>
+    <message id="lkeyHistoryLight">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="lkeyHistoryMacroAdded">
+        <source>Macro “%1” added</source>
+        <translation>Macro “%1” added</translation>
+    </message>
+    <message id="lkeyHistoryMacroDelays">
+        <source>Delays of macro “%1”</source>
+        <translation>Delays of macro “%1”</translation>
+    </message>
+    <message id="lkeyHistoryMacroDeleted">
+        <source>Macro “%1” deleted</source>
+        <translation>Macro “%1” deleted</translation>
+    </message>
+    <message id="lkeyHistoryMacroEvents">
+        <source>Events of macro “%1”</source>
+        <translation>Events of macro “%1”</translation>
+    </message>
+    <message id="lkeyHistoryMacroEventsRemoved">
+        <source>All events of macro “%1” deleted</source>
+        <translation>All events of macro “%1” deleted</translation>
+    </message>
+    <message id="lkeyHistoryMacroRecorded">
+        <source>Macro “%1” recorded</source>
+        <translation>Macro “%1” recorded</translation>
+    </message>
+    <message id="lkeyHistoryMacroRenamed">
+        <source>Macro “%1” renamed to “%2”</source>
+        <translation>Macro “%1” renamed to “%2”</translation>
+    </message>
+    <message id="lkeyHistoryMacrosAdded">
+        <source>%1 macros added</source>
+        <translation>%1 macros added</translation>
+    </message>
+    <message id="lkeyHistoryMacrosDeleted">
+        <source>%1 macros deleted</source>
+        <translation>%1 macros deleted</translation>
+    </message>
+    <message id="lkeyHistoryMessages">
+        <source>Messages on the screen</source>
+        <translation>Messages on the screen</translation>
+    </message>
+    <message id="lkeyHistoryNoAnswer">
+        <source>The core engine does not answer</source>
+        <translation>The core engine does not answer</translation>
+    </message>
+    <message id="lkeyHistoryNoDevice">
+        <source>No mouse connected</source>
+        <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyHistoryNoEngine">
+        <source>No core engine runs</source>
+        <translation>No core engine runs</translation>
+    </message>
+    <message id="lkeyHistoryNotKept">
+        <source>This core engine keeps no history of changes</source>
+        <translation>This core engine keeps no history of changes</translation>
+    </message>
+    <message id="lkeyHistoryOfProfile">
+        <source>%1 of %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message id="lkeyHistoryPollingRate">
+        <source>Polling rate</source>
+        <translation>Polling rate</translation>
+    </message>
+    <message id="lkeyHistoryPower">
+        <source>Power settings</source>
+        <translation>Power settings</translation>
+    </message>
+    <message id="lkeyHistoryProfileAdded">
+        <source>Profile “%1” added</source>
+        <translation>Profile “%1” added</translation>
+    </message>
+    <message id="lkeyHistoryProfileDeleted">
+        <source>Profile “%1” deleted</source>
+        <translation>Profile “%1” deleted</translation>
+    </message>
+    <message id="lkeyHistoryProfileRenamed">
+        <source>Profile “%1” renamed to “%2”</source>
+        <translation>Profile “%1” renamed to “%2”</translation>
+    </message>
+    <message id="lkeyHistoryProfileSwitched">
+        <source>Switched to profile “%1”</source>
+        <translation>Switched to profile “%1”</translation>
+    </message>
+    <message id="lkeyHistoryProfilesAdded">
+        <source>%1 profiles added</source>
+        <translation>%1 profiles added</translation>
+    </message>
+    <message id="lkeyHistoryProfilesDeleted">
+        <source>%1 profiles deleted</source>
+        <translation>%1 profiles deleted</translation>
+    </message>
+    <message id="lkeyHistoryProfilesReordered">
+        <source>Order of the profiles</source>
+        <translation>Order of the profiles</translation>
+    </message>
+    <message id="lkeyHistoryRecording">
+        <source>Nothing can be undone while a macro is recorded</source>
+        <translation>Nothing can be undone while a macro is recorded</translation>
+    </message>
+    <message id="lkeyHistorySensitivity">
+        <source>Sensitivity</source>
+        <translation>Sensitivity</translation>
+    </message>
+    <message id="lkeyHistorySettings">
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message id="lkeyHistoryStages">
+        <source>Sensitivity stages</source>
+        <translation>Sensitivity stages</translation>
+    </message>
+    <message id="lkeyHistoryStarting">
+        <source>The settings are being loaded</source>
+        <translation>The settings are being loaded</translation>
+    </message>
+    <message id="lkeyHistorySwitchedTo">
+        <source>Switched to %1</source>
+        <translation>Switched to %1</translation>
+    </message>
+    <message id="lkeyHistoryThen">
+        <source>%1. %2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message id="lkeyHistoryTime">
+        <source>Time</source>
+        <translation>Time</translation>
+    </message>
+    <message id="lkeyHistoryTip">
+        <source>All changes of the settings (Ctrl+H)</source>
+        <translation>All changes of the settings (Ctrl+H)</translation>
+    </message>
+    <message id="lkeyHistoryTitle">
+        <source>Changes of the settings</source>
+        <translation>Changes of the settings</translation>
+    </message>
+    <message id="lkeyHistoryUndone">
+        <source>%1 (undone)</source>
+        <translation>%1 (undone)</translation>
+    </message>
+    <message id="lkeyHistoryUnknown">
+        <source>The core engine has not told its changes yet</source>
+        <translation>The core engine has not told its changes yet</translation>
+    </message>
+    <message id="lkeyHistoryWhat">
+        <source>Change</source>
+        <translation>Change</translation>
+    </message>
+    <message id="lkeyHistoryWho">
+        <source>By</source>
+        <translation>By</translation>
+    </message>
     <message id="lkeyImport">
         <source>Import…</source>
         <translation>Import…</translation>
@@ -1101,6 +1329,14 @@ For this profile, set the brightness to Off.</translation>
         <source>Copy what another control does first</source>
         <translation>Copy what another control does first</translation>
     </message>
+    <message id="lkeyNothingToRedo">
+        <source>There is nothing to redo</source>
+        <translation>There is nothing to redo</translation>
+    </message>
+    <message id="lkeyNothingToUndo">
+        <source>There is nothing to undo</source>
+        <translation>There is nothing to undo</translation>
+    </message>
     <message id="lkeyOK">
         <source>OK</source>
         <translation>OK</translation>
@@ -1284,6 +1520,34 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyRecordingTakenDesc">
         <source>Another program has begun to record. What was recorded for “%1” is lost; the macro is as it was.</source>
         <translation>Another program has begun to record. What was recorded for “%1” is lost; the macro is as it was.</translation>
+    </message>
+    <message id="lkeyRedo">
+        <source>Redo</source>
+        <translation>Redo</translation>
+    </message>
+    <message id="lkeyRedoChangedSince">
+        <source>Not redone: all of it has been changed since</source>
+        <translation>Not redone: all of it has been changed since</translation>
+    </message>
+    <message id="lkeyRedoDone">
+        <source>Redone: %1</source>
+        <translation>Redone: %1</translation>
+    </message>
+    <message id="lkeyRedoDoneSeveral">
+        <source>%1 changes redone</source>
+        <translation>%1 changes redone</translation>
+    </message>
+    <message id="lkeyRedoNotSaved">
+        <source>Not redone: the settings cannot be saved</source>
+        <translation>Not redone: the settings cannot be saved</translation>
+    </message>
+    <message id="lkeyRedoOtherBetween">
+        <source>Not redone: another change has come in between</source>
+        <translation>Not redone: another change has come in between</translation>
+    </message>
+    <message id="lkeyRedoTip">
+        <source>Redo: %1</source>
+        <translation>Redo: %1</translation>
     </message>
     <message id="lkeyReduceBrightness">
         <source>Light brightness on battery</source>
@@ -1636,6 +1900,42 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyUnderglow">
         <source>Underglow</source>
         <translation>Underglow</translation>
+    </message>
+    <message id="lkeyUndo">
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message id="lkeyUndoChangedSince">
+        <source>Not undone: all of it has been changed since</source>
+        <translation>Not undone: all of it has been changed since</translation>
+    </message>
+    <message id="lkeyUndoConflict">
+        <source>; one value has been changed since and stays</source>
+        <translation>; one value has been changed since and stays</translation>
+    </message>
+    <message id="lkeyUndoConflicts">
+        <source>; %1 values have been changed since and stay</source>
+        <translation>; %1 values have been changed since and stay</translation>
+    </message>
+    <message id="lkeyUndoDone">
+        <source>Undone: %1</source>
+        <translation>Undone: %1</translation>
+    </message>
+    <message id="lkeyUndoDoneSeveral">
+        <source>%1 changes undone</source>
+        <translation>%1 changes undone</translation>
+    </message>
+    <message id="lkeyUndoNotSaved">
+        <source>Not undone: the settings cannot be saved</source>
+        <translation>Not undone: the settings cannot be saved</translation>
+    </message>
+    <message id="lkeyUndoOtherBetween">
+        <source>Not undone: another change has come in between</source>
+        <translation>Not undone: another change has come in between</translation>
+    </message>
+    <message id="lkeyUndoTip">
+        <source>Undo: %1</source>
+        <translation>Undo: %1</translation>
     </message>
     <message id="lkeyUnknownAssignment">
         <source>Nothing that is known</source>

@@ -9,8 +9,10 @@
 #include <QToolButton>
 #include <utility>
 
+#include "app/HistoryControls.h"
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
+#include "app/SettingsHistory.h"
 #include "app/Sheets.h"
 #include "app/StateStrip.h"
 #include "app/TypedKeys.h"
@@ -108,6 +110,8 @@ void MouseMainController::awakeFromNib() {
   createLocalPort();
   mServices.link.setWhileWaiting([this] { return goOnWaiting(); });
   mIsEngineThere = mServices.link.watchEngine([this](bool isThere) { isThere ? engineCame() : engineWent(); });
+  wireHistory();
+  // Looks at events before what was made earlier.
   mTypedKeys = std::make_unique<TypedKeys>(
       mServices.link, mWindow,
       TypedRecording{.isRunning = [this] { return mMouseMacrosController->mIsRecording(); },
@@ -147,6 +151,16 @@ void MouseMainController::wireControls() {
   opens(mCommunityFBLink, WebPage::Community);
   opens(mCommunityTwitterLink, WebPage::News);
   opens(mCommunityVornGuildLink, WebPage::Guild);
+}
+
+void MouseMainController::wireHistory() {
+  mHistory = std::make_unique<SettingsHistory>(mServices.link);
+  mHistoryControls =
+      std::make_unique<HistoryControls>(mWindow, *mHistory, [this] { return mMouseMacrosController->mIsRecording(); });
+  // It is turned whenever a recording begins or ends; the tab knows of that a moment later.
+  connect(mMouseMacrosController->mRecordMacroDetails(), &QAbstractButton::toggled, mHistoryControls.get(),
+          &HistoryControls::refresh, Qt::QueuedConnection);
+  offerHistory();
 }
 
 void MouseMainController::createLocalPort() {

@@ -46,6 +46,7 @@ namespace skarn {
 
 class BusyIndicator;
 class DeviceConnectionSheet;
+class HistoryControls;
 class MouseButtonController;
 class MouseLightingController;
 class MouseMacrosController;
@@ -55,6 +56,7 @@ class MousePerformanceController;
 class MouseProfilesController;
 class NamedImageView;
 class RestoringStateSheet;
+class SettingsHistory;
 class TypedKeys;
 
 // What the hub reaches outside itself; tests answer in place of the system.
@@ -272,6 +274,9 @@ class MouseMainController : public QObject,
   void redrawDefaults();  // shows the default settings in place of the engine's
   void setPresence(Presence presence);
   void sayPresence();
+  // The history can be asked as long as there are an engine and a mouse.
+  void offerHistory();
+  void wireHistory();
   QString textOf(Presence presence) const;
   // The strip follows whether an engine that was there answers.
   void noteAnswer(bool isAnswered);
@@ -332,6 +337,8 @@ class MouseMainController : public QObject,
   std::unique_ptr<vorn::VRCDictionaryInspector> mDictionaryInspector;  // stays empty
   bool mMessagePortRunning = false;
 
+  std::unique_ptr<SettingsHistory> mHistory;
+  std::unique_ptr<HistoryControls> mHistoryControls;
   std::unique_ptr<TypedKeys> mTypedKeys;
   QTimer mNewsTimer;  // runs for newsRest after a reload for news
   bool mHasMoreNews = false;

@@ -3,6 +3,7 @@
 #include <QTableView>
 
 #include "app/MouseMainController.h"
+#include "app/SettingsHistory.h"
 #include "app/TypedKeys.h"
 #include "buttons/MouseButtonController.h"
 #include "lighting/MouseLightingController.h"
@@ -262,17 +263,22 @@ std::optional<vorn::ReturnStatus> MouseMainController::replaceSequence(const Pro
                                                                        std::string_view macroName) {
   const PropertyList contents = PropertyList::dictionary(
       {{keys::MacroID, ofMacroAtIndex}, {keys::MacroName, macroName}, {keys::Sequence, sequence}});
+  const std::size_t before = macrosArray.at(ofMacroAtIndex)[keys::Sequence][keys::Events].size();
   const auto status = statusOf(MessageID::ReplaceMacroSequence, envelope().with(requestKeys::MacroContents, contents));
+  if (status == 0 && sequence[keys::Events].size() < before) mHistory->noteEventsDeleted();
   return status ? std::optional(static_cast<vorn::ReturnStatus>(*status)) : std::nullopt;
 }
 
 void MouseMainController::removeEventAtIndex(int event, int forMacroAtIndex) {
-  statusOf(MessageID::RemoveMacroEvent,
-           envelope().with(requestKeys::MacroID, forMacroAtIndex).with(requestKeys::MacroEventTableIndex, event));
+  const auto status =
+      statusOf(MessageID::RemoveMacroEvent,
+               envelope().with(requestKeys::MacroID, forMacroAtIndex).with(requestKeys::MacroEventTableIndex, event));
+  if (status == 0) mHistory->noteEventsDeleted();
 }
 
 void MouseMainController::removeAllEventsForMacroAtIndex(int macro) {
-  statusOf(MessageID::RemoveAllMacroEvents, envelope().with(requestKeys::MacroID, macro));
+  if (statusOf(MessageID::RemoveAllMacroEvents, envelope().with(requestKeys::MacroID, macro)) == 0)
+    mHistory->noteEventsDeleted();
 }
 
 void MouseMainController::setAllEventsDelay(int delay, int forMacroAtIndex, bool hasNoDelay) {

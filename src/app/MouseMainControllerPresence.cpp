@@ -9,9 +9,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/HistoryControls.h"
 #include "app/MouseMainController.h"
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
+#include "app/SettingsHistory.h"
 #include "app/Sheets.h"
 #include "app/StateStrip.h"
 #include "app/VRCErrorHandler.h"
@@ -216,6 +218,33 @@ void MouseMainController::sayPresence() {
   // Nobody would take what it sends.
   mAppySettings->setEnabled(!isMissed);
   mAppySettings->setToolTip(localized(isMissed ? "lkeyApplyNoEngineTip" : "lkeyApplyTip"));
+  offerHistory();
+}
+
+void MouseMainController::offerHistory() {
+  const char* why = nullptr;
+  switch (mPresence) {
+    case Presence::Starting:
+      why = "lkeyHistoryStarting";
+      break;
+    case Presence::NoDevice:
+      why = "lkeyHistoryNoDevice";
+      break;
+    case Presence::NoEngine:
+      why = "lkeyHistoryNoEngine";
+      break;
+    case Presence::EngineSilent:
+      why = "lkeyHistoryNoAnswer";
+      break;
+    case Presence::Connected:
+      break;
+  }
+  if (why == nullptr) {
+    mHistory->begin();
+  } else {
+    mHistory->end();
+  }
+  mHistoryControls->setObstacle(why == nullptr ? QString() : localized(why));
 }
 
 void MouseMainController::noteAnswer(bool isAnswered) {

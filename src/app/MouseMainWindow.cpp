@@ -7,9 +7,11 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSlider>
+#include <QTabBar>
 #include <QWindow>
 #include <initializer_list>
 
+#include "app/HistoryLine.h"
 #include "app/StateStrip.h"
 #include "platform/Images.h"
 #include "ui_MouseMainWindow.h"
@@ -31,6 +33,9 @@ MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::ma
   mUi->mScrollArea->viewport()->setAutoFillBackground(false);
   mUi->MouseMainViewController->setAutoFillBackground(false);
   mStateStrip = new StateStrip(mUi->mMouseTabView);
+  mHistoryLine = new HistoryLine(*this, *mUi->footerLine, *mUi->footerSpacer, *mUi->mMouseTabView->tabBar());
+  // As it lies: before the buttons at the right of the footer.
+  QWidget::setTabOrder(mUi->mCommunityVornGuildLink, mHistoryLine);
   // The frame that the desktop puts around the window is not known yet.
   resize(size().boundedTo(screen()->availableSize() - expectedFrame));
   for (QWidget* control : findChildren<QWidget*>()) {
@@ -87,6 +92,9 @@ void MouseMainWindow::tintIcons() {
   mUi->mCommunityFBLink->setIcon(QIcon(tintedImage(QStringLiteral("communityDiscussion.png"), text)));
   mUi->mCommunityTwitterLink->setIcon(QIcon(tintedImage(QStringLiteral("communityNews.png"), text)));
   mUi->mCommunityVornGuildLink->setIcon(QIcon(tintedImage(QStringLiteral("communityGuild.png"), text)));
+  mUi->mUndoButton->setIcon(tintedIcon(QStringLiteral("undo.png"), text));
+  mUi->mRedoButton->setIcon(tintedIcon(QStringLiteral("redo.png"), text));
+  mUi->mHistoryButton->setIcon(tintedIcon(QStringLiteral("history.png"), text));
   mUi->mHelpButton->setIcon(QIcon(tintedImage(QStringLiteral("help.png"), text)));
 
   QPalette dot = palette();

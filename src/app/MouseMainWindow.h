@@ -11,6 +11,7 @@ namespace Ui {
 class MouseMainWindow;
 }
 
+class HistoryLine;
 class StateStrip;
 
 class MouseMainWindow : public QWidget {
@@ -25,6 +26,7 @@ class MouseMainWindow : public QWidget {
 
   void showProfileName(const QString& name);
   StateStrip& stateStrip() { return *mStateStrip; }
+  HistoryLine& historyLine() { return *mHistoryLine; }
   // The pages and Apply; what tells of the start, help and the way out stay.
   void setSettingsEnabled(bool isEnabled);
   // Brings the window to the front, also from being minimised.
@@ -38,7 +40,9 @@ class MouseMainWindow : public QWidget {
   void tintIcons();
 
   std::unique_ptr<Ui::MouseMainWindow> mUi;
-  StateStrip* mStateStrip;  // a child
+  // Children.
+  StateStrip* mStateStrip;
+  HistoryLine* mHistoryLine;
 };
 
 }  // namespace skarn

@@ -32,7 +32,13 @@ struct TypedKey {
 };
 
 // What can be asked of the engine's history of changes (protocol/History.h).
-enum class HistoryCall : std::uint8_t { Undo, Redo, Entries };
+enum class HistoryCall : std::uint8_t { Undo, Redo, GoTo, Entries };
+
+struct HistoryRequest {
+  HistoryCall call = HistoryCall::Entries;
+  std::int64_t change = 0;  // of GoTo: its ID, or 0 for the settings before all changes
+  friend bool operator==(const HistoryRequest&, const HistoryRequest&) = default;
+};
 
 struct HistoryAnswer {
   enum class Outcome : std::uint8_t {
@@ -45,7 +51,8 @@ struct HistoryAnswer {
     NoEngine,
   };
   Outcome outcome = Outcome::NoEngine;
-  // Of Undo and Redo the change, of Entries an array of them, the newest first. None where it is not done.
+  // Of Undo and Redo the change, of GoTo how many there were, of Entries an array of them, the newest first. None where
+  // it is not done.
   PropertyList value{};
   std::int64_t conflicts = 0;  // how many values of the change stay as they are, since others have changed them
 };
@@ -87,7 +94,7 @@ class EngineLink {
   // Asks that engine and returns at once; the engine serves what is asked in that order, after the requests that were
   // answered before. done is called once: from the calling thread's run loop, at the latest after historyTimeout, or
   // now where there is no engine to ask. The thread of watchEngine.
-  virtual void askHistory(HistoryCall call, std::function<void(const HistoryAnswer&)> done) = 0;
+  virtual void askHistory(const HistoryRequest& request, std::function<void(const HistoryAnswer&)> done) = 0;
   // Polls the slot at most polls times with interval in between and ends as soon as it holds a dictionary; true when
   // it does. One thread at a time, as a rule the main thread.
   virtual bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) = 0;

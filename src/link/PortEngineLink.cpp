@@ -65,6 +65,8 @@ const char* methodOf(HistoryCall call) {
       return history::methods::Undo;
     case HistoryCall::Redo:
       return history::methods::Redo;
+    case HistoryCall::GoTo:
+      return history::methods::GoTo;
     case HistoryCall::Entries:
       break;
   }
@@ -212,17 +214,19 @@ void PortEngineLink::type(const TypedKey& key) {
 void PortEngineLink::watchHistory(std::function<void()> changed) {
   mHistoryWatch.reset();
   if (!changed) return;
-  mHistoryWatch.emplace(history::objectPath, history::interface, history::signals::Changed,
+  mHistoryWatch.emplace(history::objectPath, history::interface, history::signalNames::Changed,
                         [this, changed = std::move(changed)](const std::string& sender) {
                           // Anybody on the bus can say so.
                           if (mEngineWatch && sender == mEngineWatch->owner()) changed();
                         });
 }
 
-void PortEngineLink::askHistory(HistoryCall call, std::function<void(const HistoryAnswer&)> done) {
+void PortEngineLink::askHistory(const HistoryRequest& request, std::function<void(const HistoryAnswer&)> done) {
   if (!mEngineWatch || mEngineWatch->owner().empty()) return done({});
   // The engine's own connection, whoever has the name of the history.
-  callBusMethodLater({mEngineWatch->owner(), history::objectPath, history::interface}, methodOf(call), {},
+  std::vector<BusInput> inputs;
+  if (request.call == HistoryCall::GoTo) inputs.push_back({"t", request.change});
+  callBusMethodLater({mEngineWatch->owner(), history::objectPath, history::interface}, methodOf(request.call), inputs,
                      historyTimeout,
                      [done = std::move(done)](const BusAnswer& answer) { done(historyAnswerOf(answer)); });
 }

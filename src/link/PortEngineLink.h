@@ -43,7 +43,7 @@ class PortEngineLink : public EngineLink {
   void post(const PropertyList& request, MessageID messageID) override;
   void type(const TypedKey& key) override;
   void watchHistory(std::function<void()> changed) override;
-  void askHistory(HistoryCall call, std::function<void(const HistoryAnswer&)> done) override;
+  void askHistory(const HistoryRequest& request, std::function<void(const HistoryAnswer&)> done) override;
   bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
   PropertyList reply() const override;
   void emptySlot() override;

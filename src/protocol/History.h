@@ -2,6 +2,7 @@
 // them. resources/dbus/org.vorn.History1.xml says what each member takes, docs/core-engine.md what the words mean.
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace vorn::history {
@@ -19,9 +20,9 @@ inline constexpr const char* Backups = "Backups";
 inline constexpr const char* RestoreBackup = "RestoreBackup";
 }  // namespace methods
 
-namespace signals {
+namespace signalNames {
 inline constexpr const char* Changed = "Changed";
-}  // namespace signals
+}  // namespace signalNames
 
 namespace errors {
 // Nothing is left to be undone, or to be made again; or no change has this ID.
@@ -92,6 +93,12 @@ inline constexpr Kind Application = "application";
 inline constexpr Kind Messages = "messages";
 inline constexpr Kind BackupRestored = "backupRestored";
 inline constexpr Kind Settings = "settings";  // anything else, or several of the above at once
+
+inline constexpr std::array all = {
+    Assignment,         KeymapInForce, ProfileAdded, ProfileDeleted, ProfileRenamed, ProfileSwitched, ProfilesReordered,
+    ProfileChanged,     MacroAdded,    MacroDeleted, MacroRenamed,   MacroEvents,    MacroDelays,     MacroRecorded,
+    MacroEventsRemoved, Sensitivity,   Stages,       PollingRate,    Acceleration,   Light,           Power,
+    Application,        Messages,      Settings};
 }  // namespace kinds
 
 }  // namespace vorn::history

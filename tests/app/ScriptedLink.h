@@ -46,8 +46,9 @@ class ScriptedLink : public vorn::EngineLink {
   std::function<bool()> whileWaiting;               // what the hub does during a wait
   int turnsOfAWait = 0;                             // how often an unanswered wait calls it
 
-  std::vector<vorn::HistoryCall> historyCalls;
+  std::vector<vorn::HistoryRequest> historyRequests;
   std::function<void()> historyChanged;  // tells the hub of the engine's history
+  std::size_t unansweredHistory() const { return mHistoryAsked.size(); }
   // Answers the oldest call to the history that has no answer yet; false where there is none.
   bool answerHistory(const vorn::HistoryAnswer& answer) {
     if (mHistoryAsked.empty()) return false;
@@ -85,8 +86,8 @@ class ScriptedLink : public vorn::EngineLink {
   }
   void type(const vorn::TypedKey& key) override { typed.push_back(key); }
   void watchHistory(std::function<void()> changed) override { historyChanged = std::move(changed); }
-  void askHistory(vorn::HistoryCall call, std::function<void(const vorn::HistoryAnswer&)> done) override {
-    historyCalls.push_back(call);
+  void askHistory(const vorn::HistoryRequest& request, std::function<void(const vorn::HistoryAnswer&)> done) override {
+    historyRequests.push_back(request);
     mHistoryAsked.push_back(std::move(done));
   }
   bool waitForReply(int polls, std::chrono::milliseconds interval) override {

@@ -23,7 +23,7 @@ BusObjectDescription historyObject(BusMethod method) {
           history::objectPath,
           history::interface,
           {std::move(method)},
-          {{history::signals::Changed, {}}}};
+          {{history::signalNames::Changed, {}}}};
 }
 
 // An engine on a thread of this process: its port and its history, both on one connection.
@@ -45,7 +45,7 @@ class Engine {
     });
   }
   void tellOfChange() {
-    mThread.run([&] { EXPECT_TRUE(mHistory->emit(history::signals::Changed, {})); });
+    mThread.run([&] { EXPECT_TRUE(mHistory->emit(history::signalNames::Changed, {})); });
   }
 
  private:
@@ -56,9 +56,9 @@ class Engine {
 
 class PortEngineLinkHistoryTest : public testing::Test {
  protected:
-  HistoryAnswer ask(HistoryCall call) {
+  HistoryAnswer ask(const HistoryRequest& request) {
     std::optional<HistoryAnswer> answer;
-    mLink.askHistory(call, [&](const HistoryAnswer& given) { answer = given; });
+    mLink.askHistory(request, [&](const HistoryAnswer& given) { answer = given; });
     EXPECT_TRUE(test::serveBusUntil([&] { return answer.has_value(); }));
     return answer.value_or(HistoryAnswer());
   }
@@ -74,7 +74,7 @@ TEST_F(PortEngineLinkHistoryTest, GivesTheChangeThatTheEngineHasTakenBackAndWhat
                          return BusReply::success({entry, 2U});
                        }});
   mLink.watchEngine([](bool) {});
-  const HistoryAnswer answer = ask(HistoryCall::Undo);
+  const HistoryAnswer answer = ask({HistoryCall::Undo});
   EXPECT_EQ(answer.outcome, Outcome::Done);
   EXPECT_EQ(answer.value, entry);
   EXPECT_EQ(answer.conflicts, 2);
@@ -85,9 +85,24 @@ TEST_F(PortEngineLinkHistoryTest, ListsTheChanges) {
                          return BusReply::success({PropertyList::array({entry, entry.with("id", 6)})});
                        }});
   mLink.watchEngine([](bool) {});
-  const HistoryAnswer answer = ask(HistoryCall::Entries);
+  const HistoryAnswer answer = ask({HistoryCall::Entries});
   EXPECT_EQ(answer.outcome, Outcome::Done);
   EXPECT_EQ(answer.value, PropertyList::array({entry, entry.with("id", 6)}));
+}
+
+TEST_F(PortEngineLinkHistoryTest, GoesToAChange) {
+  std::vector<PropertyList> asked;
+  const Engine engine(
+      {history::methods::GoTo, {{"t", "id"}}, {{"u", "changes"}, {"u", "conflicts"}}, [&](const auto& given) {
+         asked.push_back(given[0]);
+         return BusReply::success({3U, 1U});
+       }});
+  mLink.watchEngine([](bool) {});
+  const HistoryAnswer answer = ask({HistoryCall::GoTo, 42});
+  EXPECT_EQ(answer.outcome, Outcome::Done);
+  EXPECT_EQ(answer.value, PropertyList(3));
+  EXPECT_EQ(answer.conflicts, 1);
+  EXPECT_EQ(asked, std::vector{PropertyList(42)});
 }
 
 TEST_F(PortEngineLinkHistoryTest, ReturnsAtOnceAndKeepsTheOrder) {
@@ -98,7 +113,7 @@ TEST_F(PortEngineLinkHistoryTest, ReturnsAtOnceAndKeepsTheOrder) {
                        }});
   mLink.watchEngine([](bool) {});
   for (int call = 0; call < 5; ++call) {
-    mLink.askHistory(HistoryCall::Redo,
+    mLink.askHistory({HistoryCall::Redo},
                      [&](const HistoryAnswer& answer) { served.push_back(answer.value["id"].toInt()); });
   }
   EXPECT_TRUE(served.empty());
@@ -118,7 +133,7 @@ TEST_F(PortEngineLinkHistoryTest, TellsWhyNothingWasDone) {
                                                     {"org.example.Error.Other", Outcome::NoAnswer}};
   for (const auto& [name, outcome] : errors) {
     error = name;
-    const HistoryAnswer answer = ask(HistoryCall::Undo);
+    const HistoryAnswer answer = ask({HistoryCall::Undo});
     EXPECT_EQ(answer.outcome, outcome) << name;
     EXPECT_TRUE(answer.value.isNone());
   }
@@ -127,15 +142,15 @@ TEST_F(PortEngineLinkHistoryTest, TellsWhyNothingWasDone) {
 TEST_F(PortEngineLinkHistoryTest, KnowsAnEngineWithoutAHistory) {
   const Engine engine;
   mLink.watchEngine([](bool) {});
-  EXPECT_EQ(ask(HistoryCall::Entries).outcome, Outcome::NoHistory);
+  EXPECT_EQ(ask({HistoryCall::Entries}).outcome, Outcome::NoHistory);
 }
 
 TEST_F(PortEngineLinkHistoryTest, AsksNobodyWithoutAnEngine) {
   std::vector<Outcome> outcomes;
   const auto note = [&](const HistoryAnswer& answer) { outcomes.push_back(answer.outcome); };
-  mLink.askHistory(HistoryCall::Entries, note);
+  mLink.askHistory({HistoryCall::Entries}, note);
   mLink.watchEngine([](bool) {});
-  mLink.askHistory(HistoryCall::Entries, note);
+  mLink.askHistory({HistoryCall::Entries}, note);
   EXPECT_EQ(outcomes, (std::vector{Outcome::NoEngine, Outcome::NoEngine}));
 }
 
@@ -156,13 +171,13 @@ TEST_F(PortEngineLinkHistoryTest, BelievesTheEngineAlone) {
   int changes = 0;
   mLink.watchHistory([&] { ++changes; });
   mLink.watchEngine([](bool) {});
-  EXPECT_EQ(ask(HistoryCall::Entries).outcome, Outcome::NoHistory);
+  EXPECT_EQ(ask({HistoryCall::Entries}).outcome, Outcome::NoHistory);
   other.run([&] {
     EXPECT_EQ(asked, 0);
-    EXPECT_TRUE(impostor->emit(history::signals::Changed, {}));
+    EXPECT_TRUE(impostor->emit(history::signalNames::Changed, {}));
     impostor.reset();
   });
-  EXPECT_EQ(ask(HistoryCall::Entries).outcome, Outcome::NoHistory);  // behind the signal
+  EXPECT_EQ(ask({HistoryCall::Entries}).outcome, Outcome::NoHistory);  // behind the signal
   EXPECT_EQ(changes, 0);
 }
 
@@ -178,7 +193,7 @@ TEST_F(PortEngineLinkHistoryTest, TellsOfEveryChangeUntilItIsNoLongerAskedTo) {
   EXPECT_TRUE(test::serveBusUntil([&] { return changes == 2; }));
   mLink.watchHistory({});
   engine.tellOfChange();
-  ask(HistoryCall::Entries);
+  ask({HistoryCall::Entries});
   EXPECT_EQ(changes, 2);
 }
 

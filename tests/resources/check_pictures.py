@@ -15,7 +15,7 @@ SIZES = {
     **{name: (420, 412) for name in KEYMAPS + ["mouseUnlit", "mouseLight"]},
     **{name: (28, 16) for name in ("battery", "battery1", "battery2", "battery3")},
     **{name: (24, 24) for name in
-       ("usb", "wireless", "help", "communityDiscussion", "communityNews", "communityGuild")},
+       ("usb", "wireless", "help", "undo", "redo", "history", "communityDiscussion", "communityNews", "communityGuild")},
     **{name: (16, 16) for name in ["GearOn", "GearOff"] + [f"arrow{number}" for number in range(1, 9)]},
     **{f"panel{name}": (16, 16) for name in ("Back", "Forward", "Parent", "NewFolder", "List", "Details")},
     "mouse-small": (40, 40),

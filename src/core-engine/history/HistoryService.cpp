@@ -67,10 +67,10 @@ bool HistoryService::start(std::string& error) {
       method(methods::RestoreBackup, {{"s", "date"}}, {},
              [this](const Values& given, const BusReturn& reply) { restoreBackup(given[0].toString(), reply); }),
   };
-  description.signals.push_back({history::signals::Changed, {}});
+  description.signals.push_back({history::signalNames::Changed, {}});
   mObject = BusObject::create(std::move(description), &error);
   if (!mObject) return false;
-  mHistory.setChangeHandler([this] { mObject->emit(history::signals::Changed, {}); });
+  mHistory.setChangeHandler([this] { mObject->emit(history::signalNames::Changed, {}); });
   return true;
 }
 
