@@ -14,16 +14,45 @@ namespace {
 
 constexpr const char* tagProperty = "tag";
 
+// The submenu of this title, a new one at the end of the menu where there is none.
+QMenu* submenuOf(QMenu& menu, const QString& title) {
+  for (QAction* action : menu.actions()) {
+    if (action->menu() != nullptr && titleOf(*action) == title) return action->menu();
+  }
+  return menu.addMenu(escapedTitle(title));
+}
+
 }  // namespace
 
 void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QString& operation,
                     const std::function<void(int tag)>& chosen) {
   for (const TaggedItem& item : items) {
-    QAction* action = menu.addAction(escapedTitle(item.title));
+    if (item.beginsGroup) menu.addSeparator();
+    QMenu& place = item.submenu.isEmpty() ? menu : *submenuOf(menu, item.submenu);
+    QAction* action = place.addAction(escapedTitle(item.title));
+    action->setCheckable(item.isCheckable);
+    if (!item.shortcut.isEmpty()) {
+      action->setShortcut(item.shortcut);
+      // The table takes the key; here it is to be read.
+      action->setShortcutContext(Qt::WidgetShortcut);
+      action->setShortcutVisibleInContextMenu(true);
+    }
     action->setObjectName(operation);
     action->setProperty(tagProperty, item.tag);
     QObject::connect(action, &QAction::triggered, &menu, [chosen, tag = item.tag] { chosen(tag); });
   }
+}
+
+QList<QAction*> taggedItems(const QMenu& menu) {
+  QList<QAction*> items;
+  for (QAction* action : menu.actions()) {
+    if (action->menu() != nullptr) {
+      items += taggedItems(*action->menu());
+    } else if (action->property(tagProperty).isValid()) {
+      items << action;
+    }
+  }
+  return items;
 }
 
 QString titleOf(const QAction& item) {
@@ -47,7 +76,7 @@ PullDownButton::PullDownButton(QWidget* parent) : QToolButton(parent) {
   connect(this, &QToolButton::clicked, this, &PullDownButton::openMenu);
   connect(menu, &QMenu::aboutToShow, this, [this, menu] {
     if (!mIsEnabled) return;
-    for (QAction* item : menu->actions()) item->setEnabled(mIsEnabled(*item));
+    for (QAction* item : taggedItems(*menu)) item->setEnabled(mIsEnabled(*item));
   });
   connect(menu, &QMenu::aboutToHide, this, [this] { setDown(false); });
   endHoverWithMenu(*this, *menu);

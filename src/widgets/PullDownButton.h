@@ -2,6 +2,7 @@
 // Main thread.
 #pragma once
 
+#include <QKeySequence>
 #include <QMenu>
 #include <QString>
 #include <QToolButton>
@@ -13,12 +14,20 @@ namespace skarn {
 struct TaggedItem {
   int tag;
   QString title;
+  // Shown beside the title, for keys that the table of the menu takes itself.
+  QKeySequence shortcut{};
+  // The title of the submenu that the item stands in; none for the menu itself.
+  QString submenu{};
+  bool beginsGroup = false;  // under a line
+  bool isCheckable = false;
 };
 
 // Adds an action per item: its object name is the operation that it calls, its tag stands in the dynamic property
 // "tag", its title is shown as it stands ("&" is no mnemonic; titleOf gives it back unescaped). chosen gets the tag.
 void addTaggedItems(QMenu& menu, const std::vector<TaggedItem>& items, const QString& operation,
                     const std::function<void(int tag)>& chosen);
+// The items of a menu and of its submenus, in their order.
+QList<QAction*> taggedItems(const QMenu& menu);
 QString titleOf(const QAction& item);
 int tagOf(const QAction& item);
 // Enables the item, or disables it with the reason as its tooltip when there is one.

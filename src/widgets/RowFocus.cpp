@@ -16,7 +16,9 @@ void drawRowFocus(QTableView& table) {
   if (rows.isEmpty()) {
     frame.rect = table.viewport()->rect().adjusted(1, 1, -1, -1);
   } else {
-    const int row = rows.constFirst().row();
+    const QModelIndex current = table.currentIndex();
+    const bool isSelected = current.isValid() && table.selectionModel()->isRowSelected(current.row(), {});
+    const int row = isSelected ? current.row() : rows.constFirst().row();
     frame.rect = {0, table.rowViewportPosition(row), table.horizontalHeader()->length(), table.rowHeight(row)};
   }
   QPainter painter(table.viewport());

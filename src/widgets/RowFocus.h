@@ -5,8 +5,8 @@ class QTableView;
 
 namespace skarn {
 
-// Draws the frame of the focus around the selected row, or around the whole table where no row is selected. At the end
-// of the table's own paintEvent; without the focus it draws nothing.
+// Draws the frame of the focus around the selected row, of several the current one, or around the whole table where no
+// row is selected. At the end of the table's own paintEvent; without the focus it draws nothing.
 void drawRowFocus(QTableView& table);
 
 }  // namespace skarn

@@ -66,6 +66,29 @@ class PullDownButtonTest : public QObject {
     QCOMPARE(chosen, QList<int>{3});
   }
 
+  void itemsStandInSubmenusUnderLinesAndWithTheirKeys() {
+    PullDownButton button;
+    QList<int> chosen;
+    button.setItems({{1, QStringLiteral("Cut"), QKeySequence(Qt::CTRL | Qt::Key_X)},
+                     {2, QStringLiteral("Key"), {}, QStringLiteral("Before"), true},
+                     {3, QStringLiteral("Key"), {}, QStringLiteral("After")},
+                     {4, QStringLiteral("Delay"), {}, QStringLiteral("Before")},
+                     {5, QStringLiteral("Together"), {}, {}, false, true}},
+                    QStringLiteral("selectMenuItem"), [&](int tag) { chosen << tag; });
+    QStringList shown;
+    for (const QAction* action : button.menu()->actions()) shown << (action->isSeparator() ? "-" : titleOf(*action));
+    QCOMPARE(shown, (QStringList{"Cut", "-", "Before", "After", "Together"}));
+    QList<int> tags;
+    for (QAction* item : taggedItems(*button.menu())) {
+      tags << tagOf(*item);
+      item->trigger();
+    }
+    QCOMPARE(tags, (QList<int>{1, 2, 4, 3, 5}));
+    QCOMPARE(chosen, tags);
+    QCOMPARE(itemOf(*button.menu(), 1)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_X));
+    QVERIFY(itemOf(*button.menu(), 5)->isCheckable());
+  }
+
   void itemsSetAnewReplaceTheOldOnes() {
     PullDownButton button;
     button.setItems(items, QStringLiteral("selectMenuItem"), [](int) {});
