@@ -147,6 +147,22 @@ std::string eventParser::releaseLineOf(std::string_view press) {
   }
 }
 
+std::string eventParser::nameInLine(std::string_view line) {
+  switch (kindOfLine(line)) {
+    case LineKind::KeyPress:
+      return std::string(line.substr(keyPressText.size()));
+    case LineKind::KeyRelease:
+      return std::string(line.substr(keyReleaseText.size()));
+    case LineKind::Button: {
+      const std::string_view ending = line.ends_with(buttonPressText) ? buttonPressText : buttonReleaseText;
+      return std::string(line.substr(0, line.size() - ending.size()));
+    }
+    case LineKind::Other:
+      break;
+  }
+  return {};
+}
+
 std::optional<std::int64_t> eventParser::delayOfLine(std::string_view line) {
   if (!line.ends_with(delayText)) return std::nullopt;
   line.remove_suffix(delayText.size());

@@ -51,6 +51,9 @@ class eventParser {
   // The line of the release that belongs to the line of a press; empty for any other line.
   static std::string releaseLineOf(std::string_view press);
 
+  // The key or button that an event line tells of: "A", "Left Button"; empty for any other line.
+  static std::string nameInLine(std::string_view line);
+
   // The milliseconds that a delay line tells; nothing for any other line.
   static std::optional<std::int64_t> delayOfLine(std::string_view line);
 
