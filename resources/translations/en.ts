@@ -31,6 +31,10 @@
         <source>Active profile</source>
         <translation>Active profile</translation>
     </message>
+    <message id="lkeyAddDelayTitle">
+        <source>Insert a Delay</source>
+        <translation>Insert a Delay</translation>
+    </message>
     <message id="lkeyAddFailedTitle">
         <source>“%1” could not be added</source>
         <translation>“%1” could not be added</translation>
@@ -146,6 +150,10 @@
     <message id="lkeyCancel">
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message id="lkeyCannotBeTyped">
+        <source>No key of a US keyboard types: %1</source>
+        <translation>No key of a US keyboard types: %1</translation>
     </message>
     <message id="lkeyCaughtKey">
         <source>Key that was pressed</source>
@@ -351,6 +359,10 @@
         <source>Use This Delay for All</source>
         <translation>Use This Delay for All</translation>
     </message>
+    <message id="lkeyCopyEvents">
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
     <message id="lkeyCurrentSensitivity">
         <source>Current sensitivity</source>
         <translation>Current sensitivity</translation>
@@ -358,6 +370,10 @@
     <message id="lkeyCurrentStage">
         <source>Current stage</source>
         <translation>Current stage</translation>
+    </message>
+    <message id="lkeyCutEvents">
+        <source>Cut</source>
+        <translation>Cut</translation>
     </message>
     <message id="lkeyDPI">
         <source>DPI</source>
@@ -367,6 +383,10 @@
         <source>Default</source>
         <translation>Default</translation>
     </message>
+    <message id="lkeyDelayAddedTo">
+        <source>Added to: %1</source>
+        <translation>Added to: %1</translation>
+    </message>
     <message id="lkeyDelayInMilliseconds">
         <source>Delay in milliseconds</source>
         <translation>Delay in milliseconds</translation>
@@ -374,6 +394,10 @@
     <message id="lkeyDelayNow">
         <source>Now: %1. Without an entry it stays so.</source>
         <translation>Now: %1. Without an entry it stays so.</translation>
+    </message>
+    <message id="lkeyDelaysNow">
+        <source>All of them become this delay.</source>
+        <translation>All of them become this delay.</translation>
     </message>
     <message id="lkeyDelete">
         <source>Delete…</source>
@@ -415,6 +439,10 @@
         <source>Delete Macro “%1”?</source>
         <translation>Delete Macro “%1”?</translation>
     </message>
+    <message id="lkeyDeletePair">
+        <source>Delete Press and Release</source>
+        <translation>Delete Press and Release</translation>
+    </message>
     <message id="lkeyDeleteProfile">
         <source>Delete the selected profile</source>
         <translation>Delete the selected profile</translation>
@@ -455,6 +483,14 @@
         <source>Disable</source>
         <translation>Disable</translation>
     </message>
+    <message id="lkeyDiscardRecording">
+        <source>Discard</source>
+        <translation>Discard</translation>
+    </message>
+    <message id="lkeyDiscardRecordingTip">
+        <source>End the recording and keep the events as they were</source>
+        <translation>End the recording and keep the events as they were</translation>
+    </message>
     <message id="lkeyDoubleClick">
         <source>Double Click</source>
         <translation>Double Click</translation>
@@ -462,6 +498,14 @@
     <message id="lkeyDriverVersion">
         <source>Driver version</source>
         <translation>Driver version</translation>
+    </message>
+    <message id="lkeyDuplicateEvents">
+        <source>Duplicate</source>
+        <translation>Duplicate</translation>
+    </message>
+    <message id="lkeyDuplicateMacro">
+        <source>Duplicate Macro</source>
+        <translation>Duplicate Macro</translation>
     </message>
     <message id="lkeyEdit">
         <source>Edit…</source>
@@ -471,9 +515,17 @@
         <source>Edit Delay</source>
         <translation>Edit Delay</translation>
     </message>
+    <message id="lkeyEditDelaysTitle">
+        <source>Edit %1 Delays</source>
+        <translation>Edit %1 Delays</translation>
+    </message>
     <message id="lkeyEditEventTitle">
         <source>Edit Event</source>
         <translation>Edit Event</translation>
+    </message>
+    <message id="lkeyEditFailedTitle">
+        <source>“%1” was not changed</source>
+        <translation>“%1” was not changed</translation>
     </message>
     <message id="lkeyEditStages">
         <source>Edit Stages…</source>
@@ -499,6 +551,10 @@
         <source>Delay before the event that follows:</source>
         <translation>Delay before the event that follows:</translation>
     </message>
+    <message id="lkeyEnterDelayFirst">
+        <source>Enter the delay first</source>
+        <translation>Enter the delay first</translation>
+    </message>
     <message id="lkeyEnterEvent">
         <source>Press the new key for this event, whichever it is; then Return confirms it and Escape cancels. A press stays a press, a release stays a release.</source>
         <translation>Press the new key for this event, whichever it is; then Return confirms it and Escape cancels. A press stays a press, a release stays a release.</translation>
@@ -507,9 +563,13 @@
         <source>Enter sleep mode after</source>
         <translation>Enter sleep mode after</translation>
     </message>
-    <message id="lkeyEventOutOfReach">
-        <source>Only the first 128 events of each of the first 256 macros can be edited.</source>
-        <translation>Only the first 128 events of each of the first 256 macros can be edited.</translation>
+    <message id="lkeyEnterText">
+        <source>The keys that type this text are added behind the selected events:</source>
+        <translation>The keys that type this text are added behind the selected events:</translation>
+    </message>
+    <message id="lkeyEnterTextFirst">
+        <source>Enter the text first</source>
+        <translation>Enter the text first</translation>
     </message>
     <message id="lkeyEventsMenu">
         <source>More for events</source>
@@ -963,9 +1023,53 @@
         <source>Independent X and Y</source>
         <translation>Independent X and Y</translation>
     </message>
+    <message id="lkeyInsertAction">
+        <source>Insert</source>
+        <translation>Insert</translation>
+    </message>
+    <message id="lkeyInsertAfter">
+        <source>Insert After</source>
+        <translation>Insert After</translation>
+    </message>
+    <message id="lkeyInsertBefore">
+        <source>Insert Before</source>
+        <translation>Insert Before</translation>
+    </message>
+    <message id="lkeyInsertDelay">
+        <source>Delay…</source>
+        <translation>Delay…</translation>
+    </message>
+    <message id="lkeyInsertKey">
+        <source>Key…</source>
+        <translation>Key…</translation>
+    </message>
+    <message id="lkeyInsertLeftClick">
+        <source>Left Click</source>
+        <translation>Left Click</translation>
+    </message>
+    <message id="lkeyInsertMiddleClick">
+        <source>Middle Click</source>
+        <translation>Middle Click</translation>
+    </message>
+    <message id="lkeyInsertRightClick">
+        <source>Right Click</source>
+        <translation>Right Click</translation>
+    </message>
     <message id="lkeyInstalledApplications">
         <source>Installed applications</source>
         <translation>Installed applications</translation>
+    </message>
+    <message id="lkeyIsFirstEvent">
+        <source>It is the first event already</source>
+        <translation>It is the first event already</translation>
+    </message>
+    <message id="lkeyIsLastEvent">
+        <source>It is the last event already</source>
+        <translation>It is the last event already</translation>
+    </message>
+    <message id="lkeyKeepPairs">
+        <source>Move Press and Release Together</source>
+        <translation>Move Press and Release Together</translation>
     </message>
     <message id="lkeyKeyMap">
         <source>Keymap</source>
@@ -1277,6 +1381,14 @@ For this profile, set the brightness to Off.</translation>
         <source>Remove All Delays</source>
         <translation>Remove All Delays</translation>
     </message>
+    <message id="lkeyNoDelayAfterLast">
+        <source>A macro ends with its last event</source>
+        <translation>A macro ends with its last event</translation>
+    </message>
+    <message id="lkeyNoDelayBeforeFirst">
+        <source>A macro begins with its first event</source>
+        <translation>A macro begins with its first event</translation>
+    </message>
     <message id="lkeyNoEvents">
         <source>Record to add events.</source>
         <translation>Record to add events.</translation>
@@ -1288,6 +1400,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNoKeyPressed">
         <source>No key has been pressed yet</source>
         <translation>No key has been pressed yet</translation>
+    </message>
+    <message id="lkeyNoMacroFound">
+        <source>No macro has this in its name.</source>
+        <translation>No macro has this in its name.</translation>
     </message>
     <message id="lkeyNoMacroSelected">
         <source>Select a macro to see its events.</source>
@@ -1304,6 +1420,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNoMouseConnected">
         <source>No mouse connected</source>
         <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyNoPartner">
+        <source>What is selected has no press or release that belongs to it</source>
+        <translation>What is selected has no press or release that belongs to it</translation>
     </message>
     <message id="lkeyNoRoomForMacro">
         <source>The mouse holds as many macros as it can. Delete one that you no longer need, then try again.</source>
@@ -1328,6 +1448,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNothingCopied">
         <source>Copy what another control does first</source>
         <translation>Copy what another control does first</translation>
+    </message>
+    <message id="lkeyNothingToPaste">
+        <source>Copy or cut events first</source>
+        <translation>Copy or cut events first</translation>
     </message>
     <message id="lkeyNothingToRedo">
         <source>There is nothing to redo</source>
@@ -1369,9 +1493,53 @@ For this profile, set the brightness to Off.</translation>
         <source>Paste</source>
         <translation>Paste</translation>
     </message>
+    <message id="lkeyPasteEvents">
+        <source>Paste</source>
+        <translation>Paste</translation>
+    </message>
+    <message id="lkeyPlay">
+        <source>Play…</source>
+        <translation>Play…</translation>
+    </message>
+    <message id="lkeyPlayAction">
+        <source>Play</source>
+        <translation>Play</translation>
+    </message>
+    <message id="lkeyPlayEnded">
+        <source>Played all %1 events</source>
+        <translation>Played all %1 events</translation>
+    </message>
+    <message id="lkeyPlayField">
+        <source>What the macro types</source>
+        <translation>What the macro types</translation>
+    </message>
+    <message id="lkeyPlayMacro">
+        <source>Play %1</source>
+        <translation>Play %1</translation>
+    </message>
     <message id="lkeyPlayMacroOnce">
         <source>Play Macro Once</source>
         <translation>Play Macro Once</translation>
+    </message>
+    <message id="lkeyPlayNote">
+        <source>What the macro types appears here and nowhere else. Shortcuts and clicks are told below and not carried out.</source>
+        <translation>What the macro types appears here and nowhere else. Shortcuts and clicks are told below and not carried out.</translation>
+    </message>
+    <message id="lkeyPlayProgress">
+        <source>%1 of %2: %3</source>
+        <translation>%1 of %2: %3</translation>
+    </message>
+    <message id="lkeyPlayStopped">
+        <source>Stopped after %1 of %2 events</source>
+        <translation>Stopped after %1 of %2 events</translation>
+    </message>
+    <message id="lkeyPlayTitle">
+        <source>Play</source>
+        <translation>Play</translation>
+    </message>
+    <message id="lkeyPlayedBy">
+        <source>Played by %1</source>
+        <translation>Played by %1</translation>
     </message>
     <message id="lkeyPointerGroup">
         <source>Pointer</source>
@@ -1392,6 +1560,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyPressAKey">
         <source>Press a key…</source>
         <translation>Press a key…</translation>
+    </message>
+    <message id="lkeyPressedAtEnd">
+        <source>Still pressed at the end: %1. The macro lets go of it when it ends.</source>
+        <translation>Still pressed at the end: %1. The macro lets go of it when it ends.</translation>
     </message>
     <message id="lkeyProblemCycle">
         <source>What cycles the keymaps is the same in all of them and cannot be swapped</source>
@@ -1516,6 +1688,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyRecordingLostTitle">
         <source>The recording has ended</source>
         <translation>The recording has ended</translation>
+    </message>
+    <message id="lkeyRecordingProgress">
+        <source>%1 events, %2:%3</source>
+        <translation>%1 events, %2:%3</translation>
     </message>
     <message id="lkeyRecordingTakenDesc">
         <source>Another program has begun to record. What was recorded for “%1” is lost; the macro is as it was.</source>
@@ -1665,9 +1841,17 @@ For this profile, set the brightness to Off.</translation>
         <source>Search keys</source>
         <translation>Search keys</translation>
     </message>
+    <message id="lkeySearchMacros">
+        <source>Search macros</source>
+        <translation>Search macros</translation>
+    </message>
     <message id="lkeySelectDelayFirst">
         <source>Select a delay first</source>
         <translation>Select a delay first</translation>
+    </message>
+    <message id="lkeySelectEventFirst">
+        <source>Select an event first</source>
+        <translation>Select an event first</translation>
     </message>
     <message id="lkeySelectLineFirst">
         <source>Select an event or a delay first</source>
@@ -1676,6 +1860,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeySelectMacroFirst">
         <source>Select a macro first</source>
         <translation>Select a macro first</translation>
+    </message>
+    <message id="lkeySelectOneEvent">
+        <source>Select one event, or delays</source>
+        <translation>Select one event, or delays</translation>
     </message>
     <message id="lkeySelectedStage">
         <source>Selected stage</source>
@@ -1825,6 +2013,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Waiting for the core engine…</source>
         <translation>Waiting for the core engine…</translation>
     </message>
+    <message id="lkeyStopAction">
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
     <message id="lkeyStopRecordingFirst">
         <source>Stop the recording first</source>
         <translation>Stop the recording first</translation>
@@ -1889,6 +2081,18 @@ For this profile, set the brightness to Off.</translation>
         <source>Temporary DPI Switch</source>
         <translation>Temporary DPI Switch</translation>
     </message>
+    <message id="lkeyTextIsTooLong">
+        <source>A macro has at most 15,000 events</source>
+        <translation>A macro has at most 15,000 events</translation>
+    </message>
+    <message id="lkeyTextMakesEvents">
+        <source>%1 events</source>
+        <translation>%1 events</translation>
+    </message>
+    <message id="lkeyTextToType">
+        <source>Text to type</source>
+        <translation>Text to type</translation>
+    </message>
     <message id="lkeyThumbGrid">
         <source>Thumb grid</source>
         <translation>Thumb grid</translation>
@@ -1896,6 +2100,18 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyTypeEvents">
         <source>Type what the macro shall do.</source>
         <translation>Type what the macro shall do.</translation>
+    </message>
+    <message id="lkeyTypeText">
+        <source>Type a Text…</source>
+        <translation>Type a Text…</translation>
+    </message>
+    <message id="lkeyTypeTextTitle">
+        <source>Type a Text</source>
+        <translation>Type a Text</translation>
+    </message>
+    <message id="lkeyTypedDelay">
+        <source>Before each press and release</source>
+        <translation>Before each press and release</translation>
     </message>
     <message id="lkeyUnderglow">
         <source>Underglow</source>

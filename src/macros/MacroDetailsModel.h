@@ -1,17 +1,34 @@
-// The lines of a macro as rows: texts exactly as they were supplied, in one column. Main thread.
+// The lines of a macro as rows: texts exactly as they were supplied, in one column. Delays (odd rows) can be edited, in
+// milliseconds; what is entered is told and changes nothing here. Main thread.
 #pragma once
 
 #include <QAbstractListModel>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "model/PropertyList.h"
 
 namespace skarn {
 
+// The lines that join a press and its release, as they pass one row; laneCount of them find room.
+struct PairLanes {
+  static constexpr std::size_t laneCount = 4;
+  enum Part : std::uint8_t { None, Begins, Passes, Ends };
+  std::array<Part, laneCount> parts{};
+};
+
 class MacroDetailsModel : public QAbstractListModel {
   Q_OBJECT
 
  public:
+  enum Role {
+    // Milliseconds from the first event, of an event; none of a delay.
+    ElapsedRole = Qt::UserRole,
+    LanesRole,  // PairLanes
+  };
+
   using QAbstractListModel::QAbstractListModel;
 
   // lines: array of strings; what is no string is an empty row.
@@ -20,10 +37,20 @@ class MacroDetailsModel : public QAbstractListModel {
   vorn::PropertyList lines() const { return vorn::PropertyList::array(mLines); }
 
   int rowCount(const QModelIndex& parent = {}) const override;
+  // For editing: the milliseconds of a delay.
   QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
+  void layOut() const;
+
   std::vector<vorn::PropertyList> mLines;
+  // Made of the lines when they are first asked for.
+  mutable bool mIsLaidOut = false;
+  mutable std::vector<std::int64_t> mElapsed;
+  mutable std::vector<PairLanes> mLanes;
 };
 
 }  // namespace skarn
+
+Q_DECLARE_METATYPE(skarn::PairLanes)

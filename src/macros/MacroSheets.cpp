@@ -15,6 +15,13 @@ MacroDelaySheet::MacroDelaySheet(QWidget* parent)
     : QDialog(parent, sheetFlags), mUi(std::make_unique<Ui::MacroDelaySheet>()) {
   mUi->setupUi(this);
   connect(mUi->mMacroDelayOK, &QPushButton::clicked, this, &MacroDelaySheet::confirmed);
+  const auto offer = [this] {
+    const bool hasDelay = !mUi->mInputMacroDelay->text().isEmpty();
+    mUi->mMacroDelayOK->setEnabled(hasDelay);
+    mUi->mMacroDelayOK->setToolTip(hasDelay ? QString() : localized("lkeyEnterDelayFirst"));
+  };
+  connect(mUi->mInputMacroDelay, &QLineEdit::textChanged, this, offer);
+  offer();
   connect(mUi->mMacroDelayCancel, &QPushButton::clicked, this, &MacroDelaySheet::cancelled);
 }
 
@@ -26,8 +33,23 @@ NumberOnlyTextField& MacroDelaySheet::mInputMacroDelay() const {
 
 void MacroDelaySheet::begin(const QString& line) {
   const auto milliseconds = vorn::eventParser::delayOfLine(line.toStdString());
-  mUi->mInputMacroDelay->setPlaceholderText(milliseconds ? QString::number(*milliseconds) : QString());
-  mUi->mMacroDelayNow->setText(localized("lkeyDelayNow").arg(line.trimmed()));
+  show(localized("lkeyEditDelayTitle"), localized("lkeyDelayNow").arg(line.trimmed()),
+       milliseconds ? QString::number(*milliseconds) : QString());
+}
+
+void MacroDelaySheet::beginForMany(int delays) {
+  show(localized("lkeyEditDelaysTitle").arg(delays), localized("lkeyDelaysNow"), {});
+}
+
+void MacroDelaySheet::beginAdding(const QString& line) {
+  show(localized("lkeyAddDelayTitle"), localized("lkeyDelayAddedTo").arg(line.trimmed()), {});
+}
+
+void MacroDelaySheet::show(const QString& title, const QString& now, const QString& placeholder) {
+  setWindowTitle(title);
+  mUi->mMacroDelayTitle->setText(title);
+  mUi->mInputMacroDelay->setPlaceholderText(placeholder);
+  mUi->mMacroDelayNow->setText(now);
   mUi->mInputMacroDelay->clear();
   mUi->mInputMacroDelay->setFocus();
   open();

@@ -27,6 +27,10 @@ class MacroDelaySheet : public QDialog {
   // Shows the sheet with an empty input. line: the delay as it stands in the list; the input says it in milliseconds
   // as long as it is empty.
   void begin(const QString& line);
+  // The same for as many delays, which all become the one that is entered.
+  void beginForMany(int delays);
+  // For what is added to a delay. line: the delay as it stands in the list.
+  void beginAdding(const QString& line);
   void reject() override { emit cancelled(); }
 
  signals:
@@ -34,6 +38,8 @@ class MacroDelaySheet : public QDialog {
   void cancelled();
 
  private:
+  void show(const QString& title, const QString& now, const QString& placeholder);
+
   std::unique_ptr<Ui::MacroDelaySheet> mUi;
 };
 

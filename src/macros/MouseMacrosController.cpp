@@ -30,10 +30,15 @@ namespace keys = vorn::keys;
 namespace {
 
 constexpr float disabledGearOpacity = 0.73F;
+constexpr int recordingTick = 250;  // milliseconds
 
+// Of several the first.
 int selectedRow(const QTableView& table) {
-  const QModelIndexList rows = table.selectionModel()->selectedRows();
-  return rows.isEmpty() ? -1 : rows.constFirst().row();
+  int first = -1;
+  for (const QModelIndex& index : table.selectionModel()->selectedRows()) {
+    if (first < 0 || index.row() < first) first = index.row();
+  }
+  return first;
 }
 
 }  // namespace
@@ -46,6 +51,7 @@ MouseMacrosController::MouseMacrosController(QWidget* parent)
       mModel(new MacrosTableModel(this)),
       mDetailsModel(new MacroDetailsModel(this)),
       mNames(new MacroNameDelegate(this)),
+      mDelays(new MacroDetailsDelegate(this)),
       mEditDelayWindow(new MacroDelaySheet(this)),
       mEditEventWindow(new MacroEventSheet(this)),
       mBeep([] { QApplication::beep(); }) {
@@ -89,14 +95,14 @@ void MouseMacrosController::setUpTables() {
   NSTableViewMacroDetailsSubClass& lines = *mUi->mMacroDetailsTableView;
   lines.setMMacrosController(this);
   lines.setModel(mDetailsModel);
-  lines.setItemDelegate(new MacroDetailsDelegate(this));
+  lines.setItemDelegate(mDelays);
+  connect(mDelays, &MacroDetailsDelegate::delayEntered, this, &MouseMacrosController::delayEntered);
+  connect(mDelays, &MacroDetailsDelegate::editRefused, this, [this] { mBeep(); });
   connect(lines.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MouseMacrosController::detailsTableViewSelectionDidChange);
   connect(&lines, &RightClickMenuTable::deletionAsked, mUi->mDeleteMacroDetails, &QToolButton::click);
   // Return or a double click.
-  connect(&lines, &QTableView::activated, this, [this] {
-    if (validateMenuItem(QAction(localized("lkeyEdit")))) editSelectedLine();
-  });
+  connect(&lines, &QTableView::activated, this, &MouseMacrosController::editLineInPlace);
   mUi->mNoEventsLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
@@ -106,6 +112,10 @@ void MouseMacrosController::setUpButtons() {
   connect(mUi->mAddMacroDetails, &QToolButton::clicked, this, &MouseMacrosController::clickAddMacroDetails);
   connect(mUi->mDeleteMacroDetails, &QToolButton::clicked, this, &MouseMacrosController::clickDeleteMacroDetails);
   connect(mUi->mRecordMacroDetails, &QPushButton::clicked, this, &MouseMacrosController::clickRecordMacroDetails);
+  connect(mUi->mDiscardRecording, &QPushButton::clicked, this, &MouseMacrosController::clickDiscardRecording);
+  connect(mUi->mMacroSearch, &QLineEdit::textChanged, this, &MouseMacrosController::searchMacros);
+  mRecordingTicks.setInterval(recordingTick);
+  connect(&mRecordingTicks, &QTimer::timeout, this, &MouseMacrosController::tellRecordingProgress);
   tintIcons();
 }
 
@@ -196,7 +206,10 @@ void MouseMacrosController::setStateOfTables(bool enabled) {
 void MouseMacrosController::enableControlsState(bool enabled) {
   mHasDeviceConnected = enabled;
   // A table that is disabled would take the typed name over.
-  if (!enabled) mNames->discardEdit();
+  if (!enabled) {
+    mNames->discardEdit();
+    mDelays->discardEdit();
+  }
   setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
   if (enabled && !isSessionRunning()) setStateOfTables(true);
   updateControls();
@@ -230,6 +243,7 @@ void MouseMacrosController::updateControls() {
       // What records can always be stopped.
       {mUi->mRecordMacroDetails, whyDisabled(isSessionRunning() ? Needs::Nothing : Needs::Macro, true)},
       {mUi->mMacroTableView, whyDisabled(Needs::Nothing, mIsMacroTableOffered)},
+      {mUi->mMacroSearch, whyDisabled(Needs::Nothing, mIsMacroTableOffered)},
       {mUi->mMacroDetailsTableView, whyDisabled(Needs::Nothing, true)},
   };
   for (const Rule& rule : rules) {
@@ -237,6 +251,7 @@ void MouseMacrosController::updateControls() {
     rule.control->setToolTip(rule.why.isEmpty() && isButton ? rule.control->accessibleName() : rule.why);
     rule.control->setEnabled(rule.why.isEmpty());
   }
+  tellRecordingProgress();
   mUi->mNoEventsLabel->setText(localized(isRecording ? "lkeyTypeEvents" : "lkeyNoEvents"));
   if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyWhileRecording"));
 }
@@ -249,6 +264,8 @@ void MouseMacrosController::updateVisibleParts() {
   mUi->mMacroDetailsScrollView->setVisible(hasMacro);
   mUi->mNoMacroSelectedLabel->setVisible(!hasMacro);
   mUi->mNoEventsLabel->setVisible(mDetailsModel->rowCount() == 0);
+  mUi->mMacroSearch->setVisible(hasMacros);
+  tellPressedAtEnd();
 }
 
 // --- Drawing and selections
@@ -272,6 +289,8 @@ void MouseMacrosController::refreshTableDisplay() {
   } else if (const int row = selectedMacro(); row != selected || (row >= 0 && !areLinesOf(row))) {
     macroTableViewSelectionDidChange();
   }
+  searchMacros();
+  tellWhoPlays();
   updateVisibleParts();
   updateControls();
   if (interrupted) resumeNameEdit(*interrupted);
@@ -281,6 +300,7 @@ void MouseMacrosController::macroTableViewSelectionDidChange() {
   if (mIsReloading) return;
   // The lines of another macro must not stay where its own do not come.
   showLines(PropertyList::array());
+  tellWhoPlays();
   updateControls();
   fetchLines();
 }

@@ -8,13 +8,15 @@
 // recording or the capture of one key runs, and the button ends it. The button begins with "Stop" and turns to "Record"
 // when the tab is first shown.
 //
-// Rows of the details table: even rows are events, odd rows the delays between them. An event is read and replaced
-// under 8-bit numbers. So an event beyond row 255, or of a macro beyond row 255, is not offered for editing: the
-// request would reach another row. Its delay is, as delays are set under ordinary integers.
+// Rows of the details table: even rows are events, odd rows the delays between them. A single line is edited by the
+// request for it. An event is read and replaced under 8-bit numbers, so one beyond row 255, or of a macro beyond row
+// 255, is edited by replacing the whole sequence, as is everything that concerns several lines or moves or adds some.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <QWidget>
 #include <cstdint>
 #include <functional>
@@ -23,14 +25,17 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "macros/MacroControllerDelegate.h"
+#include "model/MacroEdits.h"
 #include "model/MacroLines.h"
 #include "model/NotificationCenter.h"
 #include "model/PropertyList.h"
 #include "model/RememberedRecord.h"
 
 class QAction;
+class QKeyEvent;
 class QMenu;
 class QPushButton;
 class QTableView;
@@ -38,6 +43,7 @@ class QTableView;
 namespace skarn {
 
 class MacroDelaySheet;
+class MacroDetailsDelegate;
 class MacroDetailsModel;
 class MacroEventSheet;
 class MacroNameDelegate;
@@ -60,8 +66,8 @@ class MouseMacrosController : public QWidget {
   const vorn::PropertyList& mMacrosSettingsArray() const { return macrosSettingsArray; }
   // Where they are others than before, an open menu of the tab closes: it was opened for a row as it was.
   void setMMacrosSettingsArray(const vorn::PropertyList& macros);
-  // All profiles, to tell which controls a deletion concerns.
-  void setMAllProfiles(const vorn::PropertyList& profiles) { allProfiles = profiles; }
+  // All profiles, to tell which controls play a macro and which ones a deletion concerns.
+  void setMAllProfiles(const vorn::PropertyList& profiles);
   MacroControllerDelegate* mMacroDelegate() const { return macroDelegate; }
   void setMMacroDelegate(MacroControllerDelegate* delegate) { macroDelegate = delegate; }
   QWidget* mMacrosWindow() const { return macrosWindow; }
@@ -103,6 +109,8 @@ class MouseMacrosController : public QWidget {
   // Records anew or, under "Stop", ends the recording or capture that runs: the engine keeps what it caught, and the
   // lines are fetched again.
   void clickRecordMacroDetails();
+  // Ends a recording without saving it; the macro has its events again.
+  void clickDiscardRecording();
   // Records at the end of the macro.
   void clickAddMacroDetails();
   // Ends a recording or capture as the record button does; without one it does nothing.
@@ -130,6 +138,11 @@ class MouseMacrosController : public QWidget {
   void clickMacroDelayCancel();
   void clickMacroEventOK();
   void clickMacroEventCancel();
+  // A delay in place, anything else on its sheet.
+  void editLineInPlace();
+  // Whether a key of the table is a shortcut of the menu; it is carried out then, or refused with a beep.
+  bool takesLineKey(const QKeyEvent& key);
+  bool takesMacroKey(const QKeyEvent& key);
 
   // --- Menus
   // A right-click menu with the items of the gear menu, enabled as they are now.
@@ -159,6 +172,23 @@ class MouseMacrosController : public QWidget {
     vorn::RememberedRecord macro;
     vorn::RememberedLine line;
   };
+  // What an edit is for: the lines that are selected when it begins, whatever others change meanwhile.
+  struct MeantLines {
+    vorn::RememberedRecord macro;
+    vorn::PropertyList lines;
+    std::vector<int> rows;  // ascending
+  };
+  // A macro as the engine has it now.
+  struct OpenedSequence {
+    int macro;
+    vorn::PropertyList record;
+    vorn::MacroEventList events;
+  };
+  using SequenceEdit =
+      std::function<std::optional<vorn::EditedEvents>(const OpenedSequence& sequence, const std::vector<int>& rows)>;
+  using EventMaker = std::function<vorn::MacroEventList(const OpenedSequence& sequence)>;
+  using EventMove = std::optional<vorn::EditedEvents> (*)(const vorn::MacroEventList& events,
+                                                          const vorn::Places& chosen, bool keepsPairs);
   enum class Needs { Nothing, Macro, Line };  // of a button, besides a mouse
 
   // Wiring
@@ -171,7 +201,8 @@ class MouseMacrosController : public QWidget {
 
   // State
   int selectedMacro() const;  // -1 when none is selected
-  int selectedLine() const;
+  int selectedLine() const;   // the first of several
+  std::vector<int> selectedLines() const;
   bool isSessionRunning() const { return isRecording || mIsAppendMacro || mIsEditingMacro; }
   MacroMenuState menuState() const;
   void setRecordTitle(bool isStop);
@@ -193,7 +224,8 @@ class MouseMacrosController : public QWidget {
   void detailsTableViewSelectionDidChange();
   void deselectMacro();
   void selectMacroRow(int row);
-  void selectLine(int row);
+  void selectLine(int row) { selectLines({row}); }
+  void selectLines(const std::vector<int>& rows);
   void offerLineDeletion(bool offered);
 
   // Requests
@@ -206,6 +238,9 @@ class MouseMacrosController : public QWidget {
   void beginRecording();
   void endRecording();
   void rememberRecordedMacro(int row);
+  void beginRecordingProgress();
+  void tellRecordingProgress();
+  void tellPressedAtEnd();
   // A new list has come: the recorded macro stays the selected one wherever it stands now.
   void followRecordedMacro();
   // The engine has dropped the recording; an alert says why. reason: a text with the name of the macro in it.
@@ -228,6 +263,11 @@ class MouseMacrosController : public QWidget {
   std::optional<InterruptedEdit> interruptNameEdit();
   void resumeNameEdit(const InterruptedEdit& edit);
   void renameSelectedMacro();
+  void duplicateSelectedMacro();
+  // Adds the record, its name made unique, and selects it. What the engine said.
+  std::optional<vorn::ReturnStatus> addRecord(const vorn::PropertyList& record);
+  void searchMacros();
+  void tellWhoPlays();
   void importMacro(const vorn::PropertyList& macro, const QString& path);
   void exportMacro(const vorn::RememberedRecord& macro, const QString& path);
   void editSelectedLine();
@@ -247,6 +287,26 @@ class MouseMacrosController : public QWidget {
   vorn::PropertyList withCaughtKey(const vorn::PropertyList& event, bool setsPage) const;
   void deleteAllLines(int macro);
 
+  // Whole sequences
+  MeantLines meantLines() const;
+  // Reads the macro anew. Nothing, and the user is told, when it is gone or has other lines than those that are meant.
+  std::optional<OpenedSequence> openSequence(const MeantLines& meant);
+  // Sends what the edit makes of the macro and selects what it was about; a beep where it makes nothing.
+  void editSequence(const MeantLines& meant, const SequenceEdit& edit);
+  void insertEvents(const MeantLines& meant, bool isBefore, const EventMaker& made);
+  void clickSequenceMenuItem(int tag);
+  void insertByMenu(int tag);
+  void openAddedDelay(const MeantLines& meant, bool isBefore);
+  void openDelaysOfMany();
+  void deleteSelectedLines();
+  bool copySelectedEvents();
+  void pasteEvents();
+  void moveEvents(EventMove moved);
+  void replaceUsage(const MeantLines& meant, vorn::HidUsage usage, bool changesRelease);
+  void delayEntered(int row, int milliseconds);
+  void openTextSheet();
+  void openPlaySheet();
+
   // News
   void recordedMessages(const vorn::Notification& notification);
   void singleKeyEvents(const vorn::Notification& notification);
@@ -255,6 +315,7 @@ class MouseMacrosController : public QWidget {
   MacrosTableModel* mModel;
   MacroDetailsModel* mDetailsModel;
   MacroNameDelegate* mNames;
+  MacroDetailsDelegate* mDelays;
   MacroDelaySheet* mEditDelayWindow;
   MacroEventSheet* mEditEventWindow;
   std::function<void()> mBeep;
@@ -262,8 +323,13 @@ class MouseMacrosController : public QWidget {
   vorn::PropertyList mShownRecord;                  // whose lines are shown
   std::optional<vorn::RememberedRecord> mRecorded;  // while a recording runs: what it is for
   std::size_t mMacroCountAtRecording = 0;
+  QElapsedTimer mRecordingTime;
+  QTimer mRecordingTicks;
+  int mEventsBeforeRecording = 0;
   std::optional<EditedLine> mEdited;
-  std::optional<vorn::RememberedRecord> mNamed;  // whose name is being edited
+  std::function<void(int milliseconds)> mDelayEntered;  // what OK of the delay sheet does, where it is not for one line
+  bool mKeepsPairs = true;                              // a press and its release move together
+  std::optional<vorn::RememberedRecord> mNamed;         // whose name is being edited
   vorn::PropertyList macrosSettingsArray = vorn::PropertyList::array();
   vorn::PropertyList allProfiles = vorn::PropertyList::array();
   MacroControllerDelegate* macroDelegate = nullptr;

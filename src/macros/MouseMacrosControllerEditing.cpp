@@ -58,7 +58,7 @@ void MouseMacrosController::setupSettingsMenus() {
 
 void MouseMacrosController::fillMenu(QMenu& shown, const Menu& menu) {
   addTaggedItems(shown, itemsOf(menu.entries), menu.operation, [this, menu](int tag) { (this->*menu.chosen)(tag); });
-  for (QAction* item : shown.actions()) item->setEnabled(validateMenuItem(*item));
+  for (QAction* item : taggedItems(shown)) item->setEnabled(validateMenuItem(*item));
   explainMenuItems(shown);
 }
 
@@ -70,20 +70,18 @@ void MouseMacrosController::fillMacroDetailsMenu(QMenu& menu) {
   fillMenu(menu, macroDetailsMenu());
 }
 
-MacroMenuState MouseMacrosController::menuState() const {
-  return {.macro = selectedMacro(),
-          .line = selectedLine(),
-          .lineCount = mDetailsModel->rowCount(),
-          .isRecording = isSessionRunning()};
-}
-
 bool MouseMacrosController::validateMenuItem(const QAction& item) const {
   return isMenuItemEnabled(item, menuState());
 }
 
 void MouseMacrosController::explainMenuItems(QMenu& menu) const {
   menu.setToolTipsVisible(true);
-  for (QAction* item : menu.actions()) item->setToolTip(whyMenuItemIsDisabled(*item, menuState()));
+  for (QMenu* submenu : menu.findChildren<QMenu*>()) submenu->setToolTipsVisible(true);
+  const MacroMenuState state = menuState();
+  for (QAction* item : taggedItems(menu)) {
+    item->setToolTip(whyMenuItemIsDisabled(*item, state));
+    if (item->isCheckable()) item->setChecked(mKeepsPairs);
+  }
 }
 
 void MouseMacrosController::clickMacroSettingsMenuItem(int tag) {
@@ -102,6 +100,9 @@ void MouseMacrosController::clickMacroSettingsMenuItem(int tag) {
       break;
     case macroMenuTags::Delete:
       clickDeleteMacro();
+      break;
+    case macroMenuTags::Duplicate:
+      duplicateSelectedMacro();
       break;
     default:
       break;
@@ -138,7 +139,7 @@ void MouseMacrosController::clickMacroDetailsSettingsMenuItem(int tag) {
       fetchLines();
       break;
     default:
-      break;
+      clickSequenceMenuItem(tag);
   }
 }
 
@@ -153,16 +154,15 @@ void MouseMacrosController::offerLineDeletion(bool offered) {
   updateControls();
 }
 
-void MouseMacrosController::selectLine(int row) {
-  mUi->mMacroDetailsTableView->selectRow(row);
-  mUi->mMacroDetailsTableView->scrollTo(mDetailsModel->index(row));
-}
-
 void MouseMacrosController::clickDeleteMacroDetails() {
   const int macro = macroToAsk();
   const int line = selectedLine();
   if (macro < 0 || line < 0) {
     mBeep();
+    return;
+  }
+  if (selectedLines().size() > 1) {
+    deleteSelectedLines();
     return;
   }
   macroDelegate->removeEventAtIndex(line, macro);
@@ -181,10 +181,12 @@ void MouseMacrosController::editSelectedLine() {
   const int macro = macroToAsk();
   const int line = selectedLine();
   if (macro < 0 || line < 0) return;
-  if (isDelayLine(line)) {
+  if (selectedLines().size() > 1) {
+    openDelaysOfMany();
+  } else if (isDelayLine(line)) {
     rememberEditedLine(macro, line);
     mEditDelayWindow->begin(mDetailsModel->index(line).data().toString());
-  } else if (isEventWithinReach(macro, line)) {
+  } else {
     openEventSheet();
   }
 }
@@ -248,6 +250,12 @@ void MouseMacrosController::cancelLineSheet() {
 // --- A delay
 
 void MouseMacrosController::clickMacroDelayOK() {
+  const int milliseconds = mEditDelayWindow->mInputMacroDelay().integerValue();
+  if (const auto entered = std::exchange(mDelayEntered, {})) {
+    mEditDelayWindow->hide();
+    entered(milliseconds);
+    return;
+  }
   if (!followEditedMacro() || !followEditedLine()) return;
   mEdited.reset();
   mEditDelayWindow->hide();
@@ -255,11 +263,12 @@ void MouseMacrosController::clickMacroDelayOK() {
   const int line = selectedLine();
   // Without an entry the delay stays as it is.
   if (macro < 0 || line < 0 || mEditDelayWindow->mInputMacroDelay().text().isEmpty()) return;
-  macroDelegate->setNewDelay(mEditDelayWindow->mInputMacroDelay().integerValue(), line, macro);
+  macroDelegate->setNewDelay(milliseconds, line, macro);
   fetchLines();
 }
 
 void MouseMacrosController::clickMacroDelayCancel() {
+  mDelayEntered = {};
   mEdited.reset();
   mEditDelayWindow->hide();
 }
@@ -271,11 +280,13 @@ void MouseMacrosController::openEventSheet() {
   mIsMacroEventEdit = true;
   mMacroEventEditHIDCode = 0;
   rememberEditedLine(selectedMacro(), selectedLine());
-  const auto release = vorn::releaseRowOf(mDetailsModel->lines(), selectedLine());
-  mEditEventWindow->begin(release && isEventWithinReach(selectedMacro(), static_cast<int>(*release)));
+  mEditEventWindow->begin(vorn::releaseRowOf(mDetailsModel->lines(), selectedLine()).has_value());
   mIsEditingMacro = true;
-  mSequenceDict = macroDelegate->getSequenceDetails(static_cast<std::uint8_t>(selectedMacro()),
-                                                    static_cast<std::uint8_t>(selectedLine()));
+  mSequenceDict = PropertyList::dictionary();
+  if (isEventWithinReach(selectedMacro(), selectedLine())) {
+    mSequenceDict = macroDelegate->getSequenceDetails(static_cast<std::uint8_t>(selectedMacro()),
+                                                      static_cast<std::uint8_t>(selectedLine()));
+  }
   macroDelegate->startEditHID();
   setRecordTitle(true);
 }
@@ -305,13 +316,18 @@ void MouseMacrosController::takeCaughtKey(int usage) {
 void MouseMacrosController::storeCaughtKey(bool setsPage, bool changesRelease) {
   const int macro = macroToAsk();
   const int line = selectedLine();
-  if (macro < 0 || line < 0 || !isEventWithinReach(macro, line)) return;
+  if (macro < 0 || line < 0) return;
+  const auto release = changesRelease ? vorn::releaseRowOf(mDetailsModel->lines(), line) : std::nullopt;
+  if (!isEventWithinReach(macro, static_cast<int>(release.value_or(line)))) {
+    if (mMacroEventEditHIDCode != 0)
+      replaceUsage(meantLines(), {vorn::hid::keyboardPage, mMacroEventEditHIDCode}, release.has_value());
+    return;
+  }
   const auto macroRow = static_cast<std::uint8_t>(macro);
   const auto lineRow = static_cast<std::uint8_t>(line);
   mSequenceDict = macroDelegate->getSequenceDetails(macroRow, lineRow);
   if (mSequenceDict.isEmpty() || mMacroEventEditHIDCode == 0) return;
   const PropertyList before = std::exchange(mSequenceDict, withCaughtKey(mSequenceDict, setsPage));
-  const auto release = changesRelease ? vorn::releaseRowOf(mDetailsModel->lines(), line) : std::nullopt;
   const auto releaseRow = static_cast<std::uint8_t>(release.value_or(0));
   const PropertyList released = release ? macroDelegate->getSequenceDetails(macroRow, releaseRow) : PropertyList();
   macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);

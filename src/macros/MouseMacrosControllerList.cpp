@@ -1,9 +1,11 @@
 // The list of macros: new ones, names, deletion and files.
+#include <QKeyEvent>
 #include <QTableView>
 #include <algorithm>
 #include <utility>
 
 #include "macros/MacroFiles.h"
+#include "macros/MacroMenus.h"
 #include "macros/MacroNameDelegate.h"
 #include "macros/MacrosTableModel.h"
 #include "macros/MouseMacrosController.h"
@@ -57,6 +59,8 @@ void MouseMacrosController::clickAddMacro() {
   const PropertyList before = macrosSettingsArray;
   const PropertyList macro = newMacro(checkForDuplicateMacroName(before, newMacroName));
   macrosSettingsArray = before.appending(macro);
+  // The new one is to be seen.
+  mUi->mMacroSearch->clear();
   refreshTableDisplay();
   const int last = mModel->rowCount() - 1;
   selectMacroRow(last);
@@ -72,22 +76,84 @@ void MouseMacrosController::clickAddMacro() {
   showAddProblem(sheetWindow(), textOf(macro, keys::MacroName), vorn::RecordKind::Macro, status);
 }
 
-void MouseMacrosController::importMacro(const PropertyList& macro, const QString& path) {
-  if (macroDelegate == nullptr) return;
+std::optional<ReturnStatus> MouseMacrosController::addRecord(const PropertyList& record) {
   const PropertyList before = macrosSettingsArray;
-  const std::string name = checkForDuplicateMacroName(before, macro[keys::MacroName].string());
-  const PropertyList named = macro.with(keys::MacroName, name);
+  const std::string name = checkForDuplicateMacroName(before, record[keys::MacroName].string());
+  const PropertyList named = record.with(keys::MacroName, name);
   const int selected = selectedMacro();
   deselectMacro();
   macrosSettingsArray = before.appending(named);
   const auto status = macroDelegate->addMacroWithSettings(named);
   if (status != ReturnStatus::Done) {
     takeBack(named, before, selected);
-    showImportProblem(sheetWindow(), path, reasonAgainstAdding(vorn::RecordKind::Macro, status));
-    return;
+    return status;
   }
+  mUi->mMacroSearch->clear();
   refreshTableDisplay();
   selectMacroRow(mModel->rowCount() - 1);
+  return status;
+}
+
+void MouseMacrosController::importMacro(const PropertyList& macro, const QString& path) {
+  if (macroDelegate == nullptr) return;
+  const auto status = addRecord(macro);
+  if (status != ReturnStatus::Done)
+    showImportProblem(sheetWindow(), path, reasonAgainstAdding(vorn::RecordKind::Macro, status));
+}
+
+void MouseMacrosController::duplicateSelectedMacro() {
+  endNameEdit();
+  const int selected = macroToAsk();
+  if (selected < 0 || isSessionRunning()) return;
+  const RememberedRecord macro(macrosSettingsArray, selected, keys::MacroName);
+  // Edits of single events have not renewed the list.
+  macroDelegate->reloadMacros();
+  const int row = selectMeantMacro(macro);
+  if (row < 0) return;
+  const PropertyList record = macrosSettingsArray.at(row).without(keys::MacroID);
+  const auto status = addRecord(record);
+  if (status != ReturnStatus::Done)
+    showAddProblem(sheetWindow(), textOf(record, keys::MacroName), vorn::RecordKind::Macro, status);
+}
+
+bool MouseMacrosController::takesMacroKey(const QKeyEvent& key) {
+  const MacroMenuEntry* entry = entryOfKey(macroMenuEntries(), key);
+  if (entry == nullptr) return false;
+  if (key.isAutoRepeat()) return true;
+  if (entry->missing(menuState()) != nullptr) {
+    mBeep();
+  } else {
+    clickMacroSettingsMenuItem(entry->tag);
+  }
+  return true;
+}
+
+// --- Finding
+
+void MouseMacrosController::searchMacros() {
+  const QString sought = mUi->mMacroSearch->text();
+  bool hasFound = false;
+  for (int row = 0; row < mModel->rowCount(); ++row) {
+    const QString name = mModel->index(row, MacrosTableModel::Name).data().toString();
+    const bool isFound = name.contains(sought, Qt::CaseInsensitive);
+    mUi->mMacroTableView->setRowHidden(row, !isFound);
+    hasFound = hasFound || isFound;
+  }
+  mUi->mNothingFoundLabel->setVisible(!hasFound && mModel->rowCount() > 0);
+}
+
+void MouseMacrosController::setMAllProfiles(const PropertyList& profiles) {
+  allProfiles = profiles;
+  tellWhoPlays();
+}
+
+void MouseMacrosController::tellWhoPlays() {
+  const int row = selectedMacro();
+  const QString controls =
+      row < 0 ? QString()
+              : assignmentsTo(allProfiles, {vorn::AssignmentCommand::Macro, row, macrosSettingsArray.size()});
+  mUi->mMacroAssignmentLabel->setText(controls.isEmpty() ? localized("lkeyMacroAssignment")
+                                                         : localized("lkeyPlayedBy").arg(controls));
 }
 
 void MouseMacrosController::takeBack(const PropertyList& macro, const PropertyList& before, int selected) {

@@ -68,6 +68,7 @@ void MouseMacrosController::clickAddMacroDetails() {
   mUi->mRecordMacroDetails->setFocus();
   mUi->mMacroDetailsTableView->clearSelection();
   rememberRecordedMacro(macro);
+  beginRecordingProgress();
   macroDelegate->startMacroRecording(true, macro);
 }
 
@@ -93,7 +94,57 @@ void MouseMacrosController::beginRecording() {
   showLines(PropertyList::array());
   offerLineDeletion(selectedLine() >= 0);
   rememberRecordedMacro(macro);
+  beginRecordingProgress();
   macroDelegate->startMacroRecording(mIsAppendMacro, macro);
+}
+
+void MouseMacrosController::clickDiscardRecording() {
+  if (!isRecording) return;
+  mRecorded.reset();
+  isRecording = false;
+  mIsAppendMacro = false;
+  // The stop is followed by one last batch.
+  mIsStopRecording = true;
+  setRecordTitle(false);
+  setStateOfTables(true);
+  if (macroDelegate != nullptr) {
+    macroDelegate->stopMacroRecording();
+    fetchLines();
+  }
+  offerLineDeletion(selectedLine() >= 0);
+  mUi->mRecordMacroDetails->setFocus();
+}
+
+void MouseMacrosController::beginRecordingProgress() {
+  mEventsBeforeRecording = (mDetailsModel->rowCount() + 1) / 2;
+  mRecordingTime.start();
+  mRecordingTicks.start();
+  updateVisibleParts();
+  tellRecordingProgress();
+}
+
+void MouseMacrosController::tellRecordingProgress() {
+  mUi->mRecordingProgress->setVisible(isRecording);
+  mUi->mDiscardRecording->setVisible(isRecording);
+  if (!isRecording) {
+    mRecordingTicks.stop();
+    return;
+  }
+  const int events = (mDetailsModel->rowCount() + 1) / 2 - mEventsBeforeRecording;
+  const qint64 seconds = mRecordingTime.isValid() ? mRecordingTime.elapsed() / 1000 : 0;
+  mUi->mRecordingProgress->setText(
+      localized("lkeyRecordingProgress").arg(events).arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
+}
+
+void MouseMacrosController::tellPressedAtEnd() {
+  QStringList names;
+  if (!isRecording) {
+    for (const std::string& name : vorn::namesPressedAtEnd(mDetailsModel->lines()))
+      names << (name.empty() ? localized("lkeySingleKeyNameless") : QString::fromStdString(name));
+  }
+  mUi->mPressedAtEndLabel->setVisible(!names.isEmpty());
+  mUi->mPressedAtEndLabel->setText(
+      names.isEmpty() ? QString() : localized("lkeyPressedAtEnd").arg(names.join(QLatin1String(", "))));
 }
 
 void MouseMacrosController::rememberRecordedMacro(int row) {
@@ -186,10 +237,10 @@ void MouseMacrosController::updateSelectedMacroWithMacroDetails(const PropertyLi
 }
 
 void MouseMacrosController::showLines(const PropertyList& lines) {
-  const int selected = selectedLine();
+  const std::vector<int> selected = selectedLines();
   mIsReloading = true;
   mDetailsModel->setLines(finishedLines(lines));
-  if (selected >= 0 && selected < mDetailsModel->rowCount()) mUi->mMacroDetailsTableView->selectRow(selected);
+  selectLines(selected);
   mIsReloading = false;
   if (!isRecordTitleStop()) offerLineDeletion(mDetailsModel->rowCount() > 0);
   updateVisibleParts();
@@ -210,6 +261,7 @@ void MouseMacrosController::recordedMessages(const Notification& notification) {
   mDetailsModel->appendLines(lines);
   if (!isRecordTitleStop()) offerLineDeletion(mDetailsModel->rowCount() > 0);
   updateVisibleParts();
+  tellRecordingProgress();
   mUi->mMacroDetailsTableView->scrollToBottom();
 }
 

@@ -18,6 +18,7 @@ class NSTableViewMacroDetailsSubClass : public RightClickMenuTable {
 
  protected:
   void fillMenu(QMenu& menu) override;
+  bool takesKey(const QKeyEvent& key) override;
 
  private:
   MouseMacrosController* mMacrosController = nullptr;

@@ -8,4 +8,8 @@ void NSTableViewMacroSubClass::fillMenu(QMenu& menu) {
   if (mMacrosController != nullptr) mMacrosController->fillMacroMenu(menu);
 }
 
+bool NSTableViewMacroSubClass::takesKey(const QKeyEvent& key) {
+  return mMacrosController != nullptr && mMacrosController->takesMacroKey(key);
+}
+
 }  // namespace skarn

@@ -27,6 +27,7 @@ void RightClickMenuTable::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RightClickMenuTable::keyPressEvent(QKeyEvent* event) {
+  if (takesKey(*event)) return;
   const bool isArrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
   if (event->key() == Qt::Key_Delete) {
     if (!event->isAutoRepeat()) emit deletionAsked();

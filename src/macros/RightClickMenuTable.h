@@ -24,6 +24,8 @@ class RightClickMenuTable : public QTableView {
  protected:
   // Adds the items, enabled as they are now, to an empty menu. The menu lives until it closes.
   virtual void fillMenu(QMenu& menu) = 0;
+  // Carries out a key that is a shortcut of the menu. False for any other key.
+  virtual bool takesKey(const QKeyEvent& key) = 0;
 
   void mousePressEvent(QMouseEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;

@@ -15,15 +15,14 @@ namespace skarn {
 namespace keys = vorn::keys;
 using vorn::PropertyList;
 
-QString withLostAssignments(const QString& text, const PropertyList& profiles, const vorn::Deletion& deletion) {
+QString assignmentsTo(const PropertyList& profiles, const vorn::Deletion& entry) {
   std::map<std::size_t, std::set<int>> numbersOfProfiles;
-  for (const vorn::Reference& reference : vorn::referencesTo(profiles, deletion)) {
+  for (const vorn::Reference& reference : vorn::referencesTo(profiles, entry)) {
     // A record of no control of this mouse concerns nobody.
     if (const vorn::Control* control = vorn::controlOf(reference.identifier)) {
       numbersOfProfiles[reference.profile].insert(control->number);
     }
   }
-  if (numbersOfProfiles.empty()) return text;
   QStringList parts;
   for (const auto& [profile, numbers] : numbersOfProfiles) {
     QStringList shown;
@@ -32,7 +31,12 @@ QString withLostAssignments(const QString& text, const PropertyList& profiles, c
     parts << localized("lkeyLostAssignmentsOfProfile")
                  .arg(shown.join(QLatin1String(", ")), shownName(textOf(record, keys::ProfileName)));
   }
-  return text + QLatin1String("\n\n") + localized("lkeyLostAssignments").arg(parts.join(QLatin1String("; ")));
+  return parts.join(QLatin1String("; "));
+}
+
+QString withLostAssignments(const QString& text, const PropertyList& profiles, const vorn::Deletion& deletion) {
+  const QString lost = assignmentsTo(profiles, deletion);
+  return lost.isEmpty() ? text : text + QLatin1String("\n\n") + localized("lkeyLostAssignments").arg(lost);
 }
 
 }  // namespace skarn

@@ -37,7 +37,7 @@ class OpenMacros : public OpenWindow {
   }
   // Chooses the item and closes the menu.
   static void chooseIn(QMenu& menu, int tag) {
-    for (QAction* item : menu.actions()) {
+    for (QAction* item : taggedItems(menu)) {
       if (tagOf(*item) == tag) item->trigger();
     }
     menu.close();

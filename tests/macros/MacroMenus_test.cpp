@@ -12,9 +12,18 @@ using namespace skarn::test;
 
 namespace {
 
+// Those that edit several lines at once have tests of their own.
+QList<QAction*> basicItems(const QMenu& menu) {
+  QList<QAction*> items;
+  for (QAction* item : taggedItems(menu)) {
+    if (tagOf(*item) < macroDetailsMenuTags::Cut) items << item;
+  }
+  return items;
+}
+
 QStringList titlesOf(const QMenu& menu, bool onlyEnabled) {
   QStringList titles;
-  for (const QAction* item : menu.actions()) {
+  for (const QAction* item : basicItems(menu)) {
     if (!onlyEnabled || item->isEnabled()) titles << titleOf(*item);
   }
   return titles;
@@ -29,13 +38,13 @@ QStringList texts(const QStringList& keys) {
 // What the entries say in their tooltips; an action without one falls back on its title.
 QStringList reasonsOf(const QMenu& menu) {
   QStringList reasons;
-  for (const QAction* item : menu.actions()) {
+  for (const QAction* item : basicItems(menu)) {
     reasons << (item->toolTip() == QAction(item->text()).toolTip() ? QString() : item->toolTip());
   }
   return reasons;
 }
 
-const QStringList macroKeys{"lkeyRename", "lkeyNew", "lkeyImport", "lkeyExport", "lkeyDelete"};
+const QStringList macroKeys{"lkeyRename", "lkeyNew", "lkeyImport", "lkeyExport", "lkeyDelete", "lkeyDuplicateMacro"};
 const QStringList detailsKeys{"lkeyRecord",          "lkeyEdit",      "lkeyDeleteEvent",
                               "lkeyDeleteAllEvents", "lkeyCopyDelay", "lkeyNoDelay"};
 
@@ -89,7 +98,7 @@ class MacroMenusTest : public QObject {
     for (const QMenu* menu : {fixture.find<PullDownButton>(gear.constData())->menu(), rightClicked}) {
       QCOMPARE(titlesOf(*menu, false), texts(keys));
       int tag = 0;
-      for (const QAction* item : menu->actions()) {
+      for (const QAction* item : basicItems(*menu)) {
         QCOMPARE(item->objectName(), operation);
         QCOMPARE(tagOf(*item), ++tag);
       }
@@ -159,7 +168,7 @@ class MacroMenusTest : public QObject {
     fixture.tab->fillMacroMenu(macros);
     QCOMPARE(reasonsOf(details), reasons);
     const QString rename = macro < 0 ? QStringLiteral("Select a macro first") : QString();
-    QCOMPARE(reasonsOf(macros), (QStringList{rename, "", "", rename, rename}));
+    QCOMPARE(reasonsOf(macros), (QStringList{rename, "", "", rename, rename, rename}));
   }
 
   void duringARecordingTheDetailsEntriesSayThatItRuns() {
@@ -171,50 +180,31 @@ class MacroMenusTest : public QObject {
     QCOMPARE(reasonsOf(details), QStringList{""} + QStringList(5, "Stop the recording first"));
   }
 
-  // An event is requested by 8-bit rows: a larger row would reach another event.
-  void anEventBeyondTheReachOfARequestCannotBeEdited_data() {
+  // Beyond the reach of the requests for single events, the whole sequence is sent.
+  void everyLineCanBeEdited_data() {
     QTest::addColumn<int>("macro");
     QTest::addColumn<int>("line");
-    QTest::addColumn<bool>("canEdit");
-    QTest::newRow("the last event within reach") << 0 << 254 << true;
-    QTest::newRow("the delay at row 255") << 0 << 255 << true;
-    QTest::newRow("the first event beyond") << 0 << 256 << false;
-    QTest::newRow("a delay beyond") << 0 << 257 << true;
-    QTest::newRow("the last macro within reach") << 255 << 0 << true;
-    QTest::newRow("an event of a macro beyond") << 256 << 0 << false;
-    QTest::newRow("a delay of a macro beyond") << 256 << 1 << true;
+    QTest::newRow("the last event within reach") << 0 << 254;
+    QTest::newRow("the first event beyond") << 0 << 256;
+    QTest::newRow("a delay beyond") << 0 << 257;
+    QTest::newRow("an event of a macro beyond") << 256 << 0;
   }
-  void anEventBeyondTheReachOfARequestCannotBeEdited() {
+  void everyLineCanBeEdited() {
     QFETCH(int, macro);
     QFETCH(int, line);
-    QFETCH(bool, canEdit);
     QStringList names;
     for (int row = 0; row <= 256; ++row) names << QStringLiteral("Macro %1").arg(row);
     MacrosFixture fixture(names);
     fixture.delegate.lines = {{macro, linesOfEvents(140)}};
     fixture.selectMacro(macro);
     fixture.clickRow(fixture.lines(), line);
-    const QString why =
-        canEdit ? QString()
-                : QStringLiteral("Only the first 128 events of each of the first 256 macros can be edited.");
     QMenu* rightClicked = fixture.rightClick(fixture.lines(), line);
     QVERIFY(rightClicked != nullptr);
-    auto* gear = fixture.find<PullDownButton>("mSettingsMacroDetails");
-    rightClicked->setAttribute(Qt::WA_DeleteOnClose, false);
+    QVERIFY(MacrosFixture::itemOf(*rightClicked, 2)->isEnabled());
+    QVERIFY(rightClicked->toolTipsVisible());
     rightClicked->close();
-    gear->openMenu();
-    for (QMenu* menu : {gear->menu(), rightClicked}) {
-      const QAction* edit = MacrosFixture::itemOf(*menu, 2);
-      QCOMPARE(edit->isEnabled(), canEdit);
-      // The action falls back on its title.
-      QCOMPARE(edit->toolTip(), canEdit ? QAction(edit->text()).toolTip() : why);
-      QVERIFY(menu->toolTipsVisible());
-    }
-    gear->menu()->close();
-    delete rightClicked;
-    // Nor is it edited by other ways.
-    fixture.tab->clickMacroDetailsSettingsMenuItem(2);
-    QCOMPARE(!fixture.delegate.take().isEmpty() || fixture.find("mEditDelayWindow")->isVisible(), canEdit);
+    fixture.chooseFromGear("mSettingsMacroDetails", 2);
+    QVERIFY(fixture.find(line % 2 == 1 ? "mEditDelayWindow" : "mEditEventWindow")->isVisible());
   }
 
   void aRightClickOnARowSelectsItAndItsMenuActsOnIt() {

@@ -49,10 +49,10 @@ class RecordingMacros : public MacroControllerDelegate {
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict) override {
     note(QStringLiteral("updateSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
   }
-  std::optional<vorn::ReturnStatus> replaceSequence(const PropertyList& whole, int macro,
+  std::optional<vorn::ReturnStatus> replaceSequence(const PropertyList& replacement, int macro,
                                                     std::string_view name) override {
     note(QStringLiteral("replaceSequence(%1, %2, %3)")
-             .arg(text(whole))
+             .arg(text(replacement))
              .arg(macro)
              .arg(QString::fromStdString(std::string(name))));
     return answerToReplace;
@@ -247,7 +247,7 @@ struct MacrosFixture {
     return qobject_cast<QMenu*>(QApplication::activePopupWidget());
   }
   static QAction* itemOf(const QMenu& menu, int tag) {
-    for (QAction* item : menu.actions()) {
+    for (QAction* item : taggedItems(menu)) {
       if (tagOf(*item) == tag) return item;
     }
     qFatal("the menu has no item %d", tag);

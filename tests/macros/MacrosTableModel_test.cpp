@@ -108,7 +108,7 @@ class MacrosTableModelTest : public QObject {
     LinesFixture with(PropertyList::array({"Left Button down\n", "0.020 seconds delay\n"}));
     LinesFixture without(PropertyList::array({"Left Button down", "0.020 seconds delay"}));
     // The line break tells a button's line; its text begins behind the picture.
-    constexpr int textLeft = RowDelegate::sidePadding + 16 + 4;
+    constexpr int textLeft = MacroDetailsDelegate::pictureLeft + 16 + 4;
     const auto text = [](QList<int> columns) {
       columns.removeIf([](int x) { return x < textLeft; });
       return columns;
@@ -122,9 +122,15 @@ class MacrosTableModelTest : public QObject {
     LinesFixture at(
         PropertyList::array({"Key Press A", "0.020 seconds delay\n", "Key Release A", "0.020 seconds delay\n",
                              "Left Button down\n", "0.020 seconds delay\n", "Something else"}));
-    const auto first = [&](int row) { return inkedColumns(*at.lines(), row).value(0, -1); };
-    const int pictureEnd = RowDelegate::sidePadding + 16;
-    for (const int row : {0, 2, 4}) QVERIFY(first(row) >= RowDelegate::sidePadding && first(row) < pictureEnd);
+    // Behind the lines that join pairs.
+    constexpr int pictureLeft = MacroDetailsDelegate::pictureLeft;
+    const auto first = [&](int row) {
+      QList<int> columns = inkedColumns(*at.lines(), row);
+      columns.removeIf([](int x) { return x < pictureLeft; });
+      return columns.value(0, -1);
+    };
+    constexpr int pictureEnd = pictureLeft + 16;
+    for (const int row : {0, 2, 4}) QVERIFY(first(row) >= pictureLeft && first(row) < pictureEnd);
     QVERIFY(first(6) > pictureEnd);
     for (const int row : {1, 3, 5}) QVERIFY(first(row) > first(6));
   }
@@ -135,7 +141,7 @@ class MacrosTableModelTest : public QObject {
     QList<QImage> pictures;
     for (const int row : {0, 2, 4}) {
       const QRect cell = at.lines()->visualRect(at.lines()->model()->index(row, 0));
-      pictures << seen.copy(cell.left() + RowDelegate::sidePadding, cell.top(), 16, cell.height());
+      pictures << seen.copy(cell.left() + MacroDetailsDelegate::pictureLeft, cell.top(), 16, cell.height());
     }
     QVERIFY(pictures[0] != pictures[1]);
     QVERIFY(pictures[1] != pictures[2]);

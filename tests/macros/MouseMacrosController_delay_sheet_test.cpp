@@ -51,7 +51,14 @@ class MouseMacrosControllerDelaySheetTest : public QObject {
   void withoutAnEntryTheDelayStaysAsItIs() {
     EditingFixture fixture(1);
     fixture.edit();
+    const auto* ok = fixture.find<QPushButton>("mMacroDelayOK");
+    QVERIFY(!ok->isEnabled());
+    QCOMPARE(ok->toolTip(), QStringLiteral("Enter the delay first"));
     QTest::keyClick(&fixture.delay(), Qt::Key_Return);
+    QTest::keyClicks(&fixture.delay(), "7");
+    QVERIFY(ok->isEnabled());
+    QCOMPARE(ok->toolTip(), QString());
+    QTest::keyClick(&fixture.delay(), Qt::Key_Escape);
     QVERIFY(!fixture.isShown("mEditDelayWindow"));
     QCOMPARE(fixture.delegate.take(), QStringList());
   }

@@ -50,8 +50,8 @@ class PaintedRegion : public QObject {
 
 QStringList enabledTitles(const QMenu& menu) {
   QStringList titles;
-  for (const QAction* item : menu.actions()) {
-    if (item->isEnabled()) titles << titleOf(*item);
+  for (const QAction* item : taggedItems(menu)) {
+    if (item->isEnabled() && tagOf(*item) < macroDetailsMenuTags::Cut) titles << titleOf(*item);
   }
   return titles;
 }

@@ -79,22 +79,6 @@ class MouseMacrosControllerReleaseTest : public QObject {
     fixture.delegate.sequences[6] = eventOf(0, 7, 76);
     QCOMPARE(fixture.sent().at(3), "updateSequenceInfo(0, 0, " + text(1, 29) + ")");
   }
-
-  void aReleaseBeyondTheReachOfARequestIsNotOffered() {
-    EditingFixture fixture(0);
-    std::vector<PropertyList> lines{"Key Press A"};
-    while (lines.size() < 256) {
-      lines.emplace_back("0.020 seconds delay\n");
-      lines.emplace_back("Key Press B");
-    }
-    lines.emplace_back("0.020 seconds delay\n");
-    lines.emplace_back("Key Release A");
-    fixture.tab->updateSelectedMacroWithMacroDetails(PropertyList::array(std::move(lines)));
-    fixture.clickRow(fixture.lines(), 0);
-    fixture.edit();
-    QVERIFY(fixture.isShown("mEditEventWindow"));
-    QVERIFY(!fixture.find("mChangesRelease")->isVisible());
-  }
 };
 
 SKARN_QTEST(MouseMacrosControllerReleaseTest)

@@ -1,0 +1,279 @@
+// Each edit of a macro's events, by a person in the real window, as the real engine has it afterwards.
+#include <QClipboard>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+#include "e2e/OpenMacros.h"
+#include "macros/MacroMenus.h"
+#include "macros/MacroPlaySheet.h"
+#include "model/MacroEdits.h"
+#include "model/eventParser.h"
+#include "platform/Localization.h"
+#include "support/QtTests.h"
+#include "widgets/SkarnStyle.h"
+
+using namespace skarn;
+using namespace skarn::test;
+using vorn::PropertyList;
+using vorn::test::VirtualMouse;
+namespace keys = vorn::keys;
+namespace tags = macroDetailsMenuTags;
+
+using Events = std::vector<PropertyList>;
+
+namespace {
+
+PropertyList key(bool isPress, int delay, int usage) {
+  return vorn::macroEvent(isPress, delay, {keyboardPage, static_cast<vorn::hid::Usage>(usage)});
+}
+PropertyList click(bool isPress, int delay, int button) {
+  return vorn::macroEvent(isPress, delay, {buttonPage, static_cast<vorn::hid::Usage>(button)});
+}
+
+// A typed after 0 ms and let go after 50, B after 100 and let go after 60.
+Events twoStrokes() {
+  return {key(true, 0, keyA), key(false, 50, keyA), key(true, 100, keyB), key(false, 60, keyB)};
+}
+
+void add(OtherClient& other, const char* name, Events events) {
+  other.ask(vorn::MessageID::AddMacro,
+            PropertyList::dictionary(
+                {{vorn::requestKeys::MacroContents,
+                  PropertyList::dictionary(
+                      {{keys::MacroName, name},
+                       {keys::Delay, 20},
+                       {keys::Sequence,
+                        PropertyList::dictionary({{keys::Events, PropertyList::array(std::move(events))}})}})}}));
+}
+
+// The window with the macro "Combo" of two strokes, selected, before the empty macro "Other".
+class Edited : public OpenMacros {
+ public:
+  Edited() {
+    awaitAnnouncement();
+    find<QTableView>("mMacroTableView")->selectRow(0);
+  }
+
+  QTableView* table() { return find<QTableView>("mMacroDetailsTableView"); }
+  void select(const std::vector<int>& rows) {
+    table()->clearSelection();
+    for (const int row : rows) {
+      const QModelIndex line = table()->model()->index(row, 0);
+      table()->scrollTo(line);
+      QTest::mouseClick(table()->viewport(), Qt::LeftButton, Qt::ControlModifier, table()->visualRect(line).center());
+    }
+  }
+  void press(Qt::Key pressed, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(table(), pressed, modifiers); }
+  void choose(int tag) { chooseFromGear("mSettingsMacroDetails", tag); }
+  // Whether the engine has these events, and the window their lines.
+  bool has(const Events& events, int macro = 0) {
+    const PropertyList expected = PropertyList::array(events);
+    const PropertyList stored = other.bundle()[keys::Macros].at(macro)[keys::Sequence][keys::Events].arrayOrEmpty();
+    if (!(stored == expected)) qWarning("stored: %s", stored.description().c_str());
+    QStringList expectedLines;
+    const PropertyList texts = vorn::eventParser::getMessagesArray(expected);
+    for (const PropertyList& line : texts.elements()) expectedLines << QString::fromStdString(line.toString());
+    if (lines() != expectedLines) qWarning() << lines();
+    return stored == expected && lines() == expectedLines;
+  }
+
+  OtherClient other;
+};
+
+}  // namespace
+
+class MacroEditsWithEngineTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() {
+    QApplication::setStyle(new SkarnStyle);
+    QVERIFY(installTranslations(QStringLiteral("en")));
+  }
+  void init() {
+    mEngine.begin();
+    OtherClient other;
+    add(other, "Combo", twoStrokes());
+    add(other, "Other", {});
+  }
+  void cleanup() {
+    QApplication::clipboard()->clear();
+    mEngine.end();
+  }
+
+  void several_lines_are_deleted() {
+    Edited open;
+    open.select({2, 3, 4});
+    open.press(Qt::Key_Delete);
+    QVERIFY(open.has({key(true, 0, keyA), key(false, 60, keyB)}));
+    QCOMPARE(open.find<QLabel>("mPressedAtEndLabel")->isVisible(), true);
+  }
+
+  void a_pair_is_deleted() {
+    Edited open;
+    open.select({0});
+    open.press(Qt::Key_Delete, Qt::ShiftModifier);
+    QVERIFY(open.has({key(true, 100, keyB), key(false, 60, keyB)}));
+  }
+
+  void events_are_cut_and_pasted_into_another_macro() {
+    Edited open;
+    open.select({0, 2});
+    open.press(Qt::Key_X, Qt::ControlModifier);
+    QVERIFY(open.has({key(true, 100, keyB), key(false, 60, keyB)}));
+    open.find<QTableView>("mMacroTableView")->selectRow(1);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 0, deadline);
+    open.press(Qt::Key_V, Qt::ControlModifier);
+    QVERIFY(open.has({key(true, 0, keyA), key(false, 50, keyA)}, 1));
+  }
+
+  void events_are_copied_and_duplicated() {
+    Edited open;
+    open.select({4, 6});
+    open.press(Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(open.has(twoStrokes()));
+    open.select({0, 2});
+    open.press(Qt::Key_V, Qt::ControlModifier);
+    Events expected = twoStrokes();
+    expected.insert(expected.begin() + 2, {key(true, 100, keyB), key(false, 60, keyB)});
+    QVERIFY(open.has(expected));
+    open.select({0, 2});
+    open.press(Qt::Key_D, Qt::ControlModifier);
+    expected.insert(expected.begin() + 2, {key(true, 0, keyA), key(false, 50, keyA)});
+    QVERIFY(open.has(expected));
+  }
+
+  void a_pair_moves_up_and_down() {
+    Edited open;
+    open.select({4});
+    open.press(Qt::Key_Up, Qt::AltModifier);
+    open.press(Qt::Key_Up, Qt::AltModifier);
+    QVERIFY(open.has({key(true, 0, keyB), key(false, 60, keyB), key(true, 50, keyA), key(false, 100, keyA)}));
+    open.press(Qt::Key_Down, Qt::AltModifier);
+    open.press(Qt::Key_Down, Qt::AltModifier);
+    QVERIFY(open.has(twoStrokes()));
+  }
+
+  void keys_clicks_and_delays_are_inserted() {
+    Edited open;
+    Events expected = twoStrokes();
+    open.select({4});
+    open.choose(tags::insertBefore + tags::RightClick);
+    expected.insert(expected.begin() + 2, {click(true, 20, 2), click(false, 20, 2)});
+    QVERIFY(open.has(expected));
+    open.select({10});
+    open.press(Qt::Key_Insert);
+    QTest::keyClicks(open.find("mKeySearch"), QStringLiteral("Return"));
+    QTest::keyClick(open.find("mKeySearch"), Qt::Key_Return);
+    expected.insert(expected.end(), {key(true, 20, 40), key(false, 20, 40)});
+    QVERIFY(open.has(expected));
+    open.select({2});
+    open.choose(tags::insertBefore + tags::Delay);
+    QTest::keyClicks(open.find("mInputMacroDelay"), QStringLiteral("500"));
+    QTest::keyClick(open.find("mInputMacroDelay"), Qt::Key_Return);
+    expected[1] = key(false, 550, keyA);
+    QVERIFY(open.has(expected));
+  }
+
+  void a_delay_is_edited_in_place_and_several_on_their_sheet() {
+    Edited open;
+    open.select({1});
+    open.press(Qt::Key_F2);
+    auto* field = open.table()->viewport()->findChild<QLineEdit*>();
+    QVERIFY(field != nullptr);
+    QTest::keyClicks(field, QStringLiteral("75"));
+    QTest::keyClick(field, Qt::Key_Return);
+    Events expected = twoStrokes();
+    expected[1] = key(false, 75, keyA);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lines().at(1), QStringLiteral("0.075 seconds delay\n"), deadline);
+    QVERIFY(open.has(expected));
+    open.select({3, 5});
+    open.choose(tags::Edit);
+    QTest::keyClicks(open.find("mInputMacroDelay"), QStringLiteral("5"));
+    QTest::keyClick(open.find("mInputMacroDelay"), Qt::Key_Return);
+    expected[2] = key(true, 5, keyB);
+    expected[3] = key(false, 5, keyB);
+    QVERIFY(open.has(expected));
+  }
+
+  void a_text_is_typed() {
+    Edited open;
+    open.find<QTableView>("mMacroTableView")->selectRow(1);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 0, deadline);
+    open.choose(tags::TypeText);
+    QTest::keyClicks(open.find("mTypedText"), QStringLiteral("aB"));
+    QTest::keyClick(open.find("mTypedText"), Qt::Key_Return);
+    QVERIFY(open.has({key(true, 20, keyA), key(false, 20, keyA), key(true, 20, 225), key(true, 20, keyB),
+                      key(false, 20, keyB), key(false, 20, 225)},
+                     1));
+    open.choose(tags::Play);
+    const auto* sheet = open.window().findChild<MacroPlaySheet*>();
+    QVERIFY(sheet != nullptr);
+    QTRY_VERIFY_WITH_TIMEOUT(!sheet->isPlaying(), deadline);
+    QCOMPARE(open.find<QPlainTextEdit>("mPlayField")->toPlainText(), QStringLiteral("aB"));
+  }
+
+  void an_event_beyond_row_255_is_edited() {
+    Events expected;
+    for (int count = 0; count < 100; ++count) {
+      expected.push_back(key(true, 10, keyA));
+      expected.push_back(key(false, 10, keyA));
+    }
+    {
+      OtherClient other;
+      add(other, "Long", expected);
+    }
+    Edited open;
+    open.find<QTableView>("mMacroTableView")->selectRow(2);
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 399, deadline);
+    open.select({300});
+    open.press(Qt::Key_Return);
+    QVERIFY(open.hasSheet("mEditEventWindow"));
+    QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
+    QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+    open.click("mMacroEventEditOK");
+    expected[150] = key(true, 10, keyZ);
+    expected[151] = key(false, 10, keyZ);
+    QVERIFY(open.has(expected, 2));
+  }
+
+  void an_edit_never_meets_a_macro_that_another_program_has_changed() {
+    Edited open;
+    open.select({0, 2});
+    const Events changed{key(true, 0, keyC)};
+    open.other.ask(
+        vorn::MessageID::ReplaceMacroSequence,
+        PropertyList::dictionary(
+            {{vorn::requestKeys::MacroContents,
+              PropertyList::dictionary(
+                  {{keys::MacroID, 0},
+                   {keys::MacroName, "Combo"},
+                   {keys::Sequence, PropertyList::dictionary({{keys::Events, PropertyList::array(changed)}})}})}}));
+    open.press(Qt::Key_Delete);
+    QTRY_VERIFY_WITH_TIMEOUT(open.has(changed), deadline);
+  }
+
+  void a_macro_is_duplicated() {
+    Edited open;
+    QTest::keyClick(open.find("mMacroTableView"), Qt::Key_D, Qt::ControlModifier);
+    QCOMPARE(open.names(), (QStringList{"Combo", "Other", "Combo(2)"}));
+    QVERIFY(open.has(twoStrokes(), 2));
+  }
+
+  void a_discarded_recording_leaves_the_macro_as_it_was() {
+    Edited open;
+    open.click("mRecordMacroDetails");
+    QVERIFY(VirtualMouse::type(keyboardPage, keyC));
+    QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
+    QVERIFY(open.find<QLabel>("mRecordingProgress")->text().startsWith(QStringLiteral("2 events, ")));
+    open.click("mDiscardRecording");
+    QCOMPARE(open.recordTitle(), QStringLiteral("Record"));
+    QVERIFY(open.has(twoStrokes()));
+  }
+
+ private:
+  EngineSession mEngine;
+};
+
+SKARN_QTEST(MacroEditsWithEngineTest)
+#include "macro_edits_with_engine_test.moc"

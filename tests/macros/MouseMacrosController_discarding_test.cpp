@@ -1,0 +1,83 @@
+// While it records, the tab tells how much and how long, and the recording can be thrown away.
+#include <QLabel>
+#include <QRegularExpression>
+
+#include "macros/MacrosFixture.h"
+#include "support/QtTests.h"
+
+using namespace skarn;
+using namespace skarn::test;
+
+namespace {
+
+QString progress(MacrosFixture& fixture) {
+  return fixture.find<QLabel>("mRecordingProgress")->text();
+}
+
+}  // namespace
+
+class MouseMacrosControllerDiscardingTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void aRecordingTellsItsEventsAndItsTime() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    QVERIFY(!fixture.find("mRecordingProgress")->isVisible());
+    fixture.click("mRecordMacroDetails");
+    QVERIFY(fixture.find("mRecordingProgress")->isVisible());
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("0 events, 0:")));
+    fixture.record(linesOfEvents(3));
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("3 events, 0:")));
+    QTRY_VERIFY(!progress(fixture).endsWith(QStringLiteral("0:00")));
+    fixture.click("mRecordMacroDetails");
+    QVERIFY(!fixture.find("mRecordingProgress")->isVisible());
+  }
+
+  void anAppendCountsWhatIsNew() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.click("mAddMacroDetails");
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("0 events, 0:")));
+    fixture.record(PropertyList::array({"0.010 seconds delay\n", "Key Press Z"}));
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("1 events, 0:")));
+  }
+
+  void discardEndsTheRecordingWithoutSavingIt_data() {
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("a new one") << QByteArray("mRecordMacroDetails");
+    QTest::newRow("an appended one") << QByteArray("mAddMacroDetails");
+  }
+  void discardEndsTheRecordingWithoutSavingIt() {
+    QFETCH(QByteArray, button);
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    QVERIFY(!fixture.find("mDiscardRecording")->isVisible());
+    fixture.click(button.constData());
+    fixture.record(PropertyList::array({"0.010 seconds delay\n", "Key Press Z"}));
+    fixture.delegate.take();
+    fixture.click("mDiscardRecording");
+    QCOMPARE(fixture.delegate.take(), (QStringList{"stopMacroRecording()", "getMacroDetailsForMacroAtIndex(0)"}));
+    QVERIFY(fixture.alert() == nullptr);
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+    QVERIFY(!fixture.tab->mIsRecording());
+    QVERIFY(!fixture.find("mDiscardRecording")->isVisible());
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(3));
+    // The last batch, that follows the stop, is not shown.
+    fixture.record(PropertyList::array({"0.010 seconds delay\n", "Key Release Z"}));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(3));
+    // The next recording is a new one.
+    fixture.click("mRecordMacroDetails");
+    QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
+  }
+
+  void withoutARecordingThereIsNothingToDiscard() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.tab->clickDiscardRecording();
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+};
+
+SKARN_QTEST(MouseMacrosControllerDiscardingTest)
+#include "MouseMacrosController_discarding_test.moc"
