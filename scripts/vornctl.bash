@@ -32,8 +32,8 @@ _vornctl_key() {
 }
 
 # The settings of a profile, in the order of their reference.
-_vornctl_keys='ProfileName Keys/ Buttons/ Keymap/ KeymapID Stages StageValue DPIX DPIY IndependentXYOn SensitivityOSDOn
-  MasterSensitivityOn Sensitivity AccelerationOn Acceleration PollingRate LEDColors LEDEffects ScrollLED
+_vornctl_keys='ProfileName Keys/ Buttons/ Keymap/ KeymapID KeymapNames Stages StageValue DPIX DPIY IndependentXYOn
+  SensitivityOSDOn MasterSensitivityOn Sensitivity AccelerationOn Acceleration PollingRate LEDColors LEDEffects ScrollLED
   BrightnessKBNormal BrightnessNormal BrightnessBattery PowerSaver BatteryCriticalLevel AppInfo/ AutoSwitchOn
   ProfileOSDOn'
 

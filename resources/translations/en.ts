@@ -1075,6 +1075,14 @@
         <source>Keymap</source>
         <translation>Keymap</translation>
     </message>
+    <message id="lkeyKeymapClear">
+        <source>Clear Keymap</source>
+        <translation>Clear Keymap</translation>
+    </message>
+    <message id="lkeyKeymapCopy">
+        <source>Copy Keymap</source>
+        <translation>Copy Keymap</translation>
+    </message>
     <message id="lkeyKeymapEight">
         <source>Keymap 8</source>
         <translation>Keymap 8</translation>
@@ -1091,6 +1099,26 @@
         <source>in use</source>
         <translation>in use</translation>
     </message>
+    <message id="lkeyKeymapIsClear">
+        <source>Every control does what it does out of the box, but for a left click that has to stay</source>
+        <translation>Every control does what it does out of the box, but for a left click that has to stay</translation>
+    </message>
+    <message id="lkeyKeymapMenu">
+        <source>More for this keymap</source>
+        <translation>More for this keymap</translation>
+    </message>
+    <message id="lkeyKeymapName">
+        <source>Name…</source>
+        <translation>Name…</translation>
+    </message>
+    <message id="lkeyKeymapNameTitle">
+        <source>Name a keymap</source>
+        <translation>Name a keymap</translation>
+    </message>
+    <message id="lkeyKeymapNamed">
+        <source>%1 – %2</source>
+        <translation>%1 – %2</translation>
+    </message>
     <message id="lkeyKeymapNumbered">
         <source>Keymap %1</source>
         <translation>Keymap %1</translation>
@@ -1098,6 +1126,10 @@
     <message id="lkeyKeymapOne">
         <source>Keymap 1</source>
         <translation>Keymap 1</translation>
+    </message>
+    <message id="lkeyKeymapPaste">
+        <source>Paste Keymap</source>
+        <translation>Paste Keymap</translation>
     </message>
     <message id="lkeyKeymapSeven">
         <source>Keymap 7</source>
@@ -1110,6 +1142,10 @@
     <message id="lkeyKeymapSix">
         <source>Keymap 6</source>
         <translation>Keymap 6</translation>
+    </message>
+    <message id="lkeyKeymapSubject">
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
     </message>
     <message id="lkeyKeymapSwitchBack">
         <source>Switch back when the control is let go</source>
@@ -1329,6 +1365,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Move Up</source>
         <translation>Move Up</translation>
     </message>
+    <message id="lkeyName">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
     <message id="lkeyNew">
         <source>New</source>
         <translation>New</translation>
@@ -1401,6 +1441,10 @@ For this profile, set the brightness to Off.</translation>
         <source>No key has been pressed yet</source>
         <translation>No key has been pressed yet</translation>
     </message>
+    <message id="lkeyNoKeymapCopied">
+        <source>Copy a keymap first</source>
+        <translation>Copy a keymap first</translation>
+    </message>
     <message id="lkeyNoMacroFound">
         <source>No macro has this in its name.</source>
         <translation>No macro has this in its name.</translation>
@@ -1436,6 +1480,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNoStageSelected">
         <source>No stage is selected.</source>
         <translation>No stage is selected.</translation>
+    </message>
+    <message id="lkeyNoSuchKeymap">
+        <source>This profile has no such keymap</source>
+        <translation>This profile has no such keymap</translation>
     </message>
     <message id="lkeyNoSwitchBackCycle">
         <source>Cycling through the keymaps does not switch back</source>
@@ -2096,6 +2144,14 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyThumbGrid">
         <source>Thumb grid</source>
         <translation>Thumb grid</translation>
+    </message>
+    <message id="lkeyTypeAName">
+        <source>Type a name first</source>
+        <translation>Type a name first</translation>
+    </message>
+    <message id="lkeyTypeAnotherName">
+        <source>It is called so already: type another name, or none to take the name away</source>
+        <translation>It is called so already: type another name, or none to take the name away</translation>
     </message>
     <message id="lkeyTypeEvents">
         <source>Type what the macro shall do.</source>

@@ -20,9 +20,10 @@ std::vector<TaggedItem> mouseButtonItems(const AssignmentText&) {
   return items;
 }
 
-std::vector<TaggedItem> keymapItems(const AssignmentText&) {
+std::vector<TaggedItem> keymapItems(const AssignmentText& text) {
   std::vector<TaggedItem> items{{0, localized(keymapCycleNameKey)}};
-  for (const char* key : keymapNameKeys) items.push_back({static_cast<int>(items.size()), localized(key)});
+  for (int keymap = 0; keymap < static_cast<int>(keymapNameKeys.size()); ++keymap)
+    items.push_back({keymap + 1, text.namedKeymap(keymap)});
   return items;
 }
 

@@ -154,6 +154,13 @@ QString AssignmentText::keymapStringValueForMapValue(int keymap) {
   return word(keymapNameKeys[static_cast<std::size_t>(keymap)]);
 }
 
+QString AssignmentText::namedKeymap(int keymap, const PropertyList& profile) {
+  if (keymap < 0 || keymap >= static_cast<int>(keymapNameKeys.size())) return {};
+  const QString number = localized(keymapNameKeys[static_cast<std::size_t>(keymap)]);
+  const QString name = QString::fromStdString(profile[keys::KeymapNames].at(keymap).toString());
+  return name.isEmpty() ? number : localized("lkeyKeymapNamed").arg(number, name);
+}
+
 QString AssignmentText::getStringForMouseButtonDefault(std::string_view button) {
   return stringForMouseButtonValue(defaultRecord(keys::Buttons, button)[keys::Command].toInt());
 }

@@ -70,6 +70,10 @@ class AssignmentText {
   QString stringForMouseButtonValue(int command);
   // Null for a value that is neither 0 to 7 nor 255.
   QString keymapStringValueForMapValue(int keymap);
+  // The same of 0 to 7, empty for any other, with the name that the keymap has been given: "Keymap 3 – Build".
+  static QString namedKeymap(int keymap, const vorn::PropertyList& profile);
+  // In the profile that is shown.
+  QString namedKeymap(int keymap) const { return namedKeymap(keymap, mShownProfile); }
   // What the control does by default, with a blank behind it; "(Default)" when that has no text.
   QString getDefaultKeyForButton(std::string_view button, int forGroupType);
   QString getStringForMouseButtonDefault(std::string_view button);
@@ -127,6 +131,7 @@ class AssignmentText {
   vorn::PropertyList allProfiles = vorn::PropertyList::array();
   vorn::PropertyList allMacros = vorn::PropertyList::array();
   vorn::PropertyList defaultDict = vorn::PropertyList::dictionary();
+  vorn::PropertyList mShownProfile;
   vorn::PropertyList mKeysDict;
   vorn::PropertyList mButtonsDict;
 

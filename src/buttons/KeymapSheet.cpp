@@ -23,6 +23,11 @@ void KeymapSheet::begin(const QString& controlName) {
   open();
 }
 
+void KeymapSheet::setKeymapNames(const QStringList& names) {
+  for (int keymap = 0; keymap < static_cast<int>(names.size()); ++keymap)
+    mUi->mKeymapValuePopUp->setItemText(keymap + 1, names[keymap]);
+}
+
 void KeymapSheet::selectTarget(int index) {
   const bool isItem = index >= 0 && index < mUi->mKeymapValuePopUp->count();
   mUi->mKeymapValuePopUp->setCurrentIndex(isItem ? index : 0);

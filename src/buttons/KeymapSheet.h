@@ -1,6 +1,7 @@
 // Asks which keymap a control switches to, and whether it switches back when it is let go. Main thread.
 #pragma once
 
+#include <QStringList>
 #include <memory>
 
 #include "buttons/AssignmentSheet.h"
@@ -19,6 +20,9 @@ class KeymapSheet : public AssignmentSheet {
   ~KeymapSheet() override;
 
   void begin(const QString& controlName);
+
+  // What the keymaps are called in the pop-up.
+  void setKeymapNames(const QStringList& names);
 
   // The pop-up: the item with the tag 0 is the cycle, that with the tag t the keymap t - 1. Selecting sends no signal;
   // an index out of range selects the first item.

@@ -44,10 +44,13 @@ MouseButtonController::MouseButtonController(QWidget* parent)
                  ControlRows::Family{ControlFamily::DirectionPad, mUi->directionPadRows, mUi->mDirectionPadChanges},
                  ControlRows::Family{ControlFamily::Wheel, mUi->wheelRows, mUi->mWheelChanges}});
   setTabOrder(mUi->mProfileListPopUp, mUi->mControlSearch);
-  setTabOrder(mUi->mControlSearch, mUi->mKeymapSegment);
+  setTabOrder(mUi->mControlSearch, mUi->mKeymapMenuButton);
+  setTabOrder(mUi->mKeymapMenuButton, mUi->mKeymapSegment);
   mRows->orderForKeyboard(mUi->mKeymapSegment);
   connectControls();
   addSearch();
+  addKeymapMenus();
+  describeKeymaps();
 }
 
 MouseButtonController::~MouseButtonController() {
@@ -58,9 +61,6 @@ MouseButtonController::~MouseButtonController() {
 }
 
 void MouseButtonController::connectControls() {
-  QStringList keymapNames;
-  for (const char* key : keymapNameKeys) keymapNames << localized(key);
-  mUi->mKeymapSegment->setSegmentNames(keymapNames);
   connect(mUi->mKeymapSegment, &SegmentedControl::segmentChosen, this, &MouseButtonController::selectKeymapSegment);
   connect(mUi->mProfileListPopUp, &QComboBox::activated, this, &MouseButtonController::selectProfile);
   for (ControlRow* row : mRows->all()) {
@@ -95,6 +95,7 @@ QString MouseButtonController::wordsOf(const ControlDescriptor& control) {
   const PropertyList& record = recordAt(control.identifier, control.groupType());
   if (vorn::commandOf(record) == AssignmentCommand::Macro)
     words << getMacroRepeatOptionUsingValue(record[keys::Param2].toInt());
+  if (vorn::commandOf(record) == AssignmentCommand::Keymap) words << namedKeymap(record[keys::Param1].toInt());
   return words.join(QLatin1Char('\n'));
 }
 
@@ -112,7 +113,8 @@ void MouseButtonController::registerNotification() {
 // --- Drawing
 
 PropertyList MouseButtonController::menuSubject() const {
-  std::vector<PropertyList> names{deviceSettingsDict[keys::ActiveProfile], mActiveKeymap};
+  std::vector<PropertyList> names{deviceSettingsDict[keys::ActiveProfile], mActiveKeymap,
+                                  buttonsSettingsDict[keys::KeymapNames]};
   for (const PropertyList& profile : allProfiles.elements()) names.push_back(profile[keys::ProfileName]);
   names.emplace_back();
   for (const PropertyList& macro : allMacros.elements()) names.push_back(macro[keys::MacroName]);
@@ -124,6 +126,7 @@ void MouseButtonController::populateUISettings() {
   const PropertyList subject = menuSubject();
   const bool isForSomethingElse = std::exchange(mMenuSubject, subject) != subject;
   if (isForSomethingElse && mContextMenu) mContextMenu->close();
+  if (isForSomethingElse) mUi->mKeymapMenuButton->menu()->close();
   for (ControlRow* row : mRows->all()) {
     const ControlDescriptor& control = row->control();
     const auto chosen = [this, &control](AssignmentCategory submenu, int tag) {
@@ -137,6 +140,7 @@ void MouseButtonController::updateUISettings() {
   ++mRedraws;
   populateProfileListPopUpMenu();
   if (mMacroRepeatWindow && !mMacroRepeatWindow->isVisible()) populateMacroRepeatOptions(false);
+  mShownProfile = buttonsSettingsDict;
   mTopViewSettingsDict = buttonsSettingsDict[keys::Buttons].dictionaryOrEmpty();
   mButtonsDict = mTopViewSettingsDict;
   mKeysDict = buttonsSettingsDict[keys::Keys].dictionaryOrEmpty();
@@ -149,7 +153,7 @@ void MouseButtonController::updateUISettings() {
   populateUISettings();
   for (ControlRow* row : mRows->all()) selectAssignment(*row);
   mRows->countChanges();
-  markKeymapsInUse();
+  describeKeymaps();
   mSearch->refresh();
   updateSwapProblem();
   if (mIsTabEnabled) checkForLeftClickAssigned();
@@ -163,25 +167,14 @@ void MouseButtonController::selectAssignment(ControlRow& row) {
   row.setChanged(!isDefaultAt(control.identifier, control.groupType()));
 }
 
-void MouseButtonController::markKeymapsInUse() {
-  const QString words = localized("lkeyKeymapInUse");
-  for (int keymap = 0; keymap < mUi->mKeymapSegment->segmentCount(); ++keymap)
-    mUi->mKeymapSegment->setMark(keymap, isInUse(keymap) ? words : QString());
-}
-
-bool MouseButtonController::isInUse(int keymap) const {
-  const PropertyList& groups = keymap == mActiveKeymap ? buttonsSettingsDict : mAllKeymaps.at(keymap);
-  return std::ranges::any_of(controlTable, [&](const ControlDescriptor& control) {
-    return !isDefault(groups[control.group][control.identifier], control.identifier, control.groupType());
-  });
-}
-
 void MouseButtonController::enableControlsState(bool enabled) {
   const QString whyNot = localized("lkeyNoMouseConnected");
   mIsTabEnabled = enabled;
   setLabelsEnabled(*this, enabled, whyNot);
   mUi->mProfileListPopUp->setEnabled(enabled);
   mUi->mKeymapSegment->setEnabled(enabled);
+  mUi->mKeymapMenuButton->setEnabled(enabled);
+  mUi->mKeymapMenuButton->setToolTip(enabled ? mUi->mKeymapMenuButton->accessibleName() : whyNot);
   mUi->mControlSearch->setEnabled(enabled);
   mUi->mControlSearch->setToolTip(enabled ? searchTip() : whyNot);
   if (!enabled) mSearch->clear();
@@ -222,10 +215,6 @@ void MouseButtonController::populateProfileListPopUpMenu() {
     if (name == current) selected = index;
   }
   list->setCurrentIndex(selected);
-}
-
-void MouseButtonController::changeKeymapImage(int keymap) {
-  mUi->mMainSkarn->setKeymapPicture(keymap);
 }
 
 void MouseButtonController::checkForLeftClickAssigned() {
@@ -346,17 +335,6 @@ void MouseButtonController::selectProfile(int index) {
   buttonDelegate->switchProfileWithID(index);
   // Without an answer the profile is the one that it was.
   populateProfileListPopUpMenu();
-}
-
-void MouseButtonController::selectKeymapSegment(int segment) {
-  if (segment == mActiveKeymap) return;
-  const PropertyList& keymap = mAllKeymaps.at(segment);
-  if (keymap[keys::Keys].isDictionary() && keymap[keys::Buttons].isDictionary()) {
-    send(PropertyList::dictionary(
-        {{keys::KeymapID, segment}, {keys::Keys, keymap[keys::Keys]}, {keys::Buttons, keymap[keys::Buttons]}}));
-  } else {
-    mUi->mKeymapSegment->selectSegment(mActiveKeymap);
-  }
 }
 
 void MouseButtonController::openTabAtIndex(int index) {

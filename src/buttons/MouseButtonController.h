@@ -37,6 +37,7 @@ class ApplicationPanel;
 class ControlRow;
 class ControlRows;
 class ControlSearch;
+class KeymapNameSheet;
 class KeymapSheet;
 class MacroRepeatSheet;
 class SingleKeySheet;
@@ -149,6 +150,9 @@ class MouseButtonController : public QWidget, public AssignmentText {
   // delegate. Any other mapping counts as an empty list.
   void removeMacroProfileMappings(int deletedIndex, int forMapping);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   // What a sheet is about. It stays so whatever profile and keymap are shown when the sheet ends.
   struct SheetContext {
@@ -165,8 +169,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   // All that a control can be found by.
   QString wordsOf(const ControlDescriptor& control);
   void selectAssignment(ControlRow& row);
-  // Marks the keymaps in which a control does something else than out of the box.
-  void markKeymapsInUse();
+  // The names of the keymaps, and a mark on those in which a control does something else than out of the box.
+  void describeKeymaps();
   bool isInUse(int keymap) const;
   // What an open menu is for, and what its submenus list.
   vorn::PropertyList menuSubject() const;
@@ -229,13 +233,31 @@ class MouseButtonController : public QWidget, public AssignmentText {
   void updateSwapProblem();
   void clickSwapOK();
 
+  // --- The menu of a keymap
+  struct CopiedKeymap {
+    vorn::PropertyList groups;
+    Lists lists;  // when it was copied
+  };
+  void addKeymapMenus();
+  void tintIcons();
+  void fillKeymapMenu(QMenu& menu, int keymap);
+  void showKeymapMenu(int keymap, const QPoint& globalPosition);
+  SheetContext contextOfKeymap(int keymap) const;
+  QString reasonAgainstKeymap(int keymap, int tag) const;
+  vorn::PropertyList groupsOfKeymap(int keymap) const;
+  GroupsChange pasteInto(int keymap) const;
+  GroupsChange clearing(int keymap) const;
+  void selectKeymapMenuItem(int keymap, int tag);
+  void openKeymapNameSheet(const SheetContext& context);
+  void clickKeymapNameOK();
+
   const vorn::PropertyList& groupToChange(int identifier) const;
   // To the profile that is shown, or to another one.
   void send(const vorn::PropertyList& settings, std::optional<int> profileIndex = std::nullopt);
   QWidget* sheetWindow();
   QString controlName(const SheetContext& context) const;
   // What a sheet says it changes.
-  QString subjectOf(const SheetContext& context);
+  QString subjectOf(const SheetContext& context) const;
 
   std::unique_ptr<Ui::MouseButtonController> mUi;
   std::unique_ptr<ControlRows> mRows;
@@ -246,6 +268,7 @@ class MouseButtonController : public QWidget, public AssignmentText {
   QPointer<MacroRepeatSheet> mMacroRepeatWindow;
   QPointer<ApplicationPanel> mApplicationPanel;
   QPointer<SwapSheet> mSwapWindow;
+  QPointer<KeymapNameSheet> mKeymapNameWindow;
   QPointer<QMenu> mContextMenu;
 
   vorn::PropertyList buttonsSettingsDict = vorn::PropertyList::dictionary();
@@ -278,6 +301,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   std::optional<CopiedControl> mCopiedControl;
   const ControlDescriptor* mSwapControl = nullptr;
   SheetContext mSwapContext;
+  std::optional<CopiedKeymap> mCopiedKeymap;
+  SheetContext mKeymapNameContext;
 
   MouseButtonDelegate* buttonDelegate = nullptr;
   QPointer<QWidget> buttonWindow;

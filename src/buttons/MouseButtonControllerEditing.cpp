@@ -44,12 +44,13 @@ QString MouseButtonController::controlName(const SheetContext& context) const {
   return {};
 }
 
-QString MouseButtonController::subjectOf(const SheetContext& context) {
+QString MouseButtonController::subjectOf(const SheetContext& context) const {
   const QString control = controlName(context);
   if (!context.profile) return control;
-  return localized("lkeySheetSubject")
-      .arg(control, shownName(QString::fromStdString(context.profile->name())),
-           keymapStringValueForMapValue(context.keymap));
+  const QString profile = shownName(QString::fromStdString(context.profile->name()));
+  const QString keymap = namedKeymap(context.keymap, allProfiles.at(placeOf(context).value_or(-1)));
+  if (control.isEmpty()) return localized("lkeyKeymapSubject").arg(profile, keymap);
+  return localized("lkeySheetSubject").arg(control, profile, keymap);
 }
 
 // --- Where a sheet's assignment goes

@@ -159,6 +159,9 @@ void MouseButtonController::openKeymapSheet(const SheetContext& context) {
   KeymapSheet& sheet = keymapSheet();
   isScrollUpDown = false;
   keymapSwitchOptionValue = 0;
+  QStringList names;
+  for (int keymap = 0; keymap < static_cast<int>(keys::keymapCount); ++keymap) names << namedKeymap(keymap);
+  sheet.setKeymapNames(names);
   const int index = getIndexValueOfAssignedKeyMapForButton(context.button, context.identifier);
   checkForScrollUpDownButton(context.button);
   sheet.selectTarget(index);

@@ -43,6 +43,7 @@ std::string_view typeWord(SettingType type) {
     case SettingType::Dictionary:
       return "dictionary";
     case SettingType::Array:
+    case SettingType::Texts:
     case SettingType::Keymaps:
     case SettingType::Stages:
     case SettingType::Colors:

@@ -58,6 +58,8 @@ bool fits(const ProfileKey& setting, const PropertyList& value) {
       return value.isDictionary();
     case SettingType::Array:
       return value.isArray();
+    case SettingType::Texts:
+      return isArrayOf(value, setting.range, [](const PropertyList& text) { return text.isString(); });
     case SettingType::Keymaps:
       return isArrayOf(value, setting.range, isKeymap);
     case SettingType::Stages:
@@ -106,6 +108,8 @@ std::string expectation(const ProfileKey& setting) {
       return "a dictionary";
     case SettingType::Array:
       return "an array";
+    case SettingType::Texts:
+      return "an array of " + textOf(setting.range) + " texts";
     case SettingType::Keymaps:
       return "an array of " + textOf(setting.range) + " keymaps";
     case SettingType::Stages:

@@ -20,6 +20,7 @@ enum class SettingType : std::uint8_t {
   Flag,  // 0 or 1, or a boolean
   Dictionary,
   Array,    // of anything
+  Texts,    // array of texts
   Keymaps,  // array of dictionaries whose "Keys" and "Buttons", where they have them, are dictionaries
   Stages,   // array of stage records with "dpix" and "dpiy"
   Colors,   // array of dictionaries whose components, where they have them, are numbers
@@ -38,7 +39,7 @@ struct SettingRange {
 struct ProfileKey {
   keys::Key key;
   SettingType type;
-  SettingRange range = {};  // of an integer or a flag; of the number of keymaps, stages or colours
+  SettingRange range = {};  // of an integer or a flag; of the number of texts, keymaps, stages or colours
   SettingScope scope = SettingScope::Profile;
   SettingUnit unit = SettingUnit::None;
   SettingRange elements = {};  // of the sensitivities of a stage and of the components of a colour
@@ -62,12 +63,13 @@ constexpr SettingRange upTo(std::size_t count) {
 }  // namespace detail
 
 // clang-format off
-inline constexpr std::array<ProfileKey, 27> profileKeys = {{
+inline constexpr std::array<ProfileKey, 28> profileKeys = {{
     {keys::ProfileName, SettingType::Text},
     {keys::Keys, SettingType::Dictionary},
     {keys::Buttons, SettingType::Dictionary},
     {keys::Keymap, SettingType::Keymaps, detail::upTo(keys::keymapCount)},
     {keys::KeymapID, SettingType::Integer, detail::positionIn(keys::keymapCount)},
+    {keys::KeymapNames, SettingType::Texts, detail::upTo(keys::keymapCount)},
     {keys::Stages, SettingType::Stages, detail::upTo(keys::maximumStages), SettingScope::Profile, SettingUnit::Dpi,
      dpiRange},
     {keys::StageValue, SettingType::Integer, detail::positionIn(keys::maximumStages)},

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -273,6 +274,13 @@ void SegmentedControl::keyPressEvent(QKeyEvent* event) {
     default:
       QWidget::keyPressEvent(event);
   }
+}
+
+void SegmentedControl::contextMenuEvent(QContextMenuEvent* event) {
+  const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
+  const int segment = isMouse ? segmentAt(event->pos()) : mCurrent;
+  if (segment < 0 || segment >= segmentCount()) return;
+  emit menuAsked(segment, isMouse ? event->globalPos() : mapToGlobal(segmentRect(segment).bottomLeft()));
 }
 
 void SegmentedControl::focusInEvent(QFocusEvent*) {

@@ -43,6 +43,8 @@ class SegmentedControl : public QWidget {
  signals:
   // By the user; also for the segment that is selected already.
   void segmentChosen(int segment);
+  // By the right button on a segment, or by the Menu key on the one that the keyboard has reached.
+  void menuAsked(int segment, const QPoint& globalPosition);
 
  protected:
   bool event(QEvent* event) override;
@@ -53,6 +55,7 @@ class SegmentedControl : public QWidget {
   void leaveEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 

@@ -369,7 +369,7 @@ class MouseButtonControllerTest : public QObject {
     fixture.give(fixture.control(4), assignment(10, 0, 1));
     fixture.give(fixture.control(22), assignment(10, 0, 1));
     fixture.tab.activateWindow();
-    QStringList expected = {"mProfileListPopUp", "mControlSearch", "mKeymapSegment"};
+    QStringList expected = {"mProfileListPopUp", "mControlSearch", "mKeymapMenuButton", "mKeymapSegment"};
     const auto expectRow = [&expected](int ordinal) {
       const ControlDescriptor& control = ButtonsFixture::control(ordinal);
       expected << QLatin1String(control.fieldName);

@@ -36,6 +36,10 @@ struct EditingWindow {
   void chooseOf(const ControlDescriptor& control, const char* title) {
     choose(driver.row(control), {2, 2}, "mControlMenu", QString::fromUtf8(title));
   }
+  SegmentedControl& segments() { return *driver.find<SegmentedControl>("mKeymapSegment"); }
+  void chooseOfKeymap(int keymap, const char* title) {
+    choose(segments(), segments().segmentRect(keymap).center(), "mKeymapMenu", QString::fromUtf8(title));
+  }
   PropertyList stored(int profile, const char* group) { return other.bundle()[keys::Profiles].at(profile)[group]; }
   // What the engine stores for the control of the keymap in force.
   PropertyList record(const ControlDescriptor& control, int profile = 0) {
@@ -115,6 +119,35 @@ class ButtonsEditingWithEngineTest : public QObject {
     }
     COMPARE_LISTS(edited.other.bundle(), before);
     QCOMPARE(edited.window.profileUpdates(), 3);
+  }
+
+  void a_keymap_is_named_and_the_name_goes_with_an_export() {
+    EditingWindow edited;
+    edited.chooseOfKeymap(3, "Name…");
+    edited.driver.find<QLineEdit>("mKeymapNameField")->setText(QStringLiteral("Build"));
+    edited.driver.press("mKeymapNameOK");
+    COMPARE_LISTS(edited.stored(0, "KeymapNames"), PropertyList::array({"", "", "", "Build", "", "", "", ""}));
+    QCOMPARE(edited.segments().segmentName(3), QStringLiteral("Keymap 4 – Build"));
+    // A profile that is made of the record, as an import does, has it too.
+    edited.other.addProfile(edited.other.bundle()[keys::Profiles].at(0).with(keys::ProfileName, "Imported"));
+    COMPARE_LISTS(edited.stored(1, "KeymapNames"), edited.stored(0, "KeymapNames"));
+    QCOMPARE(edited.window.profileUpdates(), 1);
+  }
+
+  void a_keymap_is_copied_pasted_and_cleared() {
+    EditingWindow edited;
+    edited.give(9, 6, 3);
+    const PropertyList before = edited.stored(0, "Keymap");
+    edited.chooseOfKeymap(0, "Copy Keymap");
+    edited.chooseOfKeymap(5, "Paste Keymap");
+    COMPARE_LISTS(edited.stored(0, "Keymap"), before.replacing(5, before.at(0)));
+    QVERIFY(edited.segments().isMarked(5));
+    edited.chooseOfKeymap(0, "Clear Keymap");
+    COMPARE_LISTS(edited.record(control(9)), assignment(45, 7));
+    edited.chooseOfKeymap(5, "Clear Keymap");
+    COMPARE_LISTS(edited.stored(0, "Keymap"), before.replacing(0, before.at(1)));
+    QVERIFY(!edited.segments().isMarked(0) && !edited.segments().isMarked(5));
+    QCOMPARE(edited.window.profileUpdates(), 4);
   }
 
   void the_last_left_click_stays() {

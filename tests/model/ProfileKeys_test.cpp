@@ -27,9 +27,9 @@ std::string contentsOf(const fs::path& path) {
 }
 
 const std::map<SettingType, std::string> typeNames = {
-    {SettingType::Text, "string"},  {SettingType::Integer, "integer"},      {SettingType::Flag, "flag"},
-    {SettingType::Array, "array"},  {SettingType::Keymaps, "array"},        {SettingType::Stages, "array"},
-    {SettingType::Colors, "array"}, {SettingType::Dictionary, "dictionary"}};
+    {SettingType::Text, "string"}, {SettingType::Integer, "integer"}, {SettingType::Flag, "flag"},
+    {SettingType::Array, "array"}, {SettingType::Keymaps, "array"},   {SettingType::Stages, "array"},
+    {SettingType::Texts, "array"}, {SettingType::Colors, "array"},    {SettingType::Dictionary, "dictionary"}};
 const std::map<SettingUnit, std::string> unitNames = {
     {SettingUnit::None, ""}, {SettingUnit::Dpi, " DPI"}, {SettingUnit::Hertz, " Hz"}};
 
@@ -133,6 +133,19 @@ const std::map<std::string, Editor> editors = {
     {"mSleepModeSlider", {keys::PowerSaver, {1, 4}, "four times: 1, 5, 10, 15 minutes"}},
     {"mFLashScrollWheelSlider", {keys::BatteryCriticalLevel, {1, 5}, "five levels: 5, 10, 15, 20, 25 percent"}},
 };
+
+TEST(ProfileKeysTest, TakeUpToEightNamesOfKeymaps) {
+  const ProfileKey& names = *profileKeyOf("KeymapNames");
+  const auto texts = [](std::size_t count) { return PropertyList::array(std::vector<PropertyList>(count, "Build")); };
+  EXPECT_TRUE(fits(names, texts(1)));
+  EXPECT_TRUE(fits(names, texts(8)));
+  EXPECT_TRUE(fits(names, PropertyList::array({"", "Build"})));
+  for (const PropertyList& value : {texts(0), texts(9), PropertyList("Build"), PropertyList::array({"Build", 2}),
+                                    PropertyList::dictionary({{"0", "Build"}})}) {
+    EXPECT_FALSE(fits(names, value)) << value.description();
+  }
+  EXPECT_EQ(expectation(names), "an array of 1 to 8 texts");
+}
 
 TEST(ProfileKeysTest, OfferOnlyTheRatesThatTheMouseKnows) {
   const ProfileKey& rate = *profileKeyOf("PollingRate");
