@@ -68,7 +68,7 @@ _vornctl_records() {
   local kind=$1 extension=$2
   shift 2
   case $1:$# in
-    switch:2 | copy:2 | rename:2 | delete:2 | move:2 | export:2 | show:2 | record:2) _vornctl_offer < <(_vornctl_names "$kind") ;;
+    switch:2 | copy:2 | rename:2 | delete:2 | move:2 | compare:2 | compare:3 | export:2 | show:2 | record:2) _vornctl_offer < <(_vornctl_names "$kind") ;;
     move:3) _vornctl_words '1 2 3 4 5' ;;
     import:2) _vornctl_files "$extension" ;;
     export:3) _vornctl_files "$extension" ;;
@@ -130,7 +130,7 @@ _vornctl() {
     return
   fi
   case ${words[0]}:${#words[@]} in
-    profiles:2) _vornctl_words 'list switch add copy rename delete move export import' ;;
+    profiles:2) _vornctl_words 'list switch add copy rename delete move compare export import' ;;
     macros:2) _vornctl_words 'list show record rename delete export import' ;;
     device:2) _vornctl_words 'plug unplug press release click type battery charging firmware state output' ;;
     history:2) _vornctl_words 'list go' ;;

@@ -211,6 +211,110 @@
         <source>Open the community page in your browser</source>
         <translation>Open the community page in your browser</translation>
     </message>
+    <message id="lkeyCompareHeading">
+        <source>What differs from “%1”</source>
+        <translation>What differs from “%1”</translation>
+    </message>
+    <message id="lkeyCompareNoDifference">
+        <source>No differences</source>
+        <translation>No differences</translation>
+    </message>
+    <message id="lkeyCompareNote">
+        <source>The name, the polling rate, the power settings and the brightness of the mouse are left out: they tell no profiles apart.</source>
+        <translation>The name, the polling rate, the power settings and the brightness of the mouse are left out: they tell no profiles apart.</translation>
+    </message>
+    <message id="lkeyCompareProfile">
+        <source>Compare With…</source>
+        <translation>Compare With…</translation>
+    </message>
+    <message id="lkeyCompareTitle">
+        <source>Compare Profiles</source>
+        <translation>Compare Profiles</translation>
+    </message>
+    <message id="lkeyCompareWith">
+        <source>Compared with</source>
+        <translation>Compared with</translation>
+    </message>
+    <message id="lkeyComparedAcceleration">
+        <source>Acceleration</source>
+        <translation>Acceleration</translation>
+    </message>
+    <message id="lkeyComparedAccelerationLevel">
+        <source>Acceleration level</source>
+        <translation>Acceleration level</translation>
+    </message>
+    <message id="lkeyComparedColor">
+        <source>Colour</source>
+        <translation>Colour</translation>
+    </message>
+    <message id="lkeyComparedControl">
+        <source>%1, keymap %2</source>
+        <translation>%1, keymap %2</translation>
+    </message>
+    <message id="lkeyComparedDpi">
+        <source>%1 DPI</source>
+        <translation>%1 DPI</translation>
+    </message>
+    <message id="lkeyComparedKeymap">
+        <source>Keymap in force</source>
+        <translation>Keymap in force</translation>
+    </message>
+    <message id="lkeyComparedLight">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="lkeyComparedLock">
+        <source>X and Y apart</source>
+        <translation>X and Y apart</translation>
+    </message>
+    <message id="lkeyComparedMissing">
+        <source>–</source>
+        <translation>–</translation>
+    </message>
+    <message id="lkeyComparedNone">
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+    <message id="lkeyComparedOneColor">
+        <source>One colour</source>
+        <translation>One colour</translation>
+    </message>
+    <message id="lkeyComparedOther">
+        <source>Other settings</source>
+        <translation>Other settings</translation>
+    </message>
+    <message id="lkeyComparedSensitivityMessage">
+        <source>Sensitivity on screen</source>
+        <translation>Sensitivity on screen</translation>
+    </message>
+    <message id="lkeyComparedStage">
+        <source>Current stage</source>
+        <translation>Current stage</translation>
+    </message>
+    <message id="lkeyComparedStages">
+        <source>Stages</source>
+        <translation>Stages</translation>
+    </message>
+    <message id="lkeyComparedWhat">
+        <source>Setting</source>
+        <translation>Setting</translation>
+    </message>
+    <message id="lkeyComparedX">
+        <source>Sensitivity X</source>
+        <translation>Sensitivity X</translation>
+    </message>
+    <message id="lkeyComparedY">
+        <source>Sensitivity Y</source>
+        <translation>Sensitivity Y</translation>
+    </message>
+    <message id="lkeyComparisonGone">
+        <source>The profile that was compared is gone.</source>
+        <translation>The profile that was compared is gone.</translation>
+    </message>
+    <message id="lkeyComparisonList">
+        <source>Differences</source>
+        <translation>Differences</translation>
+    </message>
     <message id="lkeyConnectedByCable">
         <source>Connected by cable</source>
         <translation>Connected by cable</translation>
@@ -1464,6 +1568,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNoMouseConnected">
         <source>No mouse connected</source>
         <translation>No mouse connected</translation>
+    </message>
+    <message id="lkeyNoOtherProfile">
+        <source>There is no other profile to compare it with.</source>
+        <translation>There is no other profile to compare it with.</translation>
     </message>
     <message id="lkeyNoPartner">
         <source>What is selected has no press or release that belongs to it</source>

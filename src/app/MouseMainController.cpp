@@ -281,6 +281,7 @@ void MouseMainController::setProperties() {
   mMouseProfilesController->setMProfileSettingsDict(defaultProfileDict);
   mMouseProfilesController->setMDeviceSettingsDict(deviceSettingsDict);
   mMouseProfilesController->setMProfilesArray(profilesArray);
+  mMouseProfilesController->setMMacrosArray(macrosArray);
   mMouseProfilesController->setMDefaultDict(defaultProfile);
 
   mMouseMacrosController->setMMacrosSettingsArray(macrosArray);

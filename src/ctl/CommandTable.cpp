@@ -24,6 +24,7 @@ constexpr Command table[] = {
     {"profiles rename", "PROFILE NAME", 2, 2, "", "rename a profile", renameProfile},
     {"profiles delete", "PROFILE", 1, 1, "", "delete a profile", deleteProfile},
     {"profiles move", "PROFILE POSITION", 2, 2, "", "put a profile at another place of the list", moveProfile},
+    {"profiles compare", "PROFILE PROFILE", 2, 2, "", "print what differs between two profiles", compareProfiles},
     {"profiles export", "PROFILE FILE|-", 2, 2, "", "write a profile to FILE.SkarnProfile", exportProfile},
     {"profiles import", "FILE", 1, 1, "", "add the profile of a file", importProfile},
     {"get", "KEY|--list", 0, 1, "--profile --list", "print a value of a profile, e.g. DPIX or Stages/0/dpix", getValue},

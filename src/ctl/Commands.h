@@ -15,6 +15,7 @@ Outcome addProfile(Context& context, const Arguments& arguments);
 Outcome copyProfile(Context& context, const Arguments& arguments);
 Outcome renameProfile(Context& context, const Arguments& arguments);
 Outcome deleteProfile(Context& context, const Arguments& arguments);
+Outcome compareProfiles(Context& context, const Arguments& arguments);
 Outcome moveProfile(Context& context, const Arguments& arguments);
 Outcome exportProfile(Context& context, const Arguments& arguments);
 Outcome importProfile(Context& context, const Arguments& arguments);

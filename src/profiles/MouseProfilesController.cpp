@@ -8,9 +8,7 @@
 #include <optional>
 #include <utility>
 
-#include "model/ProfileOrder.h"
 #include "model/SettingsKeys.h"
-#include "platform/AddProblem.h"
 #include "platform/FilePanel.h"
 #include "platform/GoneAlert.h"
 #include "platform/Images.h"
@@ -20,6 +18,7 @@
 #include "platform/ShownName.h"
 #include "profiles/AutoSwitchCell.h"
 #include "profiles/NSTableViewSubClass.h"
+#include "profiles/ProfileComparisonSheet.h"
 #include "profiles/ProfileMenu.h"
 #include "profiles/ProfilesTableDelegate.h"
 #include "profiles/ProfilesTableModel.h"
@@ -257,6 +256,7 @@ void MouseProfilesController::updateUISettings() {
   }
   if (mNeedsProfileEditing) editName(mModel->rowCount() - 1);
   enableAddByCount();
+  if (mComparison) mComparison->setSettings(bundle());
 }
 
 void MouseProfilesController::refreshTableDisplay() {
@@ -334,17 +334,6 @@ QString MouseProfilesController::reasonAgainst(int tag) const {
                              : reasonAgainst(static_cast<ProfileListItem>(tag));
 }
 
-QString MouseProfilesController::reasonAgainst(ProfileListItem item) const {
-  const int row = targetRow();
-  switch (item) {
-    case ProfileListItem::MoveUp:
-      return row <= 0 ? localized("lkeyProfileIsFirst") : QString();
-    case ProfileListItem::MoveDown:
-      return row + 1 >= static_cast<int>(profilesArray.size()) ? localized("lkeyProfileIsLast") : QString();
-  }
-  return {};
-}
-
 QString MouseProfilesController::reasonAgainst(ProfileItem item) const {
   switch (item) {
     case ProfileItem::New:
@@ -398,35 +387,6 @@ void MouseProfilesController::selectMenuItem(int tag) {
     case ProfileItem::RestoreDefault:
       showAlert("lkeyRestoreDefaultTitle", localized("lkeyRestoreDefaultDesc"), "lkeyRestoreAction", RestoreContext);
       break;
-  }
-}
-
-void MouseProfilesController::selectListItem(int tag) {
-  endEdit();
-  if (isTargetGone() || !reasonAgainst(tag).isEmpty()) return mTarget.forget();
-  const int row = takeTargetRow();
-  switch (static_cast<ProfileListItem>(tag)) {
-    case ProfileListItem::MoveUp:
-      return moveProfile(row, row - 1);
-    case ProfileListItem::MoveDown:
-      return moveProfile(row, row + 1);
-  }
-}
-
-void MouseProfilesController::moveProfile(int from, int to) {
-  if (!profileDelegate || from == to || profilesArray.at(from).isNone() || profilesArray.at(to).isNone()) return;
-  const QString name = shownName(textOf(profilesArray.at(from), keys::ProfileName));
-  mNeedsProfileEditing = false;
-  const auto order =
-      vorn::orderAfterMove(profilesArray.size(), static_cast<std::size_t>(from), static_cast<std::size_t>(to));
-  const auto status = profileDelegate->reorderProfiles(order, vorn::profileNames(profilesArray));
-  if (status == vorn::ReturnStatus::Done) {
-    mUi->mProfileNotice->say(localized("lkeyProfileMoved").arg(name, QString::number(to + 1)));
-  } else if (status == vorn::ReturnStatus::Outdated) {
-    mUi->mProfileNotice->say(localized("lkeyProfilesChangedMeanwhile"));
-  } else {
-    const QString reason = reasonAgainstAdding(vorn::RecordKind::Profile, status);
-    mUi->mProfileNotice->say(localized("lkeyProfileNotMoved").arg(name, reason));
   }
 }
 

@@ -32,6 +32,7 @@ class QTableView;
 namespace skarn {
 
 class AutoSwitchCell;
+class ProfileComparisonSheet;
 class ProfilesTableDelegate;
 class ProfilesTableModel;
 
@@ -62,6 +63,8 @@ class MouseProfilesController : public QWidget {
   void setMDeviceSettingsDict(const vorn::PropertyList& deviceSettings) { deviceSettingsDict = deviceSettings; }
   const vorn::PropertyList& mProfilesArray() const { return profilesArray; }
   void setMProfilesArray(const vorn::PropertyList& profiles) { profilesArray = profiles.arrayOrEmpty(); }
+  // What the positions of macros in assignments mean.
+  void setMMacrosArray(const vorn::PropertyList& macros) { macrosArray = macros.arrayOrEmpty(); }
   const vorn::PropertyList& mDefaultDict() const { return defaultDict; }
   void setMDefaultDict(const vorn::PropertyList& defaultProfile) { defaultDict = defaultProfile; }
   ProfileControllerDelegate* mProfileDelegate() const { return profileDelegate; }
@@ -152,6 +155,8 @@ class MouseProfilesController : public QWidget {
   void explainControls();
   void enableAddByCount();
 
+  vorn::PropertyList bundle() const;  // "Profiles" and "Macros"
+  void compareProfile(int row);
   void copyProfile();
   static bool isAdded(std::optional<vorn::ReturnStatus> status);
   // The engine has not taken the profile that was shown at the end of the list. before: the list without it.
@@ -188,6 +193,7 @@ class MouseProfilesController : public QWidget {
   vorn::PropertyList profileSettingsDict = vorn::PropertyList::dictionary();
   vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
   vorn::PropertyList profilesArray = vorn::PropertyList::array();
+  vorn::PropertyList macrosArray = vorn::PropertyList::array();
   vorn::PropertyList defaultDict = vorn::PropertyList::dictionary();
   vorn::PropertyList userSettingsDict = vorn::PropertyList::dictionary();
   QVariant mTableObjectValue;  // the value that "auto switch" was last ticked with
@@ -195,6 +201,7 @@ class MouseProfilesController : public QWidget {
   QPointer<QWidget> profilesWindow;
   QPointer<QDialog> mProfileOpenPanel;
   QPointer<QDialog> mProfileSavePanel;
+  QPointer<ProfileComparisonSheet> mComparison;
 
   ProfileTarget mTarget;
 

@@ -29,6 +29,7 @@ void addProfileItems(QMenu& menu, const std::function<void(int tag)>& selectMenu
   addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), selectMenuItem);
   addGroup({{static_cast<int>(ProfileListItem::MoveUp), localized("lkeyMoveUp")},
             {static_cast<int>(ProfileListItem::MoveDown), localized("lkeyMoveDown")}});
+  addGroup({{static_cast<int>(ProfileListItem::Compare), localized("lkeyCompareProfile")}});
 }
 
 }  // namespace skarn

@@ -27,6 +27,7 @@ enum class ProfileItem {
 enum class ProfileListItem {
   MoveUp = 101,
   MoveDown,
+  Compare,
 };
 
 inline constexpr int firstListItem = static_cast<int>(ProfileListItem::MoveUp);

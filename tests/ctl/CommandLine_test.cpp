@@ -49,7 +49,8 @@ TEST(CommandLineTest, TellsWhatIsWrong) {
       {{}, "no command; --help lists them"},
       {{"frob"}, "unknown command \"frob\"; --help lists them"},
       {{"profiles", "frob"},
-       "unknown command \"profiles frob\"; \"profiles\" takes list, switch, add, copy, rename, delete, move, export or "
+       "unknown command \"profiles frob\"; \"profiles\" takes list, switch, add, copy, rename, delete, move, compare, "
+       "export or "
        "import"},
       {{"--frob"}, "unknown option --frob"},
       {{"--json=1"}, "unknown option --json=1"},

@@ -130,6 +130,29 @@ TEST_F(VornCtlRequestsTest, DeleteAProfileAndWhatPointsAtIt) {
             (Expected{{9, dictionary({{"ProfileID", 1}})}, {7, dictionary({{"AllProfiles", cleaned}})}}));
 }
 
+TEST_F(VornCtlRequestsTest, CompareProfilesAndAskForNothing) {
+  EXPECT_EQ(requestsOf({"profiles", "compare", "One", "1"}), Expected());
+  EXPECT_EQ(output, "no differences\n");
+  EXPECT_EQ(requestsOf({"profiles", "compare", "One", "1", "--json"}), Expected());
+  EXPECT_EQ(output, "[]\n");
+  const PropertyList two = bundle["Profiles"].at(1);
+  const PropertyList other = two.with("Keys", two["Keys"].with("43", dictionary({{"command", 17}, {"param1", 0}})));
+  const PropertyListFile different{dictionary(
+      {{"AllDevSettings", bundle.with("Profiles", bundle["Profiles"].replacing(1, other))}, {"ReturnStatus", 0}})};
+  ASSERT_TRUE(engine.obey("on 4 reply " + different.path()));
+  EXPECT_EQ(requestsOf({"profiles", "compare", "One", "Two"}), Expected());
+  EXPECT_EQ(output,
+            "controls\n"
+            "  KeymapID: 0 | 1\n"
+            "  keymap 2, 1 Tab: macro \"Run\" | profile \"One\"\n");
+  EXPECT_EQ(requestsOf({"profiles", "compare", "Two", "One", "--json"}), Expected());
+  EXPECT_EQ(output,
+            "[{\"key\":\"KeymapID\",\"left\":1,\"part\":\"controls\",\"right\":0},"
+            "{\"control\":1,\"key\":\"Keys\",\"keymap\":1,"
+            "\"left\":{\"command\":17,\"param1\":0},\"part\":\"controls\","
+            "\"right\":{\"command\":10,\"further\":1,\"param1\":1,\"param2\":1}}]\n");
+}
+
 TEST_F(VornCtlRequestsTest, ExportAndImportProfiles) {
   EXPECT_EQ(requestsOf({"profiles", "export", "2", folder.path("p")}), Expected());
   EXPECT_EQ(*readRecord(folder.path("p.SkarnProfile"), RecordKind::Profile), profile("Two", 1));

@@ -64,6 +64,21 @@ class ProfileSheetsWithEngineTest : public QObject {
     mEngine.end();
   }
 
+  void a_comparison_follows_its_profiles_in_the_engine_and_asks_for_nothing() {
+    mWindow->tab().selectListItem(static_cast<int>(ProfileListItem::Compare));
+    QVERIFY(mWindow->dialog<QDialog>("profileComparisonSheet"));
+    QCOMPARE(comparison(), QStringList());
+    mOther->updateProfile(1, PropertyList::dictionary({{keys::DPIX, 2000}}));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        comparison(),
+        (QStringList{QStringLiteral("Sensitivity X: 2000 DPI"), QStringLiteral("Sensitivity Y: 2000 DPI")}), deadline);
+    mOther->change(MessageID::DeleteProfile, PropertyList::dictionary({{vorn::requestKeys::ProfileID, 0}}));
+    QTRY_VERIFY_WITH_TIMEOUT(!mWindow->dialog<QDialog>("profileComparisonSheet"), deadline);
+    mWindow->acceptAlert();
+    QCOMPARE(mWindow->requests(MessageID::UpdateProfile), 0);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+  }
+
   void what_follows_a_typed_name_means_the_profile_that_was_named_data() {
     QTest::addColumn<bool>("isCopy");
     QTest::addColumn<QString>("control");
@@ -226,6 +241,19 @@ class ProfileSheetsWithEngineTest : public QObject {
       QCOMPARE(work[keys::AutoSwitchOn].toInt(), item < 0 ? 0 : 1);
       QVERIFY(work[keys::AppInfo][keys::Application] == PropertyList(item < 0 ? "" : "Editor"));
     }
+  }
+
+  // The rows of the sheet that compares, without the titles of groups.
+  QStringList comparison() {
+    QStringList rows;
+    const auto* sheet = mWindow->dialog<QDialog>("profileComparisonSheet");
+    if (sheet == nullptr) return rows;
+    const QAbstractItemModel& model = *sheet->findChild<QTableView*>(QStringLiteral("mComparisonList"))->model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+      const QString right = model.index(row, 2).data().toString();
+      if (!right.isEmpty()) rows << model.index(row, 0).data().toString() + ": " + right;
+    }
+    return rows;
   }
 
   EngineSession mEngine;
