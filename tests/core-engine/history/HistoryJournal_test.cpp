@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core-engine/TestMacros.h"
-#include "core-engine/TestParts.h"
+#include "core-engine/history/HistoryEngine.h"
 #include "core-engine/rules/MacroRules.h"
 #include "core-engine/rules/ProfileRules.h"
 
@@ -18,57 +18,12 @@ namespace {
 const std::string historyPath = "/state/history";
 const std::string settingsPath = "/state/settings.plist";
 
-const ChangeOrigin mouse;
-const ChangeOrigin client{ChangeOrigin::Kind::Request, ":1.1", "org.example.Tool", MessageID::UpdateProfile};
-
 PropertyList startBundle() {
   return bundleOf({profile("a"), profile("b"), profile("c")})
       .with("Macros", PropertyList::array({macro("Hi", 0, {keyPress(4), keyRelease(4, 50)}), macro("Ho", 1)}));
 }
 
-// The settings and their history as they are after a start of the engine on this disk.
-struct Engine {
-  explicit Engine(MemoryFileSystem& disk) : file(disk, log, "/state"), journal(disk, log, "/state", history) {
-    store.addKeeper(journal);
-    store.setChangeHandler([this](const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
-      history.note(before, after, origin);
-    });
-    store.load([] { return PropertyList(); });
-    journal.load(file.loadedFingerprint());
-  }
-
-  SettingsStore::Outcome change(const PropertyList& bundle, const ChangeOrigin& origin = client) {
-    return store.apply([&](const PropertyList&) { return bundle; }, origin);
-  }
-  SettingsStore::Outcome rename(const std::string& name, int profileID = 0, const ChangeOrigin& origin = client) {
-    const PropertyList settings = PropertyList::dictionary({{"ProfileName", name}});
-    return change(*withUpdatedProfile(now(), profileID, settings).bundle, origin);
-  }
-  History::Outcome undo() { return outcomeOf(&History::undo); }
-  History::Outcome redo() { return outcomeOf(&History::redo); }
-  void undoAll() {
-    while (undo() == History::Outcome::Done) {
-    }
-  }
-  const PropertyList& now() const { return store.bundle(); }
-  std::vector<HistoryEntry> entries() const { return {history.entries().all().begin(), history.entries().all().end()}; }
-
-  std::vector<std::string> lines;
-  Log log{[this](const std::string& line) { lines.push_back(line); }};
-  ManualScheduler scheduler;
-  std::int64_t time = 1'700'000'000;
-  SettingsFile file;
-  History history{store, scheduler, [this] { return ++time; }};
-  HistoryJournal journal;
-  SettingsStore store{file, log};
-
- private:
-  History::Outcome outcomeOf(void (History::*operation)(const History::Done&)) {
-    History::Outcome outcome{};
-    (history.*operation)([&outcome](const History::Result& result) { outcome = result.outcome; });
-    return outcome;
-  }
-};
+using Engine = HistoryEngine;
 
 MemoryFileSystem freshDisk() {
   MemoryFileSystem disk;
