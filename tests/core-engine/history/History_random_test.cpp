@@ -125,7 +125,7 @@ class HistoryRandomTest : public testing::TestWithParam<unsigned> {
   // Does the work, in which the engine may be killed: what it wanted is done or not then.
   void perform(const std::function<void()>& work, const PropertyList& wanted) {
     const PropertyList before = engine->now();
-    if (wishes.number(20) == 0) disk.crashAt(wishes.number(15) + 1);
+    if (wishes.number(40) == 0) disk.crashAt(wishes.number(15) + 1);
     try {
       work();
       disk.work();
@@ -133,10 +133,10 @@ class HistoryRandomTest : public testing::TestWithParam<unsigned> {
     } catch (const MemoryFileSystem::Crash&) {
       disk.work();
       engine = std::make_unique<HistoryEngine>(disk);
-      EXPECT_TRUE(engine->now() == before || engine->now() == wanted);
+      ASSERT_TRUE(engine->now() == before || engine->now() == wanted);
+      ASSERT_TRUE(isCompleteBundle(engine->now()));
       ++kills;
     }
-    ASSERT_TRUE(isCompleteBundle(engine->now()));
     note(before);
   }
 
@@ -183,7 +183,7 @@ TEST_P(HistoryRandomTest, TakesAllBackExactlyThroughEveryKill) {
     wishes.number(2) == 0 ? undo() : redo();
     if (HasFailure()) FAIL() << "round " << round;
   }
-  EXPECT_GT(kills, rounds / 100);
+  EXPECT_GT(kills, 10);
   const auto& entries = engine->history.entries();
   ASSERT_GT(entries.all().size(), 10U);
   const PropertyList first = states.at(entries.all().front().id).before;
