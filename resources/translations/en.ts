@@ -699,6 +699,14 @@
         <source>Export…</source>
         <translation>Export…</translation>
     </message>
+    <message id="lkeyExportAll">
+        <source>Export All…</source>
+        <translation>Export All…</translation>
+    </message>
+    <message id="lkeyExportAllTitle">
+        <source>Export All Profiles</source>
+        <translation>Export All Profiles</translation>
+    </message>
     <message id="lkeyExportFailedTitle">
         <source>“%1” could not be exported</source>
         <translation>“%1” could not be exported</translation>
@@ -711,9 +719,17 @@
         <source>Export Profile</source>
         <translation>Export Profile</translation>
     </message>
+    <message id="lkeyExportedAll">
+        <source>Exported %1 profiles to %2</source>
+        <translation>Exported %1 profiles to %2</translation>
+    </message>
     <message id="lkeyExportedTo">
         <source>Exported to %1</source>
         <translation>Exported to %1</translation>
+    </message>
+    <message id="lkeyFileExistsAlready">
+        <source>It exists already. Choose another name.</source>
+        <translation>It exists already. Choose another name.</translation>
     </message>
     <message id="lkeyFileHasBadMember">
         <source>A part of this file cannot be used: “%1”. The file may be damaged.</source>
@@ -818,6 +834,10 @@
     <message id="lkeyFlashTwentyPercent">
         <source>20 %</source>
         <translation>20 %</translation>
+    </message>
+    <message id="lkeyFolderHoldsNoProfiles">
+        <source>The folder holds no profiles.</source>
+        <translation>The folder holds no profiles.</translation>
     </message>
     <message id="lkeyFolderNotFoundDesc">
         <source>Choose a folder that exists.</source>
@@ -1107,17 +1127,97 @@
         <source>Import…</source>
         <translation>Import…</translation>
     </message>
+    <message id="lkeyImportAction">
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message id="lkeyImportAll">
+        <source>Import All…</source>
+        <translation>Import All…</translation>
+    </message>
+    <message id="lkeyImportAllTitle">
+        <source>Import All Profiles</source>
+        <translation>Import All Profiles</translation>
+    </message>
+    <message id="lkeyImportControls">
+        <source>%1 controls changed, keymaps: %2</source>
+        <translation>%1 controls changed, keymaps: %2</translation>
+    </message>
     <message id="lkeyImportFailedTitle">
         <source>“%1” could not be imported</source>
         <translation>“%1” could not be imported</translation>
+    </message>
+    <message id="lkeyImportFile">
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message id="lkeyImportHeading">
+        <source>Import %1 profiles?</source>
+        <translation>Import %1 profiles?</translation>
+    </message>
+    <message id="lkeyImportHeadingOne">
+        <source>Import this profile?</source>
+        <translation>Import this profile?</translation>
+    </message>
+    <message id="lkeyImportIsHere">
+        <source>“%1” on this mouse</source>
+        <translation>“%1” on this mouse</translation>
+    </message>
+    <message id="lkeyImportIsNothingHere">
+        <source>Does not exist on this mouse</source>
+        <translation>Does not exist on this mouse</translation>
+    </message>
+    <message id="lkeyImportList">
+        <source>What the files hold</source>
+        <translation>What the files hold</translation>
     </message>
     <message id="lkeyImportMacro">
         <source>Import Macro</source>
         <translation>Import Macro</translation>
     </message>
+    <message id="lkeyImportNoControls">
+        <source>All controls as from the factory</source>
+        <translation>All controls as from the factory</translation>
+    </message>
+    <message id="lkeyImportNot">
+        <source>Not imported: %1</source>
+        <translation>Not imported: %1</translation>
+    </message>
+    <message id="lkeyImportNote">
+        <source>A file brings no macros along. Its controls play the macros, and switch to the profiles, that have these numbers here.</source>
+        <translation>A file brings no macros along. Its controls play the macros, and switch to the profiles, that have these numbers here.</translation>
+    </message>
+    <message id="lkeyImportNothingFits">
+        <source>Nothing of it can be imported.</source>
+        <translation>Nothing of it can be imported.</translation>
+    </message>
+    <message id="lkeyImportPlaysMacro">
+        <source>Plays macro %1</source>
+        <translation>Plays macro %1</translation>
+    </message>
     <message id="lkeyImportProfile">
         <source>Import Profile</source>
         <translation>Import Profile</translation>
+    </message>
+    <message id="lkeyImportReason">
+        <source>Why</source>
+        <translation>Why</translation>
+    </message>
+    <message id="lkeyImportSheetTitle">
+        <source>Import Profiles</source>
+        <translation>Import Profiles</translation>
+    </message>
+    <message id="lkeyImportSwitchesTo">
+        <source>Switches to profile %1</source>
+        <translation>Switches to profile %1</translation>
+    </message>
+    <message id="lkeyImportUnusable">
+        <source>Not usable, as from the factory</source>
+        <translation>Not usable, as from the factory</translation>
+    </message>
+    <message id="lkeyImportedAll">
+        <source>%1 profiles were imported.</source>
+        <translation>%1 profiles were imported.</translation>
     </message>
     <message id="lkeyImportedPartly">
         <source>Imported. Values that cannot be used are as from the factory.</source>
@@ -1765,6 +1865,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Skarn profiles (%1)</source>
         <translation>Skarn profiles (%1)</translation>
     </message>
+    <message id="lkeyProfileFolders">
+        <source>Folders of Skarn profiles (%1)</source>
+        <translation>Folders of Skarn profiles (%1)</translation>
+    </message>
     <message id="lkeyProfileIsFirst">
         <source>It is the first profile.</source>
         <translation>It is the first profile.</translation>
@@ -1816,6 +1920,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyProfilesChangedMeanwhile">
         <source>The profiles have changed meanwhile. None was moved.</source>
         <translation>The profiles have changed meanwhile. None was moved.</translation>
+    </message>
+    <message id="lkeyProfilesFolderName">
+        <source>Skarn Profiles</source>
+        <translation>Skarn Profiles</translation>
     </message>
     <message id="lkeyRecord">
         <source>Record</source>

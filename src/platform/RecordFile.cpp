@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include "model/MacroEvents.h"
+#include "model/ProfileFolder.h"
 #include "model/RegularFile.h"
 #include "platform/Localization.h"
 #include "platform/ShownName.h"
@@ -63,6 +64,7 @@ QString textOfReading(const RecordFileProblem& problem) {
 QString textOfWriting(const RecordFileProblem& problem) {
   if (problem.kind != RecordFileProblem::Kind::File) return localized("lkeyRecordIsNotWritable");
   if (problem.error == std::errc::invalid_argument) return localized("lkeyFileIsNotRegular");
+  if (problem.error == std::errc::file_exists) return localized("lkeyFileExistsAlready");
   return localized("lkeyFileIsNotWritable").arg(qt_error_string(problem.error.value()));
 }
 
@@ -72,6 +74,11 @@ QString shownPath(const QString& path) {
   return path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
 }
 
+void showExportProblem(QWidget* window, const QString& path, const RecordFileProblem& problem) {
+  Alert::show(window, localized("lkeyExportFailedTitle").arg(fileName(path)), textOfWriting(problem),
+              {localized("lkeyOK")});
+}
+
 void write(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind,
            Notice* notice) {
   const auto problem = vorn::writeRecordFile(QFile::encodeName(path).toStdString(), record, kind);
@@ -79,8 +86,7 @@ void write(QWidget* window, const QString& path, const vorn::PropertyList& recor
     if (notice != nullptr) notice->say(localized("lkeyExportedTo").arg(shownPath(path)));
     return;
   }
-  Alert::show(window, localized("lkeyExportFailedTitle").arg(fileName(path)), textOfWriting(*problem),
-              {localized("lkeyOK")});
+  showExportProblem(window, path, *problem);
 }
 
 }  // namespace
@@ -98,6 +104,28 @@ void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList
               [window, path, record, kind, told = QPointer(notice)](int returnCode) {
                 if (returnCode == Alert::firstButtonReturn) write(window, path, record, kind, told);
               });
+}
+
+ImportedFolder importProfileFolder(const QString& path) {
+  const vorn::ProfileFolder folder = vorn::readProfileFolder(QFile::encodeName(path).toStdString());
+  if (folder.problem) {
+    const bool isEmpty = folder.problem->kind == RecordFileProblem::Kind::Empty;
+    return {{}, isEmpty ? localized("lkeyFolderHoldsNoProfiles") : textOfReading(*folder.problem)};
+  }
+  ImportedFolder result;
+  for (const vorn::ProfileFolderEntry& entry : folder.entries) {
+    const auto& problem = entry.contents.problem;
+    result.files.push_back({QFile::decodeName(QByteArray::fromStdString(entry.path)),
+                            {entry.contents.record, problem ? textOfReading(*problem) : QString()}});
+  }
+  return result;
+}
+
+void exportProfileFolder(QWidget* window, const QString& path, const vorn::PropertyList& profiles, Notice& notice) {
+  if (const auto problem = vorn::writeProfileFolder(QFile::encodeName(path).toStdString(), profiles)) {
+    return showExportProblem(window, path, *problem);
+  }
+  notice.say(localized("lkeyExportedAll").arg(QString::number(profiles.size()), shownPath(path)));
 }
 
 void showImportProblem(QWidget* window, const QString& path, const QString& problem) {

@@ -19,6 +19,7 @@
 #include "profiles/AutoSwitchCell.h"
 #include "profiles/NSTableViewSubClass.h"
 #include "profiles/ProfileComparisonSheet.h"
+#include "profiles/ProfileImportSheet.h"
 #include "profiles/ProfileMenu.h"
 #include "profiles/ProfilesTableDelegate.h"
 #include "profiles/ProfilesTableModel.h"
@@ -257,6 +258,7 @@ void MouseProfilesController::updateUISettings() {
   if (mNeedsProfileEditing) editName(mModel->rowCount() - 1);
   enableAddByCount();
   if (mComparison) mComparison->setSettings(bundle());
+  if (mImport) mImport->setSettings(bundle());
 }
 
 void MouseProfilesController::refreshTableDisplay() {

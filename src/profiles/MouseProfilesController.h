@@ -17,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/PropertyList.h"
 #include "profiles/ProfileControllerDelegate.h"
@@ -33,8 +34,10 @@ namespace skarn {
 
 class AutoSwitchCell;
 class ProfileComparisonSheet;
+class ProfileImportSheet;
 class ProfilesTableDelegate;
 class ProfilesTableModel;
+struct ProfileCandidate;
 
 namespace Ui {
 class MouseProfilesController;
@@ -48,6 +51,7 @@ class MouseProfilesController : public QWidget {
   enum Context {
     ApplicationContext = 1,
     ProfileFileContext = 2,
+    ProfileFolderContext = 3,
     DeleteContext = 5,
     RestoreContext = 9,
     ExportContext = 10
@@ -183,6 +187,14 @@ class MouseProfilesController : public QWidget {
 
   void exportProfile(const QString& path);
   void importProfile(const QString& path);
+  void importFolder(const QString& path);
+  // Tells what the files hold, and imports what fits when that is confirmed.
+  void openImportSheet(std::vector<ProfileCandidate> candidates, bool isFolder);
+  // The new profile is selected, and so switched to.
+  void addImported(const ProfileCandidate& candidate);
+  // The same profile stays in force.
+  void addAllImported(const std::vector<ProfileCandidate>& candidates);
+  void exportAll();
   void assignApplication(int row, const QString& path);
   void removeApplication();
 
@@ -202,6 +214,7 @@ class MouseProfilesController : public QWidget {
   QPointer<QDialog> mProfileOpenPanel;
   QPointer<QDialog> mProfileSavePanel;
   QPointer<ProfileComparisonSheet> mComparison;
+  QPointer<ProfileImportSheet> mImport;
 
   ProfileTarget mTarget;
 

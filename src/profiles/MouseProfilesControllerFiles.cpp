@@ -1,7 +1,10 @@
 // Profile files, and the applications that profiles are tied to.
 #include <QDialog>
 #include <QFileDialog>
+#include <utility>
+#include <vector>
 
+#include "model/ProfileFolder.h"
 #include "model/RecordFile.h"
 #include "model/SettingsKeys.h"
 #include "platform/AddProblem.h"
@@ -12,6 +15,7 @@
 #include "platform/RecordFile.h"
 #include "platform/SettingsText.h"
 #include "profiles/MouseProfilesController.h"
+#include "profiles/ProfileImportSheet.h"
 #include "profiles/ProfileMenu.h"
 #include "ui_MouseProfilesController.h"
 
@@ -25,6 +29,10 @@ namespace {
 QString fileType() {
   const std::string_view extension = vorn::recordFileExtension(vorn::RecordKind::Profile);
   return QString::fromUtf8(extension.data(), static_cast<qsizetype>(extension.size()));
+}
+
+QString folderType() {
+  return QString::fromUtf8(vorn::profileFolderExtension.data(), std::ssize(vorn::profileFolderExtension));
 }
 
 constexpr const char* documents = "file://localhost/Documents/";
@@ -74,6 +82,11 @@ void MouseProfilesController::loadPanelForIdentifier(int identifier) {
           FilePanel::open(sheetParent(), name, localized("lkeyImportProfile"),
                           {{fileType()}, localized("lkeyProfileFiles")}, QLatin1String(documents), ended);
       break;
+    case ProfileFolderContext:
+      mProfileOpenPanel =
+          FilePanel::open(sheetParent(), name, localized("lkeyImportAllTitle"),
+                          {{folderType()}, localized("lkeyProfileFolders")}, QLatin1String(documents), ended);
+      break;
     default:
       mProfileOpenPanel = FilePanel::open(sheetParent(), name, localized("lkeyOpenFile"), {}, {}, ended);
   }
@@ -103,6 +116,8 @@ void MouseProfilesController::openPanelDidEnd(int returnCode, const QString& pat
     refreshTableDisplay();
   } else if (contextInfo == ProfileFileContext && isChosen) {
     importProfile(path);
+  } else if (contextInfo == ProfileFolderContext && isChosen) {
+    importFolder(path);
   }
 }
 
@@ -115,30 +130,78 @@ void MouseProfilesController::exportProfile(const QString& path) {
                mUi->mProfileNotice);
 }
 
+void MouseProfilesController::exportAll() {
+  delete mProfileSavePanel;
+  mProfileSavePanel =
+      FilePanel::save(sheetParent(), QStringLiteral("mProfileSavePanel"), localized("lkeyExportAllTitle"),
+                      localized("lkeyProfilesFolderName"), QLatin1String(documents),
+                      [tab = QPointer(this)](int returnCode, const QString& path) {
+                        if (!tab || returnCode != FilePanel::okButton) return;
+                        exportProfileFolder(tab->sheetParent(), path + QLatin1Char('.') + folderType(),
+                                            tab->profilesArray, *tab->mUi->mProfileNotice);
+                      });
+}
+
 void MouseProfilesController::importProfile(const QString& path) {
   const ImportedRecord file = importRecord(path, vorn::RecordKind::Profile);
   // The list may have grown while the panel was open.
-  const QString problem = file.problem.isEmpty() ? reasonAgainst(static_cast<int>(ProfileItem::Import)) : file.problem;
-  if (!problem.isEmpty()) {
-    showImportProblem(sheetParent(), path, problem);
-    return;
+  const QString problem = file.problem.isEmpty() ? reasonAgainst(ProfileItem::Import) : file.problem;
+  if (!problem.isEmpty()) return showImportProblem(sheetParent(), path, problem);
+  openImportSheet({{path, file.record, {}}}, false);
+}
+
+void MouseProfilesController::importFolder(const QString& path) {
+  const ImportedFolder folder = importProfileFolder(path);
+  if (!folder.problem.isEmpty()) return showImportProblem(sheetParent(), path, folder.problem);
+  std::vector<ProfileCandidate> candidates;
+  for (const ImportedFile& file : folder.files) {
+    candidates.push_back({file.path, file.contents.record, file.contents.problem});
   }
+  openImportSheet(std::move(candidates), true);
+}
+
+void MouseProfilesController::openImportSheet(std::vector<ProfileCandidate> candidates, bool isFolder) {
+  delete mImport;
+  mImport = ProfileImportSheet::open(sheetParent(), std::move(candidates), bundle(),
+                                     [tab = QPointer(this), isFolder](const std::vector<ProfileCandidate>& fitting) {
+                                       if (!tab) return;
+                                       isFolder ? tab->addAllImported(fitting) : tab->addImported(fitting.front());
+                                     });
+}
+
+void MouseProfilesController::addImported(const ProfileCandidate& candidate) {
   if (!profileDelegate) return;
-  const PropertyList profile = file.record.with(
-      keys::ProfileName, checkForDuplicateName(profilesArray, file.record[keys::ProfileName].string()));
   const PropertyList before = profilesArray;
+  const PropertyList profile = candidate.record.with(
+      keys::ProfileName, checkForDuplicateName(before, candidate.record[keys::ProfileName].string()));
   deselect();
   profilesArray = before.appending(profile);
   const auto status = profileDelegate->addNewProfileWithSettings(profile);
   if (!isAdded(status)) {
     takeBack(profile, before);
-    showImportProblem(sheetParent(), path, reasonAgainstAdding(vorn::RecordKind::Profile, status));
+    showImportProblem(sheetParent(), candidate.path, reasonAgainstAdding(vorn::RecordKind::Profile, status));
     return;
   }
   refreshTableDisplay();
   selectLastRow();
   // Of what the engine cannot use the new profile has the factory's.
   if (status == vorn::ReturnStatus::PartlyRefused) mUi->mProfileNotice->say(localized("lkeyImportedPartly"));
+}
+
+void MouseProfilesController::addAllImported(const std::vector<ProfileCandidate>& candidates) {
+  if (!profileDelegate) return;
+  std::size_t count = 0;
+  for (const ProfileCandidate& candidate : candidates) {
+    const PropertyList profile = candidate.record.with(
+        keys::ProfileName, checkForDuplicateName(profilesArray, candidate.record[keys::ProfileName].string()));
+    const auto status = profileDelegate->addNewProfileWithSettings(profile);
+    if (!isAdded(status)) {
+      showImportProblem(sheetParent(), candidate.path, reasonAgainstAdding(vorn::RecordKind::Profile, status));
+      break;
+    }
+    ++count;
+  }
+  if (count > 0) mUi->mProfileNotice->say(localized("lkeyImportedAll").arg(count));
 }
 
 // --- Applications

@@ -24,21 +24,31 @@ QString MouseProfilesController::reasonAgainst(ProfileListItem item) const {
       return row + 1 >= static_cast<int>(profilesArray.size()) ? localized("lkeyProfileIsLast") : QString();
     case ProfileListItem::Compare:
       return profilesArray.size() < 2 ? localized("lkeyNoOtherProfile") : QString();
+    case ProfileListItem::ImportAll:
+      return isFull() ? localized("lkeyNoRoomForProfile") : QString();
+    case ProfileListItem::ExportAll:
+      return {};
   }
   return {};
 }
 
 void MouseProfilesController::selectListItem(int tag) {
   endEdit();
-  if (isTargetGone() || !reasonAgainst(tag).isEmpty()) return mTarget.forget();
+  const auto item = static_cast<ProfileListItem>(tag);
+  const bool isAboutAll = item == ProfileListItem::ImportAll || item == ProfileListItem::ExportAll;
+  if ((!isAboutAll && isTargetGone()) || !reasonAgainst(tag).isEmpty()) return mTarget.forget();
   const int row = takeTargetRow();
-  switch (static_cast<ProfileListItem>(tag)) {
+  switch (item) {
     case ProfileListItem::MoveUp:
       return moveProfile(row, row - 1);
     case ProfileListItem::MoveDown:
       return moveProfile(row, row + 1);
     case ProfileListItem::Compare:
       return compareProfile(row);
+    case ProfileListItem::ImportAll:
+      return loadPanelForIdentifier(ProfileFolderContext);
+    case ProfileListItem::ExportAll:
+      return exportAll();
   }
 }
 

@@ -1,9 +1,7 @@
 #include "profiles/ProfileComparisonSheet.h"
 
-#include <QHeaderView>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QStandardItemModel>
 #include <optional>
 
 #include "model/SettingsKeys.h"
@@ -13,9 +11,7 @@
 #include "platform/ShownName.h"
 #include "profiles/ComparisonWords.h"
 #include "ui_ProfileComparisonSheet.h"
-#include "widgets/RowDelegate.h"
 #include "widgets/SheetFlags.h"
-#include "widgets/TextRoles.h"
 
 namespace skarn {
 
@@ -23,8 +19,6 @@ using vorn::PropertyList;
 namespace keys = vorn::keys;
 
 namespace {
-
-enum Column { What, Left, Right };
 
 QString nameIn(const PropertyList& profiles, int row) {
   return textOf(profiles.at(row), keys::ProfileName);
@@ -47,15 +41,11 @@ ProfileComparisonSheet* ProfileComparisonSheet::open(QWidget* window, const Prop
 ProfileComparisonSheet::ProfileComparisonSheet(QWidget* window, const PropertyList& bundle, int row, int other)
     : QDialog(window, sheetFlags),
       mUi(std::make_unique<Ui::ProfileComparisonSheet>()),
-      mRows(new QStandardItemModel(this)),
       mBundle(bundle),
       mProfile(bundle[keys::Profiles], row, keys::ProfileName),
       mOther(bundle[keys::Profiles], other, keys::ProfileName) {
   mUi->setupUi(this);
   setAttribute(Qt::WA_DeleteOnClose);
-  mUi->mComparisonList->setModel(mRows);
-  mUi->mComparisonList->setItemDelegate(new RowDelegate(this));
-  mUi->mComparisonList->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   connect(mUi->mComparedProfile, &QComboBox::activated, this, [this](int index) {
     const int chosen = mUi->mComparedProfile->itemData(index).toInt();
     mOther = vorn::RememberedRecord(mBundle[keys::Profiles], chosen, keys::ProfileName);
@@ -101,36 +91,17 @@ void ProfileComparisonSheet::showProfiles(int row, int other) {
   compare();
 }
 
-void ProfileComparisonSheet::addGroup(const QString& title) {
-  auto* item = new QStandardItem(title);
-  item->setFont(semibold(mUi->mComparisonList->font()));
-  item->setFlags(Qt::ItemIsEnabled);
-  mRows->appendRow(item);
-  mUi->mComparisonList->setSpan(mRows->rowCount() - 1, What, 1, Right + 1);
-}
-
 void ProfileComparisonSheet::compare() {
   const PropertyList& profiles = mBundle[keys::Profiles];
   const int other = mUi->mComparedProfile->currentData().toInt();
   const auto differences = vorn::profileDifferences(profiles.at(mRow), profiles.at(other));
-  mUi->mComparisonList->clearSpans();
-  mRows->clear();
-  mRows->setHorizontalHeaderLabels({localized("lkeyComparedWhat"), nameIn(profiles, mRow), nameIn(profiles, other)});
-  for (int column = What; column <= Right; ++column) {
-    mRows->setHeaderData(column, Qt::Horizontal, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter),
-                         Qt::TextAlignmentRole);
-  }
+  mUi->mComparisonList->begin({localized("lkeyComparedWhat"), nameIn(profiles, mRow), nameIn(profiles, other)});
   std::optional<vorn::ProfilePart> group;
   for (const vorn::ProfileDifference& difference : differences) {
-    if (group != difference.part) addGroup(partWords(difference.part));
+    if (group != difference.part) mUi->mComparisonList->addGroup(partWords(difference.part));
     group = difference.part;
     const ComparisonWords words = comparisonWords(difference, mBundle);
-    QList<QStandardItem*> cells;
-    for (const QString& text : {words.title, words.left, words.right}) {
-      cells << new QStandardItem(text);
-      cells.constLast()->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-    }
-    mRows->appendRow(cells);
+    mUi->mComparisonList->addRow({words.title, words.left, words.right});
   }
   mUi->mComparisonPages->setCurrentWidget(differences.empty() ? mUi->mNoDifferencePage : mUi->mComparisonPage);
 }

@@ -9,8 +9,6 @@
 #include "model/PropertyList.h"
 #include "model/RememberedRecord.h"
 
-class QStandardItemModel;
-
 namespace skarn {
 
 namespace Ui {
@@ -34,10 +32,8 @@ class ProfileComparisonSheet : public QDialog {
 
   void showProfiles(int row, int other);
   void compare();
-  void addGroup(const QString& title);
 
   std::unique_ptr<Ui::ProfileComparisonSheet> mUi;
-  QStandardItemModel* mRows;
   vorn::PropertyList mBundle;
   vorn::RememberedRecord mProfile;
   vorn::RememberedRecord mOther;

@@ -30,6 +30,8 @@ void addProfileItems(QMenu& menu, const std::function<void(int tag)>& selectMenu
   addGroup({{static_cast<int>(ProfileListItem::MoveUp), localized("lkeyMoveUp")},
             {static_cast<int>(ProfileListItem::MoveDown), localized("lkeyMoveDown")}});
   addGroup({{static_cast<int>(ProfileListItem::Compare), localized("lkeyCompareProfile")}});
+  addGroup({{static_cast<int>(ProfileListItem::ImportAll), localized("lkeyImportAll")},
+            {static_cast<int>(ProfileListItem::ExportAll), localized("lkeyExportAll")}});
 }
 
 }  // namespace skarn

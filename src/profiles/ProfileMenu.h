@@ -28,6 +28,8 @@ enum class ProfileListItem {
   MoveUp = 101,
   MoveDown,
   Compare,
+  ImportAll,
+  ExportAll,
 };
 
 inline constexpr int firstListItem = static_cast<int>(ProfileListItem::MoveUp);

@@ -100,6 +100,14 @@ class OpenProfiles : public OpenWindow {
   void importFile(const QString& path) {
     choose(3);
     enterPath("mProfileOpenPanel", path);
+    confirmImport();
+  }
+  // What the file holds is told first, where it can be imported.
+  void confirmImport() {
+    auto* sheet = dialog<QDialog>("profileImportSheet");
+    if (sheet == nullptr) return;
+    QTest::keyClick(sheet, Qt::Key_Return);
+    QTRY_VERIFY(!dialog<QDialog>("profileImportSheet"));
   }
 };
 

@@ -168,6 +168,7 @@ class ProfilesWithEngineTest : public QObject {
       while (mOther->bundle()[keys::Profiles].size() < 5) mOther->addProfile(profile.with(keys::ProfileName, "Other"));
       if (how == 3) {
         mWindow->tab().openPanelDidEnd(1, path + QStringLiteral(".SkarnProfile"), 2);
+        mWindow->confirmImport();
       } else {
         mWindow->choose(how);
       }

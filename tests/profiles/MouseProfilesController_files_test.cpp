@@ -59,6 +59,10 @@ class MouseProfilesControllerFilesTest : public QObject {
   void importFile(const QString& path) {
     mTest->choose(3);
     enter("mProfileOpenPanel", path);
+    if (auto* sheet = mTest->find<QDialog>("profileImportSheet")) {
+      QTest::keyClick(sheet, Qt::Key_Return);
+      QTRY_VERIFY(!mTest->find<QDialog>("profileImportSheet"));
+    }
   }
   void exportTo(const QString& path) {
     mTest->choose(4);
