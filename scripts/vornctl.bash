@@ -113,7 +113,7 @@ _vornctl() {
   esac
   if [[ $cur == -* ]]; then
     _vornctl_words '--json --help --version --timeout --no-start --profile --keymap --list --with --repeat --switch-back
-      --failing --press --release --append --new --seconds'
+      --failing --press --release --append --new --seconds --all'
     return
   fi
   # The words before the cursor without options and their values.

@@ -220,8 +220,8 @@
         <translation>No differences</translation>
     </message>
     <message id="lkeyCompareNote">
-        <source>The name, the polling rate, the power settings and the brightness of the mouse are left out: they tell no profiles apart.</source>
-        <translation>The name, the polling rate, the power settings and the brightness of the mouse are left out: they tell no profiles apart.</translation>
+        <source>The name is left out, and so are the polling rate, the power settings and the brightness of the mouse, which are the same for all profiles.</source>
+        <translation>The name is left out, and so are the polling rate, the power settings and the brightness of the mouse, which are the same for all profiles.</translation>
     </message>
     <message id="lkeyCompareProfile">
         <source>Compare With…</source>
@@ -242,6 +242,10 @@
     <message id="lkeyComparedAccelerationLevel">
         <source>Acceleration level</source>
         <translation>Acceleration level</translation>
+    </message>
+    <message id="lkeyComparedApplication">
+        <source>Tied to</source>
+        <translation>Tied to</translation>
     </message>
     <message id="lkeyComparedColor">
         <source>Colour</source>
@@ -1140,8 +1144,8 @@
         <translation>Import All Profiles</translation>
     </message>
     <message id="lkeyImportControls">
-        <source>%1 controls changed, keymaps: %2</source>
-        <translation>%1 controls changed, keymaps: %2</translation>
+        <source>%1 changed from the factory, in %2 of 8 keymaps</source>
+        <translation>%1 changed from the factory, in %2 of 8 keymaps</translation>
     </message>
     <message id="lkeyImportFailedTitle">
         <source>“%1” could not be imported</source>
@@ -1176,8 +1180,8 @@
         <translation>Import Macro</translation>
     </message>
     <message id="lkeyImportNoControls">
-        <source>All controls as from the factory</source>
-        <translation>All controls as from the factory</translation>
+        <source>All as from the factory</source>
+        <translation>All as from the factory</translation>
     </message>
     <message id="lkeyImportNot">
         <source>Not imported: %1</source>

@@ -31,6 +31,7 @@ constexpr Flag flags[] = {
     {"--list", &CommandLine::isList, true},
     {"--append", &CommandLine::isAppending, true},
     {"--new", &CommandLine::isNew, true},
+    {"--all", &CommandLine::isAll, true},
 };
 
 // Each of these takes a value; false when it cannot be used.

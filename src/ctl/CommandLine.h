@@ -32,6 +32,7 @@ struct CommandLine {
   bool isList = false;
   bool isAppending = false;
   bool isNew = false;
+  bool isAll = false;
   std::optional<std::chrono::milliseconds> duration;  // of a recording; 10 ms to one hour
 
   std::vector<std::string> commandOptions;  // names of those that were given

@@ -25,8 +25,8 @@ constexpr Command table[] = {
     {"profiles delete", "PROFILE", 1, 1, "", "delete a profile", deleteProfile},
     {"profiles move", "PROFILE POSITION", 2, 2, "", "put a profile at another place of the list", moveProfile},
     {"profiles compare", "PROFILE PROFILE", 2, 2, "", "print what differs between two profiles", compareProfiles},
-    {"profiles export", "PROFILE FILE|-", 2, 2, "", "write a profile to FILE.SkarnProfile", exportProfile},
-    {"profiles import", "FILE", 1, 1, "", "add the profile of a file", importProfile},
+    {"profiles export", "PROFILE FILE|-", 1, 2, "--all", "write a profile to FILE.SkarnProfile", exportProfile},
+    {"profiles import", "FILE", 1, 1, "--all", "add the profile of a file", importProfile},
     {"get", "KEY|--list", 0, 1, "--profile --list", "print a value of a profile, e.g. DPIX or Stages/0/dpix", getValue},
     {"set", "KEY VALUE", 2, 2, "--profile", "change a value of a profile", setValue},
     {"macros list", "", 0, 0, "", "list the macros", listMacros},
@@ -170,6 +170,7 @@ std::string helpText() {
          "\n"
          "  --profile PROFILE  of get, set, assign and assignments: another profile than the active one\n"
          "  --keymap 1-8       of assignments: another keymap than the one in force\n"
+         "  --all              of profiles export and import: all profiles, into or from a folder instead of a file\n"
          "  --append           of macros record: behind the events that the macro has\n"
          "  --new              of macros record: into a new macro of this name\n"
          "  --seconds SECONDS  of macros record: no longer than this\n"

@@ -1,10 +1,12 @@
 #include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "ctl/Commands.h"
 #include "ctl/Numbers.h"
 #include "ctl/RecordFile.h"
 #include "ctl/Settings.h"
+#include "model/ProfileFolder.h"
 #include "model/ProfileOrder.h"
 #include "model/SettingsKeys.h"
 #include "model/VrCoreUtility.h"
@@ -25,18 +27,27 @@ Failure namelessness() {
   return {ExitStatus::Usage, "a profile needs a name"};
 }
 
-// The new profile with its name made unique among the others, sent to the engine and told to the user.
-Outcome add(Context& context, const PropertyList& bundle, const PropertyList& record, std::string_view wantedName) {
+// The new profile with its name made unique among the others, sent to the engine: its "id" and "name".
+Result<PropertyList> added(Context& context, const PropertyList& profiles, const PropertyList& record,
+                           std::string_view wantedName) {
   if (wantedName.empty()) return namelessness();
-  const PropertyList& profiles = bundle[keys::Profiles];
   const std::string name = VrCoreUtility::generateName(profiles, wantedName, keys::ProfileName);
   const auto answer =
       change(context.engine, MessageID::AddProfile,
              PropertyList::dictionary({{requestKeys::DeviceSettingsDictionary, record.with(keys::ProfileName, name)}}));
   if (!answer) return answer.failure();
-  const auto position = static_cast<std::int64_t>(profiles.size());
-  context.output.either(titleOf("Profile", position, name),
-                        PropertyList::dictionary({{"id", position}, {"name", name}}));
+  return PropertyList::dictionary({{"id", profiles.size()}, {"name", name}});
+}
+
+std::string titleOfAdded(const PropertyList& profile) {
+  return titleOf("Profile", profile["id"].toInt64(), profile["name"]);
+}
+
+// The same, told to the user.
+Outcome add(Context& context, const PropertyList& bundle, const PropertyList& record, std::string_view wantedName) {
+  const auto profile = added(context, bundle[keys::Profiles], record, wantedName);
+  if (!profile) return profile.failure();
+  context.output.either(titleOfAdded(*profile), *profile);
   return std::nullopt;
 }
 
@@ -137,13 +148,83 @@ Outcome moveProfile(Context& context, const Arguments& arguments) {
                                                     {requestKeys::ProfileNames, profileNames(profiles)}})));
 }
 
+namespace {
+
+Outcome exportAll(Context& context, const std::string& path) {
+  const auto bundle = allSettings(context.engine);
+  if (!bundle) return bundle.failure();
+  const std::string ending = "." + std::string(profileFolderExtension);
+  const std::string folder = path.ends_with(ending) ? path : path + ending;
+  const auto problem = writeProfileFolder(folder, (*bundle)[keys::Profiles]);
+  return problem ? Outcome(Failure{ExitStatus::FileError, folder + ": " + problem->reason}) : std::nullopt;
+}
+
+struct LeftOut {
+  std::string path;
+  std::string reason;
+};
+
+// Takes what does not fit out of the folder: what is no profile, and what finds no room.
+std::vector<LeftOut> takeLeftOut(ProfileFolder& folder, std::size_t count) {
+  std::vector<LeftOut> leftOut;
+  std::vector<ProfileFolderEntry> fitting;
+  for (ProfileFolderEntry& entry : folder.entries) {
+    if (entry.contents.problem) {
+      leftOut.push_back({entry.path, entry.contents.problem->reason});
+    } else if (count + fitting.size() >= keys::maximumProfiles) {
+      leftOut.push_back({entry.path, "the mouse holds five profiles"});
+    } else {
+      fitting.push_back(std::move(entry));
+    }
+  }
+  folder.entries = std::move(fitting);
+  return leftOut;
+}
+
+Outcome importAll(Context& context, const std::string& path) {
+  ProfileFolder folder = readProfileFolder(path);
+  if (folder.problem) return Failure{ExitStatus::FileError, path + ": " + folder.problem->reason};
+  const auto bundle = allSettings(context.engine);
+  if (!bundle) return bundle.failure();
+  PropertyList profiles = (*bundle)[keys::Profiles];
+  const std::vector<LeftOut> leftOut = takeLeftOut(folder, profiles.size());
+  PropertyList objects = PropertyList::array();
+  for (const LeftOut& each : leftOut) {
+    if (!context.output.isJson()) context.output.line("not imported: " + each.path + ": " + each.reason);
+    objects = objects.appending(PropertyList::dictionary({{"file", each.path}, {"reason", each.reason}}));
+  }
+  for (const ProfileFolderEntry& entry : folder.entries) {
+    const PropertyList& record = entry.contents.record;
+    const auto profile = added(context, profiles, record, record[keys::ProfileName].string());
+    if (!profile) return profile.failure();
+    if (!context.output.isJson()) context.output.line(titleOfAdded(*profile));
+    objects = objects.appending(*profile);
+    profiles = profiles.appending(record.with(keys::ProfileName, (*profile)["name"]));
+  }
+  if (context.output.isJson()) context.output.json(objects);
+  if (leftOut.empty()) return std::nullopt;
+  // Before what standard error says of it.
+  if (auto failure = context.output.flush()) return failure;
+  return Failure{ExitStatus::Refused, std::to_string(leftOut.size()) + " of " +
+                                          std::to_string(leftOut.size() + folder.entries.size()) +
+                                          " files were not imported"};
+}
+
+}  // namespace
+
 Outcome exportProfile(Context& context, const Arguments& arguments) {
+  if (arguments.size() != (context.line.isAll ? 1 : 2)) {
+    return Failure{ExitStatus::Usage,
+                   "usage: vornctl profiles export PROFILE FILE|-, or vornctl profiles export --all FOLDER"};
+  }
+  if (context.line.isAll) return exportAll(context, arguments[0]);
   const auto chosen = choose(context, arguments[0]);
   if (!chosen) return chosen.failure();
   return exportRecord(context.output, arguments[1], chosen->profile(), RecordKind::Profile);
 }
 
 Outcome importProfile(Context& context, const Arguments& arguments) {
+  if (context.line.isAll) return importAll(context, arguments[0]);
   const auto record = readRecord(arguments[0], RecordKind::Profile);
   if (!record) return record.failure();
   const auto bundle = allSettings(context.engine);

@@ -81,7 +81,7 @@ struct SettingWords {
 };
 
 constexpr SettingWords settings[] = {
-    {keys::AppInfo, "lkeyProfileApplicationColumn", applicationWords},
+    {keys::AppInfo, "lkeyComparedApplication", applicationWords},
     {keys::AutoSwitchOn, "lkeyProfileAutoSwitchColumn", flagWords},
     {keys::KeymapID, "lkeyComparedKeymap", placeWords},
     {keys::DPIX, "lkeyComparedX", dpiWords},
@@ -107,7 +107,17 @@ QString plainWords(const PropertyList& value) {
   return shownName(QString::fromStdString(value.description(200)));
 }
 
+const SettingWords* wordsOfSetting(std::string_view key) {
+  const auto* const found = std::ranges::find(settings, key, &SettingWords::key);
+  return found == std::end(settings) ? nullptr : found;
+}
+
 }  // namespace
+
+QString settingTitle(std::string_view key) {
+  const SettingWords* words = wordsOfSetting(key);
+  return words ? localized(words->titleKey) : QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
+}
 
 QString partWords(vorn::ProfilePart part) {
   switch (part) {
@@ -132,12 +142,12 @@ ComparisonWords comparisonWords(const vorn::ProfileDifference& difference, const
         assignmentWords(difference.left, *difference.control, bundle),
         assignmentWords(difference.right, *difference.control, bundle)};
   }
-  const auto* const found = std::ranges::find(settings, std::string_view(difference.key), &SettingWords::key);
-  if (found == std::end(settings)) {
-    return {QString::fromStdString(difference.key), valueWords(difference.left, plainWords),
+  const SettingWords* found = wordsOfSetting(difference.key);
+  if (found == nullptr) {
+    return {settingTitle(difference.key), valueWords(difference.left, plainWords),
             valueWords(difference.right, plainWords)};
   }
-  return {localized(found->titleKey), valueWords(difference.left, found->words),
+  return {settingTitle(difference.key), valueWords(difference.left, found->words),
           valueWords(difference.right, found->words)};
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <string_view>
 
 #include "model/ProfileComparison.h"
 
@@ -13,6 +14,8 @@ struct ComparisonWords {
   QString right;
 };
 
+// What a setting is called; the key itself of one that no tab shows.
+QString settingTitle(std::string_view key);
 QString partWords(vorn::ProfilePart part);
 // bundle: its "Macros" and "Profiles" are what the positions of assignments mean.
 ComparisonWords comparisonWords(const vorn::ProfileDifference& difference, const vorn::PropertyList& bundle);

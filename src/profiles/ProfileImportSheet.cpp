@@ -11,6 +11,7 @@
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "platform/ShownName.h"
+#include "profiles/ComparisonWords.h"
 #include "ui_ProfileImportSheet.h"
 #include "widgets/SheetFlags.h"
 
@@ -23,7 +24,7 @@ namespace {
 
 QString controlsWords(const vorn::ProfileContents& contents) {
   if (contents.controls == 0) return localized("lkeyImportNoControls");
-  return localized("lkeyImportControls").arg(contents.controls).arg(contents.keymaps);
+  return localized("lkeyImportControls").arg(QString::number(contents.controls), QString::number(contents.keymaps));
 }
 
 // What the entry at the position is on this mouse.
@@ -101,7 +102,7 @@ void ProfileImportSheet::tellContents(const PropertyList& record, const Property
         {localized("lkeyProfileApplicationColumn"), shownName(QString::fromStdString(contents.application))});
   }
   QStringList unusable;
-  for (const std::string& key : contents.unusable) unusable << QString::fromStdString(key);
+  for (const std::string& key : contents.unusable) unusable << settingTitle(key);
   if (!unusable.isEmpty()) {
     mUi->mImportList->addRow({localized("lkeyImportUnusable"), unusable.join(QStringLiteral(", "))});
   }

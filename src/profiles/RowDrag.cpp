@@ -61,13 +61,13 @@ void RowDrag::paint(QPainter& painter, const vorn::PropertyList& profiles) const
     rect.setRight(mTable.viewport()->width() - 1);
     return rect;
   };
-  QColor veil = mTable.palette().color(QPalette::Base);
+  QColor veil = mTable.palette().color(QPalette::Window);
   veil.setAlpha(veilAlpha);
   painter.fillRect(rowRect(mRow), veil);
   const auto there = move(profiles);
   if (!there) return;
   const int y = there->to > there->from ? rowRect(there->to).bottom() : rowRect(there->to).top();
-  const QColor mark = mTable.palette().color(QPalette::Highlight);
+  const QColor mark = mTable.palette().color(QPalette::Text);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.fillRect(QRect(knobSize, qMax(0, y - lineWidth / 2), mTable.viewport()->width() - knobSize, lineWidth), mark);
   painter.setPen(QPen(mark, lineWidth));

@@ -176,6 +176,10 @@ TEST_F(VornCtlFailuresTest, WithFilesEndWith5) {
   const engine::test::TemporaryFolder folder;
   FakeEngineProcess engine({"on 4 reply " + answer.path()});
   expectFailure({"profiles", "import", folder.path("no")}, 5, folder.path("no") + ": No such file or directory");
+  expectFailure({"profiles", "import", "--all", folder.path("no")}, 5,
+                folder.path("no") + ": No such file or directory");
+  expectFailure({"profiles", "export", "1"}, 2,
+                "usage: vornctl profiles export PROFILE FILE|-, or vornctl profiles export --all FOLDER");
   expectFailure({"profiles", "export", "1", folder.path("no/file")}, 5,
                 folder.path("no/file.SkarnProfile") + ": No such file or directory");
   const std::string full = "exec \"$0\" --help > /dev/full";

@@ -7,6 +7,7 @@
 #include "ctl/Assignment.h"
 #include "ctl/RecordFile.h"
 #include "ctl/VornCtl.h"
+#include "model/ProfileFolder.h"
 #include "model/SettingsKeys.h"
 #include "support/FakeEngineProcess.h"
 #include "support/PrivateBus.h"
@@ -151,6 +152,29 @@ TEST_F(VornCtlRequestsTest, CompareProfilesAndAskForNothing) {
             "{\"control\":1,\"key\":\"Keys\",\"keymap\":1,"
             "\"left\":{\"command\":17,\"param1\":0},\"part\":\"controls\","
             "\"right\":{\"command\":10,\"further\":1,\"param1\":1,\"param2\":1}}]\n");
+}
+
+TEST_F(VornCtlRequestsTest, ExportAndImportAllProfiles) {
+  EXPECT_EQ(requestsOf({"profiles", "export", "--all", folder.path("p")}), Expected());
+  const std::string all = folder.path("p.SkarnProfiles");
+  EXPECT_EQ(*readRecord(all + "/2 Two.SkarnProfile", RecordKind::Profile), profile("Two", 1));
+  const auto added = [](const char* name, int keymap) {
+    return FakeEngineProcess::Request{5, dictionary({{"DeviceSettingsDictionary", profile(name, keymap)}})};
+  };
+  EXPECT_EQ(requestsOf({"profiles", "import", "--all", all}), (Expected{added("One(2)", 0), added("Two(2)", 1)}));
+  EXPECT_EQ(output, "Profile 3 \"One(2)\"\nProfile 4 \"Two(2)\"\n");
+  EXPECT_EQ(requestsOf({"profiles", "import", "--all", all, "--json"}).size(), 2U);
+  EXPECT_EQ(output, "[{\"id\":2,\"name\":\"One(2)\"},{\"id\":3,\"name\":\"Two(2)\"}]\n");
+}
+
+TEST_F(VornCtlRequestsTest, TellFirstWhatOfAllProfilesDoesNotFit) {
+  ASSERT_FALSE(writeProfileFolder(
+      folder.path("all"), PropertyList::array({profile("A", 0), profile("B", 0), profile("C", 0), profile("D", 0)})));
+  const Ended run = runVornCtl({"profiles", "import", "--all", folder.path("all")});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.output, "not imported: " + folder.path("all/4 D.SkarnProfile") +
+                            ": the mouse holds five profiles\nProfile 3 \"A\"\nProfile 4 \"B\"\nProfile 5 \"C\"\n"
+                            "vornctl: 1 of 4 files were not imported\n");
 }
 
 TEST_F(VornCtlRequestsTest, ExportAndImportProfiles) {

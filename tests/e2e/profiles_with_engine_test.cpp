@@ -8,6 +8,7 @@
 #include "e2e/VirtualMouse.h"
 #include "model/PropertyListCodec.h"
 #include "platform/Localization.h"
+#include "profiles/ProfileMenu.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -143,6 +144,26 @@ class ProfilesWithEngineTest : public QObject {
     QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 1);
     const PropertyList profiles = mOther->bundle()[keys::Profiles];
     QVERIFY(profiles.at(1) == profiles.at(0).with(keys::ProfileName, "Default(2)"));
+  }
+
+  void all_profiles_survive_export_and_import_in_their_order() {
+    mWindow->add(QStringLiteral("Work"));
+    const PropertyList before = mOther->bundle()[keys::Profiles];
+    const QString path = QString::fromStdString(mFolder->path("All"));
+    mWindow->tab().selectListItem(static_cast<int>(ProfileListItem::ExportAll));
+    mWindow->enterPath("mProfileSavePanel", path);
+    mWindow->tab().selectListItem(static_cast<int>(ProfileListItem::ImportAll));
+    mWindow->enterPath("mProfileOpenPanel", path + QStringLiteral(".SkarnProfiles"));
+    QCOMPARE(mWindow->requests(MessageID::AddProfile), 1);
+    mWindow->confirmImport();
+    verifyShows({"Default", "Work", "Default(2)", "Work(2)"}, 0);
+    QCOMPARE(mWindow->requests(MessageID::AddProfile), 3);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+    const PropertyList after = mOther->bundle()[keys::Profiles];
+    for (int profile = 0; profile < 2; ++profile) {
+      QVERIFY(after.at(profile + 2) ==
+              before.at(profile).with(keys::ProfileName, after.at(profile + 2)[keys::ProfileName]));
+    }
   }
 
   void a_full_list_offers_no_import_and_takes_none() {

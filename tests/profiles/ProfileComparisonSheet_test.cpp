@@ -77,7 +77,7 @@ class ProfileComparisonSheetTest : public QObject {
     QCOMPARE(choice().currentText(), QStringLiteral("Play"));
     QCOMPARE(rows(), (QStringList{
                          "Application",
-                         "Application | None | Editor",
+                         "Tied to | None | Editor",
                          "Buttons",
                          "1 (Tab), keymap 1 | Macro “Greet”, until let go | Ctrl+C",
                          "Performance",
