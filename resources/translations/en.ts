@@ -1347,6 +1347,10 @@
         <source>Switch Back When Let Go…</source>
         <translation>Switch Back When Let Go…</translation>
     </message>
+    <message id="lkeyKeymapSheetBoth">
+        <source>Keymap and Switch Back…</source>
+        <translation>Keymap and Switch Back…</translation>
+    </message>
     <message id="lkeyKeymapSix">
         <source>Keymap 6</source>
         <translation>Keymap 6</translation>
@@ -2304,6 +2308,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeySwapWith">
         <source>Swap With…</source>
         <translation>Swap With…</translation>
+    </message>
+    <message id="lkeySwitchBackItem">
+        <source>Switch Back When Let Go</source>
+        <translation>Switch Back When Let Go</translation>
     </message>
     <message id="lkeySwitchesFor">
         <source>Comes into force when “%1” is in front</source>

@@ -3,8 +3,10 @@
 #include <QAction>
 #include <QMenu>
 #include <QPalette>
+#include <algorithm>
 #include <vector>
 
+#include "buttons/RepeatModes.h"
 #include "platform/Images.h"
 #include "platform/Localization.h"
 #include "widgets/PopUpButton.h"
@@ -76,30 +78,68 @@ void tick(const QList<QAction*>& items, int tag) {
   }
 }
 
-void fillSubmenu(QMenu& menu, const Place& place, const AssignmentText& text, const SubmenuChosen& chosen) {
+// A mode that is none plays once.
+int shownMode(const std::vector<RepeatMode>& modes, int mode) {
+  return std::ranges::any_of(modes, [mode](const RepeatMode& one) { return one.value == mode; }) ? mode : playOnce;
+}
+
+void addRepeatModes(QMenu& menu, const Place& place, const AssignmentText& text, const AssignmentHandlers& handlers) {
+  menu.addSeparator();
+  QMenu* submenu = menu.addMenu(localized("lkeyMacroRepeat"));
+  submenu->setObjectName(QLatin1String(place.control.repeatButton) + QStringLiteral("Menu"));
+  submenu->setAccessibleName(localized("lkeyControlRepeat").arg(place.control.number));
+  const std::vector<RepeatMode> modes = repeatModes(vorn::isWheelTurn(place.control.identifier));
+  std::vector<TaggedItem> items;
+  for (const RepeatMode& mode : modes) items.push_back({mode.value, localized(mode.nameKey)});
+  const int present = shownMode(modes, text.optionOfAssignment(place.control.identifier, place.control.groupType()));
+  addTaggedItems(*submenu, items, QLatin1String(place.control.repeatButton),
+                 [chosen = handlers.repeatChosen, present](int mode) {
+                   if (mode != present) chosen(mode);
+                 });
+  tick(submenu->actions(), present);
+}
+
+void addSwitchBack(QMenu& menu, const Place& place, const AssignmentText& text, bool isCycle,
+                   const AssignmentHandlers& handlers) {
+  const bool isWheelTurn = vorn::isWheelTurn(place.control.identifier);
+  const bool isOn = !isCycle && text.optionOfAssignment(place.control.identifier, place.control.groupType()) != 0;
+  addTaggedItems(menu, {{switchBackTag, localized("lkeySwitchBackItem")}}, QLatin1String(place.control.actionName),
+                 [chosen = handlers.switchBackChosen, isOn](int) { chosen(!isOn); });
+  QAction* item = menu.actions().constLast();
+  item->setCheckable(true);
+  item->setChecked(isOn);
+  if (isCycle || isWheelTurn)
+    explainItem(*item, localized(isCycle ? "lkeyNoSwitchBackCycle" : "lkeyNoSwitchBackWheel"));
+  menu.setToolTipsVisible(!item->isEnabled());
+}
+
+void fillSubmenu(QMenu& menu, const Place& place, const AssignmentText& text, const AssignmentHandlers& handlers) {
   const SubmenuDescriptor& submenu = place.submenu;
   const QString operation = QLatin1String(place.control.*submenu.stem) + QLatin1String(submenu.operation);
-  const auto choose = [chosen, category = submenu.category](int tag) { chosen(category, tag); };
+  const auto choose = [chosen = handlers.chosen, category = submenu.category](int tag) { chosen(category, tag); };
   if (submenu.manageKey != nullptr) {
     addTaggedItems(menu, {{0, localized(submenu.manageKey)}}, operation, choose);
     menu.addSeparator();
   }
   const qsizetype first = menu.actions().size();
   addTaggedItems(menu, submenu.items(text), operation, choose);
-  tick(menu.actions().mid(first),
-       text.tagOfAssignment(submenu.category, place.control.identifier, place.control.groupType()));
-  if (submenu.sheetKey != nullptr) {
-    menu.addSeparator();
-    addTaggedItems(menu, {{categoryTag, localized(submenu.sheetKey)}}, QLatin1String(place.control.actionName),
-                   [item = place.category](int) { item->trigger(); });
-  }
+  const int present = text.tagOfAssignment(submenu.category, place.control.identifier, place.control.groupType());
+  tick(menu.actions().mid(first), present);
+  const bool isPresent = present >= 0;
+  if (isPresent && submenu.category == AssignmentCategory::Macro) addRepeatModes(menu, place, text, handlers);
+  if (submenu.sheetKey == nullptr) return;
+  menu.addSeparator();
+  if (isPresent) addSwitchBack(menu, place, text, present == 0, handlers);
+  addTaggedItems(menu, {{categoryTag, localized(isPresent ? "lkeyKeymapSheetBoth" : submenu.sheetKey)}},
+                 QLatin1String(place.control.actionName), [item = place.category](int) { item->trigger(); });
 }
 
-void attachSubmenu(PopUpButton& popUp, const Place& place, const AssignmentText& text, const SubmenuChosen& chosen) {
+void attachSubmenu(PopUpButton& popUp, const Place& place, const AssignmentText& text,
+                   const AssignmentHandlers& handlers) {
   const QString objectName = QLatin1String(place.control.fieldName) + QLatin1String(place.submenu.objectName);
-  const auto fill = [place, &text, &popUp, chosen](QMenu& menu) {
+  const auto fill = [place, &text, &popUp, handlers](QMenu& menu) {
     menu.setAccessibleName(popUp.accessibleName() + QStringLiteral(": ") + titleOf(*place.category));
-    fillSubmenu(menu, place, text, chosen);
+    fillSubmenu(menu, place, text, handlers);
   };
   popUp.setSubmenu(place.category, objectName, fill);
 }
@@ -111,20 +151,20 @@ QStringList titlesOf(const PopUpButton& popUp) {
 }
 
 void addItems(PopUpButton& popUp, const QStringList& titles, const ControlDescriptor& control,
-              const AssignmentText& text, const SubmenuChosen& chosen) {
+              const AssignmentText& text, const AssignmentHandlers& handlers) {
   popUp.removeAllItems();
   for (const QString& title : titles) popUp.addItem(title)->setObjectName(QLatin1String(control.actionName));
   const int pictureItems = control.directionPicture != nullptr ? 1 : 0;
   for (const SubmenuDescriptor& submenu : submenus) {
     QAction* item = popUp.itemAt(pictureItems + static_cast<int>(submenu.category));
-    attachSubmenu(popUp, {submenu, control, item}, text, chosen);
+    attachSubmenu(popUp, {submenu, control, item}, text, handlers);
   }
 }
 
 }  // namespace
 
 void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, AssignmentText& text,
-                         const SubmenuChosen& chosen, bool isForSomethingElse) {
+                         const AssignmentHandlers& handlers, bool isForSomethingElse) {
   QStringList titles;
   if (control.directionPicture != nullptr) titles << QLatin1String(plainDefaultTitle);
   for (const AssignmentCategory category : assignmentCategories) {
@@ -132,7 +172,7 @@ void buildAssignmentMenu(PopUpButton& popUp, const ControlDescriptor& control, A
   }
   // Most redraws change no title, and 27 menus are made of more than 200 items.
   if (titlesOf(popUp) != titles || (isForSomethingElse && popUp.menu()->isVisible())) {
-    addItems(popUp, titles, control, text, chosen);
+    addItems(popUp, titles, control, text, handlers);
   } else {
     popUp.selectItem(-1);
   }

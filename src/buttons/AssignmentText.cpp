@@ -334,6 +334,10 @@ int AssignmentText::tagOfAssignment(AssignmentCategory submenu, std::string_view
   }
 }
 
+int AssignmentText::optionOfAssignment(std::string_view button, int forGroupType) const {
+  return recordAt(button, forGroupType)[keys::Param2].toInt();
+}
+
 bool AssignmentText::checkForDiagonals(std::string_view button) {
   const int number = numberOfIdentifier(button);
   return std::ranges::any_of(vorn::controls, [number](const vorn::Control& control) {

@@ -101,6 +101,8 @@ class AssignmentText {
   // The tag of the submenu's item that stands for the control's record: the place of its function among those of a
   // mouse button, 0 for the next keymap, or its target counted from 1. -1 when the record is of another category.
   int tagOfAssignment(AssignmentCategory submenu, std::string_view button, int forGroupType) const;
+  // The record's second parameter: the repeat mode of a macro, or whether a keymap switches back.
+  int optionOfAssignment(std::string_view button, int forGroupType) const;
   // Whether the control is one of the eight directions of the direction pad.
   static bool checkForDiagonals(std::string_view button);
 

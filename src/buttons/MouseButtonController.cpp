@@ -129,10 +129,11 @@ void MouseButtonController::populateUISettings() {
   if (isForSomethingElse) mUi->mKeymapMenuButton->menu()->close();
   for (ControlRow* row : mRows->all()) {
     const ControlDescriptor& control = row->control();
-    const auto chosen = [this, &control](AssignmentCategory submenu, int tag) {
-      chooseSubmenuItem(control, submenu, tag);
-    };
-    buildAssignmentMenu(*row->popUp(), control, *this, chosen, isForSomethingElse);
+    const AssignmentHandlers handlers{
+        [this, &control](AssignmentCategory submenu, int tag) { chooseSubmenuItem(control, submenu, tag); },
+        [this, &control](int mode) { chooseOption(control, AssignmentCommand::Macro, mode); },
+        [this, &control](bool isOn) { chooseOption(control, AssignmentCommand::Keymap, isOn ? 1 : 0); }};
+    buildAssignmentMenu(*row->popUp(), control, *this, handlers, isForSomethingElse);
   }
 }
 
@@ -288,6 +289,14 @@ void MouseButtonController::chooseSubmenuItem(const ControlDescriptor& control, 
     default:
       break;
   }
+}
+
+void MouseButtonController::chooseOption(const ControlDescriptor& control, AssignmentCommand of, int option) {
+  const PropertyList& record = recordAt(control.identifier, control.groupType());
+  // Meanwhile another program may have given the control something else to do.
+  if (vorn::commandOf(record) != of) return;
+  changeButton(control.identifier, static_cast<int>(of), record[keys::Param1].toInt(), option,
+               control.groupIdentifier());
 }
 
 void MouseButtonController::checkSelectedValue(int command, std::string_view forButton, int withIdentifier) {

@@ -178,6 +178,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   void chooseItem(const ControlDescriptor& control);
   void chooseSubmenuItem(const ControlDescriptor& control, AssignmentCategory submenu, int tag);
   void changeButton(std::string_view button, const Assignment& to, int identifier);
+  // The repeat mode of the control's macro, or whether it switches back from its keymap.
+  void chooseOption(const ControlDescriptor& control, vorn::AssignmentCommand of, int option);
   void disableButton(std::string_view button, int identifier);
   void resetToDefault(std::string_view button, int identifier);
   void takeCaughtKey(int usage, int modifiers);

@@ -7,6 +7,7 @@
 #include "buttons/KeymapSheet.h"
 #include "buttons/MacroRepeatSheet.h"
 #include "buttons/MouseButtonController.h"
+#include "buttons/RepeatModes.h"
 #include "buttons/SingleKeySheet.h"
 #include "model/HidUsages.h"
 #include "model/eventParser.h"
@@ -29,34 +30,6 @@ namespace {
 
 constexpr const char* applicationFolder = "/Applications/";
 constexpr const char* applicationType = "app";
-
-struct RepeatMode {
-  const char* nameKey;
-  int value;
-};
-
-// In the order of the list. The directions of the wheel are never held: the open-ended modes are not for them.
-constexpr std::array<RepeatMode, 12> repeatModes = {{{"lkeyPlayMacroOnce", playOnce},
-                                                     {"lkeyRepeatUntilReleased", vorn::repeatUntilReleased},
-                                                     {"lkeyRepeatUntilPressedAgain", vorn::repeatUntilPressedAgain},
-                                                     {"lkeyRepeat2Times", 2},
-                                                     {"lkeyRepeat3Times", 3},
-                                                     {"lkeyRepeat4Times", 4},
-                                                     {"lkeyRepeat5Times", 5},
-                                                     {"lkeyRepeat6Times", 6},
-                                                     {"lkeyRepeat7Times", 7},
-                                                     {"lkeyRepeat8Times", 8},
-                                                     {"lkeyRepeat9Times", 9},
-                                                     {"lkeyRepeat10Times", mostRuns}}};
-
-std::vector<RepeatMode> repeatModesFor(bool isScrollVariant) {
-  std::vector<RepeatMode> modes;
-  for (const RepeatMode& mode : repeatModes) {
-    const bool isOpenEnded = mode.value == vorn::repeatUntilReleased || mode.value == vorn::repeatUntilPressedAgain;
-    if (!isScrollVariant || !isOpenEnded) modes.push_back(mode);
-  }
-  return modes;
-}
 
 }  // namespace
 
@@ -242,12 +215,12 @@ MacroRepeatSheet& MouseButtonController::repeatSheet() {
 
 void MouseButtonController::populateMacroRepeatOptions(bool isScrollVariant) {
   QStringList titles;
-  for (const RepeatMode& mode : repeatModesFor(isScrollVariant)) titles << localized(mode.nameKey);
+  for (const RepeatMode& mode : repeatModes(isScrollVariant)) titles << localized(mode.nameKey);
   repeatSheet().setModes(titles);
 }
 
 int MouseButtonController::getIntValueOfMacroRepeatOptionUsingValue(int index) const {
-  const std::vector<RepeatMode> modes = repeatModesFor(isScrollWheelMacroRepeatOption);
+  const std::vector<RepeatMode> modes = repeatModes(isScrollWheelMacroRepeatOption);
   const bool isMode = index >= 0 && index < static_cast<int>(modes.size());
   return isMode ? modes[static_cast<std::size_t>(index)].value : playOnce;
 }

@@ -206,6 +206,7 @@ void PopUpButton::fillSubmenu(QAction* item, QMenu& submenu) {
   const int index = indexOf(item);
   if (index < 0) return;
   submenu.clear();
+  qDeleteAll(submenu.findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
   mItems[static_cast<std::size_t>(index)].fill(submenu);
   validateItems(submenu);
 }
@@ -215,8 +216,9 @@ void PopUpButton::validateItems(const QMenu& menu) const {
   for (QAction* item : menu.actions()) {
     if (item->isSeparator()) continue;
     const bool isValid = mValidator(*item);
+    // What is shown and off is so for another reason.
+    if (isValid != item->isVisible()) item->setEnabled(isValid);
     item->setVisible(isValid);
-    item->setEnabled(isValid);
   }
 }
 

@@ -104,6 +104,95 @@ class AssignmentMenusTest : public QObject {
                           "3 Raid: Molten Depths, healer set-up for the second boss", "4 Racing"}));
   }
 
+  void the_submenu_of_a_macro_ends_with_its_repeat_modes_data() {
+    QTest::addColumn<int>("ordinal");
+    QTest::addColumn<int>("modes");
+    QTest::newRow("a key") << 4 << 12;
+    QTest::newRow("the wheel's button") << 17 << 12;
+    QTest::newRow("a direction of the wheel") << 18 << 10;
+  }
+  void the_submenu_of_a_macro_ends_with_its_repeat_modes() {
+    QFETCH(int, ordinal);
+    QFETCH(int, modes);
+    ButtonsFixture fixture;
+    const ControlDescriptor& control = ButtonsFixture::control(ordinal);
+    fixture.give(control, assignment(10, 2, 5));
+    const auto repeatMenu = [&] {
+      const QMenu* submenu = fixture.openSubmenu(control, AssignmentCategory::Macro);
+      QMenu* menu = submenu->actions().constLast()->menu();
+      fixture.popUp(control).menu()->close();
+      return menu;
+    };
+    QMenu* menu = repeatMenu();
+    QVERIFY(menu != nullptr);
+    QCOMPARE(menu->actions().size(), modes);
+    QAction* longest = menu->actions().constLast();
+    for (QAction* item : menu->actions()) {
+      QCOMPARE(item->isChecked(), tagOf(*item) == 5);
+      if (item->isChecked()) item->trigger();
+    }
+    QVERIFY(fixture.delegate.calls.empty());
+    longest->trigger();
+    COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(10, 2, 10)));
+    // Opening it again makes it anew, once.
+    repeatMenu();
+    QCOMPARE(fixture.item(control, AssignmentCategory::Macro)->menu()->findChildren<QMenu*>().size(), 1);
+  }
+
+  void only_a_macro_has_repeat_modes() {
+    ButtonsFixture fixture;
+    const QMenu* submenu = fixture.openSubmenu(ButtonsFixture::control(4), AssignmentCategory::Macro);
+    for (const QAction* item : submenu->actions()) QVERIFY(item->menu() == nullptr);
+  }
+
+  void a_mode_is_not_written_over_what_the_control_does_meanwhile() {
+    ButtonsFixture fixture;
+    const ControlDescriptor& control = ButtonsFixture::control(4);
+    fixture.give(control, assignment(10, 2, 5));
+    const QMenu* submenu = fixture.openSubmenu(control, AssignmentCategory::Macro);
+    QAction* mode = submenu->actions().constLast()->menu()->actions().constFirst();
+    fixture.show(fixture.current.with(keys::Keys, factoryGroup(1)));
+    mode->trigger();
+    QVERIFY(fixture.delegate.calls.empty());
+  }
+
+  void the_submenu_of_a_keymap_ends_with_its_switch_back() {
+    ButtonsFixture fixture;
+    const ControlDescriptor& control = ButtonsFixture::control(4);
+    for (const bool isOn : {false, true}) {
+      fixture.give(control, assignment(50, 3, isOn ? 1 : 0));
+      fixture.delegate.calls.clear();
+      QCOMPARE(itemsOf(*fixture.openSubmenu(control, AssignmentCategory::Keymap)).mid(9),
+               QStringList({"-", "-2 Switch Back When Let Go", "-1 Keymap and Switch Back…"}));
+      const QAction* item = fixture.item(control, AssignmentCategory::Keymap)->menu()->actions().at(10);
+      QCOMPARE(item->isChecked(), isOn);
+      fixture.popUp(control).menu()->close();
+      fixture.chooseInSubmenu(control, AssignmentCategory::Keymap, switchBackTag);
+      COMPARE_CALLS(fixture.delegate.calls, fixture.request(control, assignment(50, 3, isOn ? 0 : 1)));
+    }
+  }
+
+  void a_switch_back_that_cannot_be_says_why_data() {
+    QTest::addColumn<int>("ordinal");
+    QTest::addColumn<int>("keymap");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("cycle") << 4 << 255 << localized("lkeyNoSwitchBackCycle");
+    QTest::newRow("wheel") << 18 << 3 << localized("lkeyNoSwitchBackWheel");
+  }
+  void a_switch_back_that_cannot_be_says_why() {
+    QFETCH(int, ordinal);
+    QFETCH(int, keymap);
+    QFETCH(QString, reason);
+    ButtonsFixture fixture;
+    const ControlDescriptor& control = ButtonsFixture::control(ordinal);
+    fixture.give(control, assignment(50, keymap));
+    const QMenu* submenu = fixture.openSubmenu(control, AssignmentCategory::Keymap);
+    const QAction* item = submenu->actions().at(10);
+    QVERIFY(submenu->toolTipsVisible());
+    QVERIFY(!item->isEnabled() && !item->isChecked());
+    QCOMPARE(item->toolTip(), reason);
+  }
+
   void a_submenu_shows_the_lists_as_they_are_when_it_opens() {
     ButtonsFixture fixture;
     const ControlDescriptor& control = ButtonsFixture::control(1);

@@ -121,6 +121,20 @@ class ButtonsEditingWithEngineTest : public QObject {
     QCOMPARE(edited.window.profileUpdates(), 3);
   }
 
+  void the_options_of_a_macro_and_of_a_keymap_are_chosen_in_their_submenus() {
+    EditingWindow edited;
+    edited.window.hub().addMacroWithSettings(macro("Greeting", {}));
+    edited.driver.chooseInSubmenu(control(4), AssignmentCategory::Macro, 1);
+    const QMenu* macros = edited.driver.openSubmenu(control(4), AssignmentCategory::Macro);
+    macros->actions().constLast()->menu()->actions().constLast()->trigger();
+    edited.driver.popUp(4).menu()->close();
+    COMPARE_LISTS(edited.record(control(4)), assignment(10, 0, 10));
+    edited.driver.chooseInSubmenu(control(5), AssignmentCategory::Keymap, 3);
+    edited.driver.chooseInSubmenu(control(5), AssignmentCategory::Keymap, switchBackTag);
+    COMPARE_LISTS(edited.record(control(5)), assignment(50, 2, 1));
+    QCOMPARE(edited.window.profileUpdates(), 4);
+  }
+
   void a_keymap_is_named_and_the_name_goes_with_an_export() {
     EditingWindow edited;
     edited.chooseOfKeymap(3, "Name…");
