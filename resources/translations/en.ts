@@ -1649,6 +1649,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Name a file or choose one in the list</source>
         <translation>Name a file or choose one in the list</translation>
     </message>
+    <message id="lkeyNoKeyFound">
+        <source>No key is called so</source>
+        <translation>No key is called so</translation>
+    </message>
     <message id="lkeyNoKeyPressed">
         <source>No key has been pressed yet</source>
         <translation>No key has been pressed yet</translation>

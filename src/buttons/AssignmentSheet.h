@@ -12,6 +12,8 @@ class AssignmentSheet : public QDialog {
   Q_OBJECT
 
  public:
+  // What OK's tooltip says; empty for nothing.
+  void explainOK(const QString& words);
   // Closes the sheet; finished tells whoever opened it.
   void end() { QDialog::done(QDialog::Accepted); }
 
@@ -25,6 +27,9 @@ class AssignmentSheet : public QDialog {
  protected:
   explicit AssignmentSheet(QWidget* window);
   void connectButtons(QPushButton* ok, QPushButton* cancel);
+
+ private:
+  QPushButton* mOK = nullptr;
 };
 
 }  // namespace skarn

@@ -13,6 +13,7 @@ KeymapSheet::KeymapSheet(QWidget* window) : AssignmentSheet(window), mUi(std::ma
   int tag = 0;
   for (const char* key : keymapNameKeys) mUi->mKeymapValuePopUp->addItem(localized(key), ++tag);
   connect(mUi->mKeymapValuePopUp, &QComboBox::activated, this, &KeymapSheet::targetChosen);
+  connect(mUi->mKeymapSwitchBack, &QCheckBox::toggled, this, &KeymapSheet::switchBackToggled);
 }
 
 KeymapSheet::~KeymapSheet() = default;

@@ -35,6 +35,7 @@ class KeymapSheet : public AssignmentSheet {
 
  signals:
   void targetChosen();  // by the user
+  void switchBackToggled();
 
  private:
   std::unique_ptr<Ui::KeymapSheet> mUi;

@@ -189,6 +189,9 @@ class MouseButtonController : public QWidget, public AssignmentText {
   void openApplicationPanel(const SheetContext& context);
   void openPanelDidEnd(int returnCode, const QString& path, const SheetContext& context);
   void openKeymapSheet(const SheetContext& context);
+  // Where OK would change nothing its tooltip says so.
+  void explainKeymapOK();
+  void explainRepeatOK();
   KeymapSheet& keymapSheet();
   MacroRepeatSheet& repeatSheet();
   void resetAssignments(vorn::AssignmentCommand mapping, int deletedIndex);

@@ -142,7 +142,17 @@ void MouseButtonController::openKeymapSheet(const SheetContext& context) {
   sheet.setSwitchBack(keymapSwitchOptionValue != 0);
   updateStateOfKeyMapSwitchOptionButton();
   mKeymapContext = context;
+  explainKeymapOK();
   sheet.begin(subjectOf(context));
+}
+
+void MouseButtonController::explainKeymapOK() {
+  const std::optional<int> place = placeOf(mKeymapContext);
+  const PropertyList record = place ? groupOf(mKeymapContext, *place)[mKeymapContext.button] : PropertyList();
+  const bool isCycle = keymapOptionValue == vorn::nextKeymap;
+  const Assignment chosen{static_cast<int>(AssignmentCommand::Keymap), keymapOptionValue,
+                          !isCycle && keymapSheet().isSwitchBack() ? 1 : 0};
+  keymapSheet().explainOK(chosen == assignmentOf(record) ? localized("lkeyProblemNoChange") : QString());
 }
 
 KeymapSheet& MouseButtonController::keymapSheet() {
@@ -157,7 +167,9 @@ KeymapSheet& MouseButtonController::keymapSheet() {
     connect(mKeymapWindow, &KeymapSheet::targetChosen, this, [this] {
       getKeymapOptionValue();
       updateStateOfKeyMapSwitchOptionButton();
+      explainKeymapOK();
     });
+    connect(mKeymapWindow, &KeymapSheet::switchBackToggled, this, &MouseButtonController::explainKeymapOK);
   }
   return *mKeymapWindow;
 }
@@ -241,12 +253,22 @@ void MouseButtonController::clickMacroRepeatButton(const ControlDescriptor& cont
   mRepeatContext = contextOf(mButtonSelected, mButtonSelectedIdentifier, AssignmentCommand::Macro);
   mRepeatMacro.reset();
   if (allMacros.at(mParamOne).isDictionary()) mRepeatMacro.emplace(allMacros, mParamOne, keys::MacroName);
+  explainRepeatOK();
   sheet.begin(subjectOf(mRepeatContext), macroName(mParamOne));
+}
+
+void MouseButtonController::explainRepeatOK() {
+  const std::optional<int> place = placeOf(mRepeatContext);
+  const PropertyList record = place ? groupOf(mRepeatContext, *place)[mButtonSelected] : PropertyList();
+  const int mode = getIntValueOfMacroRepeatOptionUsingValue(repeatSheet().selectedMode());
+  const Assignment chosen{static_cast<int>(AssignmentCommand::Macro), mParamOne, mode};
+  repeatSheet().explainOK(chosen == assignmentOf(record) ? localized("lkeyProblemNoChange") : QString());
 }
 
 void MouseButtonController::clickMacroPlayback() {
   MacroRepeatSheet& sheet = repeatSheet();
   sheet.showCurrentMode(getMacroRepeatOptionUsingValue(getIntValueOfMacroRepeatOptionUsingValue(sheet.selectedMode())));
+  explainRepeatOK();
 }
 
 void MouseButtonController::clickMacroRepeatOK() {

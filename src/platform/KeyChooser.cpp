@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "model/HidUsages.h"
+#include "platform/Localization.h"
 #include "ui_KeyChooser.h"
 #include "widgets/SheetFlags.h"
 
@@ -84,7 +85,9 @@ void KeyChooser::search(const QString& text) {
   // The key of just that name comes before those that have the text in theirs.
   const QModelIndexList exact = found->match(found->index(0, 0), Qt::DisplayRole, text, 1, Qt::MatchFixedString);
   mUi->mKeyList->setCurrentIndex(exact.isEmpty() ? found->index(0, 0) : exact.constFirst());
-  mUi->mKeyChooserOK->setEnabled(found->rowCount() > 0);
+  const bool isFound = found->rowCount() > 0;
+  mUi->mKeyChooserOK->setEnabled(isFound);
+  mUi->mKeyChooserOK->setToolTip(isFound ? QString() : localized("lkeyNoKeyFound"));
 }
 
 int KeyChooser::chosenModifiers() const {
