@@ -624,8 +624,8 @@
         <translation>Edit Delay</translation>
     </message>
     <message id="lkeyEditDelaysTitle">
-        <source>Edit %1 Delays</source>
-        <translation>Edit %1 Delays</translation>
+        <source>Edit Delays (%1)</source>
+        <translation>Edit Delays (%1)</translation>
     </message>
     <message id="lkeyEditEventTitle">
         <source>Edit Event</source>
@@ -1774,8 +1774,8 @@ For this profile, set the brightness to Off.</translation>
         <translation>Play</translation>
     </message>
     <message id="lkeyPlayEnded">
-        <source>Played all %1 events</source>
-        <translation>Played all %1 events</translation>
+        <source>Played to the end: %1</source>
+        <translation>Played to the end: %1</translation>
     </message>
     <message id="lkeyPlayField">
         <source>What the macro types</source>
@@ -1957,6 +1957,10 @@ For this profile, set the brightness to Off.</translation>
         <source>This profile or macro is too large for the mouse.</source>
         <translation>This profile or macro is too large for the mouse.</translation>
     </message>
+    <message id="lkeyRecordingDiscarded">
+        <source>Recording discarded</source>
+        <translation>Recording discarded</translation>
+    </message>
     <message id="lkeyRecordingLostDesc">
         <source>“%1” was deleted while it was being recorded.</source>
         <translation>“%1” was deleted while it was being recorded.</translation>
@@ -1966,8 +1970,8 @@ For this profile, set the brightness to Off.</translation>
         <translation>The recording has ended</translation>
     </message>
     <message id="lkeyRecordingProgress">
-        <source>%1 events, %2:%3</source>
-        <translation>%1 events, %2:%3</translation>
+        <source>Events: %1, %2:%3</source>
+        <translation>Events: %1, %2:%3</translation>
     </message>
     <message id="lkeyRecordingTakenDesc">
         <source>Another program has begun to record. What was recorded for “%1” is lost; the macro is as it was.</source>
@@ -2366,8 +2370,8 @@ For this profile, set the brightness to Off.</translation>
         <translation>A macro has at most 15,000 events</translation>
     </message>
     <message id="lkeyTextMakesEvents">
-        <source>%1 events</source>
-        <translation>%1 events</translation>
+        <source>Events: %1</source>
+        <translation>Events: %1</translation>
     </message>
     <message id="lkeyTextToType">
         <source>Text to type</source>
@@ -2420,6 +2424,14 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyUndoConflicts">
         <source>; %1 values have been changed since and stay</source>
         <translation>; %1 values have been changed since and stay</translation>
+    </message>
+    <message id="lkeyUndoDiscard">
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message id="lkeyUndoDiscardTip">
+        <source>Save the discarded recording after all</source>
+        <translation>Save the discarded recording after all</translation>
     </message>
     <message id="lkeyUndoDone">
         <source>Undone: %1</source>

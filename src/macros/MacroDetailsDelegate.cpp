@@ -92,14 +92,18 @@ void MacroDetailsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
   const QPalette::ColorRole selectedRole = isSelected ? QPalette::HighlightedText : QPalette::Text;
   const QPalette::ColorRole role = isDelay && !isSelected ? QPalette::PlaceholderText : selectedRole;
   const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
-  const QRect place = textPlace(line, index);
+  QRect place = textPlace(line, index);
+  // Beside the field stands what it counts.
+  if (mEdited == index) {
+    line.text = localized("lkeyMilliseconds");
+    place.setLeft(option.rect.left() + delayTextLeft + editorWidth);
+  }
   const QString text = line.fontMetrics.elidedText(line.text, line.textElideMode, place.width());
 
   painter->save();
   painter->setFont(line.font);
   const QPalette::ColorGroup laneGroup = isEnabled ? QPalette::Normal : QPalette::Disabled;
-  const QPalette::ColorRole laneRole = isSelected ? QPalette::HighlightedText : QPalette::PlaceholderText;
-  painter->setPen(QPen(option.palette.color(laneGroup, laneRole), 1));
+  painter->setPen(QPen(option.palette.color(laneGroup, QPalette::PlaceholderText), 1));
   drawLanes(*painter, option.rect, index.data(MacroDetailsModel::LanesRole).value<PairLanes>());
   if (isDelay) {
     figureText::draw(*painter, *style, place, line.palette, isEnabled, text, role);
@@ -121,11 +125,13 @@ void MacroDetailsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
 
 // --- A delay in place
 
-QWidget* MacroDetailsDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const {
+QWidget* MacroDetailsDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                            const QModelIndex& index) const {
   auto* editor = new NumberOnlyTextField(parent);
   editor->setAccessibleName(localized("lkeyDelayInMilliseconds"));
   connect(editor, &NumberOnlyTextField::editRefused, this, &MacroDetailsDelegate::editRefused);
   mEditor = editor;
+  mEdited = index;
   mEntered.reset();
   return editor;
 }
@@ -147,6 +153,7 @@ void MacroDetailsDelegate::setModelData(QWidget* editor, QAbstractItemModel*, co
 
 void MacroDetailsDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
   mEditor = nullptr;
+  mEdited = QPersistentModelIndex();
   RowDelegate::destroyEditor(editor, index);
   const auto entered = std::exchange(mEntered, std::nullopt);
   if (entered) emit delayEntered(entered->row, entered->milliseconds);

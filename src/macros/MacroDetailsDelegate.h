@@ -4,6 +4,7 @@
 // a number of milliseconds. Main thread.
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <optional>
 
@@ -51,6 +52,7 @@ class MacroDetailsDelegate : public RowDelegate {
     int milliseconds;
   };
   mutable QPointer<NumberOnlyTextField> mEditor;
+  mutable QPersistentModelIndex mEdited;
   mutable std::optional<Entered> mEntered;
 };
 

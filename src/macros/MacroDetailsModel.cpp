@@ -33,12 +33,20 @@ void MacroDetailsModel::layOut() const {
   mIsLaidOut = true;
   const vorn::PropertyList all = lines();
   mElapsed = vorn::elapsedOf(all);
+  mPartners = vorn::pairRowsOf(all);
   mLanes.assign(mLines.size(), {});
   for (const vorn::PairLine& pair : vorn::pairLinesOf(all, PairLanes::laneCount)) {
     for (std::size_t row = pair.first; row <= pair.last; ++row) mLanes[row].parts[pair.lane] = PairLanes::Passes;
     mLanes[pair.first].parts[pair.lane] = PairLanes::Begins;
     mLanes[pair.last].parts[pair.lane] = PairLanes::Ends;
   }
+}
+
+std::optional<int> MacroDetailsModel::partnerOf(int row) const {
+  if (row < 0 || row >= rowCount()) return std::nullopt;
+  layOut();
+  const auto partner = mPartners[static_cast<std::size_t>(row)];
+  return partner ? std::optional(static_cast<int>(*partner)) : std::nullopt;
 }
 
 QVariant MacroDetailsModel::data(const QModelIndex& index, int role) const {

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "model/PropertyList.h"
@@ -35,6 +36,8 @@ class MacroDetailsModel : public QAbstractListModel {
   void setLines(const vorn::PropertyList& lines);  // resets the model
   void appendLines(const vorn::PropertyList& lines);
   vorn::PropertyList lines() const { return vorn::PropertyList::array(mLines); }
+  // The row of the other event of a pair; nothing where it has none.
+  std::optional<int> partnerOf(int row) const;
 
   int rowCount(const QModelIndex& parent = {}) const override;
   // For editing: the milliseconds of a delay.
@@ -49,6 +52,7 @@ class MacroDetailsModel : public QAbstractListModel {
   mutable bool mIsLaidOut = false;
   mutable std::vector<std::int64_t> mElapsed;
   mutable std::vector<PairLanes> mLanes;
+  mutable std::vector<std::optional<std::size_t>> mPartners;
 };
 
 }  // namespace skarn

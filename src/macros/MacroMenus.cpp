@@ -83,7 +83,7 @@ const char* delayBefore(const State& state) {
 
 const char* delayAfter(const State& state) {
   if (const char* missing = selectedLine(state)) return missing;
-  return state.touchesLast ? "lkeyNoDelayAfterLast" : nullptr;
+  return state.hasLastLine ? "lkeyNoDelayAfterLast" : nullptr;
 }
 
 constexpr int keyOf(QKeyCombination combination) {

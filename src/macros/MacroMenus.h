@@ -23,6 +23,7 @@ struct MacroMenuState {
   bool hasPair = false;       // one of the selected events has a partner
   bool touchesFirst = false;  // the first or the last event is among those that a move would move
   bool touchesLast = false;
+  bool hasLastLine = false;  // the last line is selected
   bool holdsEvents = false;  // the clipboard
 };
 

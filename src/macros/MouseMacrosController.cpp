@@ -91,6 +91,7 @@ void MouseMacrosController::setUpTables() {
 
   connect(&macros, &RightClickMenuTable::deletionAsked, mUi->mDeleteMacro, &QToolButton::click);
   mUi->mNoMacrosView->installEventFilter(this);
+  mUi->mNothingFoundLabel->hide();
 
   NSTableViewMacroDetailsSubClass& lines = *mUi->mMacroDetailsTableView;
   lines.setMMacrosController(this);
@@ -113,6 +114,7 @@ void MouseMacrosController::setUpButtons() {
   connect(mUi->mDeleteMacroDetails, &QToolButton::clicked, this, &MouseMacrosController::clickDeleteMacroDetails);
   connect(mUi->mRecordMacroDetails, &QPushButton::clicked, this, &MouseMacrosController::clickRecordMacroDetails);
   connect(mUi->mDiscardRecording, &QPushButton::clicked, this, &MouseMacrosController::clickDiscardRecording);
+  connect(mUi->mUndoDiscard, &QPushButton::clicked, this, &MouseMacrosController::clickUndoDiscard);
   connect(mUi->mMacroSearch, &QLineEdit::textChanged, this, &MouseMacrosController::searchMacros);
   mRecordingTicks.setInterval(recordingTick);
   connect(&mRecordingTicks, &QTimer::timeout, this, &MouseMacrosController::tellRecordingProgress);

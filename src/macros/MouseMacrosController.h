@@ -111,6 +111,8 @@ class MouseMacrosController : public QWidget {
   void clickRecordMacroDetails();
   // Ends a recording without saving it; the macro has its events again.
   void clickDiscardRecording();
+  // Saves what was discarded last after all.
+  void clickUndoDiscard();
   // Records at the end of the macro.
   void clickAddMacroDetails();
   // Ends a recording or capture as the record button does; without one it does nothing.
@@ -323,6 +325,12 @@ class MouseMacrosController : public QWidget {
   vorn::PropertyList mShownRecord;                  // whose lines are shown
   std::optional<vorn::RememberedRecord> mRecorded;  // while a recording runs: what it is for
   std::size_t mMacroCountAtRecording = 0;
+  // What the engine still has of a discarded recording, until the next one begins.
+  struct DiscardedRecording {
+    vorn::RememberedRecord macro;
+    bool wasAppended;
+  };
+  std::optional<DiscardedRecording> mDiscarded;
   QElapsedTimer mRecordingTime;
   QTimer mRecordingTicks;
   int mEventsBeforeRecording = 0;
@@ -354,6 +362,7 @@ class MouseMacrosController : public QWidget {
   bool mIsMacroTableOffered = true;
   bool mIsLineDeletionOffered = false;
   bool mIsReloading = false;
+  bool mIsSearching = false;
 };
 
 }  // namespace skarn

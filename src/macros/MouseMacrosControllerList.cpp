@@ -132,6 +132,8 @@ bool MouseMacrosController::takesMacroKey(const QKeyEvent& key) {
 
 void MouseMacrosController::searchMacros() {
   const QString sought = mUi->mMacroSearch->text();
+  if (sought.isEmpty() && !std::exchange(mIsSearching, false)) return;
+  mIsSearching = !sought.isEmpty();
   bool hasFound = false;
   for (int row = 0; row < mModel->rowCount(); ++row) {
     const QString name = mModel->index(row, MacrosTableModel::Name).data().toString();

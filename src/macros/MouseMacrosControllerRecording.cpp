@@ -100,6 +100,8 @@ void MouseMacrosController::beginRecording() {
 
 void MouseMacrosController::clickDiscardRecording() {
   if (!isRecording) return;
+  const bool hasEvents = (mDetailsModel->rowCount() + 1) / 2 > mEventsBeforeRecording;
+  if (mRecorded && hasEvents) mDiscarded.emplace(DiscardedRecording{*mRecorded, mIsAppendMacro});
   mRecorded.reset();
   isRecording = false;
   mIsAppendMacro = false;
@@ -115,7 +117,20 @@ void MouseMacrosController::clickDiscardRecording() {
   mUi->mRecordMacroDetails->setFocus();
 }
 
+void MouseMacrosController::clickUndoDiscard() {
+  if (macroToAsk() < 0 || !mDiscarded) return;
+  const DiscardedRecording discarded = *std::exchange(mDiscarded, std::nullopt);
+  const int macro = selectMeantMacro(discarded.macro);
+  if (macro >= 0) {
+    macroDelegate->saveRecordedEventsForMacroAtIndex(macro, discarded.wasAppended);
+    fetchLines();
+  }
+  tellRecordingProgress();
+  mUi->mRecordMacroDetails->setFocus();
+}
+
 void MouseMacrosController::beginRecordingProgress() {
+  mDiscarded.reset();
   mEventsBeforeRecording = (mDetailsModel->rowCount() + 1) / 2;
   mRecordingTime.start();
   mRecordingTicks.start();
@@ -124,9 +139,13 @@ void MouseMacrosController::beginRecordingProgress() {
 }
 
 void MouseMacrosController::tellRecordingProgress() {
-  mUi->mRecordingProgress->setVisible(isRecording);
+  // The macro that it was made for is to be seen.
+  const bool canUndo = !isRecording && mDiscarded && mDiscarded->macro.placeIn(macrosSettingsArray) == selectedMacro();
+  mUi->mRecordingProgress->setVisible(isRecording || canUndo);
   mUi->mDiscardRecording->setVisible(isRecording);
+  mUi->mUndoDiscard->setVisible(canUndo);
   if (!isRecording) {
+    mUi->mRecordingProgress->setText(localized("lkeyRecordingDiscarded"));
     mRecordingTicks.stop();
     return;
   }

@@ -107,13 +107,12 @@ MacroMenuState MouseMacrosController::menuState() const {
                        .line = selectedLine(),
                        .lineCount = mDetailsModel->rowCount(),
                        .isRecording = isSessionRunning()};
-  const std::vector<int> rows = selectedLines();
-  const auto partners = rows.empty() ? std::vector<std::optional<std::size_t>>() : pairRowsOf(mDetailsModel->lines());
-  for (const int row : rows) {
+  for (const int row : selectedLines()) {
     ++(isDelayLine(row) ? state.selectedDelays : state.selectedEvents);
-    const auto partner = partners[static_cast<std::size_t>(row)];
+    const std::optional<int> partner = mDetailsModel->partnerOf(row);
     state.hasPair = state.hasPair || partner;
-    for (const int moved : {row, mKeepsPairs && partner ? static_cast<int>(*partner) : row}) {
+    state.hasLastLine = state.hasLastLine || row == state.lineCount - 1;
+    for (const int moved : {row, mKeepsPairs ? partner.value_or(row) : row}) {
       state.touchesFirst = state.touchesFirst || moved == 0;
       state.touchesLast = state.touchesLast || moved == state.lineCount - 1;
     }

@@ -265,10 +265,14 @@ class MacroEditsWithEngineTest : public QObject {
     open.click("mRecordMacroDetails");
     QVERIFY(VirtualMouse::type(keyboardPage, keyC));
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
-    QVERIFY(open.find<QLabel>("mRecordingProgress")->text().startsWith(QStringLiteral("2 events, ")));
+    QVERIFY(open.find<QLabel>("mRecordingProgress")->text().startsWith(QStringLiteral("Events: 2, ")));
     open.click("mDiscardRecording");
     QCOMPARE(open.recordTitle(), QStringLiteral("Record"));
     QVERIFY(open.has(twoStrokes()));
+    // It can be had after all.
+    open.click("mUndoDiscard");
+    QCOMPARE(open.lineCount(), 3);
+    QCOMPARE(open.macro()[keys::Sequence][keys::Events].size(), std::size_t{2});
   }
 
  private:

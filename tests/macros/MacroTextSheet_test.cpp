@@ -33,7 +33,7 @@ class MacroTextSheetTest : public QObject {
   void theEventsOfTheTextAreInsertedBehindTheSelectedLine() {
     TextFixture fixture;
     QTest::keyClicks(fixture.text(), QStringLiteral("Ok!"));
-    QCOMPARE(fixture.find<QLabel>("mTypedTextNote")->text(), QStringLiteral("10 events"));
+    QCOMPARE(fixture.find<QLabel>("mTypedTextNote")->text(), QStringLiteral("Events: 10"));
     QTest::keyClick(fixture.text(), Qt::Key_Return);
     QTRY_VERIFY(!fixture.isOpen());
     std::vector<PropertyList> expected = SequenceFixture::nested();

@@ -26,9 +26,9 @@ class MouseMacrosControllerDiscardingTest : public QObject {
     QVERIFY(!fixture.find("mRecordingProgress")->isVisible());
     fixture.click("mRecordMacroDetails");
     QVERIFY(fixture.find("mRecordingProgress")->isVisible());
-    QVERIFY(progress(fixture).startsWith(QStringLiteral("0 events, 0:")));
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("Events: 0, 0:")));
     fixture.record(linesOfEvents(3));
-    QVERIFY(progress(fixture).startsWith(QStringLiteral("3 events, 0:")));
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("Events: 3, 0:")));
     QTRY_VERIFY(!progress(fixture).endsWith(QStringLiteral("0:00")));
     fixture.click("mRecordMacroDetails");
     QVERIFY(!fixture.find("mRecordingProgress")->isVisible());
@@ -38,9 +38,9 @@ class MouseMacrosControllerDiscardingTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(0);
     fixture.click("mAddMacroDetails");
-    QVERIFY(progress(fixture).startsWith(QStringLiteral("0 events, 0:")));
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("Events: 0, 0:")));
     fixture.record(PropertyList::array({"0.010 seconds delay\n", "Key Press Z"}));
-    QVERIFY(progress(fixture).startsWith(QStringLiteral("1 events, 0:")));
+    QVERIFY(progress(fixture).startsWith(QStringLiteral("Events: 1, 0:")));
   }
 
   void discardEndsTheRecordingWithoutSavingIt_data() {
@@ -69,6 +69,49 @@ class MouseMacrosControllerDiscardingTest : public QObject {
     // The next recording is a new one.
     fixture.click("mRecordMacroDetails");
     QCOMPARE(fixture.delegate.take(), QStringList{"startMacroRecording(NO, 0)"});
+  }
+
+  void aDiscardedRecordingCanBeSavedAfterAll_data() {
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QString>("saved");
+    QTest::newRow("a new one") << QByteArray("mRecordMacroDetails") << "saveRecordedEventsForMacroAtIndex(0, NO)";
+    QTest::newRow("an appended one") << QByteArray("mAddMacroDetails") << "saveRecordedEventsForMacroAtIndex(0, YES)";
+  }
+  void aDiscardedRecordingCanBeSavedAfterAll() {
+    QFETCH(QByteArray, button);
+    QFETCH(QString, saved);
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
+    fixture.click(button.constData());
+    fixture.record(PropertyList::array({"0.010 seconds delay\n", "Key Press Z"}));
+    fixture.click("mDiscardRecording");
+    fixture.delegate.take();
+    QVERIFY(fixture.find("mUndoDiscard")->isVisible());
+    QCOMPARE(progress(fixture), QStringLiteral("Recording discarded"));
+    fixture.click("mUndoDiscard");
+    QCOMPARE(fixture.delegate.take(), (QStringList{saved, "getMacroDetailsForMacroAtIndex(0)"}));
+    QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
+  }
+
+  void aDiscardCanNoLongerBeUndoneWhenAnotherRecordingHasBegunOrItsMacroIsNotTheSelectedOne() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    const auto discard = [&](bool hasEvents) {
+      fixture.click("mRecordMacroDetails");
+      if (hasEvents) fixture.record(linesOfEvents(1));
+      fixture.click("mDiscardRecording");
+    };
+    discard(false);
+    QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
+    discard(true);
+    QVERIFY(fixture.find("mUndoDiscard")->isVisible());
+    fixture.selectMacro(1);
+    QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
+    fixture.selectMacro(0);
+    QVERIFY(fixture.find("mUndoDiscard")->isVisible());
+    discard(false);
+    QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
   }
 
   void withoutARecordingThereIsNothingToDiscard() {

@@ -27,6 +27,7 @@ class MouseMacrosControllerFindingTest : public QObject {
   void theListShowsTheMacrosWhoseNamesHaveTheText() {
     MacrosFixture fixture({"Fireball", "Greeting", "Ice ball"});
     auto* search = fixture.find<QLineEdit>("mMacroSearch");
+    QVERIFY(!fixture.find("mNothingFoundLabel")->isVisible());
     QTest::keyClicks(search, QStringLiteral("BALL"));
     QCOMPARE(shownNames(fixture), (QStringList{"Fireball", "Ice ball"}));
     QVERIFY(!fixture.find("mNothingFoundLabel")->isVisible());

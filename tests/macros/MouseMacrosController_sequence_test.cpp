@@ -176,7 +176,7 @@ class MouseMacrosControllerSequenceTest : public QObject {
     SequenceFixture fixture;
     fixture.select({1, 2, 5});
     fixture.choose(tags::Edit);
-    QCOMPARE(fixture.find<QLabel>("mMacroDelayTitle")->text(), QStringLiteral("Edit 2 Delays"));
+    QCOMPARE(fixture.find<QLabel>("mMacroDelayTitle")->text(), QStringLiteral("Edit Delays (2)"));
     QTest::keyClicks(fixture.find("mInputMacroDelay"), QStringLiteral("30"));
     QTest::keyClick(fixture.find("mInputMacroDelay"), Qt::Key_Return);
     QCOMPARE(fixture.delegate.take(),
