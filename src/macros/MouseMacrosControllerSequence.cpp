@@ -160,6 +160,9 @@ void MouseMacrosController::editSequence(const MeantLines& meant, const Sequence
   const PropertyList sequence =
       opened->record[keys::Sequence].dictionaryOrEmpty().with(keys::Events, PropertyList::array(edited->events));
   const auto status = macroDelegate->replaceSequence(sequence, opened->macro, opened->record[keys::MacroName].string());
+  // So that a list that brings the older events back, as an undo does, is seen to be another one.
+  if (status == vorn::ReturnStatus::Done && selectedMacro() == opened->macro)
+    macrosSettingsArray = macrosSettingsArray.replacing(opened->macro, opened->record.with(keys::Sequence, sequence));
   fetchLines();
   if (status != vorn::ReturnStatus::Done) {
     const QString name = shownName(QString::fromStdString(meant.macro.name()));

@@ -262,6 +262,22 @@ class MouseMacrosControllerSequenceTest : public QObject {
     QCOMPARE(fixture.lines()->model()->rowCount(), 7);
   }
 
+  void anEditThatIsUndoneFromElsewhereIsSeen() {
+    SequenceFixture fixture;
+    fixture.delegate.onCall = [&](const QString& call) {
+      if (call.startsWith(QLatin1String("replaceSequence")))
+        fixture.take(0, {keyEvent(true, 100, keyOfB), keyEvent(false, 50, keyOfB)});
+      fixture.serve(call);
+    };
+    fixture.select({0, 6});
+    QTest::keyClick(fixture.lines(), Qt::Key_Delete);
+    QCOMPARE(fixture.lines()->model()->rowCount(), 3);
+    fixture.take(0, SequenceFixture::nested());
+    fixture.serve({});
+    fixture.reload(fixture.engine);
+    QCOMPARE(fixture.lines()->model()->rowCount(), 7);
+  }
+
   void duringARecordingNoShortcutChangesAnything() {
     SequenceFixture fixture;
     fixture.click("mAddMacroDetails");
