@@ -214,8 +214,9 @@ TEST_P(TypedKeysOnDisplaysTest, ReleasesWhatIsHeldAndSavesWhenAnotherWindowTakes
 
 TEST_P(TypedKeysOnDisplaysTest, CapturesAChordForAControlAndReturnConfirmsIt) {
   ASSERT_NO_FATAL_FAILURE(showTab("buttons"));
-  // Over the keymaps and the field that finds controls to the list of control 1, and its second entry.
-  press({usages::tab, usages::tab, usages::tab, usages::tab, usages::space, usages::down, usages::returnKey});
+  // Over the keymaps, their menu and the field that finds controls to the list of control 1, and its second entry.
+  press({usages::tab, usages::tab, usages::tab, usages::tab, usages::tab, usages::space, usages::down,
+         usages::returnKey});
   ASSERT_TRUE(hears("answer 29: "));
   ASSERT_TRUE(hasFocus(Display::Window::Sheet));
   type({{hid::leftControl, true}, {usages::escape, true}, {usages::escape, false}, {hid::leftControl, false}});
