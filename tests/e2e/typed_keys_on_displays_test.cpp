@@ -70,10 +70,10 @@ class TypedKeysOnDisplaysTest : public testing::TestWithParam<DisplayKind> {
     ASSERT_TRUE(hears("request 14: "));
     ASSERT_TRUE(hasFocus(Display::Window::Main));
   }
-  // The macro is selected, and the keyboard in the list of macros.
+  // Over the field that searches: the macro is selected, and the keyboard in the list of macros.
   void chooseMacro() {
     ASSERT_NO_FATAL_FAILURE(showTab("macros"));
-    press({usages::tab, usages::down});
+    press({usages::tab, usages::tab, usages::down});
     ASSERT_TRUE(hears("answer 27: "));
   }
   void startRecording() {
