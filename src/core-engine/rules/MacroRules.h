@@ -38,8 +38,8 @@ MacroResult withReplacedEvent(const PropertyList& bundle, const PropertyList& ma
                               const PropertyList& event);
 // Removes the event of an even row; an odd row keeps its event, without a delay.
 MacroResult withoutRow(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row);
-// contents: { "macroID", "MacroName", "sequence" }. Puts the whole sequence in the place of the macro's own, if the macro
-// still has this name: a list that has changed meanwhile leads to no other macro.
+// contents: { "macroID", "MacroName", "sequence" }. Puts the whole sequence in the place of the macro's own, if the
+// macro still has this name: a list that has changed meanwhile leads to no other macro.
 MacroResult withReplacedSequence(const PropertyList& bundle, const PropertyList& contents);
 MacroResult withoutEvents(const PropertyList& bundle, const PropertyList& macroID);
 // Puts the events in the place of those that the macro has, or behind them.
