@@ -97,7 +97,7 @@ History::Entry History::entryFor(std::uint64_t id, Edits edits, const Gesture& g
 void History::carryOut(const Change& change) {
   // Handlers may begin another one.
   const Change carriedOut = change;
-  const bool hasChanged = carriedOut.step != HistoryStep{.undone = mEntries.undone()};
+  const bool hasChanged = mEntries.isChangedBy(carriedOut.step);
   mPrepared.reset();
   mEntries.take(carriedOut.step);
   mGesture = carriedOut.gesture;

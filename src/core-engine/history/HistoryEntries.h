@@ -44,6 +44,9 @@ class HistoryEntries {
   HistoryEntries(std::vector<HistoryEntry> entries, std::size_t undone, std::uint64_t lastID);
 
   void take(const HistoryStep& step);
+  bool isChangedBy(const HistoryStep& step) const {
+    return step.endsUndone || step.dropsLast || !step.gone.empty() || step.added || step.undone != mUndone;
+  }
 
   // The oldest first. Those from standing() on are undone and can be made again.
   const std::deque<HistoryEntry>& all() const { return mEntries; }
