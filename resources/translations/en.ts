@@ -923,6 +923,10 @@
         <source>%1 assignments</source>
         <translation>%1 assignments</translation>
     </message>
+    <message id="lkeyHistoryBackupRestored">
+        <source>Backup of %1 restored</source>
+        <translation>Backup of %1 restored</translation>
+    </message>
     <message id="lkeyHistoryBeforeAll">
         <source>Before these changes</source>
         <translation>Before these changes</translation>
@@ -987,6 +991,10 @@
         <source>Macro “%1” deleted</source>
         <translation>Macro “%1” deleted</translation>
     </message>
+    <message id="lkeyHistoryMacroEventRemoved">
+        <source>1 event of macro “%1” deleted</source>
+        <translation>1 event of macro “%1” deleted</translation>
+    </message>
     <message id="lkeyHistoryMacroEvents">
         <source>Events of macro “%1”</source>
         <translation>Events of macro “%1”</translation>
@@ -1002,6 +1010,10 @@
     <message id="lkeyHistoryMacroRenamed">
         <source>Macro “%1” renamed to “%2”</source>
         <translation>Macro “%1” renamed to “%2”</translation>
+    </message>
+    <message id="lkeyHistoryMacroSomeEventsRemoved">
+        <source>%1 events of macro “%2” deleted</source>
+        <translation>%1 events of macro “%2” deleted</translation>
     </message>
     <message id="lkeyHistoryMacrosAdded">
         <source>%1 macros added</source>
@@ -1054,6 +1066,10 @@
     <message id="lkeyHistoryProfileRenamed">
         <source>Profile “%1” renamed to “%2”</source>
         <translation>Profile “%1” renamed to “%2”</translation>
+    </message>
+    <message id="lkeyHistoryProfileRestored">
+        <source>Profile “%1” restored to its factory settings</source>
+        <translation>Profile “%1” restored to its factory settings</translation>
     </message>
     <message id="lkeyHistoryProfileSwitched">
         <source>Switched to profile “%1”</source>

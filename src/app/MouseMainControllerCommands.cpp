@@ -263,22 +263,17 @@ std::optional<vorn::ReturnStatus> MouseMainController::replaceSequence(const Pro
                                                                        std::string_view macroName) {
   const PropertyList contents = PropertyList::dictionary(
       {{keys::MacroID, ofMacroAtIndex}, {keys::MacroName, macroName}, {keys::Sequence, sequence}});
-  const std::size_t before = macrosArray.at(ofMacroAtIndex)[keys::Sequence][keys::Events].size();
   const auto status = statusOf(MessageID::ReplaceMacroSequence, envelope().with(requestKeys::MacroContents, contents));
-  if (status == 0 && sequence[keys::Events].size() < before) mHistory->noteEventsDeleted();
   return status ? std::optional(static_cast<vorn::ReturnStatus>(*status)) : std::nullopt;
 }
 
 void MouseMainController::removeEventAtIndex(int event, int forMacroAtIndex) {
-  const auto status =
-      statusOf(MessageID::RemoveMacroEvent,
-               envelope().with(requestKeys::MacroID, forMacroAtIndex).with(requestKeys::MacroEventTableIndex, event));
-  if (status == 0) mHistory->noteEventsDeleted();
+  statusOf(MessageID::RemoveMacroEvent,
+           envelope().with(requestKeys::MacroID, forMacroAtIndex).with(requestKeys::MacroEventTableIndex, event));
 }
 
 void MouseMainController::removeAllEventsForMacroAtIndex(int macro) {
-  if (statusOf(MessageID::RemoveAllMacroEvents, envelope().with(requestKeys::MacroID, macro)) == 0)
-    mHistory->noteEventsDeleted();
+  statusOf(MessageID::RemoveAllMacroEvents, envelope().with(requestKeys::MacroID, macro));
 }
 
 void MouseMainController::setAllEventsDelay(int delay, int forMacroAtIndex, bool hasNoDelay) {

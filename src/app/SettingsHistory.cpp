@@ -79,7 +79,6 @@ void SettingsHistory::end() {
   mIsKept = false;
   mEntries = PropertyList::array();
   mNewestSeen.reset();
-  mEventsDeletedBefore.reset();
   mRest.stop();
   mIsFetching = false;
   mMustFetch = false;
@@ -108,40 +107,33 @@ void SettingsHistory::refresh() {
 void SettingsHistory::fetch() {
   mIsFetching = true;
   mMustFetch = false;
-  ask({HistoryCall::Entries}, [this, fetch = ++mFetches](const HistoryAnswer& answer) {
+  ask({HistoryCall::Entries}, [this](const HistoryAnswer& answer) {
     mIsFetching = false;
     mRest.start(newsRest);
-    take(answer, fetch);
+    take(answer);
   });
 }
 
-void SettingsHistory::take(const HistoryAnswer& answer, unsigned fetch) {
+void SettingsHistory::take(const HistoryAnswer& answer) {
   // What came without an answer is told with the next change.
   if (answer.outcome != Outcome::Done && answer.outcome != Outcome::NoHistory) return;
   mIsKnown = true;
   mIsKept = answer.outcome == Outcome::Done;
   mEntries = answer.value.arrayOrEmpty();
   emit changed();
-  noteNewest(fetch);
+  noteNewest();
 }
 
-void SettingsHistory::noteNewest(unsigned fetch) {
+void SettingsHistory::noteNewest() {
   const PropertyList& newest = mEntries.at(0);
   const std::optional<std::int64_t> before = std::exchange(mNewestSeen, idOf(newest));
   const bool isOurs = newest[words::SourceApp].string() == vorn::configuratorIdentifier;
   const std::string_view kind = newest[words::Kind].string();
-  bool isDeletion = kind == kinds::ProfileDeleted || kind == kinds::MacroDeleted || kind == kinds::MacroEventsRemoved;
-  if (mEventsDeletedBefore && fetch > *mEventsDeletedBefore) {
-    mEventsDeletedBefore.reset();
-    isDeletion = isDeletion || kind == kinds::MacroEvents;
-  }
+  const bool isDeletion =
+      kind == kinds::ProfileDeleted || kind == kinds::MacroDeleted || kind == kinds::MacroEventsRemoved;
   // What was there when the list was first told is old.
   const bool isNew = before && idOf(newest) > *before && !newest[words::IsUndone].toBool();
   if (isNew && isOurs && isDeletion) emit deleted(newest);
-}
-
-void SettingsHistory::noteEventsDeleted() {
-  mEventsDeletedBefore = mFetches;
 }
 
 // --- Steps

@@ -65,9 +65,6 @@ class SettingsHistory : public QObject {
   // Takes all changes back that came after this one, or makes the undone ones again up to it.
   void goTo(std::int64_t id);
 
-  // The window has just deleted events of a macro: its change does not say so.
-  void noteEventsDeleted();
-
  signals:
   void changed();
   void stepsEnded(const skarn::HistoryReport& report);
@@ -87,8 +84,8 @@ class SettingsHistory : public QObject {
   std::int64_t undoneCount() const;
   void refresh();
   void fetch();
-  void take(const vorn::HistoryAnswer& answer, unsigned fetch);
-  void noteNewest(unsigned fetch);
+  void take(const vorn::HistoryAnswer& answer);
+  void noteNewest();
   void add(const Step& step);
   void goOn();
   void stepEnded(const Step& step, const vorn::HistoryAnswer& answer);
@@ -106,12 +103,10 @@ class SettingsHistory : public QObject {
   bool mIsKept = false;
   vorn::PropertyList mEntries = vorn::PropertyList::array();
   std::optional<std::int64_t> mNewestSeen;
-  std::optional<unsigned> mEventsDeletedBefore;  // the fetch that will know of it
 
   QTimer mRest;  // runs for newsRest after a fetch
   bool mIsFetching = false;
   bool mMustFetch = false;
-  unsigned mFetches = 0;
 
   std::deque<Step> mSteps;
   bool mIsStepping = false;

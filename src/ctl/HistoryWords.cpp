@@ -53,6 +53,14 @@ std::string assignment(const PropertyList& entry) {
   return "Control " + std::to_string(control->number) + " to " + action + place(entry);
 }
 
+std::string eventsRemoved(const PropertyList& entry) {
+  const std::int64_t count = entry[words::Count].toInt64();
+  const std::string which = !entry.contains(words::Count) ? "All events"
+                            : count == 1                  ? "1 event"
+                                                          : std::to_string(count) + " events";
+  return which + " of macro " + quoted(entry[words::Macro]) + " removed";
+}
+
 struct ValueWords {
   kinds::Kind kind;
   std::string_view words;
@@ -81,6 +89,7 @@ std::string wordsOfChange(const PropertyList& entry) {
   if (kind == kinds::ProfileAdded) return profiles() + " added";
   if (kind == kinds::ProfileDeleted) return profiles() + " deleted";
   if (kind == kinds::ProfileRenamed) return profiles() + " renamed to " + quoted(entry[words::NewName]);
+  if (kind == kinds::ProfileRestored) return profiles() + " restored to its factory settings";
   if (kind == kinds::ProfileSwitched) return "Switched to profile " + quoted(entry[words::Profile]);
   if (kind == kinds::ProfilesReordered) return "Profiles in another order";
   if (kind == kinds::MacroAdded) return macros() + " added";
@@ -90,7 +99,7 @@ std::string wordsOfChange(const PropertyList& entry) {
   if (kind == kinds::MacroEvents) return "Events of macro " + quoted(entry[words::Macro]);
   if (kind == kinds::MacroDelays) return "Delays of macro " + quoted(entry[words::Macro]);
   if (kind == kinds::MacroRecorded) return macros() + " recorded";
-  if (kind == kinds::MacroEventsRemoved) return "All events of macro " + quoted(entry[words::Macro]) + " removed";
+  if (kind == kinds::MacroEventsRemoved) return eventsRemoved(entry);
   const auto* const value = std::find_if(std::begin(valueWords), std::end(valueWords),
                                          [&](const ValueWords& each) { return each.kind == kind; });
   return std::string(value == std::end(valueWords) ? "Settings" : value->words) + place(entry);

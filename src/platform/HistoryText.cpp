@@ -57,7 +57,20 @@ QString keymapName(const PropertyList& entry) {
 
 // --- Kinds
 
-enum class Subject { Assignment, Keymap, Profiles, Macros, Profile, Macro, RenamedProfile, RenamedMacro, Values, None };
+enum class Subject {
+  Assignment,
+  Keymap,
+  Profiles,
+  Macros,
+  Profile,
+  Macro,
+  Events,
+  Backup,
+  RenamedProfile,
+  RenamedMacro,
+  Values,
+  None
+};
 
 struct KindText {
   kinds::Kind kind;
@@ -75,6 +88,7 @@ constexpr KindText kindTexts[] = {
     {kinds::ProfileRenamed, Subject::RenamedProfile, "lkeyHistoryProfileRenamed"},
     {kinds::ProfileSwitched, Subject::Profile, "lkeyHistoryProfileSwitched"},
     {kinds::ProfilesReordered, Subject::None, "lkeyHistoryProfilesReordered"},
+    {kinds::ProfileRestored, Subject::Profile, "lkeyHistoryProfileRestored"},
     {kinds::ProfileChanged, Subject::Values, "lkeyHistorySettings"},
     {kinds::MacroAdded, Subject::Macros, "lkeyHistoryMacroAdded", "lkeyHistoryMacrosAdded"},
     {kinds::MacroDeleted, Subject::Macros, "lkeyHistoryMacroDeleted", "lkeyHistoryMacrosDeleted"},
@@ -82,7 +96,7 @@ constexpr KindText kindTexts[] = {
     {kinds::MacroEvents, Subject::Macro, "lkeyHistoryMacroEvents"},
     {kinds::MacroDelays, Subject::Macro, "lkeyHistoryMacroDelays"},
     {kinds::MacroRecorded, Subject::Macro, "lkeyHistoryMacroRecorded"},
-    {kinds::MacroEventsRemoved, Subject::Macro, "lkeyHistoryMacroEventsRemoved"},
+    {kinds::MacroEventsRemoved, Subject::Events, "lkeyHistoryMacroEventsRemoved", "lkeyHistoryMacroSomeEventsRemoved"},
     {kinds::Sensitivity, Subject::Values, "lkeyHistorySensitivity"},
     {kinds::Stages, Subject::Values, "lkeyHistoryStages"},
     {kinds::PollingRate, Subject::Values, "lkeyHistoryPollingRate"},
@@ -91,6 +105,7 @@ constexpr KindText kindTexts[] = {
     {kinds::Power, Subject::Values, "lkeyHistoryPower"},
     {kinds::Application, Subject::Values, "lkeyHistoryApplication"},
     {kinds::Messages, Subject::Values, "lkeyHistoryMessages"},
+    {kinds::BackupRestored, Subject::Backup, "lkeyHistoryBackupRestored"},
     {kinds::Settings, Subject::Values, "lkeyHistorySettings"},
 };
 
@@ -103,6 +118,15 @@ const KindText& kindTextOf(const PropertyList& entry) {
 QString recordsText(const KindText& kind, const PropertyList& entry, words::Key name) {
   if (entry.contains(words::Count)) return localized(kind.ofSeveral).arg(entry[words::Count].toInt());
   return localized(kind.text).arg(nameIn(entry, name));
+}
+
+// Of some events, where not of all.
+QString eventsText(const KindText& kind, const PropertyList& entry) {
+  const QString macro = nameIn(entry, words::Macro);
+  if (!entry.contains(words::Count)) return localized(kind.text).arg(macro);
+  const int count = entry[words::Count].toInt();
+  if (count == 1) return localized("lkeyHistoryMacroEventRemoved").arg(macro);
+  return localized(kind.ofSeveral).arg(QString::number(count), macro);
 }
 
 QString renamingText(const KindText& kind, const PropertyList& entry, words::Key name) {
@@ -134,6 +158,10 @@ QString changeText(const PropertyList& entry) {
       return localized(kind.text).arg(nameIn(entry, words::Profile));
     case Subject::Macro:
       return localized(kind.text).arg(nameIn(entry, words::Macro));
+    case Subject::Events:
+      return eventsText(kind, entry);
+    case Subject::Backup:
+      return localized(kind.text).arg(nameIn(entry, words::Date));
     case Subject::RenamedProfile:
       return renamingText(kind, entry, words::Profile);
     case Subject::RenamedMacro:
@@ -158,8 +186,8 @@ QString changeTextWithPlace(const PropertyList& entry) {
 
 QString deletionText(const PropertyList& entry) {
   const KindText& kind = kindTextOf(entry);
-  if (entry.contains(words::Count) && kind.ofSeveral != nullptr) return changeText(entry);
-  const bool isEvents = kind.subject == Subject::Macro;
+  const bool isEvents = kind.subject == Subject::Events;
+  if (entry.contains(words::Count) && !isEvents) return changeText(entry);
   const words::Key name = kind.subject == Subject::Profiles ? words::Profile : words::Macro;
   return localized(isEvents ? "lkeyHistoryDeletedEvents" : "lkeyHistoryDeleted").arg(nameIn(entry, name));
 }

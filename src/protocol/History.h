@@ -49,9 +49,9 @@ inline constexpr Key Profile = "profile";      // string: the name of the profil
 inline constexpr Key Macro = "macro";          // string: the name of the macro that it is about
 inline constexpr Key NewName = "newName";      // string, of a renamed record
 inline constexpr Key Date = "date";            // string: the date of the restored backup, "2026-11-22"
-inline constexpr Key Count = "count";          // integer: how many profiles, macros, controls or keymaps, where not one
-inline constexpr Key Control = "control";      // string: the identifier of the control, where it is one
-inline constexpr Key Keymap = "keymap";        // integer, 0 to 7: the keymap, where it is one
+inline constexpr Key Count = "count";  // integer: how many profiles, macros, controls, keymaps or events, where not one
+inline constexpr Key Control = "control";  // string: the identifier of the control, where it is one
+inline constexpr Key Keymap = "keymap";    // integer, 0 to 7: the keymap, where it is one
 // The new assignment of that one control; target: the name of the macro or profile that it points at.
 inline constexpr Key Command = "command";  // integer
 inline constexpr Key Param1 = "param1";    // string
@@ -75,14 +75,15 @@ inline constexpr Kind ProfileDeleted = "profileDeleted";
 inline constexpr Kind ProfileRenamed = "profileRenamed";
 inline constexpr Kind ProfileSwitched = "profileSwitched";
 inline constexpr Kind ProfilesReordered = "profilesReordered";
-inline constexpr Kind ProfileChanged = "profileChanged";  // several of its settings at once
+inline constexpr Kind ProfileRestored = "profileRestored";  // to its factory settings
+inline constexpr Kind ProfileChanged = "profileChanged";    // several of its settings at once
 inline constexpr Kind MacroAdded = "macroAdded";
 inline constexpr Kind MacroDeleted = "macroDeleted";
 inline constexpr Kind MacroRenamed = "macroRenamed";
 inline constexpr Kind MacroEvents = "macroEvents";
 inline constexpr Kind MacroDelays = "macroDelays";
 inline constexpr Kind MacroRecorded = "macroRecorded";
-inline constexpr Kind MacroEventsRemoved = "macroEventsRemoved";  // all of them
+inline constexpr Kind MacroEventsRemoved = "macroEventsRemoved";  // and nothing else; Count: how many, where not all
 inline constexpr Kind Sensitivity = "sensitivity";
 inline constexpr Kind Stages = "stages";
 inline constexpr Kind PollingRate = "pollingRate";
@@ -94,11 +95,13 @@ inline constexpr Kind Messages = "messages";
 inline constexpr Kind BackupRestored = "backupRestored";
 inline constexpr Kind Settings = "settings";  // anything else, or several of the above at once
 
-inline constexpr std::array all = {
-    Assignment,         KeymapInForce, ProfileAdded, ProfileDeleted, ProfileRenamed, ProfileSwitched, ProfilesReordered,
-    ProfileChanged,     MacroAdded,    MacroDeleted, MacroRenamed,   MacroEvents,    MacroDelays,     MacroRecorded,
-    MacroEventsRemoved, Sensitivity,   Stages,       PollingRate,    Acceleration,   Light,           Power,
-    Application,        Messages,      Settings};
+inline constexpr std::array all = {Assignment,     KeymapInForce,   ProfileAdded,      ProfileDeleted,
+                                   ProfileRenamed, ProfileSwitched, ProfilesReordered, ProfileRestored,
+                                   ProfileChanged, MacroAdded,      MacroDeleted,      MacroRenamed,
+                                   MacroEvents,    MacroDelays,     MacroRecorded,     MacroEventsRemoved,
+                                   Sensitivity,    Stages,          PollingRate,       Acceleration,
+                                   Light,          Power,           Application,       Messages,
+                                   BackupRestored, Settings};
 }  // namespace kinds
 
 }  // namespace vorn::history

@@ -237,15 +237,14 @@ class SettingsHistoryTest : public QObject {
     QVERIFY(one.deletions.empty());
   }
 
-  void events_are_told_as_deleted_where_the_window_has_deleted_them() {
+  void events_are_told_as_deleted_where_some_have_gone_and_not_where_they_have_changed() {
     Listened one;
-    const auto events = [](std::int64_t id) { return historyEntry(id, kinds::MacroEvents, {{words::Macro, "Jump"}}); };
-    one.tell({events(1)});
+    one.tell({historyEntry(1, kinds::MacroEvents, {{words::Macro, "Jump"}})});
     QVERIFY(one.deletions.empty());
-    one.history.noteEventsDeleted();
-    one.tell({events(2)});
-    one.tell({events(3)});
-    QVERIFY(one.deletions == std::vector{events(2)});
+    const PropertyList some = historyEntry(2, kinds::MacroEventsRemoved, {{words::Macro, "Jump"}, {words::Count, 2}});
+    one.tell({some});
+    one.tell({historyEntry(3, kinds::MacroDelays, {{words::Macro, "Jump"}})});
+    QVERIFY(one.deletions == std::vector{some});
   }
 };
 

@@ -22,6 +22,14 @@ TEST(HistoryWordsTest, TellEveryKindInWordsOfItsOwn) {
   EXPECT_EQ(sentences.size(), history::kinds::all.size());
 }
 
+TEST(HistoryWordsTest, CountRemovedEventsUnlessTheyAreAll) {
+  const PropertyList removed = PropertyList::dictionary(
+      {{history::keys::Kind, history::kinds::MacroEventsRemoved}, {history::keys::Macro, "Jump"}});
+  EXPECT_EQ(wordsOfChange(removed), "All events of macro \"Jump\" removed");
+  EXPECT_EQ(wordsOfChange(removed.with(history::keys::Count, 1)), "1 event of macro \"Jump\" removed");
+  EXPECT_EQ(wordsOfChange(removed.with(history::keys::Count, 3)), "3 events of macro \"Jump\" removed");
+}
+
 TEST(HistoryWordsTest, HaveAGeneralSentenceForAKindThatIsNotKnown) {
   EXPECT_EQ(wordsOfChange(PropertyList::dictionary({{history::keys::Kind, "invention"}})), "Settings");
 }

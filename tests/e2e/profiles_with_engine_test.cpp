@@ -129,6 +129,8 @@ class ProfilesWithEngineTest : public QObject {
     const PropertyList profiles = mOther->bundle()[keys::Profiles];
     QVERIFY(profiles.at(1)[keys::DPIX] == mWindow->tab().mDefaultDict()[keys::DPIX]);
     QCOMPARE(profiles.at(1)[keys::AutoSwitchOn].toInt(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->find<QToolButton>("mUndoButton")->toolTip(),
+                              QStringLiteral("Undo: Profile “Work” restored to its factory settings"), deadline);
   }
 
   void a_profile_survives_export_and_import() {

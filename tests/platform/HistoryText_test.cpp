@@ -100,9 +100,25 @@ class HistoryTextTest : public QObject {
     QCOMPARE(deletionText(entry(kinds::ProfileDeleted, {{words::Profile, "Work"}})), QStringLiteral("Deleted Work"));
     QCOMPARE(deletionText(entry(kinds::ProfileDeleted, {{words::Profile, "Work"}, {words::Count, 2}})),
              QStringLiteral("2 profiles deleted"));
-    for (const kinds::Kind kind : {kinds::MacroEvents, kinds::MacroEventsRemoved}) {
-      QCOMPARE(deletionText(entry(kind, {{words::Macro, "Jump"}})), QStringLiteral("Deleted events of Jump"));
+    for (const PropertyList& count : {PropertyList(), PropertyList(1), PropertyList(3)}) {
+      const PropertyList removed = entry(kinds::MacroEventsRemoved, {{words::Macro, "Jump"}});
+      QCOMPARE(deletionText(count.isNone() ? removed : removed.with(words::Count, count)),
+               QStringLiteral("Deleted events of Jump"));
     }
+  }
+
+  void removed_events_are_counted_unless_they_are_all() {
+    const PropertyList removed = entry(kinds::MacroEventsRemoved, {{words::Macro, "%1"}});
+    QCOMPARE(changeText(removed), QStringLiteral("All events of macro “%1” deleted"));
+    QCOMPARE(changeText(removed.with(words::Count, 1)), QStringLiteral("1 event of macro “%1” deleted"));
+    QCOMPARE(changeText(removed.with(words::Count, 3)), QStringLiteral("3 events of macro “%1” deleted"));
+  }
+
+  void what_is_restored_is_named() {
+    QCOMPARE(changeText(entry(kinds::ProfileRestored, {{words::Profile, "Work"}})),
+             QStringLiteral("Profile “Work” restored to its factory settings"));
+    QCOMPARE(changeText(entry(kinds::BackupRestored, {{words::Date, "2026-11-22"}})),
+             QStringLiteral("Backup of 2026-11-22 restored"));
   }
 
   void a_long_name_is_cut() {

@@ -63,8 +63,8 @@ kinds::Kind kindOfKey(std::string_view key) {
 // Collects what the edits are about.
 class Description {
  public:
-  Description(const PropertyList& before, const PropertyList& after, MessageID request)
-      : mBefore(before), mAfter(after), mRequest(request) {}
+  Description(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin)
+      : mBefore(before), mAfter(after), mOrigin(origin) {}
 
   void note(const Edit& edit) {
     const auto place = edit.place.elements();
@@ -148,6 +148,9 @@ class Description {
     if (mKinds.empty()) return described(kinds::Settings, {});
     if (!mChangedMacros.empty()) return ofMacro();
     const PropertyList profile = changedProfile();
+    if (mOrigin.isRestoring && !profile.isNone()) {
+      return described(kinds::ProfileRestored, {{words::Profile, profile[keys::ProfileName]}});
+    }
     // Another stage has its own sensitivity.
     const bool isOfStage = mKinds == std::set<kinds::Kind>{kinds::Sensitivity, kinds::Stages};
     const kinds::Kind kind = isOfStage ? kinds::Stages : *mKinds.begin();
@@ -170,16 +173,15 @@ class Description {
   kinds::Kind kindOfMacroEdit(const Edit& edit) const {
     const std::span<const PropertyList> place = edit.place.elements();
     if (place[2].string() == keys::MacroName) return kinds::MacroRenamed;
-    if (mRequest == MessageID::SaveRecordedEvents) return kinds::MacroRecorded;
-    if (macroEvents(mAfter[keys::Macros].at(place[1].toInt64())).isEmpty()) return kinds::MacroEventsRemoved;
+    if (mOrigin.request == MessageID::SaveRecordedEvents) return kinds::MacroRecorded;
     const bool isOfEvent = place[2].string() == keys::Sequence && place.size() > 3;
     return isOfEvent && place.back().string() == keys::Delay ? kinds::MacroDelays : kinds::MacroEvents;
   }
 
   PropertyList ofMacro() const {
-    if (mChangedMacros.size() == 1 && mKinds == std::set<kinds::Kind>{kinds::MacroDelays, kinds::MacroEvents}) {
-      return described(kinds::MacroEvents, {{words::Macro, changedMacro()[keys::MacroName]}});
-    }
+    const bool isOfEvents = mKinds == std::set<kinds::Kind>{kinds::MacroDelays, kinds::MacroEvents} ||
+                            mKinds == std::set<kinds::Kind>{kinds::MacroEvents};
+    if (mChangedMacros.size() == 1 && mChangedProfiles.empty() && isOfEvents) return ofMacroEvents();
     if (mKinds.size() > 1 || mChangedMacros.size() > 1 || !mChangedProfiles.empty()) {
       return described(kinds::Settings, {});
     }
@@ -188,6 +190,26 @@ class Description {
     const PropertyList newName =
         kind == kinds::MacroRenamed ? mAfter[keys::Macros].at(position)[keys::MacroName] : PropertyList();
     return described(kind, {{words::Macro, changedMacro()[keys::MacroName]}, {words::NewName, newName}});
+  }
+
+  PropertyList ofMacroEvents() const {
+    const PropertyList before = macroEvents(changedMacro());
+    const PropertyList after = macroEvents(mAfter[keys::Macros].at(*mChangedMacros.begin()));
+    const PropertyList& name = changedMacro()[keys::MacroName];
+    if (!isPartOf(after, before)) return described(kinds::MacroEvents, {{words::Macro, name}});
+    const PropertyList count = after.isEmpty() ? PropertyList() : PropertyList(before.size() - after.size());
+    return described(kinds::MacroEventsRemoved, {{words::Macro, name}, {words::Count, count}});
+  }
+
+  // Whether events are fewer than others and stand among them in this order, whatever their delays are.
+  static bool isPartOf(const PropertyList& events, const PropertyList& others) {
+    if (events.size() >= others.size()) return false;
+    const auto rest = events.elements();
+    auto next = rest.begin();
+    for (const PropertyList& other : others.elements()) {
+      if (next != rest.end() && next->without(keys::Delay) == other.without(keys::Delay)) ++next;
+    }
+    return next == rest.end();
   }
 
   const PropertyList& changedMacro() const { return mBefore[keys::Macros].at(*mChangedMacros.begin()); }
@@ -246,7 +268,7 @@ class Description {
 
   const PropertyList& mBefore;
   const PropertyList& mAfter;
-  MessageID mRequest;
+  const ChangeOrigin& mOrigin;
   Records mProfiles;
   Records mMacros;
   std::set<std::int64_t> mChangedProfiles;
@@ -261,8 +283,8 @@ class Description {
 }  // namespace
 
 PropertyList descriptionOf(const Edits& edits, const PropertyList& before, const PropertyList& after,
-                           MessageID request) {
-  Description description(before, after, request);
+                           const ChangeOrigin& origin) {
+  Description description(before, after, origin);
   for (const Edit& edit : edits) description.note(edit);
   return description.take();
 }

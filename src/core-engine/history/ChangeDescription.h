@@ -3,14 +3,14 @@
 #pragma once
 
 #include "core-engine/history/SettingsEdits.h"
+#include "core-engine/storage/ChangeOrigin.h"
 #include "model/PropertyList.h"
-#include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
 
 // A dictionary with "kind" and those of the other words that apply. edits: those that lead from one bundle to the
-// other; request: what asked for them.
+// other; origin: the request that asked for them.
 PropertyList descriptionOf(const Edits& edits, const PropertyList& before, const PropertyList& after,
-                           MessageID request);
+                           const ChangeOrigin& origin);
 
 }  // namespace vorn::engine

@@ -89,7 +89,7 @@ History::Entry History::entryFor(std::uint64_t id, Edits edits, const Gesture& g
   const std::string& backup = gesture.origin.backup;
   PropertyList description =
       backup.empty()
-          ? descriptionOf(edits, gesture.before, after, gesture.origin.request)
+          ? descriptionOf(edits, gesture.before, after, gesture.origin)
           : PropertyList::dictionary({{history::keys::Kind, kinds::BackupRestored}, {history::keys::Date, backup}});
   return {id, mClock(), gesture.origin.sourceApp, std::move(description), std::move(edits)};
 }
@@ -106,7 +106,8 @@ void History::carryOut(const Change& change) {
 }
 
 bool History::continuesGesture(const ChangeOrigin& origin) const {
-  if (!mGesture || mEntries.all().empty() || mEntries.undone() > 0 || mGesture->origin.client != origin.client)
+  if (!mGesture || mEntries.all().empty() || mEntries.undone() > 0 || mGesture->origin.client != origin.client ||
+      origin.isRestoring)
     return false;
   const auto pause = mScheduler.now() - mGesture->lastStep;
   const std::string_view kind = kindOf(mEntries.all().back().description);

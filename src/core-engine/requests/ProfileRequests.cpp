@@ -50,6 +50,16 @@ ReturnStatus statusOf(EngineParts& parts, const Request& request, std::string_vi
 
 void doNothing() {}
 
+ChangeOrigin originOf(const EngineParts& parts, const Request& request) {
+  ChangeOrigin origin = originOf(request);
+  if (request.messageID != MessageID::UpdateProfile) return origin;
+  const PropertyList& settings = request.body[requestKeys::DeviceSettingsDictionary];
+  // Whatever else changes all these at once is rare enough to have the factory settings read for it.
+  const bool mayRestore = settings.contains(keys::Keymap) && settings.contains(keys::Stages);
+  origin.isRestoring = mayRestore && areFactorySettings(settings, parts.defaults.ownProfile());
+  return origin;
+}
+
 // title: the request, for the log. change makes a ProfileChange of the bundle; follow is called when it is in force.
 template <typename Change, typename Follow = void (*)()>
 void changeProfiles(EngineParts& parts, const Request& request, Reply reply, std::string_view title,
@@ -66,7 +76,7 @@ void changeProfiles(EngineParts& parts, const Request& request, Reply reply, std
     reply(PropertyList::dictionary(
         {{replyKeys::ReturnDictionary, parts.store.bundle()}, {replyKeys::ReturnStatus, statusValue(told)}}));
   };
-  parts.store.put(result.bundle, done, originOf(request));
+  parts.store.put(result.bundle, done, originOf(parts, request));
 }
 
 }  // namespace

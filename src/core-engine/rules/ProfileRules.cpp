@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/SensitivityRules.h"
@@ -202,6 +204,18 @@ ProfileChange withReorderedProfiles(const PropertyList& bundle, const PropertyLi
   const std::int64_t active = bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64();
   return {
       withActive(bundle.with(keys::Profiles, profilesInOrder(profiles, *positions)), placeInOrder(*positions, active))};
+}
+
+bool areFactorySettings(const PropertyList& settings, const PropertyList& factoryProfile) {
+  const auto isAsNew = [&](std::string_view key) {
+    const PropertyList& given = settings[key];
+    const PropertyList& asNew = factoryProfile[key];
+    // A flag may be a boolean.
+    const bool isSameFlag = given.isBoolean() && asNew.isNumber() && PropertyList(given.toInt()) == asNew;
+    return key == keys::ProfileName || given == asNew || isSameFlag;
+  };
+  const std::vector<std::string_view> settingKeys = factoryProfile.keys();
+  return !settingKeys.empty() && std::all_of(settingKeys.begin(), settingKeys.end(), isAsNew);
 }
 
 ProfileChange withoutProfile(const PropertyList& bundle, const PropertyList& profileID) {

@@ -37,6 +37,9 @@ ProfileChange withAddedProfile(const PropertyList& bundle, const PropertyList& r
 ProfileChange withUpdatedProfile(const PropertyList& bundle, const PropertyList& profileID,
                                  const PropertyList& settings);
 
+// Whether an update with these settings, whatever name it gives, makes a profile what it is from the factory.
+bool areFactorySettings(const PropertyList& settings, const PropertyList& factoryProfile);
+
 // Puts 1 to 5 records in the place of all profiles; what they lack comes from the factory profile. One unusable value
 // refuses them all. The active position stays, or becomes the last one where there are fewer now.
 ProfileChange withReplacedProfiles(const PropertyList& bundle, const PropertyList& records,

@@ -19,6 +19,7 @@ struct ChangeOrigin {
   std::string client{};     // unique bus name of its connection
   std::string sourceApp{};  // empty where it gave none
   MessageID request{};
+  bool isRestoring = false;  // it gives a profile all of its factory settings
   // Of a backup that is put in the place of the settings: its date.
   std::string backup{};
 };

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core-engine/TestBundle.h"
+#include "core-engine/TestMacros.h"
 #include "core-engine/rules/MacroRules.h"
 #include "core-engine/rules/ProfileRules.h"
 #include "support/StandardBundle.h"
@@ -16,12 +16,13 @@ PropertyList words(std::initializer_list<PropertyList::Pair> entries) {
 
 PropertyList described(const PropertyList& before, const PropertyList& after,
                        MessageID request = MessageID::UpdateProfile) {
-  return descriptionOf(editsBetween(before, after), before, after, request);
+  const ChangeOrigin origin{ChangeOrigin::Kind::Request, ":1.1", "org.example.Tool", request};
+  return descriptionOf(editsBetween(before, after), before, after, origin);
 }
 
 // What settings for the second profile are called.
 PropertyList describedSettings(const PropertyList& settings) {
-  const PropertyList before = bundleWithMacros(3);
+  const PropertyList before = vorn::test::bundleWithMacros(3);
   return described(before, withUpdatedProfile(before, 1, settings).bundle.value());
 }
 
@@ -66,13 +67,16 @@ TEST(ChangeDescriptionTest, ProfilesThatComeGoMoveAndGetAnotherName) {
 }
 
 TEST(ChangeDescriptionTest, MacrosThatComeGoAndChange) {
-  const PropertyList before = bundleWithMacros(3);
+  const PropertyList before = vorn::test::bundleWithMacros(3);
   EXPECT_EQ(described(before, withAddedMacro(before, words({{"MacroName", "new"}})).value),
             words({{"kind", "macroAdded"}, {"macro", "new"}}));
   EXPECT_EQ(described(before, withoutMacro(before, 1).value), words({{"kind", "macroDeleted"}, {"macro", "Macro 2"}}));
   EXPECT_EQ(described(before, withRenamedMacro(before, 1, "Jump").value),
             words({{"kind", "macroRenamed"}, {"macro", "Macro 2"}, {"newName", "Jump"}}));
-  EXPECT_EQ(described(before, withoutRow(before, 2, 0).value), words({{"kind", "macroEvents"}, {"macro", "Macro 3"}}));
+  EXPECT_EQ(described(before, withReplacedEvent(before, 2, 0, keyPress(231)).value),
+            words({{"kind", "macroEvents"}, {"macro", "Macro 3"}}));
+  EXPECT_EQ(described(before, withoutRow(before, 2, 0).value),
+            words({{"kind", "macroEventsRemoved"}, {"macro", "Macro 3"}, {"count", 1}}));
   EXPECT_EQ(described(before, withoutEvents(before, 2).value),
             words({{"kind", "macroEventsRemoved"}, {"macro", "Macro 3"}}));
   EXPECT_EQ(described(before, withDelay(before, 2, 3, 555).value),
@@ -82,8 +86,28 @@ TEST(ChangeDescriptionTest, MacrosThatComeGoAndChange) {
             words({{"kind", "macroRecorded"}, {"macro", "Macro 3"}}));
 }
 
+TEST(ChangeDescriptionTest, EventsAreRemovedWhereNothingElseBecomesOfTheOthersButTheirDelays) {
+  const PropertyList before =
+      bundleOf({profile("a")})
+          .with("Macros",
+                PropertyList::array({macro("Jump", 0, {keyPress(4), keyRelease(4, 50), keyPress(5), keyRelease(5)})}));
+  const auto replaced = [&](std::vector<PropertyList> events) {
+    const PropertyList contents =
+        words({{"macroID", 0}, {"MacroName", "Jump"}, {"sequence", sequenceOf(std::move(events))}});
+    return described(before, withReplacedSequence(before, contents).value, MessageID::ReplaceMacroSequence);
+  };
+  const PropertyList removed = words({{"kind", "macroEventsRemoved"}, {"macro", "Jump"}});
+  const PropertyList changed = words({{"kind", "macroEvents"}, {"macro", "Jump"}});
+  EXPECT_EQ(replaced({keyPress(4), keyRelease(5)}), removed.with("count", 2));
+  EXPECT_EQ(replaced({keyRelease(4, 7), keyRelease(5, 9)}), removed.with("count", 2));
+  EXPECT_EQ(replaced({}), removed);
+  EXPECT_EQ(replaced({keyPress(4), keyRelease(6)}), changed);
+  EXPECT_EQ(replaced({keyPress(5), keyRelease(4, 50)}), changed);
+  EXPECT_EQ(replaced({keyPress(5), keyRelease(5), keyPress(4), keyRelease(4, 50)}), changed);
+}
+
 TEST(ChangeDescriptionTest, ADeletedMacroIsItsOwnNewsWhateverAssignmentsItTakesAlong) {
-  const PropertyList before = bundleWithMacros(3);
+  const PropertyList before = vorn::test::bundleWithMacros(3);
   const PropertyList deleted = withoutMacro(before, 1).value;
   const PropertyList after = withUpdatedProfile(deleted, 2, keysGroup({{"43", assignment(45, 43)}})).bundle.value();
   EXPECT_EQ(described(before, after), words({{"kind", "macroDeleted"}, {"macro", "Macro 2"}}));

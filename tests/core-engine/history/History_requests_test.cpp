@@ -209,7 +209,7 @@ TEST_F(HistoryRequestsTest, KeepWhatBecomesOfMacros) {
   expectOne(macroWords("macroEvents", "Jump"), [&] {
     ask(MessageID::UpdateMacroEvent, {{"macroID", 1}, {"sequenceIdx", 2}, {"sequence", event}});
   });
-  expectOne(macroWords("macroEvents", "Jump"), [&] {
+  expectOne(macroWords("macroEventsRemoved", "Jump").with("count", 1), [&] {
     ask(MessageID::RemoveMacroEvent, {{"macroID", 1}, {"macroEventTableIndex", 4}});
   });
   expectOne(macroWords("macroDelays", "Jump"), [&] {
@@ -223,6 +223,11 @@ TEST_F(HistoryRequestsTest, KeepWhatBecomesOfMacros) {
   });
   expectOne(macroWords("macroDelays", "Run"), [&] {
     ask(MessageID::SetAllEventsDelay, {{"macroID", 2}, {"HasNoDelay", true}});
+  });
+  const PropertyList shorter = sequenceOf({keyPress(4, 0), keyRelease(4, 0)});
+  expectOne(macroWords("macroEventsRemoved", "Run").with("count", 2), [&] {
+    ask(MessageID::ReplaceMacroSequence,
+        {{"MacroContents", words({{"macroID", 2}, {"MacroName", "Run"}, {"sequence", shorter}})}});
   });
   expectOne(macroWords("macroEventsRemoved", "Run"), [&] { ask(MessageID::RemoveAllMacroEvents, {{"macroID", 2}}); });
 }
@@ -259,6 +264,27 @@ TEST_F(HistoryRequestsTest, KeepTheValuesOfAProfile) {
   }
   expectOne(words({{"kind", "keymapInForce"}, {"profile", "Work"}, {"keymap", 3}}), [&] {
     update(words({{"KeymapID", 3}}));
+  });
+}
+
+TEST_F(HistoryRequestsTest, KeepAProfileThatGetsItsFactorySettingsAsRestored) {
+  const PropertyList factory = vorn::test::profile("New").merging(engine::test::profile("New")).with("DPIX", 700);
+  disk.put(ownDefaults, encodeBinaryPropertyList(defaultsFile(bundleOf({factory}))).value());
+  const PropertyList asNew = defaults.ownProfile().with("ProfileName", "Work");
+  const PropertyList restored = words({{"kind", "profileRestored"}, {"profile", "Work"}});
+  update(words({{"KeymapID", 5}}));
+  const PropertyList other = words({{"PollingRate", 125}, {"ScrollLED", 0}});
+  expectOne(words({{"kind", "profileChanged"}, {"profile", "Work"}}), [&] { update(other); });
+  expectOne(restored, [&] { update(asNew); });
+  // Also where little has been changed, with a boolean for a flag, and right after a slider.
+  update(words({{"DPIX", 1300}}));
+  expectOne(restored, [&] { update(asNew.with("ProfileOSDOn", asNew["ProfileOSDOn"].toBool())); });
+  // A record that is not the factory's, and one value that makes the profile what it was from the factory.
+  expectOne(words({{"kind", "profileChanged"}, {"profile", "Work"}}), [&] { update(asNew.merging(other)); });
+  update(asNew.with("ScrollLED", 0));
+  scheduler.advance(std::chrono::minutes(1));
+  expectOne(words({{"kind", "light"}, {"profile", "Work"}}), [&] {
+    update(words({{"ScrollLED", asNew["ScrollLED"]}}));
   });
 }
 
