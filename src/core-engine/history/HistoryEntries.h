@@ -29,11 +29,6 @@ struct HistoryStep {
   std::vector<std::uint64_t> gone{};  // IDs of entries that go
   std::optional<HistoryEntry> added{};
   std::size_t undone = 0;  // how many of the last ones are undone then
-
-  // formerlyUndone: how many are undone before it.
-  bool changesEntries(std::size_t formerlyUndone) const {
-    return endsUndone || dropsLast || !gone.empty() || added.has_value() || undone != formerlyUndone;
-  }
   friend bool operator==(const HistoryStep&, const HistoryStep&) = default;
 };
 
