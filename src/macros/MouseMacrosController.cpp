@@ -15,6 +15,7 @@
 #include "macros/MacroSheets.h"
 #include "macros/MacrosTableModel.h"
 #include "macros/NumberOnlyTextField.h"
+#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
 #include "platform/Images.h"
@@ -310,11 +311,16 @@ void MouseMacrosController::macroTableViewSelectionDidChange() {
 bool MouseMacrosController::areLinesOf(int row) {
   const PropertyList& record = macrosSettingsArray.at(row);
   if (record == mShownRecord) return true;
-  const bool isSame = record[keys::MacroName] == mShownRecord[keys::MacroName] &&
-                      vorn::eventParser::getMessagesArray(record[keys::Sequence][keys::Events].arrayOrEmpty()) ==
-                          mDetailsModel->lines();
-  if (isSame) mShownRecord = record;
+  const bool isSame = record[keys::MacroName] == mShownRecord[keys::MacroName] && areShownLinesOf(record);
+  if (isSame) {
+    mShownRecord = record;
+    mAreLinesNewer = false;
+  }
   return isSame;
+}
+
+bool MouseMacrosController::areShownLinesOf(const PropertyList& record) const {
+  return vorn::eventParser::getMessagesArray(vorn::macroEvents(record)) == mDetailsModel->lines();
 }
 
 void MouseMacrosController::deselectMacro() {

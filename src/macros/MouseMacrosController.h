@@ -111,7 +111,7 @@ class MouseMacrosController : public QWidget {
   void clickRecordMacroDetails();
   // Ends a recording without saving it; the macro has its events again.
   void clickDiscardRecording();
-  // Saves what was discarded last after all.
+  // Saves what was discarded last after all, unless the macro has other lines by now.
   void clickUndoDiscard();
   // Records at the end of the macro.
   void clickAddMacroDetails();
@@ -234,6 +234,7 @@ class MouseMacrosController : public QWidget {
   QWidget* sheetWindow() const { return macrosWindow ? macrosWindow.data() : window(); }
   int macroToAsk() const;  // the selected macro, -1 without one or without anybody to ask
   void fetchLines();
+  bool areShownLinesOf(const vorn::PropertyList& record) const;
   // Whether the lines that are shown are those of the macro in this row.
   bool areLinesOf(int row);
   void showLines(const vorn::PropertyList& lines);
@@ -323,11 +324,12 @@ class MouseMacrosController : public QWidget {
   std::function<void()> mBeep;
 
   vorn::PropertyList mShownRecord;                  // whose lines are shown
+  bool mAreLinesNewer = false;                      // they have come, but are others than those of that record
   std::optional<vorn::RememberedRecord> mRecorded;  // while a recording runs: what it is for
   std::size_t mMacroCountAtRecording = 0;
   // What the engine still has of a discarded recording, until the next one begins.
   struct DiscardedRecording {
-    vorn::RememberedRecord macro;
+    MeantLines left;  // the macro without it: it is not saved over anything newer
     bool wasAppended;
   };
   std::optional<DiscardedRecording> mDiscarded;

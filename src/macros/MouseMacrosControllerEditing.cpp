@@ -41,6 +41,8 @@ MouseMacrosController::Menu MouseMacrosController::macroDetailsMenu() {
 }
 
 void MouseMacrosController::setMMacrosSettingsArray(const PropertyList& macros) {
+  // An edit of single lines does not renew the list: the record that they were edited away from may come back.
+  if (mAreLinesNewer) mShownRecord = mShownRecord.without(keys::Sequence);
   if (macros.arrayOrEmpty() == macrosSettingsArray) return;
   macrosSettingsArray = macros.arrayOrEmpty();
   for (QMenu* menu : findChildren<QMenu*>()) menu->close();

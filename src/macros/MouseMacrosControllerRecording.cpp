@@ -101,7 +101,8 @@ void MouseMacrosController::beginRecording() {
 void MouseMacrosController::clickDiscardRecording() {
   if (!isRecording) return;
   const bool hasEvents = (mDetailsModel->rowCount() + 1) / 2 > mEventsBeforeRecording;
-  if (mRecorded && hasEvents) mDiscarded.emplace(DiscardedRecording{*mRecorded, mIsAppendMacro});
+  const bool canBeSaved = mRecorded && hasEvents;
+  const bool wasAppended = mIsAppendMacro;
   mRecorded.reset();
   isRecording = false;
   mIsAppendMacro = false;
@@ -112,6 +113,7 @@ void MouseMacrosController::clickDiscardRecording() {
   if (macroDelegate != nullptr) {
     macroDelegate->stopMacroRecording();
     fetchLines();
+    if (canBeSaved) mDiscarded.emplace(DiscardedRecording{meantLines(), wasAppended});
   }
   offerLineDeletion(selectedLine() >= 0);
   mUi->mRecordMacroDetails->setFocus();
@@ -120,9 +122,8 @@ void MouseMacrosController::clickDiscardRecording() {
 void MouseMacrosController::clickUndoDiscard() {
   if (macroToAsk() < 0 || !mDiscarded) return;
   const DiscardedRecording discarded = *std::exchange(mDiscarded, std::nullopt);
-  const int macro = selectMeantMacro(discarded.macro);
-  if (macro >= 0) {
-    macroDelegate->saveRecordedEventsForMacroAtIndex(macro, discarded.wasAppended);
+  if (const auto opened = openSequence(discarded.left)) {
+    macroDelegate->saveRecordedEventsForMacroAtIndex(opened->macro, discarded.wasAppended);
     fetchLines();
   }
   tellRecordingProgress();
@@ -139,8 +140,10 @@ void MouseMacrosController::beginRecordingProgress() {
 }
 
 void MouseMacrosController::tellRecordingProgress() {
-  // The macro that it was made for is to be seen.
-  const bool canUndo = !isRecording && mDiscarded && mDiscarded->macro.placeIn(macrosSettingsArray) == selectedMacro();
+  // The macro that it was made for is to be seen, as it was then.
+  const bool canUndo = !isRecording && mDiscarded &&
+                       mDiscarded->left.macro.placeIn(macrosSettingsArray) == selectedMacro() &&
+                       mDiscarded->left.lines == mDetailsModel->lines();
   mUi->mRecordingProgress->setVisible(isRecording || canUndo);
   mUi->mDiscardRecording->setVisible(isRecording);
   mUi->mUndoDiscard->setVisible(canUndo);
@@ -250,6 +253,7 @@ void MouseMacrosController::tabViewDidSelectTabViewItem(const QWidget* page) {
 
 void MouseMacrosController::updateSelectedMacroWithMacroDetails(const PropertyList& lines) {
   showLines(lines);
+  mAreLinesNewer = !areShownLinesOf(macrosSettingsArray.at(selectedMacro()));
   // The record in the list is older where single events were edited.
   mModel->setEventCount(selectedMacro(), (mDetailsModel->rowCount() + 1) / 2);
   followEditedLine();

@@ -16,6 +16,8 @@
 
 #include "macros/MacroControllerDelegate.h"
 #include "macros/MouseMacrosController.h"
+#include "model/MacroEvents.h"
+#include "model/eventParser.h"
 #include "platform/Localization.h"
 #include "support/RecordingNotificationCenter.h"
 #include "support/SampleSettings.h"
@@ -111,6 +113,11 @@ inline PropertyList linesOfEvents(int events) {
     lines.emplace_back("Key Press " + std::to_string(event));
   }
   return PropertyList::array(std::move(lines));
+}
+
+// The lines of a record's events.
+inline PropertyList linesOf(const PropertyList& record) {
+  return vorn::eventParser::getMessagesArray(vorn::macroEvents(record));
 }
 
 inline PropertyList macrosNamed(const QStringList& names) {

@@ -2,7 +2,7 @@
 #include <QLabel>
 #include <QRegularExpression>
 
-#include "macros/MacrosFixture.h"
+#include "macros/SequenceFixture.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -18,6 +18,14 @@ QString progress(MacrosFixture& fixture) {
 
 class MouseMacrosControllerDiscardingTest : public QObject {
   Q_OBJECT
+
+ private:
+  static void discardRecording(SequenceFixture& fixture) {
+    fixture.click("mRecordMacroDetails");
+    fixture.record(PropertyList::array({"Key Press Z"}));
+    fixture.click("mDiscardRecording");
+    fixture.delegate.take();
+  }
 
  private slots:
   void aRecordingTellsItsEventsAndItsTime() {
@@ -80,8 +88,7 @@ class MouseMacrosControllerDiscardingTest : public QObject {
   void aDiscardedRecordingCanBeSavedAfterAll() {
     QFETCH(QByteArray, button);
     QFETCH(QString, saved);
-    MacrosFixture fixture;
-    fixture.selectMacro(0);
+    SequenceFixture fixture;
     QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
     fixture.click(button.constData());
     fixture.record(PropertyList::array({"0.010 seconds delay\n", "Key Press Z"}));
@@ -90,13 +97,43 @@ class MouseMacrosControllerDiscardingTest : public QObject {
     QVERIFY(fixture.find("mUndoDiscard")->isVisible());
     QCOMPARE(progress(fixture), QStringLiteral("Recording discarded"));
     fixture.click("mUndoDiscard");
-    QCOMPARE(fixture.delegate.take(), (QStringList{saved, "getMacroDetailsForMacroAtIndex(0)"}));
+    QCOMPARE(fixture.delegate.take(), (QStringList{"reloadMacros()", saved, "getMacroDetailsForMacroAtIndex(0)"}));
+    QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
+  }
+
+  void aDiscardedRecordingIsNotOfferedForAMacroThatHasOtherEventsByNow() {
+    SequenceFixture fixture;
+    discardRecording(fixture);
+    QVERIFY(fixture.find("mUndoDiscard")->isVisible());
+    fixture.take(0, {keyEvent(true, 0, keyOfC)});
+    fixture.serve({});
+    fixture.reload(fixture.engine);
+    QCOMPARE(fixture.delegate.take(), QStringList{"getMacroDetailsForMacroAtIndex(0)"});
+    QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
+    QVERIFY(!fixture.find("mRecordingProgress")->isVisible());
+    // Until it is again as it was, as an undo makes it.
+    fixture.take(0, SequenceFixture::nested());
+    fixture.serve({});
+    fixture.reload(fixture.engine);
+    QVERIFY(fixture.find("mUndoDiscard")->isVisible());
+  }
+
+  void aDiscardedRecordingIsNeverSavedOverANewerChange() {
+    SequenceFixture fixture;
+    discardRecording(fixture);
+    // Another program's, of which the news has not come yet.
+    fixture.take(0, {keyEvent(true, 0, keyOfC)});
+    fixture.click("mUndoDiscard");
+    const QStringList calls = fixture.delegate.take();
+    QCOMPARE(calls.first(), QStringLiteral("reloadMacros()"));
+    QVERIFY(calls.filter(QStringLiteral("save")).isEmpty());
+    QVERIFY(fixture.alert() != nullptr);
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOf(fixture.engine.at(0)));
     QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
   }
 
   void aDiscardCanNoLongerBeUndoneWhenAnotherRecordingHasBegunOrItsMacroIsNotTheSelectedOne() {
-    MacrosFixture fixture;
-    fixture.selectMacro(0);
+    SequenceFixture fixture;
     const auto discard = [&](bool hasEvents) {
       fixture.click("mRecordMacroDetails");
       if (hasEvents) fixture.record(linesOfEvents(1));

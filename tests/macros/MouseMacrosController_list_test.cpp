@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "macros/MacrosFixture.h"
-#include "model/eventParser.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -13,6 +12,12 @@ namespace {
 
 const QStringList detailsButtons{"mAddMacroDetails", "mDeleteMacroDetails", "mSettingsMacroDetails",
                                  "mRecordMacroDetails"};
+
+PropertyList macroOfEvents(const char* name, int count) {
+  std::vector<PropertyList> events;
+  for (int event = 0; event < count; ++event) events.push_back(macroEvent(1, 4 + event));
+  return macro(name, std::move(events));
+}
 
 }  // namespace
 
@@ -385,14 +390,16 @@ class MouseMacrosControllerListTest : public QObject {
   void aReloadKeepsTheSelectedRowByItsIndexAndShowsTheLinesOfTheMacroThatStandsThere() {
     MacrosFixture fixture;
     fixture.selectMacro(1);
-    fixture.tab->setMMacrosSettingsArray(macrosNamed({"A", "B", "C", "D"}));
-    fixture.delegate.lines[1] = linesOfEvents(2);
+    const PropertyList list = macrosNamed({"A", "B", "C", "D"}).replacing(1, macroOfEvents("B", 2));
+    fixture.tab->setMMacrosSettingsArray(list);
+    fixture.delegate.lines[1] = linesOf(list.at(1));
     fixture.tab->refreshTableDisplay();
     QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 1);
     QCOMPARE(fixture.delegate.take(), QStringList("getMacroDetailsForMacroAtIndex(1)"));
-    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(2));
+    QVERIFY(fixture.tab->mMacroDetailsArray() == linesOf(list.at(1)));
+    QCOMPARE(fixture.tab->mMacroDetailsArray().size(), std::size_t{3});
     // The same list again is no news.
-    fixture.tab->setMMacrosSettingsArray(macrosNamed({"A", "B", "C", "D"}));
+    fixture.tab->setMMacrosSettingsArray(list);
     fixture.tab->refreshTableDisplay();
     QCOMPARE(fixture.delegate.take(), QStringList());
     // A row that is gone takes its selection with it; no other is selected in its place.
@@ -407,23 +414,15 @@ class MouseMacrosControllerListTest : public QObject {
   void aReloadWithOtherEventsOfTheSameMacroShowsThem() {
     MacrosFixture fixture({"A"});
     fixture.selectMacro(0);
-    const auto withEvents = [](int count) {
-      std::vector<PropertyList> events;
-      for (int i = 0; i < count; ++i) {
-        events.push_back(PropertyList::dictionary({{"command", 1}, {"delay", 20}, {"page", 7}, {"argument", 4 + i}}));
-      }
-      return PropertyList::array({macrosNamed({"A"}).at(0).with(
-          "sequence", PropertyList::dictionary({{"events", PropertyList::array(std::move(events))}}))});
-    };
-    fixture.delegate.lines[0] = vorn::eventParser::getMessagesArray(withEvents(2).at(0)["sequence"]["events"]);
-    fixture.tab->setMMacrosSettingsArray(withEvents(2));
+    const PropertyList list = PropertyList::array({macroOfEvents("A", 2)});
+    fixture.delegate.lines[0] = linesOf(list.at(0));
+    fixture.tab->setMMacrosSettingsArray(list);
     fixture.tab->refreshTableDisplay();
     QCOMPARE(fixture.delegate.take(), QStringList("getMacroDetailsForMacroAtIndex(0)"));
     QCOMPARE(fixture.tab->mMacroDetailsArray().size(), std::size_t{3});
     // What the table shows already is not asked for again.
-    const PropertyList longer = withEvents(3);
-    fixture.tab->updateSelectedMacroWithMacroDetails(
-        vorn::eventParser::getMessagesArray(longer.at(0)["sequence"]["events"]));
+    const PropertyList longer = PropertyList::array({macroOfEvents("A", 3)});
+    fixture.tab->updateSelectedMacroWithMacroDetails(linesOf(longer.at(0)));
     fixture.tab->setMMacrosSettingsArray(longer);
     fixture.tab->refreshTableDisplay();
     QCOMPARE(fixture.delegate.take(), QStringList());

@@ -8,7 +8,6 @@
 #include "macros/MacroMenus.h"
 #include "macros/MacrosFixture.h"
 #include "model/MacroEdits.h"
-#include "model/eventParser.h"
 
 namespace skarn::test {
 
@@ -48,10 +47,8 @@ struct SequenceFixture : MacrosFixture {
 
   // The delegate's lines and, at a reload, the list are those of the engine.
   void serve(const QString& call) {
-    for (int macro = 0; macro < static_cast<int>(engine.size()); ++macro) {
-      delegate.lines[macro] =
-          vorn::eventParser::getMessagesArray(engine.at(macro)["sequence"]["events"].arrayOrEmpty());
-    }
+    for (int macro = 0; macro < static_cast<int>(engine.size()); ++macro)
+      delegate.lines[macro] = linesOf(engine.at(macro));
     if (call == QLatin1String("reloadMacros()")) reload(engine);
   }
   // What the tab puts in the place of the sequence of a macro comes back with the next lines.
