@@ -3,11 +3,8 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 
-#include "e2e/OpenMacros.h"
-#include "macros/MacroMenus.h"
+#include "e2e/EditedMacro.h"
 #include "macros/MacroPlaySheet.h"
-#include "model/MacroEdits.h"
-#include "model/eventParser.h"
 #include "platform/Localization.h"
 #include "support/QtTests.h"
 #include "widgets/SkarnStyle.h"
@@ -18,69 +15,6 @@ using vorn::PropertyList;
 using vorn::test::VirtualMouse;
 namespace keys = vorn::keys;
 namespace tags = macroDetailsMenuTags;
-
-using Events = std::vector<PropertyList>;
-
-namespace {
-
-PropertyList key(bool isPress, int delay, int usage) {
-  return vorn::macroEvent(isPress, delay, {keyboardPage, static_cast<vorn::hid::Usage>(usage)});
-}
-PropertyList click(bool isPress, int delay, int button) {
-  return vorn::macroEvent(isPress, delay, {buttonPage, static_cast<vorn::hid::Usage>(button)});
-}
-
-// A typed after 0 ms and let go after 50, B after 100 and let go after 60.
-Events twoStrokes() {
-  return {key(true, 0, keyA), key(false, 50, keyA), key(true, 100, keyB), key(false, 60, keyB)};
-}
-
-void add(OtherClient& other, const char* name, Events events) {
-  other.ask(vorn::MessageID::AddMacro,
-            PropertyList::dictionary(
-                {{vorn::requestKeys::MacroContents,
-                  PropertyList::dictionary(
-                      {{keys::MacroName, name},
-                       {keys::Delay, 20},
-                       {keys::Sequence,
-                        PropertyList::dictionary({{keys::Events, PropertyList::array(std::move(events))}})}})}}));
-}
-
-// The window with the macro "Combo" of two strokes, selected, before the empty macro "Other".
-class Edited : public OpenMacros {
- public:
-  Edited() {
-    awaitAnnouncement();
-    find<QTableView>("mMacroTableView")->selectRow(0);
-  }
-
-  QTableView* table() { return find<QTableView>("mMacroDetailsTableView"); }
-  void select(const std::vector<int>& rows) {
-    table()->clearSelection();
-    for (const int row : rows) {
-      const QModelIndex line = table()->model()->index(row, 0);
-      table()->scrollTo(line);
-      QTest::mouseClick(table()->viewport(), Qt::LeftButton, Qt::ControlModifier, table()->visualRect(line).center());
-    }
-  }
-  void press(Qt::Key pressed, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(table(), pressed, modifiers); }
-  void choose(int tag) { chooseFromGear("mSettingsMacroDetails", tag); }
-  // Whether the engine has these events, and the window their lines.
-  bool has(const Events& events, int macro = 0) {
-    const PropertyList expected = PropertyList::array(events);
-    const PropertyList stored = other.bundle()[keys::Macros].at(macro)[keys::Sequence][keys::Events].arrayOrEmpty();
-    if (!(stored == expected)) qWarning("stored: %s", stored.description().c_str());
-    QStringList expectedLines;
-    const PropertyList texts = vorn::eventParser::getMessagesArray(expected);
-    for (const PropertyList& line : texts.elements()) expectedLines << QString::fromStdString(line.toString());
-    if (lines() != expectedLines) qWarning() << lines();
-    return stored == expected && lines() == expectedLines;
-  }
-
-  OtherClient other;
-};
-
-}  // namespace
 
 class MacroEditsWithEngineTest : public QObject {
   Q_OBJECT
@@ -102,7 +36,7 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void several_lines_are_deleted() {
-    Edited open;
+    EditedMacro open;
     open.select({2, 3, 4});
     open.press(Qt::Key_Delete);
     QVERIFY(open.has({key(true, 0, keyA), key(false, 60, keyB)}));
@@ -110,14 +44,14 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void a_pair_is_deleted() {
-    Edited open;
+    EditedMacro open;
     open.select({0});
     open.press(Qt::Key_Delete, Qt::ShiftModifier);
     QVERIFY(open.has({key(true, 100, keyB), key(false, 60, keyB)}));
   }
 
   void events_are_cut_and_pasted_into_another_macro() {
-    Edited open;
+    EditedMacro open;
     open.select({0, 2});
     open.press(Qt::Key_X, Qt::ControlModifier);
     QVERIFY(open.has({key(true, 100, keyB), key(false, 60, keyB)}));
@@ -128,7 +62,7 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void events_are_copied_and_duplicated() {
-    Edited open;
+    EditedMacro open;
     open.select({4, 6});
     open.press(Qt::Key_C, Qt::ControlModifier);
     QVERIFY(open.has(twoStrokes()));
@@ -144,7 +78,7 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void a_pair_moves_up_and_down() {
-    Edited open;
+    EditedMacro open;
     open.select({4});
     open.press(Qt::Key_Up, Qt::AltModifier);
     open.press(Qt::Key_Up, Qt::AltModifier);
@@ -155,7 +89,7 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void keys_clicks_and_delays_are_inserted() {
-    Edited open;
+    EditedMacro open;
     Events expected = twoStrokes();
     open.select({4});
     open.choose(tags::insertBefore + tags::RightClick);
@@ -176,7 +110,7 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void a_delay_is_edited_in_place_and_several_on_their_sheet() {
-    Edited open;
+    EditedMacro open;
     open.select({1});
     open.press(Qt::Key_F2);
     auto* field = open.table()->viewport()->findChild<QLineEdit*>();
@@ -197,7 +131,7 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void a_text_is_typed() {
-    Edited open;
+    EditedMacro open;
     open.find<QTableView>("mMacroTableView")->selectRow(1);
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 0, deadline);
     open.choose(tags::TypeText);
@@ -223,7 +157,7 @@ class MacroEditsWithEngineTest : public QObject {
       OtherClient other;
       add(other, "Long", expected);
     }
-    Edited open;
+    EditedMacro open;
     open.find<QTableView>("mMacroTableView")->selectRow(2);
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 399, deadline);
     open.select({300});
@@ -238,7 +172,7 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void an_edit_never_meets_a_macro_that_another_program_has_changed() {
-    Edited open;
+    EditedMacro open;
     open.select({0, 2});
     const Events changed{key(true, 0, keyC)};
     open.other.ask(
@@ -254,14 +188,14 @@ class MacroEditsWithEngineTest : public QObject {
   }
 
   void a_macro_is_duplicated() {
-    Edited open;
+    EditedMacro open;
     QTest::keyClick(open.find("mMacroTableView"), Qt::Key_D, Qt::ControlModifier);
     QCOMPARE(open.names(), (QStringList{"Combo", "Other", "Combo(2)"}));
     QVERIFY(open.has(twoStrokes(), 2));
   }
 
   void a_discarded_recording_leaves_the_macro_as_it_was() {
-    Edited open;
+    EditedMacro open;
     open.click("mRecordMacroDetails");
     QVERIFY(VirtualMouse::type(keyboardPage, keyC));
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
