@@ -1324,8 +1324,8 @@
         <translation>in use</translation>
     </message>
     <message id="lkeyKeymapIsClear">
-        <source>Every control does what it does out of the box, but for a left click that has to stay</source>
-        <translation>Every control does what it does out of the box, but for a left click that has to stay</translation>
+        <source>Every control does what it does out of the box, but for a left click or a cycle of the keymaps that has to stay</source>
+        <translation>Every control does what it does out of the box, but for a left click or a cycle of the keymaps that has to stay</translation>
     </message>
     <message id="lkeyKeymapMenu">
         <source>More for this keymap</source>
@@ -1419,9 +1419,29 @@
         <source>Launch “%1”</source>
         <translation>Launch “%1”</translation>
     </message>
+    <message id="lkeyLeftAsItIs">
+        <source>Left as it is: %1</source>
+        <translation>Left as it is: %1</translation>
+    </message>
     <message id="lkeyLeftClick">
         <source>Left Click</source>
         <translation>Left Click</translation>
+    </message>
+    <message id="lkeyLeftOut">
+        <source>Left out: %1</source>
+        <translation>Left out: %1</translation>
+    </message>
+    <message id="lkeyLeftOutControl">
+        <source>button %1 – %2</source>
+        <translation>button %1 – %2</translation>
+    </message>
+    <message id="lkeyLeftOutControls">
+        <source>buttons %1 – %2</source>
+        <translation>buttons %1 – %2</translation>
+    </message>
+    <message id="lkeyLeftOutCycle">
+        <source>it cycles the keymaps, which needs it in every one</source>
+        <translation>it cycles the keymaps, which needs it in every one</translation>
     </message>
     <message id="lkeyLight">
         <source>Light</source>

@@ -160,30 +160,54 @@ GroupsChange swapped(const PropertyList& groups, const ControlDescriptor& one, c
 
 GroupsChange cleared(const PropertyList& groups, const PropertyList& defaultProfile) {
   const ControlDescriptor* kept = firstLeftClick(groups);
-  PropertyList changed = groups;
+  GroupsChange change{groups};
   for (const ControlDescriptor& control : controlTable) {
-    if (&control == kept || isFactory(recordIn(groups, control), factoryRecord(control, defaultProfile))) continue;
-    changed = withAssignment(changed, control, defaultAssignment(control.group, control.identifier, defaultProfile));
+    const PropertyList& record = recordIn(groups, control);
+    if (&control == kept || isFactory(record, factoryRecord(control, defaultProfile))) continue;
+    if (isCycle(record)) {
+      change.leftOut.push_back({&control, TransferProblem::Cycle});
+      continue;
+    }
+    change.groups =
+        withAssignment(change.groups, control, defaultAssignment(control.group, control.identifier, defaultProfile));
   }
-  return {changed, changed == groups ? TransferProblem::NoChange : TransferProblem::None};
+  if (change.groups == groups) change.problem = TransferProblem::NoChange;
+  return change;
 }
 
 GroupsChange pasted(const PropertyList& groups, const PropertyList& copy, const Lists& then, const Lists& now,
                     const PropertyList& defaultProfile) {
-  PropertyList changed = groups;
+  GroupsChange change{groups};
   for (const ControlDescriptor& control : controlTable) {
+    const PropertyList& present = recordIn(groups, control);
     const PropertyList& record = recordIn(copy, control);
+    if (isCycle(present) && !isCycle(record)) {
+      change.leftOut.push_back({&control, TransferProblem::Cycle});
+      continue;
+    }
     const Assignment usual = defaultAssignment(control.group, control.identifier, defaultProfile);
     const Transfer transfer = isFactory(record, factoryRecord(control, defaultProfile))
                                   ? Transfer{usual}
                                   : retargeted(assignmentOf(record), then, now);
+    if (!transfer.assignment) change.leftOut.push_back({&control, transfer.problem, transfer.gone});
     const Assignment& assignment = transfer.assignment ? *transfer.assignment : usual;
-    if (assignment == assignmentOf(recordIn(groups, control))) continue;
-    changed = withAssignment(changed, control, assignment);
+    if (assignment == assignmentOf(present)) continue;
+    change.groups = withAssignment(change.groups, control, assignment);
   }
-  if (changed == groups) return {groups, TransferProblem::NoChange};
-  if (givesAwayLeftClick(groups, changed)) return {groups, TransferProblem::LastLeftClick};
-  return {changed};
+  if (change.groups == groups) {
+    change.problem = TransferProblem::NoChange;
+  } else if (givesAwayLeftClick(groups, change.groups)) {
+    return {groups, TransferProblem::LastLeftClick};
+  }
+  return change;
+}
+
+std::vector<const ControlDescriptor*> newCycles(const PropertyList& before, const PropertyList& after) {
+  std::vector<const ControlDescriptor*> found;
+  for (const ControlDescriptor& control : controlTable) {
+    if (isCycle(recordIn(after, control)) && !isCycle(recordIn(before, control))) found.push_back(&control);
+  }
+  return found;
 }
 
 }  // namespace skarn

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "buttons/ControlTable.h"
 #include "model/PropertyList.h"
@@ -72,20 +73,31 @@ vorn::PropertyList withAssignment(const vorn::PropertyList& groups, const Contro
 // Whether one of the controls that are to have a left click has it before and none has it after.
 bool givesAwayLeftClick(const vorn::PropertyList& before, const vorn::PropertyList& after);
 
+// A control that does not take part in a change of all, and why.
+struct LeftOut {
+  const ControlDescriptor* control;
+  TransferProblem problem;
+  std::string gone{};  // the name of what is gone
+};
+
 // Groups after a change; those before where there is a problem.
 struct GroupsChange {
   vorn::PropertyList groups;
   TransferProblem problem = TransferProblem::None;
+  std::vector<LeftOut> leftOut{};
 };
 
 // Each of the two does what the other one did.
 GroupsChange swapped(const vorn::PropertyList& groups, const ControlDescriptor& one, const ControlDescriptor& other,
                      const vorn::PropertyList& defaultProfile);
 // Every control does what it does out of the box, but for the first that has the left click where one is to have it.
+// What cycles the keymaps goes on doing so and is left out: without it there would be no way on from this one.
 GroupsChange cleared(const vorn::PropertyList& groups, const vorn::PropertyList& defaultProfile);
 // Every control does what it does in the copy. What has gone since, and the profile itself, is nothing to play or to
-// switch to: there the control has its default.
+// switch to: there the control has its default and is left out. So is what cycles the keymaps already; it goes on.
 GroupsChange pasted(const vorn::PropertyList& groups, const vorn::PropertyList& copy, const Lists& then,
                     const Lists& now, const vorn::PropertyList& defaultProfile);
+// The controls that cycle the keymaps after a change and did not before: they are to do so in every keymap.
+std::vector<const ControlDescriptor*> newCycles(const vorn::PropertyList& before, const vorn::PropertyList& after);
 
 }  // namespace skarn

@@ -19,6 +19,7 @@
 #include "protocol/EngineProtocol.h"
 #include "ui_MouseButtonController.h"
 #include "widgets/LabelState.h"
+#include "widgets/Notice.h"
 #include "widgets/PopUpButton.h"
 
 namespace skarn {
@@ -179,6 +180,7 @@ void MouseButtonController::enableControlsState(bool enabled) {
   mUi->mControlSearch->setEnabled(enabled);
   mUi->mControlSearch->setToolTip(enabled ? searchTip() : whyNot);
   if (!enabled) mSearch->clear();
+  if (!enabled) mUi->mButtonNotice->fallSilent();
   for (ControlRow* row : mRows->all()) {
     row->popUp()->setEnabled(enabled);
     row->popUp()->setLockReason(QString());

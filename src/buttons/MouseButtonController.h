@@ -205,7 +205,7 @@ class MouseButtonController : public QWidget, public AssignmentText {
   vorn::PropertyList groupOf(const SheetContext& context, int place) const;
   // Puts one or both groups into the sheet's keymap.
   void write(const SheetContext& context, int place, const vorn::PropertyList& groups);
-  // The same of those that differ from what is there.
+  // The same of those that differ from what is there. What begins to cycle the keymaps does so in every one.
   void writeChange(const SheetContext& context, int place, const vorn::PropertyList& changed);
   // Writes an assignment to where the sheet was opened for. When that is gone, nothing is written and an alert says so.
   void assign(const SheetContext& context, int command, const vorn::PropertyList& param1,
@@ -251,8 +251,13 @@ class MouseButtonController : public QWidget, public AssignmentText {
   QString reasonAgainstKeymap(int keymap, int tag) const;
   vorn::PropertyList groupsOfKeymap(int keymap) const;
   GroupsChange pasteInto(int keymap) const;
+  QString reasonAgainstPasteInto(int keymap) const;
   GroupsChange clearing(int keymap) const;
   void selectKeymapMenuItem(int keymap, int tag);
+  // Changes the keymap, and says what was left out.
+  void changeKeymap(int keymap, const GroupsChange& change, const char* leftOutKey);
+  // "Left out: button 4 – …"; empty when nothing was left out. key: of the words around the controls.
+  static QString leftOutWords(const char* key, const GroupsChange& change);
   void openKeymapNameSheet(const SheetContext& context);
   void clickKeymapNameOK();
 

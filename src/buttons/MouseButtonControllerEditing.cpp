@@ -108,7 +108,21 @@ void MouseButtonController::writeChange(const SheetContext& context, int place, 
   for (const keys::Key group : {keys::Keys, keys::Buttons}) {
     if (changed[group] != before[group]) groups = groups.with(group, changed[group]);
   }
-  if (!groups.isEmpty()) write(context, place, groups);
+  if (groups.isEmpty()) return;
+  PropertyList keymaps = allProfiles.at(place)[keys::Keymap];
+  const std::vector<const ControlDescriptor*> cycles = newCycles(before, changed);
+  if (cycles.empty() || keymaps.isEmpty()) {
+    write(context, place, groups);
+    return;
+  }
+  keymaps = keymaps.replacing(context.keymap, keymaps.at(context.keymap).merging(groups));
+  for (const ControlDescriptor* control : cycles)
+    keymaps = keymapsWithCycle(keymaps, control->group, control->identifier);
+  if (isShown(context, place)) {
+    send(groups.with(keys::Keymap, keymaps).with(keys::KeymapID, mActiveKeymap));
+  } else {
+    send(PropertyList::dictionary({{keys::Keymap, keymaps}}), place);
+  }
 }
 
 void MouseButtonController::assign(const SheetContext& context, int command, const PropertyList& param1,

@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "buttons/KeymapNameSheet.h"
@@ -11,6 +12,7 @@
 #include "platform/Localization.h"
 #include "platform/SettingsText.h"
 #include "ui_MouseButtonController.h"
+#include "widgets/Notice.h"
 #include "widgets/PullDownButton.h"
 
 namespace skarn {
@@ -22,6 +24,9 @@ namespace {
 
 // The values are the items' tags.
 enum class KeymapItem { Name = 1, Copy, Paste, Clear };
+
+constexpr const char* keyOfLeftOut = "lkeyLeftOut";
+constexpr const char* keyOfKept = "lkeyLeftAsItIs";
 
 std::vector<TaggedItem> keymapMenuItems() {
   std::vector<TaggedItem> items;
@@ -113,7 +118,7 @@ QString MouseButtonController::reasonAgainstKeymap(int keymap, int tag) const {
   if (!placeOf(contextOfKeymap(keymap))) return localized("lkeyNoSuchKeymap");
   switch (static_cast<KeymapItem>(tag)) {
     case KeymapItem::Paste:
-      return mCopiedKeymap ? reasonFor(pasteInto(keymap).problem) : localized("lkeyNoKeymapCopied");
+      return mCopiedKeymap ? reasonAgainstPasteInto(keymap) : localized("lkeyNoKeymapCopied");
     case KeymapItem::Clear: {
       const bool hasNothingToClear = clearing(keymap).problem != TransferProblem::None;
       return hasNothingToClear ? localized("lkeyKeymapIsClear") : QString();
@@ -132,6 +137,12 @@ GroupsChange MouseButtonController::pasteInto(int keymap) const {
                 defaultDict[keys::Profiles].at(0));
 }
 
+QString MouseButtonController::reasonAgainstPasteInto(int keymap) const {
+  const GroupsChange change = pasteInto(keymap);
+  const bool isAllLeftOut = change.problem == TransferProblem::NoChange && !change.leftOut.empty();
+  return isAllLeftOut ? leftOutWords(keyOfLeftOut, change) : reasonFor(change.problem);
+}
+
 GroupsChange MouseButtonController::clearing(int keymap) const {
   return cleared(groupsOfKeymap(keymap), defaultDict[keys::Profiles].at(0));
 }
@@ -148,12 +159,38 @@ void MouseButtonController::selectKeymapMenuItem(int keymap, int tag) {
       mCopiedKeymap = CopiedKeymap{groupsOfKeymap(keymap), lists()};
       break;
     case KeymapItem::Paste:
-      writeChange(context, *placeOf(context), pasteInto(keymap).groups);
+      changeKeymap(keymap, pasteInto(keymap), keyOfLeftOut);
       break;
     case KeymapItem::Clear:
-      writeChange(context, *placeOf(context), clearing(keymap).groups);
+      changeKeymap(keymap, clearing(keymap), keyOfKept);
       break;
   }
+}
+
+void MouseButtonController::changeKeymap(int keymap, const GroupsChange& change, const char* leftOutKey) {
+  const SheetContext context = contextOfKeymap(keymap);
+  mUi->mButtonNotice->fallSilent();
+  writeChange(context, *placeOf(context), change.groups);
+  const QString words = leftOutWords(leftOutKey, change);
+  if (!words.isEmpty()) mUi->mButtonNotice->say(words);
+}
+
+QString MouseButtonController::leftOutWords(const char* key, const GroupsChange& change) {
+  std::vector<std::pair<QString, QStringList>> numbersByReason;
+  for (const LeftOut& one : change.leftOut) {
+    const QString reason =
+        one.problem == TransferProblem::Cycle ? localized("lkeyLeftOutCycle") : reasonFor(one.problem, one.gone);
+    auto found = std::ranges::find(numbersByReason, reason, &std::pair<QString, QStringList>::first);
+    if (found == numbersByReason.end()) found = numbersByReason.insert(found, {reason, {}});
+    found->second << QString::number(one.control->number);
+  }
+  QStringList parts;
+  for (const auto& [reason, numbers] : numbersByReason) {
+    const char* controls = numbers.size() == 1 ? "lkeyLeftOutControl" : "lkeyLeftOutControls";
+    // In one step: a name of a macro may hold a place holder.
+    parts << localized(controls).arg(numbers.join(QStringLiteral(", ")), reason);
+  }
+  return parts.isEmpty() ? QString() : localized(key).arg(parts.join(QStringLiteral("; ")));
 }
 
 // --- Names

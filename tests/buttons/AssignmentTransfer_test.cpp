@@ -219,6 +219,41 @@ class AssignmentTransferTest : public QObject {
     const GroupsChange change =
         pasted(groupsWith({{3, assignment(16, 9)}}), copy, sampleLists(), now, factoryProfile());
     COMPARE_LISTS(change.groups, groupsWith({{4, assignment(18)}}));
+    QCOMPARE(change.leftOut.size(), std::size_t(3));
+    QCOMPARE(change.leftOut[0].control->number, 1);
+    QVERIFY(change.leftOut[0].problem == TransferProblem::Gone);
+    QCOMPARE(change.leftOut[0].gone, macros().at(1)[keys::MacroName].toString());
+    QCOMPARE(change.leftOut[1].control->number, 2);
+    QVERIFY(change.leftOut[1].problem == TransferProblem::Gone);
+    QCOMPARE(change.leftOut[1].gone, std::string("Default"));
+    QCOMPARE(change.leftOut[2].control->number, 3);
+    QVERIFY(change.leftOut[2].problem == TransferProblem::OwnProfile);
+  }
+
+  void what_cycles_the_keymaps_outlasts_a_paste_and_a_clearing() {
+    const PropertyList before = groupsWith({{2, assignment(50, 255)}, {3, assignment(16, 9)}});
+    const GroupsChange clear = cleared(before, factoryProfile());
+    COMPARE_LISTS(clear.groups, groupsWith({{2, assignment(50, 255)}}));
+    QCOMPARE(clear.leftOut.size(), std::size_t(1));
+    QCOMPARE(clear.leftOut[0].control->number, 2);
+    QVERIFY(clear.leftOut[0].problem == TransferProblem::Cycle);
+    QVERIFY(cleared(clear.groups, factoryProfile()).problem == TransferProblem::NoChange);
+    const PropertyList copy = groupsWith({{2, assignment(16, 5)}, {4, assignment(18)}});
+    const GroupsChange paste = pasted(before, copy, sampleLists(), sampleLists(), factoryProfile());
+    COMPARE_LISTS(paste.groups, groupsWith({{2, assignment(50, 255)}, {4, assignment(18)}}));
+    QCOMPARE(paste.leftOut.size(), std::size_t(1));
+    QCOMPARE(paste.leftOut[0].control->number, 2);
+    QVERIFY(paste.leftOut[0].problem == TransferProblem::Cycle);
+    const GroupsChange same = pasted(before, before, sampleLists(), sampleLists(), factoryProfile());
+    QVERIFY(same.problem == TransferProblem::NoChange);
+    QVERIFY(same.leftOut.empty());
+  }
+
+  void what_begins_to_cycle_the_keymaps_is_told_from_what_did_so() {
+    const PropertyList before = groupsWith({{2, assignment(50, 255)}});
+    const PropertyList after = groupsWith({{2, assignment(50, 255)}, {5, assignment(50, 255)}, {6, assignment(50, 3)}});
+    QVERIFY(newCycles(before, after) == std::vector<const ControlDescriptor*>{&control(5)});
+    QVERIFY(newCycles(after, before).empty());
   }
 
   void a_keymap_is_not_pasted_over_the_last_left_click() {

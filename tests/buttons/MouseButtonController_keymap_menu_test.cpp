@@ -4,6 +4,7 @@
 
 #include "buttons/ButtonsFixture.h"
 #include "support/QtTests.h"
+#include "widgets/Notice.h"
 #include "widgets/PullDownButton.h"
 
 using namespace skarn;
@@ -16,6 +17,20 @@ constexpr int copyItem = 2;
 constexpr int pasteItem = 3;
 constexpr int clearItem = 4;
 constexpr int inForce = 2;
+
+const ControlDescriptor& control(int number) {
+  return ButtonsDriver::control(number);
+}
+
+// The keymaps with this key cycling them in each.
+PropertyList cycling(const ControlDescriptor& key, PropertyList all) {
+  for (int keymap = 0; keymap < 8; ++keymap) {
+    const PropertyList& one = all.at(keymap);
+    const PropertyList group = one[keys::Keys].with(key.identifier, assignment(50, 255));
+    all = all.replacing(keymap, one.with(keys::Keys, group));
+  }
+  return all;
+}
 
 PropertyList groupsOf(const PropertyList& holder) {
   return PropertyList::dictionary({{keys::Keys, holder[keys::Keys]}, {keys::Buttons, holder[keys::Buttons]}});
@@ -76,6 +91,9 @@ struct KeymapMenuFixture : ButtonsFixture {
     find<QLineEdit>("mKeymapNameField")->setText(name);
     press("mKeymapNameOK");
   }
+  Notice& notice() { return *find<Notice>("mButtonNotice"); }
+  // What the notice says; empty when it says nothing.
+  QString told() { return notice().isVisible() ? notice().text() : QString(); }
   PropertyList requestForKeymaps(const PropertyList& changed) const {
     return call({"updateButtonAssignmentWithSettings", PropertyList::dictionary({{keys::Keymap, changed}}), 1});
   }
@@ -219,6 +237,114 @@ class MouseButtonControllerKeymapMenuTest : public QObject {
     const PropertyList group = factoryGroup(1).with(KeymapMenuFixture::fourth().identifier, assignment(16, 6, 3));
     COMPARE_CALLS(fixture.delegate.calls, call({"updateButtonAssignmentWithSettings",
                                                 PropertyList::dictionary({{keys::Keys, group}, {keys::KeymapID, 0}})}));
+  }
+
+  void what_a_pasted_keymap_can_no_longer_do_is_told_and_the_rest_is_pasted() {
+    KeymapMenuFixture fixture;
+    fixture.give(control(5), assignment(10, 0, 1));
+    fixture.give(control(6), assignment(10, 0, 3));
+    fixture.give(control(7), assignment(17, 0));
+    fixture.give(control(9), assignment(10, 2, 1));
+    fixture.choose(inForce, copyItem);
+    fixture.hand(fixture.tab.mAllProfiles().replacing(0, fixture.current.with(keys::ProfileName, "Home")), 1,
+                 macros().removing(0));
+    const PropertyList& before = fixture.current[keys::Keymap].at(6);
+    fixture.choose(6, pasteItem);
+    const PropertyList group = before[keys::Keys]
+                                   .with("43", assignment(45, 43))
+                                   .with(KeymapMenuFixture::fourth().identifier, assignment(16, 6, 3))
+                                   .with(control(9).identifier, assignment(10, 1, 1));
+    COMPARE_CALLS(fixture.delegate.calls, fixture.requestForKeymaps(fixture.current[keys::Keymap].replacing(
+                                              6, before.with(keys::Keys, group))));
+    QCOMPARE(fixture.told(), QStringLiteral("Left out: buttons 5, 6 – “Fireball” is no longer there; "
+                                            "button 7 – “Default” is no longer there"));
+    fixture.choose(5, clearItem);
+    QCOMPARE(fixture.told(), QString());
+  }
+
+  void a_pasted_keymap_does_not_switch_to_its_own_profile_and_says_so() {
+    KeymapMenuFixture fixture;
+    fixture.give(control(7), assignment(17, 0));
+    fixture.choose(inForce, copyItem);
+    fixture.hand(fixture.tab.mAllProfiles(), 0);
+    fixture.hand(
+        fixture.tab.mAllProfiles().replacing(0, fixture.current.with(keys::KeymapID, 0).with(keys::Keymap, keymaps())),
+        0);
+    fixture.choose(1, pasteItem);
+    QCOMPARE(fixture.delegate.calls.size(), std::size_t(1));
+    QCOMPARE(fixture.told(), QStringLiteral("Left out: button 7 – It would switch to the profile that it belongs to"));
+    fixture.tab.enableControlsState(false);
+    QCOMPARE(fixture.told(), QString());
+  }
+
+  void a_keymap_of_which_nothing_is_left_to_paste_says_why() {
+    KeymapMenuFixture fixture;
+    fixture.show(fixture.current.with(keys::Keys, factoryGroup(1).with(control(7).identifier, assignment(10, 0, 1))));
+    fixture.choose(inForce, copyItem);
+    fixture.choose(6, clearItem);
+    fixture.hand(
+        fixture.tab.mAllProfiles().replacing(
+            1, fixture.current.with(
+                   keys::Keymap, keymaps().replacing(6, PropertyList::dictionary({{keys::Keys, factoryGroup(1)},
+                                                                                  {keys::Buttons, factoryGroup(2)}})))),
+        1, macros().removing(0));
+    fixture.delegate.calls.clear();
+    QCOMPARE(fixture.reasonAgainst(6, pasteItem), QStringLiteral("Left out: button 7 – “Fireball” is no longer there"));
+    fixture.choose(6, pasteItem);
+    COMPARE_CALLS(fixture.delegate.calls);
+  }
+
+  void a_pasted_cycle_is_written_into_every_keymap() {
+    KeymapMenuFixture fixture;
+    fixture.give(control(9), assignment(50, 255));
+    fixture.choose(inForce, copyItem);
+    fixture.choose(6, pasteItem);
+    PropertyList changed = fixture.current[keys::Keymap];
+    const PropertyList target = changed.at(6)[keys::Keys]
+                                    .with("43", assignment(45, 43))
+                                    .with(KeymapMenuFixture::fourth().identifier, assignment(16, 6, 3));
+    changed = changed.replacing(6, changed.at(6).with(keys::Keys, target));
+    changed = cycling(control(9), changed);
+    COMPARE_CALLS(fixture.delegate.calls, fixture.requestForKeymaps(changed));
+    QCOMPARE(fixture.told(), QString());
+  }
+
+  void a_cycle_that_is_pasted_over_the_keymap_in_force_is_written_into_every_keymap() {
+    KeymapMenuFixture fixture;
+    const PropertyList& sixth = fixture.current[keys::Keymap].at(6);
+    const PropertyList source =
+        sixth.with(keys::Keys, sixth[keys::Keys].with(control(9).identifier, assignment(50, 255)));
+    fixture.show(fixture.current.with(keys::Keymap, fixture.current[keys::Keymap].replacing(6, source)));
+    fixture.choose(6, copyItem);
+    fixture.choose(inForce, pasteItem);
+    const PropertyList group = fixture.current[keys::Keys]
+                                   .with("43", assignment(16, 36))
+                                   .with(KeymapMenuFixture::fourth().identifier, assignment(45, 8))
+                                   .with(control(9).identifier, assignment(50, 255));
+    PropertyList changed = fixture.current[keys::Keymap];
+    changed = changed.replacing(inForce, changed.at(inForce).with(keys::Keys, group));
+    changed = cycling(control(9), changed);
+    COMPARE_CALLS(
+        fixture.delegate.calls,
+        call({"updateButtonAssignmentWithSettings",
+              PropertyList::dictionary({{keys::Keymap, changed}, {keys::Keys, group}, {keys::KeymapID, inForce}})}));
+  }
+
+  void a_cycle_stays_in_a_keymap_that_is_cleared_or_pasted_over_and_that_is_told() {
+    KeymapMenuFixture fixture;
+    fixture.give(control(9), assignment(50, 255));
+    fixture.choose(inForce, clearItem);
+    const PropertyList group = factoryGroup(1).with(control(9).identifier, assignment(50, 255));
+    COMPARE_CALLS(fixture.delegate.calls,
+                  call({"updateButtonAssignmentWithSettings",
+                        PropertyList::dictionary({{keys::Keys, group}, {keys::KeymapID, inForce}})}));
+    const QString words = QStringLiteral("button 9 – it cycles the keymaps, which needs it in every one");
+    QCOMPARE(fixture.told(), QStringLiteral("Left as it is: ") + words);
+    fixture.choose(6, copyItem);
+    fixture.choose(inForce, pasteItem);
+    QCOMPARE(fixture.told(), QStringLiteral("Left out: ") + words);
+    QCOMPARE(fixture.delegate.calls.at(1).at(1)[keys::Keys][control(9).identifier].description(),
+             assignment(50, 255).description());
   }
 
   void a_keymap_is_cleared_in_one_request() {
