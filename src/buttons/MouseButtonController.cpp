@@ -157,7 +157,7 @@ void MouseButtonController::updateUISettings() {
   mRows->countChanges();
   describeKeymaps();
   mSearch->refresh();
-  updateSwapProblem();
+  redrawSwapSheet();
   if (mIsTabEnabled) checkForLeftClickAssigned();
 }
 

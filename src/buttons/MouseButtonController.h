@@ -18,11 +18,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "buttons/AssignmentText.h"
 #include "buttons/AssignmentTransfer.h"
 #include "buttons/ControlTable.h"
 #include "buttons/MouseButtonDelegate.h"
+#include "buttons/SwapSheet.h"
 #include "model/Assignments.h"
 #include "model/NotificationCenter.h"
 #include "model/PropertyList.h"
@@ -41,7 +43,6 @@ class KeymapNameSheet;
 class KeymapSheet;
 class MacroRepeatSheet;
 class SingleKeySheet;
-class SwapSheet;
 
 namespace Ui {
 class MouseButtonController;
@@ -233,6 +234,10 @@ class MouseButtonController : public QWidget, public AssignmentText {
   Transfer pasteOnto(const ControlDescriptor& control) const;
   void paste(const ControlDescriptor& control);
   void openSwapSheet(const ControlDescriptor& control);
+  // What the control does where the sheet was opened for.
+  QString wordsForSwap(const ControlDescriptor& control) const;
+  std::vector<SwapSheet::Choice> swapChoices() const;
+  void redrawSwapSheet();
   GroupsChange swapWith(const ControlDescriptor& other) const;
   const ControlDescriptor& chosenForSwap() const;
   void updateSwapProblem();

@@ -7,7 +7,7 @@
 #include "buttons/ControlRow.h"
 #include "buttons/ControlRows.h"
 #include "buttons/MouseButtonController.h"
-#include "buttons/SwapSheet.h"
+#include "platform/AssignmentWords.h"
 #include "platform/Localization.h"
 #include "platform/ShownName.h"
 #include "widgets/PopUpButton.h"
@@ -276,16 +276,33 @@ void MouseButtonController::openSwapSheet(const ControlDescriptor& control) {
   }
   mSwapControl = &control;
   mSwapContext = contextOf(control.identifier, control.groupIdentifier(), {});
-  std::vector<SwapSheet::Choice> choices;
   int first = 0;
-  for (const ControlRow* row : mRows->all()) {
-    const ControlDescriptor& other = row->control();
-    if (&other == &control) continue;
-    const QString text = row->popUp()->shownTitle();
-    choices.push_back({other.number, spokenName(other) + QStringLiteral(" – ") + text});
-    if (first == 0 && swapWith(other).problem == TransferProblem::None) first = other.number;
+  for (const ControlDescriptor& other : controlTable) {
+    if (first == 0 && &other != &control && swapWith(other).problem == TransferProblem::None) first = other.number;
   }
-  mSwapWindow->begin(subjectOf(mSwapContext), choices, first);
+  mSwapWindow->begin(subjectOf(mSwapContext), swapChoices(), first);
+  updateSwapProblem();
+}
+
+QString MouseButtonController::wordsForSwap(const ControlDescriptor& control) const {
+  const int place = *placeOf(mSwapContext);
+  if (isShown(mSwapContext, place)) return mRows->of(control).popUp()->shownTitle();
+  return assignmentWords(recordIn(groupsOf(mSwapContext, place), control), control,
+                         PropertyList::dictionary({{keys::Macros, allMacros}, {keys::Profiles, allProfiles}}));
+}
+
+std::vector<SwapSheet::Choice> MouseButtonController::swapChoices() const {
+  std::vector<SwapSheet::Choice> choices;
+  for (const ControlDescriptor& other : controlTable) {
+    if (&other == mSwapControl) continue;
+    choices.push_back({other.number, spokenName(other) + QStringLiteral(" – ") + wordsForSwap(other)});
+  }
+  return choices;
+}
+
+void MouseButtonController::redrawSwapSheet() {
+  if (!mSwapWindow || !mSwapWindow->isVisible() || !placeOf(mSwapContext)) return;
+  mSwapWindow->describe(subjectOf(mSwapContext), swapChoices());
   updateSwapProblem();
 }
 

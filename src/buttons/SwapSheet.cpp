@@ -23,6 +23,12 @@ void SwapSheet::begin(const QString& subject, const std::vector<Choice>& choices
   open();
 }
 
+void SwapSheet::describe(const QString& subject, const std::vector<Choice>& choices) {
+  mUi->mSwapSubject->setText(subject);
+  for (std::size_t place = 0; place < choices.size(); ++place)
+    mUi->mSwapPopUp->setItemText(static_cast<int>(place), choices[place].title);
+}
+
 int SwapSheet::selectedNumber() const {
   return mUi->mSwapPopUp->currentData().toInt();
 }

@@ -26,6 +26,8 @@ class SwapSheet : public AssignmentSheet {
   };
   // Opens with the control of this number selected, of the first one where there is none.
   void begin(const QString& subject, const std::vector<Choice>& choices, int selected);
+  // New words for what is open; the selected control stays. choices: as many, in the same order.
+  void describe(const QString& subject, const std::vector<Choice>& choices);
   int selectedNumber() const;
   // Why the two cannot be swapped; empty when they can.
   void setProblem(const QString& problem);

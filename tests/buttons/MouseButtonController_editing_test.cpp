@@ -307,6 +307,30 @@ class MouseButtonControllerEditingTest : public QObject {
                   call({"updateButtonAssignmentWithSettings", PropertyList::dictionary({{keys::Keymap, changed}}), 1}));
   }
 
+  void an_open_swap_sheet_says_what_its_controls_do_by_now_and_keeps_the_chosen_one() {
+    EditingFixture fixture;
+    fixture.give(control(5), assignment(16, 4, 1));
+    fixture.choose(control(4), swapItem);
+    fixture.select(control(5));
+    auto* list = fixture.find<QComboBox>("mSwapPopUp");
+    QCOMPARE(list->currentText(), QStringLiteral("Button 5, R key – Single Key : Left Control + A"));
+    fixture.give(control(5), assignment(10, 0, 1));
+    QVERIFY(fixture.isOpen("mSwapWindow"));
+    QCOMPARE(list->currentText(), QStringLiteral("Button 5, R key – Macro : Fireball"));
+    QCOMPARE(list->count(), 26);
+    // Another keymap comes, in which the control does something else.
+    const PropertyList there = PropertyList::dictionary(
+        {{keys::Keys, fixture.current[keys::Keys]}, {keys::Buttons, fixture.current[keys::Buttons]}});
+    const PropertyList names = PropertyList::array({"", "", "Build", "", "", "", "", ""});
+    fixture.show(fixture.current.with(keys::KeymapID, 5)
+                     .with(keys::Keys, factoryGroup(1))
+                     .with(keys::KeymapNames, names)
+                     .with(keys::Keymap, fixture.current[keys::Keymap].replacing(2, there)));
+    QCOMPARE(list->currentText(), QStringLiteral("Button 5, R key – Macro “Fireball”"));
+    QCOMPARE(fixture.find<QLabel>("mSwapSubject")->text(), QStringLiteral("Button 4, E key · Work, Keymap 3 – Build"));
+    COMPARE_CALLS(fixture.delegate.calls);
+  }
+
   void the_swap_sheet_says_that_its_profile_is_gone() {
     EditingFixture fixture;
     fixture.choose(control(4), swapItem);
