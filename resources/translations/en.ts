@@ -191,6 +191,114 @@
         <source>Choose a key from the list of all, also one that your keyboard does not have</source>
         <translation>Choose a key from the list of all, also one that your keyboard does not have</translation>
     </message>
+    <message id="lkeyChordBack">
+        <source>back</source>
+        <translation>back</translation>
+    </message>
+    <message id="lkeyChordBold">
+        <source>bold</source>
+        <translation>bold</translation>
+    </message>
+    <message id="lkeyChordClose">
+        <source>close</source>
+        <translation>close</translation>
+    </message>
+    <message id="lkeyChordCloseWindow">
+        <source>close window, quit</source>
+        <translation>close window, quit</translation>
+    </message>
+    <message id="lkeyChordCopy">
+        <source>copy</source>
+        <translation>copy</translation>
+    </message>
+    <message id="lkeyChordCut">
+        <source>cut</source>
+        <translation>cut</translation>
+    </message>
+    <message id="lkeyChordFind">
+        <source>find, search</source>
+        <translation>find, search</translation>
+    </message>
+    <message id="lkeyChordForward">
+        <source>forward</source>
+        <translation>forward</translation>
+    </message>
+    <message id="lkeyChordItalic">
+        <source>italic</source>
+        <translation>italic</translation>
+    </message>
+    <message id="lkeyChordLockScreen">
+        <source>lock screen</source>
+        <translation>lock screen</translation>
+    </message>
+    <message id="lkeyChordNew">
+        <source>new</source>
+        <translation>new</translation>
+    </message>
+    <message id="lkeyChordNewTab">
+        <source>new tab</source>
+        <translation>new tab</translation>
+    </message>
+    <message id="lkeyChordNextTab">
+        <source>next tab</source>
+        <translation>next tab</translation>
+    </message>
+    <message id="lkeyChordOpen">
+        <source>open</source>
+        <translation>open</translation>
+    </message>
+    <message id="lkeyChordPaste">
+        <source>paste</source>
+        <translation>paste</translation>
+    </message>
+    <message id="lkeyChordPreviousTab">
+        <source>previous tab</source>
+        <translation>previous tab</translation>
+    </message>
+    <message id="lkeyChordPrint">
+        <source>print</source>
+        <translation>print</translation>
+    </message>
+    <message id="lkeyChordQuit">
+        <source>quit, exit</source>
+        <translation>quit, exit</translation>
+    </message>
+    <message id="lkeyChordRedo">
+        <source>redo</source>
+        <translation>redo</translation>
+    </message>
+    <message id="lkeyChordReload">
+        <source>reload, refresh</source>
+        <translation>reload, refresh</translation>
+    </message>
+    <message id="lkeyChordReopenTab">
+        <source>reopen closed tab</source>
+        <translation>reopen closed tab</translation>
+    </message>
+    <message id="lkeyChordSave">
+        <source>save</source>
+        <translation>save</translation>
+    </message>
+    <message id="lkeyChordSaveAs">
+        <source>save as</source>
+        <translation>save as</translation>
+    </message>
+    <message id="lkeyChordSelectAll">
+        <source>select all</source>
+        <translation>select all</translation>
+    </message>
+    <message id="lkeyChordSwitchWindow">
+        <source>switch window</source>
+        <translation>switch window</translation>
+    </message>
+    <message id="lkeyChordUnderline">
+        <source>underline</source>
+        <translation>underline</translation>
+    </message>
+    <message id="lkeyChordUndo">
+        <source>undo</source>
+        <translation>undo</translation>
+    </message>
     <message id="lkeyClose">
         <source>Close</source>
         <translation>Close</translation>

@@ -3,7 +3,6 @@
 #include <QContextMenuEvent>
 #include <QEvent>
 #include <QFocusEvent>
-#include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPainter>
@@ -36,7 +35,6 @@ constexpr int widestOfLeast = 220;
 constexpr int repeatButtonSize = 22;
 constexpr int repeatIconSize = 16;
 constexpr float groundOpacity = 0.12F;
-constexpr qreal opacityOfPassed = 0.4;
 
 // The two families at the right share one column.
 bool isAtTheLeft(ControlFamily family) {
@@ -135,7 +133,14 @@ QSize ControlRow::minimumSizeHint() const {
 
 void ControlRow::setChanged(bool changed) {
   mBadge->setFilled(changed);
-  mPopUp->setMuted(!changed);
+  updateStrength();
+}
+
+void ControlRow::updateStrength() {
+  const bool isFound = mSearchResult == SearchResult::Found;
+  const bool isPassed = mSearchResult == SearchResult::Passed;
+  mPopUp->setMuted(isPassed || (!isFound && !isChanged()));
+  mName->setForegroundRole(isFound ? QPalette::WindowText : QPalette::PlaceholderText);
 }
 
 bool ControlRow::isChanged() const {
@@ -150,13 +155,7 @@ void ControlRow::setHighlighted(bool highlighted) {
 
 void ControlRow::setSearchResult(SearchResult result) {
   if (std::exchange(mSearchResult, result) == result) return;
-  if (result == SearchResult::Passed) {
-    auto* receding = new QGraphicsOpacityEffect;
-    receding->setOpacity(opacityOfPassed);
-    setGraphicsEffect(receding);
-  } else {
-    setGraphicsEffect(nullptr);
-  }
+  updateStrength();
   update();
 }
 

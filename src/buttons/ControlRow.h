@@ -36,7 +36,8 @@ class ControlRow : public QWidget {
   void setHighlighted(bool highlighted);
   bool isHighlighted() const { return mIsHighlighted; }
 
-  // What a search says of the control: one that it passed by recedes, and can be used as before.
+  // What a search says of the control: one that was found stands out, one that it passed by is muted, as readable as
+  // any caption, and can be used as before.
   enum class SearchResult { NoSearch, Found, Passed };
   void setSearchResult(SearchResult result);
   SearchResult searchResult() const { return mSearchResult; }
@@ -60,6 +61,7 @@ class ControlRow : public QWidget {
 
  private:
   void makeRepeatButton();
+  void updateStrength();
   int roomForRepeatButton() const;
   // Few of the repeat buttons are ever seen: their icon comes with the first showing.
   void tintRepeatIcon();

@@ -9,6 +9,7 @@
 
 #include "buttons/AssignmentChanges.h"
 #include "buttons/AssignmentMenus.h"
+#include "buttons/CommonChords.h"
 #include "buttons/ControlRow.h"
 #include "buttons/ControlRows.h"
 #include "buttons/ControlSearch.h"
@@ -96,6 +97,7 @@ QString MouseButtonController::wordsOf(const ControlDescriptor& control) {
   const PropertyList& record = recordAt(control.identifier, control.groupType());
   if (vorn::commandOf(record) == AssignmentCommand::Macro)
     words << getMacroRepeatOptionUsingValue(record[keys::Param2].toInt());
+  if (vorn::commandOf(record) == AssignmentCommand::SingleKey) words << commonMeaning(record);
   if (vorn::commandOf(record) == AssignmentCommand::Keymap) words << namedKeymap(record[keys::Param1].toInt());
   return words.join(QLatin1Char('\n'));
 }

@@ -4,10 +4,14 @@
 #include <QAccessible>
 #include <QLineEdit>
 #include <QShortcut>
+#include <map>
 
 #include "buttons/ButtonsFixture.h"
 #include "buttons/MouseView.h"
+#include "support/ColorContrast.h"
 #include "support/QtTests.h"
+#include "widgets/Palettes.h"
+#include "widgets/SkarnStyle.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -26,6 +30,7 @@ struct SearchFixture : ButtonsFixture {
   }
   QLineEdit& field() { return *find<QLineEdit>("mControlSearch"); }
   QString count() { return find<QLabel>("mControlsFound")->text(); }
+  QLabel* nameOf(int number) { return find<QLabel>((std::string(control(number).fieldName) + "Label").c_str()); }
   MouseView& picture() { return *find<MouseView>("mMainSkarn"); }
   QList<int> with(SearchResult result) {
     QList<int> numbers;
@@ -46,13 +51,30 @@ struct SearchFixture : ButtonsFixture {
   }
 };
 
+// Of the text in a part of a picture: between the colour that most of it has and the one that differs most from it.
+double textContrast(const QImage& image, const QRect& part) {
+  const qreal ratio = image.devicePixelRatio();
+  std::map<QRgb, int> colors;
+  for (int y = part.top(); y <= part.bottom(); ++y) {
+    for (int x = part.left(); x <= part.right(); ++x) ++colors[image.pixel(QPointF(x * ratio, y * ratio).toPoint())];
+  }
+  const auto ground = std::ranges::max_element(colors, {}, &std::pair<const QRgb, int>::second);
+  double most = 1;
+  for (const auto& [color, count] : colors)
+    most = std::max(most, contrast(QColor::fromRgb(color), QColor::fromRgb(ground->first)));
+  return most;
+}
+
 }  // namespace
 
 class ControlSearchTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
+  void initTestCase() {
+    QVERIFY(installTranslations(QStringLiteral("en")));
+    QApplication::setStyle(new SkarnStyle);
+  }
 
   void a_text_holds_what_is_looked_for_data() {
     QTest::addColumn<QString>("text");
@@ -107,6 +129,72 @@ class ControlSearchTest : public QObject {
     QCOMPARE(fixture.with(SearchResult::Passed).size(), 27 - found.size());
     QCOMPARE(fixture.count(), QStringLiteral("%1 found").arg(found.size()));
     COMPARE_CALLS(fixture.delegate.calls);
+  }
+
+  void controls_are_found_by_what_their_chords_mean_data() {
+    QTest::addColumn<int>("usage");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("wanted");
+    QTest::addColumn<bool>("isFound");
+    QTest::newRow("copy") << 6 << 1 << "copy" << true;
+    QTest::newRow("copy with the right Ctrl") << 6 << 16 << "Copy" << true;
+    QTest::newRow("copy as in old programs") << 73 << 1 << "copy" << true;
+    QTest::newRow("no chord") << 6 << 0 << "copy" << false;
+    QTest::newRow("another chord") << 6 << 5 << "copy" << false;
+    QTest::newRow("paste") << 25 << 1 << "paste" << true;
+    QTest::newRow("cut") << 27 << 1 << "cut" << true;
+    QTest::newRow("undo") << 29 << 1 << "undo" << true;
+    QTest::newRow("redo") << 28 << 1 << "redo" << true;
+    QTest::newRow("redo with Shift") << 29 << 3 << "redo" << true;
+    QTest::newRow("save") << 22 << 1 << "save" << true;
+    QTest::newRow("save as") << 22 << 3 << "save as" << true;
+    QTest::newRow("select all") << 4 << 1 << "select all" << true;
+    QTest::newRow("find") << 9 << 1 << "search" << true;
+    QTest::newRow("print") << 19 << 1 << "print" << true;
+    QTest::newRow("new") << 17 << 1 << "new" << true;
+    QTest::newRow("open") << 18 << 1 << "open" << true;
+    QTest::newRow("close") << 26 << 1 << "close" << true;
+    QTest::newRow("close a window") << 61 << 4 << "close" << true;
+    QTest::newRow("quit") << 20 << 1 << "exit" << true;
+    QTest::newRow("lock") << 15 << 8 << "lock screen" << true;
+  }
+  void controls_are_found_by_what_their_chords_mean() {
+    QFETCH(int, usage);
+    QFETCH(int, modifiers);
+    QFETCH(QString, wanted);
+    QFETCH(bool, isFound);
+    SearchFixture fixture;
+    fixture.give(ButtonsFixture::control(9), assignment(16, usage, modifiers));
+    QTest::keyClicks(&fixture.field(), wanted);
+    QCOMPARE(fixture.with(SearchResult::Found).contains(9), isFound);
+    // Nothing of the kind is said of a macro that has the same numbers.
+    fixture.give(ButtonsFixture::control(9), assignment(10, usage, modifiers));
+    QVERIFY(!fixture.with(SearchResult::Found).contains(9));
+  }
+
+  void what_a_search_passed_over_can_be_read_data() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << lightPalette();
+    QTest::newRow("dark") << darkPalette();
+  }
+  void what_a_search_passed_over_can_be_read() {
+    QFETCH(QPalette, palette);
+    SearchFixture fixture;
+    fixture.tab.setPalette(palette);
+    QTest::keyClicks(&fixture.field(), QStringLiteral("fire"));
+    for (const int number : {4, 9, 17}) {
+      ControlRow& row = fixture.row(ButtonsFixture::control(number));
+      QVERIFY(row.searchResult() == SearchResult::Passed);
+      QVERIFY(row.popUp()->isMuted());
+      const QImage image = row.grab().toImage();
+      // Without the frame and the arrow.
+      QVERIFY(textContrast(image, row.popUp()->geometry().adjusted(6, 6, -30, -6)) >= 4.5);
+      QVERIFY(textContrast(image, fixture.nameOf(number)->geometry()) >= 4.5);
+    }
+    QVERIFY(!fixture.popUp(2).isMuted());
+    fixture.field().clear();
+    QVERIFY(!fixture.popUp(4).isMuted());
+    QVERIFY(fixture.popUp(9).isMuted());
   }
 
   void the_places_of_what_was_found_are_lit_in_the_picture_and_all_others_recede() {

@@ -1,30 +1,12 @@
 #include "widgets/Palettes.h"
 
 #include <QTest>
-#include <cmath>
 
+#include "support/ColorContrast.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
-
-namespace {
-
-double luminance(const QColor& color) {
-  const auto linear = [](double share) {
-    return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(static_cast<double>(color.redF())) + 0.7152 * linear(static_cast<double>(color.greenF())) +
-         0.0722 * linear(static_cast<double>(color.blueF()));
-}
-
-// As the accessibility guidelines of the web define it: 1 to 21.
-double contrast(const QColor& one, const QColor& other) {
-  const double a = luminance(one);
-  const double b = luminance(other);
-  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
-}  // namespace
+using skarn::test::contrast;
 
 class PalettesTest : public QObject {
   Q_OBJECT
