@@ -835,6 +835,10 @@
         <source>Exported %1 profiles to %2</source>
         <translation>Exported %1 profiles to %2</translation>
     </message>
+    <message id="lkeyExportedAllOne">
+        <source>Exported 1 profile to %1</source>
+        <translation>Exported 1 profile to %1</translation>
+    </message>
     <message id="lkeyExportedTo">
         <source>Exported to %1</source>
         <translation>Exported to %1</translation>
@@ -1346,6 +1350,10 @@
     <message id="lkeyImportedAll">
         <source>%1 profiles were imported.</source>
         <translation>%1 profiles were imported.</translation>
+    </message>
+    <message id="lkeyImportedOne">
+        <source>1 profile was imported.</source>
+        <translation>1 profile was imported.</translation>
     </message>
     <message id="lkeyImportedPartly">
         <source>Imported. Values that cannot be used are as from the factory.</source>
@@ -1918,8 +1926,12 @@ For this profile, set the brightness to Off.</translation>
         <translation>Play</translation>
     </message>
     <message id="lkeyPlayEnded">
-        <source>Played to the end: %1</source>
-        <translation>Played to the end: %1</translation>
+        <source>Played to the end: %1 events</source>
+        <translation>Played to the end: %1 events</translation>
+    </message>
+    <message id="lkeyPlayEndedOne">
+        <source>Played to the end: 1 event</source>
+        <translation>Played to the end: 1 event</translation>
     </message>
     <message id="lkeyPlayField">
         <source>What the macro types</source>

@@ -183,6 +183,7 @@ class MouseMainController : public QObject,
 
   // --- Profiles
   std::optional<vorn::ReturnStatus> addNewProfileWithSettings(const vorn::PropertyList& profile) override;
+  std::optional<vorn::ReturnStatus> addFurtherProfileWithSettings(const vorn::PropertyList& profile) override;
   // A negative ID means the active profile.
   void updateProfileWithID(int profileID, const vorn::PropertyList& andSettings);
   void updateProfileWithSettings(const vorn::PropertyList& settings) override;

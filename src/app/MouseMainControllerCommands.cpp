@@ -88,6 +88,13 @@ std::optional<vorn::ReturnStatus> MouseMainController::addNewProfileWithSettings
                         profile[keys::ProfileName].string());
 }
 
+std::optional<vorn::ReturnStatus> MouseMainController::addFurtherProfileWithSettings(const PropertyList& profile) {
+  return changeProfiles(
+      MessageID::AddProfile,
+      envelope().with(requestKeys::DeviceSettingsDictionary, profile).with(requestKeys::IsContinuation, true),
+      profile[keys::ProfileName].string());
+}
+
 std::optional<vorn::ReturnStatus> MouseMainController::reorderProfiles(const vorn::ProfileOrder& order,
                                                                        const PropertyList& names) {
   return changeProfiles(

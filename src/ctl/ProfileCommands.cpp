@@ -27,14 +27,16 @@ Failure namelessness() {
   return {ExitStatus::Usage, "a profile needs a name"};
 }
 
-// The new profile with its name made unique among the others, sent to the engine: its "id" and "name".
+// The new profile with its name made unique among the others, sent to the engine: its "id" and "name". isContinuation:
+// it is one change with the profile that was added before it.
 Result<PropertyList> added(Context& context, const PropertyList& profiles, const PropertyList& record,
-                           std::string_view wantedName) {
+                           std::string_view wantedName, bool isContinuation = false) {
   if (wantedName.empty()) return namelessness();
   const std::string name = VrCoreUtility::generateName(profiles, wantedName, keys::ProfileName);
-  const auto answer =
-      change(context.engine, MessageID::AddProfile,
-             PropertyList::dictionary({{requestKeys::DeviceSettingsDictionary, record.with(keys::ProfileName, name)}}));
+  PropertyList request =
+      PropertyList::dictionary({{requestKeys::DeviceSettingsDictionary, record.with(keys::ProfileName, name)}});
+  if (isContinuation) request = request.with(requestKeys::IsContinuation, true);
+  const auto answer = change(context.engine, MessageID::AddProfile, request);
   if (!answer) return answer.failure();
   return PropertyList::dictionary({{"id", profiles.size()}, {"name", name}});
 }
@@ -193,10 +195,12 @@ Outcome importAll(Context& context, const std::string& path) {
     if (!context.output.isJson()) context.output.line("not imported: " + each.path + ": " + each.reason);
     objects = objects.appending(PropertyList::dictionary({{"file", each.path}, {"reason", each.reason}}));
   }
+  bool isContinuation = false;
   for (const ProfileFolderEntry& entry : folder.entries) {
     const PropertyList& record = entry.contents.record;
-    const auto profile = added(context, profiles, record, record[keys::ProfileName].string());
+    const auto profile = added(context, profiles, record, record[keys::ProfileName].string(), isContinuation);
     if (!profile) return profile.failure();
+    isContinuation = true;
     if (!context.output.isJson()) context.output.line(titleOfAdded(*profile));
     objects = objects.appending(*profile);
     profiles = profiles.appending(record.with(keys::ProfileName, (*profile)["name"]));

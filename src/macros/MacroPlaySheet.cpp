@@ -88,7 +88,8 @@ void MacroPlaySheet::step() {
     return;
   }
   setPlaying(false);
-  tell(localized("lkeyPlayEnded").arg(static_cast<int>(mEvents.size())));
+  tell(mEvents.size() == 1 ? localized("lkeyPlayEndedOne")
+                           : localized("lkeyPlayEnded").arg(static_cast<int>(mEvents.size())));
 }
 
 }  // namespace skarn

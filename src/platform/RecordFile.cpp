@@ -125,7 +125,9 @@ void exportProfileFolder(QWidget* window, const QString& path, const vorn::Prope
   if (const auto problem = vorn::writeProfileFolder(QFile::encodeName(path).toStdString(), profiles)) {
     return showExportProblem(window, path, *problem);
   }
-  notice.say(localized("lkeyExportedAll").arg(QString::number(profiles.size()), shownPath(path)));
+  notice.say(profiles.size() == 1
+                 ? localized("lkeyExportedAllOne").arg(shownPath(path))
+                 : localized("lkeyExportedAll").arg(QString::number(profiles.size()), shownPath(path)));
 }
 
 void showImportProblem(QWidget* window, const QString& path, const QString& problem) {

@@ -194,14 +194,16 @@ void MouseProfilesController::addAllImported(const std::vector<ProfileCandidate>
   for (const ProfileCandidate& candidate : candidates) {
     const PropertyList profile = candidate.record.with(
         keys::ProfileName, checkForDuplicateName(profilesArray, candidate.record[keys::ProfileName].string()));
-    const auto status = profileDelegate->addNewProfileWithSettings(profile);
+    const auto status = count == 0 ? profileDelegate->addNewProfileWithSettings(profile)
+                                   : profileDelegate->addFurtherProfileWithSettings(profile);
     if (!isAdded(status)) {
       showImportProblem(sheetParent(), candidate.path, reasonAgainstAdding(vorn::RecordKind::Profile, status));
       break;
     }
     ++count;
   }
-  if (count > 0) mUi->mProfileNotice->say(localized("lkeyImportedAll").arg(count));
+  if (count == 0) return;
+  mUi->mProfileNotice->say(count == 1 ? localized("lkeyImportedOne") : localized("lkeyImportedAll").arg(count));
 }
 
 // --- Applications

@@ -16,6 +16,8 @@ class ProfileControllerDelegate {
 
   // What the engine said: Done and PartlyRefused mean that the profile is there. None without a usable answer.
   virtual std::optional<vorn::ReturnStatus> addNewProfileWithSettings(const vorn::PropertyList& profile) = 0;
+  // The same for one more profile of several that come together: one change with the addition before it.
+  virtual std::optional<vorn::ReturnStatus> addFurtherProfileWithSettings(const vorn::PropertyList& profile) = 0;
   virtual void deleteProfileWithProfileID(int profileID) = 0;
   virtual void switchProfileWithID(int profileID) = 0;
   virtual void renameProfileWithProfileID(int profileID, const vorn::PropertyList& andSettings) = 0;

@@ -91,6 +91,8 @@ inline constexpr Key HasNoDelay = "HasNoDelay";
 inline constexpr Key SourceApp = "Source App";
 // Of a program that asks and goes: the answers to its queries concern nobody else, and nothing is announced for it.
 inline constexpr Key IsVisitor = "IsVisitor";
+// It goes on with what the same connection has asked for just before: to be undone together.
+inline constexpr Key IsContinuation = "IsContinuation";
 }  // namespace requestKeys
 
 namespace replyKeys {

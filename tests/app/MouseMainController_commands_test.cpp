@@ -56,6 +56,8 @@ const std::vector<Command>& commands() {
        Follow::Nothing},
       {"add profile", MessageID::AddProfile, [](Hub& hub) { hub.addNewProfileWithSettings(record()); },
        request({{"DeviceSettingsDictionary", record()}}), Follow::Bundle},
+      {"add a further profile", MessageID::AddProfile, [](Hub& hub) { hub.addFurtherProfileWithSettings(record()); },
+       request({{"DeviceSettingsDictionary", record()}, {"IsContinuation", true}}), Follow::Bundle},
       {"update profile", MessageID::UpdateProfile, [](Hub& hub) { hub.updateProfileWithID(2, record()); },
        request({{"ProfileID", 2}, {"DeviceSettingsDictionary", record()}}), Follow::Bundle},
       {"update the active profile", MessageID::UpdateProfile, [](Hub& hub) { hub.updateProfileWithID(-1, record()); },

@@ -79,10 +79,10 @@ TEST_F(VornCtlHistoryTest, GoesToAChangeOfTheList) {
 }
 
 TEST_F(VornCtlHistoryTest, NeverForcesWhatAnotherHasChangedSince) {
-  done({"set", "KeymapID", "3"});
-  done({"device", "click", "keymap"});
+  done({"set", "StageValue", "3"});
+  done({"device", "click", "stage-up"});
   const PropertyList now = settings();
-  EXPECT_EQ(now["Profiles"].at(0)["KeymapID"], PropertyList(4));
+  EXPECT_NE(now["Profiles"].at(0)["StageValue"], PropertyList(3));
   refused({"undo"}, "vornctl: All that it changed has been changed again since; nothing has been changed now\n");
   EXPECT_EQ(settings(), now);
   EXPECT_EQ(history(), Lines());

@@ -161,7 +161,9 @@ TEST_F(VornCtlRequestsTest, ExportAndImportAllProfiles) {
   const auto added = [](const char* name, int keymap) {
     return FakeEngineProcess::Request{5, dictionary({{"DeviceSettingsDictionary", profile(name, keymap)}})};
   };
-  EXPECT_EQ(requestsOf({"profiles", "import", "--all", all}), (Expected{added("One(2)", 0), added("Two(2)", 1)}));
+  FakeEngineProcess::Request further = added("Two(2)", 1);
+  further.body = further.body.with("IsContinuation", true);
+  EXPECT_EQ(requestsOf({"profiles", "import", "--all", all}), (Expected{added("One(2)", 0), further}));
   EXPECT_EQ(output, "Profile 3 \"One(2)\"\nProfile 4 \"Two(2)\"\n");
   EXPECT_EQ(requestsOf({"profiles", "import", "--all", all, "--json"}).size(), 2U);
   EXPECT_EQ(output, "[{\"id\":2,\"name\":\"One(2)\"},{\"id\":3,\"name\":\"Two(2)\"}]\n");

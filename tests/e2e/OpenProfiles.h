@@ -102,6 +102,12 @@ class OpenProfiles : public OpenWindow {
     enterPath("mProfileOpenPanel", path);
     confirmImport();
   }
+  // Takes the last change back, as soon as the window has heard of it.
+  void undo(const char* change) {
+    auto* button = find<QToolButton>("mUndoButton");
+    QTRY_COMPARE_WITH_TIMEOUT(button->toolTip(), QStringLiteral("Undo: ") + QString::fromUtf8(change), deadline);
+    QTest::mouseClick(button, Qt::LeftButton);
+  }
   // What the file holds is told first, where it can be imported.
   void confirmImport() {
     auto* sheet = dialog<QDialog>("profileImportSheet");

@@ -146,6 +146,9 @@ class ProfilesWithEngineTest : public QObject {
     QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 1);
     const PropertyList profiles = mOther->bundle()[keys::Profiles];
     QVERIFY(profiles.at(1) == profiles.at(0).with(keys::ProfileName, "Default(2)"));
+    mWindow->undo("Profile “Default(2)” added");
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->names(), QStringList{"Default"}, deadline);
+    verifyShows({"Default"}, 0);
   }
 
   void all_profiles_survive_export_and_import_in_their_order() {
@@ -166,6 +169,10 @@ class ProfilesWithEngineTest : public QObject {
       QVERIFY(after.at(profile + 2) ==
               before.at(profile).with(keys::ProfileName, after.at(profile + 2)[keys::ProfileName]));
     }
+    mWindow->undo("2 profiles added");
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->names(), (QStringList{"Default", "Work"}), deadline);
+    verifyShows({"Default", "Work"}, 0);
+    QVERIFY(mOther->bundle()[keys::Profiles] == before);
   }
 
   void a_full_list_offers_no_import_and_takes_none() {

@@ -41,7 +41,7 @@ class MacroPlaySheetTest : public QObject {
     QVERIFY(fixture.sheet != nullptr);
     QTRY_VERIFY(!fixture.sheet->isPlaying());
     QCOMPARE(fixture.typed(), QStringLiteral("Hello,\nWorld 1!"));
-    QCOMPARE(fixture.progress(), QStringLiteral("Played to the end: 36"));
+    QCOMPARE(fixture.progress(), QStringLiteral("Played to the end: 36 events"));
     QCOMPARE(fixture.delegate.take(), QStringList{"reloadMacros()"});
     // Once more.
     QCOMPARE(fixture.title(), QStringLiteral("Play"));
@@ -73,7 +73,7 @@ class MacroPlaySheetTest : public QObject {
     QTRY_VERIFY(fixture.sheet && !fixture.sheet->isPlaying());
     QCOMPARE(fixture.typed(), QStringLiteral("a"));
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("kept"));
-    QCOMPARE(fixture.progress(), QStringLiteral("Played to the end: 12"));
+    QCOMPARE(fixture.progress(), QStringLiteral("Played to the end: 12 events"));
   }
 
   void itWaitsForTheDelaysAndStopEndsThem() {

@@ -153,7 +153,8 @@ class ProfileImportSheetTest : public QObject {
     QCOMPARE(told.constLast(), "Why: " + localized("lkeyNoRoomForProfile"));
     QTest::keyClick(sheet(), Qt::Key_Return);
     QTRY_VERIFY(!sheet());
-    VERIFY_CALLS(mTest->delegate.calls, {added(profile("Work(2)")), added(profile("Raid")), added(profile("Race"))});
+    VERIFY_CALLS(mTest->delegate.calls,
+                 {added(profile("Work(2)")), addedFurther(profile("Raid")), addedFurther(profile("Race"))});
     QCOMPARE(mTest->selectedRow(), 0);
     QCOMPARE(mTest->find<QLabel>("mProfileNotice")->text(), QStringLiteral("3 profiles were imported."));
   }

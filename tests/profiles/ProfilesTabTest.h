@@ -37,6 +37,9 @@ using ProfileCalls = std::vector<ProfileCall>;
 inline ProfileCall added(const PropertyList& profile) {
   return {"add", -1, profile};
 }
+inline ProfileCall addedFurther(const PropertyList& profile) {
+  return {"add further", -1, profile};
+}
 inline ProfileCall deleted(int profileID) {
   return {"delete", profileID, {}};
 }
@@ -71,14 +74,10 @@ inline std::string described(const ProfileCalls& calls) {
 class RecordingProfileDelegate : public ProfileControllerDelegate {
  public:
   std::optional<vorn::ReturnStatus> addNewProfileWithSettings(const PropertyList& profile) override {
-    record({"add", -1, profile});
-    if (!doesAnswer) return std::nullopt;
-    if (!vorn::isChanged(statusOfAdd)) {
-      if (doesRefusalTellTheList) reload();
-      return statusOfAdd;
-    }
-    answer([&] { list = list.appending(profile); });
-    return statusOfAdd;
+    return add("add", profile);
+  }
+  std::optional<vorn::ReturnStatus> addFurtherProfileWithSettings(const PropertyList& profile) override {
+    return add("add further", profile);
   }
   void deleteProfileWithProfileID(int profileID) override {
     record(deleted(profileID));
@@ -145,6 +144,16 @@ class RecordingProfileDelegate : public ProfileControllerDelegate {
   std::function<void()> duringCall;  // before the answer
 
  private:
+  std::optional<vorn::ReturnStatus> add(const char* how, const PropertyList& profile) {
+    record({how, -1, profile});
+    if (!doesAnswer) return std::nullopt;
+    if (!vorn::isChanged(statusOfAdd)) {
+      if (doesRefusalTellTheList) reload();
+      return statusOfAdd;
+    }
+    answer([&] { list = list.appending(profile); });
+    return statusOfAdd;
+  }
   void record(const ProfileCall& call) {
     calls.push_back(call);
     if (duringCall) duringCall();

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core-engine/history/ChangeDescription.h"
+#include "model/SettingsKeys.h"
 #include "protocol/History.h"
 
 namespace vorn::engine {
@@ -22,6 +23,7 @@ constexpr std::array draggedKinds = {kinds::Sensitivity, kinds::Stages, kinds::A
 constexpr std::array deletions = {kinds::ProfileDeleted, kinds::MacroDeleted};
 constexpr auto pauseWithinDrag = std::chrono::seconds(1);
 constexpr auto pauseWithinCleanUp = std::chrono::seconds(5);
+constexpr auto pauseWithinAddition = std::chrono::seconds(5);
 
 template <typename Range>
 bool isOneOf(std::string_view kind, const Range& kinds) {
@@ -30,6 +32,12 @@ bool isOneOf(std::string_view kind, const Range& kinds) {
 
 std::string_view kindOf(const PropertyList& description) {
   return description[history::keys::Kind].string();
+}
+
+// New profiles come to the end.
+bool isLastProfileActive(const PropertyList& bundle) {
+  const auto count = static_cast<std::int64_t>(bundle[keys::Profiles].size());
+  return bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64() == count - 1;
 }
 
 }  // namespace
@@ -63,7 +71,7 @@ History::Change History::changeFor(const PropertyList& before, const PropertyLis
 
 History::Change History::requested(const PropertyList& before, const PropertyList& after,
                                    const ChangeOrigin& origin) const {
-  if (continuesGesture(origin)) {
+  if (continuesGesture(origin, after)) {
     Edits edits = editsBetween(mGesture->before, after);
     // Dragged back to where it was.
     if (edits.empty()) return {{.dropsLast = true}};
@@ -81,6 +89,8 @@ History::Change History::requested(const PropertyList& before, const PropertyLis
   if (edits.empty()) return {{.undone = mEntries.undone()}, mGesture};
   Gesture gesture{origin, before, mScheduler.now()};
   Entry entry = entryFor(mEntries.lastID() + 1, std::move(edits), gesture, after);
+  // Who looks at another keymap changes nothing that could be taken back, and ends nothing that could be made again.
+  if (kindOf(entry.description) == kinds::KeymapInForce) return {{.undone = mEntries.undone()}};
   return {{.endsUndone = true, .added = std::move(entry)}, std::move(gesture)};
 }
 
@@ -105,7 +115,7 @@ void History::carryOut(const Change& change) {
   if (hasChanged && mChanged) mChanged();
 }
 
-bool History::continuesGesture(const ChangeOrigin& origin) const {
+bool History::continuesGesture(const ChangeOrigin& origin, const PropertyList& after) const {
   if (!mGesture || mEntries.all().empty() || mEntries.undone() > 0 || mGesture->origin.client != origin.client ||
       origin.isRestoring)
     return false;
@@ -115,6 +125,11 @@ bool History::continuesGesture(const ChangeOrigin& origin) const {
     const bool isSwitch = kind == kinds::ProfileDeleted && origin.request == MessageID::SwitchProfile;
     const bool isCleanUp = origin.request == MessageID::ReplaceAllProfiles || isSwitch;
     return isCleanUp && pause <= pauseWithinCleanUp;
+  }
+  if (kind == kinds::ProfileAdded) {
+    return pause <= pauseWithinAddition && (origin.request == MessageID::SwitchProfile
+                                                ? isLastProfileActive(after)
+                                                : origin.request == MessageID::AddProfile && origin.isContinuation);
   }
   return isOneOf(kind, draggedKinds) && origin.request == mGesture->origin.request && pause <= pauseWithinDrag;
 }

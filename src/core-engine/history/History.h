@@ -2,8 +2,9 @@
 // play is not among them. One thread, the engine's.
 //
 // The changes are taken back in their order, the newest first, and made again in the opposite one; a new change ends
-// what could be made again. The steps of one gesture are one change: what a slider sends while it is dragged, and what
-// a client sends after it has deleted a macro or a profile, to clean up the assignments.
+// what could be made again. The steps of one gesture are one change: what a slider sends while it is dragged, what a
+// client sends after it has deleted a macro or a profile, to clean up the assignments, and what it sends to add several
+// profiles and to switch to a new one. Another keymap in force, alone, is no change.
 #pragma once
 
 #include <cstddef>
@@ -98,7 +99,7 @@ class History {
   Change requested(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) const;
   // The last entry, or the next one, as the change from the begin of the gesture on.
   Entry entryFor(std::uint64_t id, Edits edits, const Gesture& gesture, const PropertyList& after) const;
-  bool continuesGesture(const ChangeOrigin& origin) const;
+  bool continuesGesture(const ChangeOrigin& origin, const PropertyList& after) const;
   // Takes back or makes again until so many entries stand.
   void leave(std::size_t standing, const Done& done);
   Plan planned(std::size_t standing) const;

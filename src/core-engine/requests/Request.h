@@ -36,6 +36,8 @@ struct Request {
   bool namesPort() const { return !replyPort().empty() && replyPort() != enginePortName; }
   // Whether it comes from a program that asks and goes, and that listens to no news.
   bool isOfVisitor() const { return body[requestKeys::IsVisitor].toBool(); }
+  // Whether it goes on with what the same connection has asked for just before.
+  bool isContinuation() const { return body[requestKeys::IsContinuation].toBool(); }
 };
 
 // What requests act on. All of it outlives the requests.

@@ -20,7 +20,11 @@ bool provideSettings(EngineParts& parts, const Request& request, const std::stri
 }
 
 ChangeOrigin originOf(const Request& request) {
-  return {ChangeOrigin::Kind::Request, request.sender, sourceAppOf(request), request.messageID};
+  return {.kind = ChangeOrigin::Kind::Request,
+          .client = request.sender,
+          .sourceApp = sourceAppOf(request),
+          .request = request.messageID,
+          .isContinuation = request.isContinuation()};
 }
 
 Answer getAllSettings(EngineParts& parts, const Request& request) {

@@ -19,7 +19,8 @@ struct ChangeOrigin {
   std::string client{};     // unique bus name of its connection
   std::string sourceApp{};  // empty where it gave none
   MessageID request{};
-  bool isRestoring = false;  // it gives a profile all of its factory settings
+  bool isRestoring = false;     // it gives a profile all of its factory settings
+  bool isContinuation = false;  // it goes on with what the client has asked for just before
   // Of a backup that is put in the place of the settings: its date.
   std::string backup{};
 };

@@ -62,7 +62,10 @@ class HistoryRandomTest : public testing::TestWithParam<std::tuple<unsigned, int
 
   void change() {
     const RandomChange wanted = random.next(engine->now());
-    const ChangeOrigin origin{ChangeOrigin::Kind::Request, random.number(2) == 0 ? ":1.1" : ":1.2", "", wanted.request};
+    const ChangeOrigin origin{.kind = ChangeOrigin::Kind::Request,
+                              .client = random.number(2) == 0 ? ":1.1" : ":1.2",
+                              .request = wanted.request,
+                              .isContinuation = random.number(2) == 0};
     // Some come so soon after the one before that they are one.
     engine->scheduler.advance(std::chrono::milliseconds(random.number(3) * 5000));
     perform([&] { engine->change(wanted.bundle, origin); }, wanted.bundle);

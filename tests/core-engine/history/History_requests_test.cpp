@@ -262,8 +262,30 @@ TEST_F(HistoryRequestsTest, KeepTheValuesOfAProfile) {
   for (const auto& [kind, settings] : values) {
     expectOne(words({{"kind", kind}, {"profile", "Work"}}), [this, given = settings] { update(given); });
   }
-  expectOne(words({{"kind", "keymapInForce"}, {"profile", "Work"}, {"keymap", 3}}), [&] {
-    update(words({{"KeymapID", 3}}));
+}
+
+TEST_F(HistoryRequestsTest, KeepNothingOfAnotherKeymapInForce) {
+  expectNone([&] { update(words({{"KeymapID", 3}})); });
+  // The window sends its groups along.
+  const PropertyList keymap = store.bundle()["Profiles"].at(1)["Keymap"].at(5);
+  expectNone([&] { update(words({{"KeymapID", 5}, {"Keys", keymap["Keys"]}, {"Buttons", keymap["Buttons"]}})); });
+}
+
+TEST_F(HistoryRequestsTest, KeepTheProfilesOfOneImportAsOneChange) {
+  const auto add = [this](const char* name, Entries further) {
+    further.emplace_back("DeviceSettingsDictionary", engine::test::profile(name));
+    ask(MessageID::AddProfile, std::move(further));
+  };
+  expectOne(words({{"kind", "profileAdded"}, {"profile", "A"}, {"count", 2}}), [&] {
+    add("A", {});
+    add("B", {{"IsContinuation", true}});
+  });
+}
+
+TEST_F(HistoryRequestsTest, KeepAnAddedProfileWithTheSwitchToIt) {
+  expectOne(words({{"kind", "profileAdded"}, {"profile", "A"}}), [&] {
+    ask(MessageID::AddProfile, {{"DeviceSettingsDictionary", engine::test::profile("A")}});
+    ask(MessageID::SwitchProfile, {{"ProfileID", 3}});
   });
 }
 

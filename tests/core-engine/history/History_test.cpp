@@ -82,6 +82,25 @@ class HistoryTest : public testing::Test {
       return *withUpdatedProfile(bundle, 1, keys).bundle;
     });
   }
+  void addProfile(const ChangeOrigin& origin, const std::string& name, bool isContinuation = false) {
+    ChangeOrigin adding = asking(origin, MessageID::AddProfile);
+    adding.isContinuation = isContinuation;
+    request(adding, [&](const PropertyList& bundle) {
+      return *withAddedProfile(bundle, bundle["Profiles"].at(0).with("ProfileName", name), PropertyList()).bundle;
+    });
+  }
+  void switchProfile(const ChangeOrigin& origin, std::int64_t position) {
+    request(asking(origin, MessageID::SwitchProfile),
+            [&](const PropertyList& bundle) { return *withActiveProfile(bundle, position).bundle; });
+  }
+  void deleteProfile(const ChangeOrigin& origin, std::int64_t position) {
+    request(asking(origin, MessageID::DeleteProfile),
+            [&](const PropertyList& bundle) { return *withoutProfile(bundle, position).bundle; });
+  }
+  // So many profiles are left, without an entry.
+  void makeRoom(std::size_t count) {
+    while (now()["Profiles"].size() > count) deleteProfile(mouse, static_cast<std::int64_t>(count));
+  }
   void letPass(milliseconds time) { mScheduler.advance(time); }
 
   const PropertyList& now() const { return mStore.bundle(); }
@@ -155,9 +174,43 @@ TEST_F(HistoryTest, ARequestThatChangesNothingIsNoEntry) {
   EXPECT_EQ(mTold, 1);
 }
 
+TEST_F(HistoryTest, AnotherKeymapToLookAtIsNoEntryAndStaysWhenTheChangeBeforeItIsTakenBack) {
+  update(window, setting("Keys", setting("43", assignment(3))));
+  const PropertyList before = now();
+  update(window, setting("KeymapID", 4));
+  EXPECT_NE(now(), before);
+  EXPECT_EQ(entries(), Kinds{"assignment"});
+  EXPECT_EQ(mTold, 1);
+
+  const History::Result result = undo();
+  EXPECT_EQ(result.outcome, Outcome::Done);
+  EXPECT_EQ(result.conflicts, 0U);
+  update(mouse, setting("KeymapID", 0));
+  EXPECT_EQ(now(), bundleWithMacros(3));
+}
+
+TEST_F(HistoryTest, AnotherKeymapToLookAtEndsNothingThatCouldBeMadeAgain) {
+  update(window, setting("PollingRate", 125));
+  const PropertyList after = now();
+  undo();
+  update(window, setting("KeymapID", 4));
+  EXPECT_EQ(redo().outcome, Outcome::Done);
+  update(window, setting("KeymapID", 0));
+  EXPECT_EQ(now(), after);
+}
+
+TEST_F(HistoryTest, AnotherKeymapToLookAtIsNoPartOfTheGestureAroundIt) {
+  update(window, setting("DPIX", 900));
+  update(window, setting("KeymapID", 4));
+  update(window, setting("DPIX", 1000));
+  EXPECT_EQ(entries(), (Kinds{"sensitivity", "sensitivity"}));
+  goTo(0);
+  EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(4));
+}
+
 TEST_F(HistoryTest, WhatAllHaveChangedSinceIsNotTakenBackAndNoLongerOffered) {
-  update(window, setting("KeymapID", 3));
-  update(mouse, setting("KeymapID", 5));
+  update(window, setting("PollingRate", 125));
+  update(mouse, setting("PollingRate", 500));
   const PropertyList before = now();
 
   const History::Result result = undo();
@@ -244,15 +297,15 @@ TEST_F(HistoryTest, GoesBackToAChangeAndOnToALaterOneInOneSave) {
 
 TEST_F(HistoryTest, WhatNoLongerStandsIsLeftOutOfTheWayBack) {
   update(window, setting("PollingRate", 125));
-  update(window, setting("KeymapID", 3));
+  update(window, setting("PollingRate", 125), 1);
   update(window, setting("AutoSwitchOn", 1));
   const PropertyList rate = bundleWithMacros(3)["Profiles"].at(0)["PollingRate"];
-  update(mouse, setting("KeymapID", 5));
+  update(mouse, setting("PollingRate", 500), 1);
   const History::Result result = goTo(0);
   EXPECT_EQ(result.outcome, Outcome::Done);
   EXPECT_EQ(result.entries, 2U);
   EXPECT_EQ(result.conflicts, 1U);
-  EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(5));
+  EXPECT_EQ(now()["Profiles"].at(1)["PollingRate"], PropertyList(500));
   EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], rate);
   EXPECT_EQ(entries(), (Kinds{"pollingRate", "application"}));
   EXPECT_EQ(mHistory.entries().standing(), 0U);
@@ -347,13 +400,79 @@ TEST_F(HistoryTest, WhatAnotherClientReplacesAfterADeletionIsAChangeOfItsOwn) {
 TEST_F(HistoryTest, ADeletedProfileIsOneChangeWithTheSwitchThatFollows) {
   update(window, setting("ProfileName", "kept"), 1);
   const PropertyList before = now();
-  request(asking(window, MessageID::DeleteProfile),
-          [](const PropertyList& bundle) { return *withoutProfile(bundle, 3).bundle; });
-  request(asking(window, MessageID::SwitchProfile),
-          [](const PropertyList& bundle) { return *withActiveProfile(bundle, 2).bundle; });
+  deleteProfile(window, 3);
+  switchProfile(window, 2);
   EXPECT_EQ(entries(), (Kinds{"profileRenamed", "profileDeleted"}));
   EXPECT_EQ(undo().outcome, Outcome::Done);
   EXPECT_EQ(now(), before);
+}
+
+TEST_F(HistoryTest, ANewProfileIsOneChangeWithTheSwitchToIt) {
+  makeRoom(4);
+  const PropertyList before = now();
+  addProfile(window, "New");
+  letPass(milliseconds(4900));
+  switchProfile(window, 4);
+  const PropertyList after = now();
+  EXPECT_EQ(entries(), Kinds{"profileAdded"});
+  EXPECT_EQ(mHistory.entries().all().front().description,
+            PropertyList::dictionary({{"kind", "profileAdded"}, {"profile", "New"}}));
+  EXPECT_EQ(undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
+  EXPECT_EQ(redo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), after);
+}
+
+TEST_F(HistoryTest, ASwitchToAnotherProfileOrByAnotherOrLaterIsNoPartOfTheAddition) {
+  makeRoom(2);
+  addProfile(window, "A");
+  switchProfile(window, 1);
+  addProfile(window, "B");
+  switchProfile(other, 3);
+  switchProfile(window, 0);
+  addProfile(window, "C");
+  letPass(milliseconds(5100));
+  switchProfile(window, 4);
+  EXPECT_EQ(entries(), (Kinds{"profileAdded", "profileSwitched", "profileAdded", "profileSwitched", "profileSwitched",
+                              "profileAdded", "profileSwitched"}));
+}
+
+TEST_F(HistoryTest, TheProfilesOfOneImportAreOneChange) {
+  makeRoom(2);
+  const PropertyList before = now();
+  addProfile(window, "A");
+  for (const char* name : {"B", "C"}) {
+    letPass(milliseconds(4900));
+    addProfile(window, name, true);
+  }
+  const PropertyList after = now();
+  EXPECT_EQ(entries(), Kinds{"profileAdded"});
+  EXPECT_EQ(mHistory.entries().all().front().description,
+            PropertyList::dictionary({{"kind", "profileAdded"}, {"profile", "A"}, {"count", 3}}));
+  EXPECT_EQ(undo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), before);
+  EXPECT_EQ(redo().outcome, Outcome::Done);
+  EXPECT_EQ(now(), after);
+}
+
+TEST_F(HistoryTest, ProfilesThatAreAddedApartAreChangesOfTheirOwn) {
+  makeRoom(1);
+  addProfile(window, "A");
+  addProfile(window, "B");
+  addProfile(other, "C", true);
+  letPass(milliseconds(5100));
+  addProfile(other, "D", true);
+  EXPECT_EQ(entries(), (Kinds{"profileAdded", "profileAdded", "profileAdded", "profileAdded"}));
+}
+
+TEST_F(HistoryTest, AProfileContinuesNothingThatWasTakenBackOrWasNoAddition) {
+  makeRoom(2);
+  update(window, setting("PollingRate", 125));
+  addProfile(window, "A", true);
+  addProfile(window, "B");
+  undo();
+  addProfile(window, "C", true);
+  EXPECT_EQ(entries(), (Kinds{"pollingRate", "profileAdded", "profileAdded"}));
 }
 
 }  // namespace

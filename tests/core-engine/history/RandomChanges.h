@@ -139,7 +139,8 @@ class RandomChanges {
       case 1:
         return words({{"DPIX", 100 * (number(50) + 1)}});
       case 2:
-        return words({{"KeymapID", number(8)}});
+        // A look at another keymap alone would be no change.
+        return words({{"KeymapID", number(8)}, {"ProfileName", "Profile " + std::to_string(++mRenamed)}});
       case 3:
         return words({{"ScrollLED", number(2)}, {"LEDEffects", number(3)}});
       case 4:
@@ -150,6 +151,7 @@ class RandomChanges {
   }
 
   std::mt19937 mRandom;
+  int mRenamed = 0;
   PropertyList mFactoryProfile;
 };
 
