@@ -66,12 +66,14 @@ void RowDrag::paint(QPainter& painter, const vorn::PropertyList& profiles) const
   painter.fillRect(rowRect(mRow), veil);
   const auto there = move(profiles);
   if (!there) return;
-  const int y = there->to > there->from ? rowRect(there->to).bottom() : rowRect(there->to).top();
+  const int gapY = there->to > there->from ? rowRect(there->to).bottom() : rowRect(there->to).top();
+  // At the edge of the table the whole knob is to be seen.
+  const int y = qBound(knobSize / 2 + 1, gapY, mTable.viewport()->height() - knobSize / 2 - 1);
   const QColor mark = mTable.palette().color(QPalette::Text);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.fillRect(QRect(knobSize, qMax(0, y - lineWidth / 2), mTable.viewport()->width() - knobSize, lineWidth), mark);
+  painter.fillRect(QRect(knobSize, y - lineWidth / 2, mTable.viewport()->width() - knobSize, lineWidth), mark);
   painter.setPen(QPen(mark, lineWidth));
-  painter.drawEllipse(QRectF(1, qMax(1, y - knobSize / 2), knobSize - 1, knobSize - 1));
+  painter.drawEllipse(QRectF(1, y - knobSize / 2.0 + 0.5, knobSize - 1, knobSize - 1));
 }
 
 }  // namespace skarn
