@@ -23,6 +23,10 @@ std::int64_t idOf(const PropertyList& entry) {
   return entry[words::ID].toInt64();
 }
 
+bool isOfThisWindow(const PropertyList& entry) {
+  return entry[words::SourceApp].string() == vorn::configuratorIdentifier;
+}
+
 Result resultOf(Outcome outcome) {
   switch (outcome) {
     case Outcome::Done:
@@ -31,6 +35,8 @@ Result resultOf(Outcome outcome) {
       return Result::NothingLeft;
     case Outcome::ChangedSince:
       return Result::ChangedSince;
+    case Outcome::Outdated:
+      return Result::OtherCameBetween;
     case Outcome::NotSaved:
       return Result::NotSaved;
     case Outcome::NoHistory:
@@ -83,7 +89,7 @@ void SettingsHistory::end() {
   mIsFetching = false;
   mMustFetch = false;
   mSteps.clear();
-  mIsStepping = false;
+  mStep.reset();
   mReport = {};
   emit changed();
 }
@@ -127,13 +133,12 @@ void SettingsHistory::take(const HistoryAnswer& answer) {
 void SettingsHistory::noteNewest() {
   const PropertyList& newest = mEntries.at(0);
   const std::optional<std::int64_t> before = std::exchange(mNewestSeen, idOf(newest));
-  const bool isOurs = newest[words::SourceApp].string() == vorn::configuratorIdentifier;
   const std::string_view kind = newest[words::Kind].string();
   const bool isDeletion =
       kind == kinds::ProfileDeleted || kind == kinds::MacroDeleted || kind == kinds::MacroEventsRemoved;
   // What was there when the list was first told is old.
   const bool isNew = before && idOf(newest) > *before && !newest[words::IsUndone].toBool();
-  if (isNew && isOurs && isDeletion) emit deleted(newest);
+  if (isNew && isOfThisWindow(newest) && isDeletion) emit deleted(newest);
 }
 
 // --- Steps
@@ -144,7 +149,23 @@ void SettingsHistory::goTo(std::int64_t id) {
     return idOf(entry) == id && entry[words::IsUndone].toBool();
   };
   const bool isRedo = std::any_of(entries.begin(), entries.end(), isUndone);
-  add({{HistoryCall::GoTo, id}, std::nullopt, isRedo, isRedo ? nextRedo() : nextUndo()});
+  add({.request = {HistoryCall::GoTo, id}, .isRedo = isRedo, .next = isRedo ? nextRedo() : nextUndo()});
+}
+
+void SettingsHistory::addNext(HistoryCall call) {
+  const std::int64_t id = nextAfterSteps(call == HistoryCall::Redo);
+  add({.request = {call, id}, .newestKnown = idOf(mEntries.at(0))});
+}
+
+std::int64_t SettingsHistory::nextAfterSteps(bool isRedo) const {
+  std::int64_t position = undoneCount();
+  std::deque<Step> steps = mSteps;
+  if (mStep) steps.push_front(*mStep);
+  for (const Step& step : steps) {
+    if (step.request.call == HistoryCall::GoTo) return 0;
+    position += step.isRedo ? -1 : 1;
+  }
+  return idOf(mEntries.at(isRedo ? position - 1 : position));
 }
 
 void SettingsHistory::add(const Step& step) {
@@ -154,42 +175,74 @@ void SettingsHistory::add(const Step& step) {
 }
 
 void SettingsHistory::goOn() {
-  if (mIsStepping || mSteps.empty()) return;
-  mIsStepping = true;
-  const Step step = mSteps.front();
+  if (mStep || mSteps.empty()) return;
+  mStep = mSteps.front();
   mSteps.pop_front();
+  const Step step = *mStep;
   mReport.isRedo = step.isRedo;
+  const bool isNamed = step.request.call == HistoryCall::GoTo || step.request.change != 0;
+  isNamed ? perform(step) : look(step);
+}
+
+void SettingsHistory::perform(const Step& step) {
   ask(step.request, [this, step](const HistoryAnswer& answer) { stepEnded(step, answer); });
 }
 
 void SettingsHistory::stepEnded(const Step& step, const HistoryAnswer& answer) {
+  if (answer.outcome == Outcome::Outdated && !step.isExact) return look(step);
   if (answer.outcome != Outcome::Done) {
-    mSteps.clear();
-    reportSteps(resultOf(answer.outcome));
+    stop(resultOf(answer.outcome));
     // Whatever it has done.
     refresh();
     return;
   }
-  if (step.id && idOf(answer.value) != *step.id) return putBack();
   const bool isOne = step.request.call != HistoryCall::GoTo;
+  if (isOne) noteDone(step.request.change, step.isRedo);
   mReport.steps += isOne ? 1 : answer.value.toInt64();
   mReport.last = isOne ? answer.value : step.next;
   mReport.conflicts += answer.conflicts;
   if (mSteps.empty() || mSteps.front().isRedo != step.isRedo) {
     reportSteps(Result::Done);
   } else {
-    mIsStepping = false;
+    mStep.reset();
   }
   goOn();
 }
 
-void SettingsHistory::putBack() {
+void SettingsHistory::look(const Step& step) {
+  ask({HistoryCall::Entries}, [this, step, fetch = ++mFetches](const HistoryAnswer& answer) {
+    take(answer, fetch);
+    lookEnded(step, answer);
+  });
+}
+
+void SettingsHistory::lookEnded(Step step, const HistoryAnswer& answer) {
+  if (answer.outcome != Outcome::Done) return stop(resultOf(answer.outcome));
+  const PropertyList next = step.isRedo ? nextRedo() : nextUndo();
+  if (next.isNone()) return stop(Result::NothingLeft);
+  // The person may have changed something before its name stood anywhere, but nobody else's change is meant.
+  const bool isMeant = !step.isRedo && isOfThisWindow(next) && idOf(next) > step.newestKnown;
+  if (!isMeant) return stop(Result::OtherCameBetween);
+  step.request.change = idOf(next);
+  step.isExact = true;
+  perform(step);
+}
+
+void SettingsHistory::noteDone(std::int64_t id, bool isRedo) {
+  const std::int64_t position = isRedo ? undoneCount() - 1 : undoneCount();
+  const PropertyList& entry = mEntries.at(position);
+  if (entry.isNone() || idOf(entry) != id) return;
+  mEntries = mEntries.replacing(position, entry.with(words::IsUndone, !isRedo));
+  emit changed();
+}
+
+void SettingsHistory::stop(Result result) {
   mSteps.clear();
-  ask({HistoryCall::Redo}, [this](const HistoryAnswer&) { reportSteps(Result::OtherCameBetween); });
+  reportSteps(result);
 }
 
 void SettingsHistory::reportSteps(Result result) {
-  mIsStepping = false;
+  mStep.reset();
   HistoryReport report = std::exchange(mReport, {});
   report.result = result;
   emit stepsEnded(report);

@@ -23,7 +23,7 @@ struct HistoryReport {
     NotSaved,
     NoHistory,
     NoAnswer,
-    OtherCameBetween,  // another change than the one that was meant was the last: it stays
+    OtherCameBetween,  // another change than the one that was named came next: nothing is done
   };
   Result result = Result::Done;
   bool isRedo = false;
@@ -57,11 +57,12 @@ class SettingsHistory : public QObject {
   const vorn::PropertyList& nextUndo() const { return mEntries.at(undoneCount()); }
   const vorn::PropertyList& nextRedo() const { return mEntries.at(undoneCount() - 1); }
 
-  // Asks the engine, also where no change is known: it may have come just now.
-  void undo() { add({{vorn::HistoryCall::Undo}}); }
-  void redo() { add({{vorn::HistoryCall::Redo}}); }
+  // Takes the change back, or makes it again, that nextUndo() or nextRedo() names after what is still to be done, and
+  // no other one; but for one that this window has made since.
+  void undo() { addNext(vorn::HistoryCall::Undo); }
+  void redo() { addNext(vorn::HistoryCall::Redo); }
   // Takes this change back, or none.
-  void undoExactly(std::int64_t id) { add({{vorn::HistoryCall::Undo}, id}); }
+  void undoExactly(std::int64_t id) { add({.request = {vorn::HistoryCall::Undo, id}, .isExact = true}); }
   // Takes all changes back that came after this one, or makes the undone ones again up to it.
   void goTo(std::int64_t id);
 
@@ -75,10 +76,11 @@ class SettingsHistory : public QObject {
   static constexpr std::chrono::milliseconds newsRest{100};
 
   struct Step {
-    vorn::HistoryRequest request;
-    std::optional<std::int64_t> id{};  // of the change that is meant, where it must be that one
+    vorn::HistoryRequest request;  // of Undo and Redo with the change that is meant, or 0 where none is known
     bool isRedo = request.call == vorn::HistoryCall::Redo;
-    vorn::PropertyList next{};  // of several changes the first
+    vorn::PropertyList next{};     // of several changes the first
+    bool isExact = false;          // no other change can be meant
+    std::int64_t newestKnown = 0;  // when it was asked for
   };
 
   std::int64_t undoneCount() const;
@@ -86,11 +88,20 @@ class SettingsHistory : public QObject {
   void fetch();
   void take(const vorn::HistoryAnswer& answer);
   void noteNewest();
+  void addNext(vorn::HistoryCall call);
+  // Which change comes next after the steps that are still to be done; 0 where that is not known.
+  std::int64_t nextAfterSteps(bool isRedo) const;
   void add(const Step& step);
   void goOn();
+  void perform(const Step& step);
   void stepEnded(const Step& step, const vorn::HistoryAnswer& answer);
-  // Another change was taken back: it is made again.
-  void putBack();
+  // The change that is meant does not come next, as far as is known: looks which one does.
+  void look(const Step& step);
+  void lookEnded(Step step, const vorn::HistoryAnswer& answer);
+  // What the engine has done is known before it tells its changes anew.
+  void noteDone(std::int64_t id, bool isRedo);
+  // Ends the steps without the one under way.
+  void stop(HistoryReport::Result result);
   void reportSteps(HistoryReport::Result result);
   // Asks in this session of the engine; an answer in another one is nobody's.
   template <typename Done>
@@ -109,7 +120,7 @@ class SettingsHistory : public QObject {
   bool mMustFetch = false;
 
   std::deque<Step> mSteps;
-  bool mIsStepping = false;
+  std::optional<Step> mStep;  // under way
   HistoryReport mReport;
 };
 

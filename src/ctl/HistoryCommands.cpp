@@ -55,7 +55,7 @@ std::string noteOfConflicts(std::int64_t conflicts) {
 }
 
 Outcome change(const Context& context, const std::string& method, const std::string& done) {
-  const auto values = call(context, method);
+  const auto values = call(context, method, {{"t", 0}});
   if (!values) return values.failure();
   const PropertyList& entry = values->at(0);
   const std::int64_t conflicts = values->at(1).toInt64();

@@ -36,7 +36,9 @@ enum class HistoryCall : std::uint8_t { Undo, Redo, GoTo, Entries };
 
 struct HistoryRequest {
   HistoryCall call = HistoryCall::Entries;
-  std::int64_t change = 0;  // of GoTo: its ID, or 0 for the settings before all changes
+  // Its ID. Of Undo and Redo the one that has to come next, or 0 for whichever does; of GoTo 0 for the settings before
+  // all changes.
+  std::int64_t change = 0;
   friend bool operator==(const HistoryRequest&, const HistoryRequest&) = default;
 };
 
@@ -45,6 +47,7 @@ struct HistoryAnswer {
     Done,
     NothingLeft,   // to be taken back or made again
     ChangedSince,  // all of the change has been changed again since: nothing is done, and it is no longer offered
+    Outdated,      // another change comes next than the one that was to be taken back or made again: nothing is done
     NotSaved,      // nothing is done
     NoHistory,     // the engine keeps none
     NoAnswer,      // in time; whether it is done is not known

@@ -50,6 +50,7 @@ HistoryAnswer::Outcome outcomeOf(const BusAnswer& answer) {
     case BusAnswer::Status::Error:
       if (answer.errorName == history::errors::NothingLeft) return Outcome::NothingLeft;
       if (answer.errorName == history::errors::ChangedSince) return Outcome::ChangedSince;
+      if (answer.errorName == history::errors::Outdated) return Outcome::Outdated;
       if (answer.errorName == history::errors::NotSaved) return Outcome::NotSaved;
       return isUnknown(answer.errorName) ? Outcome::NoHistory : Outcome::NoAnswer;
     case BusAnswer::Status::Timeout:
@@ -225,7 +226,7 @@ void PortEngineLink::askHistory(const HistoryRequest& request, std::function<voi
   if (!mEngineWatch || mEngineWatch->owner().empty()) return done({});
   // The engine's own connection, whoever has the name of the history.
   std::vector<BusInput> inputs;
-  if (request.call == HistoryCall::GoTo) inputs.push_back({"t", request.change});
+  if (request.call != HistoryCall::Entries) inputs.push_back({"t", request.change});
   callBusMethodLater({mEngineWatch->owner(), history::objectPath, history::interface}, methodOf(request.call), inputs,
                      historyTimeout,
                      [done = std::move(done)](const BusAnswer& answer) { done(historyAnswerOf(answer)); });

@@ -29,6 +29,8 @@ namespace errors {
 inline constexpr const char* NothingLeft = "org.vorn.History1.Error.NothingLeft";
 // All that the change had changed has been changed again since. The change is no longer offered.
 inline constexpr const char* ChangedSince = "org.vorn.History1.Error.ChangedSince";
+// Another change comes next than the one that was to be undone or made again; nothing has changed.
+inline constexpr const char* Outdated = "org.vorn.History1.Error.Outdated";
 // The disk did not take it; nothing has changed.
 inline constexpr const char* NotSaved = "org.vorn.History1.Error.NotSaved";
 // There is no such backup, or it is damaged; the text says which.

@@ -116,31 +116,34 @@ class HistoryControlsTest : public QObject {
     HistoryFixture fixture({undone(macroDeleted(3, "Jump")), assigned});
     const auto done = [&fixture] { QVERIFY(fixture.link.answerHistory({Outcome::Done, assigned})); };
     fixture.click(fixture.undoButton());
-    QVERIFY(fixture.isAsked({{Call::Undo}}));
+    QVERIFY(fixture.isAsked({{Call::Undo, 2}}));
     done();
     fixture.click(fixture.redoButton());
-    QVERIFY(fixture.isAsked({{Call::Redo}}));
+    QVERIFY(fixture.isAsked({{Call::Redo, 2}}));
     done();
     fixture.press(Qt::Key_Z);
-    QVERIFY(fixture.isAsked({{Call::Undo}}));
+    QVERIFY(fixture.isAsked({{Call::Undo, 2}}));
     done();
     fixture.press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    QVERIFY(fixture.isAsked({{Call::Redo}}));
+    QVERIFY(fixture.isAsked({{Call::Redo, 2}}));
     done();
     QVERIFY(fixture.link.requests.empty());
   }
 
   void five_quick_presses_undo_five() {
-    HistoryFixture fixture({assigned});
+    std::vector<PropertyList> entries;
+    for (int id = 5; id > 0; --id) entries.push_back(macroDeleted(id, "M"));
+    HistoryFixture fixture(entries);
     for (int press = 0; press < 5; ++press) fixture.press(Qt::Key_Z);
     for (int step = 0; step < 5; ++step) QVERIFY(fixture.link.answerHistory({Outcome::Done, assigned}));
-    QVERIFY(fixture.isAsked(std::vector<Request>(5, {Call::Undo})));
+    QVERIFY(fixture.isAsked({{Call::Undo, 5}, {Call::Undo, 4}, {Call::Undo, 3}, {Call::Undo, 2}, {Call::Undo, 1}}));
     QCOMPARE(fixture.lineText(), QStringLiteral("5 changes undone"));
   }
 
   void what_was_done_and_what_stays_is_told() {
     HistoryFixture fixture({assigned});
     const auto told = [&fixture](const HistoryAnswer& answer) {
+      fixture.tell({assigned});
       fixture.press(Qt::Key_Z);
       fixture.link.answerHistory(answer);
       return fixture.lineText();
@@ -170,12 +173,12 @@ class HistoryControlsTest : public QObject {
     QCOMPARE(field.text(), QStringLiteral("ab"));
     QVERIFY(fixture.hasAskedNothing());
     fixture.press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    QVERIFY(fixture.isAsked({{Call::Redo}}));
-    fixture.link.answerHistory({Outcome::NothingLeft});
-    fixture.link.historyRequests.clear();
+    QVERIFY(fixture.isAsked({{Call::Entries}}));
+    fixture.answerEntries({assigned});
+    QVERIFY(fixture.hasAskedNothing());
     fixture.press(Qt::Key_Z);
     fixture.press(Qt::Key_Z);
-    QVERIFY(std::ranges::count(fixture.link.historyRequests, Request{Call::Undo}) == 1);
+    QVERIFY(fixture.isAsked({{Call::Undo, 2}}));
     QVERIFY(field.hasFocus());
   }
 
@@ -197,7 +200,13 @@ class HistoryControlsTest : public QObject {
     QCOMPARE(QString::fromStdString(
                  fixture.link.requests.front().body[vorn::requestKeys::MacroContents]["MacroName"].toString()),
              QStringLiteral("Leap"));
-    QVERIFY(fixture.isAsked({{Call::Undo}}));
+    // And then it is the change that is undone, which has no name here yet.
+    QVERIFY(fixture.isAsked({{Call::Undo, 2}}));
+    fixture.link.answerHistory({Outcome::Outdated});
+    const PropertyList renamed =
+        historyEntry(3, kinds::MacroRenamed, {{words::Macro, "Jump"}, {words::NewName, "Leap"}});
+    fixture.answerEntries({renamed, assigned});
+    QVERIFY(fixture.isAsked({{Call::Entries}, {Call::Undo, 3}}));
   }
 
   void nothing_is_undone_while_a_macro_is_recorded() {
@@ -237,7 +246,7 @@ class HistoryControlsTest : public QObject {
     QCOMPARE(fixture.lineText(), QStringLiteral("Deleted Copy and Paste"));
     QCOMPARE(fixture.lineButton().text(), QStringLiteral("Undo"));
     fixture.click(fixture.lineButton());
-    QVERIFY(fixture.isAsked({{Call::Undo}}));
+    QVERIFY(fixture.isAsked({{Call::Undo, 1}}));
     fixture.link.answerHistory({Outcome::Done, macroDeleted(1, "Copy and Paste")});
     QCOMPARE(fixture.lineText(), QStringLiteral("Undone: Macro “Copy and Paste” deleted"));
     QVERIFY(!fixture.lineButton().isVisible());
@@ -257,9 +266,12 @@ class HistoryControlsTest : public QObject {
     HistoryFixture fixture;
     fixture.tell({macroDeleted(1, "Jump")});
     fixture.click(fixture.lineButton());
-    fixture.link.answerHistory({Outcome::Done, sensitivityOf(2, "Work")});
-    QVERIFY(fixture.isAsked({{Call::Undo}, {Call::Redo}}));
-    fixture.link.answerHistory({Outcome::Done, sensitivityOf(2, "Work")});
+    QVERIFY(fixture.isAsked({{Call::Undo, 1}}));
+    fixture.link.answerHistory({Outcome::Outdated});
+    QCOMPARE(fixture.lineText(), localized("lkeyUndoOtherBetween"));
+    QTRY_COMPARE(fixture.link.historyRequests, (std::vector<Request>{{Call::Entries}}));
+    fixture.answerEntries({sensitivityOf(2, "Work"), macroDeleted(1, "Jump")});
+    QCOMPARE(fixture.undoButton().toolTip(), QStringLiteral("Undo: Sensitivity of Work"));
     QCOMPARE(fixture.lineText(), localized("lkeyUndoOtherBetween"));
   }
 
@@ -288,7 +300,7 @@ class HistoryControlsTest : public QObject {
       fixture.press(Qt::Key_Tab, Qt::NoModifier);
     QVERIFY(fixture.lineButton().hasFocus());
     fixture.press(Qt::Key_Space, Qt::NoModifier);
-    QVERIFY(fixture.isAsked({{Call::Undo}}));
+    QVERIFY(fixture.isAsked({{Call::Undo, 1}}));
   }
 
   void the_line_moves_nothing_and_covers_no_control_data() {

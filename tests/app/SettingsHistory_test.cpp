@@ -24,6 +24,17 @@ HistoryAnswer listed(std::vector<PropertyList> entries) {
   return {Outcome::Done, PropertyList::array(std::move(entries))};
 }
 
+// So many, the newest first.
+std::vector<PropertyList> macrosDeleted(int count) {
+  std::vector<PropertyList> entries;
+  for (int id = count; id > 0; --id) entries.push_back(macroDeleted(id, "M"));
+  return entries;
+}
+
+PropertyList ofAnother(const PropertyList& entry) {
+  return entry.with(words::SourceApp, "org.vorn.vornctl");
+}
+
 // A history over a scripted link, and what it has told.
 struct Listened {
   // With these changes, as the engine told them first.
@@ -120,14 +131,16 @@ class SettingsHistoryTest : public QObject {
   }
 
   void five_quick_undos_take_back_five_changes_one_after_the_other() {
-    Listened one;
+    Listened one(macrosDeleted(5));
     for (int press = 0; press < 5; ++press) one.history.undo();
     for (int step = 5; step > 0; --step) {
       QCOMPARE(one.link.unansweredHistory(), 1U);
       QVERIFY(one.reports.empty());
       one.link.answerHistory({Outcome::Done, macroDeleted(step, "M"), 1});
     }
-    QCOMPARE(one.link.historyRequests, (std::vector<Request>(5, {Call::Undo})));
+    QCOMPARE(
+        one.link.historyRequests,
+        (std::vector<Request>{{Call::Undo, 5}, {Call::Undo, 4}, {Call::Undo, 3}, {Call::Undo, 2}, {Call::Undo, 1}}));
     QCOMPARE(one.link.unansweredHistory(), 0U);
     QCOMPARE(one.reports.size(), 1U);
     QVERIFY(one.reports[0].result == Result::Done && !one.reports[0].isRedo);
@@ -137,12 +150,12 @@ class SettingsHistoryTest : public QObject {
   }
 
   void undo_and_redo_are_reported_apart() {
-    Listened one;
+    Listened one(macrosDeleted(1));
     one.history.undo();
     one.history.redo();
     one.link.answerHistory({Outcome::Done, macroDeleted(1, "M")});
     one.link.answerHistory({Outcome::Done, macroDeleted(1, "M")});
-    QCOMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo}, {Call::Redo}}));
+    QCOMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo, 1}, {Call::Redo, 1}}));
     QCOMPARE(one.reports.size(), 2U);
     QVERIFY(!one.reports[0].isRedo && one.reports[1].isRedo);
   }
@@ -162,24 +175,24 @@ class SettingsHistoryTest : public QObject {
   void what_cannot_be_undone_ends_what_was_still_to_be_done() {
     QFETCH(int, outcome);
     QFETCH(int, result);
-    Listened one;
+    Listened one(macrosDeleted(3));
     for (int press = 0; press < 3; ++press) one.history.undo();
-    one.link.answerHistory({Outcome::Done, macroDeleted(1, "M")});
+    one.link.answerHistory({Outcome::Done, macroDeleted(3, "M")});
     one.link.answerHistory({static_cast<Outcome>(outcome)});
     QCOMPARE(one.reports.size(), 1U);
     QCOMPARE(static_cast<int>(one.reports[0].result), result);
     QCOMPARE(one.reports[0].steps, 1);
     // The third is not asked for; what the engine has then is.
-    QTRY_COMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo}, {Call::Undo}, {Call::Entries}}));
+    QTRY_COMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo, 3}, {Call::Undo, 2}, {Call::Entries}}));
   }
 
   void an_engine_that_goes_ends_what_was_still_to_be_done() {
-    Listened one;
+    Listened one(macrosDeleted(2));
     one.history.undo();
     one.history.undo();
     one.history.end();
     one.link.answerHistory({Outcome::Done, macroDeleted(1, "M")});
-    QCOMPARE(one.link.historyRequests, std::vector{Request{Call::Undo}});
+    QCOMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo, 2}}));
     QVERIFY(one.reports.empty());
   }
 
@@ -204,14 +217,78 @@ class SettingsHistoryTest : public QObject {
     one.history.undoExactly(2);
     one.link.answerHistory({Outcome::Done, macroDeleted(2, "B")});
     QVERIFY(one.reports.at(0).result == Result::Done);
-    // Another change has come meanwhile, and was taken back in its place: it is made again.
     one.history.undoExactly(2);
-    one.link.answerHistory({Outcome::Done, sensitivityOf(3, "Work")});
-    QCOMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo}, {Call::Undo}, {Call::Redo}}));
-    one.link.answerHistory({Outcome::Done, sensitivityOf(3, "Work")});
+    one.link.answerHistory({Outcome::Outdated});
     QCOMPARE(one.reports.size(), 2U);
     QVERIFY(one.reports[1].result == Result::OtherCameBetween);
     QCOMPARE(one.reports[1].steps, 0);
+    QTRY_COMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo, 2}, {Call::Undo, 2}, {Call::Entries}}));
+  }
+
+  void what_another_program_changed_meanwhile_is_told_and_not_undone() {
+    Listened one(macrosDeleted(3));
+    for (int press = 0; press < 2; ++press) one.history.undo();
+    one.link.answerHistory({Outcome::Outdated});
+    const PropertyList other = ofAnother(sensitivityOf(4, "Work"));
+    one.link.answerHistory(listed({other, macroDeleted(3, "M")}));
+    QCOMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo, 3}, {Call::Entries}}));
+    QCOMPARE(one.reports.size(), 1U);
+    QVERIFY(one.reports[0].result == Result::OtherCameBetween);
+    // It has its name now, and can be undone.
+    QVERIFY(one.history.nextUndo() == other);
+    one.history.undo();
+    QCOMPARE(one.link.historyRequests.back(), (Request{Call::Undo, 4}));
+  }
+
+  void what_this_window_has_just_changed_is_undone_before_it_has_a_name() {
+    for (const bool isFirst : {true, false}) {
+      Listened one(isFirst ? std::vector<PropertyList>() : macrosDeleted(1));
+      one.history.undo();
+      if (!isFirst) one.link.answerHistory({Outcome::Outdated});
+      one.link.answerHistory(listed({sensitivityOf(2, "Work"), macroDeleted(1, "M")}));
+      one.link.answerHistory({Outcome::Done, sensitivityOf(2, "Work")});
+      QCOMPARE(one.link.historyRequests.back(), (Request{Call::Undo, 2}));
+      QCOMPARE(one.reports.size(), 1U);
+      QVERIFY(one.reports[0].result == Result::Done);
+    }
+  }
+
+  void what_nobody_has_seen_is_not_undone() {
+    // Another program has undone the change that was named, and an older one of this window comes next.
+    Listened one(macrosDeleted(2));
+    one.history.undo();
+    one.link.answerHistory({Outcome::Outdated});
+    one.link.answerHistory(listed({undone(macroDeleted(2, "M")), macroDeleted(1, "M")}));
+    QVERIFY(one.reports.at(0).result == Result::OtherCameBetween);
+    // And the change of another program where none was known at all.
+    Listened two;
+    two.history.undo();
+    two.link.answerHistory(listed({ofAnother(macroDeleted(1, "M"))}));
+    QCOMPARE(two.link.historyRequests, std::vector{Request{Call::Entries}});
+    QVERIFY(two.reports.at(0).result == Result::OtherCameBetween);
+  }
+
+  void the_engine_is_asked_once_more_where_nothing_is_known_to_be_left() {
+    Listened one(macrosDeleted(1));
+    one.history.undo();
+    one.history.undo();
+    one.link.answerHistory({Outcome::Done, macroDeleted(1, "M")});
+    one.link.answerHistory(listed({undone(macroDeleted(1, "M"))}));
+    QCOMPARE(one.link.historyRequests, (std::vector<Request>{{Call::Undo, 1}, {Call::Entries}}));
+    QVERIFY(one.reports.at(0).result == Result::NothingLeft);
+    QCOMPARE(one.reports[0].steps, 1);
+  }
+
+  void what_was_done_has_its_name_before_the_engine_tells_it() {
+    Listened one(macrosDeleted(2));
+    one.history.undo();
+    one.link.answerHistory({Outcome::Done, macroDeleted(2, "M")});
+    QVERIFY(one.history.nextUndo() == macroDeleted(1, "M"));
+    QVERIFY(one.history.nextRedo() == undone(macroDeleted(2, "M")));
+    one.history.redo();
+    one.link.answerHistory({Outcome::Done, macroDeleted(2, "M")});
+    QVERIFY(one.history.nextUndo() == macroDeleted(2, "M"));
+    QVERIFY(one.history.nextRedo().isNone());
   }
 
   void a_deletion_of_this_window_is_told_once() {

@@ -70,11 +70,15 @@ class PortEngineLinkHistoryTest : public testing::Test {
 const PropertyList entry = PropertyList::dictionary({{"id", 7}, {"kind", "macroDeleted"}, {"macro", "Jump"}});
 
 TEST_F(PortEngineLinkHistoryTest, GivesTheChangeThatTheEngineHasTakenBackAndWhatStaysAsItIs) {
-  const Engine engine({history::methods::Undo, {}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [](const auto&) {
-                         return BusReply::success({entry, 2U});
-                       }});
+  std::vector<PropertyList> asked;
+  const Engine engine(
+      {history::methods::Undo, {{"t", "id"}}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [&](const auto& given) {
+         asked.push_back(given[0]);
+         return BusReply::success({entry, 2U});
+       }});
   mLink.watchEngine([](bool) {});
-  const HistoryAnswer answer = ask({HistoryCall::Undo});
+  const HistoryAnswer answer = ask({HistoryCall::Undo, 7});
+  EXPECT_EQ(asked, std::vector{PropertyList(7)});
   EXPECT_EQ(answer.outcome, Outcome::Done);
   EXPECT_EQ(answer.value, entry);
   EXPECT_EQ(answer.conflicts, 2);
@@ -108,9 +112,10 @@ TEST_F(PortEngineLinkHistoryTest, GoesToAChange) {
 TEST_F(PortEngineLinkHistoryTest, ReturnsAtOnceAndKeepsTheOrder) {
   std::vector<int> served;
   int count = 0;
-  const Engine engine({history::methods::Redo, {}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [&](const auto&) {
-                         return BusReply::success({entry.with("id", ++count), 0U});
-                       }});
+  const Engine engine(
+      {history::methods::Redo, {{"t", "id"}}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [&](const auto&) {
+         return BusReply::success({entry.with("id", ++count), 0U});
+       }});
   mLink.watchEngine([](bool) {});
   for (int call = 0; call < 5; ++call) {
     mLink.askHistory({HistoryCall::Redo},
@@ -123,12 +128,14 @@ TEST_F(PortEngineLinkHistoryTest, ReturnsAtOnceAndKeepsTheOrder) {
 
 TEST_F(PortEngineLinkHistoryTest, TellsWhyNothingWasDone) {
   std::string error;
-  const Engine engine({history::methods::Undo, {}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [&](const auto&) {
-                         return BusReply::failure(error, "No");
-                       }});
+  const Engine engine(
+      {history::methods::Undo, {{"t", "id"}}, {{"a{sv}", "entry"}, {"u", "conflicts"}}, [&](const auto&) {
+         return BusReply::failure(error, "No");
+       }});
   mLink.watchEngine([](bool) {});
   const std::pair<const char*, Outcome> errors[] = {{history::errors::NothingLeft, Outcome::NothingLeft},
                                                     {history::errors::ChangedSince, Outcome::ChangedSince},
+                                                    {history::errors::Outdated, Outcome::Outdated},
                                                     {history::errors::NotSaved, Outcome::NotSaved},
                                                     {"org.example.Error.Other", Outcome::NoAnswer}};
   for (const auto& [name, outcome] : errors) {

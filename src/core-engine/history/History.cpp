@@ -141,13 +141,15 @@ struct History::Plan {
   Result result{Outcome::ChangedSince};
 };
 
-void History::undo(const Done& done) {
+void History::undo(std::uint64_t id, const Done& done) {
   if (mEntries.standing() == 0) return done({Outcome::NothingLeft});
+  if (id != 0 && mEntries.all()[mEntries.standing() - 1].id != id) return done({Outcome::Outdated});
   leave(mEntries.standing() - 1, done);
 }
 
-void History::redo(const Done& done) {
+void History::redo(std::uint64_t id, const Done& done) {
   if (mEntries.undone() == 0) return done({Outcome::NothingLeft});
+  if (id != 0 && mEntries.all()[mEntries.standing()].id != id) return done({Outcome::Outdated});
   leave(mEntries.standing() + 1, done);
 }
 

@@ -35,6 +35,7 @@ class History {
     NothingLeft,   // to be taken back or made again; or there is no such entry
     ChangedSince,  // none of it stands any more; the entries are gone
     NotSaved,      // the entries stay
+    Outdated,      // another entry than the one that is meant comes next; nothing is done
   };
 
   // What became of one entry, or of all that were taken back or made again together.
@@ -64,9 +65,9 @@ class History {
   void note(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin);
 
   // Each is one durable change of the settings. done is called once: within the call, or when the change is saved. Only
-  // while no save is under way.
-  void undo(const Done& done);
-  void redo(const Done& done);
+  // while no save is under way. id: of the entry that is meant, which has to be the next one; 0 for whichever that is.
+  void undo(std::uint64_t id, const Done& done);
+  void redo(std::uint64_t id, const Done& done);
   // Makes the settings what they were right after the change with this ID: takes back what is newer, or makes again
   // what was undone up to it. With 0, what they were before all changes that are kept.
   void goTo(std::uint64_t id, const Done& done);

@@ -28,6 +28,9 @@ BusReply failure(Outcome outcome, const char* nothingLeft) {
     case Outcome::NotSaved:
       return BusReply::failure(history::errors::NotSaved,
                                "The settings cannot be saved, so nothing has been changed; the engine's log says why");
+    case Outcome::Outdated:
+      return BusReply::failure(history::errors::Outdated,
+                               "Another change comes next than the one that is meant; nothing has been changed");
     case Outcome::Done:
       break;
   }
@@ -51,10 +54,12 @@ bool HistoryService::start(std::string& error) {
   const std::vector<BusArgument> changed = {{"a{sv}", "entry"}, {"u", "conflicts"}};
   description.methods = {
       change(
-          methods::Undo, {}, changed, [this](const Values&, const History::Done& done) { mHistory.undo(done); },
+          methods::Undo, {{"t", "id"}}, changed,
+          [this](const Values& given, const History::Done& done) { mHistory.undo(given[0].toUnsigned(), done); },
           one("No change is left to be undone")),
       change(
-          methods::Redo, {}, changed, [this](const Values&, const History::Done& done) { mHistory.redo(done); },
+          methods::Redo, {{"t", "id"}}, changed,
+          [this](const Values& given, const History::Done& done) { mHistory.redo(given[0].toUnsigned(), done); },
           one("No change is left to be made again")),
       change(
           methods::GoTo, {{"t", "id"}}, {{"u", "changes"}, {"u", "conflicts"}},

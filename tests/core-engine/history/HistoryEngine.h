@@ -33,10 +33,10 @@ struct HistoryEngine {
   }
   // Without a disk thread these are done within the call.
   History::Result undoResult() {
-    return resultOf([this](const History::Done& done) { history.undo(done); });
+    return resultOf([this](const History::Done& done) { history.undo(0, done); });
   }
   History::Result redoResult() {
-    return resultOf([this](const History::Done& done) { history.redo(done); });
+    return resultOf([this](const History::Done& done) { history.redo(0, done); });
   }
   History::Outcome undo() { return undoResult().outcome; }
   History::Outcome redo() { return redoResult().outcome; }

@@ -104,9 +104,9 @@ class HistoryRequestsTest : public testing::Test, protected TestParts {
   RequestDispatcher dispatcher{parts(), ports};
 
  private:
-  History::Outcome outcomeOf(void (History::*operation)(const History::Done&)) {
+  History::Outcome outcomeOf(void (History::*operation)(std::uint64_t, const History::Done&)) {
     History::Outcome outcome{};
-    (history.*operation)([&outcome](const History::Result& result) { outcome = result.outcome; });
+    (history.*operation)(0, [&outcome](const History::Result& result) { outcome = result.outcome; });
     return outcome;
   }
 };

@@ -59,10 +59,10 @@ class HistoryTest : public testing::Test {
     return told.empty() ? History::Result{} : told.front();
   }
   History::Result undo() {
-    return resultOf([this](const auto& done) { mHistory.undo(done); });
+    return resultOf([this](const auto& done) { mHistory.undo(0, done); });
   }
   History::Result redo() {
-    return resultOf([this](const auto& done) { mHistory.redo(done); });
+    return resultOf([this](const auto& done) { mHistory.redo(0, done); });
   }
   History::Result goTo(std::uint64_t id) {
     return resultOf([this, id](const auto& done) { mHistory.goTo(id, done); });
@@ -136,6 +136,34 @@ TEST_F(HistoryTest, AChangeIsTakenBackAndMadeAgainExactly) {
   EXPECT_EQ(now(), after);
   EXPECT_EQ(redo().outcome, Outcome::NothingLeft);
   EXPECT_EQ(now(), after);
+}
+
+TEST_F(HistoryTest, OnlyTheChangeThatIsMeantIsTakenBackOrMadeAgain) {
+  const auto undoOnly = [this](std::uint64_t id) {
+    return resultOf([this, id](const auto& done) { mHistory.undo(id, done); }).outcome;
+  };
+  const auto redoOnly = [this](std::uint64_t id) {
+    return resultOf([this, id](const auto& done) { mHistory.redo(id, done); }).outcome;
+  };
+  EXPECT_EQ(undoOnly(1), Outcome::NothingLeft);
+  update(window, setting("PollingRate", 125));
+  const PropertyList first = now();
+  update(other, setting("ScrollLED", 0));
+  const PropertyList second = now();
+  const int told = mTold;
+  for (const std::uint64_t id : {1U, 3U}) EXPECT_EQ(undoOnly(id), Outcome::Outdated);
+  EXPECT_EQ(now(), second);
+  EXPECT_EQ(mHistory.entries().standing(), 2U);
+  EXPECT_EQ(mTold, told);
+
+  EXPECT_EQ(undoOnly(2), Outcome::Done);
+  EXPECT_EQ(now(), first);
+  EXPECT_EQ(undoOnly(2), Outcome::Outdated);
+  EXPECT_EQ(redoOnly(1), Outcome::Outdated);
+  EXPECT_EQ(now(), first);
+  EXPECT_EQ(redoOnly(2), Outcome::Done);
+  EXPECT_EQ(now(), second);
+  EXPECT_EQ(redoOnly(2), Outcome::NothingLeft);
 }
 
 TEST_F(HistoryTest, AnEntryTellsWhoAndWhenAndWhat) {

@@ -87,7 +87,7 @@ TEST_F(RequestDispatcherSavingTest, TakesAChangeBackBehindTheRequestsOfTheSameCo
   rename("One", "new");
   rename("One", "newer");
   EXPECT_TRUE(intake.receive(":1.One", [&](const std::function<void()>& done) {
-    history.undo([&undone, done](const History::Result& result) {
+    history.undo(0, [&undone, done](const History::Result& result) {
       undone.push_back(result.outcome);
       done();
     });
