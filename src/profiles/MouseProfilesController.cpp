@@ -261,6 +261,12 @@ void MouseProfilesController::updateUISettings() {
   if (mImport) mImport->setSettings(bundle());
 }
 
+void MouseProfilesController::setMProfilesArray(const PropertyList& profiles) {
+  // What the tab does itself it tells behind the reload.
+  if (profiles.arrayOrEmpty() != profilesArray) mUi->mProfileNotice->fallSilent();
+  profilesArray = profiles.arrayOrEmpty();
+}
+
 void MouseProfilesController::refreshTableDisplay() {
   const int before = selectedRow();
   discardStaleEdit(before);

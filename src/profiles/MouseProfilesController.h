@@ -66,7 +66,8 @@ class MouseProfilesController : public QWidget {
   const vorn::PropertyList& mDeviceSettingsDict() const { return deviceSettingsDict; }
   void setMDeviceSettingsDict(const vorn::PropertyList& deviceSettings) { deviceSettingsDict = deviceSettings; }
   const vorn::PropertyList& mProfilesArray() const { return profilesArray; }
-  void setMProfilesArray(const vorn::PropertyList& profiles) { profilesArray = profiles.arrayOrEmpty(); }
+  // What the tab has told of them is gone where they have changed.
+  void setMProfilesArray(const vorn::PropertyList& profiles);
   // What the positions of macros in assignments mean.
   void setMMacrosArray(const vorn::PropertyList& macros) { macrosArray = macros.arrayOrEmpty(); }
   const vorn::PropertyList& mDefaultDict() const { return defaultDict; }

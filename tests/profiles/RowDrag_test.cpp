@@ -52,6 +52,15 @@ class RowDragTest : public QObject {
   }
   void cleanup() { mTest.reset(); }
 
+  void theNoticeGoesWhenTheProfilesAreOthersThanItTells() {
+    mTest->table().selectRow(3);
+    mTest->find<Notice>("mProfileNotice")->say(QStringLiteral("D is at position 1 now"));
+    mTest->showProfiles(four, 1);
+    QCOMPARE(notice(), QStringLiteral("D is at position 1 now"));
+    mTest->showProfiles(namedProfiles({"D", "A", "B", "C"}), 1);
+    QCOMPARE(notice(), QString());
+  }
+
   void aDropSendsOneOrder_data() {
     QTest::addColumn<int>("from");
     QTest::addColumn<int>("over");
