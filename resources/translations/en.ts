@@ -628,8 +628,8 @@
         <translation>Delete All Events…</translation>
     </message>
     <message id="lkeyDeleteAllEventsAlertDesc">
-        <source>The macro stays, without what was recorded. Buttons that play it do nothing until something is recorded again. This cannot be undone.</source>
-        <translation>The macro stays, without what was recorded. Buttons that play it do nothing until something is recorded again. This cannot be undone.</translation>
+        <source>The macro stays, without what was recorded. Buttons that play it do nothing until something is recorded again. Undo brings the events back.</source>
+        <translation>The macro stays, without what was recorded. Buttons that play it do nothing until something is recorded again. Undo brings the events back.</translation>
     </message>
     <message id="lkeyDeleteAllEventsAlertTitle">
         <source>Delete All Events of “%1”?</source>
@@ -648,8 +648,8 @@
         <translation>Delete the selected macro</translation>
     </message>
     <message id="lkeyDeleteMacroAlertDesc">
-        <source>The macro and its recorded events are removed from the mouse. This cannot be undone; export the macro first if you want to keep a copy.</source>
-        <translation>The macro and its recorded events are removed from the mouse. This cannot be undone; export the macro first if you want to keep a copy.</translation>
+        <source>The macro and its recorded events are removed from the mouse. Undo brings it back; export the macro first if you want to keep a copy.</source>
+        <translation>The macro and its recorded events are removed from the mouse. Undo brings it back; export the macro first if you want to keep a copy.</translation>
     </message>
     <message id="lkeyDeleteMacroAlertTitle">
         <source>Delete Macro “%1”?</source>
@@ -664,8 +664,8 @@
         <translation>Delete the selected profile</translation>
     </message>
     <message id="lkeyDeleteProfileAlertDesc">
-        <source>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</source>
-        <translation>The profile is removed from the mouse with all its assignments, sensitivity and lighting. This cannot be undone; export the profile first if you want to keep a copy.</translation>
+        <source>The profile is removed from the mouse with all its assignments, sensitivity and lighting. Undo brings it back; export the profile first if you want to keep a copy.</source>
+        <translation>The profile is removed from the mouse with all its assignments, sensitivity and lighting. Undo brings it back; export the profile first if you want to keep a copy.</translation>
     </message>
     <message id="lkeyDeleteProfileAlertTitle">
         <source>Delete Profile “%1”?</source>
@@ -1227,6 +1227,10 @@
         <source>%1. %2</source>
         <translation>%1. %2</translation>
     </message>
+    <message id="lkeyHistoryThreeControls">
+        <source>Buttons %1, %2 and %3</source>
+        <translation>Buttons %1, %2 and %3</translation>
+    </message>
     <message id="lkeyHistoryTime">
         <source>Time</source>
         <translation>Time</translation>
@@ -1238,6 +1242,10 @@
     <message id="lkeyHistoryTitle">
         <source>Changes of the settings</source>
         <translation>Changes of the settings</translation>
+    </message>
+    <message id="lkeyHistoryTwoControls">
+        <source>Buttons %1 and %2</source>
+        <translation>Buttons %1 and %2</translation>
     </message>
     <message id="lkeyHistoryUndone">
         <source>%1 (undone)</source>

@@ -63,10 +63,11 @@ QString failureText(const HistoryReport& report) {
   return {};
 }
 
-QString doneText(const HistoryReport& report) {
+QString doneText(const HistoryReport& report, const PropertyList& shownProfile) {
   if (report.steps == 0) return {};
+  const QString last = changeTextBeside(report.last, shownProfile);
   const QString done = report.steps == 1
-                           ? localized(report.isRedo ? "lkeyRedoDone" : "lkeyUndoDone").arg(changeText(report.last))
+                           ? localized(report.isRedo ? "lkeyRedoDone" : "lkeyUndoDone").arg(last)
                            : localized(report.isRedo ? "lkeyRedoDoneSeveral" : "lkeyUndoDoneSeveral").arg(report.steps);
   if (report.conflicts == 0) return done;
   return done +
@@ -75,8 +76,9 @@ QString doneText(const HistoryReport& report) {
 
 }  // namespace
 
-HistoryControls::HistoryControls(MouseMainWindow& window, SettingsHistory& history, std::function<bool()> isRecording)
-    : mWindow(window), mHistory(history), mIsRecording(std::move(isRecording)) {
+HistoryControls::HistoryControls(MouseMainWindow& window, SettingsHistory& history, std::function<bool()> isRecording,
+                                 std::function<PropertyList()> shownProfile)
+    : mWindow(window), mHistory(history), mIsRecording(std::move(isRecording)), mShownProfile(std::move(shownProfile)) {
   wireButtons();
   wireKeys();
   connect(&history, &SettingsHistory::changed, this, [this] {
@@ -210,7 +212,7 @@ void HistoryControls::endDeletionUnlessNewest() {
 }
 
 void HistoryControls::tell(const HistoryReport& report) {
-  const QString done = doneText(report);
+  const QString done = doneText(report, mShownProfile());
   const QString failure = failureText(report);
   if (!done.isEmpty() && !failure.isEmpty()) return say(localized("lkeyHistoryThen").arg(done, failure));
   // Nothing is to be told of going where the settings are.

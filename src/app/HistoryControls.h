@@ -9,6 +9,8 @@
 #include <functional>
 #include <optional>
 
+#include "model/PropertyList.h"
+
 class QKeyEvent;
 class QToolButton;
 
@@ -24,8 +26,9 @@ class HistoryControls : public QObject {
 
  public:
   // Both outlive the controls. isRecording: whether the window records, so that the keyboard and what was recorded so
-  // far are not to be touched.
-  HistoryControls(MouseMainWindow& window, SettingsHistory& history, std::function<bool()> isRecording);
+  // far are not to be touched; shownProfile: the record of the profile that the window shows.
+  HistoryControls(MouseMainWindow& window, SettingsHistory& history, std::function<bool()> isRecording,
+                  std::function<vorn::PropertyList()> shownProfile);
   ~HistoryControls() override;
 
   // Why nothing can be undone, as there is no mouse or no engine; empty where there are both. What is shown closes.
@@ -57,6 +60,7 @@ class HistoryControls : public QObject {
   MouseMainWindow& mWindow;
   SettingsHistory& mHistory;
   std::function<bool()> mIsRecording;
+  std::function<vorn::PropertyList()> mShownProfile;
   QString mObstacle;
   QPointer<HistorySheet> mSheet;
   QPointer<QToolButton> mLostKeyboard;

@@ -155,8 +155,9 @@ void MouseMainController::wireControls() {
 
 void MouseMainController::wireHistory() {
   mHistory = std::make_unique<SettingsHistory>(mServices.link);
-  mHistoryControls =
-      std::make_unique<HistoryControls>(mWindow, *mHistory, [this] { return mMouseMacrosController->mIsRecording(); });
+  mHistoryControls = std::make_unique<HistoryControls>(
+      mWindow, *mHistory, [this] { return mMouseMacrosController->mIsRecording(); },
+      [this] { return defaultProfileDict; });
   // It is turned whenever a recording begins or ends; the tab knows of that a moment later.
   connect(mMouseMacrosController->mRecordMacroDetails(), &QAbstractButton::toggled, mHistoryControls.get(),
           &HistoryControls::refresh, Qt::QueuedConnection);

@@ -210,8 +210,8 @@ void SettingsHistory::stepEnded(const Step& step, const HistoryAnswer& answer) {
 }
 
 void SettingsHistory::look(const Step& step) {
-  ask({HistoryCall::Entries}, [this, step, fetch = ++mFetches](const HistoryAnswer& answer) {
-    take(answer, fetch);
+  ask({HistoryCall::Entries}, [this, step](const HistoryAnswer& answer) {
+    take(answer);
     lookEnded(step, answer);
   });
 }

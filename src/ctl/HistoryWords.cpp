@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <string_view>
 
 #include "ctl/AssignmentWords.h"
@@ -35,10 +36,28 @@ std::string place(const PropertyList& entry) {
   return result;
 }
 
+// "Controls 4 and 6"; empty where the entry names none.
+std::string fewControls(const PropertyList& entry) {
+  std::set<int> numbers;
+  for (const PropertyList& identifier : entry[words::Controls].arrayOrEmpty().elements()) {
+    if (const Control* control = controlOf(identifier.string())) numbers.insert(control->number);
+  }
+  if (numbers.size() < 2) return {};
+  const int last = *numbers.rbegin();
+  std::string result;
+  for (const int number : numbers) {
+    if (!result.empty()) result += number == last ? " and " : ", ";
+    result += std::to_string(number);
+  }
+  return "Controls " + result;
+}
+
 std::string assignment(const PropertyList& entry) {
   const auto control = std::find_if(controls.begin(), controls.end(), [&](const Control& each) {
     return each.identifier == entry[words::Control].string();
   });
+  const std::string several = fewControls(entry);
+  if (!several.empty()) return several + place(entry);
   if (control == controls.end()) return std::to_string(entry[words::Count].toInt64()) + " assignments" + place(entry);
   const PropertyList record = PropertyList::dictionary({{keys::Command, entry[words::Command]},
                                                         {keys::Param1, entry[words::Param1]},

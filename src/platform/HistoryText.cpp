@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 #include "model/Assignments.h"
 #include "model/Controls.h"
@@ -27,9 +28,23 @@ QString nameIn(const PropertyList& entry, words::Key key) {
   return shownName(textOf(entry, key));
 }
 
+// "Buttons 4 and 6"; empty where the entry names no controls.
+QString controlsText(const PropertyList& entry) {
+  std::set<int> numbers;
+  for (const PropertyList& identifier : entry[words::Controls].arrayOrEmpty().elements()) {
+    if (const vorn::Control* control = vorn::controlOf(identifier.string())) numbers.insert(control->number);
+  }
+  QStringList texts;
+  for (const int number : numbers) texts << QString::number(number);
+  if (texts.size() == 2) return localized("lkeyHistoryTwoControls").arg(texts[0], texts[1]);
+  if (texts.size() == 3) return localized("lkeyHistoryThreeControls").arg(texts[0], texts[1], texts[2]);
+  return {};
+}
+
 QString assignmentText(const PropertyList& entry) {
   const vorn::Control* control = vorn::controlOf(entry[words::Control].string());
   if (control == nullptr) {
+    if (const QString named = controlsText(entry); !named.isEmpty()) return named;
     const int count = std::max(entry[words::Count].toInt(), 1);
     return count == 1 ? localized("lkeyHistoryAssignment") : localized("lkeyHistoryAssignments").arg(count);
   }
@@ -175,10 +190,17 @@ QString changeText(const PropertyList& entry) {
 }
 
 QString changeTextWithPlace(const PropertyList& entry) {
+  return changeTextBeside(entry, {});
+}
+
+QString changeTextBeside(const PropertyList& entry, const PropertyList& shownProfile) {
   const Subject subject = kindTextOf(entry).subject;
+  const bool isOfShown = entry[words::Profile] == shownProfile[keys::ProfileName];
+  const bool isOfShownKeymap = isOfShown && entry[words::Keymap] == shownProfile[keys::KeymapID];
   QStringList place;
-  if (subject == Subject::Assignment || subject == Subject::Keymap) place << nameIn(entry, words::Profile);
-  if (subject == Subject::Assignment) place << keymapName(entry);
+  if ((subject == Subject::Assignment || subject == Subject::Keymap) && !isOfShown)
+    place << nameIn(entry, words::Profile);
+  if (subject == Subject::Assignment && !isOfShownKeymap) place << keymapName(entry);
   place.removeAll(QString());
   if (place.isEmpty()) return changeText(entry);
   return localized("lkeyHistoryInPlace").arg(changeText(entry), place.join(QLatin1String(", ")));

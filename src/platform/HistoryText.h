@@ -8,11 +8,15 @@
 
 namespace skarn {
 
-// "Button 4 to Copy", "Profile “Work” deleted", "Sensitivity of Work".
+// "Button 4 to Copy", "Buttons 4 and 6", "Profile “Work” deleted", "Sensitivity of Work".
 QString changeText(const vorn::PropertyList& entry);
 
 // The same with the profile and the keymap that changeText leaves out: "Button 4 to Copy (Work, Keymap 2)".
 QString changeTextWithPlace(const vorn::PropertyList& entry);
+
+// The same with the profile and the keymap where they are not those that are shown. shownProfile: the record of the
+// profile that is, with the keymap in force.
+QString changeTextBeside(const vorn::PropertyList& entry, const vorn::PropertyList& shownProfile);
 
 // Of a change that has deleted something: "Deleted Copy and Paste".
 QString deletionText(const vorn::PropertyList& entry);

@@ -52,8 +52,9 @@ inline constexpr Key Macro = "macro";          // string: the name of the macro 
 inline constexpr Key NewName = "newName";      // string, of a renamed record
 inline constexpr Key Date = "date";            // string: the date of the restored backup, "2026-11-22"
 inline constexpr Key Count = "count";  // integer: how many profiles, macros, controls, keymaps or events, where not one
-inline constexpr Key Control = "control";  // string: the identifier of the control, where it is one
-inline constexpr Key Keymap = "keymap";    // integer, 0 to 7: the keymap, where it is one
+inline constexpr Key Control = "control";    // string: the identifier of the control, where it is one
+inline constexpr Key Keymap = "keymap";      // integer, 0 to 7: the keymap, where it is one
+inline constexpr Key Controls = "controls";  // array of strings: their identifiers, where they are two or three
 // The new assignment of that one control; target: the name of the macro or profile that it points at.
 inline constexpr Key Command = "command";  // integer
 inline constexpr Key Param1 = "param1";    // string

@@ -4,6 +4,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 #include "protocol/History.h"
 
@@ -28,6 +29,19 @@ TEST(HistoryWordsTest, CountRemovedEventsUnlessTheyAreAll) {
   EXPECT_EQ(wordsOfChange(removed), "All events of macro \"Jump\" removed");
   EXPECT_EQ(wordsOfChange(removed.with(history::keys::Count, 1)), "1 event of macro \"Jump\" removed");
   EXPECT_EQ(wordsOfChange(removed.with(history::keys::Count, 3)), "3 events of macro \"Jump\" removed");
+}
+
+TEST(HistoryWordsTest, NameTwoOrThreeControls) {
+  const auto ofControls = [](const std::vector<PropertyList>& identifiers) {
+    return wordsOfChange(PropertyList::dictionary({{history::keys::Kind, history::kinds::Assignment},
+                                                   {history::keys::Profile, "Work"},
+                                                   {history::keys::Keymap, 1},
+                                                   {history::keys::Controls, PropertyList::array(identifiers)},
+                                                   {history::keys::Count, 3}}));
+  };
+  EXPECT_EQ(ofControls({"29", "8"}), "Controls 4 and 12, profile \"Work\", keymap 2");
+  EXPECT_EQ(ofControls({"29", "43", "8"}), "Controls 1, 4 and 12, profile \"Work\", keymap 2");
+  EXPECT_EQ(ofControls({}), "3 assignments, profile \"Work\", keymap 2");
 }
 
 TEST(HistoryWordsTest, HaveAGeneralSentenceForAKindThatIsNotKnown) {

@@ -73,7 +73,28 @@ class HistoryTextTest : public QObject {
     QCOMPARE(changeText(assignment("no control", 1, "0", "0")), QStringLiteral("An assignment"));
   }
 
-  void the_place_of_an_assignment_is_told_where_it_is_asked_for() {
+  void two_or_three_assignments_name_their_controls() {
+    const auto controls = [](std::vector<PropertyList> identifiers) {
+      const auto count = static_cast<int>(identifiers.size());
+      return changeText(entry(kinds::Assignment,
+                              {{words::Controls, PropertyList::array(std::move(identifiers))}, {words::Count, count}}));
+    };
+    QCOMPARE(controls({"29", "8"}), QStringLiteral("Buttons 4 and 12"));
+    QCOMPARE(controls({"29", "43", "8"}), QStringLiteral("Buttons 1, 4 and 12"));
+    QCOMPARE(controls({"no control", "8"}), QStringLiteral("2 assignments"));
+  }
+
+  void the_place_of_an_assignment_is_told_where_another_one_is_shown() {
+    const PropertyList copied = assignment("8", 10, "0", "1", "Copy");
+    const auto beside = [&](const char* profile, int keymap) {
+      return changeTextBeside(copied, PropertyList::dictionary({{"ProfileName", profile}, {"KeymapID", keymap}}));
+    };
+    QCOMPARE(beside("Work", 1), QStringLiteral("Button 4 to Copy"));
+    QCOMPARE(beside("Work", 0), QStringLiteral("Button 4 to Copy (Keymap 2)"));
+    QCOMPARE(beside("Play", 1), QStringLiteral("Button 4 to Copy (Work, Keymap 2)"));
+  }
+
+  void the_place_of_an_assignment_is_told_where_it_it_is_asked_for() {
     QCOMPARE(changeTextWithPlace(assignment("8", 10, "0", "1", "Copy")),
              QStringLiteral("Button 4 to Copy (Work, Keymap 2)"));
     QCOMPARE(changeTextWithPlace(entry(kinds::Assignment, {{words::Count, 2}})), QStringLiteral("2 assignments"));

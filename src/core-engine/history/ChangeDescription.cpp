@@ -237,6 +237,7 @@ class Description {
     if (mControls.size() != 1 || mKeymaps.size() != 1 || mChangedProfiles.size() != 1) {
       return described(kinds::Assignment, {{words::Profile, profile[keys::ProfileName]},
                                            {words::Keymap, keymap},
+                                           {words::Controls, fewControls()},
                                            {words::Count, std::max(mControls.size(), mKeymaps.size())}});
     }
     const PropertyList& record = mAfter[keys::Profiles].at(*mChangedProfiles.begin())[keys::Keymap].at(
@@ -248,6 +249,14 @@ class Description {
                                          {words::Param1, textOf(record[keys::Param1])},
                                          {words::Param2, textOf(record[keys::Param2])},
                                          {words::Target, targetOf(record)}});
+  }
+
+  // None where they are too many to be named, or not of one keymap.
+  PropertyList fewControls() const {
+    constexpr std::size_t most = 3;
+    if (mControls.size() < 2 || mControls.size() > most || mKeymaps.size() != 1 || mChangedProfiles.size() != 1)
+      return {};
+    return PropertyList::array({mControls.begin(), mControls.end()});
   }
 
   static PropertyList textOf(const PropertyList& value) {

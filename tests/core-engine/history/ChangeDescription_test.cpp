@@ -48,8 +48,20 @@ TEST(ChangeDescriptionTest, AnAssignmentToAMacroOrAProfileNamesIt) {
 
 TEST(ChangeDescriptionTest, SeveralAssignmentsAreCounted) {
   const PropertyList two = keysGroup({{"43", assignment(3)}, {"8", assignment(4)}});
-  EXPECT_EQ(describedSettings(two),
-            words({{"kind", "assignment"}, {"profile", "Profile 2"}, {"keymap", 0}, {"count", 2}}));
+  EXPECT_EQ(describedSettings(two), words({{"kind", "assignment"},
+                                           {"profile", "Profile 2"},
+                                           {"keymap", 0},
+                                           {"controls", PropertyList::array({"43", "8"})},
+                                           {"count", 2}}));
+}
+
+TEST(ChangeDescriptionTest, UpToThreeAssignmentsNameTheirControls) {
+  const PropertyList three = keysGroup({{"43", assignment(3)}, {"8", assignment(4)}, {"20", assignment(3)}});
+  EXPECT_EQ(describedSettings(three)["controls"], PropertyList::array({"20", "43", "8"}));
+  const PropertyList four =
+      keysGroup({{"43", assignment(3)}, {"8", assignment(4)}, {"20", assignment(3)}, {"21", assignment(3)}});
+  EXPECT_EQ(describedSettings(four),
+            words({{"kind", "assignment"}, {"profile", "Profile 2"}, {"keymap", 0}, {"count", 4}}));
 }
 
 TEST(ChangeDescriptionTest, ProfilesThatComeGoMoveAndGetAnotherName) {

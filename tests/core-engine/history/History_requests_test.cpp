@@ -135,12 +135,22 @@ TEST_F(HistoryRequestsTest, KeepTheAssignmentOfAControl) {
 TEST_F(HistoryRequestsTest, KeepTheCopyAndTheClearingOfAKeymap) {
   const PropertyList& keymaps = store.bundle()["Profiles"].at(1)["Keymap"];
   const PropertyList copied = keymaps.replacing(4, keymaps.at(0));
-  expectOne(words({{"kind", "assignment"}, {"profile", "Work"}, {"keymap", 4}, {"count", 2}}), [&] {
-    update(words({{"Keymap", copied}}));
-  });
-  expectOne(words({{"kind", "assignment"}, {"profile", "Work"}, {"keymap", 0}, {"count", 2}}), [&] {
-    update(words({{"Keymap", copied.replacing(0, factoryKeymap())}}));
-  });
+  expectOne(words({{"kind", "assignment"},
+                   {"profile", "Work"},
+                   {"keymap", 4},
+                   {"controls", PropertyList::array({"20", "43"})},
+                   {"count", 2}}),
+            [&] {
+              update(words({{"Keymap", copied}}));
+            });
+  expectOne(words({{"kind", "assignment"},
+                   {"profile", "Work"},
+                   {"keymap", 0},
+                   {"controls", PropertyList::array({"20", "43"})},
+                   {"count", 2}}),
+            [&] {
+              update(words({{"Keymap", copied.replacing(0, factoryKeymap())}}));
+            });
 }
 
 TEST_F(HistoryRequestsTest, KeepWhatBecomesOfProfiles) {
