@@ -15,7 +15,8 @@ namespace skarn {
 
 namespace {
 
-// What is undone is muted, and where the settings are now stands out.
+// What is undone is muted, but for the selected row, on whose colour it could not be read, and where the settings are
+// now stands out.
 class HistoryRows : public RowDelegate {
  public:
   using RowDelegate::RowDelegate;
@@ -27,8 +28,7 @@ class HistoryRows : public RowDelegate {
     if (what.data(HistoryModel::IsNowRole).toBool() && index.column() == HistoryModel::What)
       option->font = semibold(option->font);
     if (!what.data(HistoryModel::IsUndoneRole).toBool() && index.column() == HistoryModel::What) return;
-    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::HighlightedText})
-      option->palette.setColor(role, option->palette.color(QPalette::PlaceholderText));
+    option->palette.setColor(QPalette::Text, option->palette.color(QPalette::PlaceholderText));
   }
 };
 

@@ -1,6 +1,7 @@
 #include "app/HistorySheet.h"
 
 #include <QLabel>
+#include <QStyledItemDelegate>
 #include <QTableView>
 
 #include "app/HistoryFixture.h"
@@ -91,6 +92,25 @@ class HistorySheetTest : public QObject {
     QCOMPARE(one.notice(), localized("lkeyUndoNotSaved"));
     QVERIFY(one.isOpen());
     QCOMPARE(one.lineText(), QString());
+  }
+
+  void what_is_undone_is_muted_but_for_the_selected_row() {
+    OpenHistory one({undone(macroDeleted(4, "Leap")), third});
+    // How the delegate of the table would draw it.
+    struct Drawn : QStyledItemDelegate {
+      static QPalette paletteOf(const QTableView& table, const QModelIndex& index) {
+        QStyleOptionViewItem option;
+        option.palette = table.palette();
+        const auto* delegate = qobject_cast<const QStyledItemDelegate*>(table.itemDelegateForIndex(index));
+        (delegate->*(&Drawn::initStyleOption))(&option, index);
+        return option.palette;
+      }
+    };
+    const QPalette plain = one.table().palette();
+    const QPalette drawn = Drawn::paletteOf(one.table(), one.table().model()->index(0, 1));
+    QVERIFY(plain.color(QPalette::PlaceholderText) != plain.color(QPalette::Text));
+    QCOMPARE(drawn.color(QPalette::Text), plain.color(QPalette::PlaceholderText));
+    QCOMPARE(drawn.color(QPalette::HighlightedText), plain.color(QPalette::HighlightedText));
   }
 
   void it_follows_changes_and_keeps_what_is_selected() {
