@@ -57,7 +57,7 @@ void HistoryLine::say(const QString& text, const QString& button) {
   takePlace();
   show();
   raise();
-  mTimer.start(lifetime);
+  startTime();
   QAccessibleEvent told(mText, QAccessible::Alert);
   QAccessible::updateAccessibility(&told);
 }
@@ -75,6 +75,11 @@ QString HistoryLine::text() const {
 
 bool HistoryLine::hasKeyboard() const {
   return mWindow.focusWidget() == mButton;
+}
+
+void HistoryLine::startTime() {
+  mTimer.stop();
+  if (mLifetime) mTimer.start(*mLifetime);
 }
 
 void HistoryLine::timeIsUp() {
@@ -97,7 +102,7 @@ void HistoryLine::takePlace() {
 
 bool HistoryLine::eventFilter(QObject* watched, QEvent* event) {
   if (watched == mButton) {
-    if (event->type() == QEvent::FocusOut) mTimer.start(lifetime);
+    if (event->type() == QEvent::FocusOut) startTime();
   } else if (!isHidden() && (event->type() == QEvent::Resize || event->type() == QEvent::Move ||
                              event->type() == QEvent::LayoutRequest)) {
     takePlace();
@@ -117,7 +122,7 @@ void HistoryLine::enterEvent(QEnterEvent* event) {
 
 void HistoryLine::leaveEvent(QEvent* event) {
   QFrame::leaveEvent(event);
-  if (!isHidden()) mTimer.start(lifetime);
+  if (!isHidden()) startTime();
 }
 
 void HistoryLine::keyPressEvent(QKeyEvent* event) {

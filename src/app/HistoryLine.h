@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTimer>
 #include <chrono>
+#include <optional>
 
 class QLayoutItem;
 class QPushButton;
@@ -19,7 +20,7 @@ class HistoryLine : public QFrame {
   Q_OBJECT
 
  public:
-  static constexpr std::chrono::seconds lifetime{8};
+  static constexpr std::chrono::milliseconds usualLifetime = std::chrono::seconds(8);
 
   // window: which it is a child of, and lives as long as; border: between the pages and the footer; room: the part of
   // the footer that has no controls; refuge: where the keyboard goes when the line goes.
@@ -28,6 +29,8 @@ class HistoryLine : public QFrame {
   // Says the text as it stands, in the place of another; without a text of its own the button is not shown.
   void say(const QString& text, const QString& button = {});
   void fallSilent();
+  // How long it stays from the next text on; none for as long as nobody takes it away.
+  void setLifetime(std::optional<std::chrono::milliseconds> lifetime) { mLifetime = lifetime; }
   // Empty while it says nothing.
   QString text() const;
 
@@ -45,6 +48,7 @@ class HistoryLine : public QFrame {
  private:
   void takePlace();
   bool hasKeyboard() const;
+  void startTime();
   void timeIsUp();
 
   QWidget& mWindow;
@@ -53,6 +57,7 @@ class HistoryLine : public QFrame {
   QWidget& mRefuge;
   ElidedLabel* mText;
   QPushButton* mButton;
+  std::optional<std::chrono::milliseconds> mLifetime = usualLifetime;
   QTimer mTimer{this};
 };
 

@@ -160,6 +160,17 @@ class HistoryControlsTest : public QObject {
     QVERIFY(fixture.window.findChild<QMessageBox*>() == nullptr);
   }
 
+  void what_was_done_elsewhere_is_told_with_its_place() {
+    for (const auto& [profile, keymap, place] : {std::tuple("Work", 0, ""), std::tuple("Work", 5, " (Keymap 6)"),
+                                                 std::tuple("Play", 0, " (Play, Keymap 1)")}) {
+      const PropertyList entry = assigned.with(words::Profile, profile).with(words::Keymap, keymap);
+      HistoryFixture fixture({entry});
+      fixture.press(Qt::Key_Z);
+      QVERIFY(fixture.link.answerHistory({Outcome::Done, entry}));
+      QCOMPARE(fixture.lineText(), QLatin1String("Undone: Button 4 to Copy") + QLatin1String(place));
+    }
+  }
+
   void a_field_keeps_the_keys_as_long_as_it_has_something_to_undo() {
     HistoryFixture fixture({assigned});
     QLineEdit field(&fixture.window);
@@ -289,6 +300,17 @@ class HistoryControlsTest : public QObject {
     QVERIFY(fixture.window.ui().mMouseTabView->tabBar()->hasFocus());
     fixture.tell({macroDeleted(2, "Leap")});
     timer->start(0);
+    QTRY_VERIFY(!fixture.line().isVisible());
+  }
+
+  void the_line_stays_for_as_long_as_it_is_told_to() {
+    HistoryFixture fixture;
+    fixture.line().setLifetime(std::nullopt);
+    fixture.tell({macroDeleted(1, "Jump")});
+    auto* timer = fixture.line().findChild<QTimer*>();
+    QVERIFY(fixture.line().isVisible() && !timer->isActive());
+    fixture.line().setLifetime(std::chrono::milliseconds(0));
+    fixture.tell({macroDeleted(2, "Leap")});
     QTRY_VERIFY(!fixture.line().isVisible());
   }
 
