@@ -133,6 +133,7 @@ QWidget* MacroDetailsDelegate::createEditor(QWidget* parent, const QStyleOptionV
   mEditor = editor;
   mEdited = index;
   mEntered.reset();
+  emit editingStarted(index.row());
   return editor;
 }
 
@@ -148,15 +149,14 @@ void MacroDetailsDelegate::setModelData(QWidget* editor, QAbstractItemModel*, co
   const auto* field = qobject_cast<NumberOnlyTextField*>(editor);
   const bool isOther =
       field != nullptr && !field->text().isEmpty() && field->integerValue() != index.data(Qt::EditRole).toLongLong();
-  if (isOther) mEntered = Entered{index.row(), field->integerValue()};
+  if (isOther) mEntered = field->integerValue();
 }
 
 void MacroDetailsDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
   mEditor = nullptr;
   mEdited = QPersistentModelIndex();
   RowDelegate::destroyEditor(editor, index);
-  const auto entered = std::exchange(mEntered, std::nullopt);
-  if (entered) emit delayEntered(entered->row, entered->milliseconds);
+  emit editingEnded(std::exchange(mEntered, std::nullopt));
 }
 
 void MacroDetailsDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
@@ -164,6 +164,23 @@ void MacroDetailsDelegate::updateEditorGeometry(QWidget* editor, const QStyleOpt
   const int height = std::min(editor->sizeHint().height(), option.rect.height());
   editor->setGeometry(option.rect.left() + delayTextLeft - RowDelegate::sidePadding,
                       option.rect.top() + (option.rect.height() - height) / 2, editorWidth, height);
+}
+
+void MacroDetailsDelegate::commitEdit() {
+  if (!mEditor) return;
+  NumberOnlyTextField* editor = mEditor;
+  emit commitData(editor);
+  emit closeEditor(editor, NoHint);
+}
+
+std::optional<QString> MacroDetailsDelegate::typedDelay() const {
+  return mEditor && mEditor->isModified() ? std::optional(mEditor->text()) : std::nullopt;
+}
+
+void MacroDetailsDelegate::setTypedDelay(const QString& delay) {
+  if (!mEditor) return;
+  mEditor->setText(delay);
+  mEditor->setModified(true);
 }
 
 void MacroDetailsDelegate::discardEdit() {
@@ -175,9 +192,7 @@ bool MacroDetailsDelegate::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && watched == mEditor) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
-      NumberOnlyTextField* editor = mEditor;
-      emit commitData(editor);
-      emit closeEditor(editor, NoHint);
+      commitEdit();
       return true;
     }
   }

@@ -25,8 +25,13 @@ class MacroDetailsDelegate : public RowDelegate {
 
   using RowDelegate::RowDelegate;
 
-  // Ends an edit without a new delay.
-  void discardEdit();
+  // Each does nothing without an edit.
+  void commitEdit();   // ends it with what is entered
+  void discardEdit();  // ends it without a new delay
+  bool isEditing() const { return mEdited.isValid(); }
+  // The delay as far as it has been typed; none without an edit, or as long as nothing has been typed.
+  std::optional<QString> typedDelay() const;
+  void setTypedDelay(const QString& delay);  // as if it had been typed
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -37,8 +42,9 @@ class MacroDetailsDelegate : public RowDelegate {
                             const QModelIndex& index) const override;
 
  signals:
-  // Another delay than before, when the edit has ended.
-  void delayEntered(int row, int milliseconds) const;
+  void editingStarted(int row) const;
+  // The edit has ended; with another delay than before, or with nothing to do.
+  void editingEnded(std::optional<int> milliseconds) const;
   void editRefused() const;
 
  protected:
@@ -47,13 +53,9 @@ class MacroDetailsDelegate : public RowDelegate {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  struct Entered {
-    int row;
-    int milliseconds;
-  };
   mutable QPointer<NumberOnlyTextField> mEditor;
   mutable QPersistentModelIndex mEdited;
-  mutable std::optional<Entered> mEntered;
+  mutable std::optional<int> mEntered;
 };
 
 }  // namespace skarn

@@ -98,7 +98,8 @@ void MouseMacrosController::setUpTables() {
   lines.setMMacrosController(this);
   lines.setModel(mDetailsModel);
   lines.setItemDelegate(mDelays);
-  connect(mDelays, &MacroDetailsDelegate::delayEntered, this, &MouseMacrosController::delayEntered);
+  connect(mDelays, &MacroDetailsDelegate::editingStarted, this, &MouseMacrosController::delayEditingStarted);
+  connect(mDelays, &MacroDetailsDelegate::editingEnded, this, &MouseMacrosController::delayEditingEnded);
   connect(mDelays, &MacroDetailsDelegate::editRefused, this, [this] { mBeep(); });
   connect(lines.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MouseMacrosController::detailsTableViewSelectionDidChange);
@@ -264,6 +265,8 @@ void MouseMacrosController::updateVisibleParts() {
   const bool hasMacro = selectedMacro() >= 0;
   mUi->mMacroNameScrollView->setVisible(hasMacros);
   mUi->mNoMacrosView->setVisible(!hasMacros);
+  // The keyboard must not end up on a button.
+  if (!hasMacro && mUi->mMacroDetailsTableView->hasFocus()) mUi->mMacroTableView->setFocus();
   mUi->mMacroDetailsScrollView->setVisible(hasMacro);
   mUi->mNoMacroSelectedLabel->setVisible(!hasMacro);
   mUi->mNoEventsLabel->setVisible(mDetailsModel->rowCount() == 0);
@@ -287,10 +290,9 @@ void MouseMacrosController::refreshTableDisplay() {
   mIsReloading = false;
   if (mRecorded) {
     followRecordedMacro();
-  } else if (mEdited && isLineSheetOpen()) {
-    followEditedMacro();
-  } else if (const int row = selectedMacro(); row != selected || (row >= 0 && !areLinesOf(row))) {
-    macroTableViewSelectionDidChange();
+  } else if (!isLineEdited() || !followEditedMacro()) {
+    const int row = selectedMacro();
+    if (row < 0 ? selected >= 0 : !areLinesOf(row)) macroTableViewSelectionDidChange();
   }
   searchMacros();
   tellWhoPlays();

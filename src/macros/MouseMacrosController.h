@@ -169,10 +169,12 @@ class MouseMacrosController : public QWidget {
     int row;                       // where it stands now, -1 when it is gone
     std::optional<QString> typed;  // none as long as nothing has been typed
   };
-  // What an open sheet for a line is for.
+  // What an open sheet for a line is for, or the edit of a delay in place.
   struct EditedLine {
     vorn::RememberedRecord macro;
     vorn::RememberedLine line;
+    bool isInPlace = false;
+    std::optional<QString> typed{};  // in place, while other lines take the place of those that are shown
   };
   // What an edit is for: the lines that are selected when it begins, whatever others change meanwhile.
   struct MeantLines {
@@ -260,9 +262,9 @@ class MouseMacrosController : public QWidget {
   void nameEdited(int place, const QString& text);
   void nameEditingStarted(int row);
   void nameEditingEnded();
-  // Takes a name over that is being typed; whatever begins then is meant for the macro that was edited, which is
-  // selected.
-  void endNameEdit();
+  // Takes a name or a delay over that is being typed; whatever begins then is meant for the macro that was edited,
+  // which is selected.
+  void endEdits();
   std::optional<InterruptedEdit> interruptNameEdit();
   void resumeNameEdit(const InterruptedEdit& edit);
   void renameSelectedMacro();
@@ -275,13 +277,15 @@ class MouseMacrosController : public QWidget {
   void exportMacro(const vorn::RememberedRecord& macro, const QString& path);
   void editSelectedLine();
   void openEventSheet();
-  bool isLineSheetOpen() const;
+  // In a sheet or in place.
+  bool isLineEdited() const;
   void rememberEditedLine(int macro, int line);
-  // The sheet's macro and line stay the selected ones wherever they stand now. False when one is gone: the sheet closes
-  // as by Cancel then, and that is said. True without a sheet.
+  // The macro and the line that are edited stay the selected ones wherever they stand now. False when one is gone: the
+  // edit is cancelled then, and that is said. True without an edit.
   bool followEditedMacro();
   bool followEditedLine();
-  void cancelLineSheet();
+  void cancelLineEdit();
+  void lineIsGone(const std::string& macro);  // says so
   void endEventCapture();
   void endEventEditing();
   // Shown, and stored when the sheet is confirmed. 0: none.
@@ -306,7 +310,11 @@ class MouseMacrosController : public QWidget {
   void pasteEvents();
   void moveEvents(EventMove moved);
   void replaceUsage(const MeantLines& meant, vorn::HidUsage usage, bool changesRelease);
-  void delayEntered(int row, int milliseconds);
+  void delayEditingStarted(int row);
+  void delayEditingEnded(std::optional<int> milliseconds);
+  // Around an exchange of the lines.
+  void interruptDelayEdit();
+  void resumeDelayEdit();
   void openTextSheet();
   void openPlaySheet();
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "macros/MacroDetailsDelegate.h"
 #include "macros/MacroDetailsModel.h"
 #include "macros/MacroMenus.h"
 #include "macros/MacroSheets.h"
@@ -112,7 +113,7 @@ void MouseMacrosController::clickMacroSettingsMenuItem(int tag) {
 }
 
 void MouseMacrosController::clickMacroDetailsSettingsMenuItem(int tag) {
-  endNameEdit();
+  endEdits();
   const int macro = macroToAsk();
   if (macro < 0) return;
   switch (tag) {
@@ -157,6 +158,7 @@ void MouseMacrosController::offerLineDeletion(bool offered) {
 }
 
 void MouseMacrosController::clickDeleteMacroDetails() {
+  endEdits();
   const int macro = macroToAsk();
   const int line = selectedLine();
   if (macro < 0 || line < 0) {
@@ -195,8 +197,8 @@ void MouseMacrosController::editSelectedLine() {
 
 // --- What a sheet is for
 
-bool MouseMacrosController::isLineSheetOpen() const {
-  return mEditDelayWindow->isVisible() || mEditEventWindow->isVisible();
+bool MouseMacrosController::isLineEdited() const {
+  return mEdited && (mEdited->isInPlace || mEditDelayWindow->isVisible() || mEditEventWindow->isVisible());
 }
 
 void MouseMacrosController::rememberEditedLine(int macro, int line) {
@@ -205,11 +207,11 @@ void MouseMacrosController::rememberEditedLine(int macro, int line) {
 }
 
 bool MouseMacrosController::followEditedMacro() {
-  if (!mEdited || !isLineSheetOpen()) return true;
+  if (!isLineEdited()) return true;
   const auto place = mEdited->macro.placeIn(macrosSettingsArray);
   if (!place) {
     const QString name = QString::fromStdString(mEdited->macro.name());
-    cancelLineSheet();
+    cancelLineEdit();
     showGoneAlert(sheetWindow(), name);
     return false;
   }
@@ -220,33 +222,89 @@ bool MouseMacrosController::followEditedMacro() {
   } else if (!areLinesOf(row)) {
     macroTableViewSelectionDidChange();
   }
+  // An edit in place needs its line, and that has not come.
+  if (mEdited && mEdited->isInPlace && !mDelays->isEditing()) mEdited.reset();
   return mEdited.has_value();
 }
 
 bool MouseMacrosController::followEditedLine() {
   // Lines of another macro say nothing about it.
   const bool areItsLines = mEdited && mEdited->macro.placeIn(macrosSettingsArray) == selectedMacro();
-  if (!areItsLines || !isLineSheetOpen()) return true;
+  if (!areItsLines || !isLineEdited()) return true;
   const auto place = mEdited->line.placeIn(mDetailsModel->lines());
   if (!place) {
-    const QString name = QString::fromStdString(mEdited->macro.name());
-    cancelLineSheet();
-    Alert::show(sheetWindow(), localized("lkeyLineGoneTitle"), localized("lkeyLineGoneDesc").arg(shownName(name)),
-                {localized("lkeyOK")});
+    const std::string macro = mEdited->macro.name();
+    cancelLineEdit();
+    lineIsGone(macro);
     return false;
   }
   const int line = static_cast<int>(*place);
   if (line != selectedLine()) selectLine(line);
-  rememberEditedLine(selectedMacro(), line);
+  mEdited->line = vorn::RememberedLine(mDetailsModel->lines(), line);
+  resumeDelayEdit();
   return true;
 }
 
-void MouseMacrosController::cancelLineSheet() {
-  if (mEditEventWindow->isVisible()) {
+void MouseMacrosController::cancelLineEdit() {
+  if (mEdited->isInPlace) {
+    mDelays->discardEdit();
+    mEdited.reset();
+  } else if (mEditEventWindow->isVisible()) {
     clickMacroEventCancel();
   } else {
     clickMacroDelayCancel();
   }
+}
+
+void MouseMacrosController::lineIsGone(const std::string& macro) {
+  Alert::show(sheetWindow(), localized("lkeyLineGoneTitle"),
+              localized("lkeyLineGoneDesc").arg(shownName(QString::fromStdString(macro))), {localized("lkeyOK")});
+}
+
+// --- A delay in place
+
+void MouseMacrosController::editLineInPlace() {
+  const int line = selectedLine();
+  if (line < 0 || !validateMenuItem(QAction(localized("lkeyEdit")))) return;
+  if (isDelayLine(line) && selectedLines().size() == 1) {
+    if (macroToAsk() >= 0) mUi->mMacroDetailsTableView->edit(mDetailsModel->index(line));
+  } else {
+    editSelectedLine();
+  }
+}
+
+void MouseMacrosController::delayEditingStarted(int row) {
+  rememberEditedLine(selectedMacro(), row);
+  mEdited->isInPlace = true;
+}
+
+void MouseMacrosController::delayEditingEnded(std::optional<int> milliseconds) {
+  if (!mEdited || !mEdited->isInPlace) return;
+  const EditedLine edited = *std::exchange(mEdited, std::nullopt);
+  if (!milliseconds || macroDelegate == nullptr || isSessionRunning()) return;
+  const int macro = selectMeantMacro(edited.macro);
+  if (macro < 0) return;
+  const auto place = edited.line.placeIn(mDetailsModel->lines());
+  if (!place) return lineIsGone(edited.macro.name());
+  const int line = static_cast<int>(*place);
+  macroDelegate->setNewDelay(*milliseconds, line, macro);
+  fetchLines();
+  selectLine(line);
+}
+
+void MouseMacrosController::interruptDelayEdit() {
+  if (!mEdited || !mDelays->isEditing()) return;
+  EditedLine edited = *std::exchange(mEdited, std::nullopt);
+  edited.typed = mDelays->typedDelay();
+  mDelays->discardEdit();
+  mEdited = std::move(edited);
+}
+
+void MouseMacrosController::resumeDelayEdit() {
+  if (!mEdited->isInPlace || mDelays->isEditing()) return;
+  const auto typed = mEdited->typed;
+  mUi->mMacroDetailsTableView->edit(mDetailsModel->index(selectedLine()));
+  if (typed) mDelays->setTypedDelay(*typed);
 }
 
 // --- A delay

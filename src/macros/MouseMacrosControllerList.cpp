@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "macros/MacroDetailsDelegate.h"
 #include "macros/MacroFiles.h"
 #include "macros/MacroMenus.h"
 #include "macros/MacroNameDelegate.h"
@@ -51,7 +52,7 @@ std::string MouseMacrosController::checkForDuplicateMacroName(const PropertyList
 }
 
 void MouseMacrosController::clickAddMacro() {
-  endNameEdit();
+  endEdits();
   if (macroDelegate == nullptr) return;
   mIsAddMacro = true;
   const int selected = selectedMacro();
@@ -102,7 +103,7 @@ void MouseMacrosController::importMacro(const PropertyList& macro, const QString
 }
 
 void MouseMacrosController::duplicateSelectedMacro() {
-  endNameEdit();
+  endEdits();
   const int selected = macroToAsk();
   if (selected < 0 || isSessionRunning()) return;
   const RememberedRecord macro(macrosSettingsArray, selected, keys::MacroName);
@@ -168,7 +169,7 @@ void MouseMacrosController::takeBack(const PropertyList& macro, const PropertyLi
 // --- Deletion
 
 void MouseMacrosController::clickDeleteMacro() {
-  endNameEdit();
+  endEdits();
   const int row = macroToAsk();
   if (row < 0) return;
   askAboutMacro(row, "lkeyDeleteMacroAlertTitle",
@@ -215,7 +216,7 @@ void MouseMacrosController::deleteMacro(int row) {
 // --- Names
 
 void MouseMacrosController::renameSelectedMacro() {
-  endNameEdit();
+  endEdits();
   const int row = selectedMacro();
   if (row < 0) return;
   isRenamingMacroName = true;
@@ -236,8 +237,9 @@ void MouseMacrosController::nameEditingEnded() {
   updateControls();
 }
 
-void MouseMacrosController::endNameEdit() {
+void MouseMacrosController::endEdits() {
   mNames->commitEdit();
+  mDelays->commitEdit();
 }
 
 std::optional<MouseMacrosController::InterruptedEdit> MouseMacrosController::interruptNameEdit() {
@@ -291,14 +293,14 @@ void MouseMacrosController::nameEdited(int place, const QString& text) {
 // --- Files
 
 void MouseMacrosController::loadPanel() {
-  endNameEdit();
+  endEdits();
   MacroFiles::open(sheetWindow(), [guard = QPointer(this)](const PropertyList& macro, const QString& path) {
     if (guard) guard->importMacro(macro, path);
   });
 }
 
 void MouseMacrosController::loadSaveAsPanel() {
-  endNameEdit();
+  endEdits();
   const int row = macroToAsk();
   if (row < 0) return;
   const RememberedRecord macro(macrosSettingsArray, row, keys::MacroName);

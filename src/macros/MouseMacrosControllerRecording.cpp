@@ -57,7 +57,7 @@ bool MouseMacrosController::isRecordTitleStop() const {
 }
 
 void MouseMacrosController::clickAddMacroDetails() {
-  endNameEdit();
+  endEdits();
   const int macro = macroToAsk();
   if (macro < 0) return;
   mIsAppendMacro = true;
@@ -82,7 +82,7 @@ void MouseMacrosController::clickRecordMacroDetails() {
 }
 
 void MouseMacrosController::beginRecording() {
-  endNameEdit();
+  endEdits();
   const int macro = macroToAsk();
   // The press has turned the button already.
   setRecordTitle(macro >= 0);
@@ -261,6 +261,7 @@ void MouseMacrosController::updateSelectedMacroWithMacroDetails(const PropertyLi
 
 void MouseMacrosController::showLines(const PropertyList& lines) {
   const std::vector<int> selected = selectedLines();
+  interruptDelayEdit();
   mIsReloading = true;
   mDetailsModel->setLines(finishedLines(lines));
   selectLines(selected);

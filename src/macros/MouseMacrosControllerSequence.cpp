@@ -141,9 +141,7 @@ std::optional<MouseMacrosController::OpenedSequence> MouseMacrosController::open
   const PropertyList events = vorn::macroEvents(record);
   if (!(vorn::eventParser::getMessagesArray(events) == meant.lines)) {
     fetchLines();
-    Alert::show(sheetWindow(), localized("lkeyLineGoneTitle"),
-                localized("lkeyLineGoneDesc").arg(shownName(QString::fromStdString(meant.macro.name()))),
-                {localized("lkeyOK")});
+    lineIsGone(meant.macro.name());
     return std::nullopt;
   }
   return OpenedSequence{row, record, MacroEventList(events.elements().begin(), events.elements().end())};
@@ -334,26 +332,6 @@ void MouseMacrosController::replaceUsage(const MeantLines& meant, HidUsage usage
     return vorn::withUsage(sequence.events, changesRelease ? vorn::withPartners(sequence.events, chosen) : chosen,
                            usage);
   });
-}
-
-// --- In place
-
-void MouseMacrosController::editLineInPlace() {
-  const int line = selectedLine();
-  if (line < 0 || !validateMenuItem(QAction(localized("lkeyEdit")))) return;
-  if (isDelayLine(line) && selectedLines().size() == 1) {
-    if (macroToAsk() >= 0) mUi->mMacroDetailsTableView->edit(mDetailsModel->index(line));
-  } else {
-    editSelectedLine();
-  }
-}
-
-void MouseMacrosController::delayEntered(int row, int milliseconds) {
-  const int macro = macroToAsk();
-  if (macro < 0 || isSessionRunning()) return;
-  macroDelegate->setNewDelay(milliseconds, row, macro);
-  fetchLines();
-  selectLines({row});
 }
 
 // --- Sheets
