@@ -1,7 +1,6 @@
 #include "macros/MacroDetailsModel.h"
 
 #include "macros/MacroMenus.h"
-#include "model/MacroLines.h"
 #include "model/eventParser.h"
 
 namespace skarn {
@@ -10,7 +9,8 @@ void MacroDetailsModel::setLines(const vorn::PropertyList& lines) {
   beginResetModel();
   const auto elements = lines.elements();
   mLines.assign(elements.begin(), elements.end());
-  mIsLaidOut = false;
+  mLayout.clear();
+  mLayout.append(elements);
   endResetModel();
 }
 
@@ -20,7 +20,7 @@ void MacroDetailsModel::appendLines(const vorn::PropertyList& lines) {
   const int first = rowCount();
   beginInsertRows({}, first, first + static_cast<int>(added.size()) - 1);
   mLines.insert(mLines.end(), added.begin(), added.end());
-  mIsLaidOut = false;
+  mLayout.append(added);
   endInsertRows();
 }
 
@@ -28,24 +28,9 @@ int MacroDetailsModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(mLines.size());
 }
 
-void MacroDetailsModel::layOut() const {
-  if (mIsLaidOut) return;
-  mIsLaidOut = true;
-  const vorn::PropertyList all = lines();
-  mElapsed = vorn::elapsedOf(all);
-  mPartners = vorn::pairRowsOf(all);
-  mLanes.assign(mLines.size(), {});
-  for (const vorn::PairLine& pair : vorn::pairLinesOf(all, PairLanes::laneCount)) {
-    for (std::size_t row = pair.first; row <= pair.last; ++row) mLanes[row].parts[pair.lane] = PairLanes::Passes;
-    mLanes[pair.first].parts[pair.lane] = PairLanes::Begins;
-    mLanes[pair.last].parts[pair.lane] = PairLanes::Ends;
-  }
-}
-
 std::optional<int> MacroDetailsModel::partnerOf(int row) const {
   if (row < 0 || row >= rowCount()) return std::nullopt;
-  layOut();
-  const auto partner = mPartners[static_cast<std::size_t>(row)];
+  const auto partner = mLayout.partnerOf(static_cast<std::size_t>(row));
   return partner ? std::optional(static_cast<int>(*partner)) : std::nullopt;
 }
 
@@ -61,11 +46,9 @@ QVariant MacroDetailsModel::data(const QModelIndex& index, int role) const {
       return {};
     case ElapsedRole:
       if (isDelayLine(index.row())) return {};
-      layOut();
-      return QVariant::fromValue(mElapsed[row]);
+      return QVariant::fromValue(mLayout.elapsedOf(row));
     case LanesRole:
-      layOut();
-      return QVariant::fromValue(mLanes[row]);
+      return QVariant::fromValue(mLayout.lanesOf(row));
     default:
       return {};
   }

@@ -3,22 +3,15 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <array>
-#include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "model/MacroLineLayout.h"
 #include "model/PropertyList.h"
 
 namespace skarn {
 
-// The lines that join a press and its release, as they pass one row; laneCount of them find room.
-struct PairLanes {
-  static constexpr std::size_t laneCount = 4;
-  enum Part : std::uint8_t { None, Begins, Passes, Ends };
-  std::array<Part, laneCount> parts{};
-};
+using vorn::PairLanes;
 
 class MacroDetailsModel : public QAbstractListModel {
   Q_OBJECT
@@ -45,16 +38,10 @@ class MacroDetailsModel : public QAbstractListModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
-  void layOut() const;
-
   std::vector<vorn::PropertyList> mLines;
-  // Made of the lines when they are first asked for.
-  mutable bool mIsLaidOut = false;
-  mutable std::vector<std::int64_t> mElapsed;
-  mutable std::vector<PairLanes> mLanes;
-  mutable std::vector<std::optional<std::size_t>> mPartners;
+  vorn::MacroLineLayout mLayout;
 };
 
 }  // namespace skarn
 
-Q_DECLARE_METATYPE(skarn::PairLanes)
+Q_DECLARE_METATYPE(vorn::PairLanes)

@@ -16,24 +16,8 @@ namespace vorn {
 // press of it before. Lines do not tell apart keys of one name. Nothing where the row is no press.
 std::optional<std::int64_t> releaseRowOf(const PropertyList& lines, std::int64_t press);
 
-// For every row the row of the other event of its pair, a press and its release; nothing where it has none.
-std::vector<std::optional<std::size_t>> pairRowsOf(const PropertyList& lines);
 // The names of the keys and buttons that are pressed and not let go, in the order of the presses: "A", "Left Button".
 std::vector<std::string> namesPressedAtEnd(const PropertyList& lines);
-
-// A pair as a line beside the rows: nested ones and those that overlap lie in lanes of their own, from 0, the outer
-// ones first.
-struct PairLine {
-  std::size_t first;  // rows
-  std::size_t last;
-  std::size_t lane;
-  friend bool operator==(const PairLine&, const PairLine&) = default;
-};
-// In the order of their first rows. Those that find no free lane below laneCount are left out.
-std::vector<PairLine> pairLinesOf(const PropertyList& lines, std::size_t laneCount);
-
-// For every row the milliseconds from the first event to the end of the row.
-std::vector<std::int64_t> elapsedOf(const PropertyList& lines);
 
 // Whether the lines of the part stand in a row among the lines.
 bool holdsLines(const PropertyList& lines, const PropertyList& part);

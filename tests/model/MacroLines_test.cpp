@@ -42,41 +42,12 @@ TEST(MacroLinesTest, APressWithoutAReleaseBeforeTheNextPressHasNone) {
   EXPECT_EQ(releaseRowOf(linesOf({releaseA, pressA}), 2), std::nullopt);
 }
 
-TEST(MacroLinesTest, PairsAreToldForAllRowsAtOnce) {
-  const PropertyList lines = linesOf({pressA, pressB, releaseA, pressLeft, releaseB, releaseLeft, pressC, releaseA});
-  const auto partners = pairRowsOf(lines);
-  ASSERT_EQ(partners.size(), lines.size());
-  for (std::int64_t row = 0; row < 15; ++row) {
-    const auto release = releaseRowOf(lines, row);
-    if (!release) continue;
-    EXPECT_EQ(partners[static_cast<std::size_t>(row)], static_cast<std::size_t>(*release));
-    EXPECT_EQ(partners[static_cast<std::size_t>(*release)], static_cast<std::size_t>(row));
-  }
-  EXPECT_EQ(partners[12], std::nullopt);
-  EXPECT_EQ(partners[14], std::nullopt);
-  EXPECT_EQ(partners[1], std::nullopt);
-  EXPECT_TRUE(pairRowsOf({}).empty());
-}
-
 TEST(MacroLinesTest, WhatStaysPressedIsToldByName) {
   using Names = std::vector<std::string>;
   EXPECT_EQ(namesPressedAtEnd(linesOf({pressA, releaseA})), Names());
   EXPECT_EQ(namesPressedAtEnd(linesOf({pressLeft, pressB, pressA, pressB, releaseA, {0, 7, 6}})),
             (Names{"Left Button", "B"}));
   EXPECT_EQ(namesPressedAtEnd({}), Names());
-}
-
-TEST(MacroLinesTest, PairsThatOverlapLieInLanesOfTheirOwn) {
-  const PropertyList lines = linesOf({pressA, pressB, pressC, releaseB, releaseA, pressLeft, releaseLeft});
-  using Pairs = std::vector<PairLine>;
-  EXPECT_EQ(pairLinesOf(lines, 4), (Pairs{{0, 8, 0}, {2, 6, 1}, {10, 12, 0}}));
-  EXPECT_EQ(pairLinesOf(lines, 1), (Pairs{{0, 8, 0}, {10, 12, 0}}));
-  EXPECT_EQ(pairLinesOf(lines, 0), Pairs());
-}
-
-TEST(MacroLinesTest, TheTimeOfARowCountsFromTheFirstEvent) {
-  EXPECT_EQ(elapsedOf(linesOf({pressA, releaseA, pressB})), (std::vector<std::int64_t>{0, 20, 20, 40, 40}));
-  EXPECT_EQ(elapsedOf({}), std::vector<std::int64_t>());
 }
 
 TEST(MacroLinesTest, WhatIsNoPressHasNoRelease) {
