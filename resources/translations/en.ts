@@ -608,8 +608,8 @@
         <translation>Delay in milliseconds</translation>
     </message>
     <message id="lkeyDelayNow">
-        <source>Now: %1. Without an entry it stays so.</source>
-        <translation>Now: %1. Without an entry it stays so.</translation>
+        <source>Now: %1</source>
+        <translation>Now: %1</translation>
     </message>
     <message id="lkeyDelaysNow">
         <source>All of them become this delay.</source>
@@ -2288,6 +2288,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeySearchMacros">
         <source>Search macros</source>
         <translation>Search macros</translation>
+    </message>
+    <message id="lkeySearchMacrosTip">
+        <source>Finds macros by their names (%1)</source>
+        <translation>Finds macros by their names (%1)</translation>
     </message>
     <message id="lkeySelectDelayFirst">
         <source>Select a delay first</source>

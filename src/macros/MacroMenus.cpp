@@ -118,7 +118,8 @@ constexpr std::array<MacroMenuEntry, 26> detailsEntries = {{
     {tags::MoveUp, "lkeyMoveUp", roomAbove, keyOf(Qt::ALT | Qt::Key_Up), nullptr, true},
     {tags::MoveDown, "lkeyMoveDown", roomBelow, keyOf(Qt::ALT | Qt::Key_Down)},
     {tags::KeepPairs, "lkeyKeepPairs", nothing, 0, nullptr, false, true},
-    {tags::insertBefore + tags::Key, "lkeyInsertKey", editableMacro, 0, before, true},
+    {tags::TypeText, "lkeyTypeText", editableMacro, 0, nullptr, true},
+    {tags::insertBefore + tags::Key, "lkeyInsertKey", editableMacro, 0, before},
     {tags::insertBefore + tags::LeftClick, "lkeyInsertLeftClick", editableMacro, 0, before},
     {tags::insertBefore + tags::RightClick, "lkeyInsertRightClick", editableMacro, 0, before},
     {tags::insertBefore + tags::MiddleClick, "lkeyInsertMiddleClick", editableMacro, 0, before},
@@ -128,8 +129,7 @@ constexpr std::array<MacroMenuEntry, 26> detailsEntries = {{
     {tags::insertAfter + tags::RightClick, "lkeyInsertRightClick", editableMacro, 0, after},
     {tags::insertAfter + tags::MiddleClick, "lkeyInsertMiddleClick", editableMacro, 0, after},
     {tags::insertAfter + tags::Delay, "lkeyInsertDelay", delayAfter, 0, after},
-    {tags::TypeText, "lkeyTypeText", editableMacro, 0, nullptr, true},
-    {tags::Play, "lkeyPlay", lines},
+    {tags::Play, "lkeyPlay", lines, 0, nullptr, true},
 }};
 
 // Null for an item of neither menu.

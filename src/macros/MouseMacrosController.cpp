@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QTableView>
 
 #include "macros/MacroDetailsDelegate.h"
@@ -117,7 +118,15 @@ void MouseMacrosController::setUpButtons() {
   connect(mUi->mRecordMacroDetails, &QPushButton::clicked, this, &MouseMacrosController::clickRecordMacroDetails);
   connect(mUi->mDiscardRecording, &QPushButton::clicked, this, &MouseMacrosController::clickDiscardRecording);
   connect(mUi->mUndoDiscard, &QPushButton::clicked, this, &MouseMacrosController::clickUndoDiscard);
-  connect(mUi->mMacroSearch, &QLineEdit::textChanged, this, &MouseMacrosController::searchMacros);
+  connect(mUi->mTypeText, &QPushButton::clicked, this,
+          [this] { clickMacroDetailsSettingsMenuItem(macroDetailsMenuTags::TypeText); });
+  connect(mUi->mMacroSearch, &QLineEdit::textChanged, this, &MouseMacrosController::searchAnew);
+  mUi->mMacroSearch->installEventFilter(this);
+  auto* findKey = new QShortcut(QKeySequence(QKeySequence::Find), this);
+  connect(findKey, &QShortcut::activated, this, [this] {
+    mUi->mMacroSearch->setFocus(Qt::ShortcutFocusReason);
+    mUi->mMacroSearch->selectAll();
+  });
   mRecordingTicks.setInterval(recordingTick);
   connect(&mRecordingTicks, &QTimer::timeout, this, &MouseMacrosController::tellRecordingProgress);
   tintIcons();
@@ -146,6 +155,8 @@ void MouseMacrosController::changeEvent(QEvent* event) {
 
 // An empty list has its menu too.
 bool MouseMacrosController::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == mUi->mMacroSearch && event->type() == QEvent::KeyPress)
+    return takesSearchKey(static_cast<QKeyEvent&>(*event));
   if (watched != mUi->mNoMacrosView || event->type() != QEvent::MouseButtonPress) return false;
   const auto* press = static_cast<QMouseEvent*>(event);
   if (press->button() != Qt::RightButton) return false;
@@ -249,13 +260,18 @@ void MouseMacrosController::updateControls() {
       {mUi->mMacroTableView, whyDisabled(Needs::Nothing, mIsMacroTableOffered)},
       {mUi->mMacroSearch, whyDisabled(Needs::Nothing, mIsMacroTableOffered)},
       {mUi->mMacroDetailsTableView, whyDisabled(Needs::Nothing, true)},
+      {mUi->mTypeText, whyDisabled(Needs::Macro, areOffered)},
   };
   for (const Rule& rule : rules) {
     const bool isButton = qobject_cast<QToolButton*>(rule.control) != nullptr;
     rule.control->setToolTip(rule.why.isEmpty() && isButton ? rule.control->accessibleName() : rule.why);
     rule.control->setEnabled(rule.why.isEmpty());
   }
+  if (mUi->mMacroSearch->isEnabled())
+    mUi->mMacroSearch->setToolTip(
+        localized("lkeySearchMacrosTip").arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText)));
   tellRecordingProgress();
+  offerText();
   mUi->mNoEventsLabel->setText(localized(isRecording ? "lkeyTypeEvents" : "lkeyNoEvents"));
   if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyWhileRecording"));
 }
@@ -271,7 +287,13 @@ void MouseMacrosController::updateVisibleParts() {
   mUi->mNoMacroSelectedLabel->setVisible(!hasMacro);
   mUi->mNoEventsLabel->setVisible(mDetailsModel->rowCount() == 0);
   mUi->mMacroSearch->setVisible(hasMacros);
+  offerText();
   tellPressedAtEnd();
+}
+
+// Beside the hint that one can record.
+void MouseMacrosController::offerText() {
+  mUi->mTypeText->setVisible(mDetailsModel->rowCount() == 0 && !isSessionRunning());
 }
 
 // --- Drawing and selections
@@ -298,6 +320,7 @@ void MouseMacrosController::refreshTableDisplay() {
   tellWhoPlays();
   updateVisibleParts();
   updateControls();
+  followMeantSheet();
   if (interrupted) resumeNameEdit(*interrupted);
 }
 
@@ -330,6 +353,9 @@ void MouseMacrosController::deselectMacro() {
 }
 
 void MouseMacrosController::selectMacroRow(int row) {
+  // What is selected is seen, whatever is sought.
+  mUi->mMacroTableView->setRowHidden(row, false);
+  mUi->mNothingFoundLabel->hide();
   mUi->mMacroTableView->selectRow(row);
   mUi->mMacroTableView->scrollTo(mModel->index(row, MacrosTableModel::Name));
 }

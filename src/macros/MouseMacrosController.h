@@ -35,6 +35,7 @@
 #include "model/RememberedRecord.h"
 
 class QAction;
+class QDialog;
 class QKeyEvent;
 class QMenu;
 class QPushButton;
@@ -176,6 +177,11 @@ class MouseMacrosController : public QWidget {
     bool isInPlace = false;
     std::optional<QString> typed{};  // in place, while other lines take the place of those that are shown
   };
+  // An open sheet for an edit of several lines.
+  struct MeantSheet {
+    vorn::RememberedRecord macro;
+    QPointer<QDialog> sheet;
+  };
   // What an edit is for: the lines that are selected when it begins, whatever others change meanwhile.
   struct MeantLines {
     vorn::RememberedRecord macro;
@@ -214,6 +220,7 @@ class MouseMacrosController : public QWidget {
   void setStateOfTables(bool enabled);  // the table buttons and the table of macros
   void updateControls();
   void updateVisibleParts();
+  void offerText();
   QString whyDisabled(Needs needs, bool isOffered) const;
   void tintIcons();
 
@@ -221,7 +228,8 @@ class MouseMacrosController : public QWidget {
   static Menu macroMenu();
   static Menu macroDetailsMenu();
   void fillMenu(QMenu& shown, const Menu& menu);
-  void explainMenuItems(QMenu& menu) const;
+  // Enables what can be chosen now; the tooltips of all else say why not.
+  void offerMenuItems(QMenu& menu) const;
 
   // Selections
   void macroTableViewSelectionDidChange();
@@ -271,7 +279,13 @@ class MouseMacrosController : public QWidget {
   void duplicateSelectedMacro();
   // Adds the record, its name made unique, and selects it. What the engine said.
   std::optional<vorn::ReturnStatus> addRecord(const vorn::PropertyList& record);
-  void searchMacros();
+  bool hasSoughtName(int row) const;
+  void searchAnew();    // another text is sought: what is hidden then is not selected
+  void searchMacros();  // a selected macro stays shown
+  bool takesSearchKey(const QKeyEvent& key);
+  // The first macro that is shown is selected where none is.
+  void goToList();
+  void selectMacroNear(int row);  // one that has the sought name
   void tellWhoPlays();
   void importMacro(const vorn::PropertyList& macro, const QString& path);
   void exportMacro(const vorn::RememberedRecord& macro, const QString& path);
@@ -296,6 +310,9 @@ class MouseMacrosController : public QWidget {
 
   // Whole sequences
   MeantLines meantLines() const;
+  void rememberMeantSheet(const MeantLines& meant, QDialog& sheet);
+  // Closes it, and says why, when its macro is gone.
+  void followMeantSheet();
   // Reads the macro anew. Nothing, and the user is told, when it is gone or has other lines than those that are meant.
   std::optional<OpenedSequence> openSequence(const MeantLines& meant);
   // Sends what the edit makes of the macro and selects what it was about; a beep where it makes nothing.
@@ -345,6 +362,7 @@ class MouseMacrosController : public QWidget {
   QTimer mRecordingTicks;
   int mEventsBeforeRecording = 0;
   std::optional<EditedLine> mEdited;
+  std::optional<MeantSheet> mMeantSheet;
   std::function<void(int milliseconds)> mDelayEntered;  // what OK of the delay sheet does, where it is not for one line
   bool mKeepsPairs = true;                              // a press and its release move together
   std::optional<vorn::RememberedRecord> mNamed;         // whose name is being edited

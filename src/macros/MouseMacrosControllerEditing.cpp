@@ -52,8 +52,7 @@ void MouseMacrosController::setMMacrosSettingsArray(const PropertyList& macros) 
 void MouseMacrosController::setupSettingsMenus() {
   const auto setUp = [this](PullDownButton& gear, const Menu& menu) {
     gear.setItems(itemsOf(menu.entries), menu.operation, [this, menu](int tag) { (this->*menu.chosen)(tag); });
-    gear.setValidator([this](const QAction& item) { return validateMenuItem(item); });
-    connect(gear.menu(), &QMenu::aboutToShow, this, [this, shown = gear.menu()] { explainMenuItems(*shown); });
+    connect(gear.menu(), &QMenu::aboutToShow, this, [this, shown = gear.menu()] { offerMenuItems(*shown); });
   };
   setUp(*mUi->mSettingsMacro, macroMenu());
   setUp(*mUi->mSettingsMacroDetails, macroDetailsMenu());
@@ -61,8 +60,7 @@ void MouseMacrosController::setupSettingsMenus() {
 
 void MouseMacrosController::fillMenu(QMenu& shown, const Menu& menu) {
   addTaggedItems(shown, itemsOf(menu.entries), menu.operation, [this, menu](int tag) { (this->*menu.chosen)(tag); });
-  for (QAction* item : taggedItems(shown)) item->setEnabled(validateMenuItem(*item));
-  explainMenuItems(shown);
+  offerMenuItems(shown);
 }
 
 void MouseMacrosController::fillMacroMenu(QMenu& menu) {
@@ -77,11 +75,12 @@ bool MouseMacrosController::validateMenuItem(const QAction& item) const {
   return isMenuItemEnabled(item, menuState());
 }
 
-void MouseMacrosController::explainMenuItems(QMenu& menu) const {
+void MouseMacrosController::offerMenuItems(QMenu& menu) const {
   menu.setToolTipsVisible(true);
   for (QMenu* submenu : menu.findChildren<QMenu*>()) submenu->setToolTipsVisible(true);
   const MacroMenuState state = menuState();
   for (QAction* item : taggedItems(menu)) {
+    item->setEnabled(isMenuItemEnabled(*item, state));
     item->setToolTip(whyMenuItemIsDisabled(*item, state));
     if (item->isCheckable()) item->setChecked(mKeepsPairs);
   }
@@ -202,6 +201,8 @@ bool MouseMacrosController::isLineEdited() const {
 }
 
 void MouseMacrosController::rememberEditedLine(int macro, int line) {
+  // The delay sheet is for this line now.
+  mMeantSheet.reset();
   mEdited.emplace(EditedLine{vorn::RememberedRecord(macrosSettingsArray, macro, keys::MacroName),
                              vorn::RememberedLine(mDetailsModel->lines(), line)});
 }
@@ -321,8 +322,7 @@ void MouseMacrosController::clickMacroDelayOK() {
   mEditDelayWindow->hide();
   const int macro = macroToAsk();
   const int line = selectedLine();
-  // Without an entry the delay stays as it is.
-  if (macro < 0 || line < 0 || mEditDelayWindow->mInputMacroDelay().text().isEmpty()) return;
+  if (macro < 0 || line < 0) return;
   macroDelegate->setNewDelay(milliseconds, line, macro);
   fetchLines();
 }

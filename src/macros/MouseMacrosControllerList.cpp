@@ -131,18 +131,70 @@ bool MouseMacrosController::takesMacroKey(const QKeyEvent& key) {
 
 // --- Finding
 
+bool MouseMacrosController::hasSoughtName(int row) const {
+  const QString name = mModel->index(row, MacrosTableModel::Name).data().toString();
+  return name.contains(mUi->mMacroSearch->text(), Qt::CaseInsensitive);
+}
+
+void MouseMacrosController::searchAnew() {
+  if (const int row = selectedMacro(); row >= 0 && !hasSoughtName(row)) deselectMacro();
+  searchMacros();
+}
+
 void MouseMacrosController::searchMacros() {
   const QString sought = mUi->mMacroSearch->text();
   if (sought.isEmpty() && !std::exchange(mIsSearching, false)) return;
   mIsSearching = !sought.isEmpty();
-  bool hasFound = false;
+  bool hasShown = false;
+  const int selected = selectedMacro();
   for (int row = 0; row < mModel->rowCount(); ++row) {
-    const QString name = mModel->index(row, MacrosTableModel::Name).data().toString();
-    const bool isFound = name.contains(sought, Qt::CaseInsensitive);
-    mUi->mMacroTableView->setRowHidden(row, !isFound);
-    hasFound = hasFound || isFound;
+    const bool isShown = row == selected || hasSoughtName(row);
+    mUi->mMacroTableView->setRowHidden(row, !isShown);
+    hasShown = hasShown || isShown;
   }
-  mUi->mNothingFoundLabel->setVisible(!hasFound && mModel->rowCount() > 0);
+  mUi->mNothingFoundLabel->setVisible(!hasShown && mModel->rowCount() > 0);
+}
+
+bool MouseMacrosController::takesSearchKey(const QKeyEvent& key) {
+  switch (key.key()) {
+    case Qt::Key_Escape:
+      if (mUi->mMacroSearch->text().isEmpty()) {
+        mUi->mMacroTableView->setFocus();
+      } else {
+        mUi->mMacroSearch->clear();
+      }
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      goToList();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void MouseMacrosController::goToList() {
+  int row = selectedMacro();
+  for (int shown = 0; row < 0 && shown < mModel->rowCount(); ++shown) {
+    if (!mUi->mMacroTableView->isRowHidden(shown)) row = shown;
+  }
+  if (row < 0) return;
+  mUi->mMacroTableView->setFocus();
+  if (row != selectedMacro()) selectMacroRow(row);
+}
+
+void MouseMacrosController::selectMacroNear(int row) {
+  const int count = mModel->rowCount();
+  int near = std::min(row, count - 1);
+  while (near < count && !hasSoughtName(near)) ++near;
+  if (near == count) near = std::min(row, count) - 1;
+  while (near >= 0 && !hasSoughtName(near)) --near;
+  if (near >= 0) {
+    selectMacroRow(near);
+  } else {
+    deselectMacro();
+  }
+  searchMacros();
 }
 
 void MouseMacrosController::setMAllProfiles(const PropertyList& profiles) {
@@ -208,8 +260,7 @@ void MouseMacrosController::deleteMacro(int row) {
   refreshTableDisplay();
   // Where another macro has moved into the row, its lines are there already.
   if (mShownRecord == before) fetchLines();
-  const int count = mModel->rowCount();
-  if (count > 0) selectMacroRow(std::min(row, count - 1));
+  if (mModel->rowCount() > 0) selectMacroNear(row);
   mUi->mMacroTableView->setFocus();
 }
 

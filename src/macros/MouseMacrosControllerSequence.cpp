@@ -147,6 +147,19 @@ std::optional<MouseMacrosController::OpenedSequence> MouseMacrosController::open
   return OpenedSequence{row, record, MacroEventList(events.elements().begin(), events.elements().end())};
 }
 
+void MouseMacrosController::rememberMeantSheet(const MeantLines& meant, QDialog& sheet) {
+  mMeantSheet.emplace(MeantSheet{meant.macro, &sheet});
+}
+
+void MouseMacrosController::followMeantSheet() {
+  if (!mMeantSheet || mMeantSheet->macro.placeIn(macrosSettingsArray)) return;
+  const MeantSheet meant = *std::exchange(mMeantSheet, std::nullopt);
+  // One that has been closed since has acted, or will not.
+  if (!meant.sheet || !meant.sheet->isVisible()) return;
+  meant.sheet->reject();
+  showGoneAlert(sheetWindow(), QString::fromStdString(meant.macro.name()));
+}
+
 void MouseMacrosController::editSequence(const MeantLines& meant, const SequenceEdit& edit) {
   const auto opened = openSequence(meant);
   if (!opened) return;
@@ -252,9 +265,11 @@ void MouseMacrosController::insertByMenu(int tag) {
     });
   };
   if (inserted == tags::Key) {
-    KeyChooser::open(sheetWindow(), KeyChooser::Offers::Keys, [guard = QPointer(this), insertStroke](int usage, int) {
-      if (guard) insertStroke({hid::keyboardPage, static_cast<hid::Usage>(usage)});
-    });
+    auto* chooser = KeyChooser::open(sheetWindow(), KeyChooser::Offers::Keys,
+                                     [guard = QPointer(this), insertStroke](int usage, int) {
+                                       if (guard) insertStroke({hid::keyboardPage, static_cast<hid::Usage>(usage)});
+                                     });
+    rememberMeantSheet(meant, *chooser);
   } else if (inserted == tags::Delay) {
     openAddedDelay(meant, isBefore);
   } else {
@@ -277,6 +292,7 @@ void MouseMacrosController::openAddedDelay(const MeantLines& meant, bool isBefor
     selectLines({row});
   };
   mEditDelayWindow->beginAdding(mDetailsModel->index(row).data().toString());
+  rememberMeantSheet(meant, *mEditDelayWindow);
 }
 
 void MouseMacrosController::openDelaysOfMany() {
@@ -287,7 +303,8 @@ void MouseMacrosController::openDelaysOfMany() {
     });
     selectLines(meant.rows);
   };
-  mEditDelayWindow->beginForMany(menuState().selectedDelays);
+  mEditDelayWindow->beginForMany(static_cast<int>(delaysIn(meant.rows).size()));
+  rememberMeantSheet(meant, *mEditDelayWindow);
 }
 
 void MouseMacrosController::deleteSelectedLines() {
@@ -343,6 +360,7 @@ void MouseMacrosController::openTextSheet() {
     insertEvents(meant, false, [&events](const OpenedSequence&) { return events; });
   });
   sheet->open();
+  rememberMeantSheet(meant, *sheet);
 }
 
 void MouseMacrosController::openPlaySheet() {

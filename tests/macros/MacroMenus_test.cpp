@@ -1,7 +1,9 @@
 // The menus of the Macros tab: which entries they have, and when each can be chosen.
 #include "macros/MacroMenus.h"
 
+#include <QClipboard>
 #include <QContextMenuEvent>
+#include <QMimeData>
 #include <QPointer>
 
 #include "macros/MacrosFixture.h"
@@ -43,6 +45,16 @@ QStringList reasonsOf(const QMenu& menu) {
   }
   return reasons;
 }
+
+// Counts how often it is asked for its types, which can be a question to another program.
+class AskedMimeData : public QMimeData {
+ public:
+  bool hasFormat(const QString& type) const override {
+    ++asked;
+    return QMimeData::hasFormat(type);
+  }
+  mutable int asked = 0;
+};
 
 const QStringList macroKeys{"lkeyRename", "lkeyNew", "lkeyImport", "lkeyExport", "lkeyDelete", "lkeyDuplicateMacro"};
 const QStringList detailsKeys{"lkeyRecord",          "lkeyEdit",      "lkeyDeleteEvent",
@@ -142,6 +154,30 @@ class MacroMenusTest : public QObject {
     if (line >= 0) fixture.clickRow(fixture.lines(), line);
     QCOMPARE(gearEntries(fixture, "mSettingsMacroDetails"), texts(keys));
     QCOMPARE(rightClickEntries(fixture, fixture.lines(), line), texts(keys));
+  }
+
+  void openingAMenuAsksTheClipboardOnce() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    fixture.clickRow(fixture.lines(), 0);
+    auto* data = new AskedMimeData;
+    QApplication::clipboard()->setMimeData(data);
+    data->asked = 0;
+    gearEntries(fixture, "mSettingsMacroDetails");
+    QCOMPARE(data->asked, 1);
+    rightClickEntries(fixture, fixture.lines());
+    QCOMPARE(data->asked, 2);
+    QApplication::clipboard()->clear();
+  }
+
+  void typingATextBeginsTheGroupOfWhatIsInserted() {
+    MacrosFixture fixture;
+    QStringList entries;
+    for (const QAction* action : fixture.find<PullDownButton>("mSettingsMacroDetails")->menu()->actions())
+      entries << (action->isSeparator() ? QStringLiteral("-") : titleOf(*action));
+    QCOMPARE(entries.mid(entries.indexOf(localized("lkeyTypeText")) - 1),
+             (QStringList{"-", localized("lkeyTypeText"), localized("lkeyInsertBefore"), localized("lkeyInsertAfter"),
+                          "-", localized("lkeyPlay")}));
   }
 
   void aDisabledEntrySaysWhy_data() {

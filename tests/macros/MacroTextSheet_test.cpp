@@ -42,6 +42,27 @@ class MacroTextSheetTest : public QObject {
     QCOMPARE(fixture.delegate.take(), SequenceFixture::edited(expected));
   }
 
+  void anEmptyMacroOffersToTypeAText() {
+    SequenceFixture fixture;
+    const auto* button = fixture.find<QPushButton>("mTypeText");
+    QVERIFY(!button->isVisible());
+    fixture.selectMacro(1);
+    QVERIFY(button->isVisible());
+    QVERIFY(button->isEnabled());
+    // The hint does not lie under it.
+    QVERIFY(!fixture.find("mNoEventsLabel")->geometry().intersects(button->geometry()));
+    fixture.click("mRecordMacroDetails");
+    QVERIFY(!button->isVisible());
+    fixture.click("mRecordMacroDetails");
+    QVERIFY(button->isVisible());
+    fixture.delegate.take();
+    fixture.click("mTypeText");
+    QTest::keyClicks(fixture.find("mTypedText"), QStringLiteral("a"));
+    fixture.click("mTypedTextOK");
+    QCOMPARE(fixture.delegate.take(),
+             SequenceFixture::edited({keyEvent(true, 15, keyOfA), keyEvent(false, 15, keyOfA)}, 1, "Greeting"));
+  }
+
   void theDelayIsTheOneThatIsEntered() {
     TextFixture fixture;
     auto* delay = fixture.find<QLineEdit>("mTypedDelay");

@@ -42,8 +42,7 @@ class MouseMacrosControllerDelaySheetTest : public QObject {
   void theSheetTellsTheDelayAsItIsNow() {
     EditingFixture fixture(1);
     fixture.edit();
-    QCOMPARE(fixture.find<QLabel>("mMacroDelayNow")->text(),
-             QStringLiteral("Now: 0.020 seconds delay. Without an entry it stays so."));
+    QCOMPARE(fixture.find<QLabel>("mMacroDelayNow")->text(), QStringLiteral("Now: 0.020 seconds delay"));
     QCOMPARE(fixture.delay().placeholderText(), QStringLiteral("20"));
     QCOMPARE(fixture.delay().text(), QString());
   }
@@ -61,6 +60,15 @@ class MouseMacrosControllerDelaySheetTest : public QObject {
     QTest::keyClick(&fixture.delay(), Qt::Key_Escape);
     QVERIFY(!fixture.isShown("mEditDelayWindow"));
     QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  // The sheet's button is what keeps an empty input from being confirmed.
+  void okSendsTheNumberOfTheInputWhateverItIs() {
+    EditingFixture fixture(1);
+    fixture.edit();
+    fixture.tab->clickMacroDelayOK();
+    QVERIFY(!fixture.isShown("mEditDelayWindow"));
+    QCOMPARE(fixture.delegate.take(), (QStringList{"setNewDelay(0, 1, 0)", "getMacroDetailsForMacroAtIndex(0)"}));
   }
 
   void cancellingTheDelaySheetSendsNothing() {

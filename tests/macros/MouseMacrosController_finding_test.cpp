@@ -42,6 +42,80 @@ class MouseMacrosControllerFindingTest : public QObject {
     QCOMPARE(fixture.delegate.take(), QStringList());
   }
 
+  void whatTheSearchHidesIsNotSelected() {
+    MacrosFixture fixture({"Fireball", "Greeting"});
+    fixture.selectMacro(0);
+    auto* search = fixture.find<QLineEdit>("mMacroSearch");
+    QTest::keyClicks(search, QStringLiteral("ball"));
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 0);
+    QTest::keyClicks(search, QStringLiteral("ad"));
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), -1);
+    QCOMPARE(fixture.tab->mMacroDetailsArray().size(), std::size_t{0});
+    QCOMPARE(fixture.enabled(), MacrosFixture::without(MacrosFixture::allControls(),
+                                                       {"mDeleteMacro", "mAddMacroDetails", "mDeleteMacroDetails",
+                                                        "mSettingsMacroDetails", "mRecordMacroDetails"}));
+    fixture.tab->clickRecordMacroDetails();
+    fixture.tab->clickDeleteMacro();
+    QVERIFY(fixture.alert() == nullptr);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+  }
+
+  void aSelectedMacroThatIsRenamedStaysShownUntilAnotherTextIsSought() {
+    MacrosFixture fixture({"Fireball", "Greeting"});
+    auto* search = fixture.find<QLineEdit>("mMacroSearch");
+    search->setText(QStringLiteral("ball"));
+    fixture.selectMacro(0);
+    fixture.reload(macrosNamed({"Comet", "Greeting"}));
+    QCOMPARE(shownNames(fixture), QStringList{"Comet"});
+    QVERIFY(!fixture.find("mNothingFoundLabel")->isVisible());
+    search->setText(QStringLiteral("fire"));
+    QCOMPARE(shownNames(fixture), QStringList());
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), -1);
+  }
+
+  void aDeletionSelectsAMacroThatIsFound() {
+    MacrosFixture fixture({"Ice ball", "Fireball", "Greeting"});
+    fixture.find<QLineEdit>("mMacroSearch")->setText(QStringLiteral("ball"));
+    const auto deleteMacro = [&](int row, const QStringList& left) {
+      fixture.selectMacro(row);
+      fixture.delegate.onCall = [&fixture, left](const QString& call) {
+        if (call.startsWith(QLatin1String("deleteMacroAtIndex")))
+          fixture.tab->setMMacrosSettingsArray(macrosNamed(left));
+      };
+      fixture.click("mDeleteMacro");
+      fixture.alert()->buttons().constFirst()->click();
+    };
+    deleteMacro(1, {"Ice ball", "Greeting"});
+    QTRY_COMPARE(MacrosFixture::selectedRow(fixture.macros()), 0);
+    QCOMPARE(shownNames(fixture), QStringList{"Ice ball"});
+    deleteMacro(0, {"Greeting"});
+    QTRY_COMPARE(MacrosFixture::selectedRow(fixture.macros()), -1);
+    QCOMPARE(shownNames(fixture), QStringList());
+  }
+
+  void theSearchIsReachedAndLeftByTheKeyboard() {
+    MacrosFixture fixture({"Fireball", "Greeting", "Ice ball"});
+    auto* search = fixture.find<QLineEdit>("mMacroSearch");
+    QTest::keyClick(fixture.macros(), Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(search->hasFocus());
+    QTest::keyClicks(search, QStringLiteral("ice"));
+    QTest::keyClick(search, Qt::Key_Return);
+    QVERIFY(fixture.macros()->hasFocus());
+    QCOMPARE(MacrosFixture::selectedRow(fixture.macros()), 2);
+    QTest::keyClick(fixture.macros(), Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(search->selectedText(), QStringLiteral("ice"));
+    QTest::keyClick(search, Qt::Key_Escape);
+    QCOMPARE(search->text(), QString());
+    QVERIFY(search->hasFocus());
+    QTest::keyClick(search, Qt::Key_Escape);
+    QVERIFY(fixture.macros()->hasFocus());
+    // Nothing is found: there is nowhere to go.
+    search->setFocus();
+    search->setText(QStringLiteral("copzz"));
+    QTest::keyClick(search, Qt::Key_Return);
+    QVERIFY(search->hasFocus());
+  }
+
   void aReloadIsSearchedToo() {
     MacrosFixture fixture({"Fireball", "Greeting"});
     fixture.find<QLineEdit>("mMacroSearch")->setText(QStringLiteral("ball"));

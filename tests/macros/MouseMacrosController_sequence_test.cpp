@@ -336,6 +336,58 @@ class MouseMacrosControllerSequenceTest : public QObject {
     fixture.selectMacro(1);
     QVERIFY(!note->isVisible());
   }
+
+  void aSheetForSeveralLinesClosesWhenItsMacroIsGoneAndThatIsSaid_data() {
+    QTest::addColumn<std::vector<int>>("rows");
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<QString>("sheet");
+    QTest::newRow("an added delay") << std::vector<int>{2} << tags::insertAfter + tags::Delay << "mEditDelayWindow";
+    QTest::newRow("many delays") << std::vector<int>{1, 3} << static_cast<int>(tags::Edit) << "mEditDelayWindow";
+    QTest::newRow("a text") << std::vector<int>{2} << static_cast<int>(tags::TypeText) << "mMacroTextWindow";
+    QTest::newRow("a key") << std::vector<int>{2} << tags::insertBefore + tags::Key << "mKeyChooser";
+  }
+  void aSheetForSeveralLinesClosesWhenItsMacroIsGoneAndThatIsSaid() {
+    QFETCH(std::vector<int>, rows);
+    QFETCH(int, tag);
+    QFETCH(QString, sheet);
+    SequenceFixture fixture;
+    fixture.select(rows);
+    fixture.choose(tag);
+    const auto isOpen = [&] {
+      const auto* shown = fixture.window.findChild<QDialog*>(sheet);
+      return shown != nullptr && shown->isVisible();
+    };
+    QVERIFY(isOpen());
+    // Other news leave it alone.
+    fixture.engine = PropertyList::array({fixture.engine.at(1), fixture.engine.at(0)});
+    fixture.serve("reloadMacros()");
+    QVERIFY(isOpen());
+    QVERIFY(fixture.alert() == nullptr);
+    fixture.delegate.take();
+    fixture.engine = PropertyList::array({fixture.engine.at(0)});
+    fixture.serve("reloadMacros()");
+    QVERIFY(!isOpen());
+    QVERIFY(fixture.alert() != nullptr);
+    QCOMPARE(fixture.alert()->text(), QStringLiteral("“Fireball” is no longer there"));
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.window.findChildren<QMessageBox*>(QStringLiteral("alert")).size(), 1);
+  }
+
+  void theSheetForOneDelayOutlivesTheMacroOfAnEarlierSheet() {
+    SequenceFixture fixture;
+    fixture.take(1, SequenceFixture::nested());
+    fixture.serve("reloadMacros()");
+    fixture.select({1, 3});
+    fixture.choose(tags::Edit);
+    fixture.click("mMacroDelayCancel");
+    fixture.selectMacro(1);
+    fixture.select({1});
+    fixture.choose(tags::Edit);
+    fixture.engine = PropertyList::array({fixture.engine.at(1)});
+    fixture.serve("reloadMacros()");
+    QVERIFY(fixture.find("mEditDelayWindow")->isVisible());
+    QVERIFY(fixture.alert() == nullptr);
+  }
 };
 
 SKARN_QTEST(MouseMacrosControllerSequenceTest)
