@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core-engine/history/HistoryRecords.h"
+#include "core-engine/history/SharedValues.h"
 #include "core-engine/storage/Fingerprint.h"
 #include "model/PropertyListCodec.h"
 
@@ -60,16 +61,19 @@ std::vector<Record> recordsIn(BytesView bytes) {
   return records;
 }
 
-// The history that the records come to; nothing where one of them is none.
+// The history that the records come to; nothing where one of them is none. Entries are much alike: what is equal in
+// them is there once, as it was before it was written.
 std::optional<HistoryEntries> entriesOf(std::span<const Record> records) {
+  SharedValues values;
   std::optional<HistoryEntries> entries;
   for (const Record& each : records) {
-    const auto record = decodeBinaryPropertyList(each.contents);
-    if (!record) return std::nullopt;
+    const auto decoded = decodeBinaryPropertyList(each.contents);
+    if (!decoded) return std::nullopt;
+    const PropertyList record = values.shared(*decoded);
     if (!entries) {
-      entries = entriesIn(*record);
+      entries = entriesIn(record);
       if (!entries) return std::nullopt;
-    } else if (const auto step = stepIn(*record)) {
+    } else if (const auto step = stepIn(record)) {
       entries->take(*step);
     } else {
       return std::nullopt;

@@ -67,6 +67,26 @@ TEST(HistoryJournalTest, GivesTheNextEngineTheSameEntries) {
   EXPECT_EQ(engine.lines, std::vector<std::string>());
 }
 
+TEST(HistoryJournalTest, HoldsOnceWhatManyEntriesHave) {
+  MemoryFileSystem disk = freshDisk();
+  {
+    Engine engine(disk);
+    for (int round = 0; round < 2; ++round) {
+      const PropertyList profiles = engine.now()["Profiles"];
+      engine.change(engine.now().with("Profiles", profiles.appending(profile("copy"))));
+      engine.change(engine.now().with("Profiles", profiles));
+    }
+  }
+  Engine engine(disk);
+  const auto entries = engine.entries();
+  ASSERT_EQ(entries.size(), 4U);
+  for (std::size_t each = 0; each < 4; each += 2) {
+    EXPECT_EQ(entries[each].edits[0].after.at(0)["ProfileName"].string(), "copy");
+    EXPECT_EQ(entries[each].edits[0].after.elements().data(), entries[0].edits[0].after.elements().data());
+    EXPECT_EQ(entries[each + 1].edits[0].before.elements().data(), entries[0].edits[0].after.elements().data());
+  }
+}
+
 TEST(HistoryJournalTest, GoesOnOverManyStartsWithIDsThatNeverComeTwice) {
   MemoryFileSystem disk = freshDisk();
   for (int start = 0; start < 5; ++start) {
