@@ -153,6 +153,7 @@ Outcome moveProfile(Context& context, const Arguments& arguments) {
 namespace {
 
 Outcome exportAll(Context& context, const std::string& path) {
+  if (path == "-") return Failure{ExitStatus::Usage, "all profiles go into a folder, not to standard output"};
   const auto bundle = allSettings(context.engine);
   if (!bundle) return bundle.failure();
   const std::string ending = "." + std::string(profileFolderExtension);
@@ -195,20 +196,26 @@ Outcome importAll(Context& context, const std::string& path) {
     if (!context.output.isJson()) context.output.line("not imported: " + each.path + ": " + each.reason);
     objects = objects.appending(PropertyList::dictionary({{"file", each.path}, {"reason", each.reason}}));
   }
+  Outcome failure;
   bool isContinuation = false;
   for (const ProfileFolderEntry& entry : folder.entries) {
     const PropertyList& record = entry.contents.record;
     const auto profile = added(context, profiles, record, record[keys::ProfileName].string(), isContinuation);
-    if (!profile) return profile.failure();
+    if (!profile) {
+      failure = profile.failure();
+      break;
+    }
     isContinuation = true;
     if (!context.output.isJson()) context.output.line(titleOfAdded(*profile));
     objects = objects.appending(*profile);
     profiles = profiles.appending(record.with(keys::ProfileName, (*profile)["name"]));
   }
+  // Also where not all could be added: those that were are there.
   if (context.output.isJson()) context.output.json(objects);
-  if (leftOut.empty()) return std::nullopt;
+  if (!failure && leftOut.empty()) return std::nullopt;
   // Before what standard error says of it.
-  if (auto failure = context.output.flush()) return failure;
+  if (auto unwritten = context.output.flush()) return unwritten;
+  if (failure) return failure;
   return Failure{ExitStatus::Refused, std::to_string(leftOut.size()) + " of " +
                                           std::to_string(leftOut.size() + folder.entries.size()) +
                                           " files were not imported"};

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <filesystem>
 #include <limits>
+#include <random>
 #include <tuple>
 #include <utility>
 
@@ -18,6 +19,7 @@ namespace files = std::filesystem;
 using Kind = RecordFileProblem::Kind;
 
 constexpr std::size_t longestName = 120;  // bytes
+constexpr int maximumNames = 100;
 
 RecordFileProblem problemOf(std::error_code error) {
   return {Kind::File, reasonOf(error), error};
@@ -38,6 +40,18 @@ std::pair<unsigned long, std::string> orderOf(const std::string& path) {
   const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), place);
   if (error != std::errc() || end == name.data()) place = std::numeric_limits<unsigned long>::max();
   return {place, std::move(name)};
+}
+
+// A folder beside the path, under a name that no other has: what a killed export left behind is in nobody's way.
+std::error_code makeUnfinished(const std::string& path, files::path& unfinished) {
+  std::random_device random;
+  for (int name = 0; name < maximumNames; ++name) {
+    unfinished = path + ".part-" + std::to_string(random());
+    std::error_code error;
+    if (files::create_directory(unfinished, error)) return {};
+    if (error && error != std::errc::file_exists) return error;
+  }
+  return std::make_error_code(std::errc::file_exists);
 }
 
 std::optional<RecordFileProblem> writeAll(const files::path& folder, const PropertyList& profiles) {
@@ -67,10 +81,8 @@ std::string profileFileName(const PropertyList& profile, std::size_t place) {
 std::optional<RecordFileProblem> writeProfileFolder(const std::string& path, const PropertyList& profiles) {
   std::error_code error;
   if (files::exists(files::symlink_status(path, error))) return problemOf(std::make_error_code(std::errc::file_exists));
-  const files::path unfinished = path + ".part";
-  if (!files::create_directory(unfinished, error)) {
-    return problemOf(error ? error : std::make_error_code(std::errc::file_exists));
-  }
+  files::path unfinished;
+  if ((error = makeUnfinished(path, unfinished))) return problemOf(error);
   auto problem = writeAll(unfinished, profiles);
   if (!problem) {
     files::rename(unfinished, path, error);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 
 #include "ctl/Assignment.h"
@@ -169,6 +170,13 @@ TEST_F(VornCtlRequestsTest, ExportAndImportAllProfiles) {
   EXPECT_EQ(output, "[{\"id\":2,\"name\":\"One(2)\"},{\"id\":3,\"name\":\"Two(2)\"}]\n");
 }
 
+TEST_F(VornCtlRequestsTest, WriteAllProfilesToNoStandardOutput) {
+  const Ended run = runVornCtl({"profiles", "export", "--all", "-"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.output, "vornctl: all profiles go into a folder, not to standard output\n");
+  EXPECT_FALSE(std::filesystem::exists("-.SkarnProfiles"));
+}
+
 TEST_F(VornCtlRequestsTest, TellFirstWhatOfAllProfilesDoesNotFit) {
   ASSERT_FALSE(writeProfileFolder(
       folder.path("all"), PropertyList::array({profile("A", 0), profile("B", 0), profile("C", 0), profile("D", 0)})));
@@ -177,6 +185,30 @@ TEST_F(VornCtlRequestsTest, TellFirstWhatOfAllProfilesDoesNotFit) {
   EXPECT_EQ(run.output, "not imported: " + folder.path("all/4 D.SkarnProfile") +
                             ": the mouse holds five profiles\nProfile 3 \"A\"\nProfile 4 \"B\"\nProfile 5 \"C\"\n"
                             "vornctl: 1 of 4 files were not imported\n");
+}
+
+TEST_F(VornCtlRequestsTest, TellWhatWasAddedWhereALaterProfileIsRefused) {
+  ASSERT_FALSE(writeProfileFolder(folder.path("all"), PropertyList::array({profile("A", 0), profile("B", 0)})));
+  const PropertyListFile refusal{dictionary({{"ReturnStatus", 4}})};
+  const std::pair<const char*, std::vector<std::string>> outputs[] = {
+      {"--no-start", {"Profile 3 \"A\"", "vornctl: the engine could not save the change"}},
+      {"--json",
+       {R"([{"id":2,"name":"A"}])",
+        R"({"error":"refused","message":"the engine could not save the change","status":1})"}},
+  };
+  for (const auto& [option, expected] : outputs) {
+    engine.takeRequests();
+    ASSERT_TRUE(engine.obey("on 5 silent"));
+    vorn::test::ChildProcess run(vornctlCommandLine({"profiles", "import", "--all", folder.path("all"), option}));
+    ASSERT_TRUE(engine.waitForRequest(5));
+    // The first is done, the next is refused.
+    ASSERT_TRUE(engine.obey("on 5 reply " + refusal.path()));
+    ASSERT_TRUE(engine.obey("reply " + changed.path()));
+    std::vector<std::string> lines;
+    while (const auto line = run.waitForLine([](const std::string&) { return true; })) lines.push_back(*line);
+    EXPECT_EQ(run.waitForEnd(), 1);
+    EXPECT_EQ(lines, expected);
+  }
 }
 
 TEST_F(VornCtlRequestsTest, ExportAndImportProfiles) {

@@ -81,8 +81,16 @@ TEST_F(ProfileFolderTest, LeavesWhatIsThereAlone) {
 TEST_F(ProfileFolderTest, LeavesNothingBehindWhereItCannotBeWritten) {
   EXPECT_TRUE(writeProfileFolder(folder.path("no/All.SkarnProfiles"), PropertyList::array({plainProfile("A")})));
   EXPECT_TRUE(writeProfileFolder(path, PropertyList::array({PropertyList()})));
-  EXPECT_FALSE(std::filesystem::exists(path));
-  EXPECT_FALSE(std::filesystem::exists(path + ".part"));
+  EXPECT_EQ(filesIn(folder.path()), std::vector<std::string>());
+}
+
+TEST_F(ProfileFolderTest, IsWrittenBesideWhatAKilledExportLeft) {
+  const std::string left = path + ".part";
+  std::filesystem::create_directory(left);
+  std::ofstream(left + "/1 A.SkarnProfile") << "half of";
+  ASSERT_FALSE(writeProfileFolder(path, PropertyList::array({plainProfile("A")})));
+  EXPECT_EQ(filesIn(path), std::vector<std::string>{"1 A.SkarnProfile"});
+  EXPECT_EQ(filesIn(folder.path()), (std::vector<std::string>{"All.SkarnProfiles", "All.SkarnProfiles.part"}));
 }
 
 TEST_F(ProfileFolderTest, TellsWhatIsNoSuchFolder) {
