@@ -140,7 +140,6 @@ void ControlRow::updateStrength() {
   const bool isFound = mSearchResult == SearchResult::Found;
   const bool isPassed = mSearchResult == SearchResult::Passed;
   mPopUp->setMuted(isPassed || (!isFound && !isChanged()));
-  mName->setForegroundRole(isFound ? QPalette::WindowText : QPalette::PlaceholderText);
 }
 
 bool ControlRow::isChanged() const {
@@ -154,8 +153,12 @@ void ControlRow::setHighlighted(bool highlighted) {
 }
 
 void ControlRow::setSearchResult(SearchResult result) {
-  if (std::exchange(mSearchResult, result) == result) return;
+  const SearchResult before = std::exchange(mSearchResult, result);
+  if (before == result) return;
   updateStrength();
+  const bool isFound = result == SearchResult::Found;
+  if (isFound != (before == SearchResult::Found))
+    mName->setForegroundRole(isFound ? QPalette::WindowText : QPalette::PlaceholderText);
   update();
 }
 
