@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core-engine/history/ChangeDescription.h"
+#include "core-engine/rules/BundleRules.h"
 #include "model/SettingsKeys.h"
 #include "protocol/History.h"
 
@@ -173,7 +174,9 @@ void History::putBackup(const PropertyList& bundle, const std::string& date, con
 }
 
 void History::leave(std::size_t standing, const Done& done) {
-  Plan plan = planned(standing);
+  Plan plan = planned(standing, false);
+  // Which change makes them too large is looked for only then.
+  if (!isSendableBundle(plan.bundle)) plan = planned(standing, true);
   if (plan.result.outcome == Outcome::ChangedSince) {
     carryOut({plan.step});
     return done(plan.result);
@@ -194,12 +197,13 @@ void History::leave(std::size_t standing, const Done& done) {
   mStore.put(plan.bundle, saved, {ChangeOrigin::Kind::History});
 }
 
-History::Plan History::planned(std::size_t standing) const {
+History::Plan History::planned(std::size_t standing, bool isSizeChecked) const {
   Plan plan{mStore.bundle()};
-  const auto take = [&plan](const Entry& entry, EditedBundle edited) {
+  const auto take = [&plan, isSizeChecked](const Entry& entry, EditedBundle edited) {
     plan.result.entry = entry;
     plan.result.conflicts += edited.conflicts.size();
-    if (edited.conflicts.size() == entry.edits.size()) {
+    if (edited.bundle == plan.bundle || !isCompleteBundle(edited.bundle) ||
+        (isSizeChecked && !isSendableBundle(edited.bundle))) {
       plan.step.gone.push_back(entry.id);
       return;
     }

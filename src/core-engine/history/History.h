@@ -33,7 +33,7 @@ class History {
   enum class Outcome {
     Done,
     NothingLeft,   // to be taken back or made again; or there is no such entry
-    ChangedSince,  // none of it stands any more; the entries are gone
+    ChangedSince,  // none of it stands any more, or it no longer fits; the entries are gone
     NotSaved,      // the entries stay
     Outdated,      // another entry than the one that is meant comes next; nothing is done
   };
@@ -103,7 +103,8 @@ class History {
   bool continuesGesture(const ChangeOrigin& origin, const PropertyList& after) const;
   // Takes back or makes again until so many entries stand.
   void leave(std::size_t standing, const Done& done);
-  Plan planned(std::size_t standing) const;
+  // Without those that would come to no change, or to settings that cannot be. isSizeChecked: also to too large ones.
+  Plan planned(std::size_t standing, bool isSizeChecked) const;
   void carryOut(const Change& change);
 
   SettingsStore& mStore;

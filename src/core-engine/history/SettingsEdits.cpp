@@ -4,11 +4,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <numeric>
 #include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
 
+#include "core-engine/rules/SensitivityRules.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
@@ -18,8 +21,14 @@ namespace {
 using Elements = std::vector<PropertyList>;
 using ElementsView = std::span<const PropertyList>;
 
-// What the mouse itself changes in play.
-constexpr std::array volatileKeys = {keys::KeymapID, keys::StageValue, keys::DPIX, keys::DPIY};
+// What the mouse itself puts into a profile: another keymap with its groups, and another sensitivity.
+constexpr std::array keymapInForce = {keys::KeymapID, keys::Keys, keys::Buttons};
+
+template <typename Function>
+void forEachSwitchedByMouse(const Function& function) {
+  for (const keys::Key key : keymapInForce) function(key);
+  for (const keys::Key key : sensitivityInForce) function(key);
+}
 
 // Where more elements than these differ, they are kept whole instead of being matched.
 constexpr std::size_t maximumMatched = 64;
@@ -85,7 +94,7 @@ ArrayMove moveOf(const Edit& edit, const PropertyList& from, const PropertyList&
 class ActiveProfile {
  public:
   explicit ActiveProfile(const PropertyList& bundle)
-      : mPosition(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64()) {}
+      : mFormer(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64()), mPosition(mFormer) {}
 
   void follow(const Edit& edit, const PropertyList& from, const PropertyList& to) {
     if (!isMovedBy(edit)) return;
@@ -103,9 +112,15 @@ class ActiveProfile {
   static bool isMovedBy(const Edit& edit) { return isOfRecords(edit, keys::Profiles); }
 
   bool hasMoved() const { return mHasMoved; }
-  std::int64_t position() const { return mPosition; }
+  // places: where the profiles stand now. In the place of one that is gone it is the one before.
+  std::int64_t positionIn(const std::vector<std::int64_t>& places) const {
+    const bool isThere = mFormer >= 0 && std::cmp_less(mFormer, places.size());
+    const std::int64_t place = isThere ? places[static_cast<std::size_t>(mFormer)] : -1;
+    return place >= 0 ? place : mPosition;
+  }
 
  private:
+  std::int64_t mFormer;
   std::int64_t mPosition;
   bool mHasMoved = false;
 };
@@ -273,75 +288,166 @@ class Comparison {
 
 // --- Editing
 
-PropertyList withoutVolatile(PropertyList record) {
-  for (const keys::Key key : volatileKeys) record = record.without(key);
-  return record;
+PropertyList withoutSwitched(PropertyList profile) {
+  forEachSwitchedByMouse([&profile](keys::Key key) { profile = profile.without(key); });
+  return profile;
 }
 
-bool isSameRecord(const PropertyList& left, const PropertyList& right) {
+bool isSameProfile(const PropertyList& left, const PropertyList& right) {
   return left == right ||
-         (left.isDictionary() && right.isDictionary() && withoutVolatile(left) == withoutVolatile(right));
+         (left.isDictionary() && right.isDictionary() && withoutSwitched(left) == withoutSwitched(right));
 }
+
+// An edit in one of its directions.
+struct Step {
+  const Edit* edit;
+  PropertyList from;
+  PropertyList to;
+  bool isLeftOut = false;
+  std::vector<std::int64_t> origins{};  // of profiles that come: where each stood before; none, or negative, if nowhere
+
+  bool isOfProfiles() const { return ActiveProfile::isMovedBy(*edit); }
+};
+
+// What went in a step.
+struct Gone {
+  PropertyList elements;
+  std::vector<std::int64_t> origins;  // of profiles: where each stood before the first step
+};
 
 // The container with the edit of its element or entry; nothing where from does not stand there.
-std::optional<PropertyList> edited(const PropertyList& container, const PropertyList& step, const PropertyList& from,
-                                   const PropertyList& to, bool isSplice) {
-  if (isSplice) {
+std::optional<PropertyList> edited(const PropertyList& container, const PropertyList& key, const Step& step,
+                                   Gone& gone) {
+  const PropertyList& from = step.from;
+  const PropertyList& to = step.to;
+  if (step.edit->isSplice) {
     const ElementsView elements = container.elements();
-    const std::size_t start = step.toUnsigned();
+    const std::size_t start = key.toUnsigned();
     if (!container.isArray() || start > elements.size() || from.size() > elements.size() - start) return std::nullopt;
     const ElementsView there = elements.subspan(start, from.size());
-    if (!std::equal(there.begin(), there.end(), from.elements().begin(), isSameRecord)) return std::nullopt;
+    const auto isSame = [&step](const PropertyList& left, const PropertyList& right) {
+      return step.isOfProfiles() ? isSameProfile(left, right) : left == right;
+    };
+    if (!std::equal(there.begin(), there.end(), from.elements().begin(), isSame)) return std::nullopt;
+    gone.elements = PropertyList::array(copied(there));
     Elements result = copied(elements.first(start));
     result.insert(result.end(), to.elements().begin(), to.elements().end());
     const ElementsView rest = elements.subspan(start + from.size());
     result.insert(result.end(), rest.begin(), rest.end());
     return PropertyList::array(std::move(result));
   }
-  if (step.isString()) {
-    if (!container.isDictionary() || container[step.string()] != from) return std::nullopt;
-    return to.isNone() ? container.without(step.string()) : container.with(step.string(), to);
+  if (key.isString()) {
+    if (!container.isDictionary() || container[key.string()] != from) return std::nullopt;
+    return to.isNone() ? container.without(key.string()) : container.with(key.string(), to);
   }
-  if (!container.isArray() || container.at(step.toInt64()) != from) return std::nullopt;
-  return container.replacing(step.toInt64(), to);
+  if (!container.isArray() || container.at(key.toInt64()) != from) return std::nullopt;
+  return container.replacing(key.toInt64(), to);
 }
 
-std::optional<PropertyList> editedBelow(const PropertyList& container, ElementsView place, const PropertyList& from,
-                                        const PropertyList& to, bool isSplice) {
-  const PropertyList& step = place.front();
-  if (place.size() == 1) return edited(container, step, from, to, isSplice);
-  const PropertyList& inner = step.isString() ? container[step.string()] : container.at(step.toInt64());
-  const auto changed = editedBelow(inner, place.subspan(1), from, to, isSplice);
+std::optional<PropertyList> editedBelow(const PropertyList& container, ElementsView place, const Step& step,
+                                        Gone& gone) {
+  const PropertyList& key = place.front();
+  if (place.size() == 1) return edited(container, key, step, gone);
+  const PropertyList& inner = key.isString() ? container[key.string()] : container.at(key.toInt64());
+  const auto changed = editedBelow(inner, place.subspan(1), step, gone);
   if (!changed) return std::nullopt;
-  return step.isString() ? container.with(step.string(), *changed) : container.replacing(step.toInt64(), *changed);
+  return key.isString() ? container.with(key.string(), *changed) : container.replacing(key.toInt64(), *changed);
 }
 
-// edits in the order in which they are to be made; isBack: what was before is to come.
-template <typename Range>
-EditedBundle withEdits(const PropertyList& bundle, const Range& edits, bool isBack) {
-  EditedBundle result{withoutDerived(bundle)};
+// Which profile stands where while they come and go.
+class ProfilePlaces {
+ public:
+  explicit ProfilePlaces(std::size_t count) : mCount(count), mOrigins(count) {
+    std::iota(mOrigins.begin(), mOrigins.end(), 0);
+  }
+
+  void take(const Step& step, Gone& gone) {
+    const std::size_t start = step.edit->place.at(1).toUnsigned();
+    // Edits that nobody makes may have put other profiles in the place of all.
+    if (start > mOrigins.size() || step.from.size() > mOrigins.size() - start) return;
+    const auto first = mOrigins.begin() + static_cast<std::ptrdiff_t>(start);
+    const auto last = first + static_cast<std::ptrdiff_t>(step.from.size());
+    gone.origins.assign(first, last);
+    std::vector<std::int64_t> come = step.origins;
+    come.resize(step.to.size(), -1);
+    mOrigins.insert(mOrigins.erase(first, last), come.begin(), come.end());
+  }
+
+  // For each profile of before where it stands; negative where it is gone.
+  std::vector<std::int64_t> places() const {
+    std::vector<std::int64_t> result(mCount, -1);
+    for (std::size_t place = 0; place < mOrigins.size(); ++place) {
+      if (mOrigins[place] >= 0) result[static_cast<std::size_t>(mOrigins[place])] = static_cast<std::int64_t>(place);
+    }
+    return result;
+  }
+
+ private:
+  std::size_t mCount;
+  std::vector<std::int64_t> mOrigins;
+};
+
+struct Attempt {
+  EditedBundle result;
+  std::vector<Gone> gone;          // of each step
+  std::vector<std::size_t> unfit;  // the steps that did not fit
+};
+
+Attempt attempted(const PropertyList& bundle, const std::vector<Step>& steps) {
+  Attempt attempt{{withoutDerived(bundle)}, std::vector<Gone>(steps.size()), {}};
+  EditedBundle& result = attempt.result;
   ActiveProfile active(bundle);
+  ProfilePlaces places(bundle[keys::Profiles].size());
   bool isActiveGiven = false;
-  for (const Edit& edit : edits) {
-    const PropertyList& from = isBack ? edit.after : edit.before;
-    const PropertyList& to = isBack ? edit.before : edit.after;
-    auto changed = editedBelow(result.bundle, edit.place.elements(), from, to, edit.isSplice);
+  for (std::size_t each = 0; each < steps.size(); ++each) {
+    const Step& step = steps[each];
+    const Edit& edit = *step.edit;
+    std::optional<PropertyList> changed;
+    if (!step.isLeftOut) changed = editedBelow(result.bundle, edit.place.elements(), step, attempt.gone[each]);
     if (!changed) {
-      result.conflicts.push_back(edit);
+      if (!step.isLeftOut) attempt.unfit.push_back(each);
+      if (edit.before != edit.after) result.conflicts.push_back(edit);
       continue;
     }
     result.bundle = *std::move(changed);
-    active.follow(edit, from, to);
-    if (isOfRecords(edit, keys::Macros)) result.macroMoves.push_back(moveOf(edit, from, to));
+    active.follow(edit, step.from, step.to);
+    if (step.isOfProfiles()) places.take(step, attempt.gone[each]);
+    if (isOfRecords(edit, keys::Macros)) result.macroMoves.push_back(moveOf(edit, step.from, step.to));
     if (ActiveProfile::is(edit)) isActiveGiven = true;
   }
+  result.profilePlaces = places.places();
   if (active.hasMoved() && !isActiveGiven) {
     const PropertyList device = result.bundle[keys::DeviceSettings];
-    result.bundle = result.bundle.with(keys::DeviceSettings, device.with(keys::ActiveProfile, active.position()));
+    const PropertyList position = active.positionIn(result.profilePlaces);
+    result.bundle = result.bundle.with(keys::DeviceSettings, device.with(keys::ActiveProfile, position));
     std::erase_if(result.conflicts, ActiveProfile::is);
   }
   result.bundle = withDerived(result.bundle);
-  return result;
+  return attempt;
+}
+
+// What comes and goes in one array does so together, and with it what was changed between; so does the active profile
+// with the profiles.
+void leaveOutWith(const Edit& splice, std::vector<Step>& steps) {
+  const ElementsView array = splice.place.elements().first(splice.place.size() - 1);
+  for (Step& each : steps) {
+    const ElementsView place = each.edit->place.elements();
+    const bool isBelow = place.size() > array.size() && std::equal(array.begin(), array.end(), place.begin());
+    if (isBelow || (ActiveProfile::isMovedBy(splice) && ActiveProfile::is(*each.edit))) each.isLeftOut = true;
+  }
+}
+
+EditedBundle withEdits(const PropertyList& bundle, std::vector<Step> steps) {
+  for (;;) {
+    Attempt attempt = attempted(bundle, steps);
+    bool hasLeftOut = false;
+    for (const std::size_t each : attempt.unfit) {
+      if (!steps[each].edit->isSplice) continue;
+      leaveOutWith(*steps[each].edit, steps);
+      hasLeftOut = true;
+    }
+    if (!hasLeftOut) return std::move(attempt.result);
+  }
 }
 
 }  // namespace
@@ -353,11 +459,19 @@ Edits editsBetween(const PropertyList& before, const PropertyList& after) {
 }
 
 EditedBundle withEditsTakenBack(const PropertyList& bundle, const Edits& edits) {
-  return withEdits(bundle, Edits(edits.rbegin(), edits.rend()), true);
+  std::vector<Step> steps;
+  std::transform(edits.rbegin(), edits.rend(), std::back_inserter(steps), [](const Edit& each) {
+    return Step{&each, each.after, each.before};
+  });
+  return withEdits(bundle, std::move(steps));
 }
 
 EditedBundle withEditsMadeAgain(const PropertyList& bundle, const Edits& edits) {
-  return withEdits(bundle, edits, false);
+  std::vector<Step> steps;
+  std::transform(edits.begin(), edits.end(), std::back_inserter(steps), [](const Edit& each) {
+    return Step{&each, each.before, each.after};
+  });
+  return withEdits(bundle, std::move(steps));
 }
 
 }  // namespace vorn::engine

@@ -44,12 +44,14 @@ struct ArrayMove {
 struct EditedBundle {
   PropertyList bundle;
   Edits conflicts{};
-  std::vector<ArrayMove> macroMoves{};  // one after the other
+  std::vector<ArrayMove> macroMoves{};        // one after the other
+  std::vector<std::int64_t> profilePlaces{};  // for each profile of before where it stands now; negative where it went
 };
 
-// Takes the edits back: each place that still holds what the edit put there gets what was there before. Values that the
-// mouse itself changes (the profile, keymap, stage and sensitivity in force) do not keep a whole record from being
-// taken out; the same profile stays active, or the one before where it goes.
+// Takes the edits back: each place that still holds what the edit put there gets what was there before. What comes and
+// goes in one array does so together or, where one of it does not fit, not at all, and nothing else of that array does.
+// Values that the mouse itself changes (the profile, keymap, stage and sensitivity in force) do not keep a whole record
+// from being taken out; the same profile stays active, or the one before where it goes.
 EditedBundle withEditsTakenBack(const PropertyList& bundle, const Edits& edits);
 // Makes the edits again, in the same way.
 EditedBundle withEditsMadeAgain(const PropertyList& bundle, const Edits& edits);

@@ -2,11 +2,16 @@
 // put into the profile, and that the axes stay together where they are locked.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "model/PropertyList.h"
+#include "model/SettingsKeys.h"
 
 namespace vorn::engine {
+
+// All that the controls of the mouse ever put into a profile with the functions below.
+inline constexpr std::array sensitivityInForce = {keys::StageValue, keys::DPIX, keys::DPIY, keys::IndependentXYOn};
 
 // So many stages up (down, where negative), as far as there are any: "StageValue" and the sensitivity of that stage.
 // Empty for a profile without stages.

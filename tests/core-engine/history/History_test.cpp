@@ -258,6 +258,49 @@ TEST_F(HistoryTest, WhatStandsIsTakenBackAndTheRestIsTold) {
   EXPECT_EQ(now()["Profiles"].at(0)["KeymapID"], PropertyList(5));
 }
 
+TEST_F(HistoryTest, WhatWouldBeNoSettingsAnyMoreGoesAndTheNextChangeCanBeUndone) {
+  const PropertyList rate = now()["Profiles"].at(0)["PollingRate"];
+  update(window, setting("PollingRate", 125));
+  request(asking(window, MessageID::DeleteProfile),
+          [](const PropertyList& bundle) { return *withoutProfile(bundle, 3).bundle; });
+  while (now()["Profiles"].size() < keys::maximumProfiles) {
+    request(mouse, [](const PropertyList& bundle) { return *withAddedProfile(bundle, profile("new"), {}).bundle; });
+  }
+  const PropertyList before = now();
+  EXPECT_EQ(undo().outcome, Outcome::ChangedSince);
+  EXPECT_EQ(now(), before);
+  EXPECT_EQ(undo().outcome, Outcome::Done);
+  EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], rate);
+}
+
+TEST_F(HistoryTest, WhatWouldBeTooLargeGoesAndTheNextChangeCanBeUndone) {
+  const PropertyList large = PropertyList::data(Bytes(std::size_t{40} * 1024 * 1024));
+  const PropertyList rate = now()["Profiles"].at(0)["PollingRate"];
+  request(mouse, [&](const PropertyList& bundle) { return bundle.with("large", large); });
+  request(window, [](const PropertyList& bundle) { return bundle.without("large"); });
+  update(other, setting("PollingRate", 125));
+  request(mouse, [&](const PropertyList& bundle) { return bundle.with("another", large); });
+  const History::Result result = goTo(0);
+  EXPECT_EQ(result.outcome, Outcome::Done);
+  EXPECT_EQ(result.entries, 1U);
+  EXPECT_EQ(now()["Profiles"].at(0)["PollingRate"], rate);
+  EXPECT_EQ(entries(), Kinds{"pollingRate"});
+}
+
+TEST_F(HistoryTest, AnAdditionThatNoLongerStandsIsNotToldAsTakenBack) {
+  request(asking(window, MessageID::AddProfile),
+          [](const PropertyList& bundle) { return *withoutProfile(bundle, 3).bundle; });
+  request(asking(other, MessageID::AddProfile),
+          [](const PropertyList& bundle) { return *withAddedProfile(bundle, profile("new"), {}).bundle; });
+  const auto last = static_cast<std::int32_t>(now()["Profiles"].size()) - 1;
+  update(mouse, setting("PollingRate", 125), last);
+  const PropertyList before = now();
+  const History::Result result = undo();
+  EXPECT_EQ(result.outcome, Outcome::ChangedSince);
+  EXPECT_EQ(result.conflicts, 1U);
+  EXPECT_EQ(now(), before);
+}
+
 TEST_F(HistoryTest, AnUndoThatTheDiskDoesNotTakeChangesNothingAndCanBeTriedAgain) {
   const PropertyList before = now();
   update(window, setting("PollingRate", 125));
