@@ -64,8 +64,9 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
   });
   mStore.addKeeper(mBackups);
   mStore.addKeeper(mHistoryJournal);
-  mHistory.setAppliedHandler([this](const PropertyList& before, const std::vector<ArrayMove>& macroMoves) {
-    mProfiles.profilesReplaced(before[keys::Profiles]);
+  mHistory.setAppliedHandler([this](const PropertyList& before, const std::vector<std::int64_t>& profilePlaces,
+                                    const std::vector<ArrayMove>& macroMoves) {
+    mProfiles.profilesMoved(before[keys::Profiles], profilePlaces);
     for (const ArrayMove& each : macroMoves) mRecorder.macrosMoved(each.start, each.gone, each.come);
   });
   mDevice.setEventHandler([this](const DeviceEvent& event) { handle(event); });

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -138,6 +139,7 @@ bool History::continuesGesture(const ChangeOrigin& origin, const PropertyList& a
 struct History::Plan {
   PropertyList bundle;
   HistoryStep step{};
+  std::vector<std::int64_t> profilePlaces{};
   std::vector<ArrayMove> macroMoves{};
   Result result{Outcome::ChangedSince};
 };
@@ -167,7 +169,10 @@ void History::putBackup(const PropertyList& bundle, const std::string& date, con
   const PropertyList before = mStore.bundle();
   const auto saved = [this, before, done](SettingsStore::Outcome outcome) {
     if (outcome != SettingsStore::Outcome::Done) return done({Outcome::NotSaved});
-    if (mApplied) mApplied(before, withEditsMadeAgain(before, editsBetween(before, mStore.bundle())).macroMoves);
+    if (mApplied) {
+      const EditedBundle now = withEditsMadeAgain(before, editsBetween(before, mStore.bundle()));
+      mApplied(before, now.profilePlaces, now.macroMoves);
+    }
     done({Outcome::Done});
   };
   mStore.put(bundle, saved, {.kind = ChangeOrigin::Kind::Request, .backup = date});
@@ -188,7 +193,7 @@ void History::leave(std::size_t standing, const Done& done) {
     if (outcome == SettingsStore::Outcome::Done) {
       // Several changes together may come to none, of which nobody is told.
       if (mRevision == revision) carryOut({plan.step});
-      if (mApplied) mApplied(before, plan.macroMoves);
+      if (mApplied) mApplied(before, plan.profilePlaces, plan.macroMoves);
     } else {
       result.outcome = Outcome::NotSaved;
     }
@@ -199,6 +204,8 @@ void History::leave(std::size_t standing, const Done& done) {
 
 History::Plan History::planned(std::size_t standing, bool isSizeChecked) const {
   Plan plan{mStore.bundle()};
+  plan.profilePlaces.resize(plan.bundle[keys::Profiles].size());
+  std::iota(plan.profilePlaces.begin(), plan.profilePlaces.end(), 0);
   const auto take = [&plan, isSizeChecked](const Entry& entry, EditedBundle edited) {
     plan.result.entry = entry;
     plan.result.conflicts += edited.conflicts.size();
@@ -208,6 +215,9 @@ History::Plan History::planned(std::size_t standing, bool isSizeChecked) const {
       return;
     }
     plan.bundle = std::move(edited.bundle);
+    for (std::int64_t& place : plan.profilePlaces) {
+      if (place >= 0) place = edited.profilePlaces.at(static_cast<std::size_t>(place));
+    }
     plan.macroMoves.insert(plan.macroMoves.end(), edited.macroMoves.begin(), edited.macroMoves.end());
     plan.result.outcome = Outcome::Done;
     ++plan.result.entries;

@@ -47,8 +47,10 @@ class History {
   };
   using Done = std::function<void(const Result& result)>;
 
-  // What was taken back or made again is in force. macroMoves: how it moved macros.
-  using AppliedHandler = std::function<void(const PropertyList& before, const std::vector<ArrayMove>& macroMoves)>;
+  // What was taken back or made again is in force. profilePlaces: where each profile of before stands now, negative
+  // where it is gone. macroMoves: how macros moved.
+  using AppliedHandler = std::function<void(const PropertyList& before, const std::vector<std::int64_t>& profilePlaces,
+                                            const std::vector<ArrayMove>& macroMoves)>;
 
   // The store and the scheduler outlive the history.
   History(SettingsStore& store, const Scheduler& scheduler, Clock clock);

@@ -437,6 +437,43 @@ void leaveOutWith(const Edit& splice, std::vector<Step>& steps) {
   }
 }
 
+// The profile that comes, with what the mouse has switched since it was as it was expected to go.
+PropertyList withSwitchedSince(PropertyList profile, const PropertyList& expected, const PropertyList& gone) {
+  forEachSwitchedByMouse([&](keys::Key key) {
+    if (gone[key] == expected[key]) return;
+    profile = gone.contains(key) ? profile.with(key, gone[key]) : profile.without(key);
+  });
+  return profile;
+}
+
+// A profile that goes at one place and comes at another is the same one: it keeps what the mouse has switched in it.
+// False where none does.
+bool followMoved(std::vector<Step>& steps, std::vector<Gone>& gone) {
+  bool hasMoved = false;
+  const auto follow = [&](Step& come, std::size_t position) {
+    const PropertyList profile = come.to.at(static_cast<std::int64_t>(position));
+    for (std::size_t each = 0; each < steps.size(); ++each) {
+      std::vector<std::int64_t>& origins = gone[each].origins;
+      for (std::size_t other = 0; other < origins.size(); ++other) {
+        const auto index = static_cast<std::int64_t>(other);
+        const PropertyList& expected = steps[each].from.at(index);
+        if (origins[other] < 0 || !isSameProfile(profile, expected)) continue;
+        const PropertyList now = withSwitchedSince(profile, expected, gone[each].elements.at(index));
+        come.to = come.to.replacing(static_cast<std::int64_t>(position), now);
+        come.origins[position] = std::exchange(origins[other], -1);
+        hasMoved = true;
+        return;
+      }
+    }
+  };
+  for (Step& each : steps) {
+    if (each.isLeftOut || !each.isOfProfiles()) continue;
+    each.origins.assign(each.to.size(), -1);
+    for (std::size_t position = 0; position < each.origins.size(); ++position) follow(each, position);
+  }
+  return hasMoved;
+}
+
 EditedBundle withEdits(const PropertyList& bundle, std::vector<Step> steps) {
   for (;;) {
     Attempt attempt = attempted(bundle, steps);
@@ -446,7 +483,8 @@ EditedBundle withEdits(const PropertyList& bundle, std::vector<Step> steps) {
       leaveOutWith(*steps[each].edit, steps);
       hasLeftOut = true;
     }
-    if (!hasLeftOut) return std::move(attempt.result);
+    if (hasLeftOut) continue;
+    return followMoved(steps, attempt.gone) ? attempted(bundle, steps).result : std::move(attempt.result);
   }
 }
 

@@ -51,7 +51,7 @@ struct EditedBundle {
 // Takes the edits back: each place that still holds what the edit put there gets what was there before. What comes and
 // goes in one array does so together or, where one of it does not fit, not at all, and nothing else of that array does.
 // Values that the mouse itself changes (the profile, keymap, stage and sensitivity in force) do not keep a whole record
-// from being taken out; the same profile stays active, or the one before where it goes.
+// from being taken out, and stay in one that moves; the same profile stays active, or the one before where it goes.
 EditedBundle withEditsTakenBack(const PropertyList& bundle, const Edits& edits);
 // Makes the edits again, in the same way.
 EditedBundle withEditsMadeAgain(const PropertyList& bundle, const Edits& edits);

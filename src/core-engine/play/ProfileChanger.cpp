@@ -113,4 +113,13 @@ void ProfileChanger::profilesReplaced(const PropertyList& former) {
   });
 }
 
+void ProfileChanger::profilesMoved(const PropertyList& former, const std::vector<std::int64_t>& places) {
+  std::erase_if(mHeldChanges, [&](HeldChange& each) {
+    const PropertyList before = valuesUnderKeysOf(each.after, former.at(each.profileID));
+    const auto position = static_cast<std::size_t>(each.profileID);
+    each.profileID = position < places.size() ? places[position] : -1;
+    return each.profileID < 0 || before != valuesUnderKeysOf(each.after, profileAt(each.profileID));
+  });
+}
+
 }  // namespace vorn::engine

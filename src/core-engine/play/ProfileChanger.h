@@ -48,6 +48,9 @@ class ProfileChanger {
   // All profiles were replaced, these former ones (an array of records): forgets what was changed in a profile that has
   // now another name or another value in the place of what was changed.
   void profilesReplaced(const PropertyList& former);
+  // These former profiles (an array of records) stand at these places now, one for each, negative where it is gone:
+  // what was changed in one goes with it, and is forgotten where another value is in its place now.
+  void profilesMoved(const PropertyList& former, const std::vector<std::int64_t>& places);
 
  private:
   struct HeldChange {

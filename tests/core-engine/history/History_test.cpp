@@ -388,7 +388,7 @@ TEST_F(HistoryTest, WhatNoLongerStandsIsLeftOutOfTheWayBack) {
 TEST_F(HistoryTest, WhatIsTakenBackTellsWhereMacrosHaveGone) {
   std::vector<std::vector<ArrayMove>> moves;
   std::vector<PropertyList> befores;
-  mHistory.setAppliedHandler([&](const PropertyList& before, const std::vector<ArrayMove>& macroMoves) {
+  mHistory.setAppliedHandler([&](const PropertyList& before, const auto&, const std::vector<ArrayMove>& macroMoves) {
     befores.push_back(before);
     moves.push_back(macroMoves);
   });
@@ -404,6 +404,29 @@ TEST_F(HistoryTest, WhatIsTakenBackTellsWhereMacrosHaveGone) {
   ASSERT_EQ(befores.size(), 3U);
   EXPECT_EQ(befores[0], second);
   EXPECT_EQ(befores[1], first);
+}
+
+TEST_F(HistoryTest, WhatIsTakenBackTellsWhereProfilesHaveGone) {
+  std::vector<std::vector<std::int64_t>> told;
+  mHistory.setAppliedHandler(
+      [&](const PropertyList&, const std::vector<std::int64_t>& places, const auto&) { told.push_back(places); });
+  for (const int each : {0, 1, 2, 3}) update(mouse, setting("ProfileName", "Name " + std::to_string(each)), each);
+  request(asking(window, MessageID::DeleteProfile),
+          [](const PropertyList& bundle) { return *withoutProfile(bundle, 3).bundle; });
+  request(asking(other, MessageID::ReplaceAllProfiles), [](const PropertyList& bundle) {
+    const PropertyList& records = bundle["Profiles"];
+    const PropertyList moved = PropertyList::array({records.at(1), records.at(2), records.at(0)});
+    return bundle.with("Profiles", moved);
+  });
+  update(window, setting("ProfileName", "Home"), 2);
+  undo();
+  undo();
+  undo();
+  redo();
+  goTo(2);
+  goTo(0);
+  using Places = std::vector<std::vector<std::int64_t>>;
+  EXPECT_EQ(told, (Places{{0, 1, 2}, {1, 2, 0}, {0, 1, 2}, {0, 1, 2, -1}, {2, 0, 1}, {1, 2, 0}}));
 }
 
 TEST_F(HistoryTest, AMacroWithoutItsPositionComesBackWithoutIt) {

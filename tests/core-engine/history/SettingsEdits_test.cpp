@@ -204,12 +204,20 @@ TEST(SettingsEditsTest, NothingThatTheMouseSwitchesKeepsProfilesFromComingAndGoi
   for (const PropertyList& settings : changesOfTheMouse(before["Profiles"].at(0))) {
     SCOPED_TRACE(settings.description());
     EditedBundle back = withEditsTakenBack(updated(moved, 2, settings), editsBetween(before, moved));
-    EXPECT_EQ(names(back.bundle), names(before));
+    EXPECT_EQ(back.bundle, updated(before, 0, settings));
     EXPECT_EQ(back.conflicts, Edits());
+    EXPECT_EQ(back.profilePlaces, (std::vector<std::int64_t>{1, 2, 0}));
     back = withEditsTakenBack(updated(added, 3, settings), editsBetween(before, added));
     EXPECT_EQ(back.bundle, before);
     EXPECT_EQ(back.conflicts, Edits());
   }
+}
+
+TEST(SettingsEditsTest, AMovedProfileStaysActiveWhereTheMouseWentToItSince) {
+  const PropertyList before = named({"a", "b", "c"}, 1);
+  const PropertyList after = named({"b", "c", "a"}, 0);
+  const PropertyList later = withActiveProfile(after, 2).bundle.value();
+  EXPECT_EQ(withEditsTakenBack(later, editsBetween(before, after)).bundle, named({"a", "b", "c"}, 0));
 }
 
 TEST(SettingsEditsTest, RecordsOfOneArrayComeAndGoTogetherOrNotAtAll) {

@@ -54,6 +54,25 @@ class AssignmentPlayerSettingsTest : public AssignmentFixture {
 using Sensitivity = std::vector<std::int32_t>;
 using Keymaps = std::vector<std::int32_t>;
 
+TEST_F(AssignmentPlayerSettingsTest, TakesBackWhatWasHeldInAProfileThatWasMovedAndRenamedMeanwhile) {
+  holdKeymapInSecondProfile();
+  const PropertyList former = parts.store.bundle()["Profiles"];
+  const PropertyList renamed = former.at(1).with("ProfileName", "Another");
+  const PropertyList now = PropertyList::array({renamed, former.at(0), former.at(2)});
+  parts.store.apply([&](const PropertyList& bundle) { return bundle.with("Profiles", now); });
+  parts.profiles.profilesMoved(former, {1, 0, 2});
+  release("43");
+  EXPECT_EQ(keymaps(), (Keymaps{0, 0, 0}));
+}
+
+TEST_F(AssignmentPlayerSettingsTest, ForgetsWhatWasHeldInAProfileThatIsGoneOrWasChangedMeanwhile) {
+  holdKeymapInSecondProfile();
+  const PropertyList former = parts.store.bundle()["Profiles"];
+  parts.profiles.profilesMoved(former, {0, -1, 1});
+  release("43");
+  EXPECT_EQ(keymap(1), 3);
+}
+
 TEST_F(AssignmentPlayerSettingsTest, SwitchesTheProfile) {
   assign("43", assignment(17, 2));
   press("43");
