@@ -68,7 +68,9 @@ _vornctl_records() {
   local kind=$1 extension=$2
   shift 2
   case $1:$# in
-    switch:2 | copy:2 | rename:2 | delete:2 | move:2 | compare:2 | compare:3 | export:2 | show:2 | record:2) _vornctl_offer < <(_vornctl_names "$kind") ;;
+    switch:2 | copy:2 | rename:2 | delete:2 | move:2 | compare:2 | compare:3 | export:2 | show:2 | record:2)
+      _vornctl_offer < <(_vornctl_names "$kind")
+      ;;
     move:3) _vornctl_words '1 2 3 4 5' ;;
     import:2) _vornctl_files "$extension" ;;
     export:3) _vornctl_files "$extension" ;;
@@ -86,6 +88,11 @@ _vornctl_device() {
 
 _vornctl_backups() {
   [[ $1 == restore ]] && _vornctl_offer < <(vornctl --no-start --timeout 1 backups list 2>/dev/null | cut -d ' ' -f 1)
+}
+
+# The numbers of the changes, and 0 for the time before all of them.
+_vornctl_changes() {
+  _vornctl_offer < <(vornctl --no-start --timeout 1 history list 2>/dev/null | cut -d ' ' -f 1; echo 0)
 }
 
 _vornctl() {
@@ -111,11 +118,6 @@ _vornctl() {
       ;;
     --timeout | --seconds) return ;;
   esac
-  if [[ $cur == -* ]]; then
-    _vornctl_words '--json --help --version --timeout --no-start --profile --keymap --list --with --repeat --switch-back
-      --failing --press --release --append --new --seconds --all'
-    return
-  fi
   # The words before the cursor without options and their values.
   for ((index = 1; index < COMP_CWORD; ++index)); do
     case ${COMP_WORDS[index]} in
@@ -125,6 +127,13 @@ _vornctl() {
     esac
   done
   words+=("$cur")
+  if [[ $cur == -* ]]; then
+    local options='--json --help --version --timeout --no-start --profile --keymap --list --with --repeat --switch-back
+      --failing --press --release --append --new --seconds'
+    [[ ${words[0]}:${words[1]} == profiles:@(export|import) ]] && options+=' --all'
+    _vornctl_words "$options"
+    return
+  fi
   if ((${#words[@]} == 1)); then
     _vornctl_words 'status profiles get set macros assign assignments keys undo redo history backups monitor device'
     return
@@ -134,6 +143,7 @@ _vornctl() {
     macros:2) _vornctl_words 'list show record rename delete export import' ;;
     device:2) _vornctl_words 'plug unplug press release click type battery charging firmware state output' ;;
     history:2) _vornctl_words 'list go' ;;
+    history:3) [[ ${words[1]} == go ]] && _vornctl_changes ;;
     backups:2) _vornctl_words 'list restore' ;;
     backups:3) _vornctl_backups "${words[1]}" ;;
     get:2 | set:2) _vornctl_words "$_vornctl_keys" ;;

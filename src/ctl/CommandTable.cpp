@@ -45,9 +45,9 @@ constexpr Command table[] = {
     {"redo", "", 0, 0, "", "make the change again that was undone last", redoChange},
     {"history list", "", 0, 0, "", "list the changes of the settings, the newest first", listHistory},
     {"history go", "CHANGE", 1, 1, "", "undo or redo up to this number of the list; 0: undo all", goToChange},
+    {"history", "", 0, 0, "", "the same as history list", listHistory},
     {"backups list", "", 0, 0, "", "list the settings of before the first change of each day", listBackups},
     {"backups restore", "DATE", 1, 1, "", "put a backup in the place of the settings", restoreBackup},
-    {"history", "", 0, 0, "", "the same as history list", listHistory},
     {"monitor", "", 0, 0, "", "print what the engine tells, until SIGINT or SIGTERM", monitor},
     {"device plug", "wired|wireless", 1, 1, "", "plug the virtual mouse in", plugDevice},
     {"device unplug", "", 0, 0, "", "take the virtual mouse away", unplugDevice},
@@ -170,7 +170,7 @@ std::string helpText() {
          "\n"
          "  --profile PROFILE  of get, set, assign and assignments: another profile than the active one\n"
          "  --keymap 1-8       of assignments: another keymap than the one in force\n"
-         "  --all              of profiles export and import: all profiles, into or from a folder instead of a file\n"
+         "  --all FOLDER       of profiles export and import: all profiles, into or from a folder instead of a file\n"
          "  --append           of macros record: behind the events that the macro has\n"
          "  --new              of macros record: into a new macro of this name\n"
          "  --seconds SECONDS  of macros record: no longer than this\n"

@@ -21,7 +21,7 @@ namespace methods = virtualMouse::methods;
 Result<std::vector<PropertyList>> call(const Context& context, const std::string& method,
                                        const std::vector<BusInput>& inputs = {}) {
   static const BusTarget mouse{virtualMouse::busName, virtualMouse::objectPath, virtualMouse::interface};
-  return callEngineObject(context, mouse, "a virtual mouse", method, inputs);
+  return callEngineObject(context, mouse, "the virtual mouse", method, inputs);
 }
 
 Outcome perform(const Context& context, const std::string& method, const std::vector<BusInput>& inputs = {}) {

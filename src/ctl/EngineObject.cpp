@@ -19,7 +19,7 @@ Result<std::vector<PropertyList>> callEngineObject(const Context& context, const
     case Status::NoBus:
       return Failure{ExitStatus::NoEngine, "cannot reach the session bus: " + answer.error};
     case Status::NoOwner:
-      return Failure{ExitStatus::NoEngine, "the core engine of this session does not have " + std::string(what)};
+      return Failure{ExitStatus::NoEngine, "the core engine of this session does not offer " + std::string(what)};
     case Status::Timeout:
       return Failure{ExitStatus::NoAnswer, std::string(what) + " does not answer in time"};
     case Status::Error:

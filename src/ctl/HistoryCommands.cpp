@@ -22,7 +22,7 @@ namespace words = history::keys;
 Result<std::vector<PropertyList>> call(const Context& context, const std::string& method,
                                        const std::vector<BusInput>& inputs = {}) {
   static const BusTarget target{history::busName, history::objectPath, history::interface};
-  return callEngineObject(context, target, "a history", method, inputs);
+  return callEngineObject(context, target, "the history", method, inputs);
 }
 
 // In the time of this place.

@@ -90,5 +90,17 @@ TEST(CommandLineTest, FindsEveryCommandOfTheTableByItsName) {
   }
 }
 
+TEST(CommandLineTest, HelpsWithTheFolderOfAllProfilesAndKeepsTheCommandsOfTheHistoryTogether) {
+  EXPECT_NE(helpText().find("\n  --all FOLDER "), std::string::npos);
+  std::vector<std::string_view> lines;
+  for (const Command& command : commandTable()) {
+    if (command.name.starts_with("history"))
+      lines.push_back(command.name);
+    else if (!lines.empty() && lines.size() < 3)
+      ADD_FAILURE() << command.name << " stands between them";
+  }
+  EXPECT_EQ(lines, (std::vector<std::string_view>{"history list", "history go", "history"}));
+}
+
 }  // namespace
 }  // namespace vorn::ctl

@@ -17,9 +17,22 @@ expect() {
   fi
 }
 
+# Stands in for an engine with three changes.
+vornctl() {
+  [[ $* == '--no-start --timeout 1 history list' ]] && printf '%s    2026-01-02 10:00:00  vornctl\n' 12 9 1
+}
+
 expect 'status profiles get set macros assign assignments keys undo redo history backups monitor device' ''
 expect 'list go' history ''
+expect '12 9 1 0' history go ''
+expect '12 1' history go 1
+expect '' history list ''
 expect 'list restore' backups ''
+expect '--all' profiles export --al
+expect '--all' profiles import --json --al
+expect '--append' --a
+expect '--append' macros export --a
+expect '' profiles list --al
 expect '' undo ''
 expect 'profiles' pro
 expect 'export' profiles e

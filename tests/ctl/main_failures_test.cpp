@@ -103,6 +103,12 @@ TEST_F(VornCtlFailuresTest, ToFindAnEngineOrABusEndWith3) {
   }
 }
 
+TEST_F(VornCtlFailuresTest, ToFindWhatTheEngineDoesNotHaveEndWith3) {
+  const FakeEngineProcess engine;
+  expectFailure({"history"}, 3, "the core engine of this session does not offer the history");
+  expectFailure({"device", "state"}, 3, "the core engine of this session does not offer the virtual mouse");
+}
+
 TEST_F(VornCtlFailuresTest, OfAnEngineThatDoesNotAnswerEndWith4) {
   FakeEngineProcess engine({"on 4 silent"});
   expectFailure({"profiles", "list", "--timeout", "0.05"}, 4, "the engine does not answer in time");

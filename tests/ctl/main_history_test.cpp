@@ -1,7 +1,6 @@
 // vornctl takes changes back and makes them again, with the real engine.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <csignal>
 #include <sstream>
 #include <string>
@@ -100,8 +99,10 @@ TEST_F(VornCtlHistoryTest, PutsABackupInThePlaceOfTheSettings) {
   outputOf({"profiles", "add", "Further"});
   const PropertyList second = settings();
   const std::string list = outputOf({"backups", "list"});
-  EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 1) << list;
-  const std::string date = list.substr(0, list.find(' '));
+  // Of before the first change: the last line, whichever day the other change was made on.
+  ASSERT_GT(list.size(), 2U);
+  const std::string oldest = list.substr(list.rfind('\n', list.size() - 2) + 1);
+  const std::string date = oldest.substr(0, oldest.find(' '));
   done({"backups", "restore", date});
   EXPECT_EQ(settings(), first);
   EXPECT_EQ(outputOf({"undo"}), "Undone: Backup of " + date + " restored\n");
@@ -127,6 +128,20 @@ TEST_F(VornCtlHistoryTest, KeepsTheHistoryThroughAKillOfTheEngine) {
   EXPECT_EQ(history(), before);
   outputOf({"undo"});
   EXPECT_EQ(settings(), first);
+}
+
+TEST_F(VornCtlHistoryTest, TellsThatTheEngineDoesNotAnswerInTime) {
+  outputOf({"history"});
+  engine.signal(SIGSTOP);
+  const std::pair<const char*, const char*> table[] = {{"history", "history"}, {"device", "virtual mouse"}};
+  for (const auto& [command, object] : table) {
+    Words words = {command, "--timeout", "0.05"};
+    if (words[0] == "device") words.emplace_back("state");
+    const Ended run = runVornCtl(words);
+    EXPECT_EQ(run.status, 4);
+    EXPECT_EQ(run.output, "vornctl: the " + std::string(object) + " does not answer in time\n");
+  }
+  engine.signal(SIGCONT);
 }
 
 TEST_F(VornCtlHistoryTest, TellsWhatIsNoChangeOfTheList) {
