@@ -8,6 +8,7 @@
 
 #include "link/PortEngineLink.h"
 #include "ports/BusObject.h"
+#include "ports/SignalWatch.h"
 #include "protocol/History.h"
 #include "support/BusPump.h"
 #include "support/LoopThread.h"
@@ -179,13 +180,18 @@ TEST_F(PortEngineLinkHistoryTest, BelievesTheEngineAlone) {
   mLink.watchHistory([&] { ++changes; });
   mLink.watchEngine([](bool) {});
   EXPECT_EQ(ask({HistoryCall::Entries}).outcome, Outcome::NoHistory);
+  // On the connection of the link: when it has heard the signal, the link has too.
+  int signals = 0;
+  const SignalWatch watch(history::objectPath, history::interface, history::signalNames::Changed,
+                          [&](const std::string&) { ++signals; });
   other.run([&] {
     EXPECT_EQ(asked, 0);
     EXPECT_TRUE(impostor->emit(history::signalNames::Changed, {}));
-    impostor.reset();
   });
-  EXPECT_EQ(ask({HistoryCall::Entries}).outcome, Outcome::NoHistory);  // behind the signal
+  EXPECT_TRUE(test::serveBusUntil([&] { return signals == 1; }));
+  EXPECT_EQ(ask({HistoryCall::Entries}).outcome, Outcome::NoHistory);
   EXPECT_EQ(changes, 0);
+  other.run([&] { impostor.reset(); });
 }
 
 TEST_F(PortEngineLinkHistoryTest, TellsOfEveryChangeUntilItIsNoLongerAskedTo) {
