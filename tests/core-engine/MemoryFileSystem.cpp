@@ -85,6 +85,7 @@ std::error_code MemoryFileSystem::read(const std::string& path, std::size_t maxi
   if (const std::error_code error = step()) return error;
   const auto found = mNames.find(path);
   if (found == mNames.end()) return std::make_error_code(std::errc::no_such_file_or_directory);
+  if (found->second->isFolder) return std::make_error_code(std::errc::invalid_argument);
   if (found->second->contents.size() > maximum) return std::make_error_code(std::errc::file_too_large);
   contents = found->second->contents;
   return {};
@@ -104,7 +105,8 @@ std::error_code MemoryFileSystem::identify(const std::string& path, Identity& id
   if (const std::error_code error = step()) return error;
   const auto found = mNames.find(path);
   if (found == mNames.end()) return std::make_error_code(std::errc::no_such_file_or_directory);
-  identity = {0, reinterpret_cast<std::uintptr_t>(found->second.get()), found->second->contents.size(), 0};
+  identity = {0, reinterpret_cast<std::uintptr_t>(found->second.get()), found->second->contents.size(), 0,
+              !found->second->isFolder};
   return {};
 }
 

@@ -24,6 +24,7 @@ class FileSystem {
     std::uint64_t inode = 0;
     std::uint64_t size = 0;
     std::int64_t modified = 0;  // nanoseconds
+    bool isRegular = true;      // no folder, link or device
     friend bool operator==(const Identity&, const Identity&) = default;
   };
 

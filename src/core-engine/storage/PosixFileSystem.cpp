@@ -35,7 +35,7 @@ bool isFolder(const std::string& path) {
 FileSystem::Identity identityOf(const struct stat& status) {
   constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
   return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
-          status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec};
+          status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec, S_ISREG(status.st_mode)};
 }
 
 // Whether the file under the path is the open one.

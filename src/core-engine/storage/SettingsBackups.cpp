@@ -51,7 +51,8 @@ void SettingsBackups::willSave(const PropertyList& before, const PropertyList& /
 void SettingsBackups::keep(BytesView /*bytes*/) {
   if (mDay.empty()) return;
   FileSystem::Identity identity;
-  const std::error_code error = mFiles.identify(pathOf(mDay), identity) ? write(mDay, mBundle) : std::error_code();
+  const bool isThere = !mFiles.identify(pathOf(mDay), identity) && identity.isRegular;
+  const std::error_code error = isThere ? std::error_code() : write(mDay, mBundle);
   if (error) {
     if (!std::exchange(mIsTold, true)) mLog.line("cannot keep a backup in " + mFolder + ": " + error.message());
     return;
@@ -77,34 +78,34 @@ std::error_code SettingsBackups::write(const std::string& date, const PropertyLi
     mFiles.remove(fresh);
     return error;
   }
-  removeOldest();
+  removeOldest(date);
   return mFiles.syncFolder(mFolder);
 }
 
-void SettingsBackups::removeOldest() {
-  const std::vector<std::string> all = dates();
-  for (std::size_t each = 0; each + maximumCount < all.size(); ++each) mFiles.remove(pathOf(all[each]));
+void SettingsBackups::removeOldest(const std::string& written) {
+  std::vector<Backup> others = all();
+  std::erase_if(others, [&](const Backup& each) { return each.date == written; });
+  std::stable_partition(others.begin(), others.end(), [&](const Backup& each) { return each.date > written; });
+  for (std::size_t each = 0; each + maximumCount <= others.size(); ++each) mFiles.remove(pathOf(others[each].date));
 }
 
-std::vector<std::string> SettingsBackups::dates() const {
+std::vector<SettingsBackups::Backup> SettingsBackups::all() const {
+  constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
   std::vector<std::string> names;
   mFiles.list(mFolder, names);
-  std::vector<std::string> result;
+  std::sort(names.begin(), names.end());
+  std::vector<Backup> result;
   for (const std::string& each : names) {
-    if (const std::string_view date = dateIn(each); !date.empty()) result.emplace_back(date);
+    const std::string date(dateIn(each));
+    FileSystem::Identity identity;
+    if (date.empty() || mFiles.identify(pathOf(date), identity) || !identity.isRegular) continue;
+    result.push_back({date, identity.modified / nanosecondsPerSecond, identity.size});
   }
-  std::sort(result.begin(), result.end());
   return result;
 }
 
 std::vector<SettingsBackups::Backup> SettingsBackups::list() const {
-  constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
-  std::vector<Backup> result;
-  for (const std::string& date : dates()) {
-    FileSystem::Identity identity;
-    if (mFiles.identify(pathOf(date), identity)) continue;
-    result.push_back({date, identity.modified / nanosecondsPerSecond, identity.size});
-  }
+  std::vector<Backup> result = all();
   std::reverse(result.begin(), result.end());
   return result;
 }

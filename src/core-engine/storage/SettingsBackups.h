@@ -1,6 +1,7 @@
 // The settings as they were before the first change of each day, as files "backups/settings-2026-11-22.plist" beside
-// the settings, by the date where the user is. The last thirty are kept. What cannot be written keeps no change from
-// being saved, and is tried again with the next one.
+// the settings, by the date where the user is. The last thirty are kept; of more, those of days to come go first, and
+// never the one just written. What cannot be written keeps no change from being saved, and is tried again with the next
+// one.
 #pragma once
 
 #include <cstdint>
@@ -44,9 +45,9 @@ class SettingsBackups : public ChangeKeeper {
 
  private:
   std::string pathOf(std::string_view date) const;
-  std::vector<std::string> dates() const;  // the oldest first
+  std::vector<Backup> all() const;  // the oldest first
   std::error_code write(const std::string& date, const PropertyList& bundle);
-  void removeOldest();
+  void removeOldest(const std::string& written);
 
   FileSystem& mFiles;
   Log& mLog;

@@ -79,6 +79,23 @@ TEST_F(SettingsBackupsTest, AreThirtyAndTheOldestGoes) {
   EXPECT_TRUE(disk.contents("/state/backups/mine.txt"));
 }
 
+TEST_F(SettingsBackupsTest, OfDaysToComeGoFirstAndNeverTheOneJustWritten) {
+  for (int day = 10; day < 39; ++day) disk.put(pathOf("2099-01-" + std::to_string(day)), {1});
+  disk.put(pathOf("2025-01-01"), {1});
+  change("second");
+  const Lines all = dates();
+  ASSERT_EQ(all.size(), SettingsBackups::maximumCount);
+  EXPECT_EQ(all.front(), "2099-01-38");
+  EXPECT_EQ(Lines(all.end() - 3, all.end()), (Lines{"2099-01-11", "2026-03-01", "2025-01-01"}));
+  EXPECT_EQ(read("2026-03-01"), bundle("first"));
+}
+
+TEST_F(SettingsBackupsTest, AreRegularFiles) {
+  disk.putFolder(pathOf("2026-02-01"));
+  change("second");
+  EXPECT_EQ(dates(), Lines{"2026-03-01"});
+}
+
 TEST_F(SettingsBackupsTest, ThatCannotBeWrittenKeepNoChangeAndAreTriedAgain) {
   disk.putFolder("/state/backups/settings.new.plist");
   change("second");
