@@ -24,8 +24,10 @@ constexpr std::array draggedKinds = {kinds::Sensitivity, kinds::Stages, kinds::A
                                      kinds::Power};
 constexpr std::array deletions = {kinds::ProfileDeleted, kinds::MacroDeleted};
 constexpr auto pauseWithinDrag = std::chrono::seconds(1);
-constexpr auto pauseWithinCleanUp = std::chrono::seconds(5);
 constexpr auto pauseWithinAddition = std::chrono::seconds(5);
+constexpr auto timeOfCleanUp = std::chrono::seconds(5);
+// What pointed at the deleted one goes; then what pointed at others follows them.
+constexpr int maximumCleanUps = 2;
 
 template <typename Range>
 bool isOneOf(std::string_view kind, const Range& kinds) {
@@ -83,7 +85,9 @@ History::Change History::requested(const PropertyList& before, const PropertyLis
     if (kindOf(entry.description) == kindOf(last.description) &&
         entry.description[history::keys::Profile] == last.description[history::keys::Profile]) {
       Gesture gesture = *mGesture;
-      gesture.lastStep = mScheduler.now();
+      if (!isOneOf(kindOf(last.description), deletions)) gesture.lastStep = mScheduler.now();
+      if (origin.request == MessageID::SwitchProfile) gesture.isSwitched = true;
+      if (origin.request == MessageID::ReplaceAllProfiles) ++gesture.cleanUps;
       return {{.dropsLast = true, .added = std::move(entry)}, std::move(gesture)};
     }
   }
@@ -123,17 +127,20 @@ bool History::continuesGesture(const ChangeOrigin& origin, const PropertyList& a
     return false;
   const auto pause = mScheduler.now() - mGesture->lastStep;
   const std::string_view kind = kindOf(mEntries.all().back().description);
-  if (isOneOf(kind, deletions)) {
-    const bool isSwitch = kind == kinds::ProfileDeleted && origin.request == MessageID::SwitchProfile;
-    const bool isCleanUp = origin.request == MessageID::ReplaceAllProfiles || isSwitch;
-    return isCleanUp && pause <= pauseWithinCleanUp;
-  }
+  if (isOneOf(kind, deletions)) return isCleanUp(kind, origin.request) && pause <= timeOfCleanUp;
   if (kind == kinds::ProfileAdded) {
     return pause <= pauseWithinAddition && (origin.request == MessageID::SwitchProfile
                                                 ? isLastProfileActive(after)
                                                 : origin.request == MessageID::AddProfile && origin.isContinuation);
   }
   return isOneOf(kind, draggedKinds) && origin.request == mGesture->origin.request && pause <= pauseWithinDrag;
+}
+
+// A profile goes with one switch to another one, before anything else.
+bool History::isCleanUp(std::string_view deletion, MessageID request) const {
+  if (request == MessageID::ReplaceAllProfiles) return mGesture->cleanUps < maximumCleanUps;
+  return request == MessageID::SwitchProfile && deletion == kinds::ProfileDeleted && !mGesture->isSwitched &&
+         mGesture->cleanUps == 0;
 }
 
 struct History::Plan {
@@ -182,16 +189,12 @@ void History::leave(std::size_t standing, const Done& done) {
   Plan plan = planned(standing, false);
   // Which change makes them too large is looked for only then.
   if (!isSendableBundle(plan.bundle)) plan = planned(standing, true);
-  if (plan.result.outcome == Outcome::ChangedSince) {
-    carryOut({plan.step});
-    return done(plan.result);
-  }
   mPlanned = plan.step;
   const auto saved = [this, plan, done, before = mStore.bundle(),
                       revision = mRevision](SettingsStore::Outcome outcome) {
     Result result = plan.result;
     if (outcome == SettingsStore::Outcome::Done) {
-      // Several changes together may come to none, of which nobody is told.
+      // What came to no change is saved all the same, so that it is kept, but nobody is told of it.
       if (mRevision == revision) carryOut({plan.step});
       if (mApplied) mApplied(before, plan.profilePlaces, plan.macroMoves);
     } else {

@@ -12,6 +12,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core-engine/Scheduler.h"
@@ -89,8 +90,10 @@ class History {
   // The gesture under way.
   struct Gesture {
     ChangeOrigin origin;
-    PropertyList before;  // the settings at its begin
-    Scheduler::Duration lastStep;
+    PropertyList before;           // the settings at its begin
+    Scheduler::Duration lastStep;  // of what is dragged; of a deletion: when it was
+    bool isSwitched = false;       // after a deletion, to another profile
+    int cleanUps = 0;              // after a deletion
   };
   // What a change is to the entries and to the gesture.
   struct Change {
@@ -103,6 +106,7 @@ class History {
   // The last entry, or the next one, as the change from the begin of the gesture on.
   Entry entryFor(std::uint64_t id, Edits edits, const Gesture& gesture, const PropertyList& after) const;
   bool continuesGesture(const ChangeOrigin& origin, const PropertyList& after) const;
+  bool isCleanUp(std::string_view deletion, MessageID request) const;
   // Takes back or makes again until so many entries stand.
   void leave(std::size_t standing, const Done& done);
   // Without those that would come to no change, or to settings that cannot be. isSizeChecked: also to too large ones.

@@ -1,5 +1,6 @@
 #include "core-engine/storage/SettingsStore.h"
 
+#include <string>
 #include <utility>
 
 #include "core-engine/rules/BundleRules.h"
@@ -50,7 +51,9 @@ SettingsStore::Outcome SettingsStore::apply(const Transformation& transformation
 
 void SettingsStore::put(const std::optional<PropertyList>& changed, Done done, const ChangeOrigin& origin) {
   if (isEmpty() || !changed || !isCompleteBundle(*changed)) return done(Outcome::Refused);
-  if (*changed == mBundle && mIsOnDisk) return done(Outcome::Done);
+  // A step of the history may come to no change, but is to be kept.
+  const bool isStep = origin.kind == ChangeOrigin::Kind::History;
+  if (*changed == mBundle && mIsOnDisk && !isStep) return done(Outcome::Done);
   save(*changed, std::move(done), origin);
 }
 
@@ -59,7 +62,11 @@ void SettingsStore::save(const PropertyList& bundle, Done done, const ChangeOrig
   // In a message the references of a small bundle may become wider, but never so that it grows beyond this.
   constexpr std::size_t certainSize = maximumSize / 4;
   std::optional<Bytes> bytes = encodeBinaryPropertyList(bundle);
-  if (!bytes || (bytes->size() > certainSize && !isSendableBundle(bundle))) return done(Outcome::TooLarge);
+  if (!bytes || (bytes->size() > certainSize && !isSendableBundle(bundle))) {
+    // Whoever serves a client tells it there.
+    if (origin.client.empty()) mLog.line(std::string("cannot change the settings: ") + unsendableReason);
+    return done(Outcome::TooLarge);
+  }
   Save save{bundle, std::move(done), origin, std::move(*bytes), !isEmpty(), false, {}};
   if (save.isKept) {
     for (ChangeKeeper* keeper : mKeepers) keeper->willSave(mBundle, bundle, origin);
@@ -90,9 +97,10 @@ void SettingsStore::useDisk(DiskThread::Work work, DiskThread::Work done) {
 }
 
 void SettingsStore::settle() {
-  if (!isSaving()) return;
-  mDisk->wait();
-  settleEnded();
+  while (isSaving()) {
+    mDisk->wait();
+    settleEnded();
+  }
 }
 
 void SettingsStore::settleEnded() {

@@ -64,8 +64,9 @@ class SettingsStore {
   void fill(const PropertyList& bundle);
 
   // Puts the changed bundle, made of the one in force, in its place; nothing is a refusal. An empty store refuses. A
-  // bundle equal to the one in force is done without a save, unless the last save failed. done is called once: within
-  // the call, or when the save has ended and the change handler has been told. Only while no save is under way.
+  // bundle equal to the one in force is done without a save, unless the last save failed or the history asks for it.
+  // done is called once: within the call, or when the save has ended and the change handler has been told. Only while
+  // no save is under way.
   void put(const std::optional<PropertyList>& changed, Done done, const ChangeOrigin& origin = {});
   // The same with the result of the transformation, for which it waits; a save under way comes to its end first.
   Outcome apply(const Transformation& transformation, const ChangeOrigin& origin = {});
@@ -76,7 +77,8 @@ class SettingsStore {
 
   // Whether a save is under way; the bundle in force is still the old one.
   bool isSaving() const { return mSave.has_value() || mUse.has_value(); }
-  // Waits for the save under way, puts its bundle in force and calls its done; nothing where there is none.
+  // Waits for the save under way, puts its bundle in force and calls its done, and so on with what that begins, until
+  // nothing is under way.
   void settle();
   // The same for a save whose work has ended; nothing where it has not.
   void settleEnded();

@@ -415,7 +415,7 @@ TEST_F(HistoryTest, WhatIsTakenBackTellsWhereProfilesHaveGone) {
           [](const PropertyList& bundle) { return *withoutProfile(bundle, 3).bundle; });
   request(asking(other, MessageID::ReplaceAllProfiles), [](const PropertyList& bundle) {
     const PropertyList& records = bundle["Profiles"];
-    const PropertyList moved = PropertyList::array({records.at(1), records.at(2), records.at(0)});
+    const PropertyList moved = PropertyList::array({records.at(1), records.at(2), records.at(0), records.at(3)});
     return bundle.with("Profiles", moved);
   });
   update(window, setting("ProfileName", "Home"), 2);
@@ -426,7 +426,7 @@ TEST_F(HistoryTest, WhatIsTakenBackTellsWhereProfilesHaveGone) {
   goTo(2);
   goTo(0);
   using Places = std::vector<std::vector<std::int64_t>>;
-  EXPECT_EQ(told, (Places{{0, 1, 2}, {1, 2, 0}, {0, 1, 2}, {0, 1, 2, -1}, {2, 0, 1}, {1, 2, 0}}));
+  EXPECT_EQ(told, (Places{{0, 1, 2, 3}, {1, 2, 0, 3}, {0, 1, 2, 4}, {0, 1, 2, -1, 3}, {2, 0, 1, 3}, {1, 2, 0, 4}}));
 }
 
 TEST_F(HistoryTest, AMacroWithoutItsPositionComesBackWithoutIt) {
@@ -568,6 +568,38 @@ TEST_F(HistoryTest, AProfileContinuesNothingThatWasTakenBackOrWasNoAddition) {
   undo();
   addProfile(window, "C", true);
   EXPECT_EQ(entries(), (Kinds{"pollingRate", "profileAdded", "profileAdded"}));
+}
+
+TEST_F(HistoryTest, ADeletedProfileIsOneChangeWithNoMoreThanItsCleanUp) {
+  const auto switchTo = [this](int profileID) {
+    request(asking(window, MessageID::SwitchProfile),
+            [&](const PropertyList& bundle) { return *withActiveProfile(bundle, profileID).bundle; });
+  };
+  const auto deleteLast = [this] {
+    request(asking(window, MessageID::DeleteProfile), [](const PropertyList& bundle) {
+      return *withoutProfile(bundle, static_cast<std::int32_t>(bundle["Profiles"].size()) - 1).bundle;
+    });
+  };
+  deleteLast();
+  switchTo(1);
+  switchTo(0);
+  EXPECT_EQ(entries(), (Kinds{"profileDeleted", "profileSwitched"}));
+  deleteLast();
+  cleanUp(window);
+  switchTo(1);
+  EXPECT_EQ(entries(), (Kinds{"profileDeleted", "profileSwitched", "profileDeleted", "profileSwitched"}));
+}
+
+TEST_F(HistoryTest, TheTimeOfACleanUpCountsFromTheDeletion) {
+  deleteMacro(window, 1);
+  letPass(milliseconds(4000));
+  request(asking(window, MessageID::ReplaceAllProfiles), [](const PropertyList& bundle) {
+    return *withUpdatedProfile(bundle, 0, setting("Keys", setting("43", assignment(45, 43)))).bundle;
+  });
+  EXPECT_EQ(entries(), Kinds{"macroDeleted"});
+  letPass(milliseconds(1100));
+  cleanUp(window);
+  EXPECT_EQ(entries().size(), 2U);
 }
 
 }  // namespace
