@@ -61,6 +61,13 @@ std::vector<Record> recordsIn(BytesView bytes) {
   return records;
 }
 
+// Of the file that they come from, where it is whole.
+std::size_t sizeOf(const std::vector<Record>& records) {
+  std::size_t size = magic.size();
+  for (const Record& each : records) size += headBytes + each.contents.size();
+  return size;
+}
+
 // The history that the records come to; nothing where one of them is none. Entries are much alike: what is equal in
 // them is there once, as it was before it was written.
 std::optional<HistoryEntries> entriesOf(std::span<const Record> records) {
@@ -98,11 +105,23 @@ void HistoryJournal::close() {
 void HistoryJournal::load(std::uint64_t fingerprint) {
   mFingerprint = fingerprint;
   Bytes bytes;
-  if (mFiles.read(mPath, maximumFileSize, bytes)) return;
+  if (const std::error_code error = mFiles.read(mPath, maximumFileSize, bytes)) {
+    if (error == std::errc::file_too_large) putAside();
+    return;
+  }
   const std::vector<Record> records = recordsIn(bytes);
   const auto last = std::find_if(records.rbegin(), records.rend(),
                                  [fingerprint](const Record& each) { return each.fingerprint == fingerprint; });
-  if (auto entries = entriesOf(std::span(records.begin(), last.base()))) mHistory.restore(*std::move(entries));
+  if (auto entries = entriesOf(std::span(records.begin(), last.base()))) return mHistory.restore(*std::move(entries));
+  // Where it is whole, other settings have been put in place.
+  if (last != records.rend() || sizeOf(records) != bytes.size()) putAside();
+}
+
+void HistoryJournal::putAside() {
+  const std::string aside = mPath + ".damaged";
+  const std::error_code error = mFiles.rename(mPath, aside);
+  const std::string place = error ? "it cannot be kept as " + aside + ": " + error.message() : "it is kept as " + aside;
+  mLog.line("the history in " + mPath + " is damaged and begins anew; " + place);
 }
 
 void HistoryJournal::willSave(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {

@@ -30,7 +30,8 @@ class HistoryJournal : public ChangeKeeper {
   HistoryJournal(FileSystem& files, Log& log, const std::string& folder, History& history);
   ~HistoryJournal() override;
 
-  // Gives the history what the file holds of it and what leads to the settings whose file has this fingerprint.
+  // Gives the history what the file holds of it and what leads to the settings whose file has this fingerprint. A
+  // damaged file is kept as "history.damaged".
   void load(std::uint64_t fingerprint);
 
   void willSave(const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) override;
@@ -40,6 +41,8 @@ class HistoryJournal : public ChangeKeeper {
  private:
   void append(Bytes& to, const PropertyList& record, std::uint64_t fingerprint);
   std::error_code writeAnew(const Bytes& contents);
+  // Keeps a file that is of no use, since the next change would take its place.
+  void putAside();
   void close();
 
   FileSystem& mFiles;

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "model/RecordLimits.h"
+
 namespace vorn::engine {
 
 namespace {
@@ -56,14 +58,17 @@ PropertyList recordOf(const HistoryEntry& entry) {
                        {words::Edits, PropertyList::array(std::move(edits))}});
 }
 
+// Nothing in the settings lies deeper: in a record, and that in an array of the bundle.
+constexpr std::size_t maximumSteps = maximumRecordDepth + 2;
+
 // Whether the place leads from a dictionary through dictionaries and arrays.
 bool isPlace(const PropertyList& place, bool isSplice) {
   const auto steps = place.elements();
   const auto isStep = [](const PropertyList& step) {
     return step.isString() || (step.isInteger() && step.toInt64() >= 0);
   };
-  return !steps.empty() && steps.front().isString() && std::all_of(steps.begin(), steps.end(), isStep) &&
-         (!isSplice || steps.back().isInteger());
+  return !steps.empty() && steps.size() <= maximumSteps && steps.front().isString() &&
+         std::all_of(steps.begin(), steps.end(), isStep) && (!isSplice || steps.back().isInteger());
 }
 
 std::optional<Edit> editIn(const PropertyList& record) {

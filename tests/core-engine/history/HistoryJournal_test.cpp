@@ -9,6 +9,7 @@
 
 #include "core-engine/TestMacros.h"
 #include "core-engine/history/HistoryEngine.h"
+#include "core-engine/history/HistoryRecords.h"
 #include "core-engine/rules/MacroRules.h"
 #include "core-engine/rules/ProfileRules.h"
 
@@ -171,6 +172,28 @@ TEST(HistoryJournalTest, KeepsNoChangeFromBeingSavedAndIsWholeAgainWhenTheDiskWo
   }
 }
 
+TEST(HistoryJournalTest, KeepsThatAnEntryIsGoneWhoseUndoingChangedNothing) {
+  MemoryFileSystem disk = freshDisk();
+  {
+    Engine engine(disk);
+    engine.rename("one");
+    engine.rename("by the mouse", 0, mouse);
+    EXPECT_EQ(engine.undo(), History::Outcome::ChangedSince);
+  }
+  const Engine engine(disk);
+  EXPECT_EQ(engine.entries().size(), 0U);
+}
+
+TEST(HistoryJournalTest, TakesNoPlaceThatLiesDeeperThanAnythingInTheSettings) {
+  std::vector<PropertyList> steps(10'000, PropertyList("a"));
+  HistoryStep step;
+  step.added = HistoryEntry{1, 1, "", PropertyList::dictionary(), {{PropertyList::array(steps), 1, 2}}};
+  EXPECT_FALSE(stepIn(recordOf(step)));
+  steps.resize(34);
+  step.added->edits = {{PropertyList::array(steps), 1, 2}};
+  EXPECT_EQ(stepIn(recordOf(step)), step);
+}
+
 TEST(HistoryJournalTest, TellsOnceThatItCannotBeWritten) {
   MemoryFileSystem disk = usedDisk();
   disk.putFolder(historyPath);
@@ -214,7 +237,6 @@ TEST(HistoryJournalTest, IsWholeOrGoneWhereverItsFileIsCutOffOrDamaged) {
     ASSERT_TRUE(expectWholeOrGone(cut)) << position;
     ASSERT_TRUE(expectWholeOrGone(damaged)) << position;
   }
-  EXPECT_EQ(engine.lines, std::vector<std::string>());
 }
 
 TEST(HistoryJournalTest, TakesNothingFromAForeignFile) {
@@ -227,6 +249,10 @@ TEST(HistoryJournalTest, TakesNothingFromAForeignFile) {
     disk.put(historyPath, contents);
     Engine engine(disk);
     EXPECT_EQ(engine.entries().size(), 0U);
+    EXPECT_EQ(disk.contents("/state/history.damaged"), contents);
+    EXPECT_EQ(engine.lines,
+              std::vector<std::string>{"vorn-core-engine: the history in /state/history is damaged and begins anew; it "
+                                       "is kept as /state/history.damaged"});
     engine.rename("one");
     Engine next(disk);
     EXPECT_EQ(next.entries().size(), 1U);
