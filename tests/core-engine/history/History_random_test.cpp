@@ -10,6 +10,7 @@
 #include "core-engine/history/HistoryEngine.h"
 #include "core-engine/history/RandomChanges.h"
 #include "core-engine/rules/BundleRules.h"
+#include "core-engine/rules/SensitivityRules.h"
 
 namespace vorn::engine::test {
 namespace {
@@ -108,6 +109,68 @@ TEST_P(HistoryRandomTest, TakesAllBackExactlyThroughEveryKill) {
   EXPECT_EQ(engine->now(), states.at(last).after);
   engine->undoAll();
   EXPECT_EQ(engine->now(), first);
+}
+
+// What the mouse itself does in play.
+PropertyList played(const PropertyList& bundle, RandomChanges& random) {
+  const PropertyList& activeID = bundle["DeviceSettings"]["ActiveProfile"];
+  const PropertyList& active = bundle["Profiles"].at(activeID.toInt64());
+  const auto with = [&](const PropertyList& settings) {
+    return *withUpdatedProfile(bundle, activeID, settings).bundle;
+  };
+  switch (random.number(5)) {
+    case 0:
+      return *withActiveProfile(bundle, random.number(static_cast<int>(bundle["Profiles"].size()))).bundle;
+    case 1:
+      return with(PropertyList::dictionary({{"KeymapID", random.number(8)}}));
+    case 2:
+      return with(stageStep(active, random.number(2) == 0 ? 1 : -1));
+    case 3:
+      return with(dpiStep(active, 100));
+    default:
+      return with(slowestSensitivity(active));
+  }
+}
+
+// Without what the mouse itself switches.
+PropertyList withoutPlay(const PropertyList& bundle) {
+  std::vector<PropertyList> profiles;
+  for (PropertyList profile : bundle["Profiles"].elements()) {
+    for (const char* key : {"KeymapID", "Keys", "Buttons", "StageValue", "DPIX", "DPIY", "IndependentXYOn"}) {
+      profile = profile.without(key);
+    }
+    profiles.push_back(std::move(profile));
+  }
+  return bundle.with("Profiles", PropertyList::array(std::move(profiles)))
+      .with("DeviceSettings", bundle["DeviceSettings"].without("ActiveProfile"));
+}
+
+TEST_P(HistoryRandomTest, TakesAllBackButWhatTheMouseHasSwitchedSince) {
+  const PropertyList stages = PropertyList::array({stage(800, 800), stage(400, 900, true), stage(1600, 1600)});
+  for (const int profileID : {0, 1}) {
+    const PropertyList settings = PropertyList::dictionary({{"Stages", stages}});
+    engine->change(*withUpdatedProfile(engine->now(), profileID, settings).bundle, mouse);
+  }
+  const auto& entries = engine->history.entries();
+  std::map<std::uint64_t, PropertyList> befores;
+  const auto play = [&] { engine->change(played(engine->now(), random), mouse); };
+  const auto undoOne = [&] {
+    const PropertyList wanted = befores.at(entries.all()[entries.standing() - 1].id);
+    engine->undo();
+    ASSERT_EQ(withoutPlay(engine->now()), wanted);
+    ASSERT_TRUE(isCompleteBundle(engine->now()));
+    play();
+  };
+  for (int round = 0; round < 100 && !HasFatalFailure(); ++round) {
+    const PropertyList before = withoutPlay(engine->now());
+    const RandomChange wanted = random.next(engine->now());
+    engine->scheduler.advance(std::chrono::seconds(6));
+    befores[entries.lastID() + 1] = before;
+    engine->change(wanted.bundle, {.kind = ChangeOrigin::Kind::Request, .client = ":1.1", .request = wanted.request});
+    play();
+    if (random.number(2) == 0 && entries.standing() > 0) undoOne();
+  }
+  while (entries.standing() > 0 && !HasFatalFailure()) undoOne();
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, HistoryRandomTest, testing::Combine(testing::Range(1U, 5U), testing::Values(250)));
