@@ -97,7 +97,8 @@ void SettingsStore::useDisk(DiskThread::Work work, DiskThread::Work done) {
 }
 
 void SettingsStore::settle() {
-  while (isSaving()) {
+  for (bool isUse = true; isUse && isSaving();) {
+    isUse = mUse.has_value();
     mDisk->wait();
     settleEnded();
   }

@@ -77,8 +77,8 @@ class SettingsStore {
 
   // Whether a save is under way; the bundle in force is still the old one.
   bool isSaving() const { return mSave.has_value() || mUse.has_value(); }
-  // Waits for the save under way, puts its bundle in force and calls its done, and so on with what that begins, until
-  // nothing is under way.
+  // Waits for the save under way, puts its bundle in force and calls its done; after other work of
+  // the disk also for the save that its done begins.
   void settle();
   // The same for a save whose work has ended; nothing where it has not.
   void settleEnded();
