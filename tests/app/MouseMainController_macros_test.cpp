@@ -31,6 +31,20 @@ const PropertyList& threeLines() {
   return lines;
 }
 
+// Profiles, and macros that have these lines.
+PropertyList bundleOf(const std::vector<std::string>& profiles, const std::vector<std::string>& macros) {
+  const auto event = [](int command, int delay) {
+    return PropertyList::dictionary({{"command", command}, {"delay", delay}, {"page", 7}, {"argument", 4}});
+  };
+  const PropertyList sequence =
+      PropertyList::dictionary({{"events", PropertyList::array({event(1, 0), event(0, 20)})}});
+  const PropertyList bundle = bundleWith(profiles, macros);
+  std::vector<PropertyList> records;
+  for (const PropertyList& each : bundle[keys::Macros].elements())
+    records.push_back(each.with(keys::Sequence, sequence));
+  return bundle.with(keys::Macros, PropertyList::array(std::move(records)));
+}
+
 // The window on the Macros tab with two macros, the first selected, over an engine that grants everything.
 struct MacrosWindow : HubFixture {
   MacrosWindow() {
@@ -41,7 +55,7 @@ struct MacrosWindow : HubFixture {
       link.answer(granted, statusAnswer(0));
     }
     link.answer(MessageID::GetMacroDetails, PropertyList::dictionary({{"MacroSequences", threeLines()}}));
-    startConnected(bundleWith({"Work"}, {"Greet", "Jump"}));
+    startConnected(bundleOf({"Work"}, {"Greet", "Jump"}));
     window.ui().mMouseTabView->setCurrentIndex(macrosTab);
     tab().mMacroTableView()->selectRow(0);
     link.requests.clear();
@@ -239,7 +253,7 @@ PropertyList playing(const PropertyList& profile, const PropertyList& four, cons
 
 // Deletes the first of three macros and returns what was sent.
 std::vector<ScriptedLink::Request> deletedFirst(MacrosWindow& fixture, PropertyList profile) {
-  PropertyList bundle = bundleWith({"Work"}, {"Greet", "Jump", "Wave"});
+  PropertyList bundle = bundleOf({"Work"}, {"Greet", "Jump", "Wave"});
   bundle = bundle.with(keys::Profiles, PropertyList::array({std::move(profile)}));
   fixture.link.answer(MessageID::GetAllSettings, allSettingsAnswer(bundle));
   fixture.hub().loadLatestSettings();

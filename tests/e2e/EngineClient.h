@@ -57,10 +57,10 @@ class EngineClient {
     return std::exchange(mAnswer, std::nullopt);
   }
 
-  BusAnswer callHistory(const char* method) {
+  BusAnswer callHistory(const char* method, const std::vector<BusInput>& inputs = {}) {
     BusAnswer answer;
     mLoop.run([&] {
-      answer = callBusMethod({history::busName, history::objectPath, history::interface}, method, {}, callTimeout);
+      answer = callBusMethod({history::busName, history::objectPath, history::interface}, method, inputs, callTimeout);
     });
     return answer;
   }

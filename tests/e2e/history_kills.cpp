@@ -176,17 +176,17 @@ class HistoryKills {
     if (standing() == 0) return;
     const std::int64_t id = mEntries.at(static_cast<std::int64_t>(undone()))[words::ID].toInt64();
     ++mUndone;
-    perform([this](test::EngineClient& client) { return step(client, methods::Undo); }, mStates.at(id).before);
+    perform([this, id](test::EngineClient& client) { return step(client, methods::Undo, id); }, mStates.at(id).before);
   }
   void redo() {
     if (undone() == 0) return;
     const std::int64_t id = mEntries.at(static_cast<std::int64_t>(undone()) - 1)[words::ID].toInt64();
     ++mRedone;
-    perform([this](test::EngineClient& client) { return step(client, methods::Redo); }, mStates.at(id).after);
+    perform([this, id](test::EngineClient& client) { return step(client, methods::Redo, id); }, mStates.at(id).after);
   }
 
-  bool step(test::EngineClient& client, const char* method) {
-    const BusAnswer answer = client.callHistory(method);
+  bool step(test::EngineClient& client, const char* method, std::int64_t id) {
+    const BusAnswer answer = client.callHistory(method, {{"t", id}});
     if (answer.status == BusAnswer::Status::Success) {
       return answer.values.at(1).toInt64() == 0 || fail("values conflict that nobody has changed");
     }
