@@ -11,6 +11,8 @@ namespace skarn {
 namespace {
 
 constexpr int readingHeight = 32;
+// Beside a text, for the cell's edges and the gap to the next column.
+constexpr int cellMargins = 32;
 
 }  // namespace
 
@@ -29,7 +31,7 @@ GroupedTable::GroupedTable(QWidget* parent) : QTableView(parent), mRows(new QSta
   verticalHeader()->hide();
   verticalHeader()->setDefaultSectionSize(readingHeight);
   horizontalHeader()->setHighlightSections(false);
-  horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  horizontalHeader()->setMinimumSectionSize(0);
 }
 
 void GroupedTable::begin(const QStringList& headers) {
@@ -41,6 +43,12 @@ void GroupedTable::begin(const QStringList& headers) {
                          Qt::TextAlignmentRole);
   }
   horizontalHeader()->setVisible(!headers.join(QString()).isEmpty());
+  // What the rows are called is shown whole where there are no columns to compare.
+  mAreNamesWhole = headers.size() == 2;
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  if (!mAreNamesWhole) return;
+  horizontalHeader()->setSectionResizeMode(0, QHeaderView::Fixed);
+  horizontalHeader()->resizeSection(0, 0);
 }
 
 void GroupedTable::addGroup(const QString& title) {
@@ -58,6 +66,9 @@ void GroupedTable::addRow(const QStringList& texts) {
     cells.constLast()->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
   }
   mRows->appendRow(cells);
+  if (!mAreNamesWhole) return;
+  const int width = fontMetrics().horizontalAdvance(texts.constFirst()) + cellMargins;
+  if (width > columnWidth(0)) horizontalHeader()->resizeSection(0, width);
 }
 
 }  // namespace skarn

@@ -22,6 +22,7 @@ class GroupedTable : public QTableView {
 
  private:
   QStandardItemModel* mRows;
+  bool mAreNamesWhole = false;
 };
 
 }  // namespace skarn

@@ -59,6 +59,8 @@ ProfileComparisonSheet::ProfileComparisonSheet(QWidget* window, const PropertyLi
 ProfileComparisonSheet::~ProfileComparisonSheet() = default;
 
 void ProfileComparisonSheet::setSettings(const PropertyList& bundle) {
+  // One that has closed is still there for a moment, and has told why.
+  if (!isVisible()) return;
   mBundle = bundle;
   const PropertyList& profiles = bundle[keys::Profiles];
   const auto row = mProfile.placeIn(profiles);
