@@ -32,9 +32,11 @@ std::vector<std::string> namesPressedAtEnd(const PropertyList& lines) {
     }
   }
   std::vector<std::size_t> rows;
+  rows.reserve(open.size());
   for (const auto& entry : open) rows.push_back(entry.second);
   std::ranges::sort(rows);
   std::vector<std::string> names;
+  names.reserve(rows.size());
   for (const std::size_t row : rows) names.push_back(eventParser::nameInLine(lines.elements()[row].string()));
   return names;
 }
