@@ -64,8 +64,10 @@ void SettingsStore::save(const PropertyList& bundle, Done done, const ChangeOrig
   std::optional<Bytes> bytes = encodeBinaryPropertyList(bundle);
   if (!bytes || (bytes->size() > certainSize && !isSendableBundle(bundle))) {
     // Whoever serves a client tells it there.
-    if (origin.kind == ChangeOrigin::Kind::History)
-      mLog.line(std::string("cannot change the settings: ") + unsendableReason);
+    if (origin.kind == ChangeOrigin::Kind::History) {
+      std::string line = "cannot change the settings: ";
+      mLog.line(line += unsendableReason);
+    }
     return done(Outcome::TooLarge);
   }
   Save save{bundle, std::move(done), origin, std::move(*bytes), !isEmpty(), false, {}};
