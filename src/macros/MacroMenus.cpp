@@ -117,7 +117,7 @@ constexpr std::array<MacroMenuEntry, 26> detailsEntries = {{
     {tags::DeletePair, "lkeyDeletePair", pair, keyOf(Qt::SHIFT | Qt::Key_Delete)},
     {tags::MoveUp, "lkeyMoveUp", roomAbove, keyOf(Qt::ALT | Qt::Key_Up), nullptr, true},
     {tags::MoveDown, "lkeyMoveDown", roomBelow, keyOf(Qt::ALT | Qt::Key_Down)},
-    {tags::KeepPairs, "lkeyKeepPairs", nothing, 0, nullptr, false, true},
+    {tags::KeepPairs, "lkeyKeepPairs", macro, 0, nullptr, false, true},
     {tags::TypeText, "lkeyTypeText", editableMacro, 0, nullptr, true},
     {tags::insertBefore + tags::Key, "lkeyInsertKey", editableMacro, 0, before},
     {tags::insertBefore + tags::LeftClick, "lkeyInsertLeftClick", editableMacro, 0, before},

@@ -147,6 +147,9 @@ void MouseMacrosController::tellRecordingProgress() {
   mUi->mRecordingProgress->setVisible(isRecording || canUndo);
   mUi->mDiscardRecording->setVisible(isRecording);
   mUi->mUndoDiscard->setVisible(canUndo);
+  const QString whyNot = whyDisabled(Needs::Macro, mAreTableButtonsOffered);
+  mUi->mUndoDiscard->setEnabled(whyNot.isEmpty());
+  mUi->mUndoDiscard->setToolTip(whyNot.isEmpty() ? localized("lkeyUndoDiscardTip") : whyNot);
   if (!isRecording) {
     mUi->mRecordingProgress->setText(localized("lkeyRecordingDiscarded"));
     mRecordingTicks.stop();

@@ -124,6 +124,12 @@ class MacroMenusTest : public QObject {
     QCOMPARE(gearEntries(fixture, "mSettingsMacro"), expected);
     QCOMPARE(rightClickEntries(fixture, fixture.macros(), -1), expected);
     QCOMPARE(validDetails(fixture), QStringList());
+    QMenu details;
+    fixture.tab->fillMacroDetailsMenu(details);
+    for (const QAction* item : taggedItems(details)) {
+      QVERIFY2(!item->isEnabled(), qPrintable(titleOf(*item)));
+      QCOMPARE(item->toolTip(), QStringLiteral("Select a macro first"));
+    }
   }
 
   void withAMacroAllMacroEntriesAreOffered() {

@@ -151,6 +151,22 @@ class MouseMacrosControllerDiscardingTest : public QObject {
     QVERIFY(!fixture.find("mUndoDiscard")->isVisible());
   }
 
+  void withoutTheMouseADiscardedRecordingIsNotSaved() {
+    SequenceFixture fixture;
+    discardRecording(fixture);
+    const auto* undo = fixture.find("mUndoDiscard");
+    QCOMPARE(undo->toolTip(), QStringLiteral("Save the discarded recording after all"));
+    fixture.tab->enableControlsState(false);
+    QVERIFY(undo->isVisible());
+    QVERIFY(!undo->isEnabled());
+    QCOMPARE(undo->toolTip(), localized("lkeyNoMouseConnected"));
+    fixture.click("mUndoDiscard");
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    fixture.tab->enableControlsState(true);
+    QVERIFY(undo->isEnabled());
+    QCOMPARE(undo->toolTip(), QStringLiteral("Save the discarded recording after all"));
+  }
+
   void withoutARecordingThereIsNothingToDiscard() {
     MacrosFixture fixture;
     fixture.selectMacro(0);
