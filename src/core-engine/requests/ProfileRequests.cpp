@@ -55,7 +55,11 @@ ChangeOrigin originOf(const EngineParts& parts, const Request& request) {
   if (request.messageID != MessageID::UpdateProfile) return origin;
   const PropertyList& settings = request.body[requestKeys::DeviceSettingsDictionary];
   // Whatever else changes all these at once is rare enough to have the factory settings read for it.
-  const bool mayRestore = settings.contains(keys::Keymap) && settings.contains(keys::Stages);
+  const bool isWhole = settings.contains(keys::Keymap) && settings.contains(keys::Stages);
+  // A restored profile keeps its name: a new one that is named is sent whole, too.
+  const PropertyList& profile = parts.store.bundle()[keys::Profiles].at(request.body[requestKeys::ProfileID].toInt64());
+  const bool mayRestore =
+      isWhole && (!settings.contains(keys::ProfileName) || settings[keys::ProfileName] == profile[keys::ProfileName]);
   origin.isRestoring = mayRestore && areFactorySettings(settings, parts.defaults.ownProfile());
   return origin;
 }

@@ -320,6 +320,16 @@ TEST_F(HistoryRequestsTest, KeepAProfileThatGetsItsFactorySettingsAsRestored) {
   });
 }
 
+TEST_F(HistoryRequestsTest, KeepANewProfileThatIsNamedAsRenamed) {
+  const PropertyList factory = vorn::test::profile("New").merging(engine::test::profile("New"));
+  disk.put(ownDefaults, encodeBinaryPropertyList(defaultsFile(bundleOf({factory}))).value());
+  const PropertyList asNew = defaults.ownProfile();
+  update(asNew.with("ProfileName", "Untitled"));
+  // A client sends the whole record along.
+  expectOne(words({{"kind", "profileRenamed"}, {"profile", "Untitled"}, {"newName", "Travel"}}),
+            [&] { update(asNew.with("ProfileName", "Travel")); });
+}
+
 TEST_F(HistoryRequestsTest, KeepNothingOfWhatTheMouseSwitches) {
   expectNone([&] { profiles.switchTo(2); });
   expectNone([&] { profiles.change(words({{"KeymapID", 5}})); });
