@@ -3,6 +3,7 @@
 #include <QLineEdit>
 
 #include "buttons/ButtonsFixture.h"
+#include "buttons/MouseView.h"
 #include "e2e/OpenWindow.h"
 #include "e2e/OtherClient.h"
 #include "support/QtTests.h"
@@ -86,6 +87,29 @@ class ButtonsEditingWithEngineTest : public QObject {
     edited.chooseOf(control(9), "Reset");
     COMPARE_LISTS(edited.record(control(9)), assignment(45, 7));
     QCOMPARE(edited.shown(9), QStringLiteral("D (Default)"));
+  }
+
+  void a_control_is_reset_at_its_place_in_the_picture() {
+    EditingWindow edited;
+    edited.give(9, 6, 3);
+    auto* picture = edited.driver.find<MouseView>("mMainSkarn");
+    edited.choose(*picture, picture->placeOf(control(9)).toPoint(), "mControlMenu", QStringLiteral("Reset"));
+    COMPARE_LISTS(edited.record(control(9)), assignment(45, 7));
+    QCOMPARE(edited.window.profileUpdates(), 2);
+  }
+
+  void a_pasted_cycle_is_there_in_every_keymap() {
+    EditingWindow edited;
+    edited.driver.openKeymapSheet(control(17));
+    edited.driver.press("mKeymapOK");
+    edited.chooseOf(control(17), "Copy");
+    edited.chooseOf(control(4), "Paste");
+    COMPARE_LISTS(edited.record(control(4)), assignment(50, 255));
+    const PropertyList keymaps = edited.stored(0, "Keymap");
+    for (const PropertyList& keymap : keymaps.elements()) {
+      COMPARE_LISTS(keymap["Keys"][control(4).identifier], assignment(50, 255));
+    }
+    QCOMPARE(edited.window.profileUpdates(), 2);
   }
 
   void what_a_control_does_is_copied_to_another_one_also_in_another_profile() {

@@ -59,6 +59,12 @@ const Edit edits[] = {
        QTest::keyClick(field, Qt::Key_Return);
      },
      MessageID::SetEventDelay},
+    {"several events are removed",
+     [](EditedMacro& open) {
+       open.select({0, 2});
+       open.press(Qt::Key_Delete);
+     },
+     MessageID::ReplaceMacroSequence},
 };
 
 }  // namespace

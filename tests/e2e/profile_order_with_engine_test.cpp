@@ -4,6 +4,7 @@
 #include "e2e/VirtualMouse.h"
 #include "e2e/Vornctl.h"
 #include "platform/Localization.h"
+#include "profiles/ProfileMenu.h"
 #include "support/QtTests.h"
 #include "widgets/Notice.h"
 
@@ -50,6 +51,22 @@ class ProfileOrderWithEngineTest : public QObject {
     verifyShows({"Default", "Work", "Play"}, 0);
     QCOMPARE(mWindow->requests(MessageID::ReorderProfiles), 0);
     QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+  }
+
+  void the_keyboard_and_the_menus_move_profiles_too() {
+    QTest::keyClick(&mWindow->table(), Qt::Key_Down, Qt::AltModifier);
+    verifyShows({"Work", "Default", "Play"}, 1);
+    QMenu* menu = mWindow->rightClick(1);
+    QVERIFY(menu != nullptr);
+    OpenProfiles::chooseIn(*menu, static_cast<int>(ProfileListItem::MoveDown));
+    verifyShows({"Work", "Play", "Default"}, 2);
+    mWindow->tab().selectListItem(static_cast<int>(ProfileListItem::MoveUp));
+    verifyShows({"Work", "Default", "Play"}, 1);
+    QCOMPARE(mWindow->requests(MessageID::ReorderProfiles), 3);
+    QCOMPARE(mWindow->requests(MessageID::SwitchProfile), 0);
+    mWindow->undo("Order of the profiles");
+    QTRY_COMPARE_WITH_TIMEOUT(mWindow->names(), (QStringList{"Work", "Play", "Default"}), deadline);
+    verifyShows({"Work", "Play", "Default"}, 2);
   }
 
   // The window has not heard of it yet.
