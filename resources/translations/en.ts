@@ -159,6 +159,10 @@
         <source>Key that was pressed</source>
         <translation>Key that was pressed</translation>
     </message>
+    <message id="lkeyChangePress">
+        <source>Also change its press</source>
+        <translation>Also change its press</translation>
+    </message>
     <message id="lkeyChangeRelease">
         <source>Also change its release</source>
         <translation>Also change its release</translation>

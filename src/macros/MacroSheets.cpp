@@ -75,13 +75,15 @@ KeyCaptureField& MacroEventSheet::mInputMacroEvent() const {
   return *mUi->mInputMacroEvent;
 }
 
-bool MacroEventSheet::changesRelease() const {
-  return mUi->mChangesRelease->isChecked();
+bool MacroEventSheet::changesPartner() const {
+  return mUi->mChangesPartner->isChecked();
 }
 
-void MacroEventSheet::begin(bool hasRelease) {
-  mUi->mChangesRelease->setVisible(hasRelease);
-  mUi->mChangesRelease->setChecked(hasRelease);
+void MacroEventSheet::begin(Partner partner) {
+  const bool hasPartner = partner != Partner::None;
+  mUi->mChangesPartner->setText(localized(partner == Partner::Press ? "lkeyChangePress" : "lkeyChangeRelease"));
+  mUi->mChangesPartner->setVisible(hasPartner);
+  mUi->mChangesPartner->setChecked(hasPartner);
   adjustSize();
   open();
   mUi->mInputMacroEvent->begin();

@@ -52,9 +52,11 @@ class MacroEventSheet : public QDialog {
   ~MacroEventSheet() override;
 
   KeyCaptureField& mInputMacroEvent() const;
-  // Shows the sheet with an empty input. hasRelease: the event has a release that may change with it.
-  void begin(bool hasRelease);
-  bool changesRelease() const;
+  // The other event of the stroke that an event belongs to, which may change with it.
+  enum class Partner { None, Press, Release };
+  // Shows the sheet with an empty input.
+  void begin(Partner partner);
+  bool changesPartner() const;
   void reject() override { emit cancelled(); }
 
  signals:

@@ -304,7 +304,7 @@ class MouseMacrosController : public QWidget {
   void endEventEditing();
   // Shown, and stored when the sheet is confirmed. 0: none.
   void takeCaughtKey(int usage);
-  void storeCaughtKey(bool setsPage, bool changesRelease);
+  void storeCaughtKey(bool setsPage, bool changesPartner);
   vorn::PropertyList withCaughtKey(const vorn::PropertyList& event, bool setsPage) const;
   void deleteAllLines(int macro);
 
@@ -326,7 +326,7 @@ class MouseMacrosController : public QWidget {
   bool copySelectedEvents();
   void pasteEvents();
   void moveEvents(EventMove moved);
-  void replaceUsage(const MeantLines& meant, vorn::HidUsage usage, bool changesRelease);
+  void replaceUsage(const MeantLines& meant, vorn::HidUsage usage, bool changesPartner);
   void delayEditingStarted(int row);
   void delayEditingEnded(std::optional<int> milliseconds);
   // Around an exchange of the lines.

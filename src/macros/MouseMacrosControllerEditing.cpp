@@ -29,6 +29,16 @@ using vorn::PropertyList;
 namespace keys = vorn::keys;
 namespace newsKeys = vorn::newsKeys;
 
+namespace {
+
+MacroEventSheet::Partner partnerToOffer(const MacroDetailsModel& lines, int line) {
+  const auto partner = lines.partnerOf(line);
+  if (!partner) return MacroEventSheet::Partner::None;
+  return *partner < line ? MacroEventSheet::Partner::Press : MacroEventSheet::Partner::Release;
+}
+
+}  // namespace
+
 // --- Menus
 
 MouseMacrosController::Menu MouseMacrosController::macroMenu() {
@@ -340,7 +350,7 @@ void MouseMacrosController::openEventSheet() {
   mIsMacroEventEdit = true;
   mMacroEventEditHIDCode = 0;
   rememberEditedLine(selectedMacro(), selectedLine());
-  mEditEventWindow->begin(vorn::releaseRowOf(mDetailsModel->lines(), selectedLine()).has_value());
+  mEditEventWindow->begin(partnerToOffer(*mDetailsModel, selectedLine()));
   mIsEditingMacro = true;
   mSequenceDict = PropertyList::dictionary();
   if (isEventWithinReach(selectedMacro(), selectedLine())) {
@@ -373,14 +383,14 @@ void MouseMacrosController::takeCaughtKey(int usage) {
 }
 
 // The event is read afresh: it may have changed since the sheet was opened.
-void MouseMacrosController::storeCaughtKey(bool setsPage, bool changesRelease) {
+void MouseMacrosController::storeCaughtKey(bool setsPage, bool changesPartner) {
   const int macro = macroToAsk();
   const int line = selectedLine();
   if (macro < 0 || line < 0) return;
-  const auto release = changesRelease ? vorn::releaseRowOf(mDetailsModel->lines(), line) : std::nullopt;
-  if (!isEventWithinReach(macro, static_cast<int>(release.value_or(line)))) {
+  const auto partner = changesPartner ? mDetailsModel->partnerOf(line) : std::nullopt;
+  if (!isEventWithinReach(macro, std::max(line, partner.value_or(line)))) {
     if (mMacroEventEditHIDCode != 0)
-      replaceUsage(meantLines(), {vorn::hid::keyboardPage, mMacroEventEditHIDCode}, release.has_value());
+      replaceUsage(meantLines(), {vorn::hid::keyboardPage, mMacroEventEditHIDCode}, partner.has_value());
     return;
   }
   const auto macroRow = static_cast<std::uint8_t>(macro);
@@ -388,12 +398,12 @@ void MouseMacrosController::storeCaughtKey(bool setsPage, bool changesRelease) {
   mSequenceDict = macroDelegate->getSequenceDetails(macroRow, lineRow);
   if (mSequenceDict.isEmpty() || mMacroEventEditHIDCode == 0) return;
   const PropertyList before = std::exchange(mSequenceDict, withCaughtKey(mSequenceDict, setsPage));
-  const auto releaseRow = static_cast<std::uint8_t>(release.value_or(0));
-  const PropertyList released = release ? macroDelegate->getSequenceDetails(macroRow, releaseRow) : PropertyList();
+  const auto partnerRow = static_cast<std::uint8_t>(partner.value_or(0));
+  const PropertyList other = partner ? macroDelegate->getSequenceDetails(macroRow, partnerRow) : PropertyList();
   macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);
   // Keys of one name share their lines.
-  if (vorn::isReleaseOf(before, released))
-    macroDelegate->updateSequenceInfo(macroRow, releaseRow, withCaughtKey(released, setsPage));
+  if (vorn::isReleaseOf(before, other) || vorn::isReleaseOf(other, before))
+    macroDelegate->updateSequenceInfo(macroRow, partnerRow, withCaughtKey(other, setsPage));
   fetchLines();
 }
 
@@ -418,7 +428,7 @@ void MouseMacrosController::clickMacroEventOK() {
   if (!followEditedMacro() || !followEditedLine()) return;
   mEdited.reset();
   endEventCapture();
-  storeCaughtKey(true, mEditEventWindow->changesRelease());
+  storeCaughtKey(true, mEditEventWindow->changesPartner());
   endEventEditing();
 }
 

@@ -343,10 +343,10 @@ void MouseMacrosController::moveEvents(EventMove moved) {
   });
 }
 
-void MouseMacrosController::replaceUsage(const MeantLines& meant, HidUsage usage, bool changesRelease) {
-  editSequence(meant, [usage, changesRelease](const OpenedSequence& sequence, const std::vector<int>& rows) {
+void MouseMacrosController::replaceUsage(const MeantLines& meant, HidUsage usage, bool changesPartner) {
+  editSequence(meant, [usage, changesPartner](const OpenedSequence& sequence, const std::vector<int>& rows) {
     const Places chosen = eventsIn(rows);
-    return vorn::withUsage(sequence.events, changesRelease ? vorn::withPartners(sequence.events, chosen) : chosen,
+    return vorn::withUsage(sequence.events, changesPartner ? vorn::withPartners(sequence.events, chosen) : chosen,
                            usage);
   });
 }

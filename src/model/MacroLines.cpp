@@ -11,16 +11,6 @@
 
 namespace vorn {
 
-std::optional<std::int64_t> releaseRowOf(const PropertyList& lines, std::int64_t press) {
-  const std::string release = eventParser::releaseLineOf(lines.at(press).string());
-  if (release.empty()) return std::nullopt;
-  for (std::int64_t row = press + 2; std::cmp_less(row, lines.size()); row += 2) {
-    if (lines.at(row).string() == release) return row;
-    if (lines.at(row) == lines.at(press)) break;
-  }
-  return std::nullopt;
-}
-
 std::vector<std::string> namesPressedAtEnd(const PropertyList& lines) {
   std::map<std::string, std::size_t, std::less<>> open;  // rows of presses, by the lines of their releases
   for (std::size_t row = 0; row < lines.size(); row += 2) {

@@ -12,10 +12,6 @@
 
 namespace vorn {
 
-// The row of the release that belongs to the press in this row: the next one of the same key or button, with no further
-// press of it before. Lines do not tell apart keys of one name. Nothing where the row is no press.
-std::optional<std::int64_t> releaseRowOf(const PropertyList& lines, std::int64_t press);
-
 // The names of the keys and buttons that are pressed and not let go, in the order of the presses: "A", "Left Button".
 std::vector<std::string> namesPressedAtEnd(const PropertyList& lines);
 

@@ -146,11 +146,17 @@ class MacroSheetsWithEngineTest : public QObject {
              QStringLiteral("Dash"));
   }
 
+  void a_press_and_its_release_change_together_data() {
+    QTest::addColumn<int>("line");
+    QTest::newRow("the press is edited") << 0;
+    QTest::newRow("the release is edited") << 2;
+  }
   void a_press_and_its_release_change_together() {
+    QFETCH(int, line);
     ThreeMacros open(0);
     open.recordMacro(QStringLiteral("Combo"));
-    open.edit(0);
-    QVERIFY(open.find<QCheckBox>("mChangesRelease")->isChecked());
+    open.edit(line);
+    QVERIFY(open.find<QCheckBox>("mChangesPartner")->isChecked());
     QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
     QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
     open.click("mMacroEventEditOK");

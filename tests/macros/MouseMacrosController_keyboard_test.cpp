@@ -228,7 +228,7 @@ class MouseMacrosControllerKeyboardTest : public QObject {
     fixture.edit();
     fixture.click("mMacroDelayCancel");
     for (const char* part : {"mEditDelayWindow", "mInputMacroDelay", "mMacroDelayOK", "mEditEventWindow",
-                             "mInputMacroEvent", "mChangesRelease"}) {
+                             "mInputMacroEvent", "mChangesPartner"}) {
       QVERIFY2(QAccessible::queryAccessibleInterface(fixture.find(part))->state().invisible, part);
     }
   }

@@ -1,4 +1,4 @@
-// The release of a key that changes with its press.
+// A press and its release, of which one changes with the other.
 #include <QCheckBox>
 #include <QTest>
 
@@ -26,7 +26,7 @@ struct ReleaseFixture : EditingFixture {
     edit();
     delegate.take();
   }
-  QCheckBox* box() { return find<QCheckBox>("mChangesRelease"); }
+  QCheckBox* box() { return find<QCheckBox>("mChangesPartner"); }
   QStringList sent() {
     press(29);
     click("mMacroEventEditOK");
@@ -66,18 +66,39 @@ class MouseMacrosControllerReleaseTest : public QObject {
     QVERIFY(fixture.box()->isChecked());
   }
 
-  void aReleaseOffersNothing() {
+  void thePressChangesWithTheRelease() {
     ReleaseFixture fixture(4);
+    QVERIFY(fixture.box()->isVisible());
+    QVERIFY(fixture.box()->isChecked());
+    QCOMPARE(fixture.box()->text(), QStringLiteral("Also change its press"));
+    QCOMPARE(fixture.sent(),
+             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 4)", "getSequenceDetails(0, 2)",
+                          "updateSequenceInfo(0, 4, " + text(0, 29) + ")",
+                          "updateSequenceInfo(0, 2, " + text(1, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
+  }
+
+  void withoutTheBoxTheReleaseChangesAlone() {
+    ReleaseFixture fixture(6);
+    QTest::keyClick(fixture.box(), Qt::Key_Space);
+    QCOMPARE(fixture.sent(),
+             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 6)",
+                          "updateSequenceInfo(0, 6, " + text(0, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
+  }
+
+  void aReleaseWithoutAPressOffersNothing() {
+    ReleaseFixture fixture(8);
     QVERIFY(!fixture.box()->isVisible());
     QCOMPARE(fixture.sent(),
-             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 4)",
-                          "updateSequenceInfo(0, 4, " + text(0, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
+             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 8)",
+                          "updateSequenceInfo(0, 8, " + text(0, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
   }
 
   void aReleaseOfAnotherKeyOfTheSameNameStaysAsItIs() {
     ReleaseFixture fixture(0);
     fixture.delegate.sequences[6] = eventOf(0, 7, 76);
-    QCOMPARE(fixture.sent().at(3), "updateSequenceInfo(0, 0, " + text(1, 29) + ")");
+    QCOMPARE(fixture.sent(),
+             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 0)", "getSequenceDetails(0, 6)",
+                          "updateSequenceInfo(0, 0, " + text(1, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
   }
 };
 

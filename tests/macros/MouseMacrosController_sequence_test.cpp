@@ -218,7 +218,7 @@ class MouseMacrosControllerSequenceTest : public QObject {
     SequenceFixture fixture(events);
     fixture.select({0});
     fixture.choose(tags::Edit);
-    QVERIFY(fixture.find("mChangesRelease")->isVisible());
+    QVERIFY(fixture.find("mChangesPartner")->isVisible());
     fixture.press(keyOfC);
     fixture.delegate.take();
     fixture.click("mMacroEventEditOK");

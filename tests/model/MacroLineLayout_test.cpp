@@ -27,6 +27,7 @@ PropertyList linesOf(const std::vector<Event>& events) {
 
 constexpr Event pressA{1, 7, 4}, releaseA{0, 7, 4}, pressB{1, 7, 5}, releaseB{0, 7, 5}, pressC{1, 7, 6};
 constexpr Event pressLeft{1, 9, 1}, releaseLeft{0, 9, 1}, pressShift{1, 7, 225}, releaseShift{0, 7, 225};
+constexpr Event pressThird{1, 9, 3}, releaseThird{0, 9, 3};
 
 MacroLineLayout laidOut(const PropertyList& lines) {
   MacroLineLayout layout;
@@ -56,15 +57,34 @@ std::vector<Event> typed(int strokes) {
 TEST(MacroLineLayoutTest, PairsAreToldForAllRows) {
   const PropertyList lines = linesOf({pressA, pressB, releaseA, pressLeft, releaseB, releaseLeft, pressC, releaseA});
   const MacroLineLayout layout = laidOut(lines);
-  for (std::int64_t row = 0; row < 15; ++row) {
-    const auto release = releaseRowOf(lines, row);
-    if (!release) continue;
-    EXPECT_EQ(layout.partnerOf(static_cast<std::size_t>(row)), static_cast<std::size_t>(*release));
-    EXPECT_EQ(layout.partnerOf(static_cast<std::size_t>(*release)), static_cast<std::size_t>(row));
+  for (const auto& [press, release] : {std::pair{0U, 4U}, std::pair{2U, 8U}, std::pair{6U, 10U}}) {
+    EXPECT_EQ(layout.partnerOf(press), release);
+    EXPECT_EQ(layout.partnerOf(release), press);
   }
   EXPECT_EQ(layout.partnerOf(12), std::nullopt);
   EXPECT_EQ(layout.partnerOf(14), std::nullopt);
   EXPECT_EQ(layout.partnerOf(1), std::nullopt);
+}
+
+TEST(MacroLineLayoutTest, TheReleaseOfAPressIsTheNextOneOfTheSameKeyOrButton) {
+  const MacroLineLayout layout =
+      laidOut(linesOf({pressA, pressLeft, pressB, releaseLeft, releaseB, releaseA, pressThird, releaseThird}));
+  EXPECT_EQ(layout.partnerOf(0), 10);
+  EXPECT_EQ(layout.partnerOf(2), 6);
+  EXPECT_EQ(layout.partnerOf(4), 8);
+  EXPECT_EQ(layout.partnerOf(12), 14);
+}
+
+TEST(MacroLineLayoutTest, APressWithoutAReleaseBeforeTheNextPressIsInNoPair) {
+  EXPECT_EQ(laidOut(linesOf({pressA, pressA, releaseA})).partnerOf(0), std::nullopt);
+  EXPECT_EQ(laidOut(linesOf({pressA, releaseB})).partnerOf(0), std::nullopt);
+  EXPECT_EQ(laidOut(linesOf({releaseA, pressA})).partnerOf(2), std::nullopt);
+}
+
+TEST(MacroLineLayoutTest, ADelayAndAFurtherReleaseAreInNoPair) {
+  const MacroLineLayout layout = laidOut(linesOf({pressA, releaseA, releaseA}));
+  EXPECT_EQ(layout.partnerOf(1), std::nullopt);
+  EXPECT_EQ(layout.partnerOf(4), std::nullopt);
 }
 
 TEST(MacroLineLayoutTest, PairsThatOverlapLieInLanesOfTheirOwn) {

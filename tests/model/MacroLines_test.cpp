@@ -25,22 +25,7 @@ PropertyList linesOf(std::initializer_list<Event> events) {
 }
 
 constexpr Event pressA{1, 7, 4}, releaseA{0, 7, 4}, pressB{1, 7, 5}, releaseB{0, 7, 5}, pressC{1, 7, 6};
-constexpr Event pressLeft{1, 9, 1}, releaseLeft{0, 9, 1}, pressThird{1, 9, 3}, releaseThird{0, 9, 3};
-
-TEST(MacroLinesTest, TheReleaseOfAPressIsTheNextOneOfTheSameKeyOrButton) {
-  const PropertyList lines =
-      linesOf({pressA, pressLeft, pressB, releaseLeft, releaseB, releaseA, pressThird, releaseThird});
-  EXPECT_EQ(releaseRowOf(lines, 0), 10);
-  EXPECT_EQ(releaseRowOf(lines, 2), 6);
-  EXPECT_EQ(releaseRowOf(lines, 4), 8);
-  EXPECT_EQ(releaseRowOf(lines, 12), 14);
-}
-
-TEST(MacroLinesTest, APressWithoutAReleaseBeforeTheNextPressHasNone) {
-  EXPECT_EQ(releaseRowOf(linesOf({pressA, pressA, releaseA}), 0), std::nullopt);
-  EXPECT_EQ(releaseRowOf(linesOf({pressA, releaseB}), 0), std::nullopt);
-  EXPECT_EQ(releaseRowOf(linesOf({releaseA, pressA}), 2), std::nullopt);
-}
+constexpr Event pressLeft{1, 9, 1};
 
 TEST(MacroLinesTest, WhatStaysPressedIsToldByName) {
   using Names = std::vector<std::string>;
@@ -48,15 +33,6 @@ TEST(MacroLinesTest, WhatStaysPressedIsToldByName) {
   EXPECT_EQ(namesPressedAtEnd(linesOf({pressLeft, pressB, pressA, pressB, releaseA, {0, 7, 6}})),
             (Names{"Left Button", "B"}));
   EXPECT_EQ(namesPressedAtEnd({}), Names());
-}
-
-TEST(MacroLinesTest, WhatIsNoPressHasNoRelease) {
-  const PropertyList lines = linesOf({pressA, releaseA, releaseA});
-  EXPECT_EQ(releaseRowOf(lines, 1), std::nullopt);
-  EXPECT_EQ(releaseRowOf(lines, 2), std::nullopt);
-  EXPECT_EQ(releaseRowOf(lines, -1), std::nullopt);
-  EXPECT_EQ(releaseRowOf(lines, 5), std::nullopt);
-  EXPECT_EQ(releaseRowOf(PropertyList("text"), 0), std::nullopt);
 }
 
 TEST(MacroLinesTest, APartStandsAmongTheLinesOnlyInOnePiece) {
