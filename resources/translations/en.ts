@@ -2637,6 +2637,10 @@ For this profile, set the brightness to Off.</translation>
         <source>%1, until let go</source>
         <translation>%1, until let go</translation>
     </message>
+    <message id="lkeyUnusableValues">
+        <source>Values that cannot be used in them are as from the factory.</source>
+        <translation>Values that cannot be used in them are as from the factory.</translation>
+    </message>
     <message id="lkeyVersionsGroup">
         <source>Versions and updates</source>
         <translation>Versions and updates</translation>

@@ -191,6 +191,7 @@ void MouseProfilesController::addImported(const ProfileCandidate& candidate) {
 void MouseProfilesController::addAllImported(const std::vector<ProfileCandidate>& candidates) {
   if (!profileDelegate) return;
   std::size_t count = 0;
+  bool isPartlyRefused = false;
   for (const ProfileCandidate& candidate : candidates) {
     const PropertyList profile = candidate.record.with(
         keys::ProfileName, checkForDuplicateName(profilesArray, candidate.record[keys::ProfileName].string()));
@@ -201,9 +202,12 @@ void MouseProfilesController::addAllImported(const std::vector<ProfileCandidate>
       break;
     }
     ++count;
+    isPartlyRefused = isPartlyRefused || status == vorn::ReturnStatus::PartlyRefused;
   }
   if (count == 0) return;
-  mUi->mProfileNotice->say(count == 1 ? localized("lkeyImportedOne") : localized("lkeyImportedAll").arg(count));
+  QString words = count == 1 ? localized("lkeyImportedOne") : localized("lkeyImportedAll").arg(count);
+  if (isPartlyRefused) words += QLatin1Char(' ') + localized("lkeyUnusableValues");
+  mUi->mProfileNotice->say(words);
 }
 
 // --- Applications

@@ -159,6 +159,18 @@ class ProfileImportSheetTest : public QObject {
     QCOMPARE(mTest->find<QLabel>("mProfileNotice")->text(), QStringLiteral("3 profiles were imported."));
   }
 
+  void valuesThatCannotBeUsedAreToldOfAllProfilesToo() {
+    const QString folder = inFolder("All.SkarnProfiles");
+    QVERIFY(!vorn::writeProfileFolder(folder.toStdString(), namedProfiles({"A", "B"})));
+    chooseFolder(folder);
+    mTest->delegate.statusOfAdd = vorn::ReturnStatus::PartlyRefused;
+    QTest::keyClick(sheet(), Qt::Key_Return);
+    QTRY_VERIFY(!sheet());
+    VERIFY_CALLS(mTest->delegate.calls, {added(profile("A")), addedFurther(profile("B"))});
+    QCOMPARE(mTest->find<QLabel>("mProfileNotice")->text(),
+             QStringLiteral("2 profiles were imported. Values that cannot be used in them are as from the factory."));
+  }
+
   void anImportOfAllEndsAtTheFirstThatTheEngineRefuses() {
     const QString folder = inFolder("All.SkarnProfiles");
     QVERIFY(!vorn::writeProfileFolder(folder.toStdString(), namedProfiles({"A", "B"})));
