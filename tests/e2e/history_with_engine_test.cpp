@@ -130,6 +130,28 @@ class HistoryWithEngineTest : public QObject {
     QTRY_COMPARE_WITH_TIMEOUT(open.names(), (QStringList{"Default", "A", "B", "C"}), deadline);
   }
 
+  void a_deleted_macro_comes_back_by_the_line_with_what_plays_it() {
+    OtherClient other;
+    addMacro(other, 2);
+    addMacro(other, 3);
+    other.assign("8", 10, 0);
+    other.assign("20", 10, 1);
+    OpenMacros open;
+    open.window().show();
+    open.awaitAnnouncement();
+    auto* line = open.find<HistoryLine>("mHistoryBar");
+    line->setLifetime(std::nullopt);
+    const PropertyList before = other.bundle();
+    open.find<QTableView>("mMacroTableView")->selectRow(0);
+    open.click("mDeleteMacro");
+    QTest::keyClick(open.find("alert"), Qt::Key_Return);
+    QTRY_COMPARE_WITH_TIMEOUT(line->text(), QStringLiteral("Deleted M2"), deadline);
+    QCOMPARE(open.names(), QStringList{"M3"});
+    QTest::mouseClick(open.find<QPushButton>("mHistoryLineButton"), Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(open.names(), (QStringList{"M2", "M3"}), deadline);
+    QVERIFY(other.bundle() == before);
+  }
+
   void deleted_events_come_back_by_the_line() {
     OpenMacros open;
     open.window().show();
