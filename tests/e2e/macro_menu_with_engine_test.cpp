@@ -108,7 +108,8 @@ class MacroMenuWithEngineTest : public QObject {
   void the_list_says_what_plays_a_macro_and_finds_one_by_its_name() {
     EditedMacro open;
     open.other.assign("8", 10, 0);
-    QTRY_COMPARE_WITH_TIMEOUT(open.text("mMacroAssignmentLabel"), QStringLiteral("Played by 4 of “Default”"), deadline);
+    QTRY_COMPARE_WITH_TIMEOUT(open.text("mMacroAssignmentLabel"),
+                              localized("lkeyPlayedBy").arg(QStringLiteral("4 of “Default”")), deadline);
     QTest::keyClicks(open.find("mMacroSearch"), QStringLiteral("oth"));
     auto* table = open.find<QTableView>("mMacroTableView");
     QVERIFY(table->isRowHidden(0));
