@@ -2,6 +2,7 @@
 // engine.
 #pragma once
 
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
@@ -30,6 +31,12 @@ class OpenMacros : public OpenWindow {
     return sheet != nullptr && sheet->isVisible();
   }
   void click(const char* button) { QTest::mouseClick(find(button), Qt::LeftButton); }
+  // In the sheet for an event: the other event of its stroke stays as it is.
+  void leavePartner() {
+    auto* box = find<QCheckBox>("mChangesPartner");
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    QVERIFY(!box->isChecked());
+  }
   void chooseFromGear(const char* gear, int tag) {
     auto* button = find<PullDownButton>(gear);
     button->openMenu();

@@ -34,6 +34,7 @@ const Edit edits[] = {
        open.press(Qt::Key_Return);
        QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
        QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+       open.leavePartner();
        open.click("mMacroEventEditOK");
      },
      MessageID::UpdateMacroEvent},

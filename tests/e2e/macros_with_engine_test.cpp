@@ -216,6 +216,7 @@ class MacrosWithEngineTest : public QObject {
     QVERIFY(open.hasSheet("mEditEventWindow"));
     QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
     QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+    open.leavePartner();
     open.click("mMacroEventEditOK");
     QCOMPARE(open.lines()[2], QStringLiteral("Key Release Z"));
 

@@ -16,8 +16,6 @@ namespace keys = vorn::keys;
 
 namespace {
 
-constexpr int leftButton = 1;
-
 // One change as the window sends it, and what the undo button calls it then. No two neighbours are called the same.
 struct Change {
   const char* words;
@@ -40,6 +38,12 @@ void recordInOther(OpenMacros& open) {
   QVERIFY(VirtualMouse::type(keyboardPage, keyC));
   QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 3, deadline);
   open.click("mRecordMacroDetails");
+}
+
+void duplicateInCombo(OpenMacros& open) {
+  open.find<QTableView>("mMacroTableView")->selectRow(0);
+  open.clickLine(0);
+  QTest::keyClick(open.find("mMacroDetailsTableView"), Qt::Key_D, Qt::ControlModifier);
 }
 
 const Change ofAssignments[] = {
@@ -95,11 +99,7 @@ const Change ofMacros[] = {
     {"Delays of macro “Combo”", [](OpenMacros& open) { open.hub().setNewDelay(75, 1, 0); }},
     {"1 event of macro “Combo” deleted", [](OpenMacros& open) { open.hub().removeEventAtIndex(2, 0); }},
     {"Delays of macro “Combo”", [](OpenMacros& open) { open.hub().setAllEventsDelay(1, 0, false); }},
-    {"Events of macro “Combo”",
-     [](OpenMacros& open) {
-       const Events events{click(true, 0, leftButton), click(false, 30, leftButton)};
-       open.hub().replaceSequence(PropertyList::dictionary({{keys::Events, PropertyList::array(events)}}), 0, "Combo");
-     }},
+    {"Events of macro “Combo”", duplicateInCombo},
     {"Delays of macro “Combo”", [](OpenMacros& open) { open.hub().setAllEventsDelay(0, 0, true); }},
     {"All events of macro “Combo” deleted", [](OpenMacros& open) { open.hub().removeAllEventsForMacroAtIndex(0); }},
     // With what plays it.
