@@ -208,6 +208,8 @@ class MouseMainController : public QObject,
   void getMacroDetailsForMacroAtIndex(int macro) override;
   vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) override;
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) override;
+  void updateFurtherSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex,
+                                 const vorn::PropertyList& newDict) override;
   std::optional<vorn::ReturnStatus> replaceSequence(const vorn::PropertyList& sequence, int ofMacroAtIndex,
                                                     std::string_view macroName) override;
   void removeEventAtIndex(int event, int forMacroAtIndex) override;
@@ -234,6 +236,7 @@ class MouseMainController : public QObject,
   static constexpr std::uint32_t unknownBatteryStatus = 255;
 
   vorn::PropertyList envelope() const;  // the keys that every request carries
+  void updateSequence(const vorn::PropertyList& update);
   // Sends the request and waits. The answer stays in the reply slot; none when the wait ended without one.
   vorn::PropertyList sendAndWait(vorn::MessageID messageID, const vorn::PropertyList& request,
                                  std::chrono::milliseconds interval = vorn::pollInterval);

@@ -27,6 +27,11 @@ namespace {
 constexpr int macroCommand = static_cast<int>(vorn::AssignmentCommand::Macro);
 constexpr int profileCommand = static_cast<int>(vorn::AssignmentCommand::Profile);
 
+PropertyList sequenceUpdate(std::uint8_t macro, std::uint8_t eventIndex, const PropertyList& event) {
+  return PropertyList::dictionary(
+      {{requestKeys::MacroID, macro}, {requestKeys::SequenceIdx, eventIndex}, {requestKeys::Sequence, event}});
+}
+
 }  // namespace
 
 PropertyList MouseMainController::envelope() const {
@@ -257,11 +262,16 @@ PropertyList MouseMainController::getSequenceDetails(std::uint8_t macro, std::ui
 }
 
 void MouseMainController::updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const PropertyList& newDict) {
-  const PropertyList request = envelope()
-                                   .with(requestKeys::MacroID, macro)
-                                   .with(requestKeys::SequenceIdx, eventIndex)
-                                   .with(requestKeys::Sequence, newDict);
-  if (statusOf(MessageID::UpdateMacroEvent, request) != 0) return;
+  updateSequence(sequenceUpdate(macro, eventIndex, newDict));
+}
+
+void MouseMainController::updateFurtherSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex,
+                                                    const PropertyList& newDict) {
+  updateSequence(sequenceUpdate(macro, eventIndex, newDict).with(requestKeys::IsContinuation, true));
+}
+
+void MouseMainController::updateSequence(const PropertyList& update) {
+  if (statusOf(MessageID::UpdateMacroEvent, envelope().merging(update)) != 0) return;
   mMouseMacrosController->setStateOfTableButtonsWithState(true);
   mMouseMacrosController->setStateOfMacroTableWithState(true);
 }

@@ -27,6 +27,9 @@ class MacroControllerDelegate {
   // The event dictionary; empty without an answer.
   virtual vorn::PropertyList getSequenceDetails(std::uint8_t macro, std::uint8_t eventIndex) = 0;
   virtual void updateSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex, const vorn::PropertyList& newDict) = 0;
+  // The same for the other event of a pair: one change with the update before it.
+  virtual void updateFurtherSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex,
+                                         const vorn::PropertyList& newDict) = 0;
   // Puts the whole sequence, a dictionary as in the macro's record, in the place of the macro's own. What the engine
   // said: it refuses a macro of another name. None without a usable answer.
   virtual std::optional<vorn::ReturnStatus> replaceSequence(const vorn::PropertyList& sequence, int ofMacroAtIndex,

@@ -403,7 +403,7 @@ void MouseMacrosController::storeCaughtKey(bool setsPage, bool changesPartner) {
   macroDelegate->updateSequenceInfo(macroRow, lineRow, mSequenceDict);
   // Keys of one name share their lines.
   if (vorn::isReleaseOf(before, other) || vorn::isReleaseOf(other, before))
-    macroDelegate->updateSequenceInfo(macroRow, partnerRow, withCaughtKey(other, setsPage));
+    macroDelegate->updateFurtherSequenceInfo(macroRow, partnerRow, withCaughtKey(other, setsPage));
   fetchLines();
 }
 

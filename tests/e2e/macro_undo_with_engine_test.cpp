@@ -19,6 +19,7 @@ struct Edit {
   const char* name;
   void (*made)(EditedMacro& open);
   MessageID request;
+  int requests = 1;
 };
 
 const Edit edits[] = {
@@ -38,6 +39,15 @@ const Edit edits[] = {
        open.click("mMacroEventEditOK");
      },
      MessageID::UpdateMacroEvent},
+    {"a press and its release become those of another key",
+     [](EditedMacro& open) {
+       open.select({0});
+       open.press(Qt::Key_Return);
+       QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
+       QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+       open.click("mMacroEventEditOK");
+     },
+     MessageID::UpdateMacroEvent, 2},
     {"all events are removed",
      [](EditedMacro& open) {
        open.choose(tags::DeleteAllEvents);
@@ -100,7 +110,7 @@ class MacroUndoWithEngineTest : public QObject {
     QTRY_COMPARE_WITH_TIMEOUT(undoTip(), QStringLiteral("Undo: Macro “Combo” added"), deadline);
     edits[edit].made(open);
     QTRY_VERIFY_WITH_TIMEOUT(open.lines() != before, deadline);
-    QCOMPARE(open.requests(edits[edit].request), 1);
+    QCOMPARE(open.requests(edits[edit].request), edits[edit].requests);
     const int fetched = open.requests(MessageID::GetMacroDetails);
     if (isUndoneHere) {
       QTRY_VERIFY_WITH_TIMEOUT(undoTip() != QStringLiteral("Undo: Macro “Combo” added"), deadline);

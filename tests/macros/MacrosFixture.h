@@ -51,6 +51,9 @@ class RecordingMacros : public MacroControllerDelegate {
   void updateSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict) override {
     note(QStringLiteral("updateSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
   }
+  void updateFurtherSequenceInfo(std::uint8_t macro, std::uint8_t event, const PropertyList& newDict) override {
+    note(QStringLiteral("updateFurtherSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
+  }
   std::optional<vorn::ReturnStatus> replaceSequence(const PropertyList& replacement, int macro,
                                                     std::string_view name) override {
     note(QStringLiteral("replaceSequence(%1, %2, %3)")

@@ -49,10 +49,10 @@ class MouseMacrosControllerReleaseTest : public QObject {
     QVERIFY(fixture.box()->isVisible());
     QVERIFY(fixture.box()->isChecked());
     QCOMPARE(fixture.box()->text(), QStringLiteral("Also change its release"));
-    QCOMPARE(fixture.sent(),
-             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 0)", "getSequenceDetails(0, 6)",
-                          "updateSequenceInfo(0, 0, " + text(1, 29) + ")",
-                          "updateSequenceInfo(0, 6, " + text(0, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
+    QCOMPARE(fixture.sent(), (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 0)",
+                                          "getSequenceDetails(0, 6)", "updateSequenceInfo(0, 0, " + text(1, 29) + ")",
+                                          "updateFurtherSequenceInfo(0, 6, " + text(0, 29) + ")",
+                                          "getMacroDetailsForMacroAtIndex(0)"}));
   }
 
   void withoutTheBoxThePressChangesAlone() {
@@ -71,10 +71,10 @@ class MouseMacrosControllerReleaseTest : public QObject {
     QVERIFY(fixture.box()->isVisible());
     QVERIFY(fixture.box()->isChecked());
     QCOMPARE(fixture.box()->text(), QStringLiteral("Also change its press"));
-    QCOMPARE(fixture.sent(),
-             (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 4)", "getSequenceDetails(0, 2)",
-                          "updateSequenceInfo(0, 4, " + text(0, 29) + ")",
-                          "updateSequenceInfo(0, 2, " + text(1, 29) + ")", "getMacroDetailsForMacroAtIndex(0)"}));
+    QCOMPARE(fixture.sent(), (QStringList{"stopSingleKeyRecording()", "getSequenceDetails(0, 4)",
+                                          "getSequenceDetails(0, 2)", "updateSequenceInfo(0, 4, " + text(0, 29) + ")",
+                                          "updateFurtherSequenceInfo(0, 2, " + text(1, 29) + ")",
+                                          "getMacroDetailsForMacroAtIndex(0)"}));
   }
 
   void withoutTheBoxTheReleaseChangesAlone() {

@@ -133,6 +133,10 @@ bool History::continuesGesture(const ChangeOrigin& origin, const PropertyList& a
                                                 ? isLastProfileActive(after)
                                                 : origin.request == MessageID::AddProfile && origin.isContinuation);
   }
+  // A press and its release are edited by one request each.
+  if (kind == kinds::MacroEvents && origin.isContinuation)
+    return origin.request == MessageID::UpdateMacroEvent && origin.request == mGesture->origin.request &&
+           pause <= pauseWithinAddition;
   return isOneOf(kind, draggedKinds) && origin.request == mGesture->origin.request && pause <= pauseWithinDrag;
 }
 

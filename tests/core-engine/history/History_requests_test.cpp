@@ -292,6 +292,15 @@ TEST_F(HistoryRequestsTest, KeepTheProfilesOfOneImportAsOneChange) {
   });
 }
 
+TEST_F(HistoryRequestsTest, KeepAPressAndItsReleaseThatAreEditedTogetherAsOneChange) {
+  const PropertyList event = keyPress(9, 70);
+  expectOne(words({{"kind", "macroEvents"}, {"macro", "Jump"}}), [&] {
+    ask(MessageID::UpdateMacroEvent, {{"macroID", 1}, {"sequenceIdx", 0}, {"sequence", event}});
+    ask(MessageID::UpdateMacroEvent,
+        {{"macroID", 1}, {"sequenceIdx", 2}, {"sequence", event}, {"IsContinuation", true}});
+  });
+}
+
 TEST_F(HistoryRequestsTest, KeepAnAddedProfileWithTheSwitchToIt) {
   expectOne(words({{"kind", "profileAdded"}, {"profile", "A"}}), [&] {
     ask(MessageID::AddProfile, {{"DeviceSettingsDictionary", engine::test::profile("A")}});
