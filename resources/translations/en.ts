@@ -779,6 +779,10 @@
         <source>Press the new key for this event, whichever it is; then Return confirms it and Escape cancels. A press stays a press, a release stays a release.</source>
         <translation>Press the new key for this event, whichever it is; then Return confirms it and Escape cancels. A press stays a press, a release stays a release.</translation>
     </message>
+    <message id="lkeyEnterInsertedKey">
+        <source>Press the key to insert, whichever it is; then Return inserts its press and release, and Escape cancels.</source>
+        <translation>Press the key to insert, whichever it is; then Return inserts its press and release, and Escape cancels.</translation>
+    </message>
     <message id="lkeyEnterSleepMode">
         <source>Enter sleep mode after</source>
         <translation>Enter sleep mode after</translation>
@@ -1394,6 +1398,10 @@
     <message id="lkeyInsertKey">
         <source>Key…</source>
         <translation>Key…</translation>
+    </message>
+    <message id="lkeyInsertKeyTitle">
+        <source>Insert a Key</source>
+        <translation>Insert a Key</translation>
     </message>
     <message id="lkeyInsertLeftClick">
         <source>Left Click</source>

@@ -84,6 +84,21 @@ void MacroEventSheet::begin(Partner partner) {
   mUi->mChangesPartner->setText(localized(partner == Partner::Press ? "lkeyChangePress" : "lkeyChangeRelease"));
   mUi->mChangesPartner->setVisible(hasPartner);
   mUi->mChangesPartner->setChecked(hasPartner);
+  mUi->mInputMacroEvent->setConfirms(KeyCaptureField::Confirms::Always);
+  show("lkeyEditEventTitle", "lkeyEnterEvent", "lkeyOK");
+}
+
+void MacroEventSheet::beginInserting() {
+  mUi->mChangesPartner->hide();
+  mUi->mInputMacroEvent->setConfirms(KeyCaptureField::Confirms::CaughtKey);
+  show("lkeyInsertKeyTitle", "lkeyEnterInsertedKey", "lkeyInsertAction");
+}
+
+void MacroEventSheet::show(const char* title, const char* note, const char* action) {
+  setWindowTitle(localized(title));
+  mUi->mMacroEventTitle->setText(localized(title));
+  mUi->mEnterMacroEventLabel->setText(localized(note));
+  mUi->mMacroEventEditOK->setText(localized(action));
   adjustSize();
   open();
   mUi->mInputMacroEvent->begin();

@@ -43,7 +43,7 @@ class MacroDelaySheet : public QDialog {
   std::unique_ptr<Ui::MacroDelaySheet> mUi;
 };
 
-// Shows the key that was caught last.
+// Asks for a key: of an event, or of a stroke that is to be inserted. Shows the one that was caught last.
 class MacroEventSheet : public QDialog {
   Q_OBJECT
 
@@ -56,6 +56,8 @@ class MacroEventSheet : public QDialog {
   enum class Partner { None, Press, Release };
   // Shows the sheet with an empty input.
   void begin(Partner partner);
+  // For a key that is to be inserted: OK waits for one.
+  void beginInserting();
   bool changesPartner() const;
   void reject() override { emit cancelled(); }
 
@@ -66,6 +68,8 @@ class MacroEventSheet : public QDialog {
   void keyChosen(int usage);
 
  private:
+  void show(const char* title, const char* note, const char* action);
+
   std::unique_ptr<Ui::MacroEventSheet> mUi;
 };
 

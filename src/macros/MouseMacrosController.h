@@ -188,6 +188,11 @@ class MouseMacrosController : public QWidget {
     vorn::PropertyList lines;
     std::vector<int> rows;  // ascending
   };
+  // A key that is to be inserted, as long as the sheet asks for it.
+  struct InsertedKey {
+    MeantLines meant;
+    bool isBefore;
+  };
   // A macro as the engine has it now.
   struct OpenedSequence {
     int macro;
@@ -291,6 +296,8 @@ class MouseMacrosController : public QWidget {
   void exportMacro(const vorn::RememberedRecord& macro, const QString& path);
   void editSelectedLine();
   void openEventSheet();
+  void openInsertSheet(const MeantLines& meant, bool isBefore);
+  void beginEventCapture();
   // In a sheet or in place.
   bool isLineEdited() const;
   void rememberEditedLine(int macro, int line);
@@ -319,6 +326,7 @@ class MouseMacrosController : public QWidget {
   void editSequence(const MeantLines& meant, const SequenceEdit& edit);
   void insertEvents(const MeantLines& meant, bool isBefore, const EventMaker& made);
   void clickSequenceMenuItem(int tag);
+  void insertStroke(const MeantLines& meant, bool isBefore, vorn::HidUsage usage);
   void insertByMenu(int tag);
   void openAddedDelay(const MeantLines& meant, bool isBefore);
   void openDelaysOfMany();
@@ -363,6 +371,7 @@ class MouseMacrosController : public QWidget {
   int mEventsBeforeRecording = 0;
   std::optional<EditedLine> mEdited;
   std::optional<MeantSheet> mMeantSheet;
+  std::optional<InsertedKey> mInsertedKey;
   std::function<void(int milliseconds)> mDelayEntered;  // what OK of the delay sheet does, where it is not for one line
   bool mKeepsPairs = true;                              // a press and its release move together
   std::optional<vorn::RememberedRecord> mNamed;         // whose name is being edited

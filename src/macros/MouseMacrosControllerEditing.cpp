@@ -346,9 +346,7 @@ void MouseMacrosController::clickMacroDelayCancel() {
 // --- An event
 
 void MouseMacrosController::openEventSheet() {
-  setStateOfTables(false);
-  mIsMacroEventEdit = true;
-  mMacroEventEditHIDCode = 0;
+  beginEventCapture();
   rememberEditedLine(selectedMacro(), selectedLine());
   mEditEventWindow->begin(partnerToOffer(*mDetailsModel, selectedLine()));
   mIsEditingMacro = true;
@@ -361,6 +359,23 @@ void MouseMacrosController::openEventSheet() {
   setRecordTitle(true);
 }
 
+void MouseMacrosController::openInsertSheet(const MeantLines& meant, bool isBefore) {
+  beginEventCapture();
+  mInsertedKey.emplace(InsertedKey{meant, isBefore});
+  mEditEventWindow->beginInserting();
+  mIsEditingMacro = true;
+  rememberMeantSheet(meant, *mEditEventWindow);
+  macroDelegate->startEditHID();
+  setRecordTitle(true);
+}
+
+void MouseMacrosController::beginEventCapture() {
+  setStateOfTables(false);
+  mIsMacroEventEdit = true;
+  mMacroEventEditHIDCode = 0;
+  mInsertedKey.reset();
+}
+
 void MouseMacrosController::singleKeyEvents(const Notification& notification) {
   const int key = notification.userInfo[newsKeys::SingleKey].toInt();
   const int modifier = notification.userInfo[newsKeys::SingleKeyModif].toInt();
@@ -368,7 +383,7 @@ void MouseMacrosController::singleKeyEvents(const Notification& notification) {
   // Without the sheet nobody would confirm it.
   if (!isRecordTitleStop() || !mIsEditingMacro || mEditEventWindow->isVisible()) return;
   endEventCapture();
-  storeCaughtKey(false, false);
+  if (!std::exchange(mInsertedKey, std::nullopt)) storeCaughtKey(false, false);
   endEventEditing();
 }
 
@@ -425,6 +440,13 @@ void MouseMacrosController::endEventEditing() {
 }
 
 void MouseMacrosController::clickMacroEventOK() {
+  if (const auto inserted = std::exchange(mInsertedKey, std::nullopt)) {
+    endEventCapture();
+    endEventEditing();
+    if (mMacroEventEditHIDCode != 0)
+      insertStroke(inserted->meant, inserted->isBefore, {vorn::hid::keyboardPage, mMacroEventEditHIDCode});
+    return;
+  }
   if (!followEditedMacro() || !followEditedLine()) return;
   mEdited.reset();
   endEventCapture();
@@ -434,8 +456,10 @@ void MouseMacrosController::clickMacroEventOK() {
 
 void MouseMacrosController::clickMacroEventCancel() {
   mEdited.reset();
+  mInsertedKey.reset();
   endEventCapture();
   endEventEditing();
+  mUi->mMacroDetailsTableView->setFocus();
 }
 
 }  // namespace skarn

@@ -213,6 +213,7 @@ void MouseMacrosController::endRecording() {
   if (mIsMacroEventEdit) {
     mIsMacroEventEdit = false;
     mEdited.reset();
+    mInsertedKey.reset();
     mEditEventWindow->hide();
   }
   if (macroDelegate != nullptr) {

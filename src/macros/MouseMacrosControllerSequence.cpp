@@ -18,7 +18,6 @@
 #include "model/eventParser.h"
 #include "platform/AddProblem.h"
 #include "platform/GoneAlert.h"
-#include "platform/KeyChooser.h"
 #include "platform/Localization.h"
 #include "platform/ShownName.h"
 #include "ui_MouseMacrosController.h"
@@ -259,22 +258,19 @@ void MouseMacrosController::insertByMenu(int tag) {
   const int inserted = tag - (isBefore ? tags::insertBefore : tags::insertAfter);
   if (inserted < tags::Key || inserted > tags::Delay) return;
   const MeantLines meant = meantLines();
-  const auto insertStroke = [this, meant, isBefore](HidUsage usage) {
-    insertEvents(meant, isBefore, [usage](const OpenedSequence& sequence) {
-      return vorn::stroke(usage, sequence.record[keys::Delay].toInt64());
-    });
-  };
   if (inserted == tags::Key) {
-    auto* chooser = KeyChooser::open(sheetWindow(), KeyChooser::Offers::Keys,
-                                     [guard = QPointer(this), insertStroke](int usage, int) {
-                                       if (guard) insertStroke({hid::keyboardPage, static_cast<hid::Usage>(usage)});
-                                     });
-    rememberMeantSheet(meant, *chooser);
+    openInsertSheet(meant, isBefore);
   } else if (inserted == tags::Delay) {
     openAddedDelay(meant, isBefore);
   } else {
-    insertStroke(clickOf(inserted));
+    insertStroke(meant, isBefore, clickOf(inserted));
   }
+}
+
+void MouseMacrosController::insertStroke(const MeantLines& meant, bool isBefore, HidUsage usage) {
+  insertEvents(meant, isBefore, [usage](const OpenedSequence& sequence) {
+    return vorn::stroke(usage, sequence.record[keys::Delay].toInt64());
+  });
 }
 
 void MouseMacrosController::openAddedDelay(const MeantLines& meant, bool isBefore) {

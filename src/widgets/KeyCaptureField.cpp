@@ -30,6 +30,11 @@ void KeyCaptureField::setUp(QPushButton* ok, Confirms confirms, QAbstractButton*
   setHasKey(false);
 }
 
+void KeyCaptureField::setConfirms(Confirms confirms) {
+  mConfirms = confirms;
+  showState();
+}
+
 void KeyCaptureField::begin() {
   clear();
   setHasKey(false);
@@ -93,9 +98,10 @@ void KeyCaptureField::setHasKey(bool hasKey) {
 void KeyCaptureField::showState() {
   setPlaceholderText(mHasKey ? mTexts.namelessKey : isListening() ? mTexts.listening : mTexts.noKey);
   if (mAgain) mAgain->setEnabled(!isListening());
-  if (!mOK || mConfirms == Confirms::Always) return;
-  mOK->setEnabled(mHasKey);
-  mOK->setToolTip(mHasKey ? QString() : mTexts.noKeyToConfirm);
+  if (!mOK) return;
+  const bool canConfirm = mHasKey || mConfirms == Confirms::Always;
+  mOK->setEnabled(canConfirm);
+  mOK->setToolTip(canConfirm ? QString() : mTexts.noKeyToConfirm);
 }
 
 }  // namespace skarn

@@ -36,6 +36,7 @@ class KeyCaptureField : public QLineEdit {
 
   // The buttons, of the field's own window: the sheet's OK, and the one that listens anew. Not owned.
   void setUp(QPushButton* ok, Confirms confirms, QAbstractButton* again, const Texts& texts);
+  void setConfirms(Confirms confirms);
   // Forgets the key and listens.
   void begin();
   void listen();

@@ -97,9 +97,24 @@ class MacroEditsWithEngineTest : public QObject {
     QVERIFY(open.has(expected));
     open.select({10});
     open.press(Qt::Key_Insert);
+    open.click("mMacroEventChoose");
     QTest::keyClicks(open.find("mKeySearch"), QStringLiteral("Return"));
     QTest::keyClick(open.find("mKeySearch"), Qt::Key_Return);
+    open.click("mMacroEventEditOK");
     expected.insert(expected.end(), {key(true, 20, 40), key(false, 20, 40)});
+    QVERIFY(open.has(expected));
+    // Or by pressing it.
+    open.select({0});
+    open.choose(tags::insertBefore + tags::Key);
+    QVERIFY(open.hasSheet("mEditEventWindow"));
+    QVERIFY(VirtualMouse::type(keyboardPage, keyZ));
+    QTRY_COMPARE_WITH_TIMEOUT(open.find<QLineEdit>("mInputMacroEvent")->text(), QStringLiteral("Z"), deadline);
+    open.click("mMacroEventEditOK");
+    expected.insert(expected.begin(), {key(true, 20, keyZ), key(false, 20, keyZ)});
+    QVERIFY(open.has(expected));
+    open.select({0, 2});
+    open.press(Qt::Key_Delete);
+    expected.erase(expected.begin(), expected.begin() + 2);
     QVERIFY(open.has(expected));
     open.select({2});
     open.choose(tags::insertBefore + tags::Delay);

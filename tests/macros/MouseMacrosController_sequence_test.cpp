@@ -3,6 +3,7 @@
 
 #include "macros/SequenceFixture.h"
 #include "support/QtTests.h"
+#include "widgets/KeyCaptureField.h"
 
 using namespace skarn;
 using namespace skarn::test;
@@ -133,12 +134,84 @@ class MouseMacrosControllerSequenceTest : public QObject {
     SequenceFixture fixture;
     fixture.select({6});
     QTest::keyClick(fixture.lines(), Qt::Key_Insert);
-    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.delegate.take(), QStringList{"startEditHID()"});
+    fixture.click("mMacroEventChoose");
     QTest::keyClicks(fixture.find("mKeySearch"), QStringLiteral("C"));
     QTest::keyClick(fixture.find("mKeySearch"), Qt::Key_Return);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QTest::keyClick(fixture.find("mEditEventWindow")->focusWidget(), Qt::Key_Return);
     Events expected = SequenceFixture::nested();
     expected.insert(expected.end(), {keyEvent(true, 15, keyOfC), keyEvent(false, 15, keyOfC)});
-    QCOMPARE(fixture.delegate.take(), SequenceFixture::edited(expected));
+    QCOMPARE(fixture.delegate.take(), QStringList{"stopSingleKeyRecording()"} + SequenceFixture::edited(expected));
+  }
+
+  void aKeyIsInsertedByPressingIt_data() {
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<int>("place");
+    QTest::newRow("before") << tags::insertBefore + tags::Key << 1;
+    QTest::newRow("behind") << tags::insertAfter + tags::Key << 2;
+  }
+  void aKeyIsInsertedByPressingIt() {
+    QFETCH(int, tag);
+    QFETCH(int, place);
+    SequenceFixture fixture;
+    fixture.select({2});
+    fixture.choose(tag);
+    const auto* ok = fixture.find<QPushButton>("mMacroEventEditOK");
+    auto& field = *fixture.find<KeyCaptureField>("mInputMacroEvent");
+    QCOMPARE(fixture.find<QLabel>("mMacroEventTitle")->text(), QStringLiteral("Insert a Key"));
+    QCOMPARE(ok->text(), QStringLiteral("Insert"));
+    QVERIFY(!fixture.find("mChangesRelease")->isVisible());
+    QVERIFY(field.isListening());
+    // Without a key there is nothing to insert, and that is said.
+    QVERIFY(!ok->isEnabled());
+    QCOMPARE(ok->toolTip(), QStringLiteral("No key has been pressed yet"));
+    fixture.press(keyOfC);
+    field.noteTyped(false, true);
+    QVERIFY(ok->isEnabled());
+    QCOMPARE(field.text(), QStringLiteral("C"));
+    QCOMPARE(fixture.delegate.take(), QStringList{"startEditHID()"});
+    QTest::keyClick(fixture.find("mEditEventWindow")->focusWidget(), Qt::Key_Return);
+    QVERIFY(!fixture.find("mEditEventWindow")->isVisible());
+    Events expected = SequenceFixture::nested();
+    expected.insert(expected.begin() + place, {keyEvent(true, 15, keyOfC), keyEvent(false, 15, keyOfC)});
+    QCOMPARE(fixture.delegate.take(), QStringList{"stopSingleKeyRecording()"} + SequenceFixture::edited(expected));
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+    QCOMPARE(fixture.enabled(), MacrosFixture::allControls());
+    // The sheet is again the one for an event where it is opened for one.
+    fixture.select({0});
+    fixture.choose(tags::Edit);
+    QCOMPARE(fixture.find<QLabel>("mMacroEventTitle")->text(), QStringLiteral("Edit Event"));
+    QCOMPARE(ok->text(), QStringLiteral("OK"));
+    QVERIFY(ok->isEnabled());
+    QCOMPARE(ok->toolTip(), QString());
+  }
+
+  void aKeyThatIsNotInsertedChangesNothing_data() {
+    QTest::addColumn<int>("way");
+    QTest::newRow("cancelled") << 0;
+    QTest::newRow("another tab comes to the front") << 1;
+  }
+  void aKeyThatIsNotInsertedChangesNothing() {
+    QFETCH(int, way);
+    SequenceFixture fixture;
+    fixture.select({2});
+    fixture.choose(tags::insertAfter + tags::Key);
+    fixture.press(keyOfC);
+    fixture.delegate.take();
+    if (way == 0) QTest::keyClick(fixture.find("mMacroEventEditCancel"), Qt::Key_Escape);
+    if (way == 1) fixture.tab->stopAllMacroRecording();
+    QVERIFY(!fixture.find("mEditEventWindow")->isVisible());
+    QCOMPARE(fixture.delegate.take(), QStringList{"stopSingleKeyRecording()"});
+    QCOMPARE(fixture.recordTitle(), QStringLiteral("Record"));
+    // The next sheet is for an event, and stores in it.
+    fixture.delegate.sequence = keyEvent(true, 100, keyOfB);
+    fixture.choose(tags::Edit);
+    fixture.press(keyOfA);
+    fixture.delegate.take();
+    fixture.click("mMacroEventEditOK");
+    QCOMPARE(fixture.delegate.take().at(3),
+             QStringLiteral("updateSequenceInfo(0, 2, %1)").arg(RecordingMacros::text(keyEvent(true, 100, keyOfA))));
   }
 
   void anEmptyMacroGetsItsFirstEventsSo() {
@@ -344,7 +417,7 @@ class MouseMacrosControllerSequenceTest : public QObject {
     QTest::newRow("an added delay") << std::vector<int>{2} << tags::insertAfter + tags::Delay << "mEditDelayWindow";
     QTest::newRow("many delays") << std::vector<int>{1, 3} << static_cast<int>(tags::Edit) << "mEditDelayWindow";
     QTest::newRow("a text") << std::vector<int>{2} << static_cast<int>(tags::TypeText) << "mMacroTextWindow";
-    QTest::newRow("a key") << std::vector<int>{2} << tags::insertBefore + tags::Key << "mKeyChooser";
+    QTest::newRow("a key") << std::vector<int>{2} << tags::insertBefore + tags::Key << "mEditEventWindow";
   }
   void aSheetForSeveralLinesClosesWhenItsMacroIsGoneAndThatIsSaid() {
     QFETCH(std::vector<int>, rows);
@@ -369,7 +442,8 @@ class MouseMacrosControllerSequenceTest : public QObject {
     QVERIFY(!isOpen());
     QVERIFY(fixture.alert() != nullptr);
     QCOMPARE(fixture.alert()->text(), QStringLiteral("“Fireball” is no longer there"));
-    QCOMPARE(fixture.delegate.take(), QStringList());
+    const bool caughtKeys = sheet == QLatin1String("mEditEventWindow");
+    QCOMPARE(fixture.delegate.take(), caughtKeys ? QStringList{"stopSingleKeyRecording()"} : QStringList());
     QCOMPARE(fixture.window.findChildren<QMessageBox*>(QStringLiteral("alert")).size(), 1);
   }
 
