@@ -1271,6 +1271,10 @@
         <source>By</source>
         <translation>By</translation>
     </message>
+    <message id="lkeyHowToBegin">
+        <source>Press Record and type, or begin with one of these:</source>
+        <translation>Press Record and type, or begin with one of these:</translation>
+    </message>
     <message id="lkeyImport">
         <source>Import…</source>
         <translation>Import…</translation>
@@ -1378,6 +1382,10 @@
     <message id="lkeyIndependentXY">
         <source>Independent X and Y</source>
         <translation>Independent X and Y</translation>
+    </message>
+    <message id="lkeyInsertAKey">
+        <source>Insert a Key…</source>
+        <translation>Insert a Key…</translation>
     </message>
     <message id="lkeyInsertAction">
         <source>Insert</source>
@@ -1817,6 +1825,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Record to add events.</source>
         <translation>Record to add events.</translation>
     </message>
+    <message id="lkeyNoEventsTitle">
+        <source>No events yet</source>
+        <translation>No events yet</translation>
+    </message>
     <message id="lkeyNoFileNamed">
         <source>Name a file or choose one in the list</source>
         <translation>Name a file or choose one in the list</translation>
@@ -1890,8 +1902,8 @@ For this profile, set the brightness to Off.</translation>
         <translation>Copy what another control does first</translation>
     </message>
     <message id="lkeyNothingToPaste">
-        <source>Copy or cut events first</source>
-        <translation>Copy or cut events first</translation>
+        <source>Copy or cut events first, or a text in another program</source>
+        <translation>Copy or cut events first, or a text in another program</translation>
     </message>
     <message id="lkeyNothingToRedo">
         <source>There is nothing to redo</source>
@@ -2552,6 +2564,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyTextMakesEvents">
         <source>Events: %1</source>
         <translation>Events: %1</translation>
+    </message>
+    <message id="lkeyTextMakesEventsAndBreaks">
+        <source>Events: %1. Line breaks are typed as Return.</source>
+        <translation>Events: %1. Line breaks are typed as Return.</translation>
     </message>
     <message id="lkeyTextToType">
         <source>Text to type</source>

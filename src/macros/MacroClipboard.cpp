@@ -40,13 +40,16 @@ void put(const vorn::MacroEventList& events) {
   QGuiApplication::clipboard()->setMimeData(data.release());
 }
 
-bool holdsEvents() {
+Held held() {
   const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-  return data != nullptr && data->hasFormat(QLatin1String(mimeType));
+  if (data == nullptr) return Held::Nothing;
+  const QStringList formats = data->formats();
+  if (formats.contains(QLatin1String(mimeType))) return Held::Events;
+  return formats.contains(QLatin1String("text/plain")) ? Held::Text : Held::Nothing;
 }
 
 std::optional<vorn::MacroEventList> events() {
-  if (!holdsEvents()) return std::nullopt;
+  if (held() != Held::Events) return std::nullopt;
   const QByteArray data = QGuiApplication::clipboard()->mimeData()->data(QLatin1String(mimeType));
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.constData());
   const auto list = vorn::decodeBinaryPropertyList({bytes, static_cast<std::size_t>(data.size())});
@@ -54,6 +57,10 @@ std::optional<vorn::MacroEventList> events() {
   const auto all = list.value().elements();
   if (all.empty() || !std::ranges::all_of(all, vorn::isMacroEvent)) return std::nullopt;
   return vorn::MacroEventList(all.begin(), all.end());
+}
+
+QString foreignText() {
+  return held() == Held::Text ? QGuiApplication::clipboard()->text() : QString();
 }
 
 }  // namespace skarn::macroClipboard

@@ -1,5 +1,6 @@
 // Events of a macro on the clipboard of the desktop: for this program under a type of its own, for others as the lines
-// that the table shows. What lies there may come from anywhere. Main thread.
+// that the table shows. A text from another program can be typed by a macro. What lies there may come from anywhere.
+// Main thread.
 #pragma once
 
 #include <QString>
@@ -13,9 +14,13 @@ namespace skarn::macroClipboard {
 inline constexpr const char* mimeType = "application/x-skarn-macro-events";
 
 void put(const vorn::MacroEventList& events);
-// Whether it holds something of the type; cheap, and true for what is damaged.
-bool holdsEvents();
+// What it can give a macro; cheap, and true of events that are damaged. Where it holds events, the text beside them is
+// only what other programs are shown.
+enum class Held { Nothing, Events, Text };
+Held held();
 // Nothing where it holds no events, or what is none among them.
 std::optional<vorn::MacroEventList> events();
+// What another program has put there; empty where it holds events.
+QString foreignText();
 
 }  // namespace skarn::macroClipboard

@@ -72,7 +72,7 @@ const char* editableMacro(const State& state) {
 
 const char* copiedEvents(const State& state) {
   if (const char* missing = editableMacro(state)) return missing;
-  return state.holdsEvents ? nullptr : "lkeyNothingToPaste";
+  return state.canPaste ? nullptr : "lkeyNothingToPaste";
 }
 
 // The first event has no delay that anybody sees, and nothing follows the last one.

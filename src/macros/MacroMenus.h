@@ -24,7 +24,7 @@ struct MacroMenuState {
   bool touchesFirst = false;  // the first or the last event is among those that a move would move
   bool touchesLast = false;
   bool hasLastLine = false;  // the last line is selected
-  bool holdsEvents = false;  // the clipboard
+  bool canPaste = false;     // the clipboard holds events, or a text that can be typed
 };
 
 // Odd rows of the details table are delays, even rows events.

@@ -26,11 +26,12 @@ QString listed(const std::string& characters) {
 
 }  // namespace
 
-MacroTextSheet::MacroTextSheet(QWidget* window, int delay)
+MacroTextSheet::MacroTextSheet(QWidget* window, int delay, const QString& text)
     : QDialog(window, sheetFlags), mUi(std::make_unique<Ui::MacroTextSheet>()) {
   mUi->setupUi(this);
   setAttribute(Qt::WA_DeleteOnClose);
   mUi->mTypedDelay->setText(QString::number(delay));
+  mUi->mTypedText->setText(text);
   // The note may come to need two lines; the sheet keeps its size.
   mUi->mTypedTextNote->setMinimumHeight(2 * mUi->mTypedTextNote->fontMetrics().lineSpacing());
   mUi->mTypedTextNote->setTextFormat(Qt::PlainText);
@@ -59,7 +60,10 @@ void MacroTextSheet::read() {
   mUi->mTypedTextOK->setEnabled(why.isEmpty());
   mUi->mTypedTextOK->setToolTip(why);
   const auto events = static_cast<int>(mTyped.events.size());
-  mUi->mTypedTextNote->setText(why.isEmpty() ? localized("lkeyTextMakesEvents").arg(events) : why);
+  // The field shows a line break as a space.
+  const bool hasBreaks = mUi->mTypedText->text().contains(QLatin1Char('\n'));
+  const char* note = hasBreaks ? "lkeyTextMakesEventsAndBreaks" : "lkeyTextMakesEvents";
+  mUi->mTypedTextNote->setText(why.isEmpty() ? localized(note).arg(events) : why);
 }
 
 void MacroTextSheet::accept() {

@@ -17,8 +17,8 @@ class MacroTextSheet : public QDialog {
   Q_OBJECT
 
  public:
-  // A sheet of the window that deletes itself. delay: proposed before each event, in milliseconds.
-  MacroTextSheet(QWidget* window, int delay);
+  // A sheet of the window that deletes itself. delay: proposed before each event, in milliseconds; text: proposed.
+  MacroTextSheet(QWidget* window, int delay, const QString& text);
   ~MacroTextSheet() override;
 
   void accept() override;

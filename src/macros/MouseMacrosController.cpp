@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QShortcut>
 #include <QTableView>
@@ -107,7 +108,8 @@ void MouseMacrosController::setUpTables() {
   connect(&lines, &RightClickMenuTable::deletionAsked, mUi->mDeleteMacroDetails, &QToolButton::click);
   // Return or a double click.
   connect(&lines, &QTableView::activated, this, &MouseMacrosController::editLineInPlace);
-  mUi->mNoEventsLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
+  for (QLabel* label : {mUi->mNoEventsTitle, mUi->mNoEventsLabel})
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void MouseMacrosController::setUpButtons() {
@@ -120,6 +122,8 @@ void MouseMacrosController::setUpButtons() {
   connect(mUi->mUndoDiscard, &QPushButton::clicked, this, &MouseMacrosController::clickUndoDiscard);
   connect(mUi->mTypeText, &QPushButton::clicked, this,
           [this] { clickMacroDetailsSettingsMenuItem(macroDetailsMenuTags::TypeText); });
+  connect(mUi->mInsertKey, &QPushButton::clicked, this,
+          [this] { clickMacroDetailsSettingsMenuItem(macroDetailsMenuTags::insertAfter + macroDetailsMenuTags::Key); });
   connect(mUi->mMacroSearch, &QLineEdit::textChanged, this, &MouseMacrosController::searchAnew);
   mUi->mMacroSearch->installEventFilter(this);
   auto* findKey = new QShortcut(QKeySequence(QKeySequence::Find), this);
@@ -261,6 +265,7 @@ void MouseMacrosController::updateControls() {
       {mUi->mMacroSearch, whyDisabled(Needs::Nothing, mIsMacroTableOffered)},
       {mUi->mMacroDetailsTableView, whyDisabled(Needs::Nothing, true)},
       {mUi->mTypeText, whyDisabled(Needs::Macro, areOffered)},
+      {mUi->mInsertKey, whyDisabled(Needs::Macro, areOffered)},
   };
   for (const Rule& rule : rules) {
     const bool isButton = qobject_cast<QToolButton*>(rule.control) != nullptr;
@@ -271,8 +276,7 @@ void MouseMacrosController::updateControls() {
     mUi->mMacroSearch->setToolTip(
         localized("lkeySearchMacrosTip").arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText)));
   tellRecordingProgress();
-  offerText();
-  mUi->mNoEventsLabel->setText(localized(isRecording ? "lkeyTypeEvents" : "lkeyNoEvents"));
+  tellHowToBegin();
   if (isRecording && mHasDeviceConnected) mUi->mRecordMacroDetails->setToolTip(localized("lkeyWhileRecording"));
 }
 
@@ -285,15 +289,18 @@ void MouseMacrosController::updateVisibleParts() {
   if (!hasMacro && mUi->mMacroDetailsTableView->hasFocus()) mUi->mMacroTableView->setFocus();
   mUi->mMacroDetailsScrollView->setVisible(hasMacro);
   mUi->mNoMacroSelectedLabel->setVisible(!hasMacro);
-  mUi->mNoEventsLabel->setVisible(mDetailsModel->rowCount() == 0);
+  mUi->mNoMacroSelectedLabel->setText(hasMacros ? localized("lkeyNoMacroSelected") : QString());
   mUi->mMacroSearch->setVisible(hasMacros);
-  offerText();
+  tellHowToBegin();
   tellPressedAtEnd();
 }
 
-// Beside the hint that one can record.
-void MouseMacrosController::offerText() {
-  mUi->mTypeText->setVisible(mDetailsModel->rowCount() == 0 && !isSessionRunning());
+void MouseMacrosController::tellHowToBegin() {
+  const bool isEmpty = mDetailsModel->rowCount() == 0;
+  mUi->mNoEventsLabel->setVisible(isEmpty);
+  mUi->mNoEventsLabel->setText(localized(isRecording ? "lkeyTypeEvents" : "lkeyHowToBegin"));
+  mUi->mNoEventsTitle->setVisible(isEmpty && !isRecording);
+  mUi->mBeginningView->setVisible(isEmpty && !isRecording);
 }
 
 // --- Drawing and selections

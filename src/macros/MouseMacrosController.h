@@ -225,7 +225,7 @@ class MouseMacrosController : public QWidget {
   void setStateOfTables(bool enabled);  // the table buttons and the table of macros
   void updateControls();
   void updateVisibleParts();
-  void offerText();
+  void tellHowToBegin();  // an empty macro
   QString whyDisabled(Needs needs, bool isOffered) const;
   void tintIcons();
 
@@ -340,7 +340,7 @@ class MouseMacrosController : public QWidget {
   // Around an exchange of the lines.
   void interruptDelayEdit();
   void resumeDelayEdit();
-  void openTextSheet();
+  void openTextSheet(const QString& text);  // proposed
   void openPlaySheet();
 
   // News

@@ -116,7 +116,7 @@ MacroMenuState MouseMacrosController::menuState() const {
       state.touchesLast = state.touchesLast || moved == state.lineCount - 1;
     }
   }
-  state.holdsEvents = macroClipboard::holdsEvents();
+  state.canPaste = macroClipboard::held() != macroClipboard::Held::Nothing;
   return state;
 }
 
@@ -243,7 +243,7 @@ void MouseMacrosController::clickSequenceMenuItem(int tag) {
       mKeepsPairs = !mKeepsPairs;
       break;
     case tags::TypeText:
-      openTextSheet();
+      openTextSheet({});
       break;
     case tags::Play:
       openPlaySheet();
@@ -324,6 +324,10 @@ bool MouseMacrosController::copySelectedEvents() {
 }
 
 void MouseMacrosController::pasteEvents() {
+  if (const QString text = macroClipboard::foreignText(); !text.isEmpty()) {
+    openTextSheet(text);
+    return;
+  }
   const auto pasted = macroClipboard::events();
   if (!pasted) {
     mBeep();
@@ -349,9 +353,9 @@ void MouseMacrosController::replaceUsage(const MeantLines& meant, HidUsage usage
 
 // --- Sheets
 
-void MouseMacrosController::openTextSheet() {
+void MouseMacrosController::openTextSheet(const QString& text) {
   const MeantLines meant = meantLines();
-  auto* sheet = new MacroTextSheet(sheetWindow(), macrosSettingsArray.at(selectedMacro())[keys::Delay].toInt());
+  auto* sheet = new MacroTextSheet(sheetWindow(), macrosSettingsArray.at(selectedMacro())[keys::Delay].toInt(), text);
   connect(sheet, &MacroTextSheet::confirmed, this, [this, meant](const MacroEventList& events) {
     insertEvents(meant, false, [&events](const OpenedSequence&) { return events; });
   });

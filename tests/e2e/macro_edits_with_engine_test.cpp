@@ -162,6 +162,18 @@ class MacroEditsWithEngineTest : public QObject {
     QCOMPARE(open.find<QPlainTextEdit>("mPlayField")->toPlainText(), QStringLiteral("aB"));
   }
 
+  void a_text_of_another_program_is_pasted_as_its_keys() {
+    EditedMacro open;
+    QApplication::clipboard()->setText(QStringLiteral("z"));
+    open.select({0});
+    open.press(Qt::Key_V, Qt::ControlModifier);
+    QVERIFY(open.hasSheet("mMacroTextWindow"));
+    QTest::keyClick(open.find("mTypedText"), Qt::Key_Return);
+    Events expected = twoStrokes();
+    expected.insert(expected.begin() + 1, {key(true, 20, keyZ), key(false, 20, keyZ)});
+    QVERIFY(open.has(expected));
+  }
+
   void an_event_beyond_row_255_is_edited() {
     Events expected;
     for (int count = 0; count < 100; ++count) {

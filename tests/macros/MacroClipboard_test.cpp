@@ -2,6 +2,7 @@
 #include "macros/MacroClipboard.h"
 
 #include <QClipboard>
+#include <QLabel>
 #include <QMimeData>
 
 #include "macros/SequenceFixture.h"
@@ -13,6 +14,7 @@ using namespace skarn::test;
 namespace tags = macroDetailsMenuTags;
 
 using Events = std::vector<PropertyList>;
+using macroClipboard::Held;
 
 namespace {
 
@@ -39,16 +41,18 @@ class MacroClipboardTest : public QObject {
   void whatIsPutThereComesBackAndReadsAsLinesElsewhere() {
     const Events events{keyEvent(true, 5, keyOfA), buttonEvent(false, 20, leftButton)};
     macroClipboard::put(events);
-    QVERIFY(macroClipboard::holdsEvents());
+    QCOMPARE(macroClipboard::held(), Held::Events);
+    QCOMPARE(macroClipboard::foreignText(), QString());
     QVERIFY(macroClipboard::events() == events);
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Key Press A\n0.020 seconds delay\nLeft Button up\n"));
   }
 
   void whatIsNoListOfEventsIsNotTaken() {
-    QVERIFY(!macroClipboard::holdsEvents());
+    QCOMPARE(macroClipboard::held(), Held::Nothing);
     QVERIFY(!macroClipboard::events());
     QApplication::clipboard()->setText(QStringLiteral("Key Press A"));
-    QVERIFY(!macroClipboard::holdsEvents());
+    QCOMPARE(macroClipboard::held(), Held::Text);
+    QVERIFY(!macroClipboard::events());
     putBytes("bplist00 and nothing of the kind");
     QVERIFY(!macroClipboard::events());
     putList(PropertyList::array());
@@ -106,15 +110,44 @@ class MacroClipboardTest : public QObject {
              SequenceFixture::edited({keyEvent(true, 100, keyOfB), keyEvent(false, 50, keyOfB)}, 1, "Greeting"));
   }
 
+  void aTextOfAnotherProgramIsOfferedToBeTyped() {
+    SequenceFixture fixture;
+    fixture.select({2});
+    QApplication::clipboard()->setText(QStringLiteral("a\nb"));
+    QTest::keyClick(fixture.lines(), Qt::Key_V, Qt::ControlModifier);
+    auto* text = fixture.find<QLineEdit>("mTypedText");
+    QVERIFY(text->isVisible());
+    QCOMPARE(text->text(), QStringLiteral("a\nb"));
+    QCOMPARE(fixture.find<QLabel>("mTypedTextNote")->text(),
+             QStringLiteral("Events: 6. Line breaks are typed as Return."));
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QTest::keyClick(text, Qt::Key_Return);
+    Events expected = SequenceFixture::nested();
+    constexpr int returnKey = 40;
+    expected.insert(expected.begin() + 2,
+                    {keyEvent(true, 15, keyOfA), keyEvent(false, 15, keyOfA), keyEvent(true, 15, returnKey),
+                     keyEvent(false, 15, returnKey), keyEvent(true, 15, keyOfB), keyEvent(false, 15, keyOfB)});
+    QCOMPARE(fixture.delegate.take(), SequenceFixture::edited(expected));
+    QCOMPARE(fixture.beeps, 0);
+  }
+
+  void anEmptyTextIsNothingToPaste() {
+    SequenceFixture fixture;
+    QApplication::clipboard()->setText(QString());
+    QTest::keyClick(fixture.lines(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(fixture.delegate.take(), QStringList());
+    QCOMPARE(fixture.beeps, 1);
+  }
+
   void withoutCopiedEventsPastingSendsNothingAndSaysWhy() {
     SequenceFixture fixture;
-    QApplication::clipboard()->setText(QStringLiteral("Key Press A"));
     QTest::keyClick(fixture.lines(), Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(fixture.delegate.take(), QStringList());
     QCOMPARE(fixture.beeps, 1);
     QMenu menu;
     fixture.tab->fillMacroDetailsMenu(menu);
-    QCOMPARE(MacrosFixture::itemOf(menu, tags::Paste)->toolTip(), QStringLiteral("Copy or cut events first"));
+    QCOMPARE(MacrosFixture::itemOf(menu, tags::Paste)->toolTip(),
+             QStringLiteral("Copy or cut events first, or a text in another program"));
     // Of the right type, and damaged.
     putBytes("nothing of the kind");
     QTest::keyClick(fixture.lines(), Qt::Key_V, Qt::ControlModifier);

@@ -49,9 +49,9 @@ QStringList reasonsOf(const QMenu& menu) {
 // Counts how often it is asked for its types, which can be a question to another program.
 class AskedMimeData : public QMimeData {
  public:
-  bool hasFormat(const QString& type) const override {
+  QStringList formats() const override {
     ++asked;
-    return QMimeData::hasFormat(type);
+    return QMimeData::formats();
   }
   mutable int asked = 0;
 };

@@ -1,4 +1,5 @@
 // The Macros tab adds, renames, deletes and selects macros, and says which of its controls can be used and why not.
+#include <QLabel>
 #include <QMessageBox>
 #include <utility>
 
@@ -359,9 +360,20 @@ class MouseMacrosControllerListTest : public QObject {
     QVERIFY(fixture.find("mNoMacroSelectedLabel")->isVisible());
     fixture.selectMacro(2);
     QVERIFY(!fixture.find("mNoMacroSelectedLabel")->isVisible());
-    QVERIFY(fixture.find("mNoEventsLabel")->isVisible());
+    for (const char* part : {"mNoEventsTitle", "mNoEventsLabel", "mTypeText", "mInsertKey"})
+      QVERIFY2(fixture.find(part)->isVisible(), part);
     fixture.selectMacro(0);
-    QVERIFY(!fixture.find("mNoEventsLabel")->isVisible());
+    for (const char* part : {"mNoEventsTitle", "mNoEventsLabel", "mTypeText", "mInsertKey"})
+      QVERIFY2(!fixture.find(part)->isVisible(), part);
+  }
+
+  void withoutMacrosNothingSaysThatOneIsToBeSelected() {
+    MacrosFixture fixture(QStringList{});
+    QCOMPARE(fixture.find<QLabel>("mNoMacroSelectedLabel")->text(), QString());
+    fixture.tab->setMMacrosSettingsArray(macrosNamed({"Fireball"}));
+    fixture.tab->refreshTableDisplay();
+    QCOMPARE(fixture.find<QLabel>("mNoMacroSelectedLabel")->text(),
+             QStringLiteral("Select a macro to see its events."));
   }
 
   void onlyOneMacroCanBeSelected() {

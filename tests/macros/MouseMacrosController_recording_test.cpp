@@ -355,7 +355,7 @@ class MouseMacrosControllerRecordingTest : public QObject {
     const auto* hint = fixture.find<QLabel>("mNoEventsLabel");
     QCOMPARE(hint->text(), QStringLiteral("Type what the macro shall do."));
     fixture.click("mRecordMacroDetails");
-    QCOMPARE(hint->text(), QStringLiteral("Record to add events."));
+    QCOMPARE(hint->text(), QStringLiteral("Press Record and type, or begin with one of these:"));
     QCOMPARE(button->toolTip(), QString());
   }
 

@@ -223,6 +223,21 @@ class MouseMacrosControllerSequenceTest : public QObject {
                                      "Greeting"));
   }
 
+  void anEmptyMacroOffersToInsertAKey() {
+    SequenceFixture fixture;
+    fixture.selectMacro(1);
+    fixture.click("mInsertKey");
+    // What stands behind the sheet stays where it is.
+    QVERIFY(fixture.find("mInsertKey")->isVisible());
+    QVERIFY(!fixture.find("mInsertKey")->isEnabled());
+    fixture.press(keyOfC);
+    fixture.delegate.take();
+    fixture.click("mMacroEventEditOK");
+    QCOMPARE(fixture.delegate.take(),
+             QStringList{"stopSingleKeyRecording()"} +
+                 SequenceFixture::edited({keyEvent(true, 15, keyOfC), keyEvent(false, 15, keyOfC)}, 1, "Greeting"));
+  }
+
   void anInsertedDelayIsAddedToTheOneThatIsThere_data() {
     QTest::addColumn<int>("line");
     QTest::addColumn<int>("tag");
