@@ -23,6 +23,7 @@
 #include "ports/SingleInstance.h"
 #include "protocol/EngineProtocol.h"
 #include "ui_MouseMainWindow.h"
+#include "widgets/MenuKey.h"
 
 namespace {
 
@@ -138,6 +139,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(Bundle::mainBundle().version());
   installTranslations(QLocale::system().name());
   const DesktopAppearance appearance(line.appearance);
+  const MenuKey menuKey;
 
   const QuitOnSignals quitOnSignals;
   MouseMainWindow* frontWindow = nullptr;
