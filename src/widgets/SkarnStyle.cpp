@@ -229,8 +229,10 @@ void SkarnStyle::drawControl(ControlElement element, const QStyleOption* option,
         painter->setFont(captionFont(painter->font()));
         Qt::Alignment alignment = header->textAlignment;
         if (!(alignment & Qt::AlignVertical_Mask)) alignment |= Qt::AlignVCenter;
-        drawItemText(painter, header->rect.adjusted(headerPadding, 0, -headerPadding, 0), static_cast<int>(alignment),
-                     header->palette, header->state & State_Enabled, header->text, QPalette::PlaceholderText);
+        const QRect place = header->rect.adjusted(headerPadding, 0, -headerPadding, 0);
+        drawItemText(painter, place, static_cast<int>(alignment), header->palette, header->state & State_Enabled,
+                     painter->fontMetrics().elidedText(header->text, Qt::ElideRight, place.width()),
+                     QPalette::PlaceholderText);
         painter->restore();
       }
       return;

@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStandardItemModel>
 #include <QTabBar>
 #include <QTest>
 #include <memory>
@@ -41,6 +43,29 @@ class SkarnStyleTest : public QObject {
     QCOMPARE(polished("muted")->foregroundRole(), QPalette::PlaceholderText);
     QCOMPARE(polished("value")->font().weight(), int(QFont::DemiBold));
     QVERIFY(polished("readout")->font().pointSizeF() > 2 * base.pointSizeF());
+  }
+
+  void aTitleThatDoesNotFitItsColumnEndsInAnEllipsis() {
+    constexpr int narrow = 60;
+    const auto pictureOf = [](const QString& text, int width) {
+      QStandardItemModel model(1, 1);
+      model.setHorizontalHeaderLabels({text});
+      QHeaderView header(Qt::Horizontal);
+      header.setModel(&model);
+      header.setSectionResizeMode(QHeaderView::Fixed);
+      header.setMinimumSectionSize(0);
+      header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+      header.resizeSection(0, width);
+      header.resize(400, header.sizeHint().height());
+      return header.grab(QRect(0, 0, narrow, header.height())).toImage();
+    };
+    const QString title(40, QLatin1Char('i'));
+    const QImage shown = pictureOf(title, narrow);
+    bool hasEllipsis = false;
+    // With room for all of it.
+    for (int letters = 0; letters < title.size() && !hasEllipsis; ++letters)
+      hasEllipsis = pictureOf(title.left(letters) + QChar(0x2026), 400) == shown;
+    QVERIFY(hasEllipsis);
   }
 
   void onlyTheCurrentTabHasTheAccentsUnderline() {
