@@ -1994,8 +1994,8 @@ For this profile, set the brightness to Off.</translation>
         <translation>Play</translation>
     </message>
     <message id="lkeyPlayedBy">
-        <source>Played by %1</source>
-        <translation>Played by %1</translation>
+        <source>Controls that play it: %1</source>
+        <translation>Controls that play it: %1</translation>
     </message>
     <message id="lkeyPointerGroup">
         <source>Pointer</source>

@@ -27,8 +27,9 @@ void addProfileItems(QMenu& menu, const std::function<void(int tag)>& selectMenu
     addTaggedItems(menu, items, QStringLiteral("selectListItem"), selectListItem);
   };
   addTaggedItems(menu, profileMenuItems(), QStringLiteral("selectMenuItem"), selectMenuItem);
-  addGroup({{static_cast<int>(ProfileListItem::MoveUp), localized("lkeyMoveUp")},
-            {static_cast<int>(ProfileListItem::MoveDown), localized("lkeyMoveDown")}});
+  addGroup(
+      {{static_cast<int>(ProfileListItem::MoveUp), localized("lkeyMoveUp"), QKeySequence(Qt::ALT | Qt::Key_Up)},
+       {static_cast<int>(ProfileListItem::MoveDown), localized("lkeyMoveDown"), QKeySequence(Qt::ALT | Qt::Key_Down)}});
   addGroup({{static_cast<int>(ProfileListItem::Compare), localized("lkeyCompareProfile")}});
   addGroup({{static_cast<int>(ProfileListItem::ImportAll), localized("lkeyImportAll")},
             {static_cast<int>(ProfileListItem::ExportAll), localized("lkeyExportAll")}});

@@ -148,12 +148,12 @@ class MouseMacrosControllerFindingTest : public QObject {
     fixture.tab->setMAllProfiles(PropertyList::array({work, play}));
     QCOMPARE(label->text(), localized("lkeyMacroAssignment"));
     fixture.selectMacro(1);
-    QCOMPARE(label->text(), QStringLiteral("Played by 1, 2 of “Work”"));
+    QCOMPARE(label->text(), QStringLiteral("Controls that play it: 1, 2 of “Work”"));
     fixture.selectMacro(0);
     QCOMPARE(label->text(), localized("lkeyMacroAssignment"));
     // News of the profiles alone change it.
     fixture.tab->setMAllProfiles(PropertyList::array({withMacro(work, "26", 0), play}));
-    QCOMPARE(label->text(), QStringLiteral("Played by 3 of “Work”"));
+    QCOMPARE(label->text(), QStringLiteral("Controls that play it: 3 of “Work”"));
   }
 
   void aMacroIsDoubledAsTheEngineHasItNow() {

@@ -53,6 +53,22 @@ class ProfileMenuTest : public QObject {
  private slots:
   void initTestCase() { QVERIFY(installTranslations(QStringLiteral("en"))); }
 
+  void bothMenusSayWhichKeysMoveAProfile() {
+    ProfilesTab test;
+    test.show();
+    QMenu* contextMenu = test.rightClick(1, 1);
+    QVERIFY(contextMenu);
+    for (const QMenu* menu : {contextMenu, test.gear().menu()}) {
+      QStringList keysOfMoves;
+      for (const QAction* item : menu->actions()) {
+        const QKeySequence shortcut = item->shortcut();
+        if (!shortcut.isEmpty()) keysOfMoves << item->text() + QLatin1Char(' ') + shortcut.toString();
+      }
+      QCOMPARE(keysOfMoves, (QStringList{"Move Up Alt+Up", "Move Down Alt+Down"}));
+    }
+    contextMenu->close();
+  }
+
   void bothMenusHaveTheNineItems() {
     ProfilesTab test;
     test.show();
