@@ -708,8 +708,8 @@
         <translation>Discard</translation>
     </message>
     <message id="lkeyDiscardRecordingTip">
-        <source>End the recording and keep the events as they were</source>
-        <translation>End the recording and keep the events as they were</translation>
+        <source>End the recording and keep the events as they were (Shift+Pause)</source>
+        <translation>End the recording and keep the events as they were (Shift+Pause)</translation>
     </message>
     <message id="lkeyDoubleClick">
         <source>Double Click</source>

@@ -116,7 +116,8 @@ void MouseMainController::awakeFromNib() {
       mServices.link, mWindow,
       TypedRecording{.isRunning = [this] { return mMouseMacrosController->mIsRecording(); },
                      .captureArea = [this] { return mMouseMacrosController->captureArea(); },
-                     .stop = [this] { checkMacroRecordingStatus(); }});
+                     .stop = [this] { checkMacroRecordingStatus(); },
+                     .discard = [this] { mMouseMacrosController->clickDiscardRecording(); }});
   batteryStatus = unknownBatteryStatus;
   mDeletedProfileID = 0;
   mProfileDeleted = false;

@@ -134,7 +134,11 @@ bool TypedKeys::takesKey(const QWidget* window, const QKeyEvent& event) {
 bool TypedKeys::takesPress(KeyCaptureField* field, const QKeyEvent& event, HidUsage usage) {
   constexpr hid::Usage pauseKey = 72;
   if (field == nullptr && usage == HidUsage{hid::keyboardPage, pauseKey}) {
-    mRecording.stop();
+    if (event.modifiers().testFlag(Qt::ShiftModifier)) {
+      mRecording.discard();
+    } else {
+      mRecording.stop();
+    }
     return true;
   }
   const milliseconds time = timeOf(event);

@@ -27,6 +27,7 @@ struct TypedRecording {
   std::function<bool()> isRunning;
   std::function<const QWidget*()> captureArea;  // where clicks belong to the recording
   std::function<void()> stop;                   // what the Pause key does, as no other key is free
+  std::function<void()> discard;                // what it does with Shift
 };
 
 class TypedKeys : public QObject {

@@ -384,6 +384,7 @@ class MouseMacrosController : public QWidget {
   vorn::PropertyList mSequenceDict = vorn::PropertyList::dictionary();  // the event that the sheet edits
   std::uint8_t mMacroEventEditHIDCode = 0;                              // caught for the sheet; 0 = none
   bool mIsMacroEventEdit = false;                                       // the event sheet is open
+  bool mIsLastDiscarded = false;                                        // the last recording was
   bool mIsStopRecording = false;  // a recording was just stopped: the next batch of lines is the last one again
   bool mIsAddMacro = false;       // a new macro is being added
   bool mIsAppendMacro = false;    // the recording that runs appends

@@ -108,6 +108,7 @@ void MouseMacrosController::clickDiscardRecording() {
   mIsAppendMacro = false;
   // The stop is followed by one last batch.
   mIsStopRecording = true;
+  mIsLastDiscarded = true;
   setRecordTitle(false);
   setStateOfTables(true);
   if (macroDelegate != nullptr) {
@@ -132,6 +133,7 @@ void MouseMacrosController::clickUndoDiscard() {
 
 void MouseMacrosController::beginRecordingProgress() {
   mDiscarded.reset();
+  mIsLastDiscarded = false;
   mEventsBeforeRecording = (mDetailsModel->rowCount() + 1) / 2;
   mRecordingTime.start();
   mRecordingTicks.start();
@@ -284,7 +286,8 @@ void MouseMacrosController::recordedMessages(const Notification& notification) {
     return;
   }
   if (std::exchange(mIsStopRecording, false)) return;
-  // More than one batch may have been under way at a stop, whose lines have been fetched since.
+  // More than one batch may have been under way at a stop, whose lines have been fetched since, or are discarded.
+  if (!isRecording && mIsLastDiscarded) return;
   if (!isRecording && vorn::holdsLines(mDetailsModel->lines(), lines)) return;
   mDetailsModel->appendLines(lines);
   if (!isRecordTitleStop()) offerLineDeletion(mDetailsModel->rowCount() > 0);

@@ -77,11 +77,13 @@ struct Typing {
   bool isShown = false;
   bool isRecording = false;
   int stops = 0;
+  int discards = 0;
   TypedKeys typed{link,
                   window,
                   {.isRunning = [this] { return isRecording; },
                    .captureArea = [this] { return &area; },
-                   .stop = [this] { ++stops; }}};
+                   .stop = [this] { ++stops; },
+                   .discard = [this] { ++discards; }}};
 };
 
 }  // namespace
@@ -101,6 +103,7 @@ class TypedKeysTest : public QObject {
   void times_are_those_of_the_events();
   void clicks_are_taken_over_the_capture_area_alone();
   void the_pause_key_stops_a_recording();
+  void shift_and_the_pause_key_discard_a_recording();
   void a_menu_or_sheet_over_a_recording_has_its_keys();
   void keys_are_those_of_the_window_that_they_are_given_to_active_or_not();
   void the_release_of_a_key_from_before_is_the_windows();
@@ -249,7 +252,18 @@ void TypedKeysTest::the_pause_key_stops_a_recording() {
   it.isRecording = true;
   QTest::keyClick(&it.line, Qt::Key_Pause);
   QCOMPARE(it.stops, 1);
+  QCOMPARE(it.discards, 0);
   QCOMPARE(it.told(), QString());
+}
+
+void TypedKeysTest::shift_and_the_pause_key_discard_a_recording() {
+  Typing it;
+  it.isRecording = true;
+  press(it.line, Qt::Key_Shift, Qt::ShiftModifier);
+  press(it.line, Qt::Key_Pause, Qt::ShiftModifier);
+  QCOMPARE(it.discards, 1);
+  QCOMPARE(it.stops, 0);
+  QCOMPARE(it.told(), QStringLiteral("+225"));
 }
 
 void TypedKeysTest::a_menu_or_sheet_over_a_recording_has_its_keys() {

@@ -51,6 +51,21 @@ class MouseMacrosControllerDiscardingTest : public QObject {
     QVERIFY(progress(fixture).startsWith(QStringLiteral("Events: 1, 0:")));
   }
 
+  void whatWasUnderWayAtADiscardIsNotShown() {
+    MacrosFixture fixture;
+    fixture.selectMacro(0);
+    const auto lines = fixture.tab->mMacroDetailsArray();
+    fixture.click("mRecordMacroDetails");
+    fixture.click("mDiscardRecording");
+    for (const char* late : {"Key Press Left Shift", "Key Release Left Shift"})
+      fixture.record(PropertyList::array({late}));
+    QCOMPARE(fixture.tab->mMacroDetailsArray(), lines);
+    // The next recording is shown again.
+    fixture.click("mRecordMacroDetails");
+    fixture.record(linesOfEvents(2));
+    QCOMPARE(fixture.tab->mMacroDetailsArray(), linesOfEvents(2));
+  }
+
   void discardEndsTheRecordingWithoutSavingIt_data() {
     QTest::addColumn<QByteArray>("button");
     QTest::newRow("a new one") << QByteArray("mRecordMacroDetails");
