@@ -161,7 +161,7 @@ class MouseMacrosControllerSequenceTest : public QObject {
     auto& field = *fixture.find<KeyCaptureField>("mInputMacroEvent");
     QCOMPARE(fixture.find<QLabel>("mMacroEventTitle")->text(), QStringLiteral("Insert a Key"));
     QCOMPARE(ok->text(), QStringLiteral("Insert"));
-    QVERIFY(!fixture.find("mChangesRelease")->isVisible());
+    QVERIFY(!fixture.find("mChangesPartner")->isVisible());
     QVERIFY(field.isListening());
     // Without a key there is nothing to insert, and that is said.
     QVERIFY(!ok->isEnabled());
