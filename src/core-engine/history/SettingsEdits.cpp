@@ -184,13 +184,23 @@ std::vector<Match> matchedByName(ElementsView before, ElementsView after) {
   return matches;
 }
 
+// Each key that one of two dictionaries has, with the value of both; in the order of the keys.
+template <typename Function>
+void forEachKey(const PropertyList& left, const PropertyList& right, const Function& function) {
+  for (std::size_t i = 0, j = 0; i < left.size() || j < right.size();) {
+    const bool isInLeft = i < left.size() && (j == right.size() || left.keyAt(i) <= right.keyAt(j));
+    const bool isInRight = j < right.size() && (!isInLeft || left.keyAt(i) == right.keyAt(j));
+    const std::string_view key = isInLeft ? left.keyAt(i) : right.keyAt(j);
+    function(key, isInLeft ? left.valueAt(i++) : PropertyList(), isInRight ? right.valueAt(j++) : PropertyList());
+  }
+}
+
 class Comparison {
  public:
   void compareBundles(const PropertyList& before, const PropertyList& after) {
-    const auto withoutRecords = [](const PropertyList& bundle) {
-      return bundle.without(keys::Profiles).without(keys::Macros);
-    };
-    compareDictionaries(withoutRecords(before), withoutRecords(after));
+    forEachKey(before, after, [this](std::string_view key, const PropertyList& left, const PropertyList& right) {
+      if (key != keys::Profiles && key != keys::Macros) compareAt(key, left, right);
+    });
     compareRecords(keys::Profiles, before, after, forgetGroupsInForce);
     compareRecords(keys::Macros, before, after, forgetPosition);
     // Where profiles come and go, it tells whether the mouse has gone to another one since.
@@ -208,6 +218,7 @@ class Comparison {
   // Where there are a thousand records, only those between the first and the last that differ are copied.
   template <typename Forget>
   void compareRecords(keys::Key key, const PropertyList& before, const PropertyList& after, const Forget& forget) {
+    if (before[key] == after[key]) return;
     const Span span = differing(before[key].elements(), after[key].elements());
     Elements elementsBefore = copied(span.before);
     Elements elementsAfter = copied(span.after);
@@ -218,8 +229,8 @@ class Comparison {
     mPlace.pop_back();
   }
 
+  // Of two that differ.
   void compare(const PropertyList& before, const PropertyList& after) {
-    if (before == after) return;
     if (before.isDictionary() && after.isDictionary()) {
       compareDictionaries(before, after);
     } else if (before.isArray() && after.isArray()) {
@@ -229,17 +240,18 @@ class Comparison {
     }
   }
 
-  void compareAt(const PropertyList& step, const PropertyList& before, const PropertyList& after) {
-    mPlace.push_back(step);
+  template <typename Step>
+  void compareAt(Step step, const PropertyList& before, const PropertyList& after) {
+    if (before == after) return;
+    mPlace.emplace_back(step);
     compare(before, after);
     mPlace.pop_back();
   }
 
   void compareDictionaries(const PropertyList& before, const PropertyList& after) {
-    for (const std::string_view key : before.keys()) compareAt(key, before[key], after[key]);
-    for (const std::string_view key : after.keys()) {
-      if (!before.contains(key)) compareAt(key, {}, after[key]);
-    }
+    forEachKey(before, after, [this](std::string_view key, const PropertyList& left, const PropertyList& right) {
+      compareAt(key, left, right);
+    });
   }
 
   // first: the position of the first elements.
