@@ -215,7 +215,7 @@ History::Plan History::planned(std::size_t standing, bool isSizeChecked) const {
   std::iota(plan.profilePlaces.begin(), plan.profilePlaces.end(), 0);
   const auto take = [&plan, isSizeChecked](const Entry& entry, EditedBundle edited) {
     plan.result.entry = entry;
-    plan.result.conflicts += edited.conflicts.size();
+    plan.result.conflicts += valueCount(edited.conflicts);
     if (edited.bundle == plan.bundle || !isCompleteBundle(edited.bundle) ||
         (isSizeChecked && !isSendableBundle(edited.bundle))) {
       plan.step.gone.push_back(entry.id);

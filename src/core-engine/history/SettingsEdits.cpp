@@ -500,7 +500,28 @@ EditedBundle withEdits(const PropertyList& bundle, std::vector<Step> steps) {
   }
 }
 
+// Whether what an edit is about is told by another one, for whoever sees the settings.
+bool isToldBy(const Edit& other, const Edit& edit) {
+  const ElementsView place = edit.place.elements();
+  const ElementsView otherPlace = other.place.elements();
+  // What comes and goes in one array does so together, and the active profile with the profiles.
+  if (edit.isSplice) {
+    return other.isSplice && &other < &edit &&
+           std::ranges::equal(place.first(place.size() - 1), otherPlace.first(otherPlace.size() - 1));
+  }
+  if (ActiveProfile::is(edit)) return ActiveProfile::isMovedBy(other);
+  // A device-wide value is in the profile and in the device settings.
+  return place.front().string() == keys::DeviceSettings && otherPlace.size() > 2 &&
+         otherPlace.front().string() == keys::Profiles && std::ranges::equal(place.subspan(1), otherPlace.subspan(2));
+}
+
 }  // namespace
+
+std::size_t valueCount(const Edits& edits) {
+  return static_cast<std::size_t>(std::count_if(edits.begin(), edits.end(), [&edits](const Edit& edit) {
+    return std::none_of(edits.begin(), edits.end(), [&edit](const Edit& other) { return isToldBy(other, edit); });
+  }));
+}
 
 Edits editsBetween(const PropertyList& before, const PropertyList& after) {
   Comparison comparison;

@@ -6,6 +6,7 @@
 // stands for it in values that an edit keeps.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -31,6 +32,10 @@ using Edits = std::vector<Edit>;
 // The edits that lead from one complete bundle to the other, in the order in which they are to be made. Records with a
 // name are followed to another position; what is equal in both costs nothing to keep.
 Edits editsBetween(const PropertyList& before, const PropertyList& after);
+
+// How many values the edits are about for whoever sees the settings: one that is in a profile and in the device
+// settings is one, and so is what comes and goes in one array.
+std::size_t valueCount(const Edits& edits);
 
 // From start on, so many elements of an array have gone and so many have come in their place.
 struct ArrayMove {

@@ -169,6 +169,26 @@ TEST(SettingsEditsTest, AValueThatWasChangedSinceStaysAndIsTold) {
   EXPECT_EQ(back.conflicts, conflicts);
 }
 
+TEST(SettingsEditsTest, CountsAValueOnceThatIsInTheProfileAndInTheDeviceSettings) {
+  const PropertyList before = vorn::test::standardBundle();
+  const PropertyList rate = PropertyList::dictionary({{"PollingRate", 125}});
+  const PropertyList one = updated(before, 0, rate);
+  EXPECT_EQ(editsBetween(before, one).size(), 2U);
+  EXPECT_EQ(valueCount(editsBetween(before, one)), 1U);
+  EXPECT_EQ(valueCount(editsBetween(before, updated(one, 1, rate))), 2U);
+  const PropertyList brightness = PropertyList::dictionary({{"BrightnessNormal", 7}, {"PollingRate", 125}});
+  EXPECT_EQ(valueCount(editsBetween(before, updated(before, 0, brightness))), 2U);
+  EXPECT_EQ(valueCount({}), 0U);
+}
+
+TEST(SettingsEditsTest, CountsProfilesThatComeAndGoTogetherOnce) {
+  const PropertyList before = named({"a", "b", "c", "d"});
+  const Edits moved = editsBetween(before, named({"d", "a", "b", "c"}, 1));
+  EXPECT_EQ(moved.size(), 3U);
+  EXPECT_EQ(valueCount(moved), 1U);
+  EXPECT_EQ(valueCount(editsBetween(before, named({"a", "b", "c", "d"}, 2))), 1U);
+}
+
 TEST(SettingsEditsTest, AnAddedProfileInWhichTheMouseWasInPlayIsTakenOutWhole) {
   const PropertyList before = named({"a"});
   const PropertyList added = withAddedProfile(before, profile("b"), profile("factory")).bundle.value();
