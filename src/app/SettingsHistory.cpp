@@ -225,7 +225,20 @@ void SettingsHistory::lookEnded(Step step, const HistoryAnswer& answer) {
   if (!isMeant) return stop(Result::OtherCameBetween);
   step.request.change = idOf(next);
   step.isExact = true;
+  nameStepsAfter(step);
   perform(step);
+}
+
+void SettingsHistory::nameStepsAfter(const Step& step) {
+  std::int64_t position = undoneCount() + 1;
+  for (Step& each : mSteps) {
+    if (each.request.call == HistoryCall::GoTo) return;
+    const PropertyList& next = mEntries.at(each.isRedo ? position - 1 : position);
+    position += each.isRedo ? -1 : 1;
+    if (each.isExact || each.newestKnown >= step.request.change) continue;
+    // What nobody has seen here is not meant, unless it was made here.
+    if (idOf(next) <= each.newestKnown || isOfThisWindow(next)) each.request.change = idOf(next);
+  }
 }
 
 void SettingsHistory::noteDone(std::int64_t id, bool isRedo) {

@@ -98,6 +98,9 @@ class SettingsHistory : public QObject {
   // The change that is meant does not come next, as far as is known: looks which one does.
   void look(const Step& step);
   void lookEnded(Step step, const vorn::HistoryAnswer& answer);
+  // The step takes a change of this window back that was not known when it was asked for, nor when those behind it
+  // were: each of them means the next one then.
+  void nameStepsAfter(const Step& step);
   // What the engine has done is known before it tells its changes anew.
   void noteDone(std::int64_t id, bool isRedo);
   // Ends the steps without the one under way.

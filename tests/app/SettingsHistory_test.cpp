@@ -253,6 +253,50 @@ class SettingsHistoryTest : public QObject {
     }
   }
 
+  void quick_presses_after_a_change_of_this_window_take_back_what_came_before_it_too() {
+    Listened one(macrosDeleted(2));
+    for (int press = 0; press < 3; ++press) one.history.undo();
+    one.link.answerHistory({Outcome::Outdated});
+    one.link.answerHistory(listed({sensitivityOf(3, "Work"), macroDeleted(2, "M"), macroDeleted(1, "M")}));
+    one.history.redo();
+    for (int step = 0; step < 4; ++step) one.link.answerHistory({Outcome::Done, macroDeleted(1, "M")});
+    QCOMPARE(
+        one.link.historyRequests,
+        (std::vector<Request>{
+            {Call::Undo, 2}, {Call::Entries}, {Call::Undo, 3}, {Call::Undo, 2}, {Call::Undo, 1}, {Call::Redo, 1}}));
+    QCOMPARE(one.reports.size(), 2U);
+    QVERIFY(one.reports[0].result == Result::Done && one.reports[1].result == Result::Done);
+    QCOMPARE(one.reports[0].steps, 3);
+  }
+
+  void a_quick_redo_makes_the_change_of_this_window_again() {
+    Listened one(macrosDeleted(1));
+    one.history.undo();
+    one.history.redo();
+    one.link.answerHistory({Outcome::Outdated});
+    one.link.answerHistory(listed({sensitivityOf(2, "Work"), macroDeleted(1, "M")}));
+    for (int step = 0; step < 2; ++step) one.link.answerHistory({Outcome::Done, sensitivityOf(2, "Work")});
+    QCOMPARE(one.link.historyRequests,
+             (std::vector<Request>{{Call::Undo, 1}, {Call::Entries}, {Call::Undo, 2}, {Call::Redo, 2}}));
+  }
+
+  void quick_presses_stop_before_a_change_of_another_program_that_nobody_has_seen() {
+    for (const bool isFirst : {true, false}) {
+      Listened one(isFirst ? std::vector<PropertyList>() : macrosDeleted(1));
+      const PropertyList other = ofAnother(sensitivityOf(2, "Work"));
+      for (int press = 0; press < 2; ++press) one.history.undo();
+      if (!isFirst) one.link.answerHistory({Outcome::Outdated});
+      one.link.answerHistory(listed({sensitivityOf(3, "Work"), other, macroDeleted(1, "M")}));
+      one.link.answerHistory({Outcome::Done, sensitivityOf(3, "Work")});
+      // The one before it is unknown, and looked for.
+      one.link.answerHistory(listed({undone(sensitivityOf(3, "Work")), other, macroDeleted(1, "M")}));
+      QCOMPARE(one.reports.size(), 1U);
+      QVERIFY(one.reports[0].result == Result::OtherCameBetween);
+      QCOMPARE(one.reports[0].steps, 1);
+      QCOMPARE(one.link.historyRequests.back(), (Request{Call::Entries}));
+    }
+  }
+
   void what_nobody_has_seen_is_not_undone() {
     // Another program has undone the change that was named, and an older one of this window comes next.
     Listened one(macrosDeleted(2));
