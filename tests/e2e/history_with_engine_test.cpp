@@ -29,6 +29,10 @@ class OpenHistory : public OpenProfiles {
     auto* bar = find<HistoryLine>("mHistoryBar");
     return bar->isVisible() ? bar->text() : QString();
   }
+  // Of the active profile, by this window; the engine has it then, and no news of it has been read here.
+  void change(std::initializer_list<PropertyList::Pair> settings) {
+    hub().updateValueForSetting(PropertyList::dictionary(settings));
+  }
   QString undoTip() { return undoButton().isEnabled() ? undoButton().toolTip() : QString(); }
 };
 
@@ -98,6 +102,80 @@ class HistoryWithEngineTest : public QObject {
     QTRY_COMPARE_WITH_TIMEOUT(open.undoTip(), QStringLiteral("Undo: Profile “D” renamed to “E”"), deadline);
     for (int press = 0; press < 5; ++press) open.press(Qt::Key_Z);
     QTRY_COMPARE_WITH_TIMEOUT(open.names(), QStringList{"Default"}, deadline);
+  }
+
+  void two_quick_presses_right_after_a_change_of_the_window_undo_it_and_the_one_before() {
+    OpenHistory open;
+    open.awaitAnnouncement();
+    QVERIFY(runVornctl({"profiles", "add", "Work"}));
+    QTRY_COMPARE_WITH_TIMEOUT(open.undoTip(), QStringLiteral("Undo: Profile “Work” added"), deadline);
+    // The engine has the change, and nothing of it has been read here before the keys.
+    open.change({{"PollingRate", 125}});
+    for (int press = 0; press < 2; ++press) open.press(Qt::Key_Z);
+    QTRY_COMPARE_WITH_TIMEOUT(open.line(), QStringLiteral("2 changes undone"), deadline);
+    QTRY_COMPARE_WITH_TIMEOUT(open.names(), QStringList{"Default"}, deadline);
+    open.press(Qt::Key_Z);
+    QTRY_COMPARE_WITH_TIMEOUT(open.line(), localized("lkeyNothingToUndo"), deadline);
+  }
+
+  void two_quick_presses_undo_no_change_of_another_program_that_was_not_seen() {
+    OpenHistory open;
+    open.awaitAnnouncement();
+    QTRY_COMPARE_WITH_TIMEOUT(open.undoButton().toolTip(), localized("lkeyNothingToUndo"), deadline);
+    QVERIFY(runVornctl({"profiles", "add", "Work"}));
+    open.change({{"PollingRate", 125}});
+    for (int press = 0; press < 2; ++press) open.press(Qt::Key_Z);
+    QTRY_VERIFY_WITH_TIMEOUT(open.line().endsWith(localized("lkeyUndoOtherBetween")), deadline);
+    QCOMPARE(open.names(), (QStringList{"Default", "Work"}));
+  }
+
+  void a_change_that_another_program_has_changed_again_unseen_is_not_undone() {
+    OpenHistory open;
+    open.awaitAnnouncement();
+    open.change({{"PollingRate", 125}});
+    QTRY_COMPARE_WITH_TIMEOUT(open.undoTip(), QStringLiteral("Undo: Polling rate of Default"), deadline);
+    QVERIFY(runVornctl({"set", "PollingRate", "500"}));
+    const PropertyList before = OtherClient().bundle();
+    open.press(Qt::Key_Z);
+    QTRY_COMPARE_WITH_TIMEOUT(open.line(), localized("lkeyUndoOtherBetween"), deadline);
+    QVERIFY(OtherClient().bundle() == before);
+    // Now it is known, and comes first.
+    QTRY_COMPARE_WITH_TIMEOUT(open.undoTip(), QStringLiteral("Undo: Polling rate of Default"), deadline);
+    open.press(Qt::Key_Z);
+    QTRY_COMPARE_WITH_TIMEOUT(OtherClient().bundle()["Profiles"].at(0)["PollingRate"], PropertyList(125), deadline);
+  }
+
+  // What the mouse switches is no change of its own that could be undone first.
+  void a_change_that_the_mouse_has_switched_since_stays_and_is_no_longer_offered() {
+    OpenHistory open;
+    open.awaitAnnouncement();
+    QVERIFY(runVornctl({"assign", "4", "stage", "up"}));
+    open.change({{"StageValue", 2}});
+    QTRY_COMPARE_WITH_TIMEOUT(open.undoTip(), QStringLiteral("Undo: Sensitivity stages of Default"), deadline);
+    QVERIFY(runVornctl({"device", "click", "4"}));
+    const PropertyList before = OtherClient().bundle();
+    QCOMPARE(before["Profiles"].at(0)["StageValue"], PropertyList(3));
+    open.press(Qt::Key_Z);
+    QTRY_COMPARE_WITH_TIMEOUT(open.line(), localized("lkeyUndoChangedSince"), deadline);
+    QVERIFY(OtherClient().bundle() == before);
+    QTRY_COMPARE_WITH_TIMEOUT(open.undoTip(), QStringLiteral("Undo: Button 4 to Sensitivity Stage Up"), deadline);
+  }
+
+  // A keymap to look at is none either.
+  void what_another_program_has_changed_since_stays_and_is_counted_and_the_rest_is_undone() {
+    OpenHistory open;
+    open.awaitAnnouncement();
+    const PropertyList first = OtherClient().bundle();
+    open.change({{"KeymapID", 3}, {"PollingRate", 125}});
+    QTRY_VERIFY_WITH_TIMEOUT(!open.undoTip().isEmpty(), deadline);
+    QVERIFY(runVornctl({"set", "KeymapID", "5"}));
+    open.press(Qt::Key_Z);
+    QTRY_VERIFY_WITH_TIMEOUT(open.line().startsWith(QStringLiteral("Undone: ")), deadline);
+    QVERIFY2(open.line().endsWith(localized("lkeyUndoConflict")), qPrintable(open.line()));
+    const PropertyList now = OtherClient().bundle();
+    QCOMPARE(now["Profiles"].at(0)["KeymapID"], PropertyList(5));
+    QCOMPARE(now["Profiles"].at(0)["PollingRate"], first["Profiles"].at(0)["PollingRate"]);
+    QVERIFY(now["DeviceSettings"] == first["DeviceSettings"]);
   }
 
   void what_the_other_client_undoes_is_seen_and_its_conflict_is_told() {
