@@ -211,7 +211,7 @@ class MouseMainController : public QObject,
   void updateFurtherSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex,
                                  const vorn::PropertyList& newDict) override;
   std::optional<vorn::ReturnStatus> replaceSequence(const vorn::PropertyList& sequence, int ofMacroAtIndex,
-                                                    std::string_view macroName) override;
+                                                    const vorn::PropertyList& macro) override;
   void removeEventAtIndex(int event, int forMacroAtIndex) override;
   void removeAllEventsForMacroAtIndex(int macro) override;
   void setAllEventsDelay(int delay, int forMacroAtIndex, bool hasNoDelay) override;

@@ -277,10 +277,13 @@ void MouseMainController::updateSequence(const PropertyList& update) {
 }
 
 std::optional<vorn::ReturnStatus> MouseMainController::replaceSequence(const PropertyList& sequence, int ofMacroAtIndex,
-                                                                       std::string_view macroName) {
+                                                                       const PropertyList& macro) {
   const PropertyList contents = PropertyList::dictionary(
-      {{keys::MacroID, ofMacroAtIndex}, {keys::MacroName, macroName}, {keys::Sequence, sequence}});
-  const auto status = statusOf(MessageID::ReplaceMacroSequence, envelope().with(requestKeys::MacroContents, contents));
+      {{keys::MacroID, ofMacroAtIndex}, {keys::MacroName, macro[keys::MacroName]}, {keys::Sequence, sequence}});
+  const PropertyList request = envelope()
+                                   .with(requestKeys::MacroContents, contents)
+                                   .with(requestKeys::ExpectedSequence, macro[keys::Sequence].dictionaryOrEmpty());
+  const auto status = statusOf(MessageID::ReplaceMacroSequence, request);
   return status ? std::optional(static_cast<vorn::ReturnStatus>(*status)) : std::nullopt;
 }
 

@@ -30,10 +30,11 @@ class MacroControllerDelegate {
   // The same for the other event of a pair: one change with the update before it.
   virtual void updateFurtherSequenceInfo(std::uint8_t macro, std::uint8_t eventIndex,
                                          const vorn::PropertyList& newDict) = 0;
-  // Puts the whole sequence, a dictionary as in the macro's record, in the place of the macro's own. What the engine
-  // said: it refuses a macro of another name. None without a usable answer.
+  // Puts the whole sequence, a dictionary as in the macro's record, in the place of the macro's own. macro: its record
+  // as it is known. What the engine said: it refuses a macro of another name, and as Outdated one of another sequence.
+  // None without a usable answer.
   virtual std::optional<vorn::ReturnStatus> replaceSequence(const vorn::PropertyList& sequence, int ofMacroAtIndex,
-                                                            std::string_view macroName) = 0;
+                                                            const vorn::PropertyList& macro) = 0;
   virtual void removeEventAtIndex(int event, int forMacroAtIndex) = 0;
   virtual void removeAllEventsForMacroAtIndex(int macro) = 0;
   // delay in milliseconds, or the row whose delay every event takes; see the two entries of the details menu.

@@ -169,17 +169,20 @@ void MouseMacrosController::editSequence(const MeantLines& meant, const Sequence
   }
   const PropertyList sequence =
       opened->record[keys::Sequence].dictionaryOrEmpty().with(keys::Events, PropertyList::array(edited->events));
-  const auto status = macroDelegate->replaceSequence(sequence, opened->macro, opened->record[keys::MacroName].string());
+  const auto status = macroDelegate->replaceSequence(sequence, opened->macro, opened->record);
   // So that a list that brings the older events back, as an undo does, is seen to be another one.
   if (status == vorn::ReturnStatus::Done && selectedMacro() == opened->macro)
     macrosSettingsArray = macrosSettingsArray.replacing(opened->macro, opened->record.with(keys::Sequence, sequence));
+  // Another program was quicker.
+  if (status == vorn::ReturnStatus::Outdated) macroDelegate->reloadMacros();
   fetchLines();
   if (status != vorn::ReturnStatus::Done) {
     const QString name = shownName(QString::fromStdString(meant.macro.name()));
-    Alert::show(sheetWindow(), localized("lkeyEditFailedTitle").arg(name),
-                status == vorn::ReturnStatus::OutOfRange ? localized("lkeyLineGoneDesc").arg(name)
-                                                         : reasonAgainstAdding(vorn::RecordKind::Macro, status),
-                {localized("lkeyOK")});
+    const bool hasChanged = status == vorn::ReturnStatus::OutOfRange || status == vorn::ReturnStatus::Outdated;
+    Alert::show(
+        sheetWindow(), localized("lkeyEditFailedTitle").arg(name),
+        hasChanged ? localized("lkeyLineGoneDesc").arg(name) : reasonAgainstAdding(vorn::RecordKind::Macro, status),
+        {localized("lkeyOK")});
     return;
   }
   std::vector<int> rows;

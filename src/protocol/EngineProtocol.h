@@ -80,6 +80,8 @@ inline constexpr Key AllProfiles = "AllProfiles";
 inline constexpr Key ProfileOrder = "ProfileOrder";
 inline constexpr Key ProfileNames = "ProfileNames";
 inline constexpr Key MacroContents = "MacroContents";
+// The sequence that the macro had when the client read it.
+inline constexpr Key ExpectedSequence = "ExpectedSequence";
 inline constexpr Key MacroID = "macroID";
 inline constexpr Key IsAppendRecording = "isAppendRecording";
 inline constexpr Key IndexOfMacroSequence = "IndexOfMacroSequence";

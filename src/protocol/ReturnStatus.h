@@ -15,7 +15,7 @@ enum class ReturnStatus : std::int32_t {
   PartlyRefused = 6,  // some values were unusable; the others are in force
   NotRunning = 7,     // the client has no recording or capture, or nothing was recorded
   NoMouse = 8,        // the client was told that no mouse is connected, and has read no settings since
-  Outdated = 9,       // the client saw another list than there is now
+  Outdated = 9,       // the client saw another list, or another sequence, than there is now
 };
 inline constexpr ReturnStatus lastReturnStatus = ReturnStatus::Outdated;
 

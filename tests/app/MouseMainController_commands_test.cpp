@@ -118,12 +118,14 @@ const std::vector<Command>& commands() {
        request({{"delay", 999999}, {"sequenceIdx", 5}, {"macroID", 3}}), Follow::Nothing},
       {"replace a macro's sequence", MessageID::ReplaceMacroSequence,
        [](Hub& hub) {
-         hub.replaceSequence(PropertyList::dictionary({{"events", PropertyList::array()}}), 3, "Combo");
+         hub.replaceSequence(PropertyList::dictionary({{"events", PropertyList::array()}}), 3,
+                             PropertyList::dictionary({{"MacroName", "Combo"}, {"sequence", keyEvent()}}));
        },
        request({{"MacroContents", PropertyList::dictionary(
                                       {{"macroID", 3},
                                        {"MacroName", "Combo"},
-                                       {"sequence", PropertyList::dictionary({{"events", PropertyList::array()}})}})}}),
+                                       {"sequence", PropertyList::dictionary({{"events", PropertyList::array()}})}})},
+                {"ExpectedSequence", keyEvent()}}),
        Follow::Nothing},
       {"start single-key recording", MessageID::StartSingleKeyRecording,
        [](Hub& hub) { hub.startSingleKeyRecording(); }, request({}), Follow::Nothing},

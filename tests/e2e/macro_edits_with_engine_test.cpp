@@ -214,6 +214,20 @@ class MacroEditsWithEngineTest : public QObject {
     QTRY_VERIFY_WITH_TIMEOUT(open.has(changed), deadline);
   }
 
+  // The other program comes between the window's last look at the macro and its edit.
+  void an_edit_that_was_forestalled_is_outdated_and_changes_nothing() {
+    EditedMacro open;
+    const PropertyList seen = open.macro();
+    const Events changed{key(true, 0, keyC)};
+    const PropertyList others = PropertyList::dictionary({{keys::Events, PropertyList::array(changed)}});
+    QCOMPARE(open.hub().replaceSequence(others, 0, seen), vorn::ReturnStatus::Done);
+    const PropertyList none = PropertyList::dictionary({{keys::Events, PropertyList::array()}});
+    QCOMPARE(open.hub().replaceSequence(none, 0, seen), vorn::ReturnStatus::Outdated);
+    QVERIFY(open.has(changed));
+    QCOMPARE(open.hub().replaceSequence(none, 0, open.macro()), vorn::ReturnStatus::Done);
+    QVERIFY(open.has({}));
+  }
+
   void a_macro_is_duplicated() {
     EditedMacro open;
     QTest::keyClick(open.find("mMacroTableView"), Qt::Key_D, Qt::ControlModifier);

@@ -55,11 +55,12 @@ class RecordingMacros : public MacroControllerDelegate {
     note(QStringLiteral("updateFurtherSequenceInfo(%1, %2, %3)").arg(macro).arg(event).arg(text(newDict)));
   }
   std::optional<vorn::ReturnStatus> replaceSequence(const PropertyList& replacement, int macro,
-                                                    std::string_view name) override {
+                                                    const PropertyList& record) override {
+    expectedSequences.push_back(record[vorn::keys::Sequence]);
     note(QStringLiteral("replaceSequence(%1, %2, %3)")
              .arg(text(replacement))
              .arg(macro)
-             .arg(QString::fromStdString(std::string(name))));
+             .arg(QString::fromStdString(record[vorn::keys::MacroName].toString())));
     return answerToReplace;
   }
   void removeEventAtIndex(int event, int macro) override {
@@ -96,6 +97,7 @@ class RecordingMacros : public MacroControllerDelegate {
   bool answersDetails = true;
   std::optional<vorn::ReturnStatus> answerToAdd = vorn::ReturnStatus::Done;
   std::optional<vorn::ReturnStatus> answerToReplace = vorn::ReturnStatus::Done;
+  std::vector<PropertyList> expectedSequences;      // of the macros whose sequences were to be replaced
   std::function<void(const QString& call)> onCall;  // during a call
 
  private:

@@ -325,6 +325,25 @@ class MouseMacrosControllerSequenceTest : public QObject {
     QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), QStringList{"Key Press C"});
   }
 
+  void anEditThatAnotherProgramHasForestalledChangesNothingAndShowsWhatIsThereNow() {
+    SequenceFixture fixture;
+    fixture.select({0, 2});
+    fixture.delegate.answerToReplace = vorn::ReturnStatus::Outdated;
+    fixture.delegate.onCall = [&](const QString& call) {
+      if (call.startsWith(QLatin1String("replaceSequence"))) fixture.take(0, {keyEvent(true, 0, keyOfC)});
+      fixture.serve(call);
+    };
+    const PropertyList before = fixture.engine.at(0)["sequence"];
+    QTest::keyClick(fixture.lines(), Qt::Key_Delete);
+    QVERIFY(fixture.delegate.expectedSequences == std::vector{before});
+    const QStringList calls = fixture.delegate.take();
+    QCOMPARE(calls.value(2), QStringLiteral("reloadMacros()"));
+    QCOMPARE(calls.last(), QStringLiteral("getMacroDetailsForMacroAtIndex(0)"));
+    QCOMPARE(fixture.alert()->text(), QStringLiteral("“Fireball” was not changed"));
+    QCOMPARE(fixture.alert()->informativeText(), localized("lkeyLineGoneDesc").arg(QStringLiteral("Fireball")));
+    QCOMPARE(MacrosFixture::rowsOf(fixture.lines()), QStringList{"Key Press C"});
+  }
+
   void nothingIsSentForAMacroThatIsGone() {
     SequenceFixture fixture;
     fixture.select({0, 2});

@@ -118,7 +118,8 @@ void updateMacroEvent(EngineParts& parts, const Request& request, Reply reply) {
 
 void replaceMacroSequence(EngineParts& parts, const Request& request, Reply reply) {
   change(parts, request, std::move(reply), "replace a sequence", [&](const PropertyList& bundle) {
-    return withReplacedSequence(bundle, request.body[requestKeys::MacroContents]);
+    return withReplacedSequence(bundle, request.body[requestKeys::MacroContents],
+                                request.body[requestKeys::ExpectedSequence]);
   });
 }
 

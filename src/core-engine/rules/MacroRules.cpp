@@ -137,7 +137,8 @@ MacroResult withReplacedEvent(const PropertyList& bundle, const PropertyList& ma
   });
 }
 
-MacroResult withReplacedSequence(const PropertyList& bundle, const PropertyList& contents) {
+MacroResult withReplacedSequence(const PropertyList& bundle, const PropertyList& contents,
+                                 const PropertyList& expected) {
   const PropertyList& macroID = contents[keys::MacroID];
   MacroResult macro = macroAt(bundle, macroID);
   if (macro.status != ReturnStatus::Done) return macro;
@@ -147,6 +148,12 @@ MacroResult withReplacedSequence(const PropertyList& bundle, const PropertyList&
   }
   // A missing one is no empty one.
   if (!contents[keys::Sequence].isDictionary()) return refused(ReturnStatus::Malformed, "it brings no sequence");
+  if (!expected.isNone() && !expected.isDictionary()) {
+    return refused(ReturnStatus::Malformed, "the expected sequence is none");
+  }
+  if (expected.isDictionary() && expected != macro.value[keys::Sequence].dictionaryOrEmpty()) {
+    return refused(ReturnStatus::Outdated, "the macro has another sequence than the client saw");
+  }
   const PropertyList edited = macro.value.with(keys::Sequence, contents[keys::Sequence]);
   if (const auto complaint = complaintAboutRecord(edited)) return *complaint;
   return {withMacro(bundle, macroID, edited)};

@@ -39,8 +39,10 @@ MacroResult withReplacedEvent(const PropertyList& bundle, const PropertyList& ma
 // Removes the event of an even row; an odd row keeps its event, without a delay.
 MacroResult withoutRow(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& row);
 // contents: { "macroID", "MacroName", "sequence" }. Puts the whole sequence in the place of the macro's own, if the
-// macro still has this name: a list that has changed meanwhile leads to no other macro.
-MacroResult withReplacedSequence(const PropertyList& bundle, const PropertyList& contents);
+// macro still has this name: a list that has changed meanwhile leads to no other macro. expected: the sequence that the
+// client saw, or none; with another one than the macro has now it is refused as outdated.
+MacroResult withReplacedSequence(const PropertyList& bundle, const PropertyList& contents,
+                                 const PropertyList& expected = {});
 MacroResult withoutEvents(const PropertyList& bundle, const PropertyList& macroID);
 // Puts the events in the place of those that the macro has, or behind them.
 MacroResult withRecordedEvents(const PropertyList& bundle, const PropertyList& macroID, const PropertyList& events,

@@ -62,6 +62,24 @@ TEST_F(MacroRequestsTest, ReplaceTheSequenceOfTheMacroOfThatName) {
   expectSettings(bundleWithMacros({macro("a", 0), macro("b", 1, {keyPress(9, 5)}), macro("c", 2)}));
 }
 
+TEST_F(MacroRequestsTest, ReplaceTheSequenceThatIsExpectedAndNoOtherOne) {
+  const auto replace = [this](const PropertyList& expected, int macroID = 1, const char* name = "b") {
+    const PropertyList contents = PropertyList::dictionary(
+        {{"macroID", macroID}, {"MacroName", name}, {"sequence", sequenceOf({keyPress(9, 5)})}});
+    return ask(MessageID::ReplaceMacroSequence, {{"MacroContents", contents}, {"ExpectedSequence", expected}});
+  };
+  const PropertyList now = startBundle()["Macros"].at(1)["sequence"];
+  EXPECT_EQ(replace(1), status(ReturnStatus::Malformed));
+  EXPECT_EQ(replace(sequenceOf({keyPress(4, 0), keyRelease(4, 51)})), status(ReturnStatus::Outdated));
+  EXPECT_EQ(replace(sequenceOf({keyPress(4, 0)})), status(ReturnStatus::Outdated));
+  EXPECT_EQ(replace(now.with("other", 1)), status(ReturnStatus::Outdated));
+  EXPECT_EQ(replace(now, 1, "c"), status(ReturnStatus::OutOfRange));
+  expectSettings(startBundle());
+  EXPECT_EQ(replace(now), done);
+  expectSettings(bundleWithMacros({macro("a", 0), macro("b", 1, {keyPress(9, 5)}), macro("c", 2)}));
+  EXPECT_EQ(replace(now), status(ReturnStatus::Outdated));
+}
+
 TEST_F(MacroRequestsTest, RemoveEventsByRow) {
   EXPECT_EQ(ask(MessageID::RemoveMacroEvent, {{"macroID", 1}, {"macroEventTableIndex", 1}}), done);
   expectSettings(bundleWithMacros({macro("a", 0), macro("b", 1, {keyPress(4, 0), keyRelease(4, 0)}), macro("c", 2)}));
