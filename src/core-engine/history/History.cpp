@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core-engine/history/ChangeDescription.h"
+#include "core-engine/history/SettingsComparison.h"
 #include "core-engine/rules/BundleRules.h"
 #include "model/SettingsKeys.h"
 #include "protocol/History.h"

@@ -8,9 +8,9 @@
 #include <numeric>
 #include <optional>
 #include <span>
-#include <string_view>
 #include <utility>
 
+#include "core-engine/history/DerivedSettings.h"
 #include "core-engine/rules/SensitivityRules.h"
 #include "model/SettingsKeys.h"
 
@@ -30,60 +30,8 @@ void forEachSwitchedByMouse(const Function& function) {
   for (const keys::Key key : sensitivityInForce) function(key);
 }
 
-// Where more elements than these differ, they are kept whole instead of being matched.
-constexpr std::size_t maximumMatched = 64;
-
 Elements copied(ElementsView elements) {
   return {elements.begin(), elements.end()};
-}
-
-// --- What follows from other values
-
-// Stands for it.
-constexpr std::string_view derived = "derived from other values";
-
-template <typename Function>
-PropertyList withEach(const PropertyList& array, const Function& function) {
-  Elements elements = copied(array.elements());
-  for (std::size_t position = 0; position < elements.size(); ++position) function(elements[position], position);
-  return PropertyList::array(std::move(elements));
-}
-
-void forgetGroupsInForce(PropertyList& profile, std::size_t) {
-  const PropertyList keymap = profile[keys::Keymap].at(profile[keys::KeymapID].toInt64());
-  for (const keys::Key group : {keys::Keys, keys::Buttons}) {
-    if (profile.contains(group) && profile[group] == keymap[group]) profile = profile.with(group, derived);
-  }
-}
-
-void takeGroupsInForce(PropertyList& profile, std::size_t) {
-  const PropertyList keymap = profile[keys::Keymap].at(profile[keys::KeymapID].toInt64());
-  for (const keys::Key group : {keys::Keys, keys::Buttons}) {
-    if (profile[group].string() == derived) profile = profile.with(group, keymap[group]);
-  }
-}
-
-void forgetPosition(PropertyList& macro, std::size_t position) {
-  if (macro[keys::MacroID] == PropertyList(position)) macro = macro.with(keys::MacroID, derived);
-}
-
-void takePosition(PropertyList& macro, std::size_t position) {
-  if (macro[keys::MacroID].string() == derived) macro = macro.with(keys::MacroID, position);
-}
-
-PropertyList withoutDerived(const PropertyList& bundle) {
-  return bundle.with(keys::Profiles, withEach(bundle[keys::Profiles], forgetGroupsInForce))
-      .with(keys::Macros, withEach(bundle[keys::Macros], forgetPosition));
-}
-
-PropertyList withDerived(const PropertyList& bundle) {
-  return bundle.with(keys::Profiles, withEach(bundle[keys::Profiles], takeGroupsInForce))
-      .with(keys::Macros, withEach(bundle[keys::Macros], takePosition));
-}
-
-// Whether records of this array come and go.
-bool isOfRecords(const Edit& edit, keys::Key key) {
-  return edit.isSplice && edit.place.size() == 2 && edit.place.at(0).string() == key;
 }
 
 ArrayMove moveOf(const Edit& edit, const PropertyList& from, const PropertyList& to) {
@@ -97,7 +45,7 @@ class ActiveProfile {
       : mFormer(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt64()), mPosition(mFormer) {}
 
   void follow(const Edit& edit, const PropertyList& from, const PropertyList& to) {
-    if (!isMovedBy(edit)) return;
+    if (!isOfProfiles(edit)) return;
     mHasMoved = true;
     const ArrayMove move = moveOf(edit, from, to);
     if (mPosition >= move.start + move.gone) {
@@ -106,10 +54,6 @@ class ActiveProfile {
       mPosition = std::max<std::int64_t>(0, std::min(mPosition, move.start + move.come - 1));
     }
   }
-
-  static PropertyList place() { return PropertyList::array({keys::DeviceSettings, keys::ActiveProfile}); }
-  static bool is(const Edit& edit) { return edit.place == place(); }
-  static bool isMovedBy(const Edit& edit) { return isOfRecords(edit, keys::Profiles); }
 
   bool hasMoved() const { return mHasMoved; }
   // places: where the profiles stand now. In the place of one that is gone it is the one before.
@@ -124,181 +68,6 @@ class ActiveProfile {
   std::int64_t mPosition;
   bool mHasMoved = false;
 };
-
-// --- Comparing
-
-std::optional<std::string_view> nameOf(const PropertyList& record) {
-  for (const keys::Key key : {keys::ProfileName, keys::MacroName}) {
-    if (record[key].isString()) return record[key].string();
-  }
-  return std::nullopt;
-}
-
-// The elements of two arrays without those that are the same at the beginning and at the end.
-struct Span {
-  std::size_t start;
-  ElementsView before;
-  ElementsView after;
-};
-
-Span differing(ElementsView before, ElementsView after) {
-  const auto first = std::mismatch(before.begin(), before.end(), after.begin(), after.end()).first;
-  const auto start = static_cast<std::size_t>(first - before.begin());
-  before = before.subspan(start);
-  after = after.subspan(start);
-  while (!before.empty() && !after.empty() && before.back() == after.back()) {
-    before = before.first(before.size() - 1);
-    after = after.first(after.size() - 1);
-  }
-  return {start, before, after};
-}
-
-struct Match {
-  std::size_t before;
-  std::size_t after;
-};
-
-// The records of both that have the same name, as many as possible without changing their order.
-std::vector<Match> matchedByName(ElementsView before, ElementsView after) {
-  // longest[i][j]: how many of those from i and j on match.
-  std::vector<std::vector<std::size_t>> longest(before.size() + 1, std::vector<std::size_t>(after.size() + 1));
-  const auto isMatch = [&](std::size_t i, std::size_t j) {
-    const auto name = nameOf(before[i]);
-    return name && name == nameOf(after[j]);
-  };
-  for (std::size_t i = before.size(); i-- > 0;) {
-    for (std::size_t j = after.size(); j-- > 0;) {
-      longest[i][j] = isMatch(i, j) ? longest[i + 1][j + 1] + 1 : std::max(longest[i + 1][j], longest[i][j + 1]);
-    }
-  }
-  std::vector<Match> matches;
-  for (std::size_t i = 0, j = 0; i < before.size() && j < after.size();) {
-    if (isMatch(i, j)) {
-      matches.push_back({i++, j++});
-    } else if (longest[i + 1][j] >= longest[i][j + 1]) {
-      ++i;
-    } else {
-      ++j;
-    }
-  }
-  return matches;
-}
-
-// Each key that one of two dictionaries has, with the value of both; in the order of the keys.
-template <typename Function>
-void forEachKey(const PropertyList& left, const PropertyList& right, const Function& function) {
-  for (std::size_t i = 0, j = 0; i < left.size() || j < right.size();) {
-    const bool isInLeft = i < left.size() && (j == right.size() || left.keyAt(i) <= right.keyAt(j));
-    const bool isInRight = j < right.size() && (!isInLeft || left.keyAt(i) == right.keyAt(j));
-    const std::string_view key = isInLeft ? left.keyAt(i) : right.keyAt(j);
-    function(key, isInLeft ? left.valueAt(i++) : PropertyList(), isInRight ? right.valueAt(j++) : PropertyList());
-  }
-}
-
-class Comparison {
- public:
-  void compareBundles(const PropertyList& before, const PropertyList& after) {
-    forEachKey(before, after, [this](std::string_view key, const PropertyList& left, const PropertyList& right) {
-      if (key != keys::Profiles && key != keys::Macros) compareAt(key, left, right);
-    });
-    compareRecords(keys::Profiles, before, after, forgetGroupsInForce);
-    compareRecords(keys::Macros, before, after, forgetPosition);
-    // Where profiles come and go, it tells whether the mouse has gone to another one since.
-    const auto isMove = [](const Edit& edit) { return ActiveProfile::isMovedBy(edit); };
-    if (std::any_of(mEdits.begin(), mEdits.end(), isMove) &&
-        std::none_of(mEdits.begin(), mEdits.end(), ActiveProfile::is)) {
-      mEdits.push_back({ActiveProfile::place(), before[keys::DeviceSettings][keys::ActiveProfile],
-                        after[keys::DeviceSettings][keys::ActiveProfile]});
-    }
-  }
-
-  Edits take() { return std::move(mEdits); }
-
- private:
-  // Where there are a thousand records, only those between the first and the last that differ are copied.
-  template <typename Forget>
-  void compareRecords(keys::Key key, const PropertyList& before, const PropertyList& after, const Forget& forget) {
-    if (before[key] == after[key]) return;
-    const Span span = differing(before[key].elements(), after[key].elements());
-    Elements elementsBefore = copied(span.before);
-    Elements elementsAfter = copied(span.after);
-    for (std::size_t each = 0; each < elementsBefore.size(); ++each) forget(elementsBefore[each], span.start + each);
-    for (std::size_t each = 0; each < elementsAfter.size(); ++each) forget(elementsAfter[each], span.start + each);
-    mPlace.emplace_back(key);
-    compareArrays(span.start, elementsBefore, elementsAfter);
-    mPlace.pop_back();
-  }
-
-  // Of two that differ.
-  void compare(const PropertyList& before, const PropertyList& after) {
-    if (before.isDictionary() && after.isDictionary()) {
-      compareDictionaries(before, after);
-    } else if (before.isArray() && after.isArray()) {
-      compareArrays(0, before.elements(), after.elements());
-    } else {
-      mEdits.push_back({PropertyList::array(mPlace), before, after});
-    }
-  }
-
-  template <typename Step>
-  void compareAt(Step step, const PropertyList& before, const PropertyList& after) {
-    if (before == after) return;
-    mPlace.emplace_back(step);
-    compare(before, after);
-    mPlace.pop_back();
-  }
-
-  void compareDictionaries(const PropertyList& before, const PropertyList& after) {
-    forEachKey(before, after, [this](std::string_view key, const PropertyList& left, const PropertyList& right) {
-      compareAt(key, left, right);
-    });
-  }
-
-  // first: the position of the first elements.
-  void compareArrays(std::size_t first, ElementsView before, ElementsView after) {
-    const Span span = differing(before, after);
-    if (span.before.size() > maximumMatched || span.after.size() > maximumMatched) {
-      splice(first + span.start, span.before, span.after);
-    } else {
-      compareMatched(first + span.start, span.before, span.after);
-    }
-  }
-
-  // start: the position of the first element. What comes before a splice keeps its position, so the last one is first.
-  void compareMatched(std::size_t start, ElementsView before, ElementsView after) {
-    std::vector<Match> matches = matchedByName(before, after);
-    matches.push_back({before.size(), after.size()});
-    std::vector<Span> gaps;
-    Match last{0, 0};
-    for (const Match& match : matches) {
-      const ElementsView gone = before.subspan(last.before, match.before - last.before);
-      const ElementsView come = after.subspan(last.after, match.after - last.after);
-      if (gone.size() == come.size()) {
-        for (std::size_t each = 0; each < gone.size(); ++each) {
-          compareAt(start + last.before + each, gone[each], come[each]);
-        }
-      } else {
-        gaps.push_back({start + last.before, gone, come});
-      }
-      if (match.before < before.size()) compareAt(start + match.before, before[match.before], after[match.after]);
-      last = {match.before + 1, match.after + 1};
-    }
-    std::reverse(gaps.begin(), gaps.end());
-    for (const Span& gap : gaps) splice(gap.start, gap.before, gap.after);
-  }
-
-  void splice(std::size_t start, ElementsView before, ElementsView after) {
-    mPlace.emplace_back(start);
-    mEdits.push_back(
-        {PropertyList::array(mPlace), PropertyList::array(copied(before)), PropertyList::array(copied(after)), true});
-    mPlace.pop_back();
-  }
-
-  Elements mPlace;
-  Edits mEdits;
-};
-
-// --- Editing
 
 PropertyList withoutSwitched(PropertyList profile) {
   forEachSwitchedByMouse([&profile](keys::Key key) { profile = profile.without(key); });
@@ -318,7 +87,7 @@ struct Step {
   bool isLeftOut = false;
   std::vector<std::int64_t> origins{};  // of profiles that come: where each stood before; none, or negative, if nowhere
 
-  bool isOfProfiles() const { return ActiveProfile::isMovedBy(*edit); }
+  bool isOfProfiles() const { return engine::isOfProfiles(*edit); }
 };
 
 // What went in a step.
@@ -424,15 +193,15 @@ Attempt attempted(const PropertyList& bundle, const std::vector<Step>& steps) {
     result.bundle = *std::move(changed);
     active.follow(edit, step.from, step.to);
     if (step.isOfProfiles()) places.take(step, attempt.gone[each]);
-    if (isOfRecords(edit, keys::Macros)) result.macroMoves.push_back(moveOf(edit, step.from, step.to));
-    if (ActiveProfile::is(edit)) isActiveGiven = true;
+    if (isOfMacros(edit)) result.macroMoves.push_back(moveOf(edit, step.from, step.to));
+    if (isOfActiveProfile(edit)) isActiveGiven = true;
   }
   result.profilePlaces = places.places();
   if (active.hasMoved() && !isActiveGiven) {
     const PropertyList device = result.bundle[keys::DeviceSettings];
     const PropertyList position = active.positionIn(result.profilePlaces);
     result.bundle = result.bundle.with(keys::DeviceSettings, device.with(keys::ActiveProfile, position));
-    std::erase_if(result.conflicts, ActiveProfile::is);
+    std::erase_if(result.conflicts, isOfActiveProfile);
   }
   result.bundle = withDerived(result.bundle);
   return attempt;
@@ -445,7 +214,7 @@ void leaveOutWith(const Edit& splice, std::vector<Step>& steps) {
   for (Step& each : steps) {
     const ElementsView place = each.edit->place.elements();
     const bool isBelow = place.size() > array.size() && std::equal(array.begin(), array.end(), place.begin());
-    if (isBelow || (ActiveProfile::isMovedBy(splice) && ActiveProfile::is(*each.edit))) each.isLeftOut = true;
+    if (isBelow || (isOfProfiles(splice) && isOfActiveProfile(*each.edit))) each.isLeftOut = true;
   }
 }
 
@@ -509,24 +278,38 @@ bool isToldBy(const Edit& other, const Edit& edit) {
     return other.isSplice && &other < &edit &&
            std::ranges::equal(place.first(place.size() - 1), otherPlace.first(otherPlace.size() - 1));
   }
-  if (ActiveProfile::is(edit)) return ActiveProfile::isMovedBy(other);
+  if (isOfActiveProfile(edit)) return isOfProfiles(other);
   // A device-wide value is in the profile and in the device settings.
   return place.front().string() == keys::DeviceSettings && otherPlace.size() > 2 &&
          otherPlace.front().string() == keys::Profiles && std::ranges::equal(place.subspan(1), otherPlace.subspan(2));
 }
 
+bool isOfRecords(const Edit& edit, keys::Key key) {
+  return edit.isSplice && edit.place.size() == 2 && edit.place.at(0).string() == key;
+}
+
 }  // namespace
+
+bool isOfProfiles(const Edit& edit) {
+  return isOfRecords(edit, keys::Profiles);
+}
+
+bool isOfMacros(const Edit& edit) {
+  return isOfRecords(edit, keys::Macros);
+}
+
+PropertyList placeOfActiveProfile() {
+  return PropertyList::array({keys::DeviceSettings, keys::ActiveProfile});
+}
+
+bool isOfActiveProfile(const Edit& edit) {
+  return edit.place == placeOfActiveProfile();
+}
 
 std::size_t valueCount(const Edits& edits) {
   return static_cast<std::size_t>(std::count_if(edits.begin(), edits.end(), [&edits](const Edit& edit) {
     return std::none_of(edits.begin(), edits.end(), [&edit](const Edit& other) { return isToldBy(other, edit); });
   }));
-}
-
-Edits editsBetween(const PropertyList& before, const PropertyList& after) {
-  Comparison comparison;
-  comparison.compareBundles(before, after);
-  return comparison.take();
 }
 
 EditedBundle withEditsTakenBack(const PropertyList& bundle, const Edits& edits) {

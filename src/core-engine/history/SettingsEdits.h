@@ -1,8 +1,7 @@
 // What became of a settings bundle, as a list of edits that can be taken back and made again later, when other values
 // have changed meanwhile. Pure; any thread.
 //
-// What follows from other values is no part of it: the "Keys" and "Buttons" of a profile while they are those of the
-// keymap in force, and the "macroID" of a macro while it is its position. It is made anew after the edits, and a mark
+// What follows from other values (DerivedSettings.h) is no part of it. It is made anew after the edits, and a mark
 // stands for it in values that an edit keeps.
 #pragma once
 
@@ -29,9 +28,12 @@ struct Edit {
 
 using Edits = std::vector<Edit>;
 
-// The edits that lead from one complete bundle to the other, in the order in which they are to be made. Records with a
-// name are followed to another position; what is equal in both costs nothing to keep.
-Edits editsBetween(const PropertyList& before, const PropertyList& after);
+// Whether profiles, or macros, come and go.
+bool isOfProfiles(const Edit& edit);
+bool isOfMacros(const Edit& edit);
+// Which profile is active.
+PropertyList placeOfActiveProfile();
+bool isOfActiveProfile(const Edit& edit);
 
 // How many values the edits are about for whoever sees the settings: one that is in a profile and in the device
 // settings is one, and so is what comes and goes in one array.

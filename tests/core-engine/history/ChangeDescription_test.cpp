@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core-engine/TestMacros.h"
+#include "core-engine/history/SettingsComparison.h"
 #include "core-engine/rules/MacroRules.h"
 #include "core-engine/rules/ProfileRules.h"
 #include "support/StandardBundle.h"

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "core-engine/TestBundle.h"
+#include "core-engine/history/SettingsComparison.h"
 #include "core-engine/rules/BundleRules.h"
 #include "core-engine/rules/MacroRules.h"
 #include "core-engine/rules/ProfileRules.h"
