@@ -60,6 +60,11 @@ kinds::Kind kindOfKey(std::string_view key) {
   return found == std::end(kindsOfKeys) ? kinds::Settings : found->kind;
 }
 
+// What only a profile has; beside the profiles it is a setting that nobody knows.
+bool isOfProfile(kinds::Kind kind) {
+  return kind == kinds::Assignment || kind == kinds::ProfileRenamed || kind == kinds::KeymapInForce;
+}
+
 // Collects what the edits are about.
 class Description {
  public:
@@ -85,7 +90,7 @@ class Description {
     } else if (second.string() == keys::ActiveProfile) {
       // A profile that comes or goes takes it along.
       mIsSwitch = edit.before != edit.after;
-    } else if (top == keys::DeviceSettings) {
+    } else if (top == keys::DeviceSettings && !isOfProfile(kindOfKey(second.string()))) {
       mKinds.insert(kindOfKey(second.string()));
     } else {
       mKinds.insert(kinds::Settings);

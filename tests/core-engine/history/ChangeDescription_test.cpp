@@ -153,6 +153,14 @@ TEST(ChangeDescriptionTest, SeveralKindsOfSettingsAtOnceAreAChangeOfTheProfile) 
             words({{"kind", "profileChanged"}, {"profile", "Profile 2"}}));
 }
 
+TEST(ChangeDescriptionTest, WhatOnlyAProfileHasIsAChangeOfTheSettingsBesideTheProfiles) {
+  const PropertyList before = vorn::test::bundleWithMacros(3);
+  for (const char* key : {"ProfileName", "KeymapID", "Keymap", "Keys", "Buttons"}) {
+    const PropertyList after = before.with("DeviceSettings", before["DeviceSettings"].with(key, 7));
+    EXPECT_EQ(described(before, after), words({{"kind", "settings"}})) << key;
+  }
+}
+
 TEST(ChangeDescriptionTest, WhatNobodyKnowsIsAChangeOfTheSettings) {
   const PropertyList before = bundle();
   EXPECT_EQ(described(before, before.with("Further", 1)), words({{"kind", "settings"}}));
