@@ -307,6 +307,10 @@
         <source>Close</source>
         <translation>Close</translation>
     </message>
+    <message id="lkeyColorIsSo">
+        <source>The light has this colour already</source>
+        <translation>The light has this colour already</translation>
+    </message>
     <message id="lkeyCommErrorDesc">
         <source>Skarn could not reach the background service that looks after your mouse (vorn-core-engine). The factory settings are shown and cannot be changed. Where it does not run, the button beside the tabs starts it; your own settings appear as soon as it answers.</source>
         <translation>Skarn could not reach the background service that looks after your mouse (vorn-core-engine). The factory settings are shown and cannot be changed. Where it does not run, the button beside the tabs starts it; your own settings appear as soon as it answers.</translation>
@@ -610,6 +614,10 @@
     <message id="lkeyDelayInMilliseconds">
         <source>Delay in milliseconds</source>
         <translation>Delay in milliseconds</translation>
+    </message>
+    <message id="lkeyDelayIsSo">
+        <source>The delay is that long already</source>
+        <translation>The delay is that long already</translation>
     </message>
     <message id="lkeyDelayNow">
         <source>Now: %1</source>
@@ -1837,6 +1845,10 @@ For this profile, set the brightness to Off.</translation>
         <source>No key is called so</source>
         <translation>No key is called so</translation>
     </message>
+    <message id="lkeyNoKeyNoChange">
+        <source>Without a key, OK changes nothing</source>
+        <translation>Without a key, OK changes nothing</translation>
+    </message>
     <message id="lkeyNoKeyPressed">
         <source>No key has been pressed yet</source>
         <translation>No key has been pressed yet</translation>
@@ -1900,6 +1912,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyNothingCopied">
         <source>Copy what another control does first</source>
         <translation>Copy what another control does first</translation>
+    </message>
+    <message id="lkeyNothingToAdd">
+        <source>Enter more than 0 milliseconds</source>
+        <translation>Enter more than 0 milliseconds</translation>
     </message>
     <message id="lkeyNothingToPaste">
         <source>Copy or cut events first, or a text in another program</source>
@@ -2432,6 +2448,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyStagesTitle">
         <source>Sensitivity Stages</source>
         <translation>Sensitivity Stages</translation>
+    </message>
+    <message id="lkeyStagesUnchanged">
+        <source>Nothing has been changed</source>
+        <translation>Nothing has been changed</translation>
     </message>
     <message id="lkeyStartEngine">
         <source>Start the Core Engine</source>

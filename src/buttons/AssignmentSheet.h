@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class QLabel;
 class QPushButton;
 
 namespace skarn {
@@ -12,7 +13,7 @@ class AssignmentSheet : public QDialog {
   Q_OBJECT
 
  public:
-  // What OK's tooltip says; empty for nothing.
+  // What OK's tooltip and the note say; empty for nothing.
   void explainOK(const QString& words);
   // Closes the sheet; finished tells whoever opened it.
   void end() { QDialog::done(QDialog::Accepted); }
@@ -26,10 +27,12 @@ class AssignmentSheet : public QDialog {
 
  protected:
   explicit AssignmentSheet(QWidget* window);
-  void connectButtons(QPushButton* ok, QPushButton* cancel);
+  // note: where the sheet says why OK would change nothing; null for none.
+  void connectButtons(QPushButton* ok, QPushButton* cancel, QLabel* note = nullptr);
 
  private:
   QPushButton* mOK = nullptr;
+  QLabel* mNote = nullptr;
 };
 
 }  // namespace skarn

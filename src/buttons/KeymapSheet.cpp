@@ -8,7 +8,7 @@ namespace skarn {
 
 KeymapSheet::KeymapSheet(QWidget* window) : AssignmentSheet(window), mUi(std::make_unique<Ui::KeymapSheet>()) {
   mUi->setupUi(this);
-  connectButtons(mUi->mKeymapOK, mUi->mKeymapCancel);
+  connectButtons(mUi->mKeymapOK, mUi->mKeymapCancel, mUi->mKeymapNote);
   mUi->mKeymapValuePopUp->addItem(localized(keymapCycleNameKey), 0);
   int tag = 0;
   for (const char* key : keymapNameKeys) mUi->mKeymapValuePopUp->addItem(localized(key), ++tag);

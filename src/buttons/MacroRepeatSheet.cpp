@@ -7,7 +7,7 @@ namespace skarn {
 MacroRepeatSheet::MacroRepeatSheet(QWidget* window)
     : AssignmentSheet(window), mUi(std::make_unique<Ui::MacroRepeatSheet>()) {
   mUi->setupUi(this);
-  connectButtons(mUi->mMacroRepeatOK, mUi->mMacroRepeatCancel);
+  connectButtons(mUi->mMacroRepeatOK, mUi->mMacroRepeatCancel, mUi->mMacroRepeatNote);
   connect(mUi->mMacroPlaybackPopUp, &QComboBox::activated, this, &MacroRepeatSheet::modeChosen);
 }
 

@@ -11,8 +11,10 @@ SingleKeySheet::SingleKeySheet(QWidget* window) : AssignmentSheet(window), mUi(s
   connectButtons(mUi->mSingleKeyOK, mUi->mSingleKeyCancel);
   connect(mUi->mSingleKeyChoose, &QPushButton::clicked, this, [this] {
     mUi->mInputSingleKey->stopListening();
-    KeyChooser::open(this, KeyChooser::Offers::KeysAndModifiers,
-                     [this](int usage, int modifiers) { emit keyChosen(usage, modifiers); });
+    KeyChooser::open(this, KeyChooser::Offers::KeysAndModifiers, [this](int usage, int modifiers) {
+      mUi->mSingleKeyOK->setFocus();
+      emit keyChosen(usage, modifiers);
+    });
   });
   mUi->mInputSingleKey->setUp(mUi->mSingleKeyOK, KeyCaptureField::Confirms::CaughtKey, mUi->mSingleKeyAgain,
                               {localized("lkeyPressAKey"), localized("lkeySingleKeyPlaceholder"),

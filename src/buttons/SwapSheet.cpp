@@ -8,7 +8,7 @@ namespace skarn {
 
 SwapSheet::SwapSheet(QWidget* window) : AssignmentSheet(window), mUi(std::make_unique<Ui::SwapSheet>()) {
   mUi->setupUi(this);
-  connectButtons(mUi->mSwapOK, mUi->mSwapCancel);
+  connectButtons(mUi->mSwapOK, mUi->mSwapCancel, mUi->mSwapProblem);
   connect(mUi->mSwapPopUp, &QComboBox::currentIndexChanged, this, &SwapSheet::controlChosen);
 }
 
@@ -34,9 +34,8 @@ int SwapSheet::selectedNumber() const {
 }
 
 void SwapSheet::setProblem(const QString& problem) {
-  mUi->mSwapProblem->setText(problem);
   mUi->mSwapOK->setEnabled(problem.isEmpty());
-  mUi->mSwapOK->setToolTip(problem);
+  explainOK(problem);
 }
 
 }  // namespace skarn

@@ -1,9 +1,11 @@
 #include "lighting/ColorWell.h"
 
 #include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleOptionFocusRect>
 
 #include "platform/DialogMemory.h"
@@ -49,8 +51,16 @@ void ColorWell::openPanel() {
   mPanel->setWindowModality(Qt::WindowModal);
   mPanel->setOption(QColorDialog::DontUseNativeDialog);
   connect(mPanel, &QColorDialog::currentColorChanged, this, &ColorWell::colorPreviewed);
+  connect(mPanel, &QColorDialog::currentColorChanged, this, &ColorWell::explainOK);
   connect(mPanel, &QDialog::finished, this, &ColorWell::closed);
   mPanel->open();
+  explainOK();
+}
+
+void ColorWell::explainOK() {
+  const auto* buttons = mPanel ? mPanel->findChild<QDialogButtonBox*>() : nullptr;
+  QPushButton* ok = buttons ? buttons->button(QDialogButtonBox::Ok) : nullptr;
+  if (ok != nullptr) ok->setToolTip(mPanel->currentColor() == mColor ? localized("lkeyColorIsSo") : QString());
 }
 
 void ColorWell::closed(int result) {

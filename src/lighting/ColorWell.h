@@ -44,6 +44,8 @@ class ColorWell : public QAbstractButton {
  private:
   void openPanel();
   void closed(int result);
+  // Says that the colour of the panel is the present one.
+  void explainOK();
 
   QColor mColor;
   QPointer<QColorDialog> mPanel;

@@ -15,13 +15,8 @@ MacroDelaySheet::MacroDelaySheet(QWidget* parent)
     : QDialog(parent, sheetFlags), mUi(std::make_unique<Ui::MacroDelaySheet>()) {
   mUi->setupUi(this);
   connect(mUi->mMacroDelayOK, &QPushButton::clicked, this, &MacroDelaySheet::confirmed);
-  const auto offer = [this] {
-    const bool hasDelay = !mUi->mInputMacroDelay->text().isEmpty();
-    mUi->mMacroDelayOK->setEnabled(hasDelay);
-    mUi->mMacroDelayOK->setToolTip(hasDelay ? QString() : localized("lkeyEnterDelayFirst"));
-  };
-  connect(mUi->mInputMacroDelay, &QLineEdit::textChanged, this, offer);
-  offer();
+  connect(mUi->mInputMacroDelay, &QLineEdit::textChanged, this, &MacroDelaySheet::explainOK);
+  explainOK();
   connect(mUi->mMacroDelayCancel, &QPushButton::clicked, this, &MacroDelaySheet::cancelled);
 }
 
@@ -34,23 +29,35 @@ NumberOnlyTextField& MacroDelaySheet::mInputMacroDelay() const {
 void MacroDelaySheet::begin(const QString& line) {
   const auto milliseconds = vorn::eventParser::delayOfLine(line.toStdString());
   show(localized("lkeyEditDelayTitle"), localized("lkeyDelayNow").arg(line.trimmed()),
-       milliseconds ? QString::number(*milliseconds) : QString());
+       milliseconds ? QString::number(*milliseconds) : QString(), {milliseconds, "lkeyDelayIsSo"});
 }
 
 void MacroDelaySheet::beginForMany(int delays) {
-  show(localized("lkeyEditDelaysTitle").arg(delays), localized("lkeyDelaysNow"), {});
+  show(localized("lkeyEditDelaysTitle").arg(delays), localized("lkeyDelaysNow"), {}, {});
 }
 
 void MacroDelaySheet::beginAdding(const QString& line) {
-  show(localized("lkeyAddDelayTitle"), localized("lkeyDelayAddedTo").arg(line.trimmed()), {});
+  show(localized("lkeyAddDelayTitle"), localized("lkeyDelayAddedTo").arg(line.trimmed()), {},
+       {0, "lkeyNothingToAdd", true});
 }
 
-void MacroDelaySheet::show(const QString& title, const QString& now, const QString& placeholder) {
+void MacroDelaySheet::explainOK() {
+  const bool hasDelay = !mUi->mInputMacroDelay->text().isEmpty();
+  const bool isIdle = hasDelay && mUi->mInputMacroDelay->integerValue() == mIdle.milliseconds;
+  const QString whyNot = isIdle ? localized(mIdle.reason) : hasDelay ? QString() : localized("lkeyEnterDelayFirst");
+  mUi->mMacroDelayOK->setEnabled(hasDelay && !(isIdle && mIdle.isRefused));
+  mUi->mMacroDelayOK->setToolTip(whyNot);
+  mUi->mMacroDelayNow->setText(isIdle ? whyNot : mNow);
+}
+
+void MacroDelaySheet::show(const QString& title, const QString& now, const QString& placeholder, const Idle& idle) {
+  mNow = now;
+  mIdle = idle;
   setWindowTitle(title);
   mUi->mMacroDelayTitle->setText(title);
   mUi->mInputMacroDelay->setPlaceholderText(placeholder);
-  mUi->mMacroDelayNow->setText(now);
   mUi->mInputMacroDelay->clear();
+  explainOK();
   mUi->mInputMacroDelay->setFocus();
   open();
 }
@@ -62,11 +69,15 @@ MacroEventSheet::MacroEventSheet(QWidget* parent)
   connect(mUi->mMacroEventEditCancel, &QPushButton::clicked, this, &MacroEventSheet::cancelled);
   connect(mUi->mMacroEventChoose, &QPushButton::clicked, this, [this] {
     mUi->mInputMacroEvent->stopListening();
-    KeyChooser::open(this, KeyChooser::Offers::Keys, [this](int usage, int) { emit keyChosen(usage); });
+    KeyChooser::open(this, KeyChooser::Offers::Keys, [this](int usage, int) {
+      mUi->mMacroEventEditOK->setFocus();
+      emit keyChosen(usage);
+    });
   });
   mUi->mInputMacroEvent->setUp(mUi->mMacroEventEditOK, KeyCaptureField::Confirms::Always, mUi->mMacroEventAgain,
                                {localized("lkeyPressAKey"), localized("lkeySingleKeyPlaceholder"),
-                                localized("lkeySingleKeyNameless"), localized("lkeyNoKeyPressed")});
+                                localized("lkeySingleKeyNameless"), localized("lkeyNoKeyNoChange")},
+                               mUi->mMacroEventNote);
 }
 
 MacroEventSheet::~MacroEventSheet() = default;
@@ -84,13 +95,13 @@ void MacroEventSheet::begin(Partner partner) {
   mUi->mChangesPartner->setText(localized(partner == Partner::Press ? "lkeyChangePress" : "lkeyChangeRelease"));
   mUi->mChangesPartner->setVisible(hasPartner);
   mUi->mChangesPartner->setChecked(hasPartner);
-  mUi->mInputMacroEvent->setConfirms(KeyCaptureField::Confirms::Always);
+  mUi->mInputMacroEvent->setConfirms(KeyCaptureField::Confirms::Always, localized("lkeyNoKeyNoChange"));
   show("lkeyEditEventTitle", "lkeyEnterEvent", "lkeyOK");
 }
 
 void MacroEventSheet::beginInserting() {
   mUi->mChangesPartner->hide();
-  mUi->mInputMacroEvent->setConfirms(KeyCaptureField::Confirms::CaughtKey);
+  mUi->mInputMacroEvent->setConfirms(KeyCaptureField::Confirms::CaughtKey, localized("lkeyNoKeyPressed"));
   show("lkeyInsertKeyTitle", "lkeyEnterInsertedKey", "lkeyInsertAction");
 }
 

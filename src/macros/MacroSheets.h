@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <memory>
+#include <optional>
 
 namespace skarn {
 
@@ -38,9 +39,18 @@ class MacroDelaySheet : public QDialog {
   void cancelled();
 
  private:
-  void show(const QString& title, const QString& now, const QString& placeholder);
+  // A delay with which OK changes nothing, and why.
+  struct Idle {
+    std::optional<int> milliseconds;
+    const char* reason = nullptr;
+    bool isRefused = false;  // OK is disabled then
+  };
+  void show(const QString& title, const QString& now, const QString& placeholder, const Idle& idle);
+  void explainOK();
 
   std::unique_ptr<Ui::MacroDelaySheet> mUi;
+  QString mNow;
+  Idle mIdle;
 };
 
 // Asks for a key: of an event, or of a stroke that is to be inserted. Shows the one that was caught last.

@@ -233,12 +233,12 @@ void MouseMacrosController::clickDeleteMacro() {
 void MouseMacrosController::askAboutMacro(int row, const char* title, const QString& description,
                                           void (MouseMacrosController::*confirmed)(int row)) {
   const RememberedRecord macro(macrosSettingsArray, row, keys::MacroName);
-  Alert::show(sheetWindow(), localized(title).arg(shownName(QString::fromStdString(macro.name()))), description,
-              {localized("lkeyDeleteAction"), localized("lkeyCancel")},
-              [guard = QPointer(this), macro, confirmed](int returnCode) {
-                if (!guard || returnCode != Alert::firstButtonReturn) return;
-                if (const int place = guard->selectMeantMacro(macro); place >= 0) (guard->*confirmed)(place);
-              });
+  Alert::ask(sheetWindow(), localized(title).arg(shownName(QString::fromStdString(macro.name()))), description,
+             localized("lkeyDeleteAction"), localized("lkeyCancel"),
+             [guard = QPointer(this), macro, confirmed](int returnCode) {
+               if (!guard || returnCode != Alert::firstButtonReturn) return;
+               if (const int place = guard->selectMeantMacro(macro); place >= 0) (guard->*confirmed)(place);
+             });
 }
 
 int MouseMacrosController::selectMeantMacro(const RememberedRecord& macro) {

@@ -111,11 +111,11 @@ QWidget* MouseMaintenanceController::sheetParent() const {
 
 void MouseMaintenanceController::clickRestoreSettings() {
   const QString name = textOf(maintenanceDict, keys::ProfileName);
-  Alert::show(sheetParent(), localized("lkeyRestoreDefaultTitle").arg(shownName(name)),
-              localized("lkeyRestoreDefaultDesc"), {localized("lkeyRestoreAction"), localized("lkeyCancel")},
-              [tab = QPointer(this), name](int returnCode) {
-                if (tab && returnCode == Alert::firstButtonReturn) tab->restoreProfile(name);
-              });
+  Alert::ask(sheetParent(), localized("lkeyRestoreDefaultTitle").arg(shownName(name)),
+             localized("lkeyRestoreDefaultDesc"), localized("lkeyRestoreAction"), localized("lkeyCancel"),
+             [tab = QPointer(this), name](int returnCode) {
+               if (tab && returnCode == Alert::firstButtonReturn) tab->restoreProfile(name);
+             });
 }
 
 // The mouse may have switched to another profile while the alert was open.

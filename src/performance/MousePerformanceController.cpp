@@ -153,22 +153,24 @@ void MousePerformanceController::clickStageChip(int index) {
   }
 }
 
-void MousePerformanceController::makeCurrent(const PropertyList& stages, int index) {
+PropertyList MousePerformanceController::currentValues(const PropertyList& stages, int index) {
   const PropertyList& stage = stages.at(index);
-  const int x = stage[keys::StageDpiX].toInt();
-  const int y = stage[keys::StageDpiY].toInt();
-  const int isIndependent = stage[keys::StageIndependentXY].toInt();
+  return PropertyList::dictionary({{keys::Stages, stages},
+                                   {keys::StageValue, index},
+                                   {keys::DPIX, stage[keys::StageDpiX].toInt()},
+                                   {keys::DPIY, stage[keys::StageDpiY].toInt()},
+                                   {keys::IndependentXYOn, stage[keys::StageIndependentXY].toInt()}});
+}
+
+void MousePerformanceController::makeCurrent(const PropertyList& stages, int index) {
+  const PropertyList values = currentValues(stages, index);
   // What was let go and waits to be sent is overtaken.
   takePendingCommits();
-  setValueSilently(*mUi->mXDpiSlider, x);
-  setValueSilently(*mUi->mYDpiSlider, y);
-  mUi->mEnableIndependentXY->setChecked(isIndependent != 0);
+  setValueSilently(*mUi->mXDpiSlider, values[keys::DPIX].toInt());
+  setValueSilently(*mUi->mYDpiSlider, values[keys::DPIY].toInt());
+  mUi->mEnableIndependentXY->setChecked(values[keys::IndependentXYOn].toInt() != 0);
   showSliderValues();
-  send(PropertyList::dictionary({{keys::Stages, stages},
-                                 {keys::StageValue, index},
-                                 {keys::DPIX, x},
-                                 {keys::DPIY, y},
-                                 {keys::IndependentXYOn, isIndependent}}));
+  send(values);
 }
 
 void MousePerformanceController::tickOnTheFly() {

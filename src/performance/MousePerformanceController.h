@@ -109,6 +109,10 @@ class MousePerformanceController : public QWidget {
   void showSliderValues();
   void clickStageChip(int index);
   // Asks for these stages, one of which is the current one and gives the sensitivity.
+  // What makes one of the stages the current one.
+  static vorn::PropertyList currentValues(const vorn::PropertyList& stages, int index);
+  // OK of the sheet would change nothing.
+  bool areStagesInForce() const;
   void makeCurrent(const vorn::PropertyList& stages, int index);
   void showPointer();
 

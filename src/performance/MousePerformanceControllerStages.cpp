@@ -153,7 +153,18 @@ int MousePerformanceController::numberOfRowsInTableView() {
   enableWithReason(*mStagesUi->mStageDeleteButton, isSelected && count > 1,
                    count > 1 ? "lkeyNoStageSelected" : "lkeyLastStage");
   enableWithReason(*mStagesUi->mStageOkButton, isSelected, "lkeyNoStageSelected");
+  const QString note = isSelected && areStagesInForce() ? localized("lkeyStagesUnchanged") : QString();
+  if (isSelected) mStagesUi->mStageOkButton->setToolTip(note);
+  mStagesUi->mStagesNote->setText(note);
   return count;
+}
+
+bool MousePerformanceController::areStagesInForce() const {
+  const PropertyList values = currentValues(mStagesArray, selectedStage());
+  for (std::size_t entry = 0; entry < values.size(); ++entry) {
+    if (!(performanceSettingsDict[values.keyAt(entry)] == values[values.keyAt(entry)])) return false;
+  }
+  return true;
 }
 
 void MousePerformanceController::clickStageAdd() {

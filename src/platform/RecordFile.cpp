@@ -99,11 +99,11 @@ ImportedRecord importRecord(const QString& path, vorn::RecordKind kind) {
 void exportRecord(QWidget* window, const QString& path, const vorn::PropertyList& record, vorn::RecordKind kind,
                   Notice* notice) {
   if (!QFileInfo(path).isFile()) return write(window, path, record, kind, notice);
-  Alert::show(window, localized("lkeyReplaceFileTitle").arg(fileName(path)), localized("lkeyReplaceFileDesc"),
-              {localized("lkeyReplace"), localized("lkeyCancel")},
-              [window, path, record, kind, told = QPointer(notice)](int returnCode) {
-                if (returnCode == Alert::firstButtonReturn) write(window, path, record, kind, told);
-              });
+  Alert::ask(window, localized("lkeyReplaceFileTitle").arg(fileName(path)), localized("lkeyReplaceFileDesc"),
+             localized("lkeyReplace"), localized("lkeyCancel"),
+             [window, path, record, kind, told = QPointer(notice)](int returnCode) {
+               if (returnCode == Alert::firstButtonReturn) write(window, path, record, kind, told);
+             });
 }
 
 ImportedFolder importProfileFolder(const QString& path) {

@@ -421,10 +421,10 @@ void MouseProfilesController::showAlert(const char* title, const QString& inform
   const int row = takeTargetRow();
   mTarget.openSheet(profilesArray, row);
   const QString name = shownName(textOf(profilesArray.at(row), keys::ProfileName));
-  Alert::show(sheetParent(), localized(title).arg(name), informativeText, {localized(action), localized("lkeyCancel")},
-              [tab = QPointer(this), contextInfo](int returnCode) {
-                if (tab) tab->sheetDidEnd(returnCode, contextInfo);
-              });
+  Alert::ask(sheetParent(), localized(title).arg(name), informativeText, localized(action), localized("lkeyCancel"),
+             [tab = QPointer(this), contextInfo](int returnCode) {
+               if (tab) tab->sheetDidEnd(returnCode, contextInfo);
+             });
 }
 
 void MouseProfilesController::clickDelete() {

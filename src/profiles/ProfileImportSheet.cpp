@@ -40,6 +40,7 @@ ProfileImportSheet* ProfileImportSheet::open(QWidget* window, std::vector<Profil
                                              const PropertyList& bundle, Accepted accepted) {
   auto* sheet = new ProfileImportSheet(window, std::move(candidates), std::move(accepted));
   sheet->setSettings(bundle);
+  (sheet->mFitting.empty() ? sheet->mUi->mImportCancel : sheet->mUi->mImportOK)->setFocus();
   sheet->QDialog::open();
   return sheet;
 }
@@ -53,7 +54,6 @@ ProfileImportSheet::ProfileImportSheet(QWidget* window, std::vector<ProfileCandi
   setAttribute(Qt::WA_DeleteOnClose);
   connect(mUi->mImportOK, &QPushButton::clicked, this, &QDialog::accept);
   connect(mUi->mImportCancel, &QPushButton::clicked, this, &QDialog::reject);
-  mUi->mImportOK->setFocus();
 }
 
 ProfileImportSheet::~ProfileImportSheet() = default;

@@ -70,4 +70,11 @@ Alert* Alert::show(QWidget* window, const QString& message, const QString& infor
   return alert;
 }
 
+Alert* Alert::ask(QWidget* window, const QString& message, const QString& informativeText, const QString& action,
+                  const QString& cancel, Ended ended) {
+  Alert* alert = show(window, message, informativeText, {action, cancel}, std::move(ended));
+  alert->setDefaultButton(qobject_cast<QPushButton*>(alert->escapeButton()));
+  return alert;
+}
+
 }  // namespace skarn

@@ -24,6 +24,11 @@ class Alert : public QMessageBox {
   static Alert* show(QWidget* window, const QString& message, const QString& informativeText,
                      const QStringList& buttons, Ended ended = {});
 
+  // Asks in the same way before something is lost. The buttons are the action's and Cancel, and Return presses Cancel,
+  // too: nothing is lost by a slip of a key.
+  static Alert* ask(QWidget* window, const QString& message, const QString& informativeText, const QString& action,
+                    const QString& cancel, Ended ended);
+
   // Lets the user select and copy the text below the message.
   void makeTextSelectable();
 

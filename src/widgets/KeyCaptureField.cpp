@@ -1,5 +1,6 @@
 #include "widgets/KeyCaptureField.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <utility>
 
@@ -21,17 +22,20 @@ KeyCaptureField::KeyCaptureField(QWidget* parent) : QLineEdit(parent) {
 
 KeyCaptureField::~KeyCaptureField() = default;
 
-void KeyCaptureField::setUp(QPushButton* ok, Confirms confirms, QAbstractButton* again, const Texts& texts) {
+void KeyCaptureField::setUp(QPushButton* ok, Confirms confirms, QAbstractButton* again, const Texts& texts,
+                            QLabel* note) {
   mOK = ok;
   mConfirms = confirms;
   mAgain = again;
   mTexts = texts;
+  mNote = note;
   connect(again, &QAbstractButton::clicked, this, &KeyCaptureField::listen);
   setHasKey(false);
 }
 
-void KeyCaptureField::setConfirms(Confirms confirms) {
+void KeyCaptureField::setConfirms(Confirms confirms, const QString& noKeyToConfirm) {
   mConfirms = confirms;
+  mTexts.noKeyToConfirm = noKeyToConfirm;
   showState();
 }
 
@@ -98,10 +102,11 @@ void KeyCaptureField::setHasKey(bool hasKey) {
 void KeyCaptureField::showState() {
   setPlaceholderText(mHasKey ? mTexts.namelessKey : isListening() ? mTexts.listening : mTexts.noKey);
   if (mAgain) mAgain->setEnabled(!isListening());
+  const QString whyNot = mHasKey ? QString() : mTexts.noKeyToConfirm;
+  if (mNote) mNote->setText(whyNot);
   if (!mOK) return;
-  const bool canConfirm = mHasKey || mConfirms == Confirms::Always;
-  mOK->setEnabled(canConfirm);
-  mOK->setToolTip(canConfirm ? QString() : mTexts.noKeyToConfirm);
+  mOK->setEnabled(mHasKey || mConfirms == Confirms::Always);
+  mOK->setToolTip(whyNot);
 }
 
 }  // namespace skarn

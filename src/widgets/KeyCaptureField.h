@@ -10,6 +10,7 @@
 #include <QPointer>
 
 class QAbstractButton;
+class QLabel;
 class QPushButton;
 
 namespace skarn {
@@ -23,7 +24,7 @@ class KeyCaptureField : public QLineEdit {
     QString listening;
     QString noKey;
     QString namelessKey;
-    // The tooltip of OK before the first key.
+    // The tooltip of OK, and what the note says, before the first key.
     QString noKeyToConfirm;
   };
   enum class Confirms {
@@ -34,9 +35,11 @@ class KeyCaptureField : public QLineEdit {
   explicit KeyCaptureField(QWidget* parent = nullptr);
   ~KeyCaptureField() override;
 
-  // The buttons, of the field's own window: the sheet's OK, and the one that listens anew. Not owned.
-  void setUp(QPushButton* ok, Confirms confirms, QAbstractButton* again, const Texts& texts);
-  void setConfirms(Confirms confirms);
+  // Of the field's own window: the sheet's OK, the button that listens anew, and a note that says why OK would do
+  // nothing, if there is one. Not owned.
+  void setUp(QPushButton* ok, Confirms confirms, QAbstractButton* again, const Texts& texts, QLabel* note = nullptr);
+  // For another use of the same sheet.
+  void setConfirms(Confirms confirms, const QString& noKeyToConfirm);
   // Forgets the key and listens.
   void begin();
   void listen();
@@ -60,6 +63,7 @@ class KeyCaptureField : public QLineEdit {
 
   QPointer<QPushButton> mOK;
   QPointer<QAbstractButton> mAgain;
+  QPointer<QLabel> mNote;
   Confirms mConfirms = Confirms::CaughtKey;
   Texts mTexts;
   bool mHasKey = false;

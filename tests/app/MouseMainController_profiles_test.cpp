@@ -12,6 +12,7 @@
 #include "app/HubFixture.h"
 #include "model/Assignments.h"
 #include "profiles/MouseProfilesController.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -123,10 +124,10 @@ class MouseMainControllerProfilesTest : public QObject {
     QTest::keyClicks(editor(), name);
     QTest::keyClick(editor(), Qt::Key_Return);
   }
-  void pressReturnInAlert() {
+  void confirmAlert() {
     auto* alert = find<QMessageBox>("alert");
     QVERIFY(alert);
-    QTest::keyClick(alert, Qt::Key_Return);
+    confirm(alert);
     QTRY_VERIFY(!find<QMessageBox>("alert"));
   }
   PropertyList profileAt(int row) { return mBundle[keys::Profiles].at(row); }
@@ -206,7 +207,7 @@ class MouseMainControllerProfilesTest : public QObject {
     mHub->link.requests.clear();
     QTest::mouseClick(find<QToolButton>("mDeleteProfile"), Qt::LeftButton);
     VERIFY_REQUESTS({});
-    pressReturnInAlert();
+    confirmAlert();
     std::vector<MessageID> sent;
     for (const auto& each : mHub->link.requests) sent.push_back(each.messageID);
     QVERIFY(sent == (std::vector<MessageID>{MessageID::DeleteProfile, MessageID::SwitchProfile,
@@ -234,7 +235,7 @@ class MouseMainControllerProfilesTest : public QObject {
     const PropertyList draw = profileAt(2);
     const PropertyList work = profileAt(0);
     QTest::mouseClick(find<QToolButton>("mDeleteProfile"), Qt::LeftButton);
-    pressReturnInAlert();
+    confirmAlert();
 
     QCOMPARE(mHub->link.requests.size(), std::size_t{5});
     const PropertyList moved = PropertyList::dictionary({{keys::Keys, PropertyList::dictionary({{"4", switchTo(1)}})}});
@@ -249,7 +250,7 @@ class MouseMainControllerProfilesTest : public QObject {
 
   void restoringSendsTheDefaultsUnderTheName() {
     tab().selectMenuItem(9);
-    pressReturnInAlert();
+    confirmAlert();
     VERIFY_REQUESTS({updated(1, tab().mDefaultDict().with(keys::ProfileName, "Play"))});
     verifyInStep();
   }

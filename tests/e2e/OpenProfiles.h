@@ -10,6 +10,7 @@
 #include <QToolButton>
 
 #include "e2e/OpenWindow.h"
+#include "support/PanelTest.h"
 
 namespace skarn::test {
 
@@ -76,7 +77,7 @@ class OpenProfiles : public OpenWindow {
   }
   void acceptAlert() {
     QVERIFY(dialog<QMessageBox>("alert"));
-    QTest::keyClick(dialog<QMessageBox>("alert"), Qt::Key_Return);
+    confirm(dialog<QMessageBox>("alert"));
     QTRY_VERIFY(!dialog<QMessageBox>("alert"));
   }
   void deleteRow(int row) {

@@ -8,6 +8,7 @@
 #include "model/PropertyListCodec.h"
 #include "platform/Localization.h"
 #include "support/ChildProcess.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 #include "widgets/Notice.h"
 #include "widgets/SkarnStyle.h"
@@ -124,7 +125,7 @@ class MacroSheetsWithEngineTest : public QObject {
     open.chooseFromGear("mSettingsMacroDetails", macroDetailsMenuTags::DeleteAllEvents);
     deleteMacro("M1");
     open.awaitNames({"M2", "M3"});
-    QTest::keyClick(open.alert(), Qt::Key_Return);
+    confirm(open.alert());
     QTRY_COMPARE_WITH_TIMEOUT(open.lineCount(), 0, deadline);
     const PropertyList macros = other.bundle()[keys::Macros];
     QCOMPARE(events(macros.at(0)).size(), std::size_t{2});
@@ -228,7 +229,7 @@ class MacroSheetsWithEngineTest : public QObject {
     QCOMPARE(open.lines(), (QStringList{"Key Press A", "0.020 seconds delay\n", "Key Press C"}));
     OpenMacros::chooseIn(*open.rightClick("mMacroTableView", 1), macroMenuTags::Delete);
     QCOMPARE(open.alert()->text(), QStringLiteral("Delete Macro “M2”?"));
-    QTest::keyClick(open.alert(), Qt::Key_Return);
+    confirm(open.alert());
     open.awaitNames({"M1", "M3"});
   }
 

@@ -4,6 +4,7 @@
 #include "e2e/EditedMacro.h"
 #include "e2e/Vornctl.h"
 #include "platform/Localization.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -51,7 +52,7 @@ const Edit edits[] = {
     {"all events are removed",
      [](EditedMacro& open) {
        open.choose(tags::DeleteAllEvents);
-       QTest::keyClick(open.find("alert"), Qt::Key_Return);
+       confirm(open.find<QMessageBox>("alert"));
      },
      MessageID::RemoveAllMacroEvents},
     {"a delay is given to all events",

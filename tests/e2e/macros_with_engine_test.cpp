@@ -12,6 +12,7 @@
 #include "macros/MouseMacrosController.h"
 #include "model/PropertyListCodec.h"
 #include "platform/Localization.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 #include "widgets/SkarnStyle.h"
 
@@ -173,7 +174,7 @@ class MacrosWithEngineTest : public QObject {
     QCOMPARE(open.setting(keys::Keys)["43"][keys::Command].toInt(), 10);
     open.click("mDeleteMacro");
     QVERIFY(open.hasSheet("alert"));
-    QTest::keyClick(open.find<QMessageBox>("alert"), Qt::Key_Return);
+    confirm(open.find<QMessageBox>("alert"));
     QTRY_COMPARE_WITH_TIMEOUT(open.names(), QStringList(), deadline);
     QTRY_VERIFY_WITH_TIMEOUT(open.setting(keys::Keys)["43"] == factory, deadline);
 

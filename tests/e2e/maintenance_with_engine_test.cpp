@@ -7,6 +7,7 @@
 #include "e2e/OpenWindow.h"
 #include "e2e/VirtualMouse.h"
 #include "platform/Localization.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 #include "widgets/SkarnStyle.h"
 
@@ -92,7 +93,7 @@ class MaintenanceWithEngineTest : public QObject {
     QCOMPARE(open.profileUpdates(), before);
     QTRY_VERIFY(open.alert() == nullptr);
     open.find<QAbstractButton>("mRestoreSettings")->click();
-    QTest::keyClick(open.alert(), Qt::Key_Return);
+    confirm(open.alert());
     QCOMPARE(open.profileUpdates(), before + 1);
     QCOMPARE(open.profileName(), QStringLiteral("Mine"));
     QVERIFY(hub.mDefaultProfileDict()[keys::DPIX] == factory[keys::DPIX]);

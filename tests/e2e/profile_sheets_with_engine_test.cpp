@@ -229,7 +229,7 @@ class ProfileSheetsWithEngineTest : public QObject {
       QTest::keyClicks(chooser->findChild<QLineEdit*>(QStringLiteral("mApplicationSearch")), QStringLiteral("Editor"));
       QTest::mouseClick(chooser->findChild<QPushButton*>(QStringLiteral("mApplicationOK")), Qt::LeftButton);
     } else {
-      QTest::keyClick(mWindow->dialog<QMessageBox>("alert"), Qt::Key_Return);
+      skarn::test::confirm(mWindow->dialog<QMessageBox>("alert"));
     }
     return {};
   }

@@ -13,6 +13,7 @@
 #include "macros/MacrosFixture.h"
 #include "model/PropertyListCodec.h"
 #include "model/VrCoreUtility.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 #include "widgets/Notice.h"
 
@@ -126,7 +127,11 @@ class MacroFilesTest : public QObject {
     at.selectMacro(0);
     at.exportTo(at.path("mine"));
     QVERIFY(at.alert() != nullptr);
-    QTest::keyClick(at.alert(), isWanted ? Qt::Key_Return : Qt::Key_Escape);
+    if (isWanted) {
+      confirm(at.alert());
+    } else {
+      QTest::keyClick(at.alert(), Qt::Key_Escape);
+    }
     QFile file(at.path("mine.SkarnMacro"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll() == QByteArray("old"), !isWanted);

@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include "macros/MacrosFixture.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -259,7 +260,7 @@ class MacroMenusTest : public QObject {
     MacrosFixture::itemOf(*macroMenu, 5)->trigger();
     macroMenu->close();
     QCOMPARE(fixture.alert()->text(), QStringLiteral("Delete Macro “Greeting”?"));
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QTRY_VERIFY(fixture.alert() == nullptr);
     QCOMPARE(fixture.delegate.take().mid(0, 2),
              (QStringList{"getMacroDetailsForMacroAtIndex(1)", "deleteMacroAtIndex(1)"}));

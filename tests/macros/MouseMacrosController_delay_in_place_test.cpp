@@ -2,6 +2,7 @@
 #include <QTest>
 
 #include "macros/MacrosFixture.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -101,7 +102,7 @@ class MouseMacrosControllerDelayInPlaceTest : public QObject {
     const bool isAnother = left.size() > 1;
     // The lines that are shown are never those of the macro that is gone.
     QCOMPARE(fixture.delegate.take(), isAnother ? QStringList("getMacroDetailsForMacroAtIndex(1)") : QStringList());
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QTRY_VERIFY(fixture.alert() == nullptr);
     QApplication::setActiveWindow(&fixture.window);
     QTRY_VERIFY((isAnother ? fixture.lines() : fixture.macros())->hasFocus());

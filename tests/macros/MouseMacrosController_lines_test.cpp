@@ -2,6 +2,7 @@
 #include <QTest>
 
 #include "macros/EditingFixture.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -59,7 +60,7 @@ class MouseMacrosControllerLinesTest : public QObject {
     fixture.chooseFromGear("mSettingsMacroDetails", 4);
     QCOMPARE(fixture.delegate.take(), QStringList());
     QCOMPARE(fixture.alert()->text(), QStringLiteral("Delete All Events of “Fireball”?"));
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QCOMPARE(fixture.delegate.take(),
              (QStringList{"removeAllEventsForMacroAtIndex(0)", "getMacroDetailsForMacroAtIndex(0)"}));
     QVERIFY(fixture.tab->mMacroDetailsArray() == PropertyList::array());
@@ -83,7 +84,7 @@ class MouseMacrosControllerLinesTest : public QObject {
     fixture.chooseFromGear("mSettingsMacroDetails", 4);
     fixture.reload(macrosNamed({"Greeting", "Build order"}));
     fixture.delegate.take();
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QCOMPARE(fixture.delegate.take(),
              (QStringList{"getMacroDetailsForMacroAtIndex(0)", "removeAllEventsForMacroAtIndex(0)",
                           "getMacroDetailsForMacroAtIndex(0)"}));
@@ -96,7 +97,7 @@ class MouseMacrosControllerLinesTest : public QObject {
     fixture.chooseFromGear("mSettingsMacroDetails", 4);
     fixture.reload(macrosNamed({"Fireball"}));
     fixture.delegate.take();
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QCOMPARE(fixture.delegate.take(), QStringList());
     QCOMPARE(fixture.alert()->text(), QStringLiteral("“Greeting” is no longer there"));
   }

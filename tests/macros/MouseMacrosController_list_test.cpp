@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "macros/MacrosFixture.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -259,7 +260,7 @@ class MouseMacrosControllerListTest : public QObject {
       fixture.tab->refreshTableDisplay();
     };
     fixture.click("mDeleteMacro");
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QCOMPARE(fixture.delegate.take(),
              (QStringList{QStringLiteral("deleteMacroAtIndex(%1)").arg(deleted),
                           QStringLiteral("getMacroDetailsForMacroAtIndex(%1)").arg(selected)}));
@@ -278,7 +279,7 @@ class MouseMacrosControllerListTest : public QObject {
       fixture.tab->refreshTableDisplay();
     };
     fixture.chooseFromGear("mSettingsMacro", 5);
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QCOMPARE(fixture.delegate.take(), QStringList{"deleteMacroAtIndex(0)"});
     QCOMPARE(fixture.enabled(),
              (QStringList{"mMacroTableView", "mAddMacro", "mSettingsMacro", "mMacroDetailsTableView"}));
@@ -290,7 +291,7 @@ class MouseMacrosControllerListTest : public QObject {
     MacrosFixture fixture;
     fixture.selectMacro(0);
     fixture.click("mDeleteMacro");
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QCOMPARE(fixture.delegate.take(), (QStringList{"deleteMacroAtIndex(0)", "getMacroDetailsForMacroAtIndex(0)"}));
     QCOMPARE(MacrosFixture::rowsOf(fixture.macros()).size(), 3);
     QVERIFY(fixture.tab->mMacroDetailsArray() == linesOfEvents(3));

@@ -1,5 +1,6 @@
 // What a list that comes from elsewhere, as after an undo, means for the lines that are shown.
 #include "macros/SequenceFixture.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -40,7 +41,7 @@ const Edit edits[] = {
      {},
      [](SequenceFixture& fixture) {
        fixture.choose(tags::DeleteAllEvents);
-       QTest::keyClick(fixture.alert(), Qt::Key_Return);
+       confirm(fixture.alert());
      },
      "removeAllEventsForMacroAtIndex",
      {}},

@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "platform/Localization.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 #include "support/SampleSettings.h"
 #include "support/SliderDrag.h"
@@ -251,7 +252,7 @@ class MouseMaintenanceControllerTest : public QObject {
       fixture.tab.updateUISettings();
       QCOMPARE(fixture.label("mProfileNameLabel").text(), QString());
       fixture.tab.clickRestoreSettings();
-      QTest::keyClick(fixture.alert(), Qt::Key_Return);
+      confirm(fixture.alert());
       QVERIFY(fixture.owner.take() == (Updates{PropertyList::dictionary({{keys::ProfileName, ""},
                                                                          {keys::BrightnessNormal, 4},
                                                                          {keys::ProfileOSDOn, true},
@@ -295,7 +296,8 @@ class MouseMaintenanceControllerTest : public QObject {
     QCOMPARE(alert->text(), QStringLiteral("Restore Profile “Work” to Its Factory Settings?"));
     QCOMPARE(alert->informativeText(), localized("lkeyRestoreDefaultDesc"));
     QCOMPARE(alert->buttons().size(), 2);
-    QCOMPARE(alert->defaultButton()->text(), QStringLiteral("Restore"));
+    QCOMPARE(alert->buttons().constFirst()->text(), QStringLiteral("Restore"));
+    QCOMPARE(alert->defaultButton()->text(), localized("lkeyCancel"));
     QCOMPARE(alert->escapeButton()->text(), localized("lkeyCancel"));
     QVERIFY(fixture.owner.take().empty());
   }
@@ -317,7 +319,7 @@ class MouseMaintenanceControllerTest : public QObject {
     fixture.tab.updateUISettings();
     QCOMPARE(fixture.positions(), (std::vector<int>{4, 1, 5}));
     QTest::keyClick(&fixture.button("mRestoreSettings"), Qt::Key_Space);
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QVERIFY(fixture.owner.take() == (Updates{defaults.with(keys::ProfileName, "Work")
                                                  .with(keys::BrightnessNormal, 4)
                                                  .with(keys::ProfileOSDOn, true)
@@ -345,7 +347,7 @@ class MouseMaintenanceControllerTest : public QObject {
     fixture.tab.clickRestoreSettings();
     fixture.tab.setMMaintenanceDict(profile("Play"));
     fixture.tab.updateUISettings();
-    QTest::keyClick(fixture.alert(), Qt::Key_Return);
+    confirm(fixture.alert());
     QVERIFY(fixture.owner.take().empty());
     QStringList shown;
     for (const QMessageBox* alert : fixture.window.findChildren<QMessageBox*>()) {
@@ -368,7 +370,7 @@ class MouseMaintenanceControllerTest : public QObject {
     }
     auto* alert = window.findChild<QMessageBox*>(QStringLiteral("alert"));
     QVERIFY(alert != nullptr);
-    QTest::keyClick(alert, Qt::Key_Return);
+    confirm(alert);
     QTRY_VERIFY(window.findChild<QMessageBox*>(QStringLiteral("alert")) == nullptr);
     QVERIFY(recorder.updates.empty());
   }

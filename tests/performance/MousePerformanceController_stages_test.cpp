@@ -300,12 +300,46 @@ class MousePerformanceControllerStagesTest : public QObject {
   }
 
   void returnIsOk() {
-    for (const char* name : {"mStagesTable", "mStageXDpiSlider", "mStageAddButton", "mStageCancelButton"}) {
+    for (const char* name : {"mStagesTable", "mStageEnableIndependentXY", "mStageXDpiSlider", "mStageXDpiField"}) {
       OpenSheet open(profileWith(stages({stage(400, 400, false), stage(800, 800, false)}), 1));
       QTest::keyClick(open.find<QWidget>(name), Qt::Key_Return);
       QVERIFY2(!open.sheet()->isVisible(), name);
       COMPARE_REQUESTS(open, accepted(stages({stage(400, 400, false), stage(800, 800, false)}), 1, 800, 800, 0));
     }
+  }
+
+  void returnOnAnotherButtonIsThatButton() {
+    OpenSheet open;
+    open.find<QWidget>("mStageCancelButton")->setFocus();
+    QTest::keyClick(open.find<QWidget>("mStageCancelButton"), Qt::Key_Return);
+    QVERIFY(!open.sheet()->isVisible());
+    COMPARE_REQUESTS(open, );
+  }
+
+  void okSaysWhenNothingHasBeenChanged() {
+    const PropertyList profile = profileWith(stages({stage(400, 400, false), stage(800, 800, false)}), 1)
+                                     .with(keys::DPIX, 800)
+                                     .with(keys::DPIY, 800)
+                                     .with(keys::IndependentXYOn, 0);
+    OpenSheet open(profile);
+    const auto said = [&] {
+      QVERIFY(open.button("mStageOkButton")->isEnabled());
+      QCOMPARE(open.button("mStageOkButton")->toolTip(), open.find<QLabel>("mStagesNote")->text());
+    };
+    const QLabel* note = open.find<QLabel>("mStagesNote");
+    QCOMPARE(note->text(), localized("lkeyStagesUnchanged"));
+    said();
+    QTest::keyClick(open.slider("mStageXDpiSlider"), Qt::Key_Right);
+    QCOMPARE(note->text(), QString());
+    said();
+    QTest::keyClick(open.slider("mStageXDpiSlider"), Qt::Key_Left);
+    QCOMPARE(note->text(), localized("lkeyStagesUnchanged"));
+    open.select(0);
+    QCOMPARE(note->text(), QString());
+    said();
+    // The stage is the current one, but its sensitivity is not in force.
+    OpenSheet other(profile.with(keys::DPIX, 900));
+    QCOMPARE(other.find<QLabel>("mStagesNote")->text(), QString());
   }
 
   void aCancelSendsNothingAndDropsTheEdits_data() {

@@ -5,6 +5,7 @@
 #include "model/PropertyListCodec.h"
 #include "profiles/ProfilesTabTest.h"
 #include "support/ApplicationsHome.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -94,7 +95,7 @@ class MouseProfilesControllerFilesTest : public QObject {
     QVERIFY(!mTest->alert()->informativeText().isEmpty());
     VERIFY_CALLS(mTest->delegate.calls, {});
     QVERIFY(mTest->tab->mProfilesArray() == mTest->delegate.list);
-    QTest::keyClick(mTest->alert(), Qt::Key_Return);
+    confirm(mTest->alert());
     QTRY_VERIFY(!mTest->alert());
   }
 
@@ -182,7 +183,7 @@ class MouseProfilesControllerFilesTest : public QObject {
     QTRY_VERIFY(!mTest->alert());
     QCOMPARE(QFileInfo(path).size(), 6);
     exportTo(inFolder(QStringLiteral("Work")));
-    QTest::keyClick(mTest->alert(), Qt::Key_Return);
+    confirm(mTest->alert());
     QTRY_VERIFY(!mTest->alert());
     QVERIFY(readFile(path) == profiles().at(1));
   }

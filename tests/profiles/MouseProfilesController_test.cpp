@@ -7,6 +7,7 @@
 
 #include "profiles/ProfilesTabTest.h"
 #include "profiles/ProfilesTableModel.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 #include "widgets/Palettes.h"
 
@@ -346,7 +347,7 @@ class MouseProfilesControllerTest : public QObject {
     test.showProfiles(namedProfiles({"A", "B"}), 1);
     test.table().setFocus();
     test.key(Qt::Key_Delete);
-    QTest::keyClick(test.alert(), Qt::Key_Return);
+    confirm(test.alert());
     QTRY_VERIFY(!test.alert());
     VERIFY_CALLS(test.delegate.calls, {deleted(1)});
     QVERIFY(!test.remove().isEnabled());

@@ -1,6 +1,7 @@
 // What tests of panels share: a window, folders of the test's own, and the ends that were reported.
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -30,6 +31,15 @@ inline bool writeTestFile(const QString& path, const QByteArray& bytes) {
 
 inline QMessageBox* alertOf(const QWidget& window) {
   return window.findChild<QMessageBox*>(QStringLiteral("alert"));
+}
+
+// Presses the first button of an alert that asks.
+inline void confirm(const QMessageBox* alert) {
+  QVERIFY(alert != nullptr);
+  for (QAbstractButton* button : alert->buttons()) {
+    if (alert->buttonRole(button) == QMessageBox::AcceptRole) return QTest::mouseClick(button, Qt::LeftButton);
+  }
+  QFAIL("the alert has no button to confirm it");
 }
 
 // The alert's two texts, or nothing when none is shown.

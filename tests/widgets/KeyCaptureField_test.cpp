@@ -124,10 +124,12 @@ class KeyCaptureFieldTest : public QObject {
   void okCanBeConfirmedWithoutAKeyWhereThatIsWanted() {
     Sheet sheet(KeyCaptureField::Confirms::Always);
     QVERIFY(sheet.ok->isEnabled());
-    QCOMPARE(sheet.ok->toolTip(), QString());
+    QCOMPARE(sheet.ok->toolTip(), QStringLiteral("first"));
     sheet.field->showKey(QStringLiteral("A"));
+    QCOMPARE(sheet.ok->toolTip(), QString());
     sheet.field->begin();
     QVERIFY(sheet.ok->isEnabled());
+    QCOMPARE(sheet.ok->toolTip(), QStringLiteral("first"));
   }
 
   void theButtonAndAClickListenAnew() {
