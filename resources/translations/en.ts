@@ -351,21 +351,9 @@
         <source>Compared with</source>
         <translation>Compared with</translation>
     </message>
-    <message id="lkeyComparedAcceleration">
-        <source>Acceleration</source>
-        <translation>Acceleration</translation>
-    </message>
-    <message id="lkeyComparedAccelerationLevel">
-        <source>Acceleration level</source>
-        <translation>Acceleration level</translation>
-    </message>
     <message id="lkeyComparedApplication">
         <source>Tied to</source>
         <translation>Tied to</translation>
-    </message>
-    <message id="lkeyComparedColor">
-        <source>Colour</source>
-        <translation>Colour</translation>
     </message>
     <message id="lkeyComparedControl">
         <source>%1, keymap %2</source>
@@ -378,10 +366,6 @@
     <message id="lkeyComparedKeymap">
         <source>Keymap in force</source>
         <translation>Keymap in force</translation>
-    </message>
-    <message id="lkeyComparedLight">
-        <source>Light</source>
-        <translation>Light</translation>
     </message>
     <message id="lkeyComparedLock">
         <source>X and Y apart</source>
@@ -582,10 +566,6 @@
     <message id="lkeyCopyDelay">
         <source>Use This Delay for All</source>
         <translation>Use This Delay for All</translation>
-    </message>
-    <message id="lkeyCopyEvents">
-        <source>Copy</source>
-        <translation>Copy</translation>
     </message>
     <message id="lkeyCurrentSensitivity">
         <source>Current sensitivity</source>
@@ -1035,14 +1015,6 @@
         <source>History</source>
         <translation>History</translation>
     </message>
-    <message id="lkeyHistoryAcceleration">
-        <source>Acceleration</source>
-        <translation>Acceleration</translation>
-    </message>
-    <message id="lkeyHistoryApplication">
-        <source>Application</source>
-        <translation>Application</translation>
-    </message>
     <message id="lkeyHistoryAssignment">
         <source>An assignment</source>
         <translation>An assignment</translation>
@@ -1103,10 +1075,6 @@
         <source>The settings are as they were then</source>
         <translation>The settings are as they were then</translation>
     </message>
-    <message id="lkeyHistoryLight">
-        <source>Light</source>
-        <translation>Light</translation>
-    </message>
     <message id="lkeyHistoryMacroAdded">
         <source>Macro “%1” added</source>
         <translation>Macro “%1” added</translation>
@@ -1159,10 +1127,6 @@
         <source>The core engine does not answer</source>
         <translation>The core engine does not answer</translation>
     </message>
-    <message id="lkeyHistoryNoDevice">
-        <source>No mouse connected</source>
-        <translation>No mouse connected</translation>
-    </message>
     <message id="lkeyHistoryNoEngine">
         <source>No core engine runs</source>
         <translation>No core engine runs</translation>
@@ -1174,10 +1138,6 @@
     <message id="lkeyHistoryOfProfile">
         <source>%1 of %2</source>
         <translation>%1 of %2</translation>
-    </message>
-    <message id="lkeyHistoryPollingRate">
-        <source>Polling rate</source>
-        <translation>Polling rate</translation>
     </message>
     <message id="lkeyHistoryPower">
         <source>Power settings</source>
@@ -1218,10 +1178,6 @@
     <message id="lkeyHistoryRecording">
         <source>Nothing can be undone while a macro is recorded</source>
         <translation>Nothing can be undone while a macro is recorded</translation>
-    </message>
-    <message id="lkeyHistorySensitivity">
-        <source>Sensitivity</source>
-        <translation>Sensitivity</translation>
     </message>
     <message id="lkeyHistorySettings">
         <source>Settings</source>
@@ -1958,10 +1914,6 @@ For this profile, set the brightness to Off.</translation>
         <translation>The page could not be opened</translation>
     </message>
     <message id="lkeyPaste">
-        <source>Paste</source>
-        <translation>Paste</translation>
-    </message>
-    <message id="lkeyPasteEvents">
         <source>Paste</source>
         <translation>Paste</translation>
     </message>

@@ -228,7 +228,7 @@ void MouseMainController::offerHistory() {
       why = "lkeyHistoryStarting";
       break;
     case Presence::NoDevice:
-      why = "lkeyHistoryNoDevice";
+      why = "lkeyNoMouseConnected";
       break;
     case Presence::NoEngine:
       why = "lkeyHistoryNoEngine";

@@ -90,11 +90,11 @@ constexpr SettingWords settings[] = {
     {keys::Stages, "lkeyComparedStages", stagesWords},
     {keys::StageValue, "lkeyComparedStage", placeWords},
     {keys::SensitivityOSDOn, "lkeyComparedSensitivityMessage", flagWords},
-    {keys::AccelerationOn, "lkeyComparedAcceleration", flagWords},
-    {keys::Acceleration, "lkeyComparedAccelerationLevel", numberWords},
-    {keys::ScrollLED, "lkeyComparedLight", flagWords},
+    {keys::AccelerationOn, "lkeyAcceleration", flagWords},
+    {keys::Acceleration, "lkeyAccelerationLevel", numberWords},
+    {keys::ScrollLED, "lkeyLight", flagWords},
     {keys::LEDEffects, "lkeyEffect", effectWords},
-    {keys::LEDColors, "lkeyComparedColor", colorsWords},
+    {keys::LEDColors, "lkeyLightColor", colorsWords},
     {keys::BrightnessKBNormal, "lkeyBrightness", brightnessWords},
 };
 

@@ -109,7 +109,7 @@ class HistoryControlsTest : public QObject {
     fixture.answerEntries({assigned});
     QVERIFY(fixture.undoButton().isEnabled());
     fixture.notifications.post("Device Removed 273", "", {});
-    QCOMPARE(fixture.undoButton().toolTip(), localized("lkeyHistoryNoDevice"));
+    QCOMPARE(fixture.undoButton().toolTip(), localized("lkeyNoMouseConnected"));
   }
 
   void buttons_and_keys_ask_for_one_change_each() {
