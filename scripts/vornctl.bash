@@ -64,14 +64,20 @@ _vornctl_assign() {
   esac
 }
 
+_vornctl_folders() {
+  compopt -o filenames 2>/dev/null
+  mapfile -t COMPREPLY < <(compgen -d -- "$cur")
+}
+
 _vornctl_records() {
   local kind=$1 extension=$2
   shift 2
-  case $1:$# in
+  case $1$isAll:$# in
     switch:2 | copy:2 | rename:2 | delete:2 | move:2 | compare:2 | compare:3 | export:2 | show:2 | record:2)
       _vornctl_offer < <(_vornctl_names "$kind")
       ;;
     move:3) _vornctl_words '1 2 3 4 5' ;;
+    export--all:2 | import--all:2) _vornctl_folders ;;
     import:2) _vornctl_files "$extension" ;;
     export:3) _vornctl_files "$extension" ;;
   esac
@@ -97,6 +103,7 @@ _vornctl_changes() {
 
 _vornctl() {
   local cur=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} index
+  local isAll=''
   local -a words=()
   COMPREPLY=()
   case $previous in
@@ -122,6 +129,7 @@ _vornctl() {
   for ((index = 1; index < COMP_CWORD; ++index)); do
     case ${COMP_WORDS[index]} in
       --profile | --keymap | --with | --repeat | --timeout | --seconds) ((++index)) ;;
+      --all) isAll=--all ;;
       --*) ;;
       *) words+=("${COMP_WORDS[index]}") ;;
     esac

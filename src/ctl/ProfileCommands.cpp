@@ -216,9 +216,9 @@ Outcome importAll(Context& context, const std::string& path) {
   // Before what standard error says of it.
   if (auto unwritten = context.output.flush()) return unwritten;
   if (failure) return failure;
-  return Failure{ExitStatus::Refused, std::to_string(leftOut.size()) + " of " +
-                                          std::to_string(leftOut.size() + folder.entries.size()) +
-                                          " files were not imported"};
+  return Failure{ExitStatus::Refused,
+                 std::to_string(leftOut.size()) + " of " + std::to_string(leftOut.size() + folder.entries.size()) +
+                     (leftOut.size() == 1 ? " files was not imported" : " files were not imported")};
 }
 
 }  // namespace

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <set>
+#include <sstream>
 
 #include "ctl/CommandTable.h"
 
@@ -100,6 +103,26 @@ TEST(CommandLineTest, HelpsWithTheFolderOfAllProfilesAndKeepsTheCommandsOfTheHis
       ADD_FAILURE() << command.name << " stands between them";
   }
   EXPECT_EQ(lines, (std::vector<std::string_view>{"history list", "history go", "history"}));
+}
+
+std::string contentOf(const char* path) {
+  std::ifstream file(path);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(CommandLineTest, TellsOfEveryOptionInTheHelpTheManualPageAndTheCompletion) {
+  const std::string manual = contentOf(MANUAL_PAGE);
+  const std::string completion = contentOf(COMPLETION_SCRIPT);
+  for (const Command& command : commandTable()) {
+    std::istringstream options{std::string(command.options)};
+    for (std::string option; options >> option;) {
+      std::string escaped = option;
+      for (std::size_t at = 0; (at = escaped.find('-', at)) != std::string::npos; at += 2) escaped.insert(at, 1, '\\');
+      EXPECT_NE(helpText().find(option), std::string::npos) << option;
+      EXPECT_NE(manual.find(escaped), std::string::npos) << option;
+      EXPECT_NE(completion.find(option), std::string::npos) << option;
+    }
+  }
 }
 
 }  // namespace

@@ -17,10 +17,20 @@ expect() {
   fi
 }
 
-# Stands in for an engine with three changes.
+# Stands in for an engine with three changes and two profiles.
 vornctl() {
-  [[ $* == '--no-start --timeout 1 history list' ]] && printf '%s    2026-01-02 10:00:00  vornctl\n' 12 9 1
+  case $* in
+    '--no-start --timeout 1 history list') printf '%s    2026-01-02 10:00:00  vornctl\n' 12 9 1 ;;
+    '--no-start --timeout 1 profiles list') printf '* 1  Work\n  2  Games\n' ;;
+  esac
 }
+
+# A folder with a folder and two files.
+folder=$(mktemp -d)
+trap 'rm -r "$folder"' EXIT
+mkdir "$folder/All.SkarnProfiles"
+touch "$folder/Mine.SkarnProfile" "$folder/other.txt"
+cd "$folder" || exit 1
 
 expect 'status profiles get set macros assign assignments keys undo redo history backups monitor device' ''
 expect 'list go' history ''
@@ -34,6 +44,12 @@ expect '--append' --a
 expect '--append' macros export --a
 expect '' profiles list --al
 expect '' undo ''
+expect 'Work Games' profiles export ''
+expect 'Mine.SkarnProfile All.SkarnProfiles' profiles export Work ''
+expect 'Mine.SkarnProfile All.SkarnProfiles' profiles import ''
+expect 'All.SkarnProfiles' profiles export --all ''
+expect 'All.SkarnProfiles' profiles --all import A
+expect '' profiles export --all All.SkarnProfiles ''
 expect 'profiles' pro
 expect 'export' profiles e
 expect 'key keymap' assign 1 ke

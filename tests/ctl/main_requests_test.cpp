@@ -184,7 +184,7 @@ TEST_F(VornCtlRequestsTest, TellFirstWhatOfAllProfilesDoesNotFit) {
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.output, "not imported: " + folder.path("all/4 D.SkarnProfile") +
                             ": the mouse holds five profiles\nProfile 3 \"A\"\nProfile 4 \"B\"\nProfile 5 \"C\"\n"
-                            "vornctl: 1 of 4 files were not imported\n");
+                            "vornctl: 1 of 4 files was not imported\n");
 }
 
 TEST_F(VornCtlRequestsTest, TellWhatWasAddedWhereALaterProfileIsRefused) {

@@ -171,6 +171,20 @@ class ProfileImportSheetTest : public QObject {
              QStringLiteral("2 profiles were imported. Values that cannot be used in them are as from the factory."));
   }
 
+  void ofOneProfileTheWordsAreSingular() {
+    mTest->showProfiles(namedProfiles({"Work"}), 0);
+    mTest->choose(exportAllTag);
+    enter("mProfileSavePanel", inFolder("Mine"));
+    QCOMPARE(mTest->find<QLabel>("mProfileNotice")->text(), "Exported 1 profile to " + inFolder("Mine.SkarnProfiles"));
+    chooseFolder(inFolder("Mine.SkarnProfiles"));
+    QVERIFY(sheet());
+    QCOMPARE(heading(), QStringLiteral("Import this profile?"));
+    QTest::keyClick(sheet(), Qt::Key_Return);
+    QTRY_VERIFY(!sheet());
+    VERIFY_CALLS(mTest->delegate.calls, {added(profile("Work(2)"))});
+    QCOMPARE(mTest->find<QLabel>("mProfileNotice")->text(), QStringLiteral("1 profile was imported."));
+  }
+
   void anImportOfAllEndsAtTheFirstThatTheEngineRefuses() {
     const QString folder = inFolder("All.SkarnProfiles");
     QVERIFY(!vorn::writeProfileFolder(folder.toStdString(), namedProfiles({"A", "B"})));
