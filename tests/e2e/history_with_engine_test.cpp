@@ -8,6 +8,7 @@
 #include "e2e/OpenProfiles.h"
 #include "e2e/Vornctl.h"
 #include "platform/Localization.h"
+#include "support/PanelTest.h"
 #include "support/QtTests.h"
 
 using namespace skarn;
@@ -222,7 +223,7 @@ class HistoryWithEngineTest : public QObject {
     const PropertyList before = other.bundle();
     open.find<QTableView>("mMacroTableView")->selectRow(0);
     open.click("mDeleteMacro");
-    QTest::keyClick(open.find("alert"), Qt::Key_Return);
+    confirm(open.find<QMessageBox>("alert"));
     QTRY_COMPARE_WITH_TIMEOUT(line->text(), QStringLiteral("Deleted M2"), deadline);
     QCOMPARE(open.names(), QStringList{"M3"});
     QTest::mouseClick(open.find<QPushButton>("mHistoryLineButton"), Qt::LeftButton);
