@@ -152,7 +152,14 @@ void MouseButtonController::explainKeymapOK() {
   const bool isCycle = keymapOptionValue == vorn::nextKeymap;
   const Assignment chosen{static_cast<int>(AssignmentCommand::Keymap), keymapOptionValue,
                           !isCycle && keymapSheet().isSwitchBack() ? 1 : 0};
-  keymapSheet().explainOK(chosen == assignmentOf(record) ? localized("lkeyProblemNoChange") : QString());
+  // A cycle goes into every keymap.
+  const PropertyList keymaps = !place                            ? PropertyList()
+                               : isShown(mKeymapContext, *place) ? mAllKeymaps
+                                                                 : allProfiles.at(*place)[keys::Keymap];
+  const bool isEverywhere =
+      !isCycle || keymapsWithCycle(keymaps, groupKeyOf(mKeymapContext.identifier), mKeymapContext.button) == keymaps;
+  const bool changesNothing = chosen == assignmentOf(record) && isEverywhere;
+  keymapSheet().explainOK(changesNothing ? localized("lkeyProblemNoChange") : QString());
 }
 
 KeymapSheet& MouseButtonController::keymapSheet() {

@@ -144,6 +144,29 @@ class MouseButtonControllerKeymapsTest : public QObject {
     }
   }
 
+  void a_cycle_that_only_this_keymap_has_is_something_to_write() {
+    KeymapFixture fixture;
+    const ControlDescriptor& control = ButtonsFixture::control(1);
+    fixture.give(control, assignment(50, 255));
+    const auto reason = [&] {
+      fixture.openKeymapSheet(control);
+      const QString words = fixture.find<QPushButton>("mKeymapOK")->toolTip();
+      fixture.press("mKeymapCancel");
+      return words;
+    };
+    QCOMPARE(reason(), QString());
+    fixture.give(control, assignment(50, 4));
+    fixture.openKeymapSheet(control);
+    QVERIFY(!fixture.find<QPushButton>("mKeymapOK")->toolTip().isEmpty());
+    fixture.press("mKeymapCancel");
+    std::vector<PropertyList> keymaps;
+    for (const PropertyList& keymap : fixture.current[keys::Keymap].elements())
+      keymaps.push_back(keymap.with(keys::Keys, keymap[keys::Keys].with(control.identifier, assignment(50, 255))));
+    fixture.current = fixture.current.with(keys::Keymap, PropertyList::array(std::move(keymaps)));
+    fixture.give(control, assignment(50, 255));
+    QCOMPARE(reason(), localized("lkeyProblemNoChange"));
+  }
+
   void return_in_the_list_presses_ok() {
     KeymapFixture fixture;
     fixture.openKeymapSheet(fixture.control(1));
