@@ -6,7 +6,7 @@ from pathlib import Path
 # What stands between < and >, by kind. A kind is written in the table as here; std is everybody's.
 KINDS = {
     "std": r"[a-z_0-9]+",
-    "POSIX": r"(unistd|fcntl|malloc|poll)\.h|(sys|linux)/[a-z_]+\.h",
+    "POSIX": r"(unistd|fcntl|malloc|poll)\.h|(sys|linux)/[a-z_-]+\.h",
     "Qt": r"Q[A-Za-z]+",
     "sd-bus": r"systemd/sd-[a-z]+\.h",
     "expat": r"expat\.h",

@@ -80,6 +80,8 @@ class Checker(unittest.TestCase):
             ("model/Text.h", "#include <QString>", 1, "model may not include Qt (<QString>)"),
             ("model/Text.h", '\t#\tinclude "ports/Port.h"', 1, 'model may not include ports ("ports/Port.h")'),
             ("model/Text.h", "#include <unistd.h>", 1, "model may not include POSIX (<unistd.h>)"),
+            ("model/Text.h", "#include <linux/input-event-codes.h>", 1,
+             "model may not include POSIX (<linux/input-event-codes.h>)"),
             ("widgets/Switch.h", '#include "model/Value.h"', 1, 'widgets may not include model ("model/Value.h")'),
             ("ports/Port.h", "#include <expat.h>", 1, "ports may not include expat (<expat.h>)"),
             ("ports/Port.h", "#include <zlib.h>", 1, "<zlib.h> is of no known kind"),
