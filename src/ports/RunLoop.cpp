@@ -47,6 +47,10 @@ struct RunLoop::State {
     Work work;
     SourceReference source;
   };
+  struct WatchEntry {
+    std::shared_ptr<Work> work;
+    SourceReference source;
+  };
 
   EventReference event;
   bus::BusReference bus;
@@ -65,6 +69,8 @@ struct RunLoop::State {
   std::function<bool()> idleWork;
   SourceReference idleSource;
   std::vector<std::unique_ptr<SignalEntry>> signals;
+  Watch latestWatch = 0;
+  std::map<Watch, WatchEntry> watches;
 
   void attachBus();
   int drainBus() const;
@@ -75,6 +81,7 @@ struct RunLoop::State {
   static int handleTimers(sd_event_source*, std::uint64_t, void* state);
   static int handleIdle(sd_event_source* source, void* state);
   static int handleSignal(sd_event_source*, const signalfd_siginfo*, void* entry);
+  static int handleWatch(sd_event_source*, int descriptor, std::uint32_t, void* work);
 };
 
 void RunLoop::State::attachBus() {
@@ -162,6 +169,13 @@ int RunLoop::State::handleSignal(sd_event_source*, const signalfd_siginfo*, void
   return 0;
 }
 
+int RunLoop::State::handleWatch(sd_event_source*, int, std::uint32_t, void* work) {
+  // The work may end its own watch.
+  const std::shared_ptr<Work> kept = *static_cast<std::shared_ptr<Work>*>(work);
+  (*kept)();
+  return 0;
+}
+
 RunLoop::RunLoop() : mState(std::make_unique<State>()) {
   sd_event* event = nullptr;
   require(sd_event_new(&event), "Cannot make an event loop");
@@ -185,6 +199,7 @@ RunLoop::~RunLoop() {
   mState->idleSource.reset();
   mState->timerSource.reset();
   mState->signals.clear();
+  mState->watches.clear();
   mState->wakeSource.reset();
   close(mState->wakeDescriptor);
 }
@@ -242,6 +257,24 @@ void RunLoop::removeTimer(Timer timer) {
   mState->timers.erase({found->second, timer});
   mState->timeOfTimer.erase(found);
   mState->armTimers();
+}
+
+RunLoop::Watch RunLoop::watch(int descriptor, std::function<void()> work) {
+  const Watch watch = ++mState->latestWatch;
+  State::WatchEntry& entry = mState->watches[watch];
+  entry.work = std::make_shared<Work>(std::move(work));
+  sd_event_source* source = nullptr;
+  if (sd_event_add_io(mState->event.get(), &source, descriptor, EPOLLIN, State::handleWatch, &entry.work) < 0) {
+    mState->watches.erase(watch);
+    return 0;
+  }
+  entry.source.reset(source);
+  sd_event_source_set_priority(source, SD_EVENT_PRIORITY_IMPORTANT);
+  return watch;
+}
+
+void RunLoop::unwatch(Watch watch) {
+  mState->watches.erase(watch);
 }
 
 void RunLoop::onSignal(int signal, std::function<void()> work) {

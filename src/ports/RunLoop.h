@@ -12,6 +12,7 @@ namespace vorn {
 class RunLoop {
  public:
   using Timer = std::uint64_t;  // 0 is no timer
+  using Watch = std::uint64_t;  // 0 is no watch
 
   RunLoop();  // attaches the calling thread's connection
   ~RunLoop();
@@ -32,6 +33,11 @@ class RunLoop {
 
   Timer addTimer(std::chrono::microseconds delay, std::function<void()> work);  // fires once
   void removeTimer(Timer timer);                                                // an unknown timer does nothing
+  // Calls the work on the loop's thread whenever the descriptor can be read from, or has an error or its end; before
+  // timers and messages that wait as well. The descriptor stays the caller's and stays open until it is unwatched. Call
+  // both on the loop's thread. 0, and nothing is watched, where the system cannot watch it.
+  Watch watch(int descriptor, std::function<void()> work);
+  void unwatch(Watch watch);  // also within the work; an unknown watch does nothing
   // Calls the work on the loop's thread when the process receives the signal. Call it before other threads start:
   // it blocks the signal's default delivery.
   void onSignal(int signal, std::function<void()> work);

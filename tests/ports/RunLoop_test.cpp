@@ -1,8 +1,12 @@
 #include "ports/RunLoop.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <array>
 #include <csignal>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -159,6 +163,58 @@ TEST_F(RunLoopTest, DoesIdleWorkAfterEverythingElseUntilThereIsNone) {
   loop.perform([&] { order.push_back(1); });
   EXPECT_TRUE(loop.run());
   EXPECT_EQ(order, (std::vector<int>{1, 0, 2, 0}));
+}
+
+struct Pipe {
+  std::array<int, 2> ends{};
+  Pipe() { EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK), 0); }
+  ~Pipe() {
+    for (const int end : ends) close(end);
+  }
+  void write(char byte) const { EXPECT_EQ(::write(ends[1], &byte, 1), 1); }
+  char read() const {
+    char byte = 0;
+    return ::read(ends[0], &byte, 1) == 1 ? byte : '-';
+  }
+};
+
+TEST_F(RunLoopTest, CallsAWatchAsLongAsItsDescriptorCanBeReadFrom) {
+  RunLoop loop;
+  const Pipe pipe;
+  std::string received;
+  EXPECT_NE(loop.watch(pipe.ends[0],
+                       [&] {
+                         received += pipe.read();
+                         if (received.size() == 3) loop.stop();
+                       }),
+            0U);
+  for (const char byte : {'a', 'b', 'c'}) pipe.write(byte);
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(received, "abc");
+}
+
+TEST_F(RunLoopTest, AWatchMayEndItselfAndOthersThatAreDueWithinItsWork) {
+  RunLoop loop;
+  const Pipe one;
+  const Pipe other;
+  int calls = 0;
+  std::array<RunLoop::Watch, 2> watches{};
+  const auto endBoth = [&] {
+    ++calls;
+    for (const RunLoop::Watch each : watches) loop.unwatch(each);
+    loop.addTimer(5ms, [&] { loop.stop(); });
+  };
+  watches = {loop.watch(one.ends[0], endBoth), loop.watch(other.ends[0], endBoth)};
+  one.write('a');
+  other.write('b');
+  EXPECT_TRUE(loop.run());
+  EXPECT_EQ(calls, 1);
+  loop.unwatch(watches[0]);
+}
+
+TEST_F(RunLoopTest, DoesNotWatchWhatIsNoDescriptor) {
+  RunLoop loop;
+  EXPECT_EQ(loop.watch(-1, [] {}), 0U);
 }
 
 }  // namespace
