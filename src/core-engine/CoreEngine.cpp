@@ -52,15 +52,22 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mBackups(mFiles, log, options.stateFolder, localDate),
       mStore(mFile, log, &mDisk),
       mDefaults(mFiles, options.defaultsFile),
-      mDevice(options.connection),
+      mVirtualDevice(options.connection),
       mLauncher(launcherFor(options)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
-  mRecorder.setClientHandler([this](const std::string& client) { mRecordingClient.become(client); });
-  mCapture.setClientHandler([this](const std::string& client) { mCapturingClient.become(client); });
+  mRecorder.setClientHandler([this](const std::string& client) {
+    mRecordingClient.become(client);
+    updateDevice();
+  });
+  mCapture.setClientHandler([this](const std::string& client) {
+    mCapturingClient.become(client);
+    updateDevice();
+  });
   mDispatcher.setObserver(this);
   mStore.setChangeHandler([this](const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
     mHistory.note(before, after, origin);
     mNews.settingsChanged(before, after, origin.sourceApp);
+    updateDevice();
   });
   mStore.addKeeper(mBackups);
   mStore.addKeeper(mHistoryJournal);
@@ -90,6 +97,7 @@ int CoreEngine::run() {
   }
   if (!claimFolder()) return anotherEngine;
   mStore.load([this] { return mDefaults.ownProfile(); });
+  updateDevice();
   mHistoryJournal.load(mFile.loadedFingerprint());
   if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
   if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);
@@ -138,6 +146,8 @@ void CoreEngine::giveMemoryBackLater() {
 void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
   mProfiles.takeBackReleased();
   mAnnouncer.noteServed(kind.messageID, request);
+  // It may have given an empty store its first settings, or ended a recording.
+  updateDevice();
 }
 
 void CoreEngine::portLost(const std::string& portName) {
@@ -155,6 +165,14 @@ bool CoreEngine::noteTyped(const std::string& connection, const KeyChanged& key)
     if (isCaught) mCapture.note(key);
   });
   return isRecorded || isCaught;
+}
+
+void CoreEngine::updateDevice() {
+  mDevice.setListening(mRecorder.isRecording() || mCapture.isCapturing());
+  // What two bundles share is not compared.
+  if (mStore.bundle() == mAppliedSettings) return;
+  mAppliedSettings = mStore.bundle();
+  mDevice.apply(deviceValues(mAppliedSettings));
 }
 
 void CoreEngine::handle(const DeviceEvent& event) {

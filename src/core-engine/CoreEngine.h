@@ -4,6 +4,7 @@
 #include "core-engine/Log.h"
 #include "core-engine/Options.h"
 #include "core-engine/Scheduler.h"
+#include "core-engine/device/MouseInUse.h"
 #include "core-engine/device/VirtualDevice.h"
 #include "core-engine/device/VirtualMouseService.h"
 #include "core-engine/history/History.h"
@@ -59,6 +60,8 @@ class CoreEngine : private RequestObserver {
   // Does the work when the requests that the connection has sent before are served.
   bool takeInTurn(const std::string& connection, const RequestIntake::Work& work);
   void handle(const DeviceEvent& event);
+  // Brings the mouse to the settings in force, and has it tell of its keys while somebody records or captures.
+  void updateDevice();
   // A save may have ended.
   void noteSaved();
   // Lets go of everything that is held, and waits until what that changes is saved.
@@ -81,7 +84,8 @@ class CoreEngine : private RequestObserver {
   SettingsStore mStore;
   SettingsTurns mTurns{mStore};
   FactoryDefaults mDefaults;
-  VirtualDevice mDevice;
+  VirtualDevice mVirtualDevice;
+  MouseInUse mDevice{mVirtualDevice};
   ClientRegistry mClients;
   BusNewsPort mNewsPort;
   News mNews{mNewsPort, mScheduler};
@@ -99,7 +103,7 @@ class CoreEngine : private RequestObserver {
   std::unique_ptr<ProgramLauncher> mLauncher;
   EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
   AssignmentPlayer mPlayer{mParts, *mLauncher};
-  VirtualMouseService mVirtualMouse{mDevice, mScheduler, mTurns};
+  VirtualMouseService mVirtualMouse{mVirtualDevice, mScheduler, mTurns};
   TypedKeysService mTypedKeys{
       [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};
@@ -107,6 +111,7 @@ class CoreEngine : private RequestObserver {
                         [this](const auto& message, const std::function<void()>& done) { serve(message, done); },
                         askForProcess};
   bool mIsGivingMemoryBack = false;
+  PropertyList mAppliedSettings;  // by the mouse
 };
 
 }  // namespace vorn::engine

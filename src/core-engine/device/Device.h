@@ -10,6 +10,7 @@
 #include <utility>
 #include <variant>
 
+#include "core-engine/device/DeviceValues.h"
 #include "protocol/DeviceStatus.h"
 
 namespace vorn::engine {
@@ -39,7 +40,11 @@ struct KeyChanged {
   std::optional<std::chrono::milliseconds> time{};
   friend bool operator==(const KeyChanged&, const KeyChanged&) = default;
 };
-using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged, KeyChanged>;
+// The mouse offers something else than before.
+struct AbilitiesChanged {
+  friend bool operator==(const AbilitiesChanged&, const AbilitiesChanged&) = default;
+};
+using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged, KeyChanged, AbilitiesChanged>;
 
 // What a control does depends on the settings, and a mouse that goes lets go of its controls.
 inline bool needsSettings(const DeviceEvent& event) {
@@ -69,6 +74,14 @@ class Device {
   virtual ChargingStatus chargingStatus() const = 0;
   // Gives the event to the desktop. A mouse that is absent gives nothing.
   virtual void emit(const OutputEvent& event) = 0;
+
+  // Makes the mouse what the settings in force ask for, as far as it can. What it cannot do now, being absent or
+  // asleep, it does when it comes.
+  virtual void apply(const DeviceValues& values) = 0;
+  // While it listens it tells of every key of its own that is pressed (KeyChanged), whoever gets it.
+  virtual void setListening(bool isListening) = 0;
+  // Changes with the connection, and with what other services know of the mouse; AbilitiesChanged tells.
+  virtual DeviceAbilities abilities() const = 0;
 
   bool isPresent() const { return connection() != Connection::Absent; }
   bool isWired() const { return connection() == Connection::Wired; }

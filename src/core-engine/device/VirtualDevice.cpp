@@ -32,6 +32,13 @@ void VirtualDevice::emit(const OutputEvent& event) {
   if (isPresent() && mOutputHandler) mOutputHandler(event);
 }
 
+DeviceAbilities VirtualDevice::abilities() const {
+  DeviceAbilities result;
+  result.sensitivity = DeviceAbilities::Way::Hardware;
+  result.hasPollingRate = result.hasLight = result.hasPower = result.hasBattery = true;
+  return result;
+}
+
 void VirtualDevice::setConnection(Connection connection) {
   if (connection == mConnection) return;
   mConnection = connection;

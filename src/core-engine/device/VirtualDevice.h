@@ -25,6 +25,15 @@ class VirtualDevice : public Device {
   int batteryPercent() const override;
   ChargingStatus chargingStatus() const override;
   void emit(const OutputEvent& event) override;
+  void apply(const DeviceValues& values) override { mValues = values; }
+  // It has no keys but those that are typed on request, and those it always tells of.
+  void setListening(bool isListening) override { mIsListening = isListening; }
+  // It does everything.
+  DeviceAbilities abilities() const override;
+
+  // What the settings ask of it.
+  const DeviceValues& values() const { return mValues; }
+  bool isListening() const { return mIsListening; }
 
   // Each of these tells the event handler, unless nothing changes.
   //
@@ -60,6 +69,8 @@ class VirtualDevice : public Device {
   std::optional<ChargingStatus> mChargingStatus;
   Controls mPressedControls;
   OutputHandler mOutputHandler;
+  DeviceValues mValues;
+  bool mIsListening = false;
 };
 
 }  // namespace vorn::engine
