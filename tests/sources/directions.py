@@ -10,6 +10,8 @@ KINDS = {
     "Qt": r"Q[A-Za-z]+",
     "sd-bus": r"systemd/sd-[a-z]+\.h",
     "expat": r"expat\.h",
+    "libevdev": r"libevdev/libevdev(-uinput)?\.h",
+    "libudev": r"libudev\.h",
 }
 INCLUDE = re.compile(r"\s*#\s*include\b\s*(.*)")
 HEADER = re.compile(r'"([^"]+)"|<([^>]+)>')
