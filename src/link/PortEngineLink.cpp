@@ -215,10 +215,10 @@ void PortEngineLink::type(const TypedKey& key) {
 void PortEngineLink::watchHistory(std::function<void()> changed) {
   mHistoryWatch.reset();
   if (!changed) return;
-  mHistoryWatch.emplace(history::objectPath, history::interface, history::signalNames::Changed,
-                        [this, changed = std::move(changed)](const std::string& sender) {
+  mHistoryWatch.emplace(SignalSource{history::objectPath, history::interface, history::signalNames::Changed},
+                        [this, changed = std::move(changed)](const ReceivedSignal& received) {
                           // Anybody on the bus can say so.
-                          if (mEngineWatch && sender == mEngineWatch->owner()) changed();
+                          if (mEngineWatch && received.sender == mEngineWatch->owner()) changed();
                         });
 }
 

@@ -102,6 +102,33 @@ void callLater(BusConnection& connection, sd_bus_message* message, std::optional
   if (limit) connection.announceTimeout();
 }
 
+SlotReference addMatch(Bus bus, const std::string& rule, sd_bus_message_handler_t handler, void* userData) {
+  BusConnection& connection = BusConnection::forThisThread(bus);
+  if (!connection.isOpen()) return nullptr;
+  // A bus that has no room for the rule is no reason to end the connection, which is what happens without this.
+  const auto ignore = [](sd_bus_message*, void*, sd_bus_error*) { return 0; };
+  sd_bus_slot* slot = nullptr;
+  const int result = bus == Bus::Session
+                         ? sd_bus_add_match(connection.handle(), &slot, rule.c_str(), handler, userData)
+                         : sd_bus_add_match_async(connection.handle(), &slot, rule.c_str(), handler, ignore, userData);
+  connection.announceQueuedMessages();
+  return result < 0 ? nullptr : SlotReference(slot);
+}
+
+std::string ownerChangesOf(const std::string& argument) {
+  return "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',interface='org.freedesktop.DBus',"
+         "member='NameOwnerChanged'," +
+         argument;
+}
+
+std::optional<OwnerChange> readOwnerChange(sd_bus_message* message) {
+  const char* name = nullptr;
+  const char* previousOwner = nullptr;
+  const char* owner = nullptr;
+  if (sd_bus_message_read(message, "sss", &name, &previousOwner, &owner) <= 0) return std::nullopt;
+  return OwnerChange{name, previousOwner, owner};
+}
+
 namespace {
 
 // The bus's answer to a question about the name; null for none.

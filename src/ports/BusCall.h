@@ -74,6 +74,20 @@ MessageReference call(BusConnection& connection, sd_bus_message* message, std::c
 void callLater(BusConnection& connection, sd_bus_message* message, std::optional<std::chrono::milliseconds> limit,
                std::function<void(sd_bus_message* answer)> done);
 
+// Has the handler called with whatever fits the rule. On the session's bus from now on; on the system's, which nobody
+// waits for, from when it knows. Null, and nothing is called, where that cannot be.
+SlotReference addMatch(Bus bus, const std::string& rule, sd_bus_message_handler_t handler, void* userData);
+
+// The rule for the bus's own word that a bus name has another owner; argument: which ones ("arg0='org.vorn.Example'").
+std::string ownerChangesOf(const std::string& argument);
+struct OwnerChange {
+  std::string busName;
+  std::string previousOwner;  // the unique name of its connection; empty for none
+  std::string owner;          // likewise
+};
+// Nothing for what is no such word.
+std::optional<OwnerChange> readOwnerChange(sd_bus_message* message);
+
 bool hasOwner(BusConnection& connection, const std::string& busName);
 // The unique name of the connection that has the bus name; empty for none.
 std::string ownerOf(BusConnection& connection, const std::string& busName);

@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <systemd/sd-bus.h>
+#include <systemd/sd-event.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -32,6 +33,8 @@ bool hasHungUp(sd_bus* bus) {
 }  // namespace
 
 struct BusConnection::State {
+  Bus kind = Bus::Session;
+  sd_event* loop = nullptr;  // of the system bus
   bus::BusReference bus;
   std::string error;
   std::function<void()> queuedHandler;
@@ -39,8 +42,10 @@ struct BusConnection::State {
   // Also sees a connection whose end sd-bus has not read yet.
   bool isAlive() const { return bus && sd_bus_is_open(bus.get()) > 0 && !hasHungUp(bus.get()); }
 
+  const char* name() const { return kind == Bus::Session ? "session bus" : "system bus"; }
   void open();
   void close();
+  void abandon();
 
  private:
   int greet();
@@ -49,14 +54,15 @@ struct BusConnection::State {
 
 void BusConnection::State::open() {
   sd_bus* opened = nullptr;
-  int result = sd_bus_open_user(&opened);
+  int result = kind == Bus::Session ? sd_bus_open_user(&opened) : sd_bus_open_system(&opened);
   bus.reset(opened);
-  if (result >= 0) result = greet();
+  if (result >= 0 && kind == Bus::Session) result = greet();
+  if (result >= 0 && loop != nullptr) result = sd_bus_attach_event(bus.get(), loop, SD_EVENT_PRIORITY_NORMAL);
   if (result >= 0) {
     error.clear();
     return;
   }
-  error = std::string("No session bus: ") + std::strerror(-result);
+  error = std::string("No ") + name() + ": " + std::strerror(-result);
   close();
 }
 
@@ -99,23 +105,45 @@ void BusConnection::State::close() {
   std::uint64_t unwritten = 0;
   if (sd_bus_is_ready(bus.get()) > 0 && sd_bus_get_n_queued_write(bus.get(), &unwritten) >= 0 && unwritten > 0)
     writeQueued();
+  if (loop != nullptr) sd_bus_detach_event(bus.get());
   sd_bus_close(bus.get());
   bus.reset();
 }
 
-BusConnection& BusConnection::forThisThread() {
-  thread_local BusConnection connection;
+// Of a lost connection. Whoever has watches on it still holds it, and hears of its end from the event loop.
+void BusConnection::State::abandon() {
+  if (loop == nullptr) return close();
+  bus.reset();
+}
+
+BusConnection& BusConnection::ofThisThread(Bus bus) {
+  thread_local BusConnection session(Bus::Session);
+  thread_local BusConnection system(Bus::System);
+  return bus == Bus::Session ? session : system;
+}
+
+BusConnection& BusConnection::forThisThread(Bus bus) {
+  BusConnection& connection = ofThisThread(bus);
   State& state = *connection.mState;
   if (state.isAlive()) return connection;
   const bool wasOpen = state.bus != nullptr;
-  state.close();
+  state.abandon();
   state.open();
   // The event loop still watches the descriptor of the lost connection.
   if (wasOpen && state.queuedHandler) state.queuedHandler();
   return connection;
 }
 
-BusConnection::BusConnection() : mState(std::make_unique<State>()) {}
+void BusConnection::serveSystemBus(sd_event* loop) {
+  State& state = *ofThisThread(Bus::System).mState;
+  if (state.bus && state.loop != nullptr) sd_bus_detach_event(state.bus.get());
+  state.loop = loop;
+  if (state.bus && loop != nullptr) sd_bus_attach_event(state.bus.get(), loop, SD_EVENT_PRIORITY_NORMAL);
+}
+
+BusConnection::BusConnection(Bus bus) : mState(std::make_unique<State>()) {
+  mState->kind = bus;
+}
 
 BusConnection::~BusConnection() {
   mState->close();
@@ -154,7 +182,7 @@ bool BusConnection::process() {
     if (result <= 0) break;
   }
   if (sd_bus_is_open(alive.get()) <= 0) {
-    if (mState->bus == alive) mState->error = "The session bus closed the connection";
+    if (mState->bus == alive) mState->error = std::string("The ") + mState->name() + " closed the connection";
     return false;
   }
   announceQueuedMessages();

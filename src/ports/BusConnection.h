@@ -1,28 +1,39 @@
-// One connection to the user's session bus. A connection belongs to the thread that opened it; nothing here may be
-// called from another thread.
+// A connection to the user's session bus or to the system bus. A connection belongs to the thread that opened it;
+// nothing here may be called from another thread.
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 struct sd_bus;
+struct sd_event;
 
 namespace vorn {
 
+enum class Bus : std::uint8_t {
+  Session,
+  System,  // DBUS_SYSTEM_BUS_ADDRESS, or its usual place
+};
+
 class BusConnection {
  public:
-  // This thread's connection, opened on first use and kept until the thread ends. A connection that was lost is
-  // opened anew by the next call; check isOpen().
-  static BusConnection& forThisThread();
+  // This thread's connection to that bus, opened on first use and kept until the thread ends. A connection that was
+  // lost is opened anew by the next call; check isOpen(). The session's bus has greeted when this returns. Nobody waits
+  // for the system's: what does not block may be sent at once, and is told later where no bus takes it.
+  static BusConnection& forThisThread(Bus bus = Bus::Session);
+  // From now on the event loop serves this thread's connection to the system bus, whenever there is one; null: none
+  // does. The connection is not opened for that.
+  static void serveSystemBus(sd_event* loop);
 
   ~BusConnection();
   BusConnection(const BusConnection&) = delete;
   BusConnection& operator=(const BusConnection&) = delete;
 
-  // False where there is no session bus or it went away.
+  // False where there is no bus or it went away.
   bool isOpen() const;
   // Why the bus could not be reached, in English; empty while it is open.
   const std::string& error() const;
@@ -50,7 +61,8 @@ class BusConnection {
   void announceTimeout();         // called by src/ports after each call with a limit that does not block
 
  private:
-  BusConnection();
+  explicit BusConnection(Bus bus);
+  static BusConnection& ofThisThread(Bus bus);
   struct State;
   std::unique_ptr<State> mState;
 };

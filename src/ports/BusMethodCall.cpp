@@ -47,7 +47,7 @@ bus::MessageReference newRequest(const BusConnection& connection, const BusTarge
 
 BusAnswer callBusMethod(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
                         std::chrono::milliseconds timeout) {
-  BusConnection& connection = BusConnection::forThisThread();
+  BusConnection& connection = BusConnection::forThisThread(target.bus);
   if (!connection.isOpen()) return {Status::NoBus, {}, connection.error()};
   std::string refusal;
   const bus::MessageReference request = newRequest(connection, target, method, inputs, &refusal);
@@ -59,7 +59,7 @@ BusAnswer callBusMethod(const BusTarget& target, const std::string& method, cons
 
 void callBusMethodLater(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
                         std::chrono::milliseconds timeout, const std::function<void(const BusAnswer&)>& done) {
-  BusConnection& connection = BusConnection::forThisThread();
+  BusConnection& connection = BusConnection::forThisThread(target.bus);
   if (!connection.isOpen()) return done({Status::NoBus, {}, connection.error()});
   std::string refusal;
   const bus::MessageReference request = newRequest(connection, target, method, inputs, &refusal);
@@ -76,7 +76,7 @@ void callBusMethodLater(const BusTarget& target, const std::string& method, cons
 }
 
 bool postBusMethod(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs) {
-  BusConnection& connection = BusConnection::forThisThread();
+  BusConnection& connection = BusConnection::forThisThread(target.bus);
   if (!connection.isOpen()) return false;
   std::string refusal;
   const bus::MessageReference request = newRequest(connection, target, method, inputs, &refusal);

@@ -1,4 +1,4 @@
-// Calls of methods of other programs' objects on the session bus, with property lists for their values.
+// Calls of methods of other programs' objects, with property lists for their values.
 #pragma once
 
 #include <chrono>
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/PropertyList.h"
+#include "ports/BusConnection.h"
 
 namespace vorn {
 
@@ -15,10 +16,11 @@ struct BusTarget {
   std::string busName;
   std::string path;
   std::string interface;
+  Bus bus = Bus::Session;
 };
 
 struct BusInput {
-  std::string type;  // one of the basic types of BusObject.h
+  std::string type;  // one of the types of BusObject.h, or v<T>, a variant that holds a T
   PropertyList value;
 };
 
@@ -26,7 +28,7 @@ struct BusAnswer {
   enum class Status : std::uint8_t {
     Success,
     Error,    // the object answered with an error
-    NoBus,    // no session bus, or it went away
+    NoBus,    // no bus, or it went away
     NoOwner,  // nobody owns the bus name; no service is started
     Timeout,
     Invalid,  // the call cannot be made, or the answer holds types that BusObject.h does not list

@@ -8,6 +8,12 @@
 //   aT                 an array of values of the type T
 //   (TU...)            an array with one value for each type
 //   a{sv}              a dictionary of booleans (b), integers (x), strings (s) and arrays of strings (as)
+// What other programs' objects return and their signals carry may also hold
+//   y                  an integer
+//   d                  a real
+//   o g                a string
+//   v                  what the variant holds
+//   a{sT} a{oT}        a dictionary
 // Methods take values of the basic types only; what they return and what signals carry may be of any.
 #pragma once
 

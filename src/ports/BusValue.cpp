@@ -87,6 +87,13 @@ const char* variantTypeOf(const PropertyList& value) {
   return value.isArray() ? "as" : "s";
 }
 
+// The type of the contents is between the brackets.
+bool appendVariant(sd_bus_message* message, std::string_view contents, const PropertyList& value) {
+  const std::string signature = contents.starts_with("v<") ? "v" : std::string(contents);
+  return sd_bus_message_open_container(message, SD_BUS_TYPE_VARIANT, signature.c_str()) >= 0 &&
+         appendValue(message, contents, value) && sd_bus_message_close_container(message) >= 0;
+}
+
 bool appendDictionary(sd_bus_message* message, const PropertyList& value) {
   if (!value.isDictionary() || sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "{sv}") < 0) return false;
   for (std::size_t index = 0; index < value.size(); ++index) {
@@ -126,7 +133,8 @@ std::optional<PropertyList> readDictionary(sd_bus_message* message) {
 std::optional<PropertyList> readContainer(sd_bus_message* message, char type, const char* contents) {
   if (sd_bus_message_enter_container(message, type, contents) < 0) return std::nullopt;
   std::optional<PropertyList> result;
-  if (type == SD_BUS_TYPE_ARRAY && std::string_view(contents).starts_with("{s")) {
+  const std::string_view types(contents);
+  if (type == SD_BUS_TYPE_ARRAY && (types.starts_with("{s") || types.starts_with("{o"))) {
     result = readDictionary(message);
   } else if (auto values = readValues(message)) {
     if (type != SD_BUS_TYPE_VARIANT) result = PropertyList::array(std::move(*values));
@@ -154,6 +162,8 @@ std::optional<std::vector<PropertyList>> readValues(sd_bus_message* message) {
 
 bool appendValue(sd_bus_message* message, std::string_view type, const PropertyList& value) {
   if (type == "a{sv}") return appendDictionary(message, value);
+  if (type.starts_with("v<"))
+    return type.ends_with('>') && appendVariant(message, type.substr(2, type.size() - 3), value);
   if (type.starts_with('a')) return appendArray(message, type.substr(1), value);
   if (type.starts_with('(')) return appendStructure(message, type.substr(1, type.size() - 2), value);
   return type.size() == 1 && appendBasicValue(message, type.front(), value);
@@ -166,6 +176,8 @@ std::optional<PropertyList> readBasicValue(sd_bus_message* message, char type) {
       if (sd_bus_message_read_basic(message, type, &isTrue) <= 0) return std::nullopt;
       return PropertyList(isTrue != 0);
     }
+    case SD_BUS_TYPE_BYTE:
+      return readNumber<std::uint8_t>(message, type);
     case SD_BUS_TYPE_INT16:
       return readNumber<std::int16_t>(message, type);
     case SD_BUS_TYPE_UINT16:
@@ -178,7 +190,11 @@ std::optional<PropertyList> readBasicValue(sd_bus_message* message, char type) {
       return readNumber<std::int64_t>(message, type);
     case SD_BUS_TYPE_UINT64:
       return readNumber<std::uint64_t>(message, type);
+    case SD_BUS_TYPE_DOUBLE:
+      return readNumber<double>(message, type);
     case SD_BUS_TYPE_STRING:
+    case SD_BUS_TYPE_OBJECT_PATH:
+    case SD_BUS_TYPE_SIGNATURE:
       return readNumber<const char*>(message, type);
     default:
       return std::nullopt;

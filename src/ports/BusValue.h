@@ -11,7 +11,7 @@
 
 namespace vorn::bus {
 
-// Appends the value as this one complete type. False when it does not fit.
+// Appends the value as this one complete type, or v<T>, a variant that holds a T. False when it does not fit.
 bool appendValue(sd_bus_message* message, std::string_view type, const PropertyList& value);
 
 // Reads one value of a basic type. Nothing when the message holds another one.

@@ -13,11 +13,9 @@ struct PortLosses::State {
   bus::SlotReference changes;
 
   static int ownerChanged(sd_bus_message* message, void* self, sd_bus_error*) {
-    const char* name = nullptr;
-    const char* oldOwner = nullptr;
-    const char* newOwner = nullptr;
-    if (sd_bus_message_read(message, "sss", &name, &oldOwner, &newOwner) <= 0 || *oldOwner == '\0') return 0;
-    const std::string_view busName(name);
+    const auto change = bus::readOwnerChange(message);
+    if (!change || change->previousOwner.empty()) return 0;
+    const std::string_view busName(change->busName);
     if (busName.starts_with(messagePortBusNamePrefix)) {
       static_cast<const State*>(self)->lost(std::string(busName.substr(messagePortBusNamePrefix.size())));
     }
@@ -27,19 +25,10 @@ struct PortLosses::State {
 
 PortLosses::PortLosses(std::function<void(const std::string&)> lost) : mState(std::make_unique<State>()) {
   mState->lost = std::move(lost);
-  BusConnection& connection = BusConnection::forThisThread();
-  if (!connection.isOpen()) return;
   std::string nameSpace(messagePortBusNamePrefix);
   nameSpace.pop_back();
-  const std::string rule =
-      "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',interface='org.freedesktop.DBus',"
-      "member='NameOwnerChanged',arg0namespace='" +
-      nameSpace + "'";
-  sd_bus_slot* slot = nullptr;
-  if (sd_bus_add_match(connection.handle(), &slot, rule.c_str(), &State::ownerChanged, mState.get()) >= 0) {
-    mState->changes.reset(slot);
-  }
-  connection.announceQueuedMessages();
+  mState->changes = bus::addMatch(Bus::Session, bus::ownerChangesOf("arg0namespace='" + nameSpace + "'"),
+                                  &State::ownerChanged, mState.get());
 }
 
 PortLosses::~PortLosses() = default;

@@ -16,19 +16,15 @@ struct PortWatch::State {
   bus::SlotReference changes;
 
   static int ownerChanged(sd_bus_message* message, void* self, sd_bus_error*) {
-    const char* name = nullptr;
-    const char* oldOwner = nullptr;
-    const char* newOwner = nullptr;
-    if (sd_bus_message_read(message, "sss", &name, &oldOwner, &newOwner) <= 0) return 0;
-    const bool isLost = *oldOwner != '\0';
-    const bool isFound = *newOwner != '\0';
+    const auto change = bus::readOwnerChange(message);
+    if (!change) return 0;
     // The handlers may end the watch that they belong to.
     auto& state = *static_cast<State*>(self);
-    state.owner = newOwner;
+    state.owner = change->owner;
     const std::function<void()> lost = state.lost;
     const std::function<void()> found = state.found;
-    if (isLost) lost();
-    if (isFound && found) found();
+    if (!change->previousOwner.empty()) lost();
+    if (!change->owner.empty() && found) found();
     return 0;
   }
 };
@@ -41,15 +37,9 @@ PortWatch::PortWatch(std::string_view portName, std::function<void()> lost, std:
   const std::string busName = std::string(messagePortBusNamePrefix).append(portName);
   BusConnection& connection = BusConnection::forThisThread();
   if (!connection.isOpen() || !bus::isValidBusName(busName)) return;
-  const std::string rule =
-      "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',interface='org.freedesktop.DBus',"
-      "member='NameOwnerChanged',arg0='" +
-      busName + "'";
-  sd_bus_slot* slot = nullptr;
-  const int result = sd_bus_add_match(connection.handle(), &slot, rule.c_str(), &State::ownerChanged, mState.get());
-  mState->changes.reset(slot);
-  connection.announceQueuedMessages();
-  if (result >= 0) mState->owner = bus::ownerOf(connection, busName);
+  mState->changes =
+      bus::addMatch(Bus::Session, bus::ownerChangesOf("arg0='" + busName + "'"), &State::ownerChanged, mState.get());
+  if (mState->changes) mState->owner = bus::ownerOf(connection, busName);
   mState->wasThere = !mState->owner.empty();
 }
 

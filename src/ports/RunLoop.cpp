@@ -192,9 +192,11 @@ RunLoop::RunLoop() : mState(std::make_unique<State>()) {
   mState->timerSource.reset(source);
   mState->armTimers();
   mState->attachBus();
+  BusConnection::serveSystemBus(event);
 }
 
 RunLoop::~RunLoop() {
+  BusConnection::serveSystemBus(nullptr);
   if (mState->bus) sd_bus_detach_event(mState->bus.get());
   mState->idleSource.reset();
   mState->timerSource.reset();

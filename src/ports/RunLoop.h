@@ -1,4 +1,4 @@
-// The event loop of a thread that has no other: it serves this thread's bus connection, timers and signals, and
+// The event loop of a thread that has no other: it serves this thread's bus connections, timers and signals, and
 // sleeps otherwise. All functions but stop() and perform() belong to the thread that created the loop.
 #pragma once
 
@@ -14,12 +14,12 @@ class RunLoop {
   using Timer = std::uint64_t;  // 0 is no timer
   using Watch = std::uint64_t;  // 0 is no watch
 
-  RunLoop();  // attaches the calling thread's connection
+  RunLoop();  // attaches the calling thread's connections; that to the system bus when it is opened
   ~RunLoop();
   RunLoop(const RunLoop&) = delete;
   RunLoop& operator=(const RunLoop&) = delete;
 
-  // Returns after stop(), or with false when the bus connection is lost.
+  // Returns after stop(), or with false when the connection to the session bus is lost.
   bool run();
   // Any thread, also before run().
   void stop();

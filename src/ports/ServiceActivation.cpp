@@ -51,8 +51,8 @@ ServiceStart unsent(const BusConnection& connection) {
 }  // namespace
 
 void startService(const std::string& busName, std::chrono::milliseconds timeout,
-                  std::function<void(const ServiceStart&)> done) {
-  BusConnection& connection = BusConnection::forThisThread();
+                  std::function<void(const ServiceStart&)> done, Bus bus) {
+  BusConnection& connection = BusConnection::forThisThread(bus);
   const bus::MessageReference message = newStart(connection, busName);
   bus::callLater(connection, message.get(), timeout, [&connection, done = std::move(done)](sd_bus_message* answer) {
     if (answer == nullptr) return done(unsent(connection));

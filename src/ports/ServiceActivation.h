@@ -1,4 +1,4 @@
-// Services of the session: programs that the bus starts when somebody asks for their bus name. Looking a message port
+// Services: programs that a bus starts when somebody asks for their bus name. Looking a message port
 // up or sending to it starts nothing; only what is declared here does.
 #pragma once
 
@@ -7,6 +7,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+
+#include "ports/BusConnection.h"
 
 namespace vorn {
 
@@ -17,7 +19,7 @@ struct ServiceStart {
     NotInstalled,  // the bus knows of no program to start, whether one runs or not
     Timeout,       // it is not there in time; it may still come
     Failed,        // it could not be started, or has ended before it took its name
-    NoBus,         // no session bus, or it went away
+    NoBus,         // no bus, or it went away
   };
   Status status = Status::Running;
   std::string error{};  // the reason, in the words of the bus, in English; empty while it runs
@@ -26,7 +28,7 @@ struct ServiceStart {
 // Asks the bus to start the service of that bus name, if it does not run, and returns at once. done is called once, now
 // or from this thread's run loop.
 void startService(const std::string& busName, std::chrono::milliseconds timeout,
-                  std::function<void(const ServiceStart&)> done);
+                  std::function<void(const ServiceStart&)> done, Bus bus = Bus::Session);
 
 // The same, and blocks until it is known how that ended.
 ServiceStart startServiceAndWait(const std::string& busName, std::chrono::milliseconds timeout);

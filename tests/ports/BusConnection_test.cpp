@@ -241,6 +241,29 @@ TEST(BusConnectionTest, DoesNotWaitForEverAtItsEndForABusThatTakesALittleAndNoMo
   elsewhere.run([&] { port.reset(); });
 }
 
+TEST(BusConnectionTest, OfTheSystemBusIsAnotherOne) {
+  const PrivateBus session;
+  const PrivateBus system(PrivateBus::systemAddress);
+  std::thread([] {
+    BusConnection& connection = BusConnection::forThisThread(Bus::System);
+    EXPECT_TRUE(connection.isOpen()) << connection.error();
+    EXPECT_EQ(&connection, &BusConnection::forThisThread(Bus::System));
+    EXPECT_NE(connection.handle(), BusConnection::forThisThread().handle());
+  }).join();
+}
+
+TEST(BusConnectionTest, OfTheSystemBusFailsAsAValueWhereThereIsNone) {
+  const PrivateBus session;
+  const PrivateBus system(PrivateBus::systemAddress);  // restores the variable at the end
+  setenv(PrivateBus::systemAddress, "unix:path=/nonexistent/bus", 1);
+  std::thread([] {
+    const BusConnection& connection = BusConnection::forThisThread(Bus::System);
+    EXPECT_FALSE(connection.isOpen());
+    EXPECT_EQ(connection.error(), "No system bus: No such file or directory");
+    EXPECT_TRUE(BusConnection::forThisThread().isOpen());
+  }).join();
+}
+
 TEST(BusConnectionTest, WritesAtItsEndWhatTheBusTakes) {
   const PrivateBus bus;
   LoopThread elsewhere;

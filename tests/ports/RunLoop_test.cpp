@@ -6,12 +6,16 @@
 
 #include <array>
 #include <csignal>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "ports/BusConnection.h"
+#include "ports/BusMethodCall.h"
 #include "ports/DistributedNotificationCenter.h"
 #include "ports/MessagePort.h"
+#include "support/LoopPump.h"
 #include "support/LoopThread.h"
 #include "support/PrivateBus.h"
 
@@ -57,6 +61,30 @@ TEST_F(RunLoopTest, PerformsTheWorkOfOtherThreadsInOrderOnItsOwn) {
   std::vector<int> expected;
   for (int i = 0; i < 100; ++i) expected.push_back(i);
   EXPECT_EQ(order, expected);
+}
+
+// The bus's own object answers.
+void askForTheBusId(std::vector<BusAnswer::Status>& answers) {
+  callBusMethodLater({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", Bus::System}, "GetId",
+                     {}, 20s, [&answers](const BusAnswer& answer) { answers.push_back(answer.status); });
+}
+
+TEST_F(RunLoopTest, ServesTheSystemBusFromWhenItIsAskedForAndSurvivesItsEnd) {
+  auto system = std::make_unique<test::PrivateBus>(test::PrivateBus::systemAddress);
+  std::vector<BusAnswer::Status> answers;
+  BusConnection::forThisThread(Bus::System);  // before the loop is there
+  RunLoop loop;
+  askForTheBusId(answers);
+  ASSERT_TRUE(test::runUntil(loop, [&] { return answers.size() == 1; }));
+  system->end();
+  ASSERT_TRUE(test::runUntil(loop, [&] { return !BusConnection::forThisThread(Bus::System).isOpen(); }));
+  askForTheBusId(answers);
+  system.reset();
+  system = std::make_unique<test::PrivateBus>(test::PrivateBus::systemAddress);
+  askForTheBusId(answers);
+  ASSERT_TRUE(test::runUntil(loop, [&] { return answers.size() == 3; }));
+  using Status = BusAnswer::Status;
+  EXPECT_EQ(answers, (std::vector{Status::Success, Status::NoBus, Status::Success}));
 }
 
 TEST_F(RunLoopTest, FiresTimersOnceInTheOrderOfTheirTimes) {

@@ -20,12 +20,16 @@ namespace {
 constexpr const char* path = "/org/vorn/SignalTest";
 constexpr const char* interface = "org.vorn.SignalTest1";
 
-// An object with two signals on another connection.
+// An object with some signals on another connection.
 class SignalWatchTest : public testing::Test {
  protected:
   SignalWatchTest() {
     mThread.run([this] {
-      mObject = BusObject::create({"org.vorn.SignalTest", path, interface, {}, {{"Changed", {}}, {"Other", {}}}});
+      mObject = BusObject::create({"org.vorn.SignalTest",
+                                   path,
+                                   interface,
+                                   {},
+                                   {{"Changed", {}}, {"Other", {}}, {"Count", {{"u", "count"}, {"s", "word"}}}}});
       EXPECT_NE(mObject, nullptr);
       const char* name = nullptr;
       sd_bus_get_unique_name(BusConnection::forThisThread().handle(), &name);
@@ -35,8 +39,8 @@ class SignalWatchTest : public testing::Test {
   ~SignalWatchTest() override {
     mThread.run([this] { mObject.reset(); });
   }
-  void emit(const std::string& signal) {
-    mThread.run([&] { EXPECT_TRUE(mObject->emit(signal, {})); });
+  void emit(const std::string& signal, const std::vector<PropertyList>& values = {}) {
+    mThread.run([&] { EXPECT_TRUE(mObject->emit(signal, values)); });
   }
 
   test::PrivateBus mBus;
@@ -47,7 +51,8 @@ class SignalWatchTest : public testing::Test {
 
 TEST_F(SignalWatchTest, HearsTheSignalAndWhoSentIt) {
   std::vector<std::string> senders;
-  const SignalWatch watch(path, interface, "Changed", [&](const std::string& sender) { senders.push_back(sender); });
+  const SignalWatch watch({path, interface, "Changed"},
+                          [&](const ReceivedSignal& received) { senders.push_back(received.sender); });
   emit("Changed");
   emit("Other");
   emit("Changed");
@@ -55,15 +60,34 @@ TEST_F(SignalWatchTest, HearsTheSignalAndWhoSentIt) {
   EXPECT_EQ(senders, (std::vector<std::string>{mConnection, mConnection}));
 }
 
+TEST_F(SignalWatchTest, HearsWhatTheSignalCarriesAndOfWhichObject) {
+  std::vector<ReceivedSignal> below;
+  SignalSource source{"/org/vorn", interface, "Count"};
+  source.hasObjectsBelow = true;
+  source.busName = "org.vorn.SignalTest";
+  const SignalWatch watchBelow(source, [&](const ReceivedSignal& received) { below.push_back(received); });
+  std::vector<ReceivedSignal> exact;
+  const SignalWatch watch({path, interface, "Count"},
+                          [&](const ReceivedSignal& received) { exact.push_back(received); });
+  const SignalWatch elsewhere({"/org/vorn", interface, "Count"}, [](const ReceivedSignal&) { FAIL(); });
+  emit("Count", {5, "five"});
+  ASSERT_TRUE(test::serveBusUntil([&] { return !below.empty() && !exact.empty(); }));
+  for (const ReceivedSignal& received : {below.front(), exact.front()}) {
+    EXPECT_EQ(received.sender, mConnection);
+    EXPECT_EQ(received.path, path);
+    EXPECT_EQ(received.values, (std::vector<PropertyList>{5, "five"}));
+  }
+}
+
 TEST_F(SignalWatchTest, MayEndInItsHandler) {
   int signals = 0;
   std::optional<SignalWatch> watch;
-  watch.emplace(path, interface, "Changed", [&](const std::string&) {
+  watch.emplace(SignalSource{path, interface, "Changed"}, [&](const ReceivedSignal&) {
     ++signals;
     watch.reset();
   });
   int others = 0;
-  const SignalWatch other(path, interface, "Other", [&](const std::string&) { ++others; });
+  const SignalWatch other({path, interface, "Other"}, [&](const ReceivedSignal&) { ++others; });
   emit("Changed");
   emit("Changed");
   emit("Other");
@@ -74,7 +98,7 @@ TEST_F(SignalWatchTest, MayEndInItsHandler) {
 TEST(SignalWatchWithoutABusTest, HearsNothing) {
   test::PrivateBus bus;
   bus.end();
-  const SignalWatch watch(path, interface, "Changed", [](const std::string&) { FAIL(); });
+  const SignalWatch watch({path, interface, "Changed"}, [](const ReceivedSignal&) { FAIL(); });
 }
 
 }  // namespace

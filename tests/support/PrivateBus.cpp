@@ -15,8 +15,6 @@ namespace vorn::test {
 
 namespace {
 
-constexpr const char* addressVariable = "DBUS_SESSION_BUS_ADDRESS";
-
 [[noreturn]] void giveUp(const char* what) {
   std::fprintf(stderr, "No private bus: %s\n", what);
   std::abort();
@@ -44,7 +42,7 @@ void writeConfiguration(const std::string& folder) {
 
 }  // namespace
 
-PrivateBus::PrivateBus() : mFolder(makeFolder()) {
+PrivateBus::PrivateBus(const char* addressVariable) : mVariable(addressVariable), mFolder(makeFolder()) {
   writeConfiguration(mFolder);
   // So that tests can prove that nobody demands it.
   installService("org.vorn.MessagePort." + std::string(startablePort), "/bin/sh -c \"touch " + mFolder + "/started\"");
@@ -53,16 +51,16 @@ PrivateBus::PrivateBus() : mFolder(makeFolder()) {
   const auto address = mDaemon->waitForLine([](const std::string&) { return true; });
   if (!address) giveUp("dbus-daemon did not start");
   mAddress = *address;
-  if (const char* previous = getenv(addressVariable)) mPreviousAddress = previous;
-  setenv(addressVariable, mAddress.c_str(), 1);
+  if (const char* previous = getenv(mVariable)) mPreviousAddress = previous;
+  setenv(mVariable, mAddress.c_str(), 1);
 }
 
 PrivateBus::~PrivateBus() {
   end();
   if (mPreviousAddress)
-    setenv(addressVariable, mPreviousAddress->c_str(), 1);
+    setenv(mVariable, mPreviousAddress->c_str(), 1);
   else
-    unsetenv(addressVariable);
+    unsetenv(mVariable);
   std::error_code ignored;
   std::filesystem::remove_all(mFolder, ignored);
 }

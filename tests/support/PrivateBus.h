@@ -1,4 +1,5 @@
-// A session bus of our own for the life of this object, so that tests never meet the user's engine or each other.
+// A session bus of our own for the life of this object, so that tests never meet the user's engine or each other; or
+// what stands for the system's.
 #pragma once
 
 #include <memory>
@@ -16,9 +17,11 @@ class PrivateBus {
   static constexpr std::string_view startablePort = "StartableTestPort";
 
   // Starts dbus-daemon with a configuration that knows no other service but those that are installed here, and points
-  // DBUS_SESSION_BUS_ADDRESS of this process (and so of its children) at it. Aborts the test program with a message
-  // when that fails. Make it before other threads start.
-  PrivateBus();
+  // DBUS_SESSION_BUS_ADDRESS of this process (and so of its children) at it, or another variable. Aborts the test
+  // program with a message when that fails. Make it before other threads start.
+  static constexpr const char* sessionAddress = "DBUS_SESSION_BUS_ADDRESS";
+  static constexpr const char* systemAddress = "DBUS_SYSTEM_BUS_ADDRESS";
+  explicit PrivateBus(const char* addressVariable = sessionAddress);
   ~PrivateBus();  // ends the daemon
   PrivateBus(const PrivateBus&) = delete;
   PrivateBus& operator=(const PrivateBus&) = delete;
@@ -37,6 +40,7 @@ class PrivateBus {
   void end();
 
  private:
+  const char* mVariable;
   std::string mAddress;
   std::string mFolder;
   std::optional<std::string> mPreviousAddress;
