@@ -17,6 +17,7 @@ test_packages=(
   libgtest-dev libplist-dev libplist-utils desktop-file-utils
   xvfb xauth fonts-dejavu-core
   openbox libxcb-xinput-dev libxcb-xtest0-dev
+  ratbagd
   sway qt6-wayland libwayland-dev
 )
 # To check everything else, besides the above.

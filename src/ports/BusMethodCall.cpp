@@ -58,7 +58,8 @@ BusAnswer callBusMethod(const BusTarget& target, const std::string& method, cons
 }
 
 void callBusMethodLater(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
-                        std::chrono::milliseconds timeout, const std::function<void(const BusAnswer&)>& done) {
+                        std::optional<std::chrono::milliseconds> timeout,
+                        const std::function<void(const BusAnswer&)>& done) {
   BusConnection& connection = BusConnection::forThisThread(target.bus);
   if (!connection.isOpen()) return done({Status::NoBus, {}, connection.error()});
   std::string refusal;
@@ -70,7 +71,7 @@ void callBusMethodLater(const BusTarget& target, const std::string& method, cons
     if (failure == nullptr) return done(answerOf(reply));
     BusAnswer answer = failureOf(bus::Error(*failure), connection);
     // That is how a time-out is told here.
-    if (answer.errorName == SD_BUS_ERROR_NO_REPLY) answer.status = Status::Timeout;
+    if (answer.status == Status::Error && answer.errorName == SD_BUS_ERROR_NO_REPLY) answer.status = Status::Timeout;
     done(answer);
   });
 }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,9 +45,10 @@ BusAnswer callBusMethod(const BusTarget& target, const std::string& method, cons
                         std::chrono::milliseconds timeout);
 
 // The same without blocking: done is called once, from this thread's run loop, or now where the call cannot be made. An
-// object that goes before it answers counts as one that does not answer in time.
+// object that goes before it answers counts as one that does not answer in time. No time: it waits as long as it takes.
 void callBusMethodLater(const BusTarget& target, const std::string& method, const std::vector<BusInput>& inputs,
-                        std::chrono::milliseconds timeout, const std::function<void(const BusAnswer&)>& done);
+                        std::optional<std::chrono::milliseconds> timeout,
+                        const std::function<void(const BusAnswer&)>& done);
 
 // Sends the call on this thread's connection and waits for nothing; nobody hears what becomes of it. False when it
 // cannot be made.

@@ -37,6 +37,18 @@ struct BusService::State : std::enable_shared_from_this<State> {
   }
   // Another connection's names of others mean others.
   bool isReachable() const { return !owner.empty() && BusConnection::forThisThread(bus).handle() == connection.get(); }
+  void call(const BusTarget& object, const std::string& method, const std::vector<BusInput>& inputs,
+            std::optional<std::chrono::milliseconds> timeout, Answered answered) const {
+    if (!isReachable()) return;
+    callBusMethodLater(object, method, inputs, timeout,
+                       [presence = std::weak_ptr(presence), answered = std::move(answered)](const BusAnswer& answer) {
+                         if (!presence.expired()) answered(answer);
+                       });
+  }
+  // The connection and not the name: what comes after this one knows nothing of the object.
+  BusTarget object(const std::string& path, const std::string& interface) const {
+    return {owner, path, interface, bus};
+  }
   void watch(SignalSource source, SignalWatch::Handler received) {
     source.bus = bus;
     source.busName = busName;
@@ -84,23 +96,18 @@ void BusService::start(std::function<void(const ServiceStart&)> done) {
 }
 
 void BusService::call(const std::string& path, const std::string& interface, const std::string& method,
-                      const std::vector<BusInput>& inputs, Answered answered) {
-  if (!mState->isReachable()) return;
-  // To the connection and not to the name: what comes after this one knows nothing of the object.
-  callBusMethodLater(
-      {mState->owner, path, interface, mState->bus}, method, inputs, answerTimeout,
-      [presence = std::weak_ptr(mState->presence), answered = std::move(answered)](const BusAnswer& answer) {
-        if (!presence.expired()) answered(answer);
-      });
+                      const std::vector<BusInput>& inputs, Answered answered,
+                      std::optional<std::chrono::milliseconds> limit) {
+  mState->call(mState->object(path, interface), method, inputs, limit, std::move(answered));
 }
 
 void BusService::getProperties(const std::string& path, const std::string& interface,
                                std::function<void(const PropertyList& properties)> answered) {
-  call(path, propertiesInterface, "GetAll", {{"s", interface}},
-       [answered = std::move(answered)](const BusAnswer& answer) {
-         const bool isUsable = answer.values.size() == 1 && answer.values.front().isDictionary();
-         answered(isUsable ? answer.values.front() : PropertyList());
-       });
+  const auto take = [answered = std::move(answered)](const BusAnswer& answer) {
+    const bool isUsable = answer.values.size() == 1 && answer.values.front().isDictionary();
+    answered(isUsable ? answer.values.front() : PropertyList());
+  };
+  mState->call(mState->object(path, propertiesInterface), "GetAll", {{"s", interface}}, std::nullopt, take);
 }
 
 void BusService::setProperty(const std::string& path, const std::string& interface, const std::string& property,

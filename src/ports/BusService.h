@@ -21,7 +21,7 @@ class BusService {
   using Changed = std::function<void()>;
   using Answered = std::function<void(const BusAnswer& answer)>;
 
-  // Of an answer, and of a start.
+  // For an answer to a call, and for a start.
   static constexpr std::chrono::milliseconds answerTimeout{5000};
   static constexpr std::chrono::milliseconds startTimeout{20000};
 
@@ -44,9 +44,10 @@ class BusService {
   // the call cannot be made; never when the service, or this, has gone meanwhile. While the service is not there,
   // nothing is called at all.
   void call(const std::string& path, const std::string& interface, const std::string& method,
-            const std::vector<BusInput>& inputs, Answered answered);
-  // All properties of an interface of the object as a dictionary; none where it has no such interface, answers with
-  // something else or not in time.
+            const std::vector<BusInput>& inputs, Answered answered,
+            std::optional<std::chrono::milliseconds> limit = answerTimeout);
+  // All properties of an interface of the object as a dictionary; none where it has no such interface or answers with
+  // something else. They are waited for as long as the service is there.
   void getProperties(const std::string& path, const std::string& interface,
                      std::function<void(const PropertyList& properties)> answered);
   void setProperty(const std::string& path, const std::string& interface, const std::string& property,

@@ -29,16 +29,16 @@ class Lamp {
     mThread.run([this] {
       static const sd_bus_vtable table[] = {
           SD_BUS_VTABLE_START(0),
-          SD_BUS_WRITABLE_PROPERTY("Level", "u", nullptr, setLevel, offsetof(Lamp, mLevel),
+          SD_BUS_WRITABLE_PROPERTY("Level", "u", nullptr, setLevel, offsetof(Values, level),
                                    SD_BUS_VTABLE_UNPRIVILEGED | SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
           SD_BUS_WRITABLE_PROPERTY("Any", "v", getAny, setAny, 0, SD_BUS_VTABLE_UNPRIVILEGED),
-          SD_BUS_PROPERTY("Share", "d", nullptr, offsetof(Lamp, mShare), 0),
+          SD_BUS_PROPERTY("Share", "d", nullptr, offsetof(Values, share), 0),
           SD_BUS_PROPERTY("Next", "o", getNext, 0, 0),
           SD_BUS_PROPERTY("Faults", "ay", getFaults, 0, SD_BUS_VTABLE_PROPERTY_EMITS_INVALIDATION),
           SD_BUS_METHOD("Refuse", "", "", refuse, SD_BUS_VTABLE_UNPRIVILEGED),
           SD_BUS_METHOD("Think", "", "", think, SD_BUS_VTABLE_UNPRIVILEGED),
           SD_BUS_VTABLE_END};
-      sd_bus_add_object_vtable(handle(), &mSlot, path, interface, table, this);
+      sd_bus_add_object_vtable(handle(), &mSlot, path, interface, table, &mValues);
       EXPECT_GE(sd_bus_request_name(handle(), mName, 0), 0);
     });
   }
@@ -53,7 +53,7 @@ class Lamp {
 
   void setLevel(std::uint32_t level) {
     mThread.run([&] {
-      mLevel = level;
+      mValues.level = level;
       sd_bus_emit_properties_changed(handle(), path, interface, "Level", "Faults", nullptr);
     });
   }
@@ -70,18 +70,24 @@ class Lamp {
   }
 
  private:
+  struct Values {
+    std::uint32_t level = 3;
+    std::uint32_t pair[2] = {800, 900};
+    double share = 0.5;
+  };
+
   static sd_bus* handle() { return BusConnection::forThisThread(Bus::System).handle(); }
   static int setLevel(sd_bus*, const char*, const char*, const char*, sd_bus_message* value, void* level,
                       sd_bus_error*) {
     return sd_bus_message_read(value, "u", static_cast<std::uint32_t*>(level));
   }
   static int getAny(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* self, sd_bus_error*) {
-    const auto& lamp = *static_cast<const Lamp*>(self);
-    return sd_bus_message_append(reply, "v", "(uu)", lamp.mPair[0], lamp.mPair[1]);
+    const auto& values = *static_cast<const Values*>(self);
+    return sd_bus_message_append(reply, "v", "(uu)", values.pair[0], values.pair[1]);
   }
   static int setAny(sd_bus*, const char*, const char*, const char*, sd_bus_message* value, void* self, sd_bus_error*) {
-    auto& lamp = *static_cast<Lamp*>(self);
-    return sd_bus_message_read(value, "v", "(uu)", &lamp.mPair[0], &lamp.mPair[1]);
+    auto& values = *static_cast<Values*>(self);
+    return sd_bus_message_read(value, "v", "(uu)", &values.pair[0], &values.pair[1]);
   }
   static int getNext(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*, sd_bus_error*) {
     return sd_bus_message_append(reply, "o", "/org/vorn/Next");
@@ -96,9 +102,7 @@ class Lamp {
 
   const char* mName;
   sd_bus_slot* mSlot = nullptr;
-  std::uint32_t mLevel = 3;
-  std::uint32_t mPair[2] = {800, 900};
-  double mShare = 0.5;
+  Values mValues;
   test::LoopThread mThread;
 };
 

@@ -76,15 +76,18 @@ TEST_F(RunLoopTest, ServesTheSystemBusFromWhenItIsAskedForAndSurvivesItsEnd) {
   RunLoop loop;
   askForTheBusId(answers);
   ASSERT_TRUE(test::runUntil(loop, [&] { return answers.size() == 1; }));
+  system->pause();
+  askForTheBusId(answers);
   system->end();
+  ASSERT_TRUE(test::runUntil(loop, [&] { return answers.size() == 2; }));
   ASSERT_TRUE(test::runUntil(loop, [&] { return !BusConnection::forThisThread(Bus::System).isOpen(); }));
   askForTheBusId(answers);
   system.reset();
   system = std::make_unique<test::PrivateBus>(test::PrivateBus::systemAddress);
   askForTheBusId(answers);
-  ASSERT_TRUE(test::runUntil(loop, [&] { return answers.size() == 3; }));
+  ASSERT_TRUE(test::runUntil(loop, [&] { return answers.size() == 4; }));
   using Status = BusAnswer::Status;
-  EXPECT_EQ(answers, (std::vector{Status::Success, Status::NoBus, Status::Success}));
+  EXPECT_EQ(answers, (std::vector{Status::Success, Status::NoBus, Status::NoBus, Status::Success}));
 }
 
 TEST_F(RunLoopTest, FiresTimersOnceInTheOrderOfTheirTimes) {
