@@ -1,0 +1,48 @@
+// Which mice are plugged into this machine, by what udev knows. One thread at a time.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core-engine/device/Device.h"
+#include "core-engine/device/linux/EventCodes.h"
+
+namespace vorn::engine {
+
+// One of the event nodes of a mouse.
+struct MouseNode {
+  std::string path;  // /dev/input/event5
+  std::string name;  // among the nodes of the mouse: EventSource::node
+  EventCodes codes;
+  bool isForbidden = false;  // this user may not read it
+  friend bool operator==(const MouseNode&, const MouseNode&) = default;
+};
+
+// All that belongs to one mouse: what is below one USB device or, where there is none (Bluetooth LE), one HID device. A
+// receiver is one mouse with all that it receives.
+struct MouseHardware {
+  std::string id;    // FoundMouse::id
+  std::string name;  // FoundMouse::name
+  Device::Connection connection = Device::Connection::Wired;
+  std::string firmwareVersion;  // of its USB descriptor; empty where there is none
+  std::int32_t resolution = 0;  // DPI; 0 where udev does not know it
+  std::string systemPath;       // of the USB or HID device, /sys/devices/...
+  std::vector<MouseNode> nodes;
+  std::vector<std::string> rawNodes;       // /dev/hidraw3
+  std::vector<std::string> powerSupplies;  // their names in /sys/class/power_supply
+  friend bool operator==(const MouseHardware&, const MouseHardware&) = default;
+};
+
+struct Found {
+  std::vector<MouseHardware> mice;  // by name, then by ID
+  bool isComplete = true;           // udev knows each event node that there is
+};
+
+// Touchpads, tablets and what programs make (uinput) are no mice, nor what has neither USB nor Bluetooth.
+Found findMice();
+
+// Whether udev is done with this event node, so that others have heard of it.
+bool isKnownToUdev(const std::string& node);
+
+}  // namespace vorn::engine
