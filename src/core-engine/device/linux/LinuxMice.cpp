@@ -1,0 +1,78 @@
+#include "core-engine/device/linux/LinuxMice.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core-engine/device/linux/NodeChoice.h"
+#include "core-engine/device/linux/OutputDevice.h"
+
+namespace vorn::engine {
+
+LinuxMice::~LinuxMice() = default;
+
+void LinuxMice::watch() {
+  if (mWatch) return;
+  mWatch = std::make_unique<InputWatch>(mLoop, mScheduler, [this] { return look(); });
+  mFound = findMice();
+  mIsOutputForbidden = !OutputDevice::isAllowed();
+}
+
+std::vector<FoundMouse> LinuxMice::mice() {
+  watch();
+  look();
+  return describedAll();
+}
+
+bool LinuxMice::look() {
+  mFound = findMice();
+  mIsOutputForbidden = !OutputDevice::isAllowed();
+  // Who is told may have mice made and destroyed.
+  for (LinuxMouse* mouse : std::vector(mMade)) {
+    if (std::find(mMade.begin(), mMade.end(), mouse) != mMade.end()) mouse->update(hardware(mouse->id()));
+  }
+  std::vector<FoundMouse> now = describedAll();
+  const bool isNew = now != mTold;
+  mTold = std::move(now);
+  if (isNew && mChangeHandler) mChangeHandler();
+  return mFound.isComplete;
+}
+
+std::optional<MouseHardware> LinuxMice::hardware(const std::string& id) const {
+  const auto found = std::find_if(mFound.mice.begin(), mFound.mice.end(),
+                                  [&id](const MouseHardware& mouse) { return mouse.id == id; });
+  return found == mFound.mice.end() ? std::nullopt : std::optional(*found);
+}
+
+std::unique_ptr<LinuxMouse> LinuxMice::makeLinuxMouse(const std::string& id) {
+  watch();
+  auto mouse = std::make_unique<LinuxMouse>(
+      id, LinuxMouse::Surroundings{mLoop, mScheduler, mLog, [this] { mWatch->lookSoon(); },
+                                   [this](const LinuxMouse& gone) { std::erase(mMade, &gone); }});
+  mMade.push_back(mouse.get());
+  mouse->update(hardware(id));
+  return mouse;
+}
+
+FoundMouse LinuxMice::described(const MouseHardware& hardware) const {
+  FoundMouse mouse;
+  mouse.id = hardware.id;
+  mouse.name = hardware.name;
+  mouse.connection = hardware.connection;
+  mouse.isOutputForbidden = mIsOutputForbidden;
+  mouse.resolution = hardware.resolution;
+  const MouseRecord record = mRecordOf ? mRecordOf(hardware.id) : MouseRecord();
+  for (const MouseNode& node : hardware.nodes) {
+    mouse.nodes.push_back(node.path);
+    if (node.isForbidden) mouse.forbidden.push_back(node.path);
+    mouse.controls.merge(controlsOf(node, record.controls));
+  }
+  return mouse;
+}
+
+std::vector<FoundMouse> LinuxMice::describedAll() const {
+  std::vector<FoundMouse> all;
+  for (const MouseHardware& hardware : mFound.mice) all.push_back(described(hardware));
+  return all;
+}
+
+}  // namespace vorn::engine

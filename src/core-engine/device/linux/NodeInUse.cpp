@@ -1,0 +1,188 @@
+#include "core-engine/device/linux/NodeInUse.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "model/KernelKeys.h"
+
+namespace vorn::engine {
+
+namespace {
+
+// After so long another program may have let go of the node.
+constexpr Scheduler::Duration retryTime = std::chrono::seconds(10);
+
+}  // namespace
+
+NodeInUse::~NodeInUse() {
+  mOwner.scheduler().cancel(mRetry);
+  close();
+}
+
+bool NodeInUse::open() {
+  if (mNode) return true;
+  mNode = InputNode::open(mFacts.path);
+  if (!mNode) {
+    fail("open", "cannot be read (" + mFacts.path + ": " + std::strerror(errno) + ")");
+    return false;
+  }
+  mWatch = mOwner.loop().watch(mNode->descriptor(), [this] { mOwner.isReadable(*this); });
+  return true;
+}
+
+void NodeInUse::close() {
+  mOwner.loop().unwatch(std::exchange(mWatch, 0));
+  mListener.reset();
+  mNode.reset();
+}
+
+void NodeInUse::pursue(const NodeWishes& wishes) {
+  mWishes = wishes;
+  if (isGrabbed()) {
+    if (!mWishes.isGrabbed)
+      tryLetGo();
+    else if (mWishes.isPassedOn && !mPassed && hasOutput())
+      mPassed.emplace(*output());
+  } else if (!mWishes.isGrabbed) {
+    mIsWaiting = false;
+    mCopy.reset();
+  } else if (hasOutput()) {
+    tryGrab();
+  }
+  if (isGrabbed() || mIsWaiting || mWishes.isRead)
+    open();
+  else
+    close();
+}
+
+OutputDevice* NodeInUse::output() const {
+  if (mFacts.codes.isKeyboard()) return mOwner.keyboard() != nullptr ? &mOwner.keyboard()->device() : nullptr;
+  return mCopy ? &mCopy->device() : nullptr;
+}
+
+// The device is there that what passes goes to, and the desktop knows it.
+bool NodeInUse::hasOutput() {
+  if (!mWishes.isPassedOn) return true;
+  if (mFacts.codes.isKeyboard()) return mOwner.keyboard() != nullptr && mOwner.keyboard()->isReady();
+  if (!mCopy) {
+    // Just for a look: a node that waits for its copy need not be read.
+    const std::unique_ptr<InputNode> original = InputNode::open(mFacts.path);
+    if (!original) {
+      fail("open", "cannot be read (" + mFacts.path + ": " + std::strerror(errno) + ")");
+      return false;
+    }
+    auto device = OutputDevice::copyOf(*original, mWishes.isCopiedWithButtons);
+    if (!device) {
+      fail("output", std::string("cannot be stood in for (/dev/uinput: ") + std::strerror(errno) + ")");
+      return false;
+    }
+    mCopy = std::make_unique<MadeOutput>(std::move(device), mOwner.scheduler(), [this] { mOwner.isReady(); });
+  }
+  return mCopy->isReady();
+}
+
+void NodeInUse::tryGrab() {
+  if (!open()) return;
+  // The release of what is down belongs to those who have got the press.
+  mIsWaiting = mNode->isAnythingDown();
+  if (mIsWaiting) return;
+  const InputNode::Time time = InputNode::now();
+  if (!mNode->grab()) {
+    fail("grab", "cannot be taken from the desktop (" + mFacts.path + ": " + std::strerror(errno) + ")" +
+                     (errno == EBUSY ? ", another program keeps it for itself" : ""));
+    return retryLater();
+  }
+  // It may have been pressed just now.
+  mIsWaiting = mNode->isAnythingDown();
+  if (mIsWaiting) return mNode->letGo();
+  mHasFailed = false;
+  mGrabbedSince = time;
+  mGrabbedUntil.reset();
+  mTranslator.emplace(mFacts.name, mNode->highResolutionWheels());
+  mListener.emplace(mFacts.name, mNode->highResolutionWheels());
+  if (OutputDevice* device = mWishes.isPassedOn ? output() : nullptr) mPassed.emplace(*device);
+}
+
+void NodeInUse::tryLetGo() {
+  mIsWaiting = !mTranslator->isAtRest() || !mListener->isAtRest() || mNode->isAnythingDown();
+  if (mIsWaiting) return;
+  mGrabbedUntil = InputNode::now();
+  mNode->letGo();
+  // What has come meanwhile nobody else has got.
+  read();
+  releaseAll();
+  mTranslator.reset();
+  mListener.reset();
+  mGrabbedSince.reset();
+  mPassed.reset();
+  mCopy.reset();
+}
+
+bool NodeInUse::read() {
+  return !mNode ||
+         mNode->read([this](std::span<const KernelEvent> report, InputNode::Time time) { handle(report, time); });
+}
+
+void NodeInUse::handle(std::span<const KernelEvent> report, InputNode::Time time) {
+  if (mOwner.isListening())
+    tellKeys(report, time);
+  else
+    mToldKeys.clear();
+  const bool isOurs = mTranslator && time >= *mGrabbedSince && (!mGrabbedUntil || time < *mGrabbedUntil);
+  if (!isOurs) {
+    if (!mOwner.heard() || mTranslator) return;
+    if (!mListener) mListener.emplace(mFacts.name, mNode->highResolutionWheels());
+    mListener->listen(report, mOwner.heard());
+  } else if (mOwner.heard() || !mListener->isAtRest()) {
+    const std::vector<KernelEvent> rest = mListener->listen(report, mOwner.heard());
+    pass(mTranslator->translate(rest, mOwner.rules()));
+  } else {
+    pass(mTranslator->translate(report, mOwner.rules()));
+  }
+}
+
+void NodeInUse::tellKeys(std::span<const KernelEvent> report, InputNode::Time time) {
+  constexpr std::int32_t repeat = 2;
+  for (const KernelEvent& event : report) {
+    const auto key = event.type == EV_KEY && event.value != repeat ? usageOfKernelKey(event.code) : std::nullopt;
+    if (!key) continue;
+    const bool isPressed = event.value != 0;
+    std::erase(mToldKeys, *key);
+    if (isPressed) mToldKeys.push_back(*key);
+    mOwner.tell(
+        KeyChanged{key->page, key->usage, isPressed, std::chrono::duration_cast<std::chrono::milliseconds>(time)});
+  }
+}
+
+void NodeInUse::pass(const TranslatedEvents& events) {
+  for (const TranslatedEvent& event : events) {
+    if (const auto* const control = std::get_if<ControlChanged>(&event)) {
+      mOwner.tell(*control);
+    } else if (mPassed) {
+      mPassed->write(std::get<KernelEvent>(event));
+    }
+  }
+}
+
+void NodeInUse::releaseAll() {
+  if (mTranslator) pass(mTranslator->releaseAll());
+  const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(InputNode::now());
+  for (const HidUsage& key : std::exchange(mToldKeys, {}))
+    if (mOwner.isListening()) mOwner.tell(KeyChanged{key.page, key.usage, false, time});
+}
+
+void NodeInUse::fail(std::string_view kind, const std::string& what) {
+  if (!std::exchange(mHasFailed, true)) mOwner.fault(kind, "The mouse's node \"" + mFacts.name + "\" " + what + '.');
+}
+
+void NodeInUse::retryLater() {
+  mOwner.scheduler().cancel(mRetry);
+  mRetry = mOwner.scheduler().after(retryTime, [this] {
+    mRetry = 0;
+    mOwner.isReady();
+  });
+}
+
+}  // namespace vorn::engine
