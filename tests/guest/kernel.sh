@@ -5,7 +5,7 @@
 kernel_parts=(
   './boot/vmlinuz-*' './lib/modules/*/modules.*'
   './lib/modules/*/kernel/fs/9p/*' './lib/modules/*/kernel/fs/fscache/*' './lib/modules/*/kernel/fs/netfs/*'
-  './lib/modules/*/kernel/fs/overlayfs/*' './lib/modules/*/kernel/net/9p/*'
+  './lib/modules/*/kernel/fs/overlayfs/*' './lib/modules/*/kernel/fs/configfs/*' './lib/modules/*/kernel/net/9p/*'
   './lib/modules/*/kernel/drivers/'{virtio,char,hid,input,usb}'/*'
 )
 
@@ -56,17 +56,27 @@ make_kernel() {
   version=$(ls "$folder/lib/modules") && depmod -b "$folder" "$version" &&
     unpack_kernel "$folder/boot/vmlinuz-$version" "$folder/vmlinux" || return
   rm -r "$folder"/linux-image-*.deb "${folder:?}"/{boot,fetch.log}
+  printf '%s\n' "${kernel_parts[@]}" >"$folder/parts"
   chmod -R a+rX "$folder"
 }
 
-# prepare_kernel FOLDER: afterwards the folder holds vmlinux and lib/modules. One that is there is left as it is.
+# Whether the folder holds a kernel with all the parts.
+has_kernel() {
+  printf '%s\n' "${kernel_parts[@]}" | cmp -s - "$1/parts"
+}
+
+# prepare_kernel FOLDER: afterwards the folder holds vmlinux and lib/modules. A complete one is left as it is.
 prepare_kernel() {
   local folder=$1 new
-  [ ! -d "$folder" ] || return 0
+  ! has_kernel "$folder" || return 0
   mkdir -p "$(dirname "$folder")" && new=$(mktemp -d "$folder.XXXXXX") || return
-  # Another guest may have been quicker.
-  if ! make_kernel "$new" || ! mv -T "$new" "$folder" 2>/dev/null; then rm -rf "$new"; fi
-  [ -d "$folder" ]
+  if make_kernel "$new" && ! has_kernel "$folder"; then
+    rm -rf "$folder"
+    # Another guest may have been quicker.
+    mv -T "$new" "$folder" 2>/dev/null || true
+  fi
+  rm -rf "$new"
+  has_kernel "$folder"
 }
 
 # pack_initramfs KERNEL SCRIPT FILE: an initramfs that runs the script, with busybox and the modules that it takes to
