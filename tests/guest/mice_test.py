@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Real mice: what the kernel and its readers make of what the engine does with them.
 
-    mice_test.py PROGRAM     PROGRAM: test-mice, which uses a mouse as the engine does
+    mice_test.py PROGRAM [PART...]     PROGRAM: test-mice, which uses a mouse as the engine does; without names of parts
+                                       (the functions below) all of them
 
 Runs as root in a guest (tests/guest/mice starts it there). Each check is a line; the exit status is 1 when one of them
 fails.
@@ -204,8 +205,8 @@ class Bench:
         subprocess.run(["udevadm", "control", "--reload"], check=True)
         self.mouse = UsbMouse("Grid", "0x0010", "SN-1")
         self.desktop = Desktop()
-        self.program = Program()
         self.find()
+        self.start()
 
     def find(self):
         def nodes():
@@ -213,14 +214,17 @@ class Bench:
         found = wait_until(lambda: len(nodes()) == 2 and nodes())
         self.pointer, self.grid = found["0"], found["1"]
 
-    def assign(self, controls="-", others="-", clicks=0, sensitivity="1600,1600"):
-        self.program.ask(f"values {sensitivity} {controls} {others} {clicks}")
+    def assign(self, controls="-", others="-", clicks=0, sensitivity="1600,1600", changes=0):
+        self.program.ask(f"values {sensitivity} {controls} {others} {clicks} {changes}")
+
+    def timer_slack(self):
+        return int(pathlib.Path(f"/proc/{self.program.process.pid}/timerslack_ns").read_text(encoding="utf-8"))
 
     def is_ready(self):
         """The desktop reads all that there is."""
         return wait_until(self.desktop.is_reading_all)
 
-    def restart(self):
+    def start(self):
         self.program = Program()
         self.program.ask("use usb-1209:0010-SN-1")
         self.program.ask(f"play {GRID_Q} 7 {KEY_A}")
@@ -250,8 +254,8 @@ def follows_changes(bench):
     check("a keyboard is none", (bool(wait_until(lambda: nodes_called("Acme Keyboard"))), len(program.mice())), (True, 2))
     program.lines.clear()
     with_bluetooth.unplug()
-    check("it is told when one goes", program.tells("changed"))
-    check("it has gone", list(program.mice()), ["usb-1209:0010-SN-1"])
+    check("one that goes is told of", program.tells("changed"))
+    check("and has gone", list(program.mice()), ["usb-1209:0010-SN-1"])
     keyboard.unplug()
     equal = UsbMouse("Grid", "0x0010", "SN-1")
     both = wait_until(lambda: len(mice := program.mice()) == 2 and mice)
@@ -263,7 +267,6 @@ def follows_changes(bench):
 
 def leaves_alone_what_it_does_not_need(bench):
     program = bench.program
-    program.ask("use usb-1209:0010-SN-1")
     bench.assign()
     check("with nothing assigned no node is open", program.open_nodes(), [])
     check("nor is there a keyboard or a pointer of its own", nodes_called(KEYBOARD_NAME) + nodes_called(POINTER_NAME), [])
@@ -282,7 +285,6 @@ def is_still(program):
 
 def plays_and_passes(bench):
     program, mouse, desktop = bench.program, bench.mouse, bench.desktop
-    program.ask(f"play {GRID_Q} 7 {KEY_A}")
     mouse.type(KEY_W)
     desktop.after((ecodes.EV_KEY, ecodes.KEY_W, 1))
     bench.assign(GRID_Q)
@@ -409,6 +411,7 @@ def replaces_wheel(bench):
         (ecodes.EV_REL, ecodes.REL_WHEEL_HI_RES, 240)]))
     mouse.unplug()
     check("a mouse that goes is absent", program.tells("connection absent"))
+    program.ask("use usb-1209:0010-SN-1")
 
 
 def scales_exactly(bench):
@@ -439,11 +442,31 @@ def scales_exactly(bench):
     check(f"after {count} reports the motion is exact", told, exact)
     mouse.unplug()
     wait_until(lambda: not nodes_called("Acme Scaled"))
+    program.ask("use usb-1209:0010-SN-1")
+
+
+def is_prepared_for_another_sensitivity(bench):
+    mouse, desktop = bench.mouse, bench.desktop
+    bench.assign(GRID_Q, changes=1)
+    check("a pointer whose sensitivity a control will change is grabbed", wait_until(lambda: is_grabbed(bench.pointer)))
+    bench.is_ready()
+    desktop.after()
+    mouse.move(x=6)
+    check("it moves as it did", desktop.after((ecodes.EV_REL, ecodes.REL_X, 6)), [
+        ("Acme Grid", ecodes.EV_REL, ecodes.REL_X, 6)])
+    bench.assign(GRID_Q, changes=1, sensitivity="800,1600")
+    mouse.move(x=6, y=7)
+    check("and another sensitivity holds at once", desktop.after((ecodes.EV_REL, ecodes.REL_Y, 7)), [
+        ("Acme Grid", ecodes.EV_REL, ecodes.REL_X, 3), ("Acme Grid", ecodes.EV_REL, ecodes.REL_Y, 7)])
+    check("in use, timers are punctual", bench.timer_slack(), 1)
+    bench.program.ask("nothing")
+    check("and as ever otherwise", bench.timer_slack(), 50_000)
+    check("a mouse that nothing is asked of is let go", wait_until(lambda: not is_grabbed(bench.pointer)))
+    check("whole", wait_until(lambda: bench.program.open_nodes() == [] and nodes_called(KEYBOARD_NAME) == []))
 
 
 def leaves_nothing_pressed(bench):
     program, mouse, desktop = bench.program, bench.mouse, bench.desktop
-    program.ask("use usb-1209:0010-SN-1")
     bench.assign(GRID_Q)
     wait_until(lambda: is_grabbed(bench.grid))
     bench.is_ready()
@@ -472,7 +495,7 @@ def leaves_nothing_pressed(bench):
     check("the keyboard has gone with it", wait_until(lambda: nodes_called(KEYBOARD_NAME) == []))
     check("the mouse is the desktop's", is_grabbed(bench.grid), False)
     mouse.type()
-    bench.restart()
+    bench.start()
     bench.assign(GRID_Q)
     wait_until(lambda: is_grabbed(bench.grid))
     bench.is_ready()
@@ -482,7 +505,7 @@ def leaves_nothing_pressed(bench):
     check("killed, it leaves no keyboard with a key down", wait_until(lambda: nodes_called(KEYBOARD_NAME) == []))
     check("nor a mouse that is not the desktop's", is_grabbed(bench.grid), False)
     mouse.type()
-    bench.restart()
+    bench.start()
 
 
 def sleeps(bench):
@@ -504,10 +527,10 @@ def shares_with_other_programs(bench):
     other.close()
     check("it is taken when that lets go", wait_until(lambda: is_grabbed(bench.grid)))
     check("and told of once", sum(words in line for line in log), 1)
-    bench.program.stop()
 
 
 def says_what_is_forbidden(bench):
+    bench.program.stop()
     nodes = sorted([bench.pointer, bench.grid])
     for node in [*nodes, "/dev/uinput"]:
         os.chmod(node, 0o600)
@@ -540,10 +563,12 @@ def says_what_is_forbidden(bench):
 
 def main():
     bench = Bench()
-    for part in (finds_mice, follows_changes, leaves_alone_what_it_does_not_need, plays_and_passes, listens, is_taught,
-                 replaces_wheel, scales_exactly, leaves_nothing_pressed, sleeps, shares_with_other_programs,
-                 says_what_is_forbidden):
-        part(bench)
+    parts = (finds_mice, follows_changes, leaves_alone_what_it_does_not_need, plays_and_passes, listens, is_taught,
+             replaces_wheel, scales_exactly, is_prepared_for_another_sensitivity, leaves_nothing_pressed, sleeps, shares_with_other_programs,
+             says_what_is_forbidden)
+    for part in parts:
+        if part.__name__ in (sys.argv[2:] or [each.__name__ for each in parts]):
+            part(bench)
     bench.mouse.unplug()
     finish(lambda: "\n".join(log))
 

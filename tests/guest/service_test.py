@@ -16,6 +16,8 @@ import subprocess
 import sys
 import time
 
+from checks import PATIENCE, check, finish, wait_until
+
 HERE = pathlib.Path(__file__).resolve().parent
 USER = "tester"
 UID = 59000
@@ -27,7 +29,6 @@ DROP_IN = HOME / f".config/systemd/user/{UNIT}.d/test.conf"
 NAME = "org.vorn.CoreEngine"
 BUS_CALL = ("busctl", "--user", "call", "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
 ACTIVATION = (*BUS_CALL, "StartServiceByName", "su", NAME, "0")
-PATIENCE = 60  # seconds; the processor is an emulated one
 IDLE_SECONDS = 5
 MAXIMUM_PEAK = 64 * 1024  # kB
 MAXIMUM_REST = 6 * 1024  # of its own: the pages of libraries are shared out among those who have them in use
@@ -56,26 +57,6 @@ REFUSALS = {
     "makes a set-user-ID program": "EPERM",
     "changes its personality": "EPERM",
 }
-
-failures = 0
-
-
-def check(name, found, expected=True):
-    global failures
-    if found == expected:
-        print(f"passed  {name}", flush=True)
-    else:
-        failures += 1
-        print(f"FAILED  {name}: {found!r} in place of {expected!r}", flush=True)
-
-
-def wait_until(condition):
-    """What the condition is in the end: as soon as it holds, or when the time is over."""
-    end = time.monotonic() + PATIENCE
-    while not (result := condition()) and time.monotonic() < end:
-        time.sleep(0.1)
-    return result
-
 
 def start_as_user(*command):
     return subprocess.Popen(command, user=UID, group=UID, extra_groups=[], env=ENVIRONMENT, cwd=HOME, text=True,
@@ -319,11 +300,7 @@ def main():
                  launches_outside, withstands_a_flood, comes_back_when_killed,
                  gives_way_to_an_engine_started_by_hand, follows_the_state_folder, starts_without_user_namespaces):
         part()
-    print(f"{failures} checks failed after {time.clock_gettime(time.CLOCK_BOOTTIME):.0f} s" if failures else
-          f"all checks passed after {time.clock_gettime(time.CLOCK_BOOTTIME):.0f} s")
-    if failures:
-        print("the log of the engine:\n" + log())
-    sys.exit(min(failures, 1))
+    finish(log)
 
 
 if __name__ == "__main__":

@@ -34,15 +34,18 @@ bool usesPointer(const PropertyList& assignment, const PropertyList& macros) {
 }
 
 // The controls that the groups, a dictionary of "Keys" and "Buttons", assign away from what they do by themselves.
-ControlSet assignedControls(const PropertyList& groups, const PropertyList& macros, bool& needsPointer) {
+// values: what else they need is added.
+ControlSet assignedControls(const PropertyList& groups, const PropertyList& macros, DeviceValues& values) {
   ControlSet result;
   bool turnsSensitivity = false;
   for (const Control& control : controls) {
     const PropertyList& assignment = groups[control.group][control.identifier];
     if (isFactoryAssignment(assignment, control)) continue;
     result.emplace(control.identifier);
-    turnsSensitivity |= commandOf(assignment) == AssignmentCommand::OnTheFlySensitivity;
-    needsPointer = needsPointer || usesPointer(assignment, macros);
+    const AssignmentCommand command = commandOf(assignment);
+    turnsSensitivity |= command == AssignmentCommand::OnTheFlySensitivity;
+    values.changesSensitivity |= command == AssignmentCommand::TemporarySensitivity;
+    values.needsPointer = values.needsPointer || usesPointer(assignment, macros);
   }
   if (turnsSensitivity) result.insert({std::string(wheelUp), std::string(wheelDown)});
   return result;
@@ -70,10 +73,10 @@ DeviceValues deviceValues(const PropertyList& bundle) {
   values.pollingRate = profile[keys::PollingRate].toInt();
   values.light = lightValues(profile);
   values.power = {profile[keys::PowerSaver].toInt(), profile[keys::BatteryCriticalLevel].toInt()};
-  values.assigned = assignedControls(profile, macros, values.needsPointer);
+  values.assigned = assignedControls(profile, macros, values);
   values.assignedInAnyKeymap = values.assigned;
   for (const PropertyList& keymap : profile[keys::Keymap].elements())
-    values.assignedInAnyKeymap.merge(assignedControls(keymap, macros, values.needsPointer));
+    values.assignedInAnyKeymap.merge(assignedControls(keymap, macros, values));
   return values;
 }
 

@@ -54,6 +54,8 @@ struct DeviceValues {
   ControlSet assignedInAnyKeymap;
   // Whether one of the latter, or a macro that it plays, clicks or turns the wheel.
   bool needsPointer = false;
+  // Whether one of them sets another sensitivity while it is held: there is no time to prepare for it then.
+  bool changesSensitivity = false;
   friend bool operator==(const DeviceValues&, const DeviceValues&) = default;
 };
 

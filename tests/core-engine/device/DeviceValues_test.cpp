@@ -87,6 +87,16 @@ TEST(DeviceValuesTest, TakeTheWheelForAControlThatTurnsTheSensitivityWithIt) {
   EXPECT_EQ(deviceValues(bundleAssigning("43", assignment(15))).assigned, (ControlSet{"43", "06", "07"}));
 }
 
+TEST(DeviceValuesTest, TellWhetherAControlSetsAnotherSensitivityWhileItIsHeld) {
+  EXPECT_TRUE(deviceValues(bundleAssigning("43", assignment(49))).changesSensitivity);
+  std::vector<PropertyList> keymaps(keys::keymapCount, factoryKeymap());
+  keymaps[5] = withKey(factoryKeymap(), "20", assignment(49));
+  const PropertyList profile = PropertyList::dictionary({{keys::Keymap, PropertyList::array(std::move(keymaps))}});
+  EXPECT_TRUE(deviceValues(bundleWith(profile)).changesSensitivity);
+  for (const int command : {11, 15, 20})
+    EXPECT_FALSE(deviceValues(bundleAssigning("43", assignment(command))).changesSensitivity) << command;
+}
+
 TEST(DeviceValuesTest, NeedAPointerForClicksWheelsAndMacrosThatClick) {
   for (const int command : {1, 2, 8, 9, 13, 14, 18, 19})
     EXPECT_TRUE(deviceValues(bundleAssigning("43", assignment(command))).needsPointer) << command;

@@ -3,6 +3,7 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+#include <string_view>
 #include <utility>
 
 namespace vorn::engine {
@@ -43,10 +44,10 @@ void InputWatch::watchFolders() {
   };
   mInputWatch = watch(inputFolder, nodes);
   mOutputWatch = watch(outputNode, IN_ATTRIB);
-  // The kernel removes the folder with the last node.
+  // The kernel removes the folder with the last node, and a node can be watched only by who may read it.
   const bool isAllThere = mInputWatch >= 0 && mOutputWatch >= 0;
   if (!isAllThere) {
-    mDevicesWatch = watch(devicesFolder, IN_CREATE | IN_ONLYDIR);
+    mDevicesWatch = watch(devicesFolder, IN_CREATE | IN_ATTRIB | IN_ONLYDIR);
   } else if (mDevicesWatch >= 0) {
     ::inotify_rm_watch(mDescriptor.get(), std::exchange(mDevicesWatch, -1));
   }
@@ -59,11 +60,15 @@ void InputWatch::read() {
   bool isOfDatabase = false;
   for (ssize_t size = 0; (size = ::read(mDescriptor.get(), buffer, sizeof buffer)) > 0;) {
     for (const char* next = buffer; next < buffer + size;) {
-      const auto* const event = reinterpret_cast<const inotify_event*>(next);
-      const bool isOver = (event->mask & IN_IGNORED) != 0 && event->wd == mDatabaseWatch;
-      isOfDatabase |= event->wd == mDatabaseWatch && !isOver;
-      isOfNodes |= (event->mask & IN_IGNORED) == 0 && event->wd != mDatabaseWatch;
-      next += sizeof(inotify_event) + event->len;
+      const auto& event = *reinterpret_cast<const inotify_event*>(next);
+      const std::string_view name = event.len > 0 ? event.name : "";
+      const bool isForeign = event.wd == mDevicesWatch && name != "input" && name != "uinput";
+      const bool isEndOfWatch = (event.mask & IN_IGNORED) != 0;
+      if (event.wd == mDatabaseWatch)
+        isOfDatabase |= !isEndOfWatch;
+      else
+        isOfNodes |= !isEndOfWatch && !isForeign;
+      next += sizeof(inotify_event) + event.len;
     }
   }
   if (isOfNodes) mUnsettledUntil = mScheduler.now() + settlingTime;

@@ -144,7 +144,8 @@ void LinuxMouse::updateRules() {
 
 NodeWishes LinuxMouse::wishesFor(const MouseNode& node) const {
   NodeWishes wishes;
-  wishes.isPassedOn = isInUse() && isToBeTaken(node, mRules.map, mKept, mRules.scale);
+  const bool isSoonScaled = mValues.changesSensitivity && !mHardwareSensitivity && node.codes.relative[REL_X];
+  wishes.isPassedOn = isInUse() && (isSoonScaled || isToBeTaken(node, mRules.map, mKept, mRules.scale));
   // Not the pointer: a person needs it to work the window that teaches.
   wishes.isGrabbed = wishes.isPassedOn || (mHeard && !node.codes.isPointer());
   wishes.isCopiedWithButtons = mValues.needsPointer;

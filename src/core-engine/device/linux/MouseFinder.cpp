@@ -121,7 +121,8 @@ class Gathering {
     const std::string serial = owner.isUsb ? attribute(owner.device, "serial") : property(owner.device, "HID_UNIQ");
     mPlace = placeOf(node, owner);
     mHardware.systemPath = text(udev_device_get_syspath(owner.device));
-    mHardware.id = idWith(markOf(serial, mPlace));
+    mHardware.id = mouseId(static_cast<std::uint16_t>(owner.id.bus), static_cast<std::uint16_t>(owner.id.vendor),
+                           static_cast<std::uint16_t>(owner.id.product), markOf(serial, mPlace));
     mHardware.name = cleanName(property(hid, "HID_NAME"));
     if (owner.isUsb) mHardware.firmwareVersion = firmwareText(attribute(owner.device, "bcdDevice"));
     const std::string product = owner.isUsb ? attribute(owner.device, "product") : mHardware.name;
@@ -155,10 +156,6 @@ class Gathering {
   }
 
   const std::string& place() const { return mPlace; }
-  std::string idWith(std::string_view mark) const {
-    return mouseId(static_cast<std::uint16_t>(mOwner.id.bus), static_cast<std::uint16_t>(mOwner.id.vendor),
-                   static_cast<std::uint16_t>(mOwner.id.product), mark);
-  }
 
  private:
   void describe(udev_device* device) {
@@ -192,7 +189,7 @@ void makeUnique(std::vector<std::pair<MouseHardware, std::string>>& mice) {
   });
   for (std::size_t index = mice.size(); index > 1; --index) {
     MouseHardware& mouse = mice[index - 1].first;
-    if (mouse.id == mice[index - 2].first.id) mouse.id += '-' + mice[index - 1].second;
+    if (mouse.id == mice[index - 2].first.id) mouse.id += '-' + plainMark(mice[index - 1].second);
   }
 }
 

@@ -42,16 +42,20 @@ std::string_view markOf(std::string_view serialNumber, std::string_view place) {
   return tells(serialNumber) ? serialNumber : place;
 }
 
-std::string mouseId(std::uint16_t bus, std::uint16_t vendor, std::uint16_t product, std::string_view mark) {
+std::string plainMark(std::string_view mark) {
   constexpr std::size_t maximumMarkLength = 100;
+  std::string plain(mark.substr(0, maximumMarkLength));
+  for (char& character : plain) {
+    const bool isPlain = isLetterOrDigit(character) || character == '.' || character == ':' || character == '-';
+    if (!isPlain) character = '_';
+  }
+  return plain;
+}
+
+std::string mouseId(std::uint16_t bus, std::uint16_t vendor, std::uint16_t product, std::string_view mark) {
   char numbers[16];
   std::snprintf(numbers, sizeof numbers, "-%04x:%04x-", vendor, product);
-  std::string id = (bus == BUS_BLUETOOTH ? "bluetooth" : "usb") + std::string(numbers);
-  for (const char character : mark.substr(0, maximumMarkLength)) {
-    const bool isPlain = isLetterOrDigit(character) || character == '.' || character == ':' || character == '-';
-    id += isPlain ? character : '_';
-  }
-  return id;
+  return (bus == BUS_BLUETOOTH ? "bluetooth" : "usb") + std::string(numbers) + plainMark(mark);
 }
 
 std::string nodeName(std::string_view interfaceNumber, std::string_view name, const std::vector<std::string>& former) {

@@ -18,6 +18,9 @@ std::string cleanName(std::string_view name);
 // give all their mice a number of zeros, which is none.
 std::string_view markOf(std::string_view serialNumber, std::string_view place);
 
+// Letters, digits and a few signs stay, others are underscores; cut to 100 bytes.
+std::string plainMark(std::string_view mark);
+
 // "usb-16c0:27db-A1B2". bus: of the kernel's numbers, linux/input.h.
 std::string mouseId(std::uint16_t bus, std::uint16_t vendor, std::uint16_t product, std::string_view mark);
 

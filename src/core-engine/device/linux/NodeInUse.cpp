@@ -25,7 +25,7 @@ bool NodeInUse::open() {
   if (mNode) return true;
   mNode = InputNode::open(mFacts.path);
   if (!mNode) {
-    fail("open", "cannot be read (" + mFacts.path + ": " + std::strerror(errno) + ")");
+    failToOpen();
     return false;
   }
   mWatch = mOwner.loop().watch(mNode->descriptor(), [this] { mOwner.isReadable(*this); });
@@ -70,7 +70,7 @@ bool NodeInUse::hasOutput() {
     // Just for a look: a node that waits for its copy need not be read.
     const std::unique_ptr<InputNode> original = InputNode::open(mFacts.path);
     if (!original) {
-      fail("open", "cannot be read (" + mFacts.path + ": " + std::strerror(errno) + ")");
+      failToOpen();
       return false;
     }
     auto device = OutputDevice::copyOf(*original, mWishes.isCopiedWithButtons);
@@ -99,14 +99,14 @@ void NodeInUse::tryGrab() {
   if (mIsWaiting) return mNode->letGo();
   mHasFailed = false;
   mGrabbedSince = time;
-  mGrabbedUntil.reset();
+  mGrabbedUntil = InputNode::Time::max();
   mTranslator.emplace(mFacts.name, mNode->highResolutionWheels());
-  mListener.emplace(mFacts.name, mNode->highResolutionWheels());
+  mListener.reset();
   if (OutputDevice* device = mWishes.isPassedOn ? output() : nullptr) mPassed.emplace(*device);
 }
 
 void NodeInUse::tryLetGo() {
-  mIsWaiting = !mTranslator->isAtRest() || !mListener->isAtRest() || mNode->isAnythingDown();
+  mIsWaiting = !mTranslator->isAtRest() || !listener().isAtRest() || mNode->isAnythingDown();
   if (mIsWaiting) return;
   mGrabbedUntil = InputNode::now();
   mNode->letGo();
@@ -114,8 +114,6 @@ void NodeInUse::tryLetGo() {
   read();
   releaseAll();
   mTranslator.reset();
-  mListener.reset();
-  mGrabbedSince.reset();
   mPassed.reset();
   mCopy.reset();
 }
@@ -130,17 +128,21 @@ void NodeInUse::handle(std::span<const KernelEvent> report, InputNode::Time time
     tellKeys(report, time);
   else
     mToldKeys.clear();
-  const bool isOurs = mTranslator && time >= *mGrabbedSince && (!mGrabbedUntil || time < *mGrabbedUntil);
+  // Who hears may end the teaching.
+  const PressListener::Heard heard = mOwner.heard();
+  const bool isOurs = mTranslator && time >= mGrabbedSince && time < mGrabbedUntil;
   if (!isOurs) {
-    if (!mOwner.heard() || mTranslator) return;
-    if (!mListener) mListener.emplace(mFacts.name, mNode->highResolutionWheels());
-    mListener->listen(report, mOwner.heard());
-  } else if (mOwner.heard() || !mListener->isAtRest()) {
-    const std::vector<KernelEvent> rest = mListener->listen(report, mOwner.heard());
-    pass(mTranslator->translate(rest, mOwner.rules()));
+    if (heard && !mTranslator) listener().listen(report, heard);
+  } else if (heard || !listener().isAtRest()) {
+    pass(mTranslator->translate(listener().listen(report, heard), mOwner.rules()));
   } else {
     pass(mTranslator->translate(report, mOwner.rules()));
   }
+}
+
+PressListener& NodeInUse::listener() {
+  if (!mListener) mListener.emplace(mFacts.name, mNode->highResolutionWheels());
+  return *mListener;
 }
 
 void NodeInUse::tellKeys(std::span<const KernelEvent> report, InputNode::Time time) {
@@ -171,6 +173,12 @@ void NodeInUse::releaseAll() {
   const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(InputNode::now());
   for (const HidUsage& key : std::exchange(mToldKeys, {}))
     if (mOwner.isListening()) mOwner.tell(KeyChanged{key.page, key.usage, false, time});
+}
+
+void NodeInUse::failToOpen() {
+  // It goes, and the news of that are on their way.
+  if (errno == ENOENT || errno == ENODEV || errno == ENXIO) return;
+  fail("open", "cannot be read (" + mFacts.path + ": " + std::strerror(errno) + ")");
 }
 
 void NodeInUse::fail(std::string_view kind, const std::string& what) {

@@ -88,6 +88,8 @@ class NodeInUse {
   void handle(std::span<const KernelEvent> report, InputNode::Time time);
   void tellKeys(std::span<const KernelEvent> report, InputNode::Time time);
   void pass(const TranslatedEvents& events);
+  PressListener& listener();
+  void failToOpen();
   void fail(std::string_view kind, const std::string& what);
   void retryLater();
 
@@ -101,8 +103,8 @@ class NodeInUse {
   std::optional<ReportTranslator> mTranslator;
   std::optional<PressListener> mListener;
   // What came before the grab, or comes after its end, the desktop has got by itself.
-  std::optional<InputNode::Time> mGrabbedSince;
-  std::optional<InputNode::Time> mGrabbedUntil;
+  InputNode::Time mGrabbedSince{};
+  InputNode::Time mGrabbedUntil{};
   std::vector<HidUsage> mToldKeys;  // as pressed
   bool mIsWaiting = false;
   bool mHasFailed = false;  // and said so

@@ -4,8 +4,9 @@
 //   mice                                   tells every mouse: "mouse ID|name|connection|resolution|nodes|forbidden|
 //                                          output allowed or forbidden|controls"
 //   use ID                                 this mouse from now on
-//   values X,Y ASSIGNED OTHERS POINTER     sensitivity, the controls assigned, those assigned in other keymaps, and
-//                                          whether one clicks (1 or 0); lists with commas, "-" for an empty one
+//   values X,Y ASSIGNED OTHERS POINTER CHANGES   sensitivity, the controls assigned, those assigned in other keymaps,
+//                                          whether one clicks and whether one changes the sensitivity (1 or 0); lists
+//                                          with commas, "-" for an empty one
 //   nothing                                no values are in force
 //   record RESOLUTION [CONTROL NODE TYPE CODE DIRECTION]   what is known of the mouse: NODE with "_" for blanks
 //   play CONTROL PAGE USAGE                what the control presses and releases
@@ -127,7 +128,8 @@ class Program {
     char comma = 0;
     std::string assigned;
     std::string others;
-    words >> values.sensitivity.x >> comma >> values.sensitivity.y >> assigned >> others >> values.needsPointer;
+    words >> values.sensitivity.x >> comma >> values.sensitivity.y >> assigned >> others >> values.needsPointer >>
+        values.changesSensitivity;
     values.assigned = controlSet(assigned);
     values.assignedInAnyKeymap = controlSet(others);
     values.assignedInAnyKeymap.insert(values.assigned.begin(), values.assigned.end());
