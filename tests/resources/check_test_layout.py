@@ -57,16 +57,16 @@ def unused_files(root):
     gate = (root / "check").read_text()
     guest = "\n".join(file.read_text() for file in sorted((tests / "guest").iterdir()))
     for file in sorted(tests.rglob("*")):
+        is_imported = re.search(rf"^(?:import|from) {re.escape(file.stem)}\b", scripts, re.MULTILINE)
         if file.suffix == ".h":
             is_used = re.search(rf'#include "(?:[\w./-]+/)?{file.name}"', code)
         elif file.parent.name == "resources":
             is_used = re.search(rf"\b{file.stem.removeprefix('check_')}\b", resource_checks)
         elif file.parent.name == "guest":
-            is_used = file.name in guest
+            is_used = file.name in guest or is_imported
         elif file.suffix in (".cpp", ".py", ".bash"):
             # One program for each reader, by a pattern; a module of another script; a step of the gate.
-            is_used = (file.resolve() in files or file.stem.startswith("fuzz_") or
-                       re.search(rf"^(?:import|from) {file.stem}\b", scripts, re.MULTILINE) or
+            is_used = (file.resolve() in files or file.stem.startswith("fuzz_") or is_imported or
                        file.relative_to(root).as_posix() in gate)
         else:
             continue
