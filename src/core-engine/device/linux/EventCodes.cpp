@@ -42,7 +42,7 @@ bool EventCodes::isPointer() const {
 
 bool EventCodes::isKeyboard() const {
   if (relative.any() || absolute.any()) return false;
-  for (std::uint16_t code = 0; code < keys.size(); ++code) {
+  for (std::uint16_t code = 0; code < KEY_CNT; ++code) {
     if (keys[code] && !isKeyboardKey(code)) return false;
   }
   return true;
