@@ -1,6 +1,6 @@
-"""Mice without hardware that the kernel takes for real ones: HID devices through /dev/uhid, and whole USB devices through
-the kernel's USB gadgets, which a pair of emulated host and device controllers (dummy_hcd) connects with itself. The
-descriptors are written after the Device Class Definition for HID and the HID Usage Tables (usb.org)."""
+"""Mice without hardware that the kernel takes for real ones: HID devices through /dev/uhid, and whole USB devices
+through the kernel's USB gadgets, which emulated controllers of a host and of devices (dummy_hcd) connect with itself.
+The descriptors are written after the Device Class Definition for HID and the HID Usage Tables (usb.org)."""
 import os
 import pathlib
 import select
