@@ -109,7 +109,8 @@ class Program:
         return bool(wait_until(lambda: line in self.lines, 15))
 
     def mice(self):
-        """The mice that it finds, by their IDs: name, connection, resolution, nodes, forbidden ones, output, controls."""
+        """The mice that it finds, by their IDs: name, connection, resolution, nodes, forbidden ones, output and
+        controls."""
         rows = [line.removeprefix("mouse ").split("|") for line in self.ask("mice") if line.startswith("mouse ")]
         return {row[0]: row[1:] for row in rows}
 
