@@ -33,6 +33,33 @@ std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
   return std::make_unique<PosixProgramLauncher>();
 }
 
+class AbsentMouse : public RealMouse {
+ public:
+  Connection connection() const override { return Connection::Absent; }
+  std::string firmwareVersion() const override { return {}; }
+  int batteryPercent() const override { return 0; }
+  ChargingStatus chargingStatus() const override { return ChargingStatus::NoBatteryDisplay; }
+  void emit(const OutputEvent& /*event*/) override {}
+  void apply(const DeviceValues& /*values*/) override {}
+  void setListening(bool /*isListening*/) override {}
+  DeviceAbilities abilities() const override { return {}; }
+  void setRecord(const MouseRecord& /*record*/) override {}
+  void teach(Heard /*heard*/) override {}
+  std::int32_t resolution() const override { return 0; }
+};
+
+class NoMice : public RealMice {
+ public:
+  std::vector<FoundMouse> mice() override { return {}; }
+  void setChangeHandler(std::function<void()> /*handler*/) override {}
+  void setRecords(RecordOf /*recordOf*/) override {}
+  std::unique_ptr<RealMouse> make(const std::string& /*id*/) override { return std::make_unique<AbsentMouse>(); }
+};
+
+std::unique_ptr<RealMice> miceOfTheMachine(RunLoop& /*loop*/, Scheduler& /*scheduler*/, Log& /*log*/) {
+  return std::make_unique<NoMice>();
+}
+
 // Today, where the user is, as "2026-11-22".
 std::string localDate() {
   const std::time_t now = std::time(nullptr);
@@ -53,6 +80,8 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mStore(mFile, log, &mDisk),
       mDefaults(mFiles, options.defaultsFile),
       mVirtualDevice(options.connection),
+      mRealMice(miceOfTheMachine(mLoop, mScheduler, log)),
+      mMice({mFiles, log, mScheduler, mStore, mTurns, mVirtualDevice, *mRealMice, mDevice}, options.stateFolder),
       mLauncher(launcherFor(options)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
   mRecorder.setClientHandler([this](const std::string& client) {
@@ -76,7 +105,11 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
     mProfiles.profilesMoved(before[keys::Profiles], profilePlaces);
     for (const ArrayMove& each : macroMoves) mRecorder.macrosMoved(each.start, each.gone, each.come);
   });
-  mDevice.setEventHandler([this](const DeviceEvent& event) { handle(event); });
+  mMice.setLeavingHandler([this] { releaseAll(); });
+}
+
+CoreEngine::~CoreEngine() {
+  mDevice.setEventHandler({});
 }
 
 int CoreEngine::run() {
@@ -96,10 +129,13 @@ int CoreEngine::run() {
     return isTaken ? anotherEngine : 1;
   }
   if (!claimFolder()) return anotherEngine;
+  mMice.load();
+  mDevice.setEventHandler([this](const DeviceEvent& event) { handle(event); });
   mStore.load([this] { return mDefaults.ownProfile(); });
   updateDevice();
   mHistoryJournal.load(mFile.loadedFingerprint());
   if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
+  if (!mMiceService.start(error)) mLog.line("the mouse cannot be chosen over the bus: " + error);
   if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);
   if (!mHistoryService.start(error)) mLog.line("the history cannot be reached over the bus: " + error);
   // Windows that an earlier engine left behind show what it told last.
@@ -180,6 +216,8 @@ void CoreEngine::handle(const DeviceEvent& event) {
     mPlayer.handle(event);
     if (std::holds_alternative<ConnectionChanged>(event)) mDeviceNews.announce();
     if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();
+    const bool isOther = std::holds_alternative<ConnectionChanged>(event);
+    if (isOther || std::holds_alternative<AbilitiesChanged>(event)) mMice.tellChanged();
   };
   needsSettings(event) ? mTurns.whenSaved(carryOut) : mTurns.inTurn(carryOut);
 }

@@ -4,7 +4,10 @@
 #include "core-engine/Log.h"
 #include "core-engine/Options.h"
 #include "core-engine/Scheduler.h"
+#include "core-engine/device/Mice.h"
+#include "core-engine/device/MiceService.h"
 #include "core-engine/device/MouseInUse.h"
+#include "core-engine/device/RealMice.h"
 #include "core-engine/device/VirtualDevice.h"
 #include "core-engine/device/VirtualMouseService.h"
 #include "core-engine/history/History.h"
@@ -41,6 +44,9 @@ class CoreEngine : private RequestObserver {
  public:
   // The paths in the options are absolute; an empty defaultsFile is none. The log outlives the engine.
   CoreEngine(const Options& options, Log& log);
+  ~CoreEngine() override;
+  CoreEngine(const CoreEngine&) = delete;
+  CoreEngine& operator=(const CoreEngine&) = delete;
 
   // Takes the engine's port and the settings folder, and serves requests until SIGTERM or SIGINT. Returns the exit
   // status of the program: 0, 3 where another engine is there, 1 after any other failure. The log has the reason. Call
@@ -85,7 +91,9 @@ class CoreEngine : private RequestObserver {
   SettingsTurns mTurns{mStore};
   FactoryDefaults mDefaults;
   VirtualDevice mVirtualDevice;
+  std::unique_ptr<RealMice> mRealMice;
   MouseInUse mDevice{mVirtualDevice};
+  Mice mMice;
   ClientRegistry mClients;
   BusNewsPort mNewsPort;
   News mNews{mNewsPort, mScheduler};
@@ -103,7 +111,8 @@ class CoreEngine : private RequestObserver {
   std::unique_ptr<ProgramLauncher> mLauncher;
   EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
   AssignmentPlayer mPlayer{mParts, *mLauncher};
-  VirtualMouseService mVirtualMouse{mVirtualDevice, mScheduler, mTurns};
+  VirtualMouseService mVirtualMouse{mVirtualDevice, mScheduler, mTurns, [this] { return mMice.isVirtualInUse(); }};
+  MiceService mMiceService{mMice};
   TypedKeysService mTypedKeys{
       [this](const std::string& connection, const KeyChanged& key) { return noteTyped(connection, key); }};
   RequestDispatcher mDispatcher{mParts, mReplyPorts};

@@ -33,6 +33,9 @@ inline constexpr const char* Busy = "org.vorn.Mice1.Error.Busy";                
 inline constexpr const char* NotSaved = "org.vorn.Mice1.Error.NotSaved";        // the disk did not take it
 }  // namespace errors
 
+// The device file that makes keyboards and pointers, by which the engine types and clicks.
+inline constexpr const char* outputNode = "/dev/uinput";
+
 // The ID of the virtual mouse.
 inline constexpr std::string_view virtualMouse = "virtual";
 

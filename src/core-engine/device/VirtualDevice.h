@@ -46,6 +46,8 @@ class VirtualDevice : public Device {
   // Presses or releases a control by its identifier. False, and nothing happens, when the mouse is absent or has no
   // such control.
   bool setControl(std::string_view identifier, bool isPressed);
+  // Another mouse is used now: no control counts as pressed any more. Nobody is told.
+  void letGo() { mPressedControls.clear(); }
   // A key (page 7, usages 4 to 231) or a button (page 9, usages 1 to 9) somewhere is pressed or released, whether or
   // not the mouse is there. False, and nothing happens, for any other.
   bool typeKey(std::uint32_t usagePage, std::uint32_t usage, bool isPressed);

@@ -35,6 +35,10 @@ BusReply absent() {
   return BusReply::failure(virtualMouse::errors::Absent, "The mouse is not plugged in");
 }
 
+BusReply notInUse() {
+  return BusReply::failure(virtualMouse::errors::NotInUse, "Another mouse is in use, not the virtual one");
+}
+
 std::vector<PropertyList> valuesOf(Scheduler::Duration time, const OutputEvent& event) {
   return {static_cast<std::uint64_t>(time.count()), event.usagePage, event.usage, event.value};
 }
@@ -45,8 +49,9 @@ bool isPrintable(std::string_view text) {
 
 }  // namespace
 
-VirtualMouseService::VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler, SettingsTurns& turns)
-    : mDevice(device), mScheduler(scheduler), mTurns(turns) {
+VirtualMouseService::VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler, SettingsTurns& turns,
+                                         std::function<bool()> isInUse)
+    : mDevice(device), mScheduler(scheduler), mTurns(turns), mIsInUse(std::move(isInUse)) {
   mDevice.setOutputHandler([this](const OutputEvent& event) { keep(event); });
 }
 
@@ -139,10 +144,12 @@ BusReply VirtualMouseService::plug(const std::string& connection) {
 
 BusReply VirtualMouseService::setControl(const std::string& control, bool isPressed) {
   if (!VirtualDevice::isControl(control)) return badArgument("The mouse has no control \"" + control + "\"");
+  if (!mIsInUse()) return notInUse();
   return mDevice.setControl(control, isPressed) ? BusReply::success() : absent();
 }
 
 BusReply VirtualMouseService::type(const Arguments& arguments) {
+  if (!mIsInUse()) return notInUse();
   const auto usagePage = static_cast<std::uint32_t>(arguments[0].toUnsigned());
   const auto usage = static_cast<std::uint32_t>(arguments[1].toUnsigned());
   if (mDevice.typeKey(usagePage, usage, arguments[2].toBool())) return BusReply::success();

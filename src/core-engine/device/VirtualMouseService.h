@@ -24,8 +24,10 @@ class VirtualMouseService {
   static constexpr std::size_t maximumVersionLength = 64;
 
   // Keeps the device's output from now on. All of them outlive the service. turns: where the events of the device wait;
-  // a method that causes one returns after it.
-  VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler, SettingsTurns& turns);
+  // a method that causes one returns after it. isInUse: whether the engine uses this mouse; what is pressed and typed
+  // while it uses another one would reach nobody, and is refused.
+  VirtualMouseService(VirtualDevice& device, const Scheduler& scheduler, SettingsTurns& turns,
+                      std::function<bool()> isInUse);
   ~VirtualMouseService();
   VirtualMouseService(const VirtualMouseService&) = delete;
   VirtualMouseService& operator=(const VirtualMouseService&) = delete;
@@ -60,6 +62,7 @@ class VirtualMouseService {
   VirtualDevice& mDevice;
   const Scheduler& mScheduler;
   SettingsTurns& mTurns;
+  std::function<bool()> mIsInUse;
   std::deque<TimedOutput> mOutput;
   std::uint64_t mForgottenOutput = 0;
   std::unique_ptr<BusObject> mObject;

@@ -4,6 +4,12 @@
 
 namespace vorn::engine {
 
+namespace {
+
+constexpr int maximumDamagedFiles = 1000;
+
+}  // namespace
+
 std::error_code writeAll(FileSystem& files, FileSystem::Handle handle, BytesView bytes) {
   while (!bytes.empty()) {
     std::size_t written = 0;
@@ -12,6 +18,27 @@ std::error_code writeAll(FileSystem& files, FileSystem::Handle handle, BytesView
     bytes = bytes.subspan(std::min(written, bytes.size()));
   }
   return {};
+}
+
+std::error_code writeSynced(FileSystem& files, const std::string& path, BytesView bytes) {
+  FileSystem::Handle handle = -1;
+  if (const std::error_code error = files.create(path, handle)) return error;
+  std::error_code error = writeAll(files, handle, bytes);
+  if (!error) error = files.sync(handle);
+  const std::error_code closeError = files.close(handle);
+  if (!error) error = closeError;
+  if (error) files.remove(path);
+  return error;
+}
+
+std::error_code setAside(FileSystem& files, const std::string& path, std::string& newPath) {
+  std::error_code error;
+  for (int number = 1; number <= maximumDamagedFiles; ++number) {
+    newPath = path + ".damaged-" + std::to_string(number);
+    error = files.renameToFree(path, newPath);
+    if (error != std::errc::file_exists) break;
+  }
+  return error;
 }
 
 }  // namespace vorn::engine

@@ -69,4 +69,11 @@ class FileSystem {
 // Appends all of the bytes.
 std::error_code writeAll(FileSystem& files, FileSystem::Handle handle, BytesView bytes);
 
+// Writes a whole file, in place of one that exists, and returns when its contents are on the disk. What failed half way
+// is removed again.
+std::error_code writeSynced(FileSystem& files, const std::string& path, BytesView bytes);
+
+// Moves what cannot be used out of the way: to PATH.damaged-N, newPath, with the first free number.
+std::error_code setAside(FileSystem& files, const std::string& path, std::string& newPath);
+
 }  // namespace vorn::engine

@@ -67,14 +67,8 @@ std::error_code SettingsBackups::write(const std::string& date, const PropertyLi
   const auto bytes = encodeBinaryPropertyList(bundle);
   if (!bytes) return std::make_error_code(std::errc::file_too_large);
   const std::string fresh = mFolder + newName;
-  FileSystem::Handle handle = -1;
-  if (const std::error_code error = mFiles.create(fresh, handle)) return error;
-  std::error_code error = writeAll(mFiles, handle, *bytes);
-  if (!error) error = mFiles.sync(handle);
-  const std::error_code closeError = mFiles.close(handle);
-  if (!error) error = closeError;
-  if (!error) error = mFiles.rename(fresh, pathOf(date));
-  if (error) {
+  if (const std::error_code error = writeSynced(mFiles, fresh, *bytes)) return error;
+  if (const std::error_code error = mFiles.rename(fresh, pathOf(date))) {
     mFiles.remove(fresh);
     return error;
   }

@@ -13,7 +13,6 @@ constexpr const char* currentName = "settings.plist";
 constexpr const char* lastGoodName = "settings.last-good.plist";
 constexpr const char* newName = "settings.new.plist";
 constexpr const char* lockName = "lock";
-constexpr int maximumDamagedFiles = 1000;
 
 bool isMissing(const std::error_code& error) {
   return error == std::errc::no_such_file_or_directory;
@@ -63,7 +62,7 @@ std::optional<PropertyList> SettingsFile::loadFile(const std::string& path, cons
   }
   mLog.line("cannot use " + path + ": " + reason);
   std::string newPath;
-  if (const std::error_code moveError = setAside(path, newPath)) {
+  if (const std::error_code moveError = setAside(mFiles, path, newPath)) {
     mLog.line("cannot move " + path + " aside: " + moveError.message() + "; no change will be saved until it can be");
     mDamaged.push_back(path);
   } else {
@@ -72,20 +71,10 @@ std::optional<PropertyList> SettingsFile::loadFile(const std::string& path, cons
   return std::nullopt;
 }
 
-std::error_code SettingsFile::setAside(const std::string& path, std::string& newPath) {
-  std::error_code error;
-  for (int number = 1; number <= maximumDamagedFiles; ++number) {
-    newPath = path + ".damaged-" + std::to_string(number);
-    error = mFiles.renameToFree(path, newPath);
-    if (error != std::errc::file_exists) break;
-  }
-  return error;
-}
-
 // What is gone already needs no other place.
 std::error_code SettingsFile::setAsideAndTell(const std::string& path) {
   std::string newPath;
-  const std::error_code error = setAside(path, newPath);
+  const std::error_code error = setAside(mFiles, path, newPath);
   if (!error) mLog.line(path + " is kept as " + newPath);
   return isMissing(error) ? std::error_code() : error;
 }
@@ -123,14 +112,9 @@ bool SettingsFile::save(BytesView bytes, std::string& error) {
 
 std::error_code SettingsFile::writeNew(BytesView bytes, FileSystem::Identity& written) {
   const std::string fresh = path(newName);
-  FileSystem::Handle handle = -1;
-  const auto create = [&] { return mFiles.create(fresh, handle); };
-  if (const std::error_code error = withoutObstacle(fresh, create)) return error;
-  std::error_code error = writeAll(mFiles, handle, bytes);
-  if (!error) error = mFiles.sync(handle);
-  const std::error_code closeError = mFiles.close(handle);
-  if (!error) error = closeError;
-  if (!error) error = mFiles.identify(fresh, written);
+  const auto write = [&] { return writeSynced(mFiles, fresh, bytes); };
+  if (const std::error_code error = withoutObstacle(fresh, write)) return error;
+  const std::error_code error = mFiles.identify(fresh, written);
   if (error) mFiles.remove(fresh);
   return error;
 }

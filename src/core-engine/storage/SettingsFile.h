@@ -54,7 +54,6 @@ class SettingsFile {
  private:
   std::string path(const char* name) const { return mFolder + "/" + name; }
   std::optional<PropertyList> loadFile(const std::string& path, const Check& check);
-  std::error_code setAside(const std::string& path, std::string& newPath);
   std::error_code setAsideAndTell(const std::string& path);
   std::error_code withoutObstacle(const std::string& path, const std::function<std::error_code()>& operation);
   std::error_code setDamagedAside();

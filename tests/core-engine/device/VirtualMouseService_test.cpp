@@ -41,7 +41,7 @@ class VirtualMouseServiceTest : public testing::Test {
   VirtualMouseServiceTest() {
     onEngine([this] {
       device.setEventHandler([this](const DeviceEvent& event) { events.push_back(event); });
-      service = std::make_unique<VirtualMouseService>(device, scheduler, turns);
+      service = std::make_unique<VirtualMouseService>(device, scheduler, turns, [this] { return isInUse; });
       std::string error;
       EXPECT_TRUE(service->start(error)) << error;
     });
@@ -112,6 +112,7 @@ class VirtualMouseServiceTest : public testing::Test {
   ManualScheduler scheduler;
   VirtualDevice device;
   Events events;
+  bool isInUse = true;
   std::unique_ptr<VirtualMouseService> service;
   vorn::test::LoopThread engine;
 
@@ -222,6 +223,19 @@ TEST_F(VirtualMouseServiceTest, HasNoControlsAndNoBatteryWhileItIsUnplugged) {
   EXPECT_EQ(call("SetBattery", "i", 50), "");
   EXPECT_EQ(call("Plug", "s", "wireless"), "");
   EXPECT_EQ(read<int>([this] { return device.batteryPercent(); }), 50);
+}
+
+TEST_F(VirtualMouseServiceTest, PressesAndTypesNothingWhileAnotherMouseIsInUse) {
+  const std::string notInUse =
+      std::string(virtualMouse::errors::NotInUse) + ": Another mouse is in use, not the virtual one";
+  onEngine([this] { isInUse = false; });
+  EXPECT_EQ(call("Press", "s", "43"), notInUse);
+  EXPECT_EQ(call("Release", "s", "43"), notInUse);
+  EXPECT_EQ(call("Type", "uub", 7U, 4U, 1), notInUse);
+  EXPECT_EQ(call("Press", "s", "3"), badArgument + "The mouse has no control \"3\"");
+  EXPECT_EQ(call("SetBattery", "i", 50), "");
+  EXPECT_EQ(state().back(), "pressed as ");
+  EXPECT_EQ(takeEvents(), Events{BatteryChanged{}});
 }
 
 TEST_F(VirtualMouseServiceTest, KeepsTheOutputWithItsTimesUntilItIsTaken) {
