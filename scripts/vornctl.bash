@@ -92,6 +92,16 @@ _vornctl_device() {
   esac
 }
 
+_vornctl_mice() {
+  case $1:$# in
+    use:2 | show:2)
+      _vornctl_offer < <(vornctl --no-start --timeout 1 mice list --json 2>/dev/null | grep -o '"id":"[^"\\]*"' |
+        cut -d '"' -f 4)
+      ;;
+    teach:2 | forget:2) _vornctl_words "$_vornctl_controls keymap stage-up stage-down" ;;
+  esac
+}
+
 _vornctl_backups() {
   [[ $1 == restore ]] && _vornctl_offer < <(vornctl --no-start --timeout 1 backups list 2>/dev/null | cut -d ' ' -f 1)
 }
@@ -143,13 +153,15 @@ _vornctl() {
     return
   fi
   if ((${#words[@]} == 1)); then
-    _vornctl_words 'status profiles get set macros assign assignments keys undo redo history backups monitor device'
+    _vornctl_words 'status profiles get set macros assign assignments keys undo redo history backups monitor mice doctor device'
     return
   fi
   case ${words[0]}:${#words[@]} in
     profiles:2) _vornctl_words 'list switch add copy rename delete move compare export import' ;;
     macros:2) _vornctl_words 'list show record rename delete export import' ;;
     device:2) _vornctl_words 'plug unplug press release click type battery charging firmware state output' ;;
+    mice:2) _vornctl_words 'list use show teach forget resolution' ;;
+    mice:*) _vornctl_mice "${words[@]:1}" ;;
     history:2) _vornctl_words 'list go' ;;
     history:3) [[ ${words[1]} == go ]] && _vornctl_changes ;;
     backups:2) _vornctl_words 'list restore' ;;

@@ -49,6 +49,13 @@ constexpr Command table[] = {
     {"backups list", "", 0, 0, "", "list the settings of before the first change of each day", listBackups},
     {"backups restore", "DATE", 1, 1, "", "put a backup in the place of the settings", restoreBackup},
     {"monitor", "", 0, 0, "", "print what the engine tells, until SIGINT or SIGTERM", monitor},
+    {"mice list", "", 0, 0, "", "list the mice; * marks the one in use", listMice},
+    {"mice use", "MOUSE", 1, 1, "", "use another mouse, from now on", useMouse},
+    {"mice show", "[MOUSE]", 0, 1, "", "print what is known of a mouse, or of the one in use", showMouse},
+    {"mice teach", "CONTROL", 1, 1, "", "make the next key or button of the mouse this control", teachMouse},
+    {"mice forget", "[CONTROL]", 0, 1, "", "forget what was taught, for one control or for all", forgetTaught},
+    {"mice resolution", "DPI", 1, 1, "", "correct what the mouse counts in an inch; 0: as it was", setResolution},
+    {"doctor", "", 0, 0, "", "look for what keeps mice from working, and how to mend it", doctor, true},
     {"device plug", "wired|wireless", 1, 1, "", "plug the virtual mouse in", plugDevice},
     {"device unplug", "", 0, 0, "", "take the virtual mouse away", unplugDevice},
     {"device press", "CONTROL", 1, 1, "", "press a control", pressControl},
@@ -161,9 +168,9 @@ std::string helpText() {
   }
   return text +
          "\n"
-         "PROFILE and MACRO are a number, counted from 1, or a name. CONTROL is a number from 1 to 27, a name (Tab,\n"
-         "wheel-up) or an identifier (id:20). KEY of a keyboard is a name (F5) or a chord (ctrl+shift+k). ACTION is "
-         "one of\n"
+         "PROFILE and MACRO are a number, counted from 1, or a name, MOUSE is an ID or a part of a name. CONTROL is a\n"
+         "number from 1 to 27, a name (Tab, wheel-up) or an identifier (id:20). KEY of a keyboard is a name (F5) or a\n"
+         "chord (ctrl+shift+k). ACTION is one of\n"
          "  default | disable | button 1-8|double | scroll up|down | forward | backward\n"
          "  key KEY [--with MODIFIER]... | macro MACRO [--repeat 1-10|held|toggle] | profile PROFILE\n"
          "  keymap 1-8|cycle [--switch-back] | stage up|down | sensitivity on-the-fly|temporary | launch PATH\n"

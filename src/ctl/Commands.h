@@ -42,6 +42,14 @@ Outcome goToChange(Context& context, const Arguments& arguments);
 Outcome listBackups(Context& context, const Arguments& arguments);
 Outcome restoreBackup(Context& context, const Arguments& arguments);
 
+Outcome listMice(Context& context, const Arguments& arguments);
+Outcome useMouse(Context& context, const Arguments& arguments);
+Outcome showMouse(Context& context, const Arguments& arguments);
+Outcome teachMouse(Context& context, const Arguments& arguments);
+Outcome forgetTaught(Context& context, const Arguments& arguments);
+Outcome setResolution(Context& context, const Arguments& arguments);
+Outcome doctor(Context& context, const Arguments& arguments);
+
 Outcome plugDevice(Context& context, const Arguments& arguments);
 Outcome unplugDevice(Context& context, const Arguments& arguments);
 Outcome pressControl(Context& context, const Arguments& arguments);

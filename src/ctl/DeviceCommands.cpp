@@ -7,6 +7,7 @@
 #include "ctl/Controls.h"
 #include "ctl/EngineObject.h"
 #include "ctl/Keys.h"
+#include "ctl/MiceWords.h"
 #include "ctl/Numbers.h"
 #include "ctl/Values.h"
 #include "protocol/DeviceStatus.h"
@@ -27,14 +28,6 @@ Result<std::vector<PropertyList>> call(const Context& context, const std::string
 Outcome perform(const Context& context, const std::string& method, const std::vector<BusInput>& inputs = {}) {
   const auto values = call(context, method, inputs);
   return values ? std::nullopt : Outcome(values.failure());
-}
-
-// The identifier of a control, or one of the mouse's keys that nothing can be assigned to.
-Result<std::string> controlArgument(const std::string& word) {
-  if (std::ranges::find(fixedKeys, word) != fixedKeys.end()) return word;
-  const Control* control = controlNamed(word);
-  if (control == nullptr) return Failure{ExitStatus::Usage, "there is no control \"" + word + "\""};
-  return std::string(control->identifier);
 }
 
 Outcome performOnControl(const Context& context, const std::string& word, const std::vector<std::string>& methods) {

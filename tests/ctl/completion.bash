@@ -17,10 +17,11 @@ expect() {
   fi
 }
 
-# Stands in for an engine with three changes and two profiles.
+# Stands in for an engine with three changes, two profiles and two mice.
 vornctl() {
   case $* in
     '--no-start --timeout 1 history list') printf '%s    2026-01-02 10:00:00  vornctl\n' 12 9 1 ;;
+    '--no-start --timeout 1 mice list --json') echo '[{"id":"usb-1","name":"A"},{"id":"virtual","name":"V"}]' ;;
     '--no-start --timeout 1 profiles list') printf '* 1  Work\n  2  Games\n' ;;
   esac
 }
@@ -32,12 +33,16 @@ mkdir "$folder/All.SkarnProfiles"
 touch "$folder/Mine.SkarnProfile" "$folder/other.txt"
 cd "$folder" || exit 1
 
-expect 'status profiles get set macros assign assignments keys undo redo history backups monitor device' ''
+expect 'status profiles get set macros assign assignments keys undo redo history backups monitor mice doctor device' ''
 expect 'list go' history ''
 expect '12 9 1 0' history go ''
 expect '12 1' history go 1
 expect '' history list ''
 expect 'list restore' backups ''
+expect 'list use show teach forget resolution' mice ''
+expect 'usb-1 virtual' mice use ''
+expect 'keymap' mice teach ke
+expect 'stage-up stage-down' mice forget st
 expect '--all' profiles export --al
 expect '--all' profiles import --json --al
 expect '--append' --a
