@@ -86,10 +86,12 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
   mRecorder.setClientHandler([this](const std::string& client) {
     mRecordingClient.become(client);
+    mHeard.recordingChanged();
     updateDevice();
   });
   mCapture.setClientHandler([this](const std::string& client) {
     mCapturingClient.become(client);
+    mHeard.captureChanged();
     updateDevice();
   });
   mDispatcher.setObserver(this);
@@ -196,10 +198,7 @@ bool CoreEngine::noteTyped(const std::string& connection, const KeyChanged& key)
   const bool isRecorded = mRecorder.isRecording() && mRecordingClient.isConnection(connection);
   const bool isCaught = mCapture.isCapturing() && mCapturingClient.isConnection(connection);
   // Not before what a control sends that was pressed before it.
-  mTurns.inTurn([this, isRecorded, isCaught, key] {
-    if (isRecorded) mRecorder.note(key);
-    if (isCaught) mCapture.note(key);
-  });
+  mTurns.inTurn([this, isRecorded, isCaught, key] { mHeard.fromWindow(key, isRecorded, isCaught); });
   return isRecorded || isCaught;
 }
 

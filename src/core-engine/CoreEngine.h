@@ -20,6 +20,7 @@
 #include "core-engine/play/AssignmentPlayer.h"
 #include "core-engine/play/ProfileChanger.h"
 #include "core-engine/play/ProgramLauncher.h"
+#include "core-engine/record/HeardKeys.h"
 #include "core-engine/record/KeyCapture.h"
 #include "core-engine/record/ListeningClient.h"
 #include "core-engine/record/MacroRecorder.h"
@@ -107,9 +108,11 @@ class CoreEngine : private RequestObserver {
   ListeningClient mCapturingClient{[this] { mCapture.stop(mCapture.client()); }};
   MacroRecorder mRecorder{mNewsPort, mScheduler};
   KeyCapture mCapture{mNewsPort};
+  HeardKeys mHeard{mDevice, mScheduler, mRecorder, mCapture};
   ProfileChanger mProfiles{mStore};
   std::unique_ptr<ProgramLauncher> mLauncher;
-  EngineParts mParts{mStore, mDevice, mClients, mDefaults, mLog, mNewsPort, mScheduler, mRecorder, mCapture, mProfiles};
+  EngineParts mParts{mStore,     mDevice,   mClients, mDefaults, mLog,     mNewsPort,
+                     mScheduler, mRecorder, mCapture, mHeard,    mProfiles};
   AssignmentPlayer mPlayer{mParts, *mLauncher};
   VirtualMouseService mVirtualMouse{mVirtualDevice, mScheduler, mTurns, [this] { return mMice.isVirtualInUse(); }};
   MiceService mMiceService{mMice};

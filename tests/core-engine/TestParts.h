@@ -93,7 +93,9 @@ struct TestParts {
   TestParts(const TestParts&) = delete;
   TestParts& operator=(const TestParts&) = delete;
 
-  EngineParts parts() { return {store, device, clients, defaults, log, news, scheduler, recorder, capture, profiles}; }
+  EngineParts parts() {
+    return {store, device, clients, defaults, log, news, scheduler, recorder, capture, heard, profiles};
+  }
 
   // What a start of the engine would find on the disk now.
   PropertyList stored() const {
@@ -121,6 +123,7 @@ struct TestParts {
   ManualScheduler scheduler;
   MacroRecorder recorder{news, scheduler};
   KeyCapture capture{news};
+  HeardKeys heard{device, scheduler, recorder, capture};
   ProfileChanger profiles{store};
 };
 

@@ -52,7 +52,7 @@ void AssignmentPlayer::handle(const DeviceEvent& event) {
   if (const auto* control = std::get_if<ControlChanged>(&event)) {
     control->isPressed ? press(control->control) : release(control->control);
   } else if (const auto* key = std::get_if<KeyChanged>(&event)) {
-    note(*key);
+    mParts.heard.fromDevice(*key);
   } else if (std::holds_alternative<ConnectionChanged>(event)) {
     releaseAll();
   }
@@ -61,12 +61,8 @@ void AssignmentPlayer::handle(const DeviceEvent& event) {
 void AssignmentPlayer::send(const OutputEvent& event) {
   if (!mParts.device.isPresent()) return;
   mParts.device.emit(event);
-  if (outputKey(event.usagePage, event.usage)) note({event.usagePage, event.usage, event.value != 0});
-}
-
-void AssignmentPlayer::note(const KeyChanged& key) {
-  mParts.recorder.note(key);
-  mParts.capture.note(key);
+  if (outputKey(event.usagePage, event.usage))
+    mParts.heard.fromDevice({event.usagePage, event.usage, event.value != 0});
 }
 
 void AssignmentPlayer::press(const std::string& control) {

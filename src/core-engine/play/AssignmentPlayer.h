@@ -45,7 +45,6 @@ class AssignmentPlayer {
   void press(const std::string& control);
   void release(const std::string& control);
   void send(const OutputEvent& event);
-  void note(const KeyChanged& key);
 
   bool turnsSensitivity(std::string_view control) const;
   PropertyList assignmentOf(std::string_view control) const;

@@ -13,6 +13,7 @@
 #include "core-engine/device/Device.h"
 #include "core-engine/news/NewsPort.h"
 #include "core-engine/play/ProfileChanger.h"
+#include "core-engine/record/HeardKeys.h"
 #include "core-engine/record/KeyCapture.h"
 #include "core-engine/record/MacroRecorder.h"
 #include "core-engine/requests/ClientRegistry.h"
@@ -51,6 +52,7 @@ struct EngineParts {
   Scheduler& scheduler;
   MacroRecorder& recorder;
   KeyCapture& capture;
+  HeardKeys& heard;
   ProfileChanger& profiles;
 };
 
