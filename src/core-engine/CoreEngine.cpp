@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "core-engine/ShortTurns.h"
+#include "core-engine/device/linux/LinuxMice.h"
 #include "core-engine/play/PosixProgramLauncher.h"
 #include "core-engine/play/ServiceProgramLauncher.h"
 #include "core-engine/requests/Farewell.h"
@@ -33,33 +34,6 @@ std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
   return std::make_unique<PosixProgramLauncher>();
 }
 
-class AbsentMouse : public RealMouse {
- public:
-  Connection connection() const override { return Connection::Absent; }
-  std::string firmwareVersion() const override { return {}; }
-  int batteryPercent() const override { return 0; }
-  ChargingStatus chargingStatus() const override { return ChargingStatus::NoBatteryDisplay; }
-  void emit(const OutputEvent& /*event*/) override {}
-  void apply(const DeviceValues& /*values*/) override {}
-  void setListening(bool /*isListening*/) override {}
-  DeviceAbilities abilities() const override { return {}; }
-  void setRecord(const MouseRecord& /*record*/) override {}
-  void teach(Heard /*heard*/) override {}
-  std::int32_t resolution() const override { return 0; }
-};
-
-class NoMice : public RealMice {
- public:
-  std::vector<FoundMouse> mice() override { return {}; }
-  void setChangeHandler(std::function<void()> /*handler*/) override {}
-  void setRecords(RecordOf /*recordOf*/) override {}
-  std::unique_ptr<RealMouse> make(const std::string& /*id*/) override { return std::make_unique<AbsentMouse>(); }
-};
-
-std::unique_ptr<RealMice> miceOfTheMachine(RunLoop& /*loop*/, Scheduler& /*scheduler*/, Log& /*log*/) {
-  return std::make_unique<NoMice>();
-}
-
 // Today, where the user is, as "2026-11-22".
 std::string localDate() {
   const std::time_t now = std::time(nullptr);
@@ -80,7 +54,7 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mStore(mFile, log, &mDisk),
       mDefaults(mFiles, options.defaultsFile),
       mVirtualDevice(options.connection),
-      mRealMice(miceOfTheMachine(mLoop, mScheduler, log)),
+      mRealMice(std::make_unique<LinuxMice>(mLoop, mScheduler, log)),
       mMice({mFiles, log, mScheduler, mStore, mTurns, mVirtualDevice, *mRealMice, mDevice}, options.stateFolder),
       mLauncher(launcherFor(options)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });

@@ -69,6 +69,7 @@ Mice::~Mice() {
   mTaught = {};
   callOff();
   mParts.inUse.use(mParts.virtualMouse);
+  mParts.scheduler.cancel(mEndOfFormer);
   mParts.realMice.setChangeHandler({});
   mParts.realMice.setRecords({});
 }
@@ -144,9 +145,10 @@ void Mice::chooseNow(const std::string& id, const Done& done) {
 void Mice::use(const std::string& id) {
   callOff();
   if (mLeaving) mLeaving();
-  // The one before lasts until the other one is in use.
-  const std::unique_ptr<RealMouse> before =
-      std::exchange(mReal, id == mice::virtualMouse ? nullptr : mParts.realMice.make(id));
+  // The one before lasts until the other one is in use, and until none of its handlers runs.
+  mFormer.push_back(std::exchange(mReal, id == mice::virtualMouse ? nullptr : mParts.realMice.make(id)));
+  mParts.scheduler.cancel(mEndOfFormer);
+  mEndOfFormer = mParts.scheduler.after(Scheduler::Duration(0), [this] { mFormer.clear(); });
   if (isVirtualInUse()) return mParts.inUse.use(mParts.virtualMouse);
   mReal->setRecord(mKnown.of(id).record);
   mParts.virtualMouse.letGo();

@@ -122,7 +122,9 @@ class Mice {
   Parts mParts;
   MouseFile mFile;
   KnownMice mKnown;
-  std::unique_ptr<RealMouse> mReal;  // in use; null: the virtual one
+  std::unique_ptr<RealMouse> mReal;                 // in use; null: the virtual one
+  std::vector<std::unique_ptr<RealMouse>> mFormer;  // were in use until now
+  Scheduler::Ticket mEndOfFormer = 0;
   Teaching mTeaching;
   std::function<void()> mLeaving;
   std::function<void()> mChanged;

@@ -22,12 +22,14 @@ struct FoundMouse {
   Device::Connection connection = Device::Connection::Wired;
   std::vector<std::string> nodes;      // /dev/input/event5, all of them
   std::vector<std::string> forbidden;  // those of them that this user may not read and grab
+  bool isPointerForbidden = false;     // one of these moves the pointer
   bool isOutputForbidden = false;      // this user may not make a keyboard or a pointer (/dev/uinput)
   std::int32_t resolution = 0;         // DPI, as the system knows it; 0 where it does not
   // The controls and fixed keys for which it has a key, a button or a wheel, with what it was taught.
   ControlSet controls;
 
-  bool isAllowed() const { return forbidden.empty() && !isOutputForbidden; }
+  // Perhaps without some of its keys.
+  bool isAllowed() const { return !isPointerForbidden && !isOutputForbidden; }
   friend bool operator==(const FoundMouse&, const FoundMouse&) = default;
 };
 

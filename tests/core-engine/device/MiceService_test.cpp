@@ -77,6 +77,7 @@ PropertyList texts(const std::vector<std::string>& all) {
 
 TEST_F(MiceServiceTest, ListsTheMiceWithWhatTheyAllowAndTheVirtualOneLast) {
   real.found[0].forbidden = {"/dev/input/event4"};
+  real.found[0].isPointerForbidden = true;
   real.found[0].isOutputForbidden = true;
   const BusAnswer answer = ask("List");
   ASSERT_EQ(answer.values.size(), 1U);
@@ -142,7 +143,7 @@ TEST_F(MiceServiceTest, TellsWhatWasTaughtAndThatTheListIsAnother) {
   EXPECT_TRUE(vorn::test::serveBusUntil([&] { return changes > 0; }));
   EXPECT_EQ(call("Teach", {{"s", "43"}}), "");
   EXPECT_TRUE(taught.empty());
-  onEngine([this] { real.inUse.at(0)->heard(side); });
+  onEngine([this] { real.inUse.back()->heard(side); });
   EXPECT_TRUE(vorn::test::serveBusUntil([&] { return !taught.empty(); }));
   EXPECT_EQ(taught, (std::vector<PropertyList>{"43", true, "BTN_SIDE", ""}));
   EXPECT_EQ(ask("List").values.at(0).at(0)["taught"], texts({"43"}));
@@ -156,7 +157,7 @@ TEST_F(MiceServiceTest, EndsATeachingWithItsConnection) {
   EXPECT_EQ(call("Choose", {{"s", acme}}), "");
   const auto isTeaching = [this] {
     bool result = false;
-    onEngine([&] { result = static_cast<bool>(real.inUse.at(0)->heard); });
+    onEngine([&] { result = static_cast<bool>(real.inUse.back()->heard); });
     return result;
   };
   vorn::test::LoopThread other;

@@ -39,6 +39,7 @@ class MiceTest : public testing::Test {
   Fault choose(const std::string& id) {
     Fault result{};
     mice->choose(id, [&](const Mice::Outcome& outcome) { result = outcome.fault; });
+    parts.scheduler.advance(0us);
     return result;
   }
   Fault teach(const std::string& control, const std::string& teacher = ":1.1") {
@@ -68,7 +69,7 @@ class MiceTest : public testing::Test {
     }
     return lines;
   }
-  FakeMice::Mouse& mouse() const { return *real.inUse.at(0); }
+  FakeMice::Mouse& mouse() const { return *real.inUse.back(); }
   using All = std::vector<Mice::Taught>;
 
   TestParts parts{bundle("settings")};
@@ -123,6 +124,7 @@ TEST_F(MiceTest, LetsGoOfTheControlsOfTheVirtualMouseThatItLeaves) {
 
 TEST_F(MiceTest, ChoosesNoMouseThatIsNotThereOrThatThisUserMayNotUse) {
   real.found[0].forbidden = {"/dev/input/event4"};
+  real.found[0].isPointerForbidden = true;
   real.found[1].isOutputForbidden = true;
   Mice::Outcome outcome;
   const auto note = [&outcome](const Mice::Outcome& given) { outcome = given; };
@@ -136,6 +138,11 @@ TEST_F(MiceTest, ChoosesNoMouseThatIsNotThereOrThatThisUserMayNotUse) {
   EXPECT_EQ(outcome.fault, Fault::NotAllowed);
   EXPECT_TRUE(mice->isVirtualInUse());
   EXPECT_TRUE(parts.disk.paths() == Texts{} || !parts.disk.contents("/state/mouse.plist"));
+}
+
+TEST_F(MiceTest, ChoosesAMouseOfWhichOnlySomeKeysAreForbidden) {
+  real.found[0].forbidden = {"/dev/input/event5"};
+  EXPECT_EQ(choose(acme), Fault::None);
 }
 
 TEST_F(MiceTest, ListsAChosenMouseThatIsUnpluggedUnderItsName) {

@@ -63,8 +63,10 @@ FoundMouse LinuxMice::described(const MouseHardware& hardware) const {
   const MouseRecord record = mRecordOf ? mRecordOf(hardware.id) : MouseRecord();
   for (const MouseNode& node : hardware.nodes) {
     mouse.nodes.push_back(node.path);
-    if (node.isForbidden) mouse.forbidden.push_back(node.path);
     mouse.controls.merge(controlsOf(node, record.controls));
+    if (!node.isForbidden) continue;
+    mouse.forbidden.push_back(node.path);
+    mouse.isPointerForbidden = mouse.isPointerForbidden || node.codes.isPointer();
   }
   return mouse;
 }
