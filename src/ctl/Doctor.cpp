@@ -15,9 +15,11 @@ using State = Finding::State;
 namespace words = mice::keys;
 
 // Has udev look at what is plugged in once more.
-constexpr std::string_view installRules =
-    "sudo install -m 644 70-skarn.rules /etc/udev/rules.d/ && sudo udevadm control --reload && sudo udevadm trigger";
-constexpr std::string_view applyRules = "sudo udevadm control --reload && sudo udevadm trigger";
+constexpr const char* applyRules = "sudo udevadm control --reload && sudo udevadm trigger";
+
+std::string installRules(const Examination& found) {
+  return "sudo install -m 644 '" + found.rulesAtHand + "' /etc/udev/rules.d/ && " + applyRules;
+}
 
 std::string joined(const std::vector<std::string>& all) {
   std::string text;
@@ -41,7 +43,7 @@ Finding engineFinding(const Examination& found) {
 }
 
 std::string remedyOfAccess(const Examination& found) {
-  return std::string(found.rules.empty() ? installRules : applyRules);
+  return found.rules.empty() ? installRules(found) : applyRules;
 }
 
 std::vector<Finding> miceFindings(const Examination& found) {
@@ -49,10 +51,15 @@ std::vector<Finding> miceFindings(const Examination& found) {
   std::vector<Finding> findings;
   for (const MachineMouse& mouse : found.machineMice) {
     const std::string what = "Mouse \"" + mouse.name + "\"";
-    if (mouse.forbidden.empty()) {
+    std::vector<std::string> closed = mouse.forbidden;
+    closed.insert(closed.end(), mouse.closedKeys.begin(), mouse.closedKeys.end());
+    if (closed.empty()) {
       findings.push_back({what, State::Fine, "you may use it: " + joined(mouse.nodes)});
+    } else if (mouse.forbidden.empty() && !found.rules.empty()) {
+      findings.push_back(
+          {what, State::Optional, "its keys stay closed, since they may be those of a keyboard: " + joined(closed)});
     } else {
-      findings.push_back({what, State::Missing, "no access to " + joined(mouse.forbidden), remedyOfAccess(found)});
+      findings.push_back({what, State::Missing, "no access to " + joined(closed), remedyOfAccess(found)});
     }
   }
   return findings;
@@ -75,10 +82,10 @@ Finding rulesFinding(const Examination& found) {
   if (!found.rules.empty()) return {"udev rules", State::Fine, found.rules};
   // Whoever has access already gets it in another way.
   const bool isNeeded = found.output == FileAccess::Forbidden ||
-                        std::any_of(found.machineMice.begin(), found.machineMice.end(),
-                                    [](const MachineMouse& mouse) { return !mouse.forbidden.empty(); });
-  return {"udev rules", isNeeded ? State::Missing : State::Optional, "they are not installed",
-          std::string(installRules)};
+                        std::any_of(found.machineMice.begin(), found.machineMice.end(), [](const MachineMouse& mouse) {
+                          return !mouse.forbidden.empty() || !mouse.closedKeys.empty();
+                        });
+  return {"udev rules", isNeeded ? State::Missing : State::Optional, "they are not installed", installRules(found)};
 }
 
 std::vector<Finding> useFindings(const Examination& found) {

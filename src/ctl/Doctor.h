@@ -21,8 +21,9 @@ struct Examination {
   ServiceState engine = ServiceState::Missing;
   PropertyList mice;  // what the engine lists; none without an answer of it
   std::vector<MachineMouse> machineMice;
-  FileAccess output = FileAccess::Missing;  // to /dev/uinput
-  std::string rules;                        // of udev: their path; empty where they are not installed
+  FileAccess output = FileAccess::Missing;     // to /dev/uinput
+  std::string rules;                           // of udev: their path; empty where they are not installed
+  std::string rulesAtHand = "70-skarn.rules";  // a copy of them to install
   bool hasSystemBus = false;
   ServiceState ratbag = ServiceState::Missing;
   ServiceState power = ServiceState::Missing;

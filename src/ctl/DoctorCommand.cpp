@@ -52,6 +52,7 @@ Examination examine(const Context& context) {
   found.machineMice = miceOfMachine();
   found.output = accessTo(mice::outputNode);
   found.rules = installedRules();
+  found.rulesAtHand = rulesAtHand();
   const Services system(Bus::System, context.line.timeout);
   found.hasSystemBus = system.hasBus();
   found.ratbag = system.stateOf("org.freedesktop.ratbag1");

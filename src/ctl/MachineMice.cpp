@@ -3,10 +3,12 @@
 #include <libudev.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <string_view>
+#include <system_error>
+#include <utility>
 
 namespace vorn::ctl {
 
@@ -20,14 +22,19 @@ struct Unref {
 template <typename T>
 using Owned = std::unique_ptr<T, Unref>;
 
+constexpr const char* rulesName = "70-skarn.rules";
+
 std::string_view text(const char* value) {
   return value == nullptr ? std::string_view() : std::string_view(value);
 }
 
 // What the node belongs to; null for what is plugged in nowhere. It lasts as long as the node.
 udev_device* hardwareOf(udev_device* node) {
+  udev_device* const hid = udev_device_get_parent_with_subsystem_devtype(node, "hid", nullptr);
   udev_device* const usb = udev_device_get_parent_with_subsystem_devtype(node, "usb", "usb_device");
-  return usb != nullptr ? usb : udev_device_get_parent_with_subsystem_devtype(node, "hid", nullptr);
+  // "0005:..." is Bluetooth (linux/input.h); what is above such a one is the adapter.
+  const bool isBluetooth = hid != nullptr && text(udev_device_get_property_value(hid, "HID_ID")).starts_with("0005:");
+  return usb == nullptr || isBluetooth ? hid : usb;
 }
 
 std::string nameOf(udev_device* node) {
@@ -61,7 +68,7 @@ std::vector<MachineMouse> miceOfMachine() {
     if (isMouse || found.mouse.name.empty()) found.mouse.name = nameOf(node.get());
     found.isMouse = found.isMouse || isMouse;
     found.mouse.nodes.push_back(path);
-    if (::access(path.c_str(), R_OK) != 0) found.mouse.forbidden.push_back(path);
+    if (::access(path.c_str(), R_OK) != 0) (isMouse ? found.mouse.forbidden : found.mouse.closedKeys).push_back(path);
   }
   std::vector<MachineMouse> result;
   for (auto& [place, hardware] : all) {
@@ -77,10 +84,22 @@ FileAccess accessTo(const char* path) {
 
 std::string installedRules() {
   for (const char* const folder : {"/etc", "/run", "/usr/local/lib", "/usr/lib", "/lib"}) {
-    std::string path = std::string(folder) + "/udev/rules.d/70-skarn.rules";
+    std::string path = std::string(folder) + "/udev/rules.d/" + rulesName;
     if (::access(path.c_str(), R_OK) == 0) return path;
   }
   return {};
+}
+
+std::string rulesAtHand() {
+  std::error_code error;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  const std::filesystem::path folder = program.parent_path().parent_path();
+  // Of an installation, and of a build folder.
+  for (const auto& each : {folder / "lib/udev/rules.d", folder.parent_path().parent_path() / "resources/udev"}) {
+    const std::string path = (each / rulesName).string();
+    if (!error && ::access(path.c_str(), R_OK) == 0) return path;
+  }
+  return rulesName;
 }
 
 }  // namespace vorn::ctl

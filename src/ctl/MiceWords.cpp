@@ -96,7 +96,7 @@ std::string lineOfMouse(const PropertyList& mouse) {
   std::string line = mouse[words::IsInUse].toBool() ? "* " : "  ";
   line += padded(mouse[words::Name].toString(), widthOfName) + padded(mouse[words::ID].toString(), widthOfID);
   line += connectionOf(mouse);
-  if (!mouse[words::IsAllowed].toBool()) line += "; no access to " + joined(mouse[words::Forbidden]);
+  if (!mouse[words::Forbidden].isEmpty()) line += "; no access to " + joined(mouse[words::Forbidden]);
   line.erase(line.find_last_not_of(' ') + 1);
   return line;
 }
@@ -110,7 +110,7 @@ std::vector<std::string> linesOfMouse(const PropertyList& mouse) {
                                         (connection.empty() ? "" : ", " + connection)};
   if (!isVirtual(mouse)) {
     lines.push_back("Device files: " + joined(mouse[words::Nodes]));
-    if (!mouse[words::IsAllowed].toBool()) lines.push_back("No access to: " + joined(mouse[words::Forbidden]));
+    if (!mouse[words::Forbidden].isEmpty()) lines.push_back("No access to: " + joined(mouse[words::Forbidden]));
     lines.push_back("Controls:     " + controlsOf(mouse[words::Controls]));
     lines.push_back("Taught:       " + controlsOf(mouse[words::Taught]));
     const std::int64_t resolution = mouse[words::Resolution].toInt64();

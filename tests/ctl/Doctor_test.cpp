@@ -13,7 +13,7 @@ using State = Finding::State;
 using Findings = std::vector<Finding>;
 
 const std::string apply = "sudo udevadm control --reload && sudo udevadm trigger";
-const std::string install = "sudo install -m 644 70-skarn.rules /etc/udev/rules.d/ && " + apply;
+const std::string install = "sudo install -m 644 '70-skarn.rules' /etc/udev/rules.d/ && " + apply;
 const std::string hardware = "the hardware settings of mice that it knows (sensitivity, polling rate, light)";
 
 PropertyList mouse(const std::string& id, bool isInUse) {
@@ -26,7 +26,7 @@ Examination well() {
   Examination found;
   found.engine = ServiceState::Running;
   found.mice = PropertyList::array({mouse("usb-1", true), mouse("virtual", false)});
-  found.machineMice = {{"Acme", {"/dev/input/event4", "/dev/input/event5"}, {}}};
+  found.machineMice = {{"Acme", {"/dev/input/event4", "/dev/input/event5"}, {}, {}}};
   found.output = FileAccess::Allowed;
   found.rules = "/usr/lib/udev/rules.d/70-skarn.rules";
   found.hasSystemBus = true;
@@ -66,6 +66,17 @@ TEST(DoctorTest, SaysWhatGivesAccess) {
   found.rules.clear();
   EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event5", install},
                                           {"/dev/uinput", State::Missing, noOutput, install},
+                                          {"udev rules", State::Missing, "they are not installed", install}}));
+}
+
+TEST(DoctorTest, LeavesKeysClosedThatMayBeThoseOfAKeyboard) {
+  Examination found = well();
+  found.machineMice[0].closedKeys = {"/dev/input/event5"};
+  EXPECT_EQ(differences(found),
+            (Findings{{"Mouse \"Acme\"", State::Optional,
+                       "its keys stay closed, since they may be those of a keyboard: /dev/input/event5"}}));
+  found.rules.clear();
+  EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event5", install},
                                           {"udev rules", State::Missing, "they are not installed", install}}));
 }
 

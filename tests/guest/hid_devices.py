@@ -25,8 +25,10 @@ FINE_MOUSE = bytes.fromhex(
 KEYBOARD = bytes.fromhex(
     "05010906a101" "050719e029e715002501750195088102" "950175088101" "05071900297f1500257f750895068100" "c0")
 # Both in one device, by report numbers, as mice with Bluetooth have them.
-MOUSE_AND_KEYBOARD = MOUSE.replace(b"\xa1\x01", b"\xa1\x01\x85\x01", 1) + \
-    KEYBOARD.replace(b"\xa1\x01", b"\xa1\x01\x85\x02", 1)
+_PARTS = MOUSE.replace(b"\xa1\x01", b"\xa1\x01\x85\x01", 1), KEYBOARD.replace(b"\xa1\x01", b"\xa1\x01\x85\x02", 1)
+MOUSE_AND_KEYBOARD = _PARTS[0] + _PARTS[1]
+# What some keyboards are.
+KEYBOARD_AND_MOUSE = _PARTS[1] + _PARTS[0]
 
 
 def mouse_report(buttons=0, x=0, y=0, wheel=0, side=0):

@@ -52,6 +52,15 @@ def make_privileged_program():
         program.unlink()
 
 
+def read_node(name):
+    """Opens the event node of this device."""
+    for folder in pathlib.Path("/sys/class/input").glob("event*"):
+        if (folder / "device/name").read_text(encoding="utf-8").strip() == name:
+            os.close(os.open(f"/dev/input/{folder.name}", os.O_RDONLY))
+            return
+    raise OSError(errno.ENOENT, "")
+
+
 ATTEMPTS = {
     "reads the home": lambda: os.listdir(HOME),
     "writes beside its result": lambda: write(RESULT.with_name("other")),
@@ -61,7 +70,11 @@ ATTEMPTS = {
     "sees a /usr that can be written to": see_writable_usr,
     "sees the temporary files of others": see_temporary_files,
     "writes temporary files": lambda: write(pathlib.Path("/tmp/file")),
-    "sees devices": lambda: os.stat("/dev/uinput"),
+    "reads a mouse": lambda: read_node("Plain mouse"),
+    "reads the keys of a mouse": lambda: read_node("Mouse with keys Keyboard"),
+    "reads a keyboard": lambda: read_node("Plain keyboard"),
+    "reads the keyboard of a device that has a mouse as well": lambda: read_node("Keyboard with a mouse Keyboard"),
+    "makes a keyboard": lambda: os.close(os.open("/dev/uinput", os.O_WRONLY)),
     "makes an internet socket": lambda: socket.socket(socket.AF_INET).close(),
     "makes a netlink socket": lambda: socket.socket(socket.AF_NETLINK, socket.SOCK_RAW).close(),
     "maps code that can be written": map_code_that_can_be_written,

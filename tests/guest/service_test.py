@@ -17,6 +17,7 @@ import sys
 import time
 
 from checks import PATIENCE, check, finish, wait_until
+from hid_devices import BUS_BLUETOOTH, KEYBOARD, KEYBOARD_AND_MOUSE, MOUSE, MOUSE_AND_KEYBOARD, HidDevice, UsbMouse
 
 HERE = pathlib.Path(__file__).resolve().parent
 USER = "tester"
@@ -49,7 +50,6 @@ REFUSALS = {
     "writes in the run-time folder": "EROFS",
     "sees a /usr that can be written to": "EROFS",
     "sees the temporary files of others": "ENOENT",
-    "sees devices": "ENOENT",
     "makes an internet socket": "EAFNOSUPPORT",
     "makes a netlink socket": "EAFNOSUPPORT",
     "maps code that can be written": "EPERM",
@@ -57,6 +57,24 @@ REFUSALS = {
     "makes a set-user-ID program": "EPERM",
     "changes its personality": "EPERM",
 }
+
+# What nobody may do who is the user, in the sandbox or outside of it.
+NEVER = {"reads a keyboard": "EACCES", "reads the keyboard of a device that has a mouse as well": "EACCES"}
+
+# The nodes of what is plugged in, and whether the person at the screen gets them.
+NODES = {
+    "Plain mouse": True,
+    "Plain keyboard": False,
+    "Mouse with keys Mouse": True,
+    "Mouse with keys Keyboard": True,
+    "Keyboard with a mouse Keyboard": False,
+    "Keyboard with a mouse Mouse": True,
+    "Acme Composite (mouse)": True,
+    "Acme Composite (keyboard)": True,
+}
+
+PLUGGED = []
+
 
 def start_as_user(*command):
     return subprocess.Popen(command, user=UID, group=UID, extra_groups=[], env=ENVIRONMENT, cwd=HOME, text=True,
@@ -115,6 +133,8 @@ def install(prefix):
     shutil.copytree(prefix, "/usr/local", dirs_exist_ok=True, symlinks=True)
     shutil.copy(HERE / "sandbox_probe.py", "/usr/local/bin")
     subprocess.run(["systemctl", "start", f"user@{UID}.service"], check=True)
+    subprocess.run("udevadm control --reload; udevadm trigger --subsystem-match=misc; udevadm settle", shell=True,
+                   check=True)
 
 
 def starts_on_demand():
@@ -144,6 +164,62 @@ def is_sandboxed():
           float(re.search(r": ([0-9.]+) ", exposure)[1]) <= MAXIMUM_EXPOSURE)
 
 
+def event_nodes():
+    """The nodes by the names of their devices; the interfaces of a USB device share one."""
+    nodes = {}
+    for folder in pathlib.Path("/sys/class/input").glob("event*"):
+        name = (folder / "device/name").read_text(encoding="utf-8").strip()
+        if name == "Acme Composite":
+            has_motion = (folder / "device/capabilities/rel").read_text(encoding="utf-8").strip() != "0"
+            name += " (mouse)" if has_motion else " (keyboard)"
+        nodes[name] = f"/dev/input/{folder.name}"
+    return nodes
+
+
+def may_open(*paths):
+    """Whether the user may read each of the files."""
+    program = "import os, sys\nfor path in sys.argv[1:]: print(path, os.access(path, os.R_OK))"
+    lines = as_user("/usr/bin/python3", "-c", program, *paths)[1].splitlines()
+    return {path: answer == "True" for path, answer in (line.split() for line in lines)}
+
+
+def log_in():
+    """A session of the user at the screen, until it is stopped."""
+    subprocess.run(["systemd-run", "--quiet", "--unit=at-the-screen", f"--uid={USER}", "--property=PAMName=login",
+                    "--property=TTYPath=/dev/tty1", "--property=StandardInput=tty", "--setenv=XDG_SEAT=seat0",
+                    "--setenv=XDG_VTNR=1", "--setenv=XDG_SESSION_CLASS=user", "--setenv=XDG_SESSION_TYPE=tty", "sleep",
+                    "infinity"], check=True)
+
+
+def gives_mice_to_the_person_at_the_screen():
+    """By the rules of udev alone: nobody is in the group \"input\"."""
+    PLUGGED.extend((HidDevice("Plain keyboard", KEYBOARD, 1), HidDevice("Plain mouse", MOUSE, 2),
+                    HidDevice("Mouse with keys", MOUSE_AND_KEYBOARD, 3, BUS_BLUETOOTH),
+                    HidDevice("Keyboard with a mouse", KEYBOARD_AND_MOUSE, 4, BUS_BLUETOOTH),
+                    UsbMouse("Composite", "0x0005", "A1")))
+    check("everything is plugged in", wait_until(lambda: set(NODES) <= set(event_nodes())))
+    subprocess.run(["udevadm", "settle"], check=True)
+    nodes = {event_nodes()[name]: name for name in NODES}
+    nodes["/dev/uinput"] = "/dev/uinput"
+    everything = {**NODES, "/dev/uinput": True}
+
+    def found():
+        return {nodes[path]: may for path, may in may_open(*nodes).items()}
+
+    check("nobody gets them who is not at the screen", found(), dict.fromkeys(everything, False))
+    log_in()
+    check("the person at the screen gets the mice and /dev/uinput, and no other keyboard",
+          wait_until(lambda: found() == everything) or found())
+    doctor = as_user("vornctl", "doctor")
+    check("vornctl says so", (doctor[0], "missing " in doctor[1]), (0, False))
+    subprocess.run(["systemctl", "stop", "at-the-screen"], check=True)
+    check("they are taken back with the session", wait_until(lambda: not any(found().values())))
+    doctor = as_user("vornctl", "doctor")
+    check("vornctl says what is missing then", (doctor[0], "missing   /dev/uinput" in doctor[1]), (1, True))
+    log_in()
+    wait_until(lambda: found() == everything)
+
+
 @contextlib.contextmanager
 def drop_in(text):
     as_file_of_user(DROP_IN, text)
@@ -168,11 +244,11 @@ def sandbox_refuses():
     for place, result in (("inside", inside), ("outside", outside)):
         lines = result.read_text(encoding="utf-8").splitlines() if result.exists() else []
         found[place] = dict(line.split(": ") for line in lines)
-    check("there are results", set(found["inside"]) == set(found["outside"]) > set(REFUSALS))
+    check("there are results", set(found["inside"]) == set(found["outside"]) > set(REFUSALS) | set(NEVER))
     for attempt, outcome in found["inside"].items():
-        refused = attempt in REFUSALS
-        check(f"in the sandbox nobody {attempt}" if refused else f"in the sandbox the engine {attempt}",
-              (outcome, found["outside"][attempt]), (REFUSALS.get(attempt, "done"), "done"))
+        inside = NEVER.get(attempt) or REFUSALS.get(attempt, "done")
+        check(f"in the sandbox the engine {attempt}" if inside == "done" else f"in the sandbox nobody {attempt}",
+              (outcome, found["outside"][attempt]), (inside, NEVER.get(attempt, "done")))
 
 
 def survives_stop_and_start():
@@ -296,10 +372,12 @@ def starts_without_user_namespaces():
 
 def main():
     install(sys.argv[1])
-    for part in (starts_on_demand, is_sandboxed, sandbox_refuses, start, survives_stop_and_start, sleeps,
-                 launches_outside, withstands_a_flood, comes_back_when_killed,
+    for part in (starts_on_demand, is_sandboxed, gives_mice_to_the_person_at_the_screen, sandbox_refuses, start,
+                 survives_stop_and_start, sleeps, launches_outside, withstands_a_flood, comes_back_when_killed,
                  gives_way_to_an_engine_started_by_hand, follows_the_state_folder, starts_without_user_namespaces):
         part()
+    for device in PLUGGED:
+        device.unplug()
     finish(log)
 
 
