@@ -96,7 +96,7 @@ std::string rulesAtHand() {
   const std::filesystem::path folder = program.parent_path().parent_path();
   // Of an installation, and of a build folder.
   for (const auto& each : {folder / "lib/udev/rules.d", folder.parent_path().parent_path() / "resources/udev"}) {
-    const std::string path = (each / rulesName).string();
+    std::string path = (each / rulesName).string();
     if (!error && ::access(path.c_str(), R_OK) == 0) return path;
   }
   return rulesName;

@@ -33,10 +33,16 @@ std::string connectionOf(const PropertyList& mouse) {
   return "";
 }
 
+// In the order of their numbers, behind them the fixed keys.
 std::string controlsOf(const PropertyList& identifiers) {
+  const auto place = [](const PropertyList& identifier) {
+    const Control* control = controlOf(identifier.string());
+    return control == nullptr ? static_cast<int>(controls.size()) + 1 : control->number;
+  };
+  std::vector<PropertyList> sorted(identifiers.elements().begin(), identifiers.elements().end());
+  std::ranges::stable_sort(sorted, {}, place);
   std::string text;
-  for (const PropertyList& each : identifiers.elements())
-    text += (text.empty() ? "" : ", ") + nameOfControl(each.toString());
+  for (const PropertyList& each : sorted) text += (text.empty() ? "" : ", ") + nameOfControl(each.toString());
   return text.empty() ? "none" : text;
 }
 

@@ -28,7 +28,7 @@ inline constexpr const char* outputSignal = "Output";
 namespace errors {
 inline constexpr const char* BadArgument = "org.vorn.VirtualMouse1.Error.BadArgument";
 inline constexpr const char* NotInUse = "org.vorn.VirtualMouse1.Error.NotInUse";  // another mouse is used
-inline constexpr const char* Absent = "org.vorn.VirtualMouse1.Error.Absent";  // the mouse is not plugged in
+inline constexpr const char* Absent = "org.vorn.VirtualMouse1.Error.Absent";      // the mouse is not plugged in
 }  // namespace errors
 
 // How the mouse is connected: what Plug takes and State tells. Plug takes no "absent".

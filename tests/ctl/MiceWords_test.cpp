@@ -65,7 +65,7 @@ TEST(MiceWordsTest, TellsAMouseInALine) {
 TEST(MiceWordsTest, TellsAllOfAMouse) {
   EXPECT_EQ(linesOfMouse(mouse("usb-1", "Acme")),
             (Lines{"Name:         Acme", "ID:           usb-1", "State:        not in use, on its cable",
-                   "Device files: /dev/input/event4, /dev/input/event5", "Controls:     17 Wheel, 2 Q, keymap",
+                   "Device files: /dev/input/event4, /dev/input/event5", "Controls:     2 Q, 17 Wheel, keymap",
                    "Taught:       keymap", "Resolution:   1000 DPI"}));
   const PropertyList used = mouse("virtual", "Virtual mouse")
                                 .with("isInUse", true)
