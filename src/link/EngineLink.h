@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "model/PropertyList.h"
 #include "ports/ServiceActivation.h"
@@ -20,8 +21,8 @@ namespace vorn {
 // How long a wait blocks the thread before it looks after the rest.
 inline constexpr std::chrono::milliseconds waitTurn{60};
 
-// How long the engine may take to answer for its history: as long as for a request.
-inline constexpr std::chrono::milliseconds historyTimeout = maximumPolls * pollInterval;
+// How long the engine may take to answer what is asked beside the requests: as long as for a request.
+inline constexpr std::chrono::milliseconds besideTimeout = maximumPolls * pollInterval;
 
 struct TypedKey {
   std::uint16_t usagePage = 0;  // 7 for a key, 9 for a mouse button (USB HID Usage Tables)
@@ -60,6 +61,48 @@ struct HistoryAnswer {
   std::int64_t conflicts = 0;  // how many values of the change stay as they are, since others have changed them
 };
 
+// What can be asked about the choice of the mouse (protocol/Mice.h).
+enum class MiceCall : std::uint8_t { List, Choose, Teach, Forget, SetResolution };
+
+struct MiceRequest {
+  MiceCall call = MiceCall::List;
+  std::string name{};  // of Choose the mouse's ID, of Teach and Forget the control's identifier or nothing
+  int resolution = 0;  // of SetResolution, in DPI
+  friend bool operator==(const MiceRequest&, const MiceRequest&) = default;
+};
+
+struct MiceAnswer {
+  enum class Outcome : std::uint8_t {
+    Done,
+    NotFound,  // no such mouse
+    NotAllowed,
+    NotTeachable,  // the mouse in use is virtual or absent
+    BadArgument,
+    Busy,  // another program teaches
+    NotSaved,
+    NoMice,    // the engine offers no choice
+    NoAnswer,  // in time; whether it is done is not known
+    NoEngine,
+  };
+  Outcome outcome = Outcome::NoEngine;
+  PropertyList mice{};  // of List an array of dictionaries; none where it is not done
+};
+
+// A teaching has ended.
+struct TaughtControl {
+  std::string control;
+  bool isTaught = false;
+  std::string source{};  // "BTN_SIDE", of a wheel with its direction "REL_HWHEEL +"; empty where nothing was taught
+  std::string former{};  // the control that had this before; empty for none
+  friend bool operator==(const TaughtControl&, const TaughtControl&) = default;
+};
+
+// What the engine tells of the mice.
+struct MiceNews {
+  std::function<void()> changed;
+  std::function<void(const TaughtControl&)> taught;
+};
+
 class EngineLink {
  public:
   virtual ~EngineLink() = default;
@@ -95,9 +138,12 @@ class EngineLink {
   // of an earlier one; an empty one ends that. Only the engine that watchEngine tells of is believed.
   virtual void watchHistory(std::function<void()> changed) = 0;
   // Asks that engine and returns at once; the engine serves what is asked in that order, after the requests that were
-  // answered before. done is called once: from the calling thread's run loop, at the latest after historyTimeout, or
+  // answered before. done is called once: from the calling thread's run loop, at the latest after besideTimeout, or
   // now where there is no engine to ask. The thread of watchEngine.
   virtual void askHistory(const HistoryRequest& request, std::function<void(const HistoryAnswer&)> done) = 0;
+  // The same for the mice. Both functions are there, or none, to end it.
+  virtual void watchMice(MiceNews news) = 0;
+  virtual void askMice(const MiceRequest& request, std::function<void(const MiceAnswer&)> done) = 0;
   // Polls the slot at most polls times with interval in between and ends as soon as it holds a dictionary; true when
   // it does. One thread at a time, as a rule the main thread.
   virtual bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) = 0;

@@ -4,11 +4,13 @@
 #include <condition_variable>
 #include <cstdio>
 #include <future>
+#include <initializer_list>
+#include <string_view>
 #include <utility>
 
 #include "model/VrCoreUtility.h"
-#include "ports/BusMethodCall.h"
 #include "protocol/History.h"
+#include "protocol/Mice.h"
 #include "protocol/TypedKeys.h"
 
 namespace vorn {
@@ -34,13 +36,17 @@ struct Delivery {
   }
 };
 
-// The error names of an engine without a history are those of the bus for what an object does not have.
+// The error names of an engine that lacks the object are those of the bus for what an object does not have.
 bool isUnknown(const std::string& errorName) {
   return errorName.starts_with("org.freedesktop.DBus.Error.Unknown");
 }
 
-HistoryAnswer::Outcome outcomeOf(const BusAnswer& answer) {
-  using Outcome = HistoryAnswer::Outcome;
+template <typename Outcome>
+using ErrorOutcomes = std::initializer_list<std::pair<std::string_view, Outcome>>;
+
+// unknown: of an engine that lacks the object.
+template <typename Outcome>
+Outcome outcomeOf(const BusAnswer& answer, Outcome unknown, ErrorOutcomes<Outcome> errors) {
   switch (answer.status) {
     case BusAnswer::Status::Success:
       return Outcome::Done;
@@ -48,11 +54,10 @@ HistoryAnswer::Outcome outcomeOf(const BusAnswer& answer) {
     case BusAnswer::Status::NoOwner:
       return Outcome::NoEngine;
     case BusAnswer::Status::Error:
-      if (answer.errorName == history::errors::NothingLeft) return Outcome::NothingLeft;
-      if (answer.errorName == history::errors::ChangedSince) return Outcome::ChangedSince;
-      if (answer.errorName == history::errors::Outdated) return Outcome::Outdated;
-      if (answer.errorName == history::errors::NotSaved) return Outcome::NotSaved;
-      return isUnknown(answer.errorName) ? Outcome::NoHistory : Outcome::NoAnswer;
+      for (const auto& [name, outcome] : errors) {
+        if (answer.errorName == name) return outcome;
+      }
+      return isUnknown(answer.errorName) ? unknown : Outcome::NoAnswer;
     case BusAnswer::Status::Timeout:
     case BusAnswer::Status::Invalid:
       break;
@@ -76,8 +81,48 @@ const char* methodOf(HistoryCall call) {
 
 // Values that are missing or of other types read as empty.
 HistoryAnswer historyAnswerOf(const BusAnswer& answer) {
+  using Outcome = HistoryAnswer::Outcome;
   const PropertyList values = PropertyList::array(answer.values);
-  return {outcomeOf(answer), values.at(0), values.at(1).toInt64()};
+  const Outcome outcome = outcomeOf<Outcome>(answer, Outcome::NoHistory,
+                                             {{history::errors::NothingLeft, Outcome::NothingLeft},
+                                              {history::errors::ChangedSince, Outcome::ChangedSince},
+                                              {history::errors::Outdated, Outcome::Outdated},
+                                              {history::errors::NotSaved, Outcome::NotSaved}});
+  return {outcome, values.at(0), values.at(1).toInt64()};
+}
+
+MiceAnswer miceAnswerOf(const BusAnswer& answer) {
+  using Outcome = MiceAnswer::Outcome;
+  const Outcome outcome = outcomeOf<Outcome>(answer, Outcome::NoMice,
+                                             {{mice::errors::NotFound, Outcome::NotFound},
+                                              {mice::errors::NotAllowed, Outcome::NotAllowed},
+                                              {mice::errors::NotTeachable, Outcome::NotTeachable},
+                                              {mice::errors::BadArgument, Outcome::BadArgument},
+                                              {mice::errors::Busy, Outcome::Busy},
+                                              {mice::errors::NotSaved, Outcome::NotSaved}});
+  return {outcome, PropertyList::array(answer.values).at(0)};
+}
+
+const char* methodOf(MiceCall call) {
+  switch (call) {
+    case MiceCall::Choose:
+      return mice::methods::Choose;
+    case MiceCall::Teach:
+      return mice::methods::Teach;
+    case MiceCall::Forget:
+      return mice::methods::Forget;
+    case MiceCall::SetResolution:
+      return mice::methods::SetResolution;
+    case MiceCall::List:
+      break;
+  }
+  return mice::methods::List;
+}
+
+std::vector<BusInput> inputsOf(const MiceRequest& request) {
+  if (request.call == MiceCall::List) return {};
+  if (request.call == MiceCall::SetResolution) return {{"u", request.resolution}};
+  return {{"s", request.name}};
 }
 
 }  // namespace
@@ -212,24 +257,54 @@ void PortEngineLink::type(const TypedKey& key) {
   });
 }
 
+void PortEngineLink::watchBeside(std::optional<SignalWatch>& watch, const SignalSource& source,
+                                 std::function<void(const PropertyList& values)> told) {
+  watch.emplace(source, [this, told = std::move(told)](const ReceivedSignal& received) {
+    // Anybody on the bus can say so.
+    if (mEngineWatch && received.sender == mEngineWatch->owner()) told(PropertyList::array(received.values));
+  });
+}
+
+void PortEngineLink::askBeside(const BesideCall& call, const std::function<void(const BusAnswer&)>& done) {
+  if (!mEngineWatch || mEngineWatch->owner().empty()) {
+    BusAnswer nobody;
+    nobody.status = BusAnswer::Status::NoOwner;
+    return done(nobody);
+  }
+  // The engine's own connection, whoever has the name of the object.
+  callBusMethodLater({mEngineWatch->owner(), call.path, call.interface}, call.method, call.inputs, besideTimeout, done);
+}
+
 void PortEngineLink::watchHistory(std::function<void()> changed) {
   mHistoryWatch.reset();
   if (!changed) return;
-  mHistoryWatch.emplace(SignalSource{history::objectPath, history::interface, history::signalNames::Changed},
-                        [this, changed = std::move(changed)](const ReceivedSignal& received) {
-                          // Anybody on the bus can say so.
-                          if (mEngineWatch && received.sender == mEngineWatch->owner()) changed();
-                        });
+  watchBeside(mHistoryWatch, {history::objectPath, history::interface, history::signalNames::Changed},
+              [changed = std::move(changed)](const PropertyList&) { changed(); });
 }
 
 void PortEngineLink::askHistory(const HistoryRequest& request, std::function<void(const HistoryAnswer&)> done) {
-  if (!mEngineWatch || mEngineWatch->owner().empty()) return done({});
-  // The engine's own connection, whoever has the name of the history.
   std::vector<BusInput> inputs;
   if (request.call != HistoryCall::Entries) inputs.push_back({"t", request.change});
-  callBusMethodLater({mEngineWatch->owner(), history::objectPath, history::interface}, methodOf(request.call), inputs,
-                     historyTimeout,
-                     [done = std::move(done)](const BusAnswer& answer) { done(historyAnswerOf(answer)); });
+  askBeside({history::objectPath, history::interface, methodOf(request.call), std::move(inputs)},
+            [done = std::move(done)](const BusAnswer& answer) { done(historyAnswerOf(answer)); });
+}
+
+void PortEngineLink::watchMice(MiceNews news) {
+  mMiceWatch.reset();
+  mTaughtWatch.reset();
+  if (!news.changed) return;
+  watchBeside(mMiceWatch, {mice::objectPath, mice::interface, mice::signalNames::Changed},
+              [changed = std::move(news.changed)](const PropertyList&) { changed(); });
+  watchBeside(
+      mTaughtWatch, {mice::objectPath, mice::interface, mice::signalNames::Taught},
+      [taught = std::move(news.taught)](const PropertyList& values) {
+        taught({values.at(0).toString(), values.at(1).toBool(), values.at(2).toString(), values.at(3).toString()});
+      });
+}
+
+void PortEngineLink::askMice(const MiceRequest& request, std::function<void(const MiceAnswer&)> done) {
+  askBeside({mice::objectPath, mice::interface, methodOf(request.call), inputsOf(request)},
+            [done = std::move(done)](const BusAnswer& answer) { done(miceAnswerOf(answer)); });
 }
 
 bool PortEngineLink::waitForReply(int polls, std::chrono::milliseconds interval) {

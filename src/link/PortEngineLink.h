@@ -7,9 +7,11 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "link/EngineLink.h"
 #include "link/ReplySlot.h"
+#include "ports/BusMethodCall.h"
 #include "ports/MessagePort.h"
 #include "ports/PortWatch.h"
 #include "ports/RunLoop.h"
@@ -44,6 +46,8 @@ class PortEngineLink : public EngineLink {
   void type(const TypedKey& key) override;
   void watchHistory(std::function<void()> changed) override;
   void askHistory(const HistoryRequest& request, std::function<void(const HistoryAnswer&)> done) override;
+  void watchMice(MiceNews news) override;
+  void askMice(const MiceRequest& request, std::function<void(const MiceAnswer&)> done) override;
   bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
   PropertyList reply() const override;
   void emptySlot() override;
@@ -53,11 +57,24 @@ class PortEngineLink : public EngineLink {
   Bytes replyReceived(const LocalMessagePort::Message& message);
 
  private:
+  // A method of an object that the engine has beside its port.
+  struct BesideCall {
+    const char* path;
+    const char* interface;
+    const char* method;
+    std::vector<BusInput> inputs{};
+  };
+
   void runReplyThread(std::promise<bool> created);
   void publishReplyLoop(RunLoop* loop);
   bool isReplyLoopRunning();
   // False when the reply thread does not run.
   bool performOnReplyThread(std::function<void()> work);
+  // What one of the engine's objects tells; not what anybody else on the bus does.
+  void watchBeside(std::optional<SignalWatch>& watch, const SignalSource& source,
+                   std::function<void(const PropertyList& values)> told);
+  // Asks one of the engine's objects without waiting.
+  void askBeside(const BesideCall& call, const std::function<void(const BusAnswer&)>& done);
   bool goOnWaiting() const { return !mWhileWaiting || mWhileWaiting(); }
 
   std::string mReplyPortName;
@@ -65,6 +82,8 @@ class PortEngineLink : public EngineLink {
   std::function<bool()> mWhileWaiting;
   std::optional<PortWatch> mEngineWatch;
   std::optional<SignalWatch> mHistoryWatch;
+  std::optional<SignalWatch> mMiceWatch;
+  std::optional<SignalWatch> mTaughtWatch;
   ReplySlot mSlot;
   std::mutex mReplyLoopMutex;
   RunLoop* mReplyLoop = nullptr;        // lives on the reply thread's stack; null when the thread does not run

@@ -50,13 +50,13 @@ class ScriptedLink : public vorn::EngineLink {
   std::function<void()> historyChanged;  // tells the hub of the engine's history
   std::size_t unansweredHistory() const { return mHistoryAsked.size(); }
   // Answers the oldest call to the history that has no answer yet; false where there is none.
-  bool answerHistory(const vorn::HistoryAnswer& answer) {
-    if (mHistoryAsked.empty()) return false;
-    const auto done = mHistoryAsked.front();
-    mHistoryAsked.pop_front();
-    done(answer);
-    return true;
-  }
+  bool answerHistory(const vorn::HistoryAnswer& answer) { return answerOldest(mHistoryAsked, answer); }
+
+  std::vector<vorn::MiceRequest> miceRequests;
+  vorn::MiceNews miceNews;  // tells the hub of the mice
+  std::size_t unansweredMice() const { return mMiceAsked.size(); }
+  // The same of the mice.
+  bool answerMice(const vorn::MiceAnswer& answer) { return answerOldest(mMiceAsked, answer); }
 
   bool createLocalPort() override { return hasPort = true; }
   bool isEngineAvailable() override {
@@ -90,6 +90,11 @@ class ScriptedLink : public vorn::EngineLink {
     historyRequests.push_back(request);
     mHistoryAsked.push_back(std::move(done));
   }
+  void watchMice(vorn::MiceNews news) override { miceNews = std::move(news); }
+  void askMice(const vorn::MiceRequest& request, std::function<void(const vorn::MiceAnswer&)> done) override {
+    miceRequests.push_back(request);
+    mMiceAsked.push_back(std::move(done));
+  }
   bool waitForReply(int polls, std::chrono::milliseconds interval) override {
     if (!mSlot.isNone()) return true;
     unansweredWaits.push_back({polls, interval});
@@ -101,9 +106,19 @@ class ScriptedLink : public vorn::EngineLink {
   void emptySlot() override { mSlot = {}; }
 
  private:
+  template <typename Answer>
+  static bool answerOldest(std::deque<std::function<void(const Answer&)>>& asked, const Answer& answer) {
+    if (asked.empty()) return false;
+    const auto done = asked.front();
+    asked.pop_front();
+    done(answer);
+    return true;
+  }
+
   std::map<vorn::MessageID, vorn::PropertyList> mAnswers;
   vorn::PropertyList mSlot;
   std::deque<std::function<void(const vorn::HistoryAnswer&)>> mHistoryAsked;
+  std::deque<std::function<void(const vorn::MiceAnswer&)>> mMiceAsked;
 };
 
 }  // namespace skarn::test

@@ -182,8 +182,8 @@ TEST_F(PortEngineLinkHistoryTest, BelievesTheEngineAlone) {
   EXPECT_EQ(ask({HistoryCall::Entries}).outcome, Outcome::NoHistory);
   // On the connection of the link: when it has heard the signal, the link has too.
   int signals = 0;
-  const SignalWatch watch(history::objectPath, history::interface, history::signalNames::Changed,
-                          [&](const std::string&) { ++signals; });
+  const SignalWatch watch({history::objectPath, history::interface, history::signalNames::Changed},
+                          [&](const ReceivedSignal&) { ++signals; });
   other.run([&] {
     EXPECT_EQ(asked, 0);
     EXPECT_TRUE(impostor->emit(history::signalNames::Changed, {}));
