@@ -195,6 +195,18 @@
         <source>Choose a key from the list of all, also one that your keyboard does not have</source>
         <translation>Choose a key from the list of all, also one that your keyboard does not have</translation>
     </message>
+    <message id="lkeyChooseMouse">
+        <source>Choose a Mouse…</source>
+        <translation>Choose a Mouse…</translation>
+    </message>
+    <message id="lkeyChooseMouseHint">
+        <source>Use another mouse, or see what keeps one from being used</source>
+        <translation>Use another mouse, or see what keeps one from being used</translation>
+    </message>
+    <message id="lkeyChooseMouseRecording">
+        <source>While a macro is recorded the mouse stays the same</source>
+        <translation>While a macro is recorded the mouse stays the same</translation>
+    </message>
     <message id="lkeyChordBack">
         <source>back</source>
         <translation>back</translation>
@@ -923,6 +935,18 @@
         <source>Fixed colour</source>
         <translation>Fixed colour</translation>
     </message>
+    <message id="lkeyFixedKeymap">
+        <source>Keymap key</source>
+        <translation>Keymap key</translation>
+    </message>
+    <message id="lkeyFixedStageDown">
+        <source>Key for the stage before</source>
+        <translation>Key for the stage before</translation>
+    </message>
+    <message id="lkeyFixedStageUp">
+        <source>Key for the next sensitivity stage</source>
+        <translation>Key for the next sensitivity stage</translation>
+    </message>
     <message id="lkeyFlashFifteenPercent">
         <source>15 %</source>
         <translation>15 %</translation>
@@ -958,6 +982,14 @@
     <message id="lkeyFolderNotFoundTitle">
         <source>There is no folder “%1”</source>
         <translation>There is no folder “%1”</translation>
+    </message>
+    <message id="lkeyForgetTaught">
+        <source>Forget What Was Taught</source>
+        <translation>Forget What Was Taught</translation>
+    </message>
+    <message id="lkeyForgotten">
+        <source>What this mouse was taught is forgotten</source>
+        <translation>What this mouse was taught is forgotten</translation>
     </message>
     <message id="lkeyForward">
         <source>Forward</source>
@@ -1589,6 +1621,10 @@ For this profile, set the brightness to Off.</translation>
         <source>This line is no longer there</source>
         <translation>This line is no longer there</translation>
     </message>
+    <message id="lkeyListSeparator">
+        <source>, </source>
+        <translation>, </translation>
+    </message>
     <message id="lkeyLostAssignments">
         <source>These controls go back to their default: %1.</source>
         <translation>These controls go back to their default: %1.</translation>
@@ -1669,6 +1705,78 @@ For this profile, set the brightness to Off.</translation>
         <source>Manage Profiles…</source>
         <translation>Manage Profiles…</translation>
     </message>
+    <message id="lkeyMiceBusy">
+        <source>Another program teaches this mouse just now</source>
+        <translation>Another program teaches this mouse just now</translation>
+    </message>
+    <message id="lkeyMiceChoosing">
+        <source>The core engine changes to another mouse just now</source>
+        <translation>The core engine changes to another mouse just now</translation>
+    </message>
+    <message id="lkeyMiceFirstUse">
+        <source>First use this mouse</source>
+        <translation>First use this mouse</translation>
+    </message>
+    <message id="lkeyMiceIsInUse">
+        <source>This mouse is in use</source>
+        <translation>This mouse is in use</translation>
+    </message>
+    <message id="lkeyMiceNoAnswer">
+        <source>The core engine did not answer</source>
+        <translation>The core engine did not answer</translation>
+    </message>
+    <message id="lkeyMiceNoneSelected">
+        <source>No mouse is selected</source>
+        <translation>No mouse is selected</translation>
+    </message>
+    <message id="lkeyMiceNotAllowed">
+        <source>You may not use this mouse</source>
+        <translation>You may not use this mouse</translation>
+    </message>
+    <message id="lkeyMiceNotFound">
+        <source>This mouse is no longer there</source>
+        <translation>This mouse is no longer there</translation>
+    </message>
+    <message id="lkeyMiceNotOffered">
+        <source>This core engine offers no choice of the mouse</source>
+        <translation>This core engine offers no choice of the mouse</translation>
+    </message>
+    <message id="lkeyMiceNotPlugged">
+        <source>This mouse is not plugged in</source>
+        <translation>This mouse is not plugged in</translation>
+    </message>
+    <message id="lkeyMiceNotSaved">
+        <source>This could not be saved, and is not changed</source>
+        <translation>This could not be saved, and is not changed</translation>
+    </message>
+    <message id="lkeyMiceNotTeachable">
+        <source>Only a mouse that is plugged in and in use can be told this</source>
+        <translation>Only a mouse that is plugged in and in use can be told this</translation>
+    </message>
+    <message id="lkeyMiceNothingTaught">
+        <source>This mouse was taught nothing</source>
+        <translation>This mouse was taught nothing</translation>
+    </message>
+    <message id="lkeyMiceTitle">
+        <source>Choose a Mouse</source>
+        <translation>Choose a Mouse</translation>
+    </message>
+    <message id="lkeyMiceUnknown">
+        <source>The core engine has not told its mice yet</source>
+        <translation>The core engine has not told its mice yet</translation>
+    </message>
+    <message id="lkeyMiceUsed">
+        <source>“%1” is in use. Teach it the controls that it lacks.</source>
+        <translation>“%1” is in use. Teach it the controls that it lacks.</translation>
+    </message>
+    <message id="lkeyMiceVirtualKnown">
+        <source>There is nothing to tell of the virtual mouse</source>
+        <translation>There is nothing to tell of the virtual mouse</translation>
+    </message>
+    <message id="lkeyMiceVirtualUsed">
+        <source>“%1” is in use.</source>
+        <translation>“%1” is in use.</translation>
+    </message>
     <message id="lkeyMilliseconds">
         <source>ms</source>
         <translation>ms</translation>
@@ -1680,6 +1788,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyMostStages">
         <source>The mouse holds five stages at most.</source>
         <translation>The mouse holds five stages at most.</translation>
+    </message>
+    <message id="lkeyMouseAbsent">
+        <source>Not plugged in</source>
+        <translation>Not plugged in</translation>
     </message>
     <message id="lkeyMouseButton">
         <source>Mouse Button</source>
@@ -1709,9 +1821,139 @@ For this profile, set the brightness to Off.</translation>
         <source>Button 3</source>
         <translation>Button 3</translation>
     </message>
+    <message id="lkeyMouseColumnConnection">
+        <source>Connection</source>
+        <translation>Connection</translation>
+    </message>
+    <message id="lkeyMouseColumnName">
+        <source>Mouse</source>
+        <translation>Mouse</translation>
+    </message>
+    <message id="lkeyMouseColumnState">
+        <source>State</source>
+        <translation>State</translation>
+    </message>
+    <message id="lkeyMouseCommand">
+        <source>The command that mends it</source>
+        <translation>The command that mends it</translation>
+    </message>
+    <message id="lkeyMouseControls">
+        <source>%1 of %2 controls are found on it; the others can be taught.</source>
+        <translation>%1 of %2 controls are found on it; the others can be taught.</translation>
+    </message>
+    <message id="lkeyMouseControlsTaught">
+        <source>%1 of %2 controls are found on it, counting those that it was taught; %3 taught in all.</source>
+        <translation>%1 of %2 controls are found on it, counting those that it was taught; %3 taught in all.</translation>
+    </message>
+    <message id="lkeyMouseDoctor">
+        <source>In a terminal, “vornctl doctor” explains what is missing.</source>
+        <translation>In a terminal, “vornctl doctor” explains what is missing.</translation>
+    </message>
+    <message id="lkeyMouseForbidden">
+        <source>Not allowed</source>
+        <translation>Not allowed</translation>
+    </message>
+    <message id="lkeyMouseForbiddenWhy">
+        <source>You may not use this mouse: your account may not open %1.
+The device rules that come with the package allow it to whoever sits at the machine. With them installed, this command puts them in force at once:</source>
+        <translation>You may not use this mouse: your account may not open %1.
+The device rules that come with the package allow it to whoever sits at the machine. With them installed, this command puts them in force at once:</translation>
+    </message>
+    <message id="lkeyMouseInUse">
+        <source>In use</source>
+        <translation>In use</translation>
+    </message>
+    <message id="lkeyMouseInUseAbsent">
+        <source>In use, not plugged in</source>
+        <translation>In use, not plugged in</translation>
+    </message>
+    <message id="lkeyMouseInUseForbidden">
+        <source>In use, not allowed</source>
+        <translation>In use, not allowed</translation>
+    </message>
+    <message id="lkeyMouseLacksControl">
+        <source>The mouse in use has no such control, as far as is known. It can be taught, behind the picture at the top.</source>
+        <translation>The mouse in use has no such control, as far as is known. It can be taught, behind the picture at the top.</translation>
+    </message>
+    <message id="lkeyMouseLacksLight">
+        <source>This mouse does not offer its light. The setting is kept for a mouse that does.</source>
+        <translation>This mouse does not offer its light. The setting is kept for a mouse that does.</translation>
+    </message>
+    <message id="lkeyMouseLacksPollingRate">
+        <source>This mouse does not offer a polling rate. It is kept for a mouse that does.</source>
+        <translation>This mouse does not offer a polling rate. It is kept for a mouse that does.</translation>
+    </message>
+    <message id="lkeyMouseLacksPower">
+        <source>This mouse does not offer power settings. They are kept for a mouse that does.</source>
+        <translation>This mouse does not offer power settings. They are kept for a mouse that does.</translation>
+    </message>
+    <message id="lkeyMouseLacksSensitivity">
+        <source>The sensitivity of this mouse cannot be changed. It is kept for a mouse where it can.</source>
+        <translation>The sensitivity of this mouse cannot be changed. It is kept for a mouse where it can.</translation>
+    </message>
+    <message id="lkeyMouseLight">
+        <source>light</source>
+        <translation>light</translation>
+    </message>
+    <message id="lkeyMouseMoreInUse">
+        <source>What else it can do shows when it is in use.</source>
+        <translation>What else it can do shows when it is in use.</translation>
+    </message>
+    <message id="lkeyMouseOffer">
+        <source>Use %1 here?</source>
+        <translation>Use %1 here?</translation>
+    </message>
+    <message id="lkeyMouseOffers">
+        <source>Set in the mouse: %1.</source>
+        <translation>Set in the mouse: %1.</translation>
+    </message>
+    <message id="lkeyMouseOffersNot">
+        <source>Not offered by it: %1. Those settings are kept for a mouse that does.</source>
+        <translation>Not offered by it: %1. Those settings are kept for a mouse that does.</translation>
+    </message>
     <message id="lkeyMousePicture">
         <source>The mouse with its numbered controls</source>
         <translation>The mouse with its numbered controls</translation>
+    </message>
+    <message id="lkeyMousePollingRate">
+        <source>polling rate</source>
+        <translation>polling rate</translation>
+    </message>
+    <message id="lkeyMousePower">
+        <source>power settings</source>
+        <translation>power settings</translation>
+    </message>
+    <message id="lkeyMouseSensitivityHardware">
+        <source>Its sensitivity is set in the mouse itself.</source>
+        <translation>Its sensitivity is set in the mouse itself.</translation>
+    </message>
+    <message id="lkeyMouseSensitivityMissing">
+        <source>Its sensitivity cannot be changed.</source>
+        <translation>Its sensitivity cannot be changed.</translation>
+    </message>
+    <message id="lkeyMouseSensitivityScaled">
+        <source>Its sensitivity is made by scaling its motion, from %1 DPI.</source>
+        <translation>Its sensitivity is made by scaling its motion, from %1 DPI.</translation>
+    </message>
+    <message id="lkeyMouseTellsBattery">
+        <source>It tells its battery.</source>
+        <translation>It tells its battery.</translation>
+    </message>
+    <message id="lkeyMouseVirtual">
+        <source>None: to try things</source>
+        <translation>None: to try things</translation>
+    </message>
+    <message id="lkeyMouseVirtualAbout">
+        <source>The virtual mouse has every control and every setting, and nothing to hold: for trying things out, and for the command line.</source>
+        <translation>The virtual mouse has every control and every setting, and nothing to hold: for trying things out, and for the command line.</translation>
+    </message>
+    <message id="lkeyMouseWired">
+        <source>Cable</source>
+        <translation>Cable</translation>
+    </message>
+    <message id="lkeyMouseWireless">
+        <source>Wireless</source>
+        <translation>Wireless</translation>
     </message>
     <message id="lkeyMoveDown">
         <source>Move Down</source>
@@ -2233,6 +2475,46 @@ For this profile, set the brightness to Off.</translation>
         <source>Reset</source>
         <translation>Reset</translation>
     </message>
+    <message id="lkeyResolutionAbout">
+        <source>What the mouse itself counts in an inch. Its sensitivity is scaled from this: where it is wrong, the pointer is too fast or too slow.</source>
+        <translation>What the mouse itself counts in an inch. Its sensitivity is scaled from this: where it is wrong, the pointer is too fast or too slow.</translation>
+    </message>
+    <message id="lkeyResolutionAutomatic">
+        <source>Automatic</source>
+        <translation>Automatic</translation>
+    </message>
+    <message id="lkeyResolutionCleared">
+        <source>The resolution is automatic again</source>
+        <translation>The resolution is automatic again</translation>
+    </message>
+    <message id="lkeyResolutionEllipsis">
+        <source>Correct Resolution…</source>
+        <translation>Correct Resolution…</translation>
+    </message>
+    <message id="lkeyResolutionField">
+        <source>Resolution of the mouse in DPI</source>
+        <translation>Resolution of the mouse in DPI</translation>
+    </message>
+    <message id="lkeyResolutionNote">
+        <source>0 is automatic: what the system knows of the mouse, or else 800 DPI.</source>
+        <translation>0 is automatic: what the system knows of the mouse, or else 800 DPI.</translation>
+    </message>
+    <message id="lkeyResolutionRange">
+        <source>A resolution is %1 to %2 DPI, or 0</source>
+        <translation>A resolution is %1 to %2 DPI, or 0</translation>
+    </message>
+    <message id="lkeyResolutionSet">
+        <source>The resolution is %1 DPI</source>
+        <translation>The resolution is %1 DPI</translation>
+    </message>
+    <message id="lkeyResolutionSuffix">
+        <source> DPI</source>
+        <translation> DPI</translation>
+    </message>
+    <message id="lkeyResolutionTitle">
+        <source>Correct the Resolution</source>
+        <translation>Correct the Resolution</translation>
+    </message>
     <message id="lkeyRestoreAction">
         <source>Restore</source>
         <translation>Restore</translation>
@@ -2364,6 +2646,66 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeySoManyTimes">
         <source>%1, %2 times</source>
         <translation>%1, %2 times</translation>
+    </message>
+    <message id="lkeySourceBack">
+        <source>Back button</source>
+        <translation>Back button</translation>
+    </message>
+    <message id="lkeySourceButton">
+        <source>Button %1</source>
+        <translation>Button %1</translation>
+    </message>
+    <message id="lkeySourceExtra">
+        <source>Second side button</source>
+        <translation>Second side button</translation>
+    </message>
+    <message id="lkeySourceForward">
+        <source>Forward button</source>
+        <translation>Forward button</translation>
+    </message>
+    <message id="lkeySourceKey">
+        <source>%1 key</source>
+        <translation>%1 key</translation>
+    </message>
+    <message id="lkeySourceKeypad">
+        <source>Keypad %1</source>
+        <translation>Keypad %1</translation>
+    </message>
+    <message id="lkeySourceLeft">
+        <source>Left button</source>
+        <translation>Left button</translation>
+    </message>
+    <message id="lkeySourceMiddle">
+        <source>Middle button</source>
+        <translation>Middle button</translation>
+    </message>
+    <message id="lkeySourceRight">
+        <source>Right button</source>
+        <translation>Right button</translation>
+    </message>
+    <message id="lkeySourceSide">
+        <source>Side button</source>
+        <translation>Side button</translation>
+    </message>
+    <message id="lkeySourceTask">
+        <source>Task button</source>
+        <translation>Task button</translation>
+    </message>
+    <message id="lkeySourceWheelDown">
+        <source>Wheel down</source>
+        <translation>Wheel down</translation>
+    </message>
+    <message id="lkeySourceWheelLeft">
+        <source>Wheel to the left</source>
+        <translation>Wheel to the left</translation>
+    </message>
+    <message id="lkeySourceWheelRight">
+        <source>Wheel to the right</source>
+        <translation>Wheel to the right</translation>
+    </message>
+    <message id="lkeySourceWheelUp">
+        <source>Wheel up</source>
+        <translation>Wheel up</translation>
     </message>
     <message id="lkeySpectrumCycling">
         <source>Spectrum cycling</source>
@@ -2525,6 +2867,102 @@ For this profile, set the brightness to Off.</translation>
         <source>Settings of the mouse</source>
         <translation>Settings of the mouse</translation>
     </message>
+    <message id="lkeyTeachEllipsis">
+        <source>Teach the Controls…</source>
+        <translation>Teach the Controls…</translation>
+    </message>
+    <message id="lkeyTeachingAgain">
+        <source>Ask Again</source>
+        <translation>Ask Again</translation>
+    </message>
+    <message id="lkeyTeachingBack">
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+    <message id="lkeyTeachingDone">
+        <source>%1 is now: %2</source>
+        <translation>%1 is now: %2</translation>
+    </message>
+    <message id="lkeyTeachingFinish">
+        <source>Finish</source>
+        <translation>Finish</translation>
+    </message>
+    <message id="lkeyTeachingKeys">
+        <source>Ctrl+Right skips, Ctrl+Left goes back, Ctrl+Down asks again, Ctrl+Return finishes. Other keys do nothing here, as they may come from the mouse.</source>
+        <translation>Ctrl+Right skips, Ctrl+Left goes back, Ctrl+Down asks again, Ctrl+Return finishes. Other keys do nothing here, as they may come from the mouse.</translation>
+    </message>
+    <message id="lkeyTeachingList">
+        <source>What was taught</source>
+        <translation>What was taught</translation>
+    </message>
+    <message id="lkeyTeachingListLine">
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message id="lkeyTeachingListLost">
+        <source>%1: lost what it was</source>
+        <translation>%1: lost what it was</translation>
+    </message>
+    <message id="lkeyTeachingLost">
+        <source>%1 was that before, and has lost it.</source>
+        <translation>%1 was that before, and has lost it.</translation>
+    </message>
+    <message id="lkeyTeachingNext">
+        <source>Taught. The next one follows.</source>
+        <translation>Taught. The next one follows.</translation>
+    </message>
+    <message id="lkeyTeachingNothing">
+        <source>Nothing was taught. The mouse is as it was.</source>
+        <translation>Nothing was taught. The mouse is as it was.</translation>
+    </message>
+    <message id="lkeyTeachingNowNothing">
+        <source>Nothing on this mouse is this control yet.</source>
+        <translation>Nothing on this mouse is this control yet.</translation>
+    </message>
+    <message id="lkeyTeachingNowTaught">
+        <source>It has been taught.</source>
+        <translation>It has been taught.</translation>
+    </message>
+    <message id="lkeyTeachingNowUsual">
+        <source>The mouse has it by itself. Skip it where it is right.</source>
+        <translation>The mouse has it by itself. Skip it where it is right.</translation>
+    </message>
+    <message id="lkeyTeachingOf">
+        <source>Teach the controls of %1</source>
+        <translation>Teach the controls of %1</translation>
+    </message>
+    <message id="lkeyTeachingPaused">
+        <source>Nothing is asked for now.</source>
+        <translation>Nothing is asked for now.</translation>
+    </message>
+    <message id="lkeyTeachingPlace">
+        <source>%1 of %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message id="lkeyTeachingPrompt">
+        <source>Press this control on your mouse.</source>
+        <translation>Press this control on your mouse.</translation>
+    </message>
+    <message id="lkeyTeachingResume">
+        <source>Go On Teaching</source>
+        <translation>Go On Teaching</translation>
+    </message>
+    <message id="lkeyTeachingSkip">
+        <source>Skip</source>
+        <translation>Skip</translation>
+    </message>
+    <message id="lkeyTeachingSummary">
+        <source>This was taught, and is kept for this mouse:</source>
+        <translation>This was taught, and is kept for this mouse:</translation>
+    </message>
+    <message id="lkeyTeachingTimeout">
+        <source>Nothing was pressed for a minute.</source>
+        <translation>Nothing was pressed for a minute.</translation>
+    </message>
+    <message id="lkeyTeachingTitle">
+        <source>Teach the Controls</source>
+        <translation>Teach the Controls</translation>
+    </message>
     <message id="lkeyTemporaryDPISwitch">
         <source>Temporary DPI Switch</source>
         <translation>Temporary DPI Switch</translation>
@@ -2636,6 +3074,10 @@ For this profile, set the brightness to Off.</translation>
     <message id="lkeyUnusableValues">
         <source>Values that cannot be used in them are as from the factory.</source>
         <translation>Values that cannot be used in them are as from the factory.</translation>
+    </message>
+    <message id="lkeyUseThisMouse">
+        <source>Use This Mouse</source>
+        <translation>Use This Mouse</translation>
     </message>
     <message id="lkeyVersionsGroup">
         <source>Versions and updates</source>

@@ -146,6 +146,13 @@ bool ControlRow::isChanged() const {
   return mBadge->isFilled();
 }
 
+void ControlRow::setMissing(bool isMissing) {
+  if (std::exchange(mIsMissing, isMissing) == isMissing) return;
+  const QString note = isMissing ? localized("lkeyMouseLacksControl") : QString();
+  setToolTip(note);
+  mPopUp->setNote(note);
+}
+
 void ControlRow::setHighlighted(bool highlighted) {
   if (highlighted == mIsHighlighted) return;
   mIsHighlighted = highlighted;

@@ -33,6 +33,10 @@ class ControlRow : public QWidget {
   void setChanged(bool changed);
   bool isChanged() const;
 
+  // That the mouse in use has no such control, which the tooltips then say. It is assigned as before.
+  void setMissing(bool isMissing);
+  bool isMissing() const { return mIsMissing; }
+
   void setHighlighted(bool highlighted);
   bool isHighlighted() const { return mIsHighlighted; }
 
@@ -72,6 +76,7 @@ class ControlRow : public QWidget {
   PopUpButton* mPopUp;
   QToolButton* mRepeatButton;
   bool mIsHighlighted = false;
+  bool mIsMissing = false;
   SearchResult mSearchResult = SearchResult::NoSearch;
   bool mIsReached = false;  // by the keyboard
 };

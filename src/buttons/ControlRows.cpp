@@ -4,6 +4,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "buttons/ControlRow.h"
@@ -52,6 +53,15 @@ void ControlRows::countChanges() {
         mRows, [&](const ControlRow* row) { return row->control().family == family.family && row->isChanged(); });
     family.changes->setText(changed == 0 ? QString() : localized("lkeyControlsChanged").arg(changed));
   }
+}
+
+void ControlRows::showMissing(const Controls& missing) {
+  std::vector<const ControlDescriptor*> dimmed;
+  for (std::size_t index = 0; index < mRows.size(); ++index) {
+    mRows[index]->setMissing(missing.test(index));
+    if (missing.test(index)) dimmed.push_back(&controlTable[index]);
+  }
+  mPicture.setMissing(std::move(dimmed));
 }
 
 void ControlRows::showFound(const std::optional<Controls>& found) {

@@ -41,6 +41,8 @@ class ControlRows : public QObject {
   void orderForKeyboard(QWidget* before);
   void highlight(const ControlDescriptor* control);  // nullptr none
   void countChanges();
+  // That the mouse in use lacks these.
+  void showMissing(const Controls& missing);
   // What a search has found stands out, and all others recede; without a search nothing does.
   void showFound(const std::optional<Controls>& found);
 

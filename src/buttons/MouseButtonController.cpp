@@ -88,7 +88,8 @@ void MouseButtonController::addSearch() {
 
 QString MouseButtonController::describe(const ControlDescriptor& control) const {
   const PopUpButton* popUp = mRows->of(control).popUp();
-  return popUp->accessibleName() + QLatin1Char('\n') + popUp->shownTitle();
+  const QString words = popUp->accessibleName() + QLatin1Char('\n') + popUp->shownTitle();
+  return popUp->note().isEmpty() ? words : words + QLatin1Char('\n') + popUp->note();
 }
 
 QString MouseButtonController::wordsOf(const ControlDescriptor& control) {
@@ -189,6 +190,13 @@ void MouseButtonController::enableControlsState(bool enabled) {
     row->repeatButton()->setEnabled(enabled);
     row->repeatButton()->setToolTip(enabled ? localized("lkeyMacroRepeat") : whyNot);
   }
+  setMissingControls(mMissing);
+}
+
+void MouseButtonController::setMissingControls(const std::bitset<controlTable.size()>& missing) {
+  mMissing = missing;
+  // Without a mouse there is nothing that it lacks.
+  mRows->showMissing(mIsTabEnabled ? mMissing : decltype(mMissing)());
 }
 
 void MouseButtonController::enableAllPopupButtons() {

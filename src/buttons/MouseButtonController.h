@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
+#include <bitset>
 #include <memory>
 #include <optional>
 #include <string>
@@ -78,6 +79,8 @@ class MouseButtonController : public QWidget, public AssignmentText {
   // list of modes stays as it is.
   void updateUISettings();
   void enableControlsState(bool enabled);
+  // Those of the table that the mouse in use lacks; at first none. They stay assignable.
+  void setMissingControls(const std::bitset<controlTable.size()>& missing);
   void enableAllPopupButtons();
   void hideAllMacroConfigButtons();
   void populateProfileListPopUpMenu();
@@ -293,6 +296,7 @@ class MouseButtonController : public QWidget, public AssignmentText {
   int mActiveKeymap = 0;
   vorn::PropertyList mMenuSubject;
   bool mIsTabEnabled = true;
+  std::bitset<controlTable.size()> mMissing;
   unsigned mRedraws = 0;
 
   SheetContext mSingleKeyContext;

@@ -21,6 +21,8 @@ namespace {
 constexpr qreal glowWidth = 2;
 constexpr float groundOpacity = 0.22F;
 constexpr float veilOpacity = 0.6F;
+// Of a control that recedes into the drawing, which is as dark in every palette.
+constexpr QRgb drawnGround = qRgba(0x20, 0x21, 0x24, 0xA0);
 
 // The eighth begins with a capital letter.
 constexpr std::array<const char*, vorn::keys::keymapCount> pictures = {
@@ -46,6 +48,12 @@ void MouseView::setHighlighted(const ControlDescriptor* control) {
 void MouseView::setFound(std::optional<std::vector<const ControlDescriptor*>> found) {
   if (mFound == found) return;
   mFound = std::move(found);
+  update();
+}
+
+void MouseView::setMissing(std::vector<const ControlDescriptor*> missing) {
+  if (mMissing == missing) return;
+  mMissing = std::move(missing);
   update();
 }
 
@@ -100,8 +108,17 @@ void MouseView::paintEvent(QPaintEvent* event) {
   if (!isEnabled() || shownRect().isEmpty()) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
+  if (!mMissing.empty()) paintMissing(painter);
   if (mFound) paintFound(painter);
   if (mHighlighted != nullptr) light(painter, *mHighlighted);
+}
+
+void MouseView::paintMissing(QPainter& painter) const {
+  for (const ControlDescriptor* control : mMissing) {
+    // What is lit is to be read.
+    if (control != mHighlighted)
+      painter.fillPath(placement().map(controlOutlines().of(*control)), QColor::fromRgba(drawnGround));
+  }
 }
 
 void MouseView::paintFound(QPainter& painter) const {

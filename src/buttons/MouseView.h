@@ -24,6 +24,9 @@ class MouseView : public PictureLabel {
   const ControlDescriptor* highlighted() const { return mHighlighted; }
   // The controls that a search has found: all else of the picture recedes. Nothing without a search.
   void setFound(std::optional<std::vector<const ControlDescriptor*>> found);
+  // The controls that the mouse in use lacks recede.
+  void setMissing(std::vector<const ControlDescriptor*> missing);
+  const std::vector<const ControlDescriptor*>& missing() const { return mMissing; }
   // What the tooltip says about a control; without it the control's number and name.
   void setDescription(std::function<QString(const ControlDescriptor&)> description);
 
@@ -49,6 +52,7 @@ class MouseView : public PictureLabel {
 
  private:
   void showPicture();
+  void paintMissing(QPainter& painter) const;
   void paintFound(QPainter& painter) const;
   void light(QPainter& painter, const ControlDescriptor& control) const;
   void hover(const ControlDescriptor* control);
@@ -60,6 +64,7 @@ class MouseView : public PictureLabel {
   int mShownKeymap = -1;
   const ControlDescriptor* mHighlighted = nullptr;
   std::optional<std::vector<const ControlDescriptor*>> mFound;
+  std::vector<const ControlDescriptor*> mMissing;
   const ControlDescriptor* mHovered = nullptr;
   const ControlDescriptor* mPressed = nullptr;
   std::function<QString(const ControlDescriptor&)> mDescription;

@@ -206,14 +206,28 @@ void MouseLightingController::updatePreview() {
 }
 
 void MouseLightingController::enableControlsState(bool enabled) {
-  const QString whyNot = localized("lkeyNoMouseConnected");
-  setLabelsEnabled(*this, enabled, whyNot);
+  mIsEnabled = enabled;
+  setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
   for (QWidget* control :
        std::initializer_list<QWidget*>{mUi->mProfileListPopUp, mUi->mMain, mUi->mMainColor, mUi->mLightning,
-                                       mUi->mBrightnessValue, mUi->mLightPreview, mUi->mOtherZones}) {
+                                       mUi->mBrightnessValue, mUi->mLightPreview, mUi->mOtherZones})
     control->setEnabled(enabled);
-    control->setToolTip(enabled ? QString() : whyNot);
-  }
+  explain();
+}
+
+void MouseLightingController::setMouseOffersLight(bool isOffered) {
+  mOffersLight = isOffered;
+  explain();
+}
+
+void MouseLightingController::explain() {
+  const QString whyNot = mIsEnabled ? QString() : localized("lkeyNoMouseConnected");
+  const QString ofLight = mIsEnabled && !mOffersLight ? localized("lkeyMouseLacksLight") : whyNot;
+  for (QWidget* control : std::initializer_list<QWidget*>{mUi->mProfileListPopUp, mUi->mOtherZones})
+    control->setToolTip(whyNot);
+  for (QWidget* control : std::initializer_list<QWidget*>{mUi->mMain, mUi->mMainColor, mUi->mLightning,
+                                                          mUi->mBrightnessValue, mUi->mLightPreview})
+    control->setToolTip(ofLight);
 }
 
 }  // namespace skarn

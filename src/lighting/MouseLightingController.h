@@ -69,8 +69,12 @@ class MouseLightingController : public QWidget {
   void updateUISettings();
   // Without a usable device every control is disabled and says why.
   void enableControlsState(bool enabled);
+  // A light that the mouse in use lacks is set all the same, for one that has it; the tooltips say so. At first it is
+  // offered.
+  void setMouseOffersLight(bool isOffered);
 
  private:
+  void explain();
   void wireControls();
   void send(const vorn::PropertyList& settings);
   void sendEffectAndBrightness();
@@ -87,6 +91,8 @@ class MouseLightingController : public QWidget {
   MouseLightingDelegate* lightingDelegate = nullptr;
   QString mShownProfile;  // by its name
   bool showsDevice = true;
+  bool mIsEnabled = true;
+  bool mOffersLight = true;
   bool shouldUpdateUIOnly = false;
   bool shouldUpdateBrightness = true;
 };

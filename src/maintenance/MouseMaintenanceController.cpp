@@ -163,14 +163,23 @@ void MouseMaintenanceController::stopProgressIndicatorAnimation() {
 }
 
 void MouseMaintenanceController::enableControlsState(bool enabled) {
-  const QString whyNot = localized("lkeyNoMouseConnected");
-  setLabelsEnabled(*this, enabled, whyNot);
+  mIsEnabled = enabled;
+  setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
   mUi->mRestoreSettings->setEnabled(enabled);
-  mUi->mRestoreSettings->setToolTip(enabled ? QString() : whyNot);
-  for (const PowerSlider& row : powerSliders) {
-    (mUi.get()->*row.slider)->setEnabled(enabled);
-    (mUi.get()->*row.slider)->setToolTip(enabled ? QString() : whyNot);
-  }
+  for (const PowerSlider& row : powerSliders) (mUi.get()->*row.slider)->setEnabled(enabled);
+  explain();
+}
+
+void MouseMaintenanceController::setMouseOffersPower(bool isOffered) {
+  mOffersPower = isOffered;
+  explain();
+}
+
+void MouseMaintenanceController::explain() {
+  const QString whyNot = mIsEnabled ? QString() : localized("lkeyNoMouseConnected");
+  const QString ofPower = mIsEnabled && !mOffersPower ? localized("lkeyMouseLacksPower") : whyNot;
+  mUi->mRestoreSettings->setToolTip(whyNot);
+  for (const PowerSlider& row : powerSliders) (mUi.get()->*row.slider)->setToolTip(ofPower);
 }
 
 }  // namespace skarn

@@ -74,11 +74,15 @@ class MouseMaintenanceController : public QWidget {
   void updateUISettings();
   // Without a usable device the sliders and the restore button are disabled and say why.
   void enableControlsState(bool enabled);
+  // Power settings that the mouse in use lacks are set all the same, for one that has them; the tooltips say so. At
+  // first they are offered.
+  void setMouseOffersPower(bool isOffered);
   // Shows and animates the indicator beside the firmware version; stops and hides it.
   void startProgresIndicatorAnimation();
   void stopProgressIndicatorAnimation();
 
  private:
+  void explain();
   void wireControls();
   void send(const vorn::PropertyList& settings);
   QWidget* sheetParent() const;
@@ -93,6 +97,8 @@ class MouseMaintenanceController : public QWidget {
   MouseMaintenanceDelegate* mouseMaintenanceDelegate = nullptr;
   QPointer<QWidget> maintenanceWindow;
   OpenAddress mOpenAddress;
+  bool mIsEnabled = true;
+  bool mOffersPower = true;
 };
 
 }  // namespace skarn

@@ -268,7 +268,7 @@ void MousePerformanceController::showAxes(bool isIndependent, std::optional<int>
   mUi->mDpiYLabel->setVisible(isIndependent);
   for (QWidget* control : std::initializer_list<QWidget*>{mUi->mYDpiSlider, mUi->mYDpiField}) {
     control->setEnabled(mIsEnabled && isIndependent);
-    control->setToolTip(mIsEnabled && !isIndependent ? localized("lkeyAxesLocked") : QString());
+    control->setToolTip(mIsEnabled && !isIndependent ? localized("lkeyAxesLocked") : sensitivityTip());
   }
   if (isIndependent && x && y) {
     x = mUi->mXDpiSlider->value();
@@ -346,6 +346,27 @@ void MousePerformanceController::enableControlsState(bool enabled) {
   }
   for (StageChip* chip : stageChips()) chip->setEnabled(enabled);
   setLabelsEnabled(*this, enabled, localized("lkeyNoMouseConnected"));
+  explainMissing();
+}
+
+void MousePerformanceController::setMouseOffers(bool sensitivity, bool pollingRate) {
+  mOffersSensitivity = sensitivity;
+  mOffersPollingRate = pollingRate;
+  explainMissing();
+}
+
+QString MousePerformanceController::sensitivityTip() const {
+  return mIsEnabled && !mOffersSensitivity ? localized("lkeyMouseLacksSensitivity") : QString();
+}
+
+void MousePerformanceController::explainMissing() {
+  const bool lacksRate = mIsEnabled && !mOffersPollingRate;
+  mUi->mPollingRate->setToolTip(lacksRate ? localized("lkeyMouseLacksPollingRate") : QString());
+  for (QWidget* control : std::initializer_list<QWidget*>{mUi->mXDpiSlider, mUi->mXDpiField})
+    control->setToolTip(sensitivityTip());
+  for (QWidget* control : std::initializer_list<QWidget*>{mUi->mYDpiSlider, mUi->mYDpiField}) {
+    if (control->isEnabled()) control->setToolTip(sensitivityTip());
+  }
 }
 
 }  // namespace skarn

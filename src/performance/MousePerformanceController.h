@@ -70,11 +70,16 @@ class MousePerformanceController : public QWidget {
   // False without a device. Enabling enables every control; the redraw that follows disables those that have nothing
   // to set.
   void enableControlsState(bool enabled);
+  // What the mouse in use cannot do is set all the same, for one that can; the tooltips say so. At first all is
+  // offered.
+  void setMouseOffers(bool sensitivity, bool pollingRate);
 
   // The list index of a polling rate in Hz; empty for a rate that is not in the list.
   static std::optional<int> indexForPollingRateValue(int value);
 
  private:
+  void explainMissing();
+  QString sensitivityTip() const;
   void awakeFromNib();
   void connectControls();
   void send(const vorn::PropertyList& settings);
@@ -150,6 +155,8 @@ class MousePerformanceController : public QWidget {
   std::unique_ptr<DragCommit> mXCommit;
   std::unique_ptr<DragCommit> mYCommit;
   bool mIsEnabled = true;
+  bool mOffersSensitivity = true;
+  bool mOffersPollingRate = true;
 
   // The values last loaded from the settings, in DPI, and on the way of a drag of X also those last shown. 0: no
   // settings were loaded yet, and the sliders do nothing. Shared by the whole process; a new tab begins at 0.

@@ -244,7 +244,16 @@ void PopUpButton::showTitle(const QString& title) {
 }
 
 void PopUpButton::describe() {
-  setAccessibleDescription(mLockReason.isEmpty() ? mShownTitle : mShownTitle + QStringLiteral(". ") + mLockReason);
+  QStringList words{mShownTitle};
+  for (const QString& more : {mLockReason, mNote}) {
+    if (!more.isEmpty()) words << more;
+  }
+  setAccessibleDescription(words.join(QStringLiteral(". ")));
+}
+
+void PopUpButton::setNote(const QString& note) {
+  mNote = note;
+  describe();
 }
 
 void PopUpButton::setShorterTexts(const QStringList& texts) {
@@ -298,7 +307,8 @@ QSize PopUpButton::minimumSizeHint() const {
 
 bool PopUpButton::event(QEvent* event) {
   if (event->type() == QEvent::ToolTip && isEnabled() && !mShownTitle.isEmpty()) {
-    showPlainToolTip(*static_cast<QHelpEvent*>(event), mShownTitle, this);
+    const QString text = mNote.isEmpty() ? mShownTitle : mShownTitle + QLatin1Char('\n') + mNote;
+    showPlainToolTip(*static_cast<QHelpEvent*>(event), text, this);
     return true;
   }
   return QToolButton::event(event);

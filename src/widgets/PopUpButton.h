@@ -64,6 +64,9 @@ class PopUpButton : public QToolButton {
   // readers. Empty for no lock. Enabling stays with the caller.
   void setLockReason(const QString& reason);
   const QString& lockReason() const { return mLockReason; }
+  // What else is to be known, after the title in the tooltip and for screen readers. Empty for nothing.
+  void setNote(const QString& note);
+  const QString& note() const { return mNote; }
 
   // Asked for every item of the menu and of its submenus when they are about to be shown; one that it refuses is hidden
   // and disabled.
@@ -112,6 +115,7 @@ class PopUpButton : public QToolButton {
   std::vector<Item> mItems;
   int mSelected = -1;
   QString mShownTitle;
+  QString mNote;
   QStringList mShorterTexts;
   bool mIsMuted = false;
   QString mLockReason;
