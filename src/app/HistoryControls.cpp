@@ -88,7 +88,6 @@ HistoryControls::HistoryControls(MouseMainWindow& window, SettingsHistory& histo
   connect(&history, &SettingsHistory::stepsEnded, this, &HistoryControls::tell);
   connect(&history, &SettingsHistory::deleted, this,
           [this](const PropertyList& entry) { showDeletion(entry[words::ID].toInt64(), deletionText(entry)); });
-  connect(&window.historyLine(), &HistoryLine::buttonClicked, this, &HistoryControls::undoDeletion);
   qApp->installEventFilter(this);
   refresh();
 }
@@ -201,7 +200,7 @@ void HistoryControls::openSheet() {
 // --- Telling
 
 void HistoryControls::showDeletion(std::int64_t id, const QString& text) {
-  mWindow.historyLine().say(text, localized("lkeyUndo"));
+  mWindow.historyLine().say(text, {localized("lkeyUndo"), [this] { undoDeletion(); }});
   mDeletion = id;
 }
 

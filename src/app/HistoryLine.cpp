@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 #include "widgets/ElidedLabel.h"
 
@@ -39,7 +40,11 @@ HistoryLine::HistoryLine(QWidget& window, QWidget& border, const QLayoutItem& ro
   row->setSpacing(gap);
   row->addWidget(mText, 1);
   row->addWidget(mButton);
-  connect(mButton, &QPushButton::clicked, this, &HistoryLine::buttonClicked);
+  connect(mButton, &QPushButton::clicked, this, [this] {
+    // It may say something else, or nothing.
+    const std::function<void()> pressed = mOffer.pressed;
+    if (pressed) pressed();
+  });
   mTimer.setSingleShot(true);
   connect(&mTimer, &QTimer::timeout, this, &HistoryLine::timeIsUp);
   window.installEventFilter(this);
@@ -49,11 +54,12 @@ HistoryLine::HistoryLine(QWidget& window, QWidget& border, const QLayoutItem& ro
   hide();
 }
 
-void HistoryLine::say(const QString& text, const QString& button) {
+void HistoryLine::say(const QString& text, LineButton button) {
+  mOffer = std::move(button);
   mText->setText(text);
-  if (button.isEmpty() && hasKeyboard()) mRefuge.setFocus();
-  mButton->setText(button);
-  mButton->setVisible(!button.isEmpty());
+  if (mOffer.text.isEmpty() && hasKeyboard()) mRefuge.setFocus();
+  mButton->setText(mOffer.text);
+  mButton->setVisible(!mOffer.text.isEmpty());
   takePlace();
   show();
   raise();
@@ -67,6 +73,7 @@ void HistoryLine::fallSilent() {
   if (hasKeyboard()) mRefuge.setFocus();
   hide();
   mText->clear();
+  mOffer = {};
 }
 
 QString HistoryLine::text() const {
@@ -79,7 +86,7 @@ bool HistoryLine::hasKeyboard() const {
 
 void HistoryLine::startTime() {
   mTimer.stop();
-  if (mLifetime) mTimer.start(*mLifetime);
+  if (mLifetime) mTimer.start(mOffer.lifetime.value_or(*mLifetime));
 }
 
 void HistoryLine::timeIsUp() {

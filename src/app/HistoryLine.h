@@ -1,12 +1,13 @@
-// A line that says for some seconds what has been done to the settings, with at most one button. It lies over the
-// border between the pages and the footer, where neither has controls, so that nothing moves and nothing is covered. It
-// stays as long as the pointer or the keyboard is in it; Escape takes it away. Main thread.
+// A line that says for some seconds what has been done to the settings, or what could be, with at most one button. It
+// lies over the border between the pages and the footer, where neither has controls, so that nothing moves and nothing
+// is covered. It stays as long as the pointer or the keyboard is in it; Escape takes it away. Main thread.
 #pragma once
 
 #include <QFrame>
 #include <QString>
 #include <QTimer>
 #include <chrono>
+#include <functional>
 #include <optional>
 
 class QLayoutItem;
@@ -15,6 +16,13 @@ class QPushButton;
 namespace skarn {
 
 class ElidedLabel;
+
+// The button of the line; without a text it is not shown.
+struct LineButton {
+  QString text{};
+  std::function<void()> pressed{};
+  std::optional<std::chrono::milliseconds> lifetime{};  // of this text, where it is not the usual one
+};
 
 class HistoryLine : public QFrame {
   Q_OBJECT
@@ -26,16 +34,13 @@ class HistoryLine : public QFrame {
   // the footer that has no controls; refuge: where the keyboard goes when the line goes.
   HistoryLine(QWidget& window, QWidget& border, const QLayoutItem& room, QWidget& refuge);
 
-  // Says the text as it stands, in the place of another; without a text of its own the button is not shown.
-  void say(const QString& text, const QString& button = {});
+  // Says the text as it stands, in the place of another.
+  void say(const QString& text, LineButton button = {});
   void fallSilent();
   // How long it stays from the next text on; none for as long as nobody takes it away.
   void setLifetime(std::optional<std::chrono::milliseconds> lifetime) { mLifetime = lifetime; }
   // Empty while it says nothing.
   QString text() const;
-
- signals:
-  void buttonClicked();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -57,6 +62,7 @@ class HistoryLine : public QFrame {
   QWidget& mRefuge;
   ElidedLabel* mText;
   QPushButton* mButton;
+  LineButton mOffer;
   std::optional<std::chrono::milliseconds> mLifetime = usualLifetime;
   QTimer mTimer{this};
 };

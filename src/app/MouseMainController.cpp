@@ -10,6 +10,8 @@
 #include <utility>
 
 #include "app/HistoryControls.h"
+#include "app/MouseChoice.h"
+#include "app/MouseControls.h"
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
 #include "app/SettingsHistory.h"
@@ -111,6 +113,7 @@ void MouseMainController::awakeFromNib() {
   mServices.link.setWhileWaiting([this] { return goOnWaiting(); });
   mIsEngineThere = mServices.link.watchEngine([this](bool isThere) { isThere ? engineCame() : engineWent(); });
   wireHistory();
+  wireMice();
   // Looks at events before what was made earlier.
   mTypedKeys = std::make_unique<TypedKeys>(
       mServices.link, mWindow,
@@ -138,7 +141,10 @@ void MouseMainController::wireControls() {
   connect(mMouseTabView, &QTabWidget::currentChanged, this, tellMacros);
   // The window may open on the Macros tab.
   tellMacros();
-  connect(&mWindow.stateStrip(), &StateStrip::buttonClicked, this, [this] { startEngine(true); });
+  connect(&mWindow.stateStrip(), &StateStrip::buttonClicked, this, [this] {
+    if (mPresence == Presence::NoDevice) return mMouseControls->openSheet();
+    startEngine(true);
+  });
   connect(mAppySettings, &QPushButton::clicked, this, &MouseMainController::clickApplySettings);
   connect(restoringStateWindow, &RestoringStateSheet::closed, this, [] { QCoreApplication::exit(); });
   connect(mDeviceConnectionWindow, &DeviceConnectionSheet::okClicked, this, &MouseMainController::clickOKButton);
@@ -163,6 +169,18 @@ void MouseMainController::wireHistory() {
   connect(mMouseMacrosController->mRecordMacroDetails(), &QAbstractButton::toggled, mHistoryControls.get(),
           &HistoryControls::refresh, Qt::QueuedConnection);
   offerHistory();
+}
+
+void MouseMainController::wireMice() {
+  mMouseChoice = std::make_unique<MouseChoice>(mServices.link);
+  mMouseControls = std::make_unique<MouseControls>(mWindow, *mMouseChoice, WindowMemory(mServices.memoryFile));
+  connect(
+      mMouseMacrosController->mRecordMacroDetails(), &QAbstractButton::toggled, mMouseControls.get(),
+      [this] { mMouseControls->setRecording(mMouseMacrosController->mIsRecording()); }, Qt::QueuedConnection);
+  connect(mMouseControls.get(), &MouseControls::changed, this, [this] {
+    showWhatMouseLacks();
+    if (mPresence == Presence::NoDevice && !mShowsWait) sayPresence();
+  });
 }
 
 void MouseMainController::createLocalPort() {
@@ -224,6 +242,7 @@ void MouseMainController::initializeDevice() {
   }
 
   mHasStarted = true;
+  askForMice();
   registerNotifications();
   registerHelpBook();
   FWQueryThreadAboutToRun();

@@ -48,6 +48,8 @@ class BusyIndicator;
 class DeviceConnectionSheet;
 class HistoryControls;
 class MouseButtonController;
+class MouseChoice;
+class MouseControls;
 class MouseLightingController;
 class MouseMacrosController;
 class MouseMainWindow;
@@ -67,6 +69,7 @@ struct HubServices {
   std::function<void(const std::string& line)> report;   // start-up report, a line without a line break each
   StoppableSleep sleep = systemSleep();                  // of the timer threads
   std::function<bool()> mustEnd = [] { return false; };  // the program is asked to end: no wait goes on
+  QString memoryFile{};                                  // of the window; empty: nothing is kept
 };
 
 class MouseMainController : public QObject,
@@ -281,6 +284,11 @@ class MouseMainController : public QObject,
   // The history can be asked as long as there are an engine and a mouse.
   void offerHistory();
   void wireHistory();
+  void wireMice();
+  // The mice are asked for as long as there is an engine, with a mouse or without.
+  void askForMice();
+  // The tabs learn what the mouse in use lacks.
+  void showWhatMouseLacks();
   QString textOf(Presence presence) const;
   // The strip follows whether an engine that was there answers.
   void noteAnswer(bool isAnswered);
@@ -343,6 +351,8 @@ class MouseMainController : public QObject,
 
   std::unique_ptr<SettingsHistory> mHistory;
   std::unique_ptr<HistoryControls> mHistoryControls;
+  std::unique_ptr<MouseChoice> mMouseChoice;
+  std::unique_ptr<MouseControls> mMouseControls;
   std::unique_ptr<TypedKeys> mTypedKeys;
   QTimer mNewsTimer;  // runs for newsRest after a reload for news
   bool mHasMoreNews = false;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <chrono>
 
+#include "app/MouseChoice.h"
 #include "app/MouseMainController.h"
 #include "app/MouseMainWindow.h"
 #include "app/NamedImageView.h"
@@ -126,7 +127,8 @@ void MouseMainController::deviceConnectedNotification(const Notification& notifi
 
 void MouseMainController::deviceDisconnectedNotification(const Notification&) {
   removeObserverDeviceRemoval();
-  showErrorDialog();
+  // The one before goes where this window has asked for another.
+  if (!mMouseChoice->isChoosing()) showErrorDialog();
   forgetDevice();
   setPresence(Presence::NoDevice);
   addObserverDeviceRemoval();

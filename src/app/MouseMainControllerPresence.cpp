@@ -7,11 +7,15 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
+#include <bitset>
 #include <utility>
 
 #include "app/HistoryControls.h"
+#include "app/MouseChoice.h"
+#include "app/MouseControls.h"
 #include "app/MouseMainController.h"
 #include "app/MouseMainWindow.h"
+#include "app/MouseSheet.h"
 #include "app/NamedImageView.h"
 #include "app/SettingsHistory.h"
 #include "app/Sheets.h"
@@ -73,7 +77,9 @@ void MouseMainController::closeSheetsOfTabs() {
   QList<QDialog*> dialogs = mWindow.findChildren<QDialog*>();
   std::reverse(dialogs.begin(), dialogs.end());
   for (const QPointer<QDialog>& dialog : QList<QPointer<QDialog>>(dialogs.begin(), dialogs.end())) {
-    if (dialog == mDeviceConnectionWindow || dialog == restoringStateWindow) continue;
+    // A mouse is chosen also while none is there.
+    if (dialog == mDeviceConnectionWindow || dialog == restoringStateWindow || dialog == mMouseControls->sheet())
+      continue;
     if (dialog && dialog->isVisible() && dialog->isModal()) dialog->reject();
   }
 }
@@ -138,6 +144,7 @@ void MouseMainController::tellWhyNotStarted(const vorn::ServiceStart& outcome) {
 void MouseMainController::engineWent() {
   mIsEngineThere = false;
   mIsEngineGone = true;
+  askForMice();
   if (!mHasStarted) return;
   mServices.report("the engine has gone");
   hideErrorDialog();
@@ -154,6 +161,7 @@ void MouseMainController::engineCame() {
   sayPresence();
   // What told that there is no engine, or why it did not start.
   closeSheetsOfTabs();
+  askForMice();
   setMFirmwareVersionString({});
   const PropertyList answer = registerDevice();
   if (answer.isNone()) {
@@ -214,6 +222,7 @@ void MouseMainController::sayPresence() {
   const bool isMissed = mPresence == Presence::NoEngine && !mIsEngineThere;
   StripButton button;
   if (isMissed) button = {localized("lkeyStartEngine"), localized("lkeyStartEngineHint"), !mIsStartingEngine};
+  if (mPresence == Presence::NoDevice) button = mMouseControls->stripButton();
   mWindow.stateStrip().say(mIsStartingEngine ? localized("lkeyStateEngineStarting") : textOf(mPresence), button);
   // Nobody would take what it sends.
   mAppySettings->setEnabled(!isMissed);
@@ -245,6 +254,29 @@ void MouseMainController::offerHistory() {
     mHistory->end();
   }
   mHistoryControls->setObstacle(why == nullptr ? QString() : localized(why));
+}
+
+// --- The mice
+
+void MouseMainController::askForMice() {
+  if (mHasStarted && mIsEngineThere) {
+    mMouseChoice->begin();
+  } else {
+    mMouseChoice->end();
+  }
+}
+
+void MouseMainController::showWhatMouseLacks() {
+  const MouseDescription* mouse = mMouseChoice->inUse();
+  const bool isKnown = mouse != nullptr && mouse->isRealInUse() && mouse->isPresent;
+  std::bitset<controlTable.size()> missing;
+  for (std::size_t index = 0; isKnown && index < controlTable.size(); ++index)
+    missing.set(index, !mouse->controls.contains(controlTable[index].identifier));
+  mMouseButtonController->setMissingControls(missing);
+  mMousePerformanceController->setMouseOffers(!isKnown || mouse->sensitivity != MouseDescription::Sensitivity::Missing,
+                                              !isKnown || mouse->hasPollingRate);
+  mMouseLightingController->setMouseOffersLight(!isKnown || mouse->hasLight);
+  mMouseMaintenenceController->setMouseOffersPower(!isKnown || mouse->hasPower);
 }
 
 void MouseMainController::noteAnswer(bool isAnswered) {

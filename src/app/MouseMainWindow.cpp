@@ -34,6 +34,8 @@ MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::ma
   mUi->MouseMainViewController->setAutoFillBackground(false);
   mStateStrip = new StateStrip(mUi->mMouseTabView);
   mHistoryLine = new HistoryLine(*this, *mUi->footerLine, *mUi->footerSpacer, *mUi->mMouseTabView->tabBar());
+  // The tabs have the keyboard first; the picture before them is the last.
+  QWidget::setTabOrder(mUi->mAppySettings, mUi->mChooseMouse);
   // As it lies: before the buttons at the right of the footer.
   QWidget::setTabOrder(mUi->mCommunityVornGuildLink, mHistoryLine);
   // The frame that the desktop puts around the window is not known yet.
@@ -42,6 +44,9 @@ MouseMainWindow::MouseMainWindow(QWidget* parent) : QWidget(parent), mUi(std::ma
     if (qobject_cast<QSlider*>(control) || qobject_cast<QAbstractSpinBox*>(control)) control->installEventFilter(this);
   }
   mUi->mDeviceLogo->setPixmap(image(QStringLiteral("mouse-small.png")));
+  // It lies over the button.
+  mUi->mDeviceLogo->setAttribute(Qt::WA_TransparentForMouseEvents);
+  mUi->mDeviceLogo->raise();
   setWindowIcon(applicationIcon());
   // From the help window too, but not past a sheet, as the window itself cannot be closed under one.
   new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this, this, &QWidget::close, Qt::ApplicationShortcut);

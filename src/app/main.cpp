@@ -15,6 +15,7 @@
 #include "app/MouseMainWindow.h"
 #include "app/QuitOnSignals.h"
 #include "app/Vorn_ConfiguratorAppDelegate.h"
+#include "app/WindowMemory.h"
 #include "link/PortEngineLink.h"
 #include "platform/Bundle.h"
 #include "platform/Localization.h"
@@ -117,7 +118,8 @@ HubServices makeServices(vorn::EngineLink& link) {
           .notifications = vorn::DistributedNotificationCenter::defaultCenter(),
           .openAddress = [](const QUrl& address) { return QDesktopServices::openUrl(address); },
           .report = report,
-          .mustEnd = &QuitOnSignals::isAsked};
+          .mustEnd = &QuitOnSignals::isAsked,
+          .memoryFile = WindowMemory::usualFile()};
 }
 
 }  // namespace

@@ -87,7 +87,8 @@ struct HubFixture {
                   return opensAddresses;
                 },
             .report = [this](const std::string& line) { reports.push_back(line); },
-            .sleep = sleep};
+            .sleep = sleep,
+            .memoryFile = memoryFile};
   }
 
   // Creates the window and the application delegate, as the program does.
@@ -140,6 +141,7 @@ struct HubFixture {
   std::vector<std::string> opened;
   bool opensAddresses = true;
   std::vector<std::string> reports;
+  QString memoryFile;  // of the window; empty: it keeps nothing
   // The timer threads sleep until they are told to end, unless a test says otherwise.
   StoppableSleep sleep = [](std::stop_token stop, std::chrono::milliseconds) {
     std::mutex mutex;

@@ -381,6 +381,32 @@ class MouseViewTest : public QObject {
     QCOMPARE(shown.hovered, (QList<bool>{true, false}));
   }
 
+  // In every palette: the drawing has colours of its own.
+  void missingControlsAreDarkerButForTheOneThatIsLit() {
+    View shown;
+    const auto brightnessOf = [&](const ControlDescriptor& control) {
+      const QImage picture = shown.view.grab().toImage();
+      const QRect place(shown.view.placeOf(control).toPoint() - QPoint(6, 6), QSize(13, 13));
+      int sum = 0;
+      for (int y = place.top(); y <= place.bottom(); ++y)
+        for (int x = place.left(); x <= place.right(); ++x) sum += qGray(picture.pixel(x, y));
+      return sum;
+    };
+    const ControlDescriptor& missing = controlTable[11];
+    const ControlDescriptor& other = controlTable[1];
+    const int before = brightnessOf(missing);
+    const int beforeOfOther = brightnessOf(other);
+    shown.view.setMissing({&missing});
+    QVERIFY(brightnessOf(missing) < before);
+    QCOMPARE(brightnessOf(other), beforeOfOther);
+    const int dark = brightnessOf(missing);
+    shown.view.setHighlighted(&missing);
+    QVERIFY(brightnessOf(missing) > dark);
+    shown.view.setHighlighted(nullptr);
+    shown.view.setMissing({});
+    QCOMPARE(brightnessOf(missing), before);
+  }
+
   void aHighlightedRowHasAGroundOfItsOwn() {
     Row shown(controlTable[0]);
     const QImage before = shown.row.grab().toImage();

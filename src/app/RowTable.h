@@ -1,4 +1,4 @@
-// The list of the history: one row is selected, and it carries the frame of the keyboard. Main thread.
+// A list of which one row is selected, and carries the frame of the keyboard. Main thread.
 #pragma once
 
 #include <QTableView>
@@ -7,7 +7,7 @@
 
 namespace skarn {
 
-class HistoryTable : public QTableView {
+class RowTable : public QTableView {
   Q_OBJECT
 
  public:
