@@ -3083,6 +3083,10 @@ The device rules that come with the package allow it to whoever sits at the mach
         <source>Versions and updates</source>
         <translation>Versions and updates</translation>
     </message>
+    <message id="lkeyVirtualMouse">
+        <source>Virtual mouse</source>
+        <translation>Virtual mouse</translation>
+    </message>
     <message id="lkeyWheel">
         <source>Wheel</source>
         <translation>Wheel</translation>

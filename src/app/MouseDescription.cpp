@@ -1,5 +1,6 @@
 #include "app/MouseDescription.h"
 
+#include "platform/Localization.h"
 #include "protocol/Mice.h"
 
 namespace skarn {
@@ -37,8 +38,9 @@ MouseDescription::Sensitivity sensitivityOf(std::string_view word) {
 MouseDescription mouseDescription(const PropertyList& mouse) {
   MouseDescription description;
   description.id = textOf(mouse[words::ID]);
-  description.name = textOf(mouse[words::Name]);
   description.connection = connectionOf(mouse[words::Connection].string());
+  // The engine speaks English.
+  description.name = description.isVirtual() ? localized("lkeyVirtualMouse") : textOf(mouse[words::Name]);
   description.isInUse = mouse[words::IsInUse].toBool();
   description.isPresent = mouse[words::IsPresent].toBool();
   description.isAllowed = mouse[words::IsAllowed].toBool();

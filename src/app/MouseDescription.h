@@ -1,4 +1,4 @@
-// A mouse as the engine describes it. Whatever is missing or of another type reads as nothing. Any thread.
+// A mouse as the engine describes it. Whatever is missing or of another type reads as nothing. Main thread.
 #pragma once
 
 #include <QString>
