@@ -12,8 +12,9 @@ SingleKeySheet::SingleKeySheet(QWidget* window) : AssignmentSheet(window), mUi(s
   connect(mUi->mSingleKeyChoose, &QPushButton::clicked, this, [this] {
     mUi->mInputSingleKey->stopListening();
     KeyChooser::open(this, KeyChooser::Offers::KeysAndModifiers, [this](int usage, int modifiers) {
-      mUi->mSingleKeyOK->setFocus();
       emit keyChosen(usage, modifiers);
+      // It is disabled until there is a key.
+      mUi->mSingleKeyOK->setFocus();
     });
   });
   mUi->mInputSingleKey->setUp(mUi->mSingleKeyOK, KeyCaptureField::Confirms::CaughtKey, mUi->mSingleKeyAgain,

@@ -70,8 +70,9 @@ MacroEventSheet::MacroEventSheet(QWidget* parent)
   connect(mUi->mMacroEventChoose, &QPushButton::clicked, this, [this] {
     mUi->mInputMacroEvent->stopListening();
     KeyChooser::open(this, KeyChooser::Offers::Keys, [this](int usage, int) {
-      mUi->mMacroEventEditOK->setFocus();
       emit keyChosen(usage);
+      // It may have been disabled until now.
+      mUi->mMacroEventEditOK->setFocus();
     });
   });
   mUi->mInputMacroEvent->setUp(mUi->mMacroEventEditOK, KeyCaptureField::Confirms::Always, mUi->mMacroEventAgain,

@@ -36,14 +36,21 @@ ScriptedLink::Request fetch() {
 ScriptedLink::Request captureEnd() {
   return {MessageID::StopSingleKeyRecording, envelopeWith({})};
 }
-// The whole sequence of the first macro.
+PropertyList sequenceOf(const PropertyList& events) {
+  return PropertyList::dictionary({{keys::Events, events}});
+}
+// The whole sequence of the first macro, in the place of the one that was shown.
 Sent replaced(std::vector<PropertyList> events) {
-  const PropertyList sequence = PropertyList::dictionary({{keys::Events, PropertyList::array(std::move(events))}});
   const PropertyList contents =
-      PropertyList::dictionary({{keys::MacroID, 0}, {keys::MacroName, "Greet"}, {keys::Sequence, sequence}});
-  return {
-      {reload(), {MessageID::ReplaceMacroSequence, envelopeWith({{requestKeys::MacroContents, contents}})}, fetch()},
-      {}};
+      PropertyList::dictionary({{keys::MacroID, 0},
+                                {keys::MacroName, "Greet"},
+                                {keys::Sequence, sequenceOf(PropertyList::array(std::move(events)))}});
+  return {{reload(),
+           {MessageID::ReplaceMacroSequence,
+            envelopeWith({{requestKeys::MacroContents, contents},
+                          {requestKeys::ExpectedSequence, sequenceOf(SheetBench::eventList())}})},
+           fetch()},
+          {}};
 }
 std::vector<PropertyList> eventsWith(std::size_t place, const std::vector<PropertyList>& added) {
   const PropertyList present = SheetBench::eventList();
@@ -141,16 +148,22 @@ std::vector<SheetCase> sheetsOfMacros() {
              return Sent{{captureEnd()}, {}};
            },
        .staysEnabled = true},
-      {.name = "key from the list",
-       .window = "mKeyChooser",
+      {.name = "inserted key",
+       .window = "mEditEventWindow",
        .from = lines,
-       .field = "mKeySearch",
+       .field = "mInputMacroEvent",
        .open = openForLines<tags::insertAfter + tags::Key, 0>,
-       .reason = "lkeyNoKeyFound",
-       .idle = [](SheetBench& bench) { bench.type("mKeySearch", "there is no such key"); },
+       .reason = "lkeyNoKeyPressed",
+       .change = [](SheetBench& bench) { bench.pressKey("mInputMacroEvent", "SingleKeyEvent1050"); },
        .confirmed =
            [](const SheetBench&) {
-             return replaced(eventsWith(1, vorn::stroke({7, 4}, 20)));
+             Sent sent = replaced(eventsWith(1, vorn::stroke({7, 5}, 20)));
+             sent.requests.insert(sent.requests.begin(), captureEnd());
+             return sent;
+           },
+       .cancelled =
+           [](const SheetBench&) {
+             return Sent{{captureEnd()}, {}};
            }},
       {.name = "text",
        .window = "mMacroTextWindow",
