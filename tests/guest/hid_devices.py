@@ -29,6 +29,8 @@ _PARTS = MOUSE.replace(b"\xa1\x01", b"\xa1\x01\x85\x01", 1), KEYBOARD.replace(b"
 MOUSE_AND_KEYBOARD = _PARTS[0] + _PARTS[1]
 # What some keyboards are.
 KEYBOARD_AND_MOUSE = _PARTS[1] + _PARTS[0]
+# The fourth one, among the buttons of a report.
+SIDE_BUTTON = 8
 
 
 def mouse_report(buttons=0, x=0, y=0, wheel=0, side=0):

@@ -8,12 +8,9 @@ Runs as root in a guest (tests/guest/mice starts it there). Each check is a line
 fails.
 """
 import contextlib
-import fcntl
-import glob
 import os
 import pathlib
 import random
-import select
 import subprocess
 import sys
 import threading
@@ -23,60 +20,18 @@ import evdev
 from evdev import ecodes
 
 from checks import check, finish, wait_until
-from hid_devices import (BUS_BLUETOOTH, FINE_MOUSE, KEYBOARD, MOUSE_AND_KEYBOARD, HidDevice, UsbMouse, keyboard_report,
+from desktop import (KEYBOARD_NAME, POINTER_NAME, Desktop, end_of, is_grabbed, keys, node_called, nodes_called, press,
+                     typed)
+from hid_devices import (BUS_BLUETOOTH, FINE_MOUSE, KEYBOARD, MOUSE_AND_KEYBOARD, SIDE_BUTTON, HidDevice, UsbMouse,
                          mouse_report)
 
 PROGRAM = sys.argv[1]
 TESTER = 59000
-KEYBOARD_NAME = "Skarn Keyboard"
-POINTER_NAME = "Skarn Pointer"
 # HID usages of keys, and the controls that send them.
 KEY_A, KEY_B, KEY_Q, KEY_W, KEY_F12 = 4, 5, 20, 26, 69
 GRID_Q, GRID_W, WHEEL_UP = "20", "26", "06"
-SIDE_BUTTON = 8
 
 log = []
-
-
-class Desktop:
-    """Reads all event nodes, as a desktop does; what the engine keeps from it does not come."""
-
-    def __init__(self):
-        self.events = []  # (name, type, code, value), without SYN, scan codes and repeats
-        self.is_reading = True
-        self.devices = {}
-        threading.Thread(target=self._read, daemon=True).start()
-
-    def _scan(self):
-        for path in set(glob.glob("/dev/input/event*")) - set(self.devices):
-            try:
-                if is_known(path):
-                    self.devices[path] = evdev.InputDevice(path)
-            except OSError:
-                pass
-
-    def _read(self):
-        while self.is_reading:
-            self._scan()
-            by_file = {device.fd: device for device in self.devices.values()}
-            for file in select.select(list(by_file), [], [], 0.05)[0]:
-                device = by_file[file]
-                try:
-                    self.events += [(device.name, event.type, event.code, event.value) for event in device.read()
-                                    if event.type not in (ecodes.EV_SYN, ecodes.EV_MSC, ecodes.EV_LED)
-                                    and (event.type != ecodes.EV_KEY or event.value != 2)]
-                except OSError:
-                    del self.devices[device.path]
-                    device.close()
-
-    def is_reading_all(self):
-        return set(self.devices) == set(glob.glob("/dev/input/event*"))
-
-    def after(self, *last):
-        """What has come when the last of these events has, and forgets it."""
-        wait_until(lambda: all(any(event[1:] == each for event in self.events) for each in last), 10)
-        events, self.events = self.events, []
-        return events
 
 
 class Program:
@@ -136,64 +91,6 @@ class Program:
         self.process.wait()
         self.bus.terminate()
         self.bus.wait()
-
-
-def is_known(path):
-    number = os.stat(path).st_rdev
-    return os.path.exists(f"/run/udev/data/c{os.major(number)}:{os.minor(number)}")
-
-
-def nodes_called(name, is_made=None):
-    """The event nodes of this name that udev knows; is_made: only those made by programs, or only the others."""
-    found = []
-    for folder in glob.glob("/sys/class/input/event*"):
-        try:
-            is_virtual = os.path.realpath(folder).startswith("/sys/devices/virtual/input/")
-            node = "/dev/input/" + os.path.basename(folder)
-            is_named = pathlib.Path(folder, "device/name").read_text(encoding="utf-8").strip() == name
-            if is_named and is_made in (None, is_virtual) and is_known(node):
-                found.append(node)
-        except OSError:
-            pass
-    return found
-
-
-def node_called(name, is_made=None):
-    """The one node of this name, as soon as it is there."""
-    return wait_until(lambda: nodes_called(name, is_made))[0]
-
-
-def is_grabbed(path):
-    try:
-        with open(path, "rb", buffering=0) as file:
-            fcntl.ioctl(file, 0x40044590, 1)  # EVIOCGRAB
-            fcntl.ioctl(file, 0x40044590, 0)
-    except OSError:
-        return True
-    return False
-
-
-def keys(events):
-    """(device, key, value) of the keys and buttons among them."""
-    def name(code):
-        names = ecodes.bytype[ecodes.EV_KEY].get(code, code)
-        return names if isinstance(names, str) else names[0]
-    return [(device, name(code), value) for device, kind, code, value in events if kind == ecodes.EV_KEY]
-
-
-def typed(*names):
-    """A press and a release of each on the keyboard of the engine."""
-    return [(KEYBOARD_NAME, name, value) for name in names for value in (1, 0)]
-
-
-def press(mouse, *usages):
-    for usage in usages:
-        mouse.type(usage)
-        mouse.type()
-
-
-def end_of(key):
-    return (ecodes.EV_KEY, key, 0)
 
 
 class Bench:
