@@ -231,6 +231,17 @@ def listens(bench):
     now = time.clock_gettime(time.CLOCK_MONOTONIC) * 1000
     check("with their times", all(now - 60_000 < int(row[3]) <= now for row in told))
     check("and grabs nothing", (is_grabbed(bench.grid), is_grabbed(bench.pointer)), (False, False))
+    bench.assign(GRID_Q)
+    wait_until(lambda: is_grabbed(bench.grid))
+    bench.is_ready()
+    bench.desktop.after()
+    program.lines.clear()
+    press(mouse, KEY_Q, KEY_W)
+    check("an assigned key is a control alone, and the others are keys", (program.tells(f"control {GRID_Q} 0"), bool(
+        wait_until(lambda: sum(line.startswith("key ") for line in program.lines) == 2, 15)), [
+            line.split()[2] for line in program.lines if line.startswith("key ")]), (True, True, [str(KEY_W)] * 2))
+    bench.assign()
+    wait_until(lambda: not is_grabbed(bench.grid))
     program.ask("listen 0")
     check("it reads nothing afterwards", program.open_nodes(), [])
     bench.desktop.after()

@@ -78,7 +78,8 @@ class Device {
   // Makes the mouse what the settings in force ask for, as far as it can. What it cannot do now, being absent or
   // asleep, it does when it comes.
   virtual void apply(const DeviceValues& values) = 0;
-  // While it listens it tells of every key of its own that is pressed (KeyChanged), whoever gets it.
+  // While it listens it tells of every key of its own that is pressed (KeyChanged), but for those that are told as
+  // controls: of these the desktop gets what the engine plays.
   virtual void setListening(bool isListening) = 0;
   // Changes with the connection, and with what other services know of the mouse; AbilitiesChanged tells.
   virtual DeviceAbilities abilities() const = 0;

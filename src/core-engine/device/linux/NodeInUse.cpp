@@ -124,19 +124,17 @@ bool NodeInUse::read() {
 }
 
 void NodeInUse::handle(std::span<const KernelEvent> report, InputNode::Time time) {
-  if (mOwner.isListening())
-    tellKeys(report, time);
-  else
-    mToldKeys.clear();
+  if (!mOwner.isListening()) mToldKeys.clear();
   // Who hears may end the teaching.
   const PressListener::Heard heard = mOwner.heard();
   const bool isOurs = mTranslator && time >= mGrabbedSince && time < mGrabbedUntil;
   if (!isOurs) {
+    for (const KernelEvent& event : report) tellKey(event, time);
     if (heard && !mTranslator) listener().listen(report, heard);
   } else if (heard || !listener().isAtRest()) {
-    pass(mTranslator->translate(listener().listen(report, heard), mOwner.rules()));
+    pass(mTranslator->translate(listener().listen(report, heard), mOwner.rules()), time);
   } else {
-    pass(mTranslator->translate(report, mOwner.rules()));
+    pass(mTranslator->translate(report, mOwner.rules()), time);
   }
 }
 
@@ -145,32 +143,34 @@ PressListener& NodeInUse::listener() {
   return *mListener;
 }
 
-void NodeInUse::tellKeys(std::span<const KernelEvent> report, InputNode::Time time) {
+void NodeInUse::tellKey(const KernelEvent& event, InputNode::Time time) {
   constexpr std::int32_t repeat = 2;
-  for (const KernelEvent& event : report) {
-    const auto key = event.type == EV_KEY && event.value != repeat ? usageOfKernelKey(event.code) : std::nullopt;
-    if (!key) continue;
-    const bool isPressed = event.value != 0;
-    std::erase(mToldKeys, *key);
-    if (isPressed) mToldKeys.push_back(*key);
-    mOwner.tell(
-        KeyChanged{key->page, key->usage, isPressed, std::chrono::duration_cast<std::chrono::milliseconds>(time)});
-  }
+  if (!mOwner.isListening() || event.type != EV_KEY || event.value == repeat) return;
+  const auto key = usageOfKernelKey(event.code);
+  if (!key) return;
+  const bool isPressed = event.value != 0;
+  std::erase(mToldKeys, *key);
+  if (isPressed) mToldKeys.push_back(*key);
+  mOwner.tell(
+      KeyChanged{key->page, key->usage, isPressed, std::chrono::duration_cast<std::chrono::milliseconds>(time)});
 }
 
-void NodeInUse::pass(const TranslatedEvents& events) {
+void NodeInUse::pass(const TranslatedEvents& events, InputNode::Time time) {
   for (const TranslatedEvent& event : events) {
     if (const auto* const control = std::get_if<ControlChanged>(&event)) {
       mOwner.tell(*control);
-    } else if (mPassed) {
-      mPassed->write(std::get<KernelEvent>(event));
+      continue;
     }
+    const auto& passed = std::get<KernelEvent>(event);
+    if (mPassed) mPassed->write(passed);
+    tellKey(passed, time);
   }
 }
 
 void NodeInUse::releaseAll() {
-  if (mTranslator) pass(mTranslator->releaseAll());
-  const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(InputNode::now());
+  const InputNode::Time now = InputNode::now();
+  if (mTranslator) pass(mTranslator->releaseAll(), now);
+  const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(now);
   for (const HidUsage& key : std::exchange(mToldKeys, {}))
     if (mOwner.isListening()) mOwner.tell(KeyChanged{key.page, key.usage, false, time});
 }

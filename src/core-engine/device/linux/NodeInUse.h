@@ -86,8 +86,8 @@ class NodeInUse {
   void tryGrab();
   void tryLetGo();
   void handle(std::span<const KernelEvent> report, InputNode::Time time);
-  void tellKeys(std::span<const KernelEvent> report, InputNode::Time time);
-  void pass(const TranslatedEvents& events);
+  void tellKey(const KernelEvent& event, InputNode::Time time);
+  void pass(const TranslatedEvents& events, InputNode::Time time);
   PressListener& listener();
   void failToOpen();
   void fail(std::string_view kind, const std::string& what);
