@@ -471,6 +471,10 @@ def says_what_is_forbidden(bench):
     bench.desktop.after()
     press(bench.mouse, KEY_Q, KEY_F12)
     check("the mouse works then", keys(bench.desktop.after(end_of(ecodes.KEY_F12))), typed("KEY_A", "KEY_F12"))
+    for node in [bench.grid, "/dev/uinput"]:
+        os.chmod(node, 0o600)
+    check("a right that is taken back is no longer used", wait_until(
+        lambda: program.open_nodes() == [] and nodes_called(KEYBOARD_NAME) == []))
     program.stop()
 
 

@@ -16,12 +16,17 @@ import subprocess
 import sys
 import time
 
+from evdev import ecodes
+
 from checks import PATIENCE, check, finish, wait_until
+from desktop import KEYBOARD_NAME, Desktop, end_of, is_grabbed, keys, node_called, nodes_called, press, typed
 from hid_devices import BUS_BLUETOOTH, KEYBOARD, KEYBOARD_AND_MOUSE, MOUSE, MOUSE_AND_KEYBOARD, HidDevice, UsbMouse
 
 HERE = pathlib.Path(__file__).resolve().parent
 USER = "tester"
 UID = 59000
+REMOTE_USER = "remote"
+REMOTE_UID = 59001
 HOME = pathlib.Path("/home/tester")
 STATE = HOME / ".local/state/vorn-core-engine"
 RUNTIME = pathlib.Path(f"/run/user/{UID}")
@@ -178,10 +183,11 @@ def event_nodes():
     return nodes
 
 
-def may_open(*paths):
+def may_open(*paths, user=UID):
     """Whether the user may read each of the files."""
     program = "import os, sys\nfor path in sys.argv[1:]: print(path, os.access(path, os.R_OK))"
-    lines = as_user("/usr/bin/python3", "-c", program, *paths)[1].splitlines()
+    lines = subprocess.run(["/usr/bin/python3", "-c", program, *paths], user=user, group=user, extra_groups=[],
+                           check=True, capture_output=True, text=True).stdout.splitlines()
     return {path: answer == "True" for path, answer in (line.split() for line in lines)}
 
 
@@ -191,12 +197,21 @@ def missing_things():
     return result, [line for line in output.splitlines() if line.startswith("missing")]
 
 
+def begin_session(name, user, *properties, **variables):
+    """A session of the user, until the unit of this name is stopped."""
+    subprocess.run(["systemd-run", "--quiet", f"--unit={name}", f"--uid={user}", "--property=PAMName=login",
+                    *(f"--property={each}" for each in properties), "--setenv=XDG_SESSION_CLASS=user",
+                    "--setenv=XDG_SESSION_TYPE=tty", *(f"--setenv={key}={value}" for key, value in variables.items()),
+                    "sleep", "infinity"], check=True)
+
+
 def log_in():
-    """A session of the user at the screen, until it is stopped."""
-    subprocess.run(["systemd-run", "--quiet", "--unit=at-the-screen", f"--uid={USER}", "--property=PAMName=login",
-                    "--property=TTYPath=/dev/tty1", "--property=StandardInput=tty", "--setenv=XDG_SEAT=seat0",
-                    "--setenv=XDG_VTNR=1", "--setenv=XDG_SESSION_CLASS=user", "--setenv=XDG_SESSION_TYPE=tty", "sleep",
-                    "infinity"], check=True)
+    """At the screen."""
+    begin_session("at-the-screen", USER, "TTYPath=/dev/tty1", "StandardInput=tty", XDG_SEAT="seat0", XDG_VTNR="1")
+
+
+def log_out():
+    subprocess.run(["systemctl", "stop", "at-the-screen"], check=True)
 
 
 def gives_mice_to_the_person_at_the_screen():
@@ -219,12 +234,64 @@ def gives_mice_to_the_person_at_the_screen():
     check("the person at the screen gets the mice and /dev/uinput, and no other keyboard",
           wait_until(lambda: found() == everything) or found())
     check("vornctl says so", missing_things(), (0, []))
-    subprocess.run(["systemctl", "stop", "at-the-screen"], check=True)
+    log_out()
     check("they are taken back with the session", wait_until(lambda: not any(found().values())))
     status, lines = missing_things()
     check("vornctl says what is missing then", (status, any("/dev/uinput" in line for line in lines)), (1, True))
     log_in()
     wait_until(lambda: found() == everything)
+
+
+def gives_nothing_to_others():
+    """Who has a session, but without a seat, as over the network, while somebody else is at the screen."""
+    with open("/etc/passwd", "a", encoding="utf-8") as accounts:
+        accounts.write(f"{REMOTE_USER}:x:{REMOTE_UID}:{REMOTE_UID}::/:/bin/bash\n")
+    with open("/etc/shadow", "a", encoding="utf-8") as accounts:
+        accounts.write(f"{REMOTE_USER}:*:19000::::::\n")
+    begin_session("elsewhere", REMOTE_USER)
+
+    def seats():
+        rows = subprocess.run(["loginctl", "list-sessions", "--no-legend"], check=True, capture_output=True,
+                              text=True).stdout.splitlines()
+        return {row.split()[2]: "seat0" in row.split() for row in rows}
+
+    expected = {USER: True, REMOTE_USER: False}
+    check("one has a session at the screen and another one elsewhere",
+          wait_until(lambda: seats() == expected) or seats(), True)
+    nodes = [event_nodes()[name] for name in NODES] + ["/dev/uinput"]
+    check("who is not at the screen gets nothing", may_open(*nodes, user=REMOTE_UID), dict.fromkeys(nodes, False))
+    subprocess.run(["systemctl", "stop", "elsewhere"], check=True)
+
+
+def uses_a_mouse():
+    """In the sandbox, by what udev gives."""
+    mouse, desktop = PLUGGED[-1], Desktop()
+    nodes = [event_nodes()[f"Acme Composite ({part})"] for part in ("keyboard", "mouse")]
+    check("vornctl chooses the mouse", wait_until(lambda: as_user("vornctl", "mice", "use", "Acme Composite") == (0, "")))
+    check("a key of it gets an assignment", as_user("vornctl", "assign", "id:20", "key", "b"), (0, ""))
+
+    def is_in_use():
+        return is_grabbed(nodes[0]) and bool(nodes_called(KEYBOARD_NAME))
+
+    def check_that_it_plays(name):
+        node_called(KEYBOARD_NAME)
+        wait_until(desktop.is_reading_all)
+        desktop.after()
+        press(mouse, 20, 26)
+        check(name, keys(desktop.after(end_of(ecodes.KEY_W))), typed("KEY_B", "KEY_W"))
+
+    check("its keys are taken, and its pointer is not", (wait_until(is_in_use), is_grabbed(nodes[1])), (True, False))
+    check_that_it_plays("what is assigned is played, and other keys pass, once")
+    log_out()
+    check("the mouse is let go when its user leaves the screen", wait_until(lambda: not is_grabbed(nodes[0])))
+    check("and the keyboard of the engine has gone", wait_until(lambda: not nodes_called(KEYBOARD_NAME)))
+    log_in()
+    check("it is taken again when they are back", wait_until(is_in_use))
+    check_that_it_plays("and plays")
+    as_user("vornctl", "mice", "use", "virtual")
+    as_user("vornctl", "assign", "id:20", "default")
+    check("with the virtual mouse in use it is the desktop's", wait_until(lambda: not is_grabbed(nodes[0])))
+    desktop.is_reading = False
 
 
 @contextlib.contextmanager
@@ -379,9 +446,10 @@ def starts_without_user_namespaces():
 
 def main():
     install(sys.argv[1])
-    for part in (starts_on_demand, is_sandboxed, gives_mice_to_the_person_at_the_screen, sandbox_refuses, start,
-                 survives_stop_and_start, sleeps, launches_outside, withstands_a_flood, comes_back_when_killed,
-                 gives_way_to_an_engine_started_by_hand, follows_the_state_folder, starts_without_user_namespaces):
+    for part in (starts_on_demand, is_sandboxed, gives_mice_to_the_person_at_the_screen, gives_nothing_to_others,
+                 uses_a_mouse, sandbox_refuses, start, survives_stop_and_start, sleeps, launches_outside,
+                 withstands_a_flood, comes_back_when_killed, gives_way_to_an_engine_started_by_hand,
+                 follows_the_state_folder, starts_without_user_namespaces):
         part()
     for device in PLUGGED:
         device.unplug()

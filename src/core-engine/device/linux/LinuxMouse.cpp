@@ -176,11 +176,11 @@ void LinuxMouse::pursueOnce() {
   const bool isKeyboardInUse = std::any_of(mNodes.begin(), mNodes.end(), [](const auto& node) {
     return node->isGrabbed() && node->facts().codes.isKeyboard();
   });
-  if (!needsKeyboard() && !isKeyboardInUse) mKeyboard.reset();
-  if (needsPointer())
-    make(mPointer, OutputDevice::pointer);
-  else
-    mPointer.reset();
+  // Another person may sit at the screen by now.
+  const bool isAllowed = OutputDevice::isAllowed();
+  if (!(needsKeyboard() && isAllowed) && !isKeyboardInUse) mKeyboard.reset();
+  if (needsPointer()) make(mPointer, OutputDevice::pointer);
+  if (!(needsPointer() && isAllowed)) mPointer.reset();
 }
 
 void LinuxMouse::updateNodes() {

@@ -39,7 +39,8 @@ void NodeInUse::close() {
 }
 
 void NodeInUse::pursue(const NodeWishes& wishes) {
-  mWishes = wishes;
+  // Who has lost the right to a node could still read it while it is open. The next opening fails, and says so.
+  mWishes = mNode && mFacts.isForbidden ? NodeWishes{} : wishes;
   if (isGrabbed()) {
     if (!mWishes.isGrabbed)
       tryLetGo();
