@@ -23,7 +23,11 @@ test_packages=(
 # To check everything else, besides the above.
 check_packages=(git clang libclang-rt-14-dev clang-format clang-tidy shellcheck binutils)
 # To run tests in a virtual machine (tests/guest), besides what builds the programs.
-guest_packages=(qemu-system-x86 busybox-static kmod udev systemd libpam-systemd dbus-user-session python3-evdev)
+guest_packages=(
+  qemu-system-x86 busybox-static kmod udev systemd libpam-systemd dbus-user-session python3-evdev
+  xserver-xorg-core xserver-xorg-video-dummy xserver-xorg-input-libinput xinput xterm
+  sway seatd foot
+)
 
 is_installed() {
   [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

@@ -267,7 +267,8 @@ def uses_a_mouse():
     """In the sandbox, by what udev gives."""
     mouse, desktop = PLUGGED[-1], Desktop()
     nodes = [event_nodes()[f"Acme Composite ({part})"] for part in ("keyboard", "mouse")]
-    check("vornctl chooses the mouse", wait_until(lambda: as_user("vornctl", "mice", "use", "Acme Composite") == (0, "")))
+    choice = ("vornctl", "mice", "use", "Acme Composite")
+    check("vornctl chooses the mouse", wait_until(lambda: as_user(*choice) == (0, "")))
     check("a key of it gets an assignment", as_user("vornctl", "assign", "id:20", "key", "b"), (0, ""))
 
     def is_in_use():

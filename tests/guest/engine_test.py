@@ -1,0 +1,358 @@
+#!/usr/bin/python3
+"""The core engine with real mice, from a command of vornctl and a press on the mouse to what its desktop gets.
+
+    engine_test.py PROGRAMS [PART...]     PROGRAMS: folder of vorn-core-engine and vornctl; without names of parts (the
+                                          functions below) all of them
+
+Runs as root in a guest (tests/guest/engine starts it there). Each check is a line; the exit status is 1 when one of
+them fails.
+"""
+import json
+import os
+import pathlib
+import re
+import signal
+import sys
+import time
+
+import evdev
+from evdev import ecodes
+
+from checks import check, finish, wait_until
+from desktop import (KEYBOARD_NAME, Desktop, end_of, is_grabbed, keys, node_called, nodes_called, press, typed)
+from displays import ACCELERATION, LATER_ACCELERATION, TESTER, Sway, XServer
+from engine import Engine
+from hid_devices import SIDE_BUTTON, UsbMouse
+
+MOUSE = "usb-1209:0010-SN-1"
+# HID usages of keys, and the controls that send them.
+KEY_A, KEY_B, KEY_Q, KEY_W, KEY_F12, KEY_ENTER, KEY_SHIFT = 4, 5, 20, 26, 69, 40, 225
+GRID_Q, GRID_W = "id:20", "id:26"
+# Press or release, key, milliseconds before it.
+COMBO = [(1, KEY_SHIFT, 0), (1, KEY_A, 30), (0, KEY_A, 20), (0, KEY_SHIFT, 0), (1, KEY_B, 70), (0, KEY_B, 5)]
+COMBO_KEYS = [(KEYBOARD_NAME, name, value) for name, value in (
+    ("KEY_LEFTSHIFT", 1), ("KEY_A", 1), ("KEY_A", 0), ("KEY_LEFTSHIFT", 0), ("KEY_B", 1), ("KEY_B", 0))]
+LONG = [(1, KEY_SHIFT, 0), (1, KEY_A, 0), (0, KEY_A, 600_000), (0, KEY_SHIFT, 0)]
+# "Hello" and Enter.
+HELLO = [(1, KEY_SHIFT, 0), (1, 11, 0), (0, 11, 5), (0, KEY_SHIFT, 0)] + [
+    (command, key, 5) for key in (8, 15, 15, 18, KEY_ENTER) for command in (1, 0)]
+
+
+class Bench:
+    """A USB mouse with a thumb grid, a desktop, and an engine that uses the mouse."""
+
+    def __init__(self, programs):
+        self.programs = programs
+        self.mouse = UsbMouse("Grid", "0x0010", "SN-1")
+        self.desktop = Desktop()
+        self.find()
+        self.engine = Engine(programs)
+
+    def find(self):
+        def nodes():
+            return {evdev.InputDevice(node).phys[-1]: node for node in nodes_called("Acme Grid", False)}
+        found = wait_until(lambda: len(nodes()) == 2 and nodes())
+        self.pointer, self.grid = found["0"], found["1"]
+
+    def do(self, *words):
+        status, output = self.engine.ask(*words)
+        if status:
+            check(f"vornctl {' '.join(words)}", output)
+        return output
+
+    def is_ready(self):
+        """The desktop reads all that there is."""
+        return wait_until(self.desktop.is_reading_all)
+
+    def play(self, *last):
+        """Presses and lets go of the assigned key; what comes until the last of these events."""
+        self.is_ready()
+        self.desktop.after()
+        self.pressed = time.clock_gettime(time.CLOCK_MONOTONIC) * 1_000_000
+        press(self.mouse, KEY_Q)
+        return self.desktop.after(*last)
+
+    def held(self):
+        """The names of the keys that the desktop has for pressed."""
+        held = []
+        for device in list(self.desktop.devices.values()):
+            try:
+                held += [ecodes.KEY.get(code, code) for code in device.active_keys()]
+            except OSError:  # It has gone.
+                pass
+        return held
+
+
+def chooses(bench):
+    listed = wait_until(lambda: "Acme Grid" in (output := bench.do("mice", "list")) and output)
+    check("vornctl lists the mouse and uses the virtual one",
+          [line[:15].rstrip() for line in listed.splitlines()], ["  Acme Grid", "* Virtual mouse"])
+    bench.do("mice", "use", "Acme")
+    shown = json.loads(bench.do("mice", "show", "--json"))
+    check("vornctl uses it by a part of its name", (shown["id"], shown["isInUse"]), (MOUSE, True))
+    check("nothing of it is taken while nothing is assigned",
+          (is_grabbed(bench.pointer), is_grabbed(bench.grid), nodes_called(KEYBOARD_NAME)), (False, False, []))
+    bench.engine.add_macro("Combo", COMBO)
+    bench.engine.add_macro("Long", LONG)
+    bench.engine.add_macro("Hello", HELLO)
+    bench.do("assign", GRID_Q, "macro", "Combo")
+    check("the keys are taken for a macro on one of them", wait_until(lambda: is_grabbed(bench.grid)))
+    check("the pointer is left alone", is_grabbed(bench.pointer), False)
+
+
+def check_times(name, events, pressed, macro):
+    """Never early; how late is told."""
+    due, early, late = pressed, 0, 0
+    for event, (_, _, delay) in zip(events, macro):
+        due += 1000 * delay
+        early, late = max(early, due - event.time), max(late, event.time - due)
+    check(f"{name}, at most {late / 1000:.1f} ms late and never early", early, 0)
+
+
+def plays_a_macro(bench):
+    found = bench.play(end_of(ecodes.KEY_B))
+    check("the keys of the macro reach the desktop in order, once", keys(found), COMBO_KEYS)
+    check_times("they keep their delays", found, bench.pressed, COMBO)
+    press(bench.mouse, KEY_W, KEY_F12)
+    check("the other keys pass, once", keys(bench.desktop.after(end_of(ecodes.KEY_F12))), typed("KEY_W", "KEY_F12"))
+    bench.mouse.move(x=3)
+    check("so does the pointer, by itself", bench.desktop.after((ecodes.EV_REL, ecodes.REL_X, 3)),
+          [("Acme Grid", ecodes.EV_REL, ecodes.REL_X, 3)])
+
+
+def teaches_a_button(bench):
+    teaching = bench.engine.begin("mice", "teach", "5")
+    check("vornctl asks for a press", teaching.tells("Press what is to be control 5"))
+    bench.desktop.after()
+    bench.mouse.move(buttons=SIDE_BUTTON)
+    bench.mouse.move()
+    check("it tells what it was", (teaching.finish(), teaching.lines[1:]),
+          (0, ["Control 5 R is BTN_SIDE now"]))
+    bench.do("assign", "5", "macro", "Combo")
+    check("the pointer is taken for a button that plays", wait_until(lambda: is_grabbed(bench.pointer)))
+    copy = node_called("Acme Grid", True)
+    bench.is_ready()
+    bench.desktop.after()
+    pressed = time.clock_gettime(time.CLOCK_MONOTONIC) * 1_000_000
+    bench.mouse.move(buttons=SIDE_BUTTON)
+    bench.mouse.move(x=2)
+    found = bench.desktop.after(end_of(ecodes.KEY_B), (ecodes.EV_REL, ecodes.REL_X, 2))
+    motion = ("Acme Grid", ecodes.EV_REL, ecodes.REL_X, 2)
+    played = [event for event in found if event != motion]
+    check("the button plays the macro and does not click; motion passes", (keys(found), len(found)),
+          (COMBO_KEYS, len(COMBO) + 1))
+    check_times("its keys keep their delays", played, pressed, COMBO)
+    check("forgotten, it is the desktop's", (bench.do("mice", "forget", "5"), wait_until(
+        lambda: not is_grabbed(bench.pointer) and not os.path.exists(copy))), ("", True))
+    bench.do("assign", "5", "default")
+    bench.desktop.after()
+    bench.mouse.move(buttons=SIDE_BUTTON)
+    bench.mouse.move()
+    check("and clicks as ever", keys(bench.desktop.after(end_of(ecodes.BTN_SIDE))),
+          [("Acme Grid", "BTN_SIDE", 1), ("Acme Grid", "BTN_SIDE", 0)])
+
+
+def follows_profiles(bench):
+    bench.do("profiles", "add", "Plain")
+    bench.do("profiles", "switch", "Plain")
+    check("a profile without assignments takes nothing", wait_until(lambda: not is_grabbed(bench.grid)))
+    press(bench.mouse, KEY_Q, KEY_F12)
+    check("its keys are the mouse's own", keys(bench.desktop.after(end_of(ecodes.KEY_F12))), [
+        ("Acme Grid", name, value) for name in ("KEY_Q", "KEY_F12") for value in (1, 0)])
+    bench.do("profiles", "switch", "1")
+    check("the other profile takes the keys again", wait_until(lambda: is_grabbed(bench.grid)))
+    node_called(KEYBOARD_NAME)
+    check("and plays", keys(bench.play(end_of(ecodes.KEY_B))), COMBO_KEYS)
+
+
+def records(bench):
+    recording = bench.engine.begin("macros", "record", "--new", "Recorded")
+    check("vornctl records", recording.tells("Recording macro"))
+    bench.desktop.after()
+    press(bench.mouse, KEY_W, KEY_Q, KEY_F12)
+    wait_until(lambda: sum(" B" in line for line in recording.lines) == 2 and any(
+        "F12" in line for line in recording.lines))
+    found = keys(bench.desktop.after(end_of(ecodes.KEY_B), end_of(ecodes.KEY_F12)))
+    check("the desktop gets what it would get otherwise", (
+        [row for row in found if row in COMBO_KEYS], [row for row in found if row not in COMBO_KEYS]), (
+            COMBO_KEYS, typed("KEY_W", "KEY_F12")))
+    check("vornctl saves", recording.end(signal.SIGINT), 0)
+    shown = json.loads(bench.do("macros", "show", "Recorded", "--json"))
+    recorded = [(event["command"], event["argument"]) for event in shown["sequence"]["events"]]
+    played = [(command, key) for command, key, _ in COMBO]
+    others = [(command, key) for key in (KEY_W, KEY_F12) for command in (1, 0)]
+    check("each key is recorded once, and of the assigned one what it plays", (
+        [row for row in recorded if row in played], [row for row in recorded if row not in played]), (played, others))
+
+
+def starts_long_macro(bench):
+    found = bench.play((ecodes.EV_KEY, ecodes.KEY_A, 1))
+    check("a macro holds keys", keys(found), [(KEYBOARD_NAME, "KEY_LEFTSHIFT", 1), (KEYBOARD_NAME, "KEY_A", 1)])
+
+
+def leaves_nothing_pressed(bench):
+    bench.do("assign", GRID_Q, "macro", "Long")
+    starts_long_macro(bench)
+    bench.mouse.unplug()
+    check("when the mouse goes in the middle of it they are let go", sorted(keys(bench.desktop.after(
+        end_of(ecodes.KEY_A), end_of(ecodes.KEY_LEFTSHIFT)))),
+          [(KEYBOARD_NAME, "KEY_A", 0), (KEYBOARD_NAME, "KEY_LEFTSHIFT", 0)])
+    check("nothing is held", bench.held(), [])
+    bench.mouse.plug()
+    bench.find()
+    check("plugged in again it is taken again", wait_until(lambda: is_grabbed(bench.grid)))
+    node_called(KEYBOARD_NAME)
+    starts_long_macro(bench)
+    bench.engine.kill()
+    check("an engine that is killed leaves no keyboard", wait_until(lambda: nodes_called(KEYBOARD_NAME) == []))
+    check("nor anything held or taken", (bench.held(), is_grabbed(bench.grid), is_grabbed(bench.pointer)),
+          ([], False, False))
+
+
+def keeps_its_choice(bench):
+    bench.engine.start()
+    check("another engine uses the mouse that was chosen", wait_until(lambda: is_grabbed(bench.grid)))
+    check("and tells so", json.loads(bench.do("mice", "show", "--json"))["id"], MOUSE)
+    bench.do("assign", GRID_Q, "macro", "Combo")
+    node_called(KEYBOARD_NAME)
+    check("its settings play", keys(bench.play(end_of(ecodes.KEY_B))), COMBO_KEYS)
+    check("it ends", bench.engine.stop(), 0)
+    check("and leaves nothing", (wait_until(lambda: nodes_called(KEYBOARD_NAME) == []), is_grabbed(bench.grid)),
+          (True, False))
+    bench.engine.start()
+
+
+def is_installed(display):
+    """Whether it can be started; what is left out otherwise is told."""
+    missing = display.missing_packages()
+    if missing:
+        print(f"left out  {display.__name__}, without the packages {' '.join(missing)}", flush=True)
+    return not missing
+
+
+def types_into_x(bench):
+    if not is_installed(XServer):
+        return
+    bench.do("assign", GRID_Q, "default")
+    server = XServer()
+    settings = (ACCELERATION, ["flat"])
+    check("an X server sets up the mouse, by its name and by its numbers", server.settings(bench.pointer), settings)
+    server.accelerate(bench.pointer, LATER_ACCELERATION)
+    check("a terminal runs on it", server.has_terminal())
+    bench.do("assign", GRID_Q, "macro", "Hello")
+    check("it finds the keyboard of the engine", bool(server.device(node_called(KEYBOARD_NAME))))
+    press(bench.mouse, KEY_Q)
+    server.typed(1)
+    press(bench.mouse, KEY_W, KEY_ENTER)
+    check("the terminal gets what the macro types, once, and the keys that pass", server.typed(2), ["Hello", "w"])
+    check("a pointer that is left alone keeps what was set since",
+          server.settings(bench.pointer), (LATER_ACCELERATION, ["flat"]))
+    bench.do("assign", GRID_Q, "default")
+    reproduces_pointer(bench, server)
+    server.end()
+
+
+def takes_pointer(bench):
+    """A taught button types. The copy of the pointer."""
+    teaching = bench.engine.begin("mice", "teach", "5")
+    teaching.tells("Press what")
+    bench.mouse.move(buttons=SIDE_BUTTON)
+    bench.mouse.move()
+    teaching.finish()
+    bench.do("assign", "5", "macro", "Hello")
+    wait_until(lambda: is_grabbed(bench.pointer))
+    return node_called("Acme Grid", True)
+
+
+def reproduces_pointer(bench, server):
+    copy = takes_pointer(bench)
+    check("a pointer that is reproduced is set up like the mouse", server.settings(copy), (ACCELERATION, ["flat"]))
+    before = server.pointer()
+    for _ in range(10):
+        bench.mouse.move(x=-8)
+    check("it moves as these settings ask for", wait_until(lambda: server.pointer() == before - 40) or (
+        before - server.pointer()))
+    server.device(node_called(KEYBOARD_NAME))
+    bench.mouse.move(buttons=SIDE_BUTTON)
+    bench.mouse.move()
+    check("its taught button types", server.typed(3)[2:], ["Hello"])
+    bench.do("mice", "forget")
+
+
+def types_into_wayland(bench):
+    if not is_installed(Sway):
+        return
+    takes_pointer(bench)
+    compositor = Sway()
+    check("a terminal runs on a Wayland compositor", compositor.has_terminal())
+    check("which sets up the mouse and its copy alike", compositor.settings(2), [(ACCELERATION, ["flat"])] * 2)
+    bench.do("assign", GRID_Q, "macro", "Hello")
+    wait_until(lambda: is_grabbed(bench.grid))
+    check("it has the keyboard of the engine", compositor.has(KEYBOARD_NAME))
+    press(bench.mouse, KEY_Q)
+    first = compositor.typed(1)
+    bench.mouse.move(buttons=SIDE_BUTTON)
+    bench.mouse.move()
+    second = compositor.typed(2)
+    press(bench.mouse, KEY_W, KEY_ENTER)
+    check("its terminal gets what the macros type, once, and the keys that pass", (first, second, compositor.typed(3)),
+          (["Hello"], ["Hello"] * 2, ["Hello", "Hello", "w"]))
+    bench.do("mice", "forget")
+    check("with nothing taken there is one pointer again", compositor.settings(1), [(ACCELERATION, ["flat"])])
+    compositor.end()
+
+
+def gives_nodes(bench, user, mode):
+    for node in (bench.pointer, bench.grid, "/dev/uinput"):
+        os.chown(node, user, user)
+        os.chmod(node, mode)
+
+
+def says_what_is_forbidden(bench):
+    bench.engine.stop()
+    gives_nodes(bench, 0, 0o600)
+    engine = bench.engine = Engine(bench.programs, TESTER)
+    nodes = ", ".join(sorted((bench.pointer, bench.grid), key=lambda node: int(re.sub(r"\D", "", node))))
+    check("a mouse that is forbidden is not used", engine.ask("mice", "use", MOUSE), (
+        1, f"vornctl: You may not use Acme Grid: no access to {nodes}, /dev/uinput; "
+           '"vornctl doctor" says what mends it'))
+    gives_nodes(bench, TESTER, 0o600)
+    check("it is when that is allowed", wait_until(lambda: engine.ask("mice", "use", MOUSE) == (0, "")))
+    bench.do("assign", GRID_Q, "key", "a")
+    check("and works", wait_until(lambda: is_grabbed(bench.grid)))
+    check("vornctl doctor is content", (lambda status, told: (status, re.findall("^missing.*", told, re.M)))(
+        *engine.ask("doctor")), (0, []))
+    engine.stop()
+    gives_nodes(bench, 0, 0o600)
+    engine.start()
+    check("the log of the engine says what it may not do", bool(wait_until(
+        lambda: any("Permission denied" in line for line in engine.log))))
+    status, told = engine.ask("doctor")
+    check("vornctl doctor fails then", status, 1)
+    for words in (f'missing   Mouse "Acme Grid": no access to {nodes}',
+                  "missing   /dev/uinput: no access, so the engine can neither type nor click",
+                  'missing   Mouse in use: the engine has no access to all of "Acme Grid"',
+                  "sudo udevadm control --reload && sudo udevadm trigger"):
+        check(f"it says: {words}", words in told or told)
+    status, told = engine.ask("doctor", "--json")
+    found = {each["what"]: each["state"] for each in json.loads(told.splitlines()[0])}
+    check("programs can read it", (status, found.get("/dev/uinput"), found.get("Engine")), (1, "missing", "fine"))
+    gives_nodes(bench, TESTER, 0o600)
+    check("what is allowed is used at once", wait_until(lambda: is_grabbed(bench.grid)))
+
+
+def main():
+    bench = Bench(sys.argv[1])
+    parts = (chooses, plays_a_macro, teaches_a_button, follows_profiles, records, leaves_nothing_pressed,
+             keeps_its_choice, types_into_x, types_into_wayland, says_what_is_forbidden)
+    for part in parts:
+        # Nothing works without a mouse in use.
+        if part is chooses or part.__name__ in (sys.argv[2:] or [each.__name__ for each in parts]):
+            part(bench)
+    bench.engine.end()
+    bench.mouse.unplug()
+    finish(lambda: "\n".join(bench.engine.log))
+
+
+if __name__ == "__main__":
+    main()
