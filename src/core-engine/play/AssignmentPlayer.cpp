@@ -61,8 +61,7 @@ void AssignmentPlayer::handle(const DeviceEvent& event) {
 void AssignmentPlayer::send(const OutputEvent& event) {
   if (!mParts.device.isPresent()) return;
   mParts.device.emit(event);
-  if (outputKey(event.usagePage, event.usage))
-    mParts.heard.fromDevice({event.usagePage, event.usage, event.value != 0});
+  if (outputKey(event.usagePage, event.usage)) mParts.heard.played({event.usagePage, event.usage, event.value != 0});
 }
 
 void AssignmentPlayer::press(const std::string& control) {

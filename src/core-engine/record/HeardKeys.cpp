@@ -1,5 +1,7 @@
 #include "core-engine/record/HeardKeys.h"
 
+#include "model/HidUsages.h"
+
 namespace vorn::engine {
 
 using Origin = EchoFilter::Origin;
@@ -9,6 +11,16 @@ bool HeardKeys::isNew(EchoFilter& filter, Origin origin, const KeyChanged& key) 
 }
 
 void HeardKeys::fromDevice(const KeyChanged& key) {
+  const bool isForWindow =
+      key.usagePage == hid::buttonPage && (key.usage == hid::primaryButton || key.usage == hid::secondaryButton);
+  if (!isForWindow || !mDevice.abilities().reachesDesktop) note(key);
+}
+
+void HeardKeys::played(const KeyChanged& key) {
+  note(key);
+}
+
+void HeardKeys::note(const KeyChanged& key) {
   if (mRecorder.isRecording() && isNew(mRecorded, Origin::Device, key)) mRecorder.note(key);
   if (mCapture.isCapturing() && isNew(mCaught, Origin::Device, key)) mCapture.note(key);
 }

@@ -16,8 +16,11 @@ class HeardKeys {
   HeardKeys(const Device& device, const Scheduler& scheduler, MacroRecorder& recorder, KeyCapture& capture)
       : mDevice(device), mScheduler(scheduler), mRecorder(recorder), mCapture(capture) {}
 
-  // What the mouse sends, or tells of while it listens.
+  // What the mouse tells of while it listens. Not the left and the right button of one that reaches the desktop: with
+  // these a person works the window, that which ends the recording too, and the window itself tells of what counts.
   void fromDevice(const KeyChanged& key);
+  // What an assignment sends.
+  void played(const KeyChanged& key);
   // What a client's window has received: for its recording, its capture, or both.
   void fromWindow(const KeyChanged& key, bool isRecorded, bool isCaught);
 
@@ -26,6 +29,7 @@ class HeardKeys {
   void captureChanged() { mCaught.clear(); }
 
  private:
+  void note(const KeyChanged& key);
   bool isNew(EchoFilter& filter, EchoFilter::Origin origin, const KeyChanged& key) const;
 
   const Device& mDevice;

@@ -67,6 +67,29 @@ TEST_F(HeardKeysTest, NotesAllThatIsTypedWhereTheMouseDoesNotReachTheDesktop) {
   EXPECT_EQ(caught(), 2U);
 }
 
+TEST_F(HeardKeysTest, LeavesTheButtonsThatWorkTheWindowToTheWindow) {
+  const KeyChanged left{9, 1, true};
+  const KeyChanged right{9, 2, true};
+  heard.fromDevice(left);
+  heard.fromDevice(right);
+  EXPECT_EQ(recorded(), 0U);
+  heard.fromWindow(left, true, true);
+  heard.fromDevice({9, 3, true});
+  EXPECT_EQ(recorded(), 2U);
+  heard.played(right);
+  EXPECT_EQ(recorded(), 3U);
+  device.reachesDesktop = false;
+  heard.fromDevice(left);
+  EXPECT_EQ(recorded(), 4U);
+}
+
+TEST_F(HeardKeysTest, NotesOnceWhatAnAssignmentSendsAndTheWindowReceives) {
+  heard.played(pressed);
+  heard.fromWindow(pressed, true, true);
+  EXPECT_EQ(recorded(), 1U);
+  EXPECT_EQ(caught(), 1U);
+}
+
 TEST_F(HeardKeysTest, KeepsTheRecordingAndTheCaptureApart) {
   heard.fromDevice(pressed);
   heard.fromWindow(pressed, true, false);
