@@ -28,13 +28,28 @@ std::string_view text(const char* value) {
   return value == nullptr ? std::string_view() : std::string_view(value);
 }
 
+udev_device* hidOf(udev_device* node) {
+  return udev_device_get_parent_with_subsystem_devtype(node, "hid", nullptr);
+}
+
+bool isBus(std::string_view hidID, std::string_view number) {
+  return hidID.starts_with(number);
+}
+
+// linux/input.h
+constexpr std::string_view usbBus = "0003:";
+constexpr std::string_view bluetoothBus = "0005:";
+
 // What the node belongs to; null for what is plugged in nowhere. It lasts as long as the node.
 udev_device* hardwareOf(udev_device* node) {
-  udev_device* const hid = udev_device_get_parent_with_subsystem_devtype(node, "hid", nullptr);
+  udev_device* const hid = hidOf(node);
   udev_device* const usb = udev_device_get_parent_with_subsystem_devtype(node, "usb", "usb_device");
-  // "0005:..." is Bluetooth (linux/input.h); what is above such a one is the adapter.
-  const bool isBluetooth = hid != nullptr && text(udev_device_get_property_value(hid, "HID_ID")).starts_with("0005:");
-  return usb == nullptr || isBluetooth ? hid : usb;
+  if (hid == nullptr) return usb;
+  // What is above a device with Bluetooth is the adapter.
+  const bool isBluetooth = isBus(text(udev_device_get_property_value(hid, "HID_ID")), bluetoothBus);
+  udev_device* const above = udev_device_get_parent(hid);
+  const bool isReceived = above != nullptr && text(udev_device_get_subsystem(above)) == "hid";
+  return usb == nullptr || isBluetooth || isReceived ? hid : usb;
 }
 
 std::string nameOf(udev_device* node) {
@@ -42,7 +57,35 @@ std::string nameOf(udev_device* node) {
   return std::string(text(input == nullptr ? nullptr : udev_device_get_sysattr_value(input, "name")));
 }
 
+bool is(udev_device* node, const char* property) {
+  return text(udev_device_get_property_value(node, property)) == "1";
+}
+
 }  // namespace
+
+std::vector<MachineMouse> miceOf(const std::vector<MachineNode>& nodes) {
+  struct Hardware {
+    MachineMouse mouse;
+    bool isMouse = false;
+    bool isTouched = false;
+  };
+  std::map<std::string, Hardware> all;
+  for (const MachineNode& node : nodes) {
+    if (!node.hidID.empty() && !isBus(node.hidID, usbBus) && !isBus(node.hidID, bluetoothBus)) continue;
+    Hardware& found = all[node.hardware];
+    // The node that moves the pointer gives the name.
+    if ((node.isMouse && !found.isMouse) || found.mouse.name.empty()) found.mouse.name = node.name;
+    found.isMouse = found.isMouse || node.isMouse;
+    found.isTouched = found.isTouched || node.isTouched;
+    found.mouse.nodes.push_back(node.path);
+    if (node.isForbidden) (node.isMouse ? found.mouse.forbidden : found.mouse.closedKeys).push_back(node.path);
+  }
+  std::vector<MachineMouse> result;
+  for (auto& [place, hardware] : all) {
+    if (hardware.isMouse && !hardware.isTouched) result.push_back(std::move(hardware.mouse));
+  }
+  return result;
+}
 
 std::vector<MachineMouse> miceOfMachine() {
   const Owned<udev> context(udev_new());
@@ -51,30 +94,21 @@ std::vector<MachineMouse> miceOfMachine() {
   udev_enumerate_add_match_subsystem(list.get(), "input");
   udev_enumerate_add_match_sysname(list.get(), "event*");
   udev_enumerate_scan_devices(list.get());
-  struct Hardware {
-    MachineMouse mouse;
-    bool isMouse = false;
-  };
-  std::map<std::string, Hardware> all;
+  std::vector<MachineNode> nodes;
   udev_list_entry* entry = nullptr;
   udev_list_entry_foreach(entry, udev_enumerate_get_list_entry(list.get())) {
     const Owned<udev_device> node(udev_device_new_from_syspath(context.get(), udev_list_entry_get_name(entry)));
     udev_device* const hardware = node ? hardwareOf(node.get()) : nullptr;
     const std::string path(text(node ? udev_device_get_devnode(node.get()) : nullptr));
     if (hardware == nullptr || path.empty()) continue;
-    Hardware& found = all[std::string(text(udev_device_get_syspath(hardware)))];
-    const bool isMouse = text(udev_device_get_property_value(node.get(), "ID_INPUT_MOUSE")) == "1";
-    // The node that moves the pointer gives the name.
-    if (isMouse || found.mouse.name.empty()) found.mouse.name = nameOf(node.get());
-    found.isMouse = found.isMouse || isMouse;
-    found.mouse.nodes.push_back(path);
-    if (::access(path.c_str(), R_OK) != 0) (isMouse ? found.mouse.forbidden : found.mouse.closedKeys).push_back(path);
+    udev_device* const hid = hidOf(node.get());
+    nodes.push_back({std::string(text(udev_device_get_syspath(hardware))),
+                     std::string(text(hid == nullptr ? nullptr : udev_device_get_property_value(hid, "HID_ID"))), path,
+                     nameOf(node.get()), is(node.get(), "ID_INPUT_MOUSE") && !is(node.get(), "ID_INPUT_JOYSTICK"),
+                     is(node.get(), "ID_INPUT_TOUCHPAD") || is(node.get(), "ID_INPUT_TABLET"),
+                     ::access(path.c_str(), R_OK) != 0});
   }
-  std::vector<MachineMouse> result;
-  for (auto& [place, hardware] : all) {
-    if (hardware.isMouse) result.push_back(std::move(hardware.mouse));
-  }
-  return result;
+  return miceOf(nodes);
 }
 
 FileAccess accessTo(const char* path) {

@@ -13,8 +13,23 @@ struct MachineMouse {
   std::vector<std::string> closedKeys;  // those of the others
 };
 
-// By the places where they are plugged in. A mouse is all that is below one USB device or, where there is none, one HID
-// device. Mice that programs make are none.
+// An event node of the kernel, as udev knows it.
+struct MachineNode {
+  std::string hardware;  // what it belongs to: the path of the device in sysfs
+  std::string hidID;     // "0003:00001209:00000001", the bus first; empty where it is no HID device
+  std::string path;      // /dev/input/event5
+  std::string name;
+  bool isMouse = false;
+  bool isTouched = false;  // a touchpad or a tablet
+  bool isForbidden = false;
+};
+
+// The mice among them, by what they belong to. As for the engine, a laptop's touchpad is none, whatever else it says it
+// is, and neither is what has neither USB nor Bluetooth: no rule opens those.
+std::vector<MachineMouse> miceOf(const std::vector<MachineNode>& nodes);
+
+// A mouse is all that is below one USB device or, where there is none, and behind a receiver that the kernel takes
+// apart, one HID device. Mice that programs make are none.
 std::vector<MachineMouse> miceOfMachine();
 
 enum class FileAccess { Missing, Forbidden, Allowed };
