@@ -64,7 +64,8 @@ unsigned number(const std::string& digits) {
 struct Owner {
   udev_device* device = nullptr;
   HidId id;
-  bool isUsb = false;
+  bool isUsb = false;       // the device is a USB device
+  bool isReceived = false;  // it stands behind a receiver that the kernel takes apart
 };
 
 std::optional<Owner> ownerOf(udev_device* node) {
@@ -73,10 +74,13 @@ std::optional<Owner> ownerOf(udev_device* node) {
   const HidId id = hidId(hid);
   // Above a mouse with Bluetooth there may be a USB device as well: the adapter.
   const bool isBehindAdapter = hid != nullptr && id.bus != BUS_USB;
-  if (usb != nullptr && !isBehindAdapter)
-    return Owner{usb, {BUS_USB, number(attribute(usb, "idVendor")), number(attribute(usb, "idProduct"))}, true};
+  // Each device behind such a receiver is a HID device below one of the receiver's own.
+  udev_device* above = hid != nullptr ? udev_device_get_parent(hid) : nullptr;
+  const bool isReceived = above != nullptr && text(udev_device_get_subsystem(above)) == "hid";
+  if (usb != nullptr && !isBehindAdapter && !isReceived)
+    return Owner{usb, {BUS_USB, number(attribute(usb, "idVendor")), number(attribute(usb, "idProduct"))}, true, false};
   const bool isMousesBus = id.bus == BUS_USB || id.bus == BUS_BLUETOOTH;
-  return hid != nullptr && isMousesBus ? std::optional(Owner{hid, id, false}) : std::nullopt;
+  return hid != nullptr && isMousesBus ? std::optional(Owner{hid, id, false, isReceived}) : std::nullopt;
 }
 
 // The same mouse in the same socket is in the same place.
@@ -94,7 +98,8 @@ std::string placeOf(udev_device* node, const Owner& owner) {
 Device::Connection connectionOf(const Owner& owner, std::string name) {
   std::transform(name.begin(), name.end(), name.begin(), [](unsigned char letter) { return std::tolower(letter); });
   const bool isReceiver = name.find("receiver") != std::string::npos || name.find("dongle") != std::string::npos;
-  return owner.id.bus == BUS_BLUETOOTH || isReceiver ? Device::Connection::Wireless : Device::Connection::Wired;
+  const bool isWireless = owner.id.bus == BUS_BLUETOOTH || owner.isReceived || isReceiver;
+  return isWireless ? Device::Connection::Wireless : Device::Connection::Wired;
 }
 
 std::vector<OwnedDevice> devices(udev* context, const char* subsystem, const char* names, udev_device* above) {

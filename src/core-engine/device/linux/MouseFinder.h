@@ -19,8 +19,9 @@ struct MouseNode {
   friend bool operator==(const MouseNode&, const MouseNode&) = default;
 };
 
-// All that belongs to one mouse: what is below one USB device or, where there is none (Bluetooth LE), one HID device. A
-// receiver is one mouse with all that it receives.
+// All that belongs to one mouse: what is below one USB device or, where there is none (Bluetooth LE), one HID device.
+// Behind a receiver that the kernel takes apart each HID device is one of its own, so that the keys of a keyboard there
+// are not the mouse's; any other receiver is one mouse with all that it receives.
 struct MouseHardware {
   std::string id;    // FoundMouse::id
   std::string name;  // FoundMouse::name
