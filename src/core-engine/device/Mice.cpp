@@ -49,6 +49,11 @@ std::vector<std::string> taughtOf(const ControlMap& known) {
   return result;
 }
 
+// Of an ID what all mice of the same bus, vendor and product have in common.
+std::string_view kindOf(std::string_view id) {
+  return id.substr(0, id.find('-', id.find('-') + 1));
+}
+
 std::string textOfForbidden(const FoundMouse& mouse) {
   std::string text = "You may not use " + mouse.name + ": no access to ";
   for (const std::string& node : mouse.forbidden) text += node + ", ";
@@ -61,7 +66,10 @@ std::string textOfForbidden(const FoundMouse& mouse) {
 
 Mice::Mice(const Parts& parts, const std::string& folder) : mParts(parts), mFile(parts.files, parts.log, folder) {
   mParts.realMice.setRecords([this](const std::string& id) { return mKnown.of(id).record; });
-  mParts.realMice.setChangeHandler([this] { tellChanged(); });
+  mParts.realMice.setChangeHandler([this] {
+    followSoon();
+    tellChanged();
+  });
 }
 
 Mice::~Mice() {
@@ -70,6 +78,7 @@ Mice::~Mice() {
   callOff();
   mParts.inUse.use(mParts.virtualMouse);
   mParts.scheduler.cancel(mEndOfFormer);
+  mParts.scheduler.cancel(mFollowing);
   mParts.realMice.setChangeHandler({});
   mParts.realMice.setRecords({});
 }
@@ -153,6 +162,34 @@ void Mice::use(const std::string& id) {
   mReal->setRecord(mKnown.of(id).record);
   mParts.virtualMouse.letGo();
   mParts.inUse.use(*mReal);
+  mBeside.clear();
+  followSoon();
+}
+
+void Mice::followSoon() {
+  if (isVirtualInUse()) return;
+  mParts.scheduler.cancel(mFollowing);
+  mFollowing = mParts.scheduler.after(Scheduler::Duration(0), [this] {
+    mFollowing = 0;
+    mParts.turns.whenSaved([this] { follow(); });
+  });
+}
+
+void Mice::follow() {
+  if (isVirtualInUse()) return;
+  std::vector<FoundMouse> mice = mParts.realMice.mice();
+  std::erase_if(mice, [this](const FoundMouse& each) { return kindOf(each.id) != kindOf(mKnown.chosen); });
+  if (mReal->isPresent()) {
+    for (const FoundMouse& each : mice) mBeside.insert(each.id);
+    return;
+  }
+  // Of several nobody knows which it is, and one that was there before, or was told something, is another one.
+  if (mice.size() != 1) return;
+  const FoundMouse& moved = mice.front();
+  const bool isOther = mBeside.contains(moved.id) || mKnown.mice.contains(moved.id);
+  if (isOther || !moved.isMarkedByPlace || !moved.isAllowed()) return;
+  keep(
+      mKnown.withChosenAs(moved.id, moved.name), [this, id = moved.id] { use(id); }, [](const Outcome&) {});
 }
 
 Mice::Outcome Mice::refusalToTeach(const std::string& control) const {

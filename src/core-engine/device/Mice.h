@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -107,6 +108,9 @@ class Mice {
   Listed listedVirtual() const;
   void chooseNow(const std::string& id, const Done& done);
   void use(const std::string& id);
+  // The mouse in use may have come back in another socket, with another ID.
+  void followSoon();
+  void follow();
   bool isTeaching() const { return !mTeaching.teacher.empty(); }
   void teachNow(const std::string& control, const std::string& teacher, const Done& done);
   void callOff();
@@ -125,6 +129,8 @@ class Mice {
   std::unique_ptr<RealMouse> mReal;                 // in use; null: the virtual one
   std::vector<std::unique_ptr<RealMouse>> mFormer;  // were in use until now
   Scheduler::Ticket mEndOfFormer = 0;
+  std::set<std::string, std::less<>> mBeside;  // IDs of its kind that were there together with the mouse in use
+  Scheduler::Ticket mFollowing = 0;
   Teaching mTeaching;
   std::function<void()> mLeaving;
   std::function<void()> mChanged;

@@ -95,6 +95,13 @@ KnownMice KnownMice::withChosen(std::string_view id, std::string_view name) cons
   return result.with(id, {std::string(name), of(id).record});
 }
 
+KnownMice KnownMice::withChosenAs(std::string_view id, std::string_view name) const {
+  KnownMice result = *this;
+  result.chosen = id;
+  result.mice.erase(chosen);
+  return result.with(id, {std::string(name), of(chosen).record});
+}
+
 MouseFile::MouseFile(FileSystem& files, Log& log, const std::string& folder)
     : mFiles(files), mLog(log), mFolder(folder), mPath(folder + "/mouse.plist") {}
 

@@ -34,6 +34,8 @@ struct KnownMice {
   // The same after this; a mouse that is not chosen and of which nothing is known but its name is left out.
   KnownMice with(std::string_view id, KnownMouse mouse) const;
   KnownMice withChosen(std::string_view id, std::string_view name) const;
+  // The chosen one has this ID now, and what was known of it stays known.
+  KnownMice withChosenAs(std::string_view id, std::string_view name) const;
   friend bool operator==(const KnownMice&, const KnownMice&) = default;
 };
 

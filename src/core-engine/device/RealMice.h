@@ -18,7 +18,8 @@ struct FoundMouse {
   // The same whenever this mouse is plugged in, and no other's: bus, vendor, product, and its serial number or else the
   // place where it is plugged in: "usb-16c0:27db-A1B2", "bluetooth-16c0:27db-aa:bb:cc:dd:ee:ff".
   std::string id;
-  std::string name;  // as it tells itself; control characters are gone
+  bool isMarkedByPlace = false;  // it has no serial number, so in another socket its ID is another one
+  std::string name;              // as it tells itself; control characters are gone
   Device::Connection connection = Device::Connection::Wired;
   std::vector<std::string> nodes;      // /dev/input/event5, all of them
   std::vector<std::string> forbidden;  // those of them that this user may not read and grab

@@ -272,5 +272,63 @@ TEST_F(MiceTest, TellsOfMiceThatComeAndGo) {
   EXPECT_EQ(changes, before + 1);
 }
 
+class MovedMouseTest : public MiceTest {
+ protected:
+  MovedMouseTest() {
+    real.found = {placed("usb-1"), foundMouse(bolt, "Bolt")};
+    choose(acmeIn("usb-1"));
+    teach("20");
+    mouse().heard(side);
+    settle();
+  }
+  static std::string acmeIn(const std::string& socket) { return "usb-16c0:27db-pci-0000:00:14.0-" + socket; }
+  static FoundMouse placed(const std::string& socket) {
+    FoundMouse mouse = foundMouse(acmeIn(socket), "Acme");
+    mouse.isMarkedByPlace = true;
+    return mouse;
+  }
+  void settle() { parts.scheduler.advance(0us); }
+  void plugIn(const std::vector<FoundMouse>& found) {
+    real.found = found;
+    real.changed();
+    settle();
+  }
+};
+
+TEST_F(MovedMouseTest, IsUsedInAnotherSocketWithWhatItWasTaught) {
+  plugIn({});
+  plugIn({placed("usb-2")});
+  const Texts moved{acmeIn("usb-2") + " Acme, in use, able, taught 20, 1000", "virtual Virtual mouse, 0"};
+  EXPECT_EQ(listed(), moved);
+  EXPECT_TRUE(inUse.isUsing(mouse()));
+  begin();
+  EXPECT_EQ(listed(), moved);
+}
+
+TEST_F(MovedMouseTest, IsFoundWhereTheEngineStartsAfterwards) {
+  real.found = {placed("usb-2")};
+  begin();
+  settle();
+  EXPECT_EQ(mouse().id, acmeIn("usb-2"));
+}
+
+TEST_F(MovedMouseTest, IsNotTheEqualOneThatWasThereBeforeNorOneOfSeveral) {
+  plugIn({placed("usb-1"), placed("usb-2")});
+  plugIn({placed("usb-2")});
+  EXPECT_EQ(mouse().id, acmeIn("usb-1"));
+  plugIn({});
+  plugIn({placed("usb-3"), placed("usb-4")});
+  EXPECT_EQ(mouse().id, acmeIn("usb-1"));
+}
+
+TEST_F(MovedMouseTest, IsNotAnotherOrOneWithANumberOrOneThatMayNotBeUsed) {
+  plugIn({foundMouse(bolt, "Bolt"), foundMouse("usb-16c0:27db-B2", "Acme")});
+  EXPECT_EQ(mouse().id, acmeIn("usb-1"));
+  FoundMouse forbidden = placed("usb-2");
+  forbidden.isPointerForbidden = true;
+  plugIn({forbidden});
+  EXPECT_EQ(mouse().id, acmeIn("usb-1"));
+}
+
 }  // namespace
 }  // namespace vorn::engine::test

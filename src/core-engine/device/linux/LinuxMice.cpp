@@ -56,6 +56,7 @@ std::unique_ptr<LinuxMouse> LinuxMice::makeLinuxMouse(const std::string& id) {
 FoundMouse LinuxMice::described(const MouseHardware& hardware) const {
   FoundMouse mouse;
   mouse.id = hardware.id;
+  mouse.isMarkedByPlace = hardware.isMarkedByPlace;
   mouse.name = hardware.name;
   mouse.connection = hardware.connection;
   mouse.isOutputForbidden = mIsOutputForbidden;

@@ -128,6 +128,7 @@ class Gathering {
     mHardware.systemPath = text(udev_device_get_syspath(owner.device));
     mHardware.id = mouseId(static_cast<std::uint16_t>(owner.id.bus), static_cast<std::uint16_t>(owner.id.vendor),
                            static_cast<std::uint16_t>(owner.id.product), markOf(serial, mPlace));
+    mHardware.isMarkedByPlace = !tells(serial);
     mHardware.name = cleanName(property(hid, "HID_NAME"));
     if (owner.isUsb) mHardware.firmwareVersion = firmwareText(attribute(owner.device, "bcdDevice"));
     const std::string product = owner.isUsb ? attribute(owner.device, "product") : mHardware.name;

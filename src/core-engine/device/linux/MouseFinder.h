@@ -23,7 +23,8 @@ struct MouseNode {
 // Behind a receiver that the kernel takes apart each HID device is one of its own, so that the keys of a keyboard there
 // are not the mouse's; any other receiver is one mouse with all that it receives.
 struct MouseHardware {
-  std::string id;    // FoundMouse::id
+  std::string id;  // FoundMouse::id
+  bool isMarkedByPlace = false;
   std::string name;  // FoundMouse::name
   Device::Connection connection = Device::Connection::Wired;
   std::string firmwareVersion;  // of its USB descriptor; empty where there is none

@@ -18,12 +18,12 @@ bool isLetterOrDigit(char character) {
          (character >= 'a' && character <= 'z');
 }
 
+}  // namespace
+
 bool tells(std::string_view serialNumber) {
   return std::any_of(serialNumber.begin(), serialNumber.end(),
                      [](char character) { return isLetterOrDigit(character) && character != '0'; });
 }
-
-}  // namespace
 
 std::string cleanName(std::string_view name) {
   std::string result;

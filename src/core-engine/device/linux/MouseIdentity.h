@@ -14,8 +14,10 @@ inline constexpr std::size_t maximumNameLength = 128;  // bytes
 // The name without control characters, what is no UTF-8, and blanks at its ends, cut to maximumNameLength.
 std::string cleanName(std::string_view name);
 
-// A mark of the mouse that is the same whenever it is plugged in: its serial number, or else the place. Many makers
-// give all their mice a number of zeros, which is none.
+// Whether it is a serial number. Many makers give all their mice a number of zeros, which is none.
+bool tells(std::string_view serialNumber);
+
+// A mark of the mouse that is the same whenever it is plugged in: its serial number, or else the place.
 std::string_view markOf(std::string_view serialNumber, std::string_view place);
 
 // Letters, digits and a few signs stay, others are underscores; cut to 100 bytes.
