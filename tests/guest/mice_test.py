@@ -471,11 +471,32 @@ def says_what_is_forbidden(bench):
     bench.desktop.after()
     press(bench.mouse, KEY_Q, KEY_F12)
     check("the mouse works then", keys(bench.desktop.after(end_of(ecodes.KEY_F12))), typed("KEY_A", "KEY_F12"))
+    gives_up_what_is_taken_away(bench, program)
     for node in [bench.grid, "/dev/uinput"]:
         os.chmod(node, 0o600)
     check("a right that is taken back is no longer used", wait_until(
         lambda: program.open_nodes() == [] and nodes_called(KEYBOARD_NAME) == []))
     program.stop()
+
+
+def gives_up_what_is_taken_away(bench, program):
+    """As it is when somebody else comes to the screen."""
+    bench.mouse.type(KEY_Q, KEY_F12)
+    bench.desktop.after((ecodes.EV_KEY, ecodes.KEY_F12, 1), (ecodes.EV_KEY, ecodes.KEY_A, 1))
+    program.lines.clear()
+    os.chmod(bench.grid, 0o600)
+    check("a node that it may no longer read is let go", wait_until(lambda: not is_grabbed(bench.grid)))
+    check("and closed", wait_until(lambda: program.open_nodes() == []))
+    check("with all that was down on it",
+          sorted(keys(bench.desktop.after(end_of(ecodes.KEY_A), end_of(ecodes.KEY_F12)))),
+          [(KEYBOARD_NAME, name, 0) for name in ("KEY_A", "KEY_F12")])
+    check("what plays is told to end", program.tells("connection wired"))
+    bench.mouse.type()
+    bench.desktop.after(end_of(ecodes.KEY_Q), end_of(ecodes.KEY_F12))
+    os.chmod(bench.grid, 0o666)
+    check("given back, it is used again", wait_until(lambda: is_grabbed(bench.grid)))
+    press(bench.mouse, KEY_Q, KEY_F12)
+    check("as before", keys(bench.desktop.after(end_of(ecodes.KEY_F12))), typed("KEY_A", "KEY_F12"))
 
 
 def main():

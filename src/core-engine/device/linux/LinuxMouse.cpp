@@ -83,7 +83,8 @@ void LinuxMouse::update(std::optional<MouseHardware> hardware) {
   for (MadeOutput* output : outputs()) output->look();
   updateRules();
   pursue();
-  if (connection() != before) notify(ConnectionChanged{});
+  // What plays on would do so at somebody else's screen.
+  if (connection() != before || std::exchange(mHasLostNode, false)) notify(ConnectionChanged{});
   tellAbilities();
 }
 
@@ -193,7 +194,7 @@ void LinuxMouse::updateNodes() {
     const auto found = std::find_if(facts.begin(), facts.end(),
                                     [&](const MouseNode& each) { return isOf(each, mNodes[index]->facts()); });
     if (found != facts.end()) {
-      mNodes[index++]->setForbidden(found->isForbidden);
+      if (mNodes[index++]->setForbidden(found->isForbidden)) mHasLostNode = true;
       continue;
     }
     const std::unique_ptr<NodeInUse> gone = std::move(mNodes[index]);

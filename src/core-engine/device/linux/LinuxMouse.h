@@ -95,7 +95,8 @@ class LinuxMouse : public RealMouse, private NodeOwner {
   PressListener::Heard mListener;
   DeviceAbilities mToldAbilities;
   bool mHasOutputFailed = false;
-  bool mIsBusy = false;  // a node is read or pursued; what changes meanwhile is done afterwards
+  bool mHasLostNode = false;  // to somebody else who is at the screen now
+  bool mIsBusy = false;       // a node is read or pursued; what changes meanwhile is done afterwards
   bool mHasChanged = false;
   std::unique_ptr<MadeOutput> mKeyboard;
   std::unique_ptr<MadeOutput> mPointer;

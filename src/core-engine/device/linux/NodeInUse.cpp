@@ -38,6 +38,20 @@ void NodeInUse::close() {
   mNode.reset();
 }
 
+// The kernel goes on telling whoever has opened it in time.
+bool NodeInUse::setForbidden(bool isForbidden) {
+  const bool isLost = isForbidden && !mFacts.isForbidden && mNode;
+  mFacts.isForbidden = isForbidden;
+  if (!isLost) return false;
+  releaseAll();
+  mTranslator.reset();
+  mPassed.reset();
+  mCopy.reset();
+  mIsWaiting = false;
+  close();
+  return true;
+}
+
 void NodeInUse::pursue(const NodeWishes& wishes) {
   // Who has lost the right to a node could still read it while it is open. The next opening fails, and says so.
   mWishes = mNode && mFacts.isForbidden ? NodeWishes{} : wishes;

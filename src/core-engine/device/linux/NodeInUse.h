@@ -63,8 +63,10 @@ class NodeInUse {
   NodeInUse& operator=(const NodeInUse&) = delete;
 
   const MouseNode& facts() const { return mFacts; }
-  // The same node; who may read it has changed.
-  void setForbidden(bool isForbidden) { mFacts.isForbidden = isForbidden; }
+  // The same node; who may read it may have changed. A node that this user may no longer read, since somebody else is
+  // at the screen, is theirs: it is let go of at once, with the releases of all that is down. Returns whether that was
+  // done.
+  bool setForbidden(bool isForbidden);
   bool isGrabbed() const { return mNode && mNode->isGrabbed(); }
   // The device that stands for it on the desktop, if there is one.
   MadeOutput* copy() const { return mCopy.get(); }
