@@ -3,6 +3,7 @@
 #pragma once
 
 #include <csignal>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,23 +27,11 @@ class FakeSystemProcess {
     return answer && answer->starts_with("ok ");
   }
 
-  // The next "set ..." or "commit" not yet taken; empty where none comes in time.
-  std::string nextCall() {
-    return mProcess.waitForLine([](const std::string& line) { return line.starts_with("set ") || line == "commit"; })
-        .value_or("");
-  }
-  // Those up to and with the next commit.
-  std::vector<std::string> callsToCommit() {
-    std::vector<std::string> calls;
-    do calls.push_back(nextCall());
-    while (!calls.back().empty() && calls.back() != "commit");
-    return calls;
-  }
-  // Whether no call is left of those that have come up to now.
-  bool hasNoCalls() {
+  // The next "set ..." or "commit" of those that have come up to now; nothing where all are taken.
+  std::optional<std::string> nextCall() {
     obey("ratbag garbage off");
-    return !mProcess.waitForLine([](const std::string& line) { return line.starts_with("set ") || line == "commit"; },
-                                 std::chrono::milliseconds(0));
+    return mProcess.waitForLine([](const std::string& line) { return line.starts_with("set ") || line == "commit"; },
+                                std::chrono::milliseconds(0));
   }
 
   void pause() { mProcess.signal(SIGSTOP); }

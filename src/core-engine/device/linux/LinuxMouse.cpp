@@ -38,7 +38,10 @@ class LinuxMouse::Turn {
 };
 
 LinuxMouse::LinuxMouse(std::string id, Surroundings surroundings)
-    : mId(std::move(id)), mSurroundings(std::move(surroundings)) {}
+    : mId(std::move(id)),
+      mSurroundings(std::move(surroundings)),
+      mServices(mSurroundings.scheduler,
+                {[this] { hardwareChanged(); }, [this] { batteryChanged(); }, [this] { goToSleep(); }}) {}
 
 LinuxMouse::~LinuxMouse() {
   if (mSurroundings.isLeaving) mSurroundings.isLeaving(*this);
@@ -54,7 +57,9 @@ Device::Connection LinuxMouse::connection() const {
 }
 
 std::string LinuxMouse::firmwareVersion() const {
-  return mHardware ? mHardware->firmwareVersion : std::string();
+  if (!mHardware) return {};
+  const std::string known = mServices.firmwareVersion();
+  return known.empty() ? mHardware->firmwareVersion : known;
 }
 
 std::int32_t LinuxMouse::resolution() const {
@@ -63,14 +68,12 @@ std::int32_t LinuxMouse::resolution() const {
 }
 
 DeviceAbilities LinuxMouse::abilities() const {
-  DeviceAbilities abilities;
-  if (!mHardware) return abilities;
+  if (!mHardware) return {};
+  DeviceAbilities abilities = mServices.abilities();
   const bool isForbidden = std::any_of(mHardware->nodes.begin(), mHardware->nodes.end(), [](const MouseNode& node) {
     return node.isForbidden && node.codes.isPointer();
   });
-  if (mHardwareSensitivity)
-    abilities.sensitivity = DeviceAbilities::Way::Hardware;
-  else if (!isForbidden && OutputDevice::isAllowed())
+  if (abilities.sensitivity == DeviceAbilities::Way::Missing && !isForbidden && OutputDevice::isAllowed())
     abilities.sensitivity = DeviceAbilities::Way::Scaled;
   abilities.reachesDesktop = true;
   return abilities;
@@ -79,6 +82,7 @@ DeviceAbilities LinuxMouse::abilities() const {
 void LinuxMouse::update(std::optional<MouseHardware> hardware) {
   const Connection before = connection();
   mHardware = std::move(hardware);
+  mServices.update(mHardware);
   if (!mHardware) releaseEmitted();
   for (MadeOutput* output : outputs()) output->look();
   updateRules();
@@ -88,17 +92,31 @@ void LinuxMouse::update(std::optional<MouseHardware> hardware) {
   tellAbilities();
 }
 
-void LinuxMouse::setHardwareSensitivity(std::optional<Sensitivity> sensitivity) {
-  if (sensitivity == mHardwareSensitivity) return;
-  mHardwareSensitivity = sensitivity;
+void LinuxMouse::hardwareChanged() {
   updateRules();
   pursue();
   tellAbilities();
 }
 
+void LinuxMouse::batteryChanged() {
+  notify(BatteryChanged{});
+  tellAbilities();
+}
+
+// What is down now comes up while nobody is there to see it.
+void LinuxMouse::goToSleep() {
+  {
+    const Turn busy(*this);
+    for (const auto& node : mNodes) node->releaseAll();
+  }
+  releaseEmitted();
+  pursue();
+}
+
 void LinuxMouse::apply(const DeviceValues& values) {
   const bool wasInUse = isInUse();
   mValues = values;
+  mServices.apply(values);
   if (isInUse() != wasInUse) setTimerSlack(isInUse() ? 1 : 0);
   if (!isInUse()) releaseEmitted();
   updateRules();
@@ -139,13 +157,13 @@ void LinuxMouse::updateRules() {
   mRules.taken = mKept;
   mRules.taken.insert(mValues.assigned.begin(), mValues.assigned.end());
   mKept.insert(mValues.assignedInAnyKeymap.begin(), mValues.assignedInAnyKeymap.end());
-  const Sensitivity own = mHardwareSensitivity.value_or(Sensitivity{resolution(), resolution()});
+  const Sensitivity own = mServices.sensitivity().value_or(Sensitivity{resolution(), resolution()});
   mRules.scale = {{mValues.sensitivity.x, own.x}, {mValues.sensitivity.y, own.y}};
 }
 
 NodeWishes LinuxMouse::wishesFor(const MouseNode& node) const {
   NodeWishes wishes;
-  const bool isSoonScaled = mValues.changesSensitivity && !mHardwareSensitivity && node.codes.relative[REL_X];
+  const bool isSoonScaled = mValues.changesSensitivity && node.codes.relative[REL_X];
   wishes.isPassedOn = isInUse() && (isSoonScaled || isToBeTaken(node, mRules.map, mKept, mRules.scale));
   // Not the pointer: a person needs it to work the window that teaches.
   wishes.isGrabbed = wishes.isPassedOn || (mHeard && !node.codes.isPointer());
@@ -233,6 +251,11 @@ void LinuxMouse::make(std::unique_ptr<MadeOutput>& output, std::unique_ptr<Outpu
   }
   mHasOutputFailed = false;
   output = std::make_unique<MadeOutput>(std::move(device), mSurroundings.scheduler, [this] { pursue(); });
+}
+
+void LinuxMouse::tell(const DeviceEvent& event) {
+  if (const auto* const control = std::get_if<ControlChanged>(&event)) mServices.noteControl(control->isPressed);
+  notify(event);
 }
 
 void LinuxMouse::isReadable(NodeInUse& node) {

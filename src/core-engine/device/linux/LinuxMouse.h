@@ -10,6 +10,7 @@
 
 #include "core-engine/Log.h"
 #include "core-engine/device/RealMice.h"
+#include "core-engine/device/linux/MouseServices.h"
 #include "core-engine/device/linux/NodeInUse.h"
 
 namespace vorn::engine {
@@ -34,14 +35,10 @@ class LinuxMouse : public RealMouse, private NodeOwner {
   void update(std::optional<MouseHardware> hardware);
   const std::optional<MouseHardware>& hardware() const { return mHardware; }
 
-  // What the hardware counts now, where something else has set it to a resolution of its own: motion is scaled from
-  // this, and so not at all where it is what is asked for. Nothing: as the record says.
-  void setHardwareSensitivity(std::optional<Sensitivity> sensitivity);
-
   Connection connection() const override;
   std::string firmwareVersion() const override;
-  int batteryPercent() const override { return 0; }
-  ChargingStatus chargingStatus() const override { return ChargingStatus::NoBatteryDisplay; }
+  int batteryPercent() const override { return mServices.batteryPercent(); }
+  ChargingStatus chargingStatus() const override { return mServices.chargingStatus(); }
   void emit(const OutputEvent& event) override;
   void apply(const DeviceValues& values) override;
   void setListening(bool isListening) override;
@@ -59,7 +56,7 @@ class LinuxMouse : public RealMouse, private NodeOwner {
   bool isListening() const override { return mIsListening; }
   const PressListener::Heard& heard() const override { return mListener; }
   MadeOutput* keyboard() override { return mKeyboard.get(); }
-  void tell(const DeviceEvent& event) override { notify(event); }
+  void tell(const DeviceEvent& event) override;
   void isReadable(NodeInUse& node) override;
   void isReady() override { pursue(); }
   void fault(std::string_view kind, const std::string& text) override;
@@ -67,6 +64,9 @@ class LinuxMouse : public RealMouse, private NodeOwner {
   // It has been told what to apply.
   bool isInUse() const;
   void updateRules();
+  void hardwareChanged();
+  void batteryChanged();
+  void goToSleep();
   NodeWishes wishesFor(const MouseNode& node) const;
   // Brings nodes and outputs to what is asked for, as far as that can be done now; the rest follows by itself.
   void pursue();
@@ -85,11 +85,11 @@ class LinuxMouse : public RealMouse, private NodeOwner {
   std::string mId;
   Surroundings mSurroundings;
   std::optional<MouseHardware> mHardware;
-  std::optional<Sensitivity> mHardwareSensitivity;
   MouseRecord mRecord;
   DeviceValues mValues;
   TranslationRules mRules;
   ControlSet mKept;  // the controls for which nodes are taken: assigned in whichever keymap, or taught
+  MouseServices mServices;
   bool mIsListening = false;
   Heard mHeard;
   PressListener::Heard mListener;

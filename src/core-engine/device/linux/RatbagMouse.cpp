@@ -336,6 +336,12 @@ const RatbagState* RatbagMouse::state() const {
   return mClient->state ? &*mClient->state : nullptr;
 }
 
+std::optional<RatbagResolution> RatbagMouse::resolution() const {
+  if (state() == nullptr || state()->resolutions.empty()) return std::nullopt;
+  if (mClient->wishes.resolution) return mClient->wishes.resolution;
+  return mClient->missingAnswers > 0 ? mClient->expected.resolution : state()->resolution;
+}
+
 std::optional<RatbagResolution> RatbagMouse::setResolution(RatbagResolution wanted) {
   const auto nearest = state() != nullptr ? nearestResolution(*state(), wanted) : std::nullopt;
   if (!nearest) return std::nullopt;

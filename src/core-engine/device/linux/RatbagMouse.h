@@ -19,6 +19,7 @@ struct RatbagIdentity {
   std::vector<std::string> hidrawNames;  // of the mouse's hidraw nodes ("hidraw3")
   // Only where it has none: bus, vendor and product ("usb:1234:abcd"), if one mouse alone has them.
   std::string model{};
+  friend bool operator==(const RatbagIdentity&, const RatbagIdentity&) = default;
 };
 
 class RatbagMouse {
@@ -51,6 +52,9 @@ class RatbagMouse {
   Standing standing() const;
   // What ratbagd says; null unless the mouse is known. A value that was set is told here when ratbagd has taken it.
   const RatbagState* state() const;
+  // The resolution that the mouse has, or will have as soon as what was set has been taken; nothing where it cannot be
+  // set.
+  std::optional<RatbagResolution> resolution() const;
 
   // Each sets, in the active profile and its active resolution, what the mouse allows that is nearest, and returns
   // that; nothing where the mouse is not known or does not offer it, and nothing is sent then. Nor is it for what the

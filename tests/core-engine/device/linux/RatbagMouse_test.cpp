@@ -16,7 +16,6 @@ namespace {
 using News = RatbagMouse::News;
 using Standing = RatbagMouse::Standing;
 using Mode = RatbagLed::Mode;
-using Calls = std::vector<std::string>;
 
 const std::string resolution = "set /org/freedesktop/ratbag1/resolution/hidraw3/p1/r1 Resolution ";
 const std::string rate = "set /org/freedesktop/ratbag1/profile/hidraw3/p1 ReportRate ";
@@ -78,11 +77,13 @@ TEST_F(RatbagMouseTest, TellsWhatTheActiveProfileOfTheMouseOffers) {
 
 TEST_F(RatbagMouseTest, SetsWhatIsNearestAndCommitsIt) {
   followKnown();
+  EXPECT_EQ(mMouse->resolution(), (RatbagResolution{1600, 1200}));
   EXPECT_EQ(mMouse->setResolution({900, 401}), (RatbagResolution{800, 400}));
-  EXPECT_EQ(mDaemon->callsToCommit(), (Calls{resolution + "800x400", "commit"}));
+  EXPECT_EQ(mMouse->resolution(), (RatbagResolution{800, 400}));
+  EXPECT_EQ(callsToCommit(*mDaemon), (Calls{resolution + "800x400", "commit"}));
   EXPECT_EQ(mMouse->setReportRate(600), 500U);
   ASSERT_TRUE(becomesTrue([&] { return mMouse->state()->reportRate == 500; }));
-  EXPECT_EQ(mDaemon->callsToCommit(), (Calls{rate + "500", "commit"}));
+  EXPECT_EQ(callsToCommit(*mDaemon), (Calls{rate + "500", "commit"}));
   RatbagState expected = newMouse();
   expected.resolution = {800, 400};
   expected.reportRate = 500;
@@ -96,18 +97,18 @@ TEST_F(RatbagMouseTest, SetsOneResolutionForBothAxesWhereTheMouseHasOne) {
   follow();
   ASSERT_TRUE(hasTold(1));
   EXPECT_EQ(mMouse->setResolution({410, 3200}), (RatbagResolution{400, 400}));
-  EXPECT_EQ(mDaemon->callsToCommit(), (Calls{resolution + "400x400", "commit"}));
+  EXPECT_EQ(callsToCommit(*mDaemon), (Calls{resolution + "400x400", "commit"}));
 }
 
 TEST_F(RatbagMouseTest, SetsTheLightOfEachLedAsFarAsItCan) {
   followKnown();
   EXPECT_TRUE(mMouse->setLight({true, true, 100, {{0, 0, 255}, {200, 0, 255}}}));
-  EXPECT_EQ(mDaemon->callsToCommit(),
+  EXPECT_EQ(callsToCommit(*mDaemon),
             (Calls{firstLed + "Mode 2", firstLed + "Brightness 100", secondLed + "Color 255,0,255", "commit"}));
   ASSERT_TRUE(becomesTrue([&] { return mMouse->state()->leds[1].color == RatbagColor{255, 0, 255}; }));
   handleAll();
   EXPECT_TRUE(mMouse->setLight({}));
-  EXPECT_EQ(mDaemon->callsToCommit(), (Calls{firstLed + "Mode 0", secondLed + "Mode 0", "commit"}));
+  EXPECT_EQ(callsToCommit(*mDaemon), (Calls{firstLed + "Mode 0", secondLed + "Mode 0", "commit"}));
   handleAll();
   EXPECT_EQ(mNews, std::vector{News::Known});
 }
@@ -118,7 +119,7 @@ TEST_F(RatbagMouseTest, SendsNothingThatTheMouseHasAlready) {
   EXPECT_EQ(mMouse->setReportRate(1000), 1000U);
   EXPECT_TRUE(mMouse->setLight({true, false, 255, {{255, 0, 0}, {0, 255, 0}}}));
   handleAll();
-  EXPECT_TRUE(mDaemon->hasNoCalls());
+  EXPECT_EQ(mDaemon->nextCall(), std::nullopt);
 }
 
 TEST_F(RatbagMouseTest, SendsOnlyTheNewestOfWhatWaits) {
@@ -128,11 +129,11 @@ TEST_F(RatbagMouseTest, SendsOnlyTheNewestOfWhatWaits) {
   for (const std::uint32_t hertz : {125U, 250U, 500U}) mMouse->setReportRate(hertz);
   handleAll();
   mDaemon->resume();
-  EXPECT_EQ(mDaemon->callsToCommit(), (Calls{resolution + "200x200", "commit"}));
+  EXPECT_EQ(callsToCommit(*mDaemon), (Calls{resolution + "200x200", "commit"}));
   ASSERT_TRUE(becomesTrue([&] { return mMouse->state()->reportRate == 500; }));
-  EXPECT_EQ(mDaemon->callsToCommit(), (Calls{resolution + "3200x3200", rate + "500", "commit"}));
+  EXPECT_EQ(callsToCommit(*mDaemon), (Calls{resolution + "3200x3200", rate + "500", "commit"}));
   handleAll();
-  EXPECT_TRUE(mDaemon->hasNoCalls());
+  EXPECT_EQ(mDaemon->nextCall(), std::nullopt);
   EXPECT_EQ(mMouse->state()->resolution, (RatbagResolution{3200, 3200}));
   EXPECT_EQ(mNews, std::vector{News::Known});
 }
@@ -158,7 +159,7 @@ TEST_F(RatbagMouseTest, TellsWhatChangesElsewhereOnce) {
   expected.resolution = {800, 800};
   EXPECT_EQ(*mMouse->state(), expected);
   mMouse->setResolution({1600, 200});
-  EXPECT_EQ(mDaemon->callsToCommit(),
+  EXPECT_EQ(callsToCommit(*mDaemon),
             (Calls{"set /org/freedesktop/ratbag1/resolution/hidraw3/p1/r0 Resolution 1600x200", "commit"}));
   handleAll();
   EXPECT_EQ(mNews, (std::vector{News::Known, News::Changed, News::Changed, News::Changed, News::Changed}));
@@ -181,7 +182,7 @@ TEST_F(RatbagMouseTest, TellsWhatWasRefusedAndGoesOn) {
   ASSERT_TRUE(hasTold(2));
   handleAll();
   EXPECT_EQ(mMouse->state()->resolution, (RatbagResolution{1600, 1200}));
-  EXPECT_EQ(mDaemon->callsToCommit(), Calls{"commit"});
+  EXPECT_EQ(callsToCommit(*mDaemon), Calls{"commit"});
   obey("ratbag refuse none");
   mMouse->setResolution({400, 400});
   ASSERT_TRUE(becomesTrue([&] { return mMouse->state()->resolution.x == 400; }));

@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "ports/BusMethodCall.h"
 #include "ports/RunLoop.h"
@@ -13,6 +15,8 @@
 #include "support/PrivateBus.h"
 
 namespace vorn::engine {
+
+using Calls = std::vector<std::string>;
 
 class SystemFixture : public testing::Test {
  protected:
@@ -23,6 +27,21 @@ class SystemFixture : public testing::Test {
     callBusMethodLater({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", Bus::System}, "GetId",
                        {}, std::nullopt, [&](const BusAnswer&) { isHandled = true; });
     EXPECT_TRUE(becomesTrue([&] { return isHandled; }));
+  }
+
+  // What is set up to and with the next commit, with which the loop goes on: some is sent when something is answered.
+  Calls callsToCommit(vorn::test::FakeSystemProcess& system) {
+    Calls calls;
+    const auto isCommitted = [&calls] { return !calls.empty() && calls.back() == "commit"; };
+    EXPECT_TRUE(becomesTrue([&] {
+      while (!isCommitted()) {
+        const auto call = system.nextCall();
+        if (!call) break;
+        calls.push_back(*call);
+      }
+      return isCommitted();
+    }));
+    return calls;
   }
 
   vorn::test::PrivateBus mSession;
