@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,13 +19,11 @@
 
 namespace vorn::engine {
 
-// The identifiers of the controls that the engine plays: those whose assignment is not what the mouse does by itself,
-// and those that are taught.
-using TakenControls = std::set<std::string, std::less<>>;
-
 struct TranslationRules {
   ControlMap map;
-  TakenControls taken;
+  // The controls that the engine plays: those whose assignment is not what the mouse does by itself, and those that are
+  // taught.
+  ControlSet taken;
   MotionScale scale;
   friend bool operator==(const TranslationRules&, const TranslationRules&) = default;
 };
