@@ -8,6 +8,7 @@ Runs as root in a guest (tests/guest/mice starts it there). Each check is a line
 fails.
 """
 import contextlib
+import glob
 import os
 import pathlib
 import random
@@ -37,11 +38,11 @@ log = []
 class Program:
     """test-mice in a process."""
 
-    def __init__(self, user=None):
+    def __init__(self, user=None, **environment):
         self.lines = []
         self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address=1"], text=True, user=user,
                                     stdout=subprocess.PIPE)
-        environment = dict(os.environ, DBUS_SESSION_BUS_ADDRESS=self.bus.stdout.readline().strip())
+        environment = dict(os.environ, DBUS_SESSION_BUS_ADDRESS=self.bus.stdout.readline().strip(), **environment)
         self.process = subprocess.Popen([PROGRAM], text=True, bufsize=1, env=environment, user=user,
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         for stream, lines in (self.process.stdout, self.lines), (self.process.stderr, log):
@@ -93,6 +94,43 @@ class Program:
         self.bus.wait()
 
 
+class System:
+    """A system bus with what plays ratbagd, UPower and logind on it."""
+
+    def __init__(self, *commands):
+        self.lines = []
+        self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address=1"], text=True,
+                                    stdout=subprocess.PIPE)
+        self.environment = {"DBUS_SYSTEM_BUS_ADDRESS": self.bus.stdout.readline().strip()}
+        program = pathlib.Path(PROGRAM).with_name("fake-system")
+        self.process = subprocess.Popen([program], text=True, bufsize=1, env={**os.environ, **self.environment},
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        threading.Thread(target=Program._read, args=(self.process.stdout, self.lines), daemon=True).start()
+        wait_until(lambda: "ready" in self.lines)
+        for command in commands:
+            self.obey(command)
+
+    def obey(self, command):
+        self.process.stdin.write(command + "\n")
+        check(command, wait_until(lambda: f"ok {command}" in self.lines))
+
+    def resolutions(self):
+        """What was set as the resolution up to now."""
+        return [line.split()[-1] for line in self.lines if " Resolution " in line]
+
+    def end(self):
+        for process in self.process, self.bus:
+            process.kill()
+            process.wait()
+
+
+def raw_nodes(name):
+    """Its hidraw nodes, by the numbers of its interfaces."""
+    folders = [folder for folder in glob.glob("/sys/class/hidraw/*")
+               if name in pathlib.Path(folder, "device/uevent").read_text(encoding="utf-8")]
+    return [os.path.basename(folder) for folder in sorted(folders, key=os.path.realpath)]
+
+
 class Bench:
     """A USB mouse with a thumb grid, a desktop, and the program that uses the mouse."""
 
@@ -122,8 +160,8 @@ class Bench:
         """The desktop reads all that there is."""
         return wait_until(self.desktop.is_reading_all)
 
-    def start(self):
-        self.program = Program()
+    def start(self, **environment):
+        self.program = Program(**environment)
         self.program.ask("use usb-1209:0010-SN-1")
         self.program.ask(f"play {GRID_Q} 7 {KEY_A}")
 
@@ -428,6 +466,52 @@ def sleeps(bench):
     wait_until(lambda: bench.program.open_nodes() == [])
 
 
+def comes_to_move(bench, expected):
+    """Whether 8 counts of the mouse are so many to the desktop, now or soon."""
+    bench.desktop.after()
+
+    def is_moved():
+        bench.mouse.move(x=8)
+        time.sleep(0.05)
+        return ("Acme Grid", ecodes.EV_REL, ecodes.REL_X, expected) in bench.desktop.events
+    return wait_until(is_moved)
+
+
+def uses_what_services_know(bench):
+    mouse, desktop = bench.mouse, bench.desktop
+    bench.program.stop()
+    raw = raw_nodes("Acme Grid")[0]
+    system = System(f"ratbag add {raw} usb:1209:0010:0", "ratbag start", "login start")
+    bench.start(**system.environment)
+    bench.assign(sensitivity="800,400")
+    check("the sensitivity is set in the hardware", bool(wait_until(lambda: system.resolutions() == ["800x400"])))
+    check("and the pointer left alone", wait_until(lambda: bench.program.open_nodes() == []))
+    check("with the hardware known the engine sleeps", bool(wait_until(lambda: is_still(bench.program))))
+    bench.assign(GRID_Q, sensitivity="900,400", changes=1)
+    check("one that the hardware has not is scaled", wait_until(lambda: is_grabbed(bench.pointer)))
+    bench.is_ready()
+    check("from what it has", comes_to_move(bench, 9))
+    wait_until(lambda: is_grabbed(bench.grid))
+    mouse.type(KEY_Q)
+    wait_until(lambda: "control 20 1" in bench.program.lines)
+    bench.assign(GRID_Q, sensitivity="400,400", changes=1)
+    check("while a control is held, another one is scaled", comes_to_move(bench, 4))
+    system.obey("login sleep")
+    check("when the machine goes to sleep nothing stays pressed",
+          bool(wait_until(lambda: "control 20 0" in bench.program.lines)))
+    mouse.type()
+    bench.assign(GRID_Q, sensitivity="900,400", changes=1)
+    system.obey("login wake")
+    check("what did not last was not written", system.resolutions(), ["800x400"])
+    system.obey(f"ratbag resolution {raw} 3200 3200")
+    check("what the hardware is set to elsewhere is scaled from", comes_to_move(bench, 2))
+    system.process.kill()
+    check("without the service it is what the system knows", comes_to_move(bench, 4))
+    bench.program.stop()
+    system.end()
+    bench.start()
+
+
 def shares_with_other_programs(bench):
     other = evdev.InputDevice(bench.grid)
     other.grab()
@@ -503,7 +587,7 @@ def main():
     bench = Bench()
     parts = (finds_mice, follows_changes, leaves_alone_what_it_does_not_need, plays_and_passes, listens, is_taught,
              replaces_wheel, scales_exactly, is_prepared_for_another_sensitivity, leaves_nothing_pressed, sleeps,
-             shares_with_other_programs, says_what_is_forbidden)
+             uses_what_services_know, shares_with_other_programs, says_what_is_forbidden)
     for part in parts:
         if part.__name__ in (sys.argv[2:] or [each.__name__ for each in parts]):
             part(bench)
