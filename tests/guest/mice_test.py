@@ -35,6 +35,11 @@ GRID_Q, GRID_W, WHEEL_UP = "20", "26", "06"
 log = []
 
 
+def read_lines(stream, lines):
+    for line in stream:
+        lines.append(line.strip())
+
+
 class Program:
     """test-mice in a process."""
 
@@ -46,12 +51,7 @@ class Program:
         self.process = subprocess.Popen([PROGRAM], text=True, bufsize=1, env=environment, user=user,
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         for stream, lines in (self.process.stdout, self.lines), (self.process.stderr, log):
-            threading.Thread(target=self._read, args=(stream, lines), daemon=True).start()
-
-    @staticmethod
-    def _read(stream, lines):
-        for line in stream:
-            lines.append(line.strip())
+            threading.Thread(target=read_lines, args=(stream, lines), daemon=True).start()
 
     def ask(self, command):
         """What it told with the answer."""
@@ -105,7 +105,7 @@ class System:
         program = pathlib.Path(PROGRAM).with_name("fake-system")
         self.process = subprocess.Popen([program], text=True, bufsize=1, env={**os.environ, **self.environment},
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        threading.Thread(target=Program._read, args=(self.process.stdout, self.lines), daemon=True).start()
+        threading.Thread(target=read_lines, args=(self.process.stdout, self.lines), daemon=True).start()
         wait_until(lambda: "ready" in self.lines)
         for command in commands:
             self.obey(command)
