@@ -16,6 +16,10 @@ namespace {
 class OpenMice : public OpenWindow {
  public:
   QToolButton& header() { return *find<QToolButton>("mChooseMouse"); }
+  bool isSheetOpen() {
+    const auto* sheet = window().findChild<QWidget*>(QStringLiteral("mMouseSheet"));
+    return sheet != nullptr && sheet->isVisible();
+  }
   QStringList columnOf(const QString& mouse) {
     const QAbstractItemModel& model = *find<QTableView>("mMouseTable")->model();
     for (int row = 0; row < model.rowCount(); ++row) {
@@ -40,7 +44,7 @@ class MouseChoiceWithEngineTest : public QObject {
     OpenMice open;
     QTRY_VERIFY_WITH_TIMEOUT(open.header().isEnabled(), deadline);
     QTest::mouseClick(&open.header(), Qt::LeftButton);
-    QVERIFY(open.find("mMouseSheet")->isVisible());
+    QVERIFY(open.isSheetOpen());
     QCOMPARE(open.columnOf(localized("lkeyVirtualMouse")),
              (QStringList{localized("lkeyMouseVirtual"), localized("lkeyMouseInUse")}));
     for (const char* button : {"mMouseTeach", "mMouseResolution", "mMouseForget"})
@@ -52,9 +56,12 @@ class MouseChoiceWithEngineTest : public QObject {
     QTRY_VERIFY_WITH_TIMEOUT(open.header().isEnabled(), deadline);
     QTest::mouseClick(&open.header(), Qt::LeftButton);
     mEngine.kill();
-    QTRY_VERIFY_WITH_TIMEOUT(open.find("mMouseSheet") == nullptr || !open.find("mMouseSheet")->isVisible(), deadline);
+    QTRY_VERIFY_WITH_TIMEOUT(!open.isSheetOpen(), deadline);
     QTRY_VERIFY_WITH_TIMEOUT(!open.header().isEnabled(), deadline);
   }
+
+ private:
+  EngineSession mEngine;
 };
 
 SKARN_QTEST(MouseChoiceWithEngineTest)
