@@ -272,9 +272,9 @@ TEST_F(MiceTest, TellsOfMiceThatComeAndGo) {
   EXPECT_EQ(changes, before + 1);
 }
 
-class MovedMouseTest : public MiceTest {
+class MiceMovedTest : public MiceTest {
  protected:
-  MovedMouseTest() {
+  MiceMovedTest() {
     real.found = {placed("usb-1"), foundMouse(bolt, "Bolt")};
     choose(acmeIn("usb-1"));
     teach("20");
@@ -295,7 +295,7 @@ class MovedMouseTest : public MiceTest {
   }
 };
 
-TEST_F(MovedMouseTest, IsUsedInAnotherSocketWithWhatItWasTaught) {
+TEST_F(MiceMovedTest, IsUsedInAnotherSocketWithWhatItWasTaught) {
   plugIn({});
   plugIn({placed("usb-2")});
   const Texts moved{acmeIn("usb-2") + " Acme, in use, able, taught 20, 1000", "virtual Virtual mouse, 0"};
@@ -305,14 +305,14 @@ TEST_F(MovedMouseTest, IsUsedInAnotherSocketWithWhatItWasTaught) {
   EXPECT_EQ(listed(), moved);
 }
 
-TEST_F(MovedMouseTest, IsFoundWhereTheEngineStartsAfterwards) {
+TEST_F(MiceMovedTest, IsFoundWhereTheEngineStartsAfterwards) {
   real.found = {placed("usb-2")};
   begin();
   settle();
   EXPECT_EQ(mouse().id, acmeIn("usb-2"));
 }
 
-TEST_F(MovedMouseTest, IsNotTheEqualOneThatWasThereBeforeNorOneOfSeveral) {
+TEST_F(MiceMovedTest, IsNotTheEqualOneThatWasThereBeforeNorOneOfSeveral) {
   plugIn({placed("usb-1"), placed("usb-2")});
   plugIn({placed("usb-2")});
   EXPECT_EQ(mouse().id, acmeIn("usb-1"));
@@ -321,7 +321,7 @@ TEST_F(MovedMouseTest, IsNotTheEqualOneThatWasThereBeforeNorOneOfSeveral) {
   EXPECT_EQ(mouse().id, acmeIn("usb-1"));
 }
 
-TEST_F(MovedMouseTest, IsNotAnotherOrOneWithANumberOrOneThatMayNotBeUsed) {
+TEST_F(MiceMovedTest, IsNotAnotherOrOneWithANumberOrOneThatMayNotBeUsed) {
   plugIn({foundMouse(bolt, "Bolt"), foundMouse("usb-16c0:27db-B2", "Acme")});
   EXPECT_EQ(mouse().id, acmeIn("usb-1"));
   FoundMouse forbidden = placed("usb-2");
