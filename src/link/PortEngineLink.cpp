@@ -229,9 +229,11 @@ int PortEngineLink::send(const PropertyList& request, MessageID messageID) {
   if (!data) return sendRequestResult;
   // The reply thread sends, so that this one can look after the rest meanwhile.
   const auto delivery = std::make_shared<Delivery>();
-  const bool isOnItsWay = performOnReplyThread([delivery, messageID, data] {
+  // Goes with the last that could end the wait: a thread whose bus has just gone does nothing any more.
+  std::shared_ptr<void> end(nullptr, [delivery](void*) { delivery->finish(); });
+  const bool isOnItsWay = performOnReplyThread([end = std::move(end), delivery, messageID, data] {
     RemoteMessagePort::sendLater(enginePortName, static_cast<std::int32_t>(messageID), *data, sendTimeout,
-                                 [delivery](RemoteMessagePort::Status) { delivery->finish(); });
+                                 [end, delivery](RemoteMessagePort::Status) { delivery->finish(); });
   });
   if (!isOnItsWay) return sendRequest(request, messageID);
   while (!delivery->wait(waitTurn) && goOnWaiting()) {
