@@ -5,37 +5,38 @@
 #include "model/Assignments.h"
 #include "model/Controls.h"
 #include "model/HidUsages.h"
-#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
 
 namespace {
 
+// Looks at each event once and no closer: one that cannot be played does no harm here.
 bool clicks(const PropertyList& macro) {
-  const PropertyList events = macroEvents(macro);
-  return std::any_of(events.elements().begin(), events.elements().end(),
+  const auto events = macro[keys::Sequence][keys::Events].elements();
+  return std::any_of(events.begin(), events.end(),
                      [](const PropertyList& event) { return event[keys::Page].toInt() == hid::buttonPage; });
 }
 
-bool usesPointer(const PropertyList& assignment, const PropertyList& macros) {
-  switch (const AssignmentCommand command = commandOf(assignment)) {
+bool usesPointer(AssignmentCommand command) {
+  switch (command) {
     case AssignmentCommand::DoubleClick:
     case AssignmentCommand::Forward:
     case AssignmentCommand::Backward:
     case AssignmentCommand::ScrollUp:
     case AssignmentCommand::ScrollDown:
       return true;
-    case AssignmentCommand::Macro:
-      return clicks(macros.at(assignment[keys::Param1].toInt()));
     default:
       return command >= AssignmentCommand::LeftClick && command <= AssignmentCommand::MouseButton8;
   }
 }
 
+// Positions of the macros that are played; one that many controls play is looked at once.
+using PlayedMacros = std::set<std::int32_t>;
+
 // The controls that the groups, a dictionary of "Keys" and "Buttons", assign away from what they do by themselves.
-// values: what else they need is added.
-ControlSet assignedControls(const PropertyList& groups, const PropertyList& macros, DeviceValues& values) {
+// values and played: what else they need is added.
+ControlSet assignedControls(const PropertyList& groups, DeviceValues& values, PlayedMacros& played) {
   ControlSet result;
   bool turnsSensitivity = false;
   for (const Control& control : controls) {
@@ -45,7 +46,8 @@ ControlSet assignedControls(const PropertyList& groups, const PropertyList& macr
     const AssignmentCommand command = commandOf(assignment);
     turnsSensitivity |= command == AssignmentCommand::OnTheFlySensitivity;
     values.changesSensitivity |= command == AssignmentCommand::TemporarySensitivity;
-    values.needsPointer = values.needsPointer || usesPointer(assignment, macros);
+    values.needsPointer |= usesPointer(command);
+    if (command == AssignmentCommand::Macro) played.insert(assignment[keys::Param1].toInt());
   }
   if (turnsSensitivity) result.insert({std::string(wheelUp), std::string(wheelDown)});
   return result;
@@ -68,15 +70,19 @@ DeviceValues deviceValues(const PropertyList& bundle) {
   DeviceValues values;
   if (bundle.isNone()) return values;
   const PropertyList& profile = bundle[keys::Profiles].at(bundle[keys::DeviceSettings][keys::ActiveProfile].toInt());
-  const PropertyList& macros = bundle[keys::Macros];
   values.sensitivity = {profile[keys::DPIX].toInt(), profile[keys::DPIY].toInt()};
   values.pollingRate = profile[keys::PollingRate].toInt();
   values.light = lightValues(profile);
   values.power = {profile[keys::PowerSaver].toInt(), profile[keys::BatteryCriticalLevel].toInt()};
-  values.assigned = assignedControls(profile, macros, values);
+  PlayedMacros played;
+  values.assigned = assignedControls(profile, values, played);
   values.assignedInAnyKeymap = values.assigned;
   for (const PropertyList& keymap : profile[keys::Keymap].elements())
-    values.assignedInAnyKeymap.merge(assignedControls(keymap, macros, values));
+    values.assignedInAnyKeymap.merge(assignedControls(keymap, values, played));
+  const PropertyList& macros = bundle[keys::Macros];
+  values.needsPointer = values.needsPointer || std::any_of(played.begin(), played.end(), [&macros](std::int32_t macro) {
+                          return clicks(macros.at(macro));
+                        });
   return values;
 }
 

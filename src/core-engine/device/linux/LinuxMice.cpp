@@ -10,22 +10,25 @@ namespace vorn::engine {
 
 LinuxMice::~LinuxMice() = default;
 
-void LinuxMice::watch() {
-  if (mWatch) return;
+bool LinuxMice::beginToWatch() {
+  if (mWatch) return false;
   mWatch = std::make_unique<InputWatch>(mLoop, mScheduler, [this] { return look(); });
-  mFound = findMice();
-  mIsOutputForbidden = !OutputDevice::isAllowed();
+  return true;
 }
 
 std::vector<FoundMouse> LinuxMice::mice() {
-  watch();
+  beginToWatch();
   look();
   return describedAll();
 }
 
-bool LinuxMice::look() {
+void LinuxMice::find() {
   mFound = findMice();
   mIsOutputForbidden = !OutputDevice::isAllowed();
+}
+
+bool LinuxMice::look() {
+  find();
   // Who is told may have mice made and destroyed.
   for (LinuxMouse* mouse : std::vector(mMade)) {
     if (std::find(mMade.begin(), mMade.end(), mouse) != mMade.end()) mouse->update(hardware(mouse->id()));
@@ -44,7 +47,7 @@ std::optional<MouseHardware> LinuxMice::hardware(const std::string& id) const {
 }
 
 std::unique_ptr<LinuxMouse> LinuxMice::makeLinuxMouse(const std::string& id) {
-  watch();
+  if (beginToWatch()) find();
   auto mouse = std::make_unique<LinuxMouse>(
       id, LinuxMouse::Surroundings{mLoop, mScheduler, mLog, [this] { mWatch->lookSoon(); },
                                    [this](const LinuxMouse& gone) { std::erase(mMade, &gone); }});

@@ -34,8 +34,10 @@ class LinuxMice : public RealMice {
   std::optional<MouseHardware> hardware(const std::string& id) const;
 
  private:
-  void watch();
-  // Whether udev is done with all that there is.
+  // False where it watches already.
+  bool beginToWatch();
+  void find();
+  // Finds them and tells what is new. Whether udev is done with all that there is.
   bool look();
   FoundMouse described(const MouseHardware& hardware) const;
   std::vector<FoundMouse> describedAll() const;
