@@ -61,7 +61,7 @@ FoundMouse LinuxMice::described(const MouseHardware& hardware) const {
   mouse.id = hardware.id;
   mouse.isMarkedByPlace = hardware.isMarkedByPlace;
   mouse.name = hardware.name;
-  mouse.connection = hardware.connection;
+  mouse.connection = hardware.isWireless ? Device::Connection::Wireless : Device::Connection::Wired;
   mouse.isOutputForbidden = mIsOutputForbidden;
   mouse.resolution = hardware.resolution;
   const MouseRecord record = mRecordOf ? mRecordOf(hardware.id) : MouseRecord();

@@ -11,7 +11,7 @@
 #include "core-engine/device/RealMice.h"
 #include "core-engine/device/linux/InputWatch.h"
 #include "core-engine/device/linux/LinuxMouse.h"
-#include "core-engine/device/linux/MouseFinder.h"
+#include "mice/MouseFinder.h"
 
 namespace vorn::engine {
 

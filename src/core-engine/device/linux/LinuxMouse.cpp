@@ -53,7 +53,8 @@ bool LinuxMouse::isInUse() const {
 }
 
 Device::Connection LinuxMouse::connection() const {
-  return mHardware ? mHardware->connection : Connection::Absent;
+  if (!mHardware) return Connection::Absent;
+  return mHardware->isWireless ? Connection::Wireless : Connection::Wired;
 }
 
 std::string LinuxMouse::firmwareVersion() const {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "core-engine/device/linux/MouseFinder.h"
+#include "mice/MouseFinder.h"
 
 namespace vorn::engine {
 

@@ -4,11 +4,11 @@
 
 #include <cstdint>
 
+#include "mice/MouseIdentity.h"
+
 namespace vorn::engine {
 
 // In counts per inch. Other values than 1 to maximumResolution scale nothing.
-inline constexpr std::int32_t maximumResolution = 100'000;
-
 struct AxisScale {
   std::int32_t wanted = 0;
   std::int32_t own = 0;  // of the mouse

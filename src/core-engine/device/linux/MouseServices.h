@@ -14,9 +14,9 @@
 #include "core-engine/Scheduler.h"
 #include "core-engine/device/DeviceValues.h"
 #include "core-engine/device/linux/MouseBattery.h"
-#include "core-engine/device/linux/MouseFinder.h"
 #include "core-engine/device/linux/RatbagMouse.h"
 #include "core-engine/device/linux/SleepWatch.h"
+#include "mice/MouseFinder.h"
 
 namespace vorn::engine {
 

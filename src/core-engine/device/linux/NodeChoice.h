@@ -4,7 +4,7 @@
 #include "core-engine/device/DeviceValues.h"
 #include "core-engine/device/linux/ControlMap.h"
 #include "core-engine/device/linux/MotionScaler.h"
-#include "core-engine/device/linux/MouseFinder.h"
+#include "mice/MouseFinder.h"
 
 namespace vorn::engine {
 

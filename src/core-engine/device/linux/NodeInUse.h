@@ -14,9 +14,9 @@
 #include "core-engine/device/Device.h"
 #include "core-engine/device/linux/InputNode.h"
 #include "core-engine/device/linux/MadeOutput.h"
-#include "core-engine/device/linux/MouseFinder.h"
 #include "core-engine/device/linux/PressListener.h"
 #include "core-engine/device/linux/ReportTranslator.h"
+#include "mice/MouseFinder.h"
 #include "model/KernelKeys.h"
 #include "ports/RunLoop.h"
 

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <initializer_list>
 
-#include "core-engine/device/linux/EventCodes.h"
+#include "mice/EventCodes.h"
 #include "model/KernelKeys.h"
 
 namespace vorn::engine {

@@ -1,4 +1,4 @@
-#include "core-engine/device/linux/MouseIdentity.h"
+#include "mice/MouseIdentity.h"
 
 #include <linux/input.h>
 
@@ -6,10 +6,9 @@
 #include <charconv>
 #include <cstdio>
 
-#include "core-engine/device/linux/MotionScaler.h"
 #include "model/Utf8.h"
 
-namespace vorn::engine {
+namespace vorn {
 
 namespace {
 
@@ -85,4 +84,4 @@ std::int32_t resolutionOf(std::string_view mouseDpi) {
   return error == std::errc() && isWhole && resolution >= 1 && resolution <= maximumResolution ? resolution : 0;
 }
 
-}  // namespace vorn::engine
+}  // namespace vorn

@@ -7,9 +7,10 @@
 #include <string_view>
 #include <vector>
 
-namespace vorn::engine {
+namespace vorn {
 
-inline constexpr std::size_t maximumNameLength = 128;  // bytes
+inline constexpr std::size_t maximumNameLength = 128;       // bytes
+inline constexpr std::int32_t maximumResolution = 100'000;  // counts per inch; no mouse counts more
 
 // The name without control characters, what is no UTF-8, and blanks at its ends, cut to maximumNameLength.
 std::string cleanName(std::string_view name);
@@ -35,7 +36,7 @@ std::string nodeName(std::string_view interfaceNumber, std::string_view name, co
 std::string firmwareText(std::string_view revision);
 
 // The resolution in what udev knows, "400@125 *800@125": the one with the star, or else the first. 0 for anything else
-// than 1 to 100,000.
+// than 1 to maximumResolution.
 std::int32_t resolutionOf(std::string_view mouseDpi);
 
-}  // namespace vorn::engine
+}  // namespace vorn

@@ -1,4 +1,4 @@
-#include "core-engine/device/linux/MouseFinder.h"
+#include "mice/MouseFinder.h"
 
 #include <libudev.h>
 #include <linux/input.h>
@@ -14,9 +14,9 @@
 #include <tuple>
 #include <utility>
 
-#include "core-engine/device/linux/MouseIdentity.h"
+#include "mice/MouseIdentity.h"
 
-namespace vorn::engine {
+namespace vorn {
 
 namespace {
 
@@ -95,11 +95,10 @@ std::string placeOf(udev_device* node, const Owner& owner) {
   return place.substr(0, place.rfind(':'));
 }
 
-Device::Connection connectionOf(const Owner& owner, std::string name) {
+bool isWireless(const Owner& owner, std::string name) {
   std::transform(name.begin(), name.end(), name.begin(), [](unsigned char letter) { return std::tolower(letter); });
   const bool isReceiver = name.find("receiver") != std::string::npos || name.find("dongle") != std::string::npos;
-  const bool isWireless = owner.id.bus == BUS_BLUETOOTH || owner.isReceived || isReceiver;
-  return isWireless ? Device::Connection::Wireless : Device::Connection::Wired;
+  return owner.id.bus == BUS_BLUETOOTH || owner.isReceived || isReceiver;
 }
 
 std::vector<OwnedDevice> devices(udev* context, const char* subsystem, const char* names, udev_device* above) {
@@ -132,7 +131,7 @@ class Gathering {
     mHardware.name = cleanName(property(hid, "HID_NAME"));
     if (owner.isUsb) mHardware.firmwareVersion = firmwareText(attribute(owner.device, "bcdDevice"));
     const std::string product = owner.isUsb ? attribute(owner.device, "product") : mHardware.name;
-    mHardware.connection = connectionOf(owner, product);
+    mHardware.isWireless = isWireless(owner, product);
     if (mHardware.name.empty()) mHardware.name = cleanName(product);
     if (mHardware.name.empty()) mHardware.name = mHardware.id;
   }
@@ -238,4 +237,4 @@ bool isKnownToUdev(const std::string& node) {
   return device && udev_device_get_is_initialized(device.get()) != 0;
 }
 
-}  // namespace vorn::engine
+}  // namespace vorn

@@ -7,9 +7,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "core-engine/device/linux/KernelEvent.h"
-
-namespace vorn::engine {
+namespace vorn {
 
 struct EventCodes {
   std::bitset<KEY_CNT> keys;
@@ -51,4 +49,4 @@ std::bitset<count> codesOf(std::string_view text) {
   return codes;
 }
 
-}  // namespace vorn::engine
+}  // namespace vorn

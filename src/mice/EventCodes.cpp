@@ -1,6 +1,6 @@
-#include "core-engine/device/linux/EventCodes.h"
+#include "mice/EventCodes.h"
 
-namespace vorn::engine {
+namespace vorn {
 
 namespace {
 
@@ -48,4 +48,4 @@ bool EventCodes::isKeyboard() const {
   return true;
 }
 
-}  // namespace vorn::engine
+}  // namespace vorn

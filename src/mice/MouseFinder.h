@@ -5,15 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "core-engine/device/Device.h"
-#include "core-engine/device/linux/EventCodes.h"
+#include "mice/EventCodes.h"
 
-namespace vorn::engine {
+namespace vorn {
 
 // One of the event nodes of a mouse.
 struct MouseNode {
   std::string path;  // /dev/input/event5
-  std::string name;  // among the nodes of the mouse: EventSource::node
+  std::string name;  // its own among the nodes of the mouse, see nodeName()
   EventCodes codes;
   bool isForbidden = false;  // this user may not read it
   friend bool operator==(const MouseNode&, const MouseNode&) = default;
@@ -23,13 +22,13 @@ struct MouseNode {
 // Behind a receiver that the kernel takes apart each HID device is one of its own, so that the keys of a keyboard there
 // are not the mouse's; any other receiver is one mouse with all that it receives.
 struct MouseHardware {
-  std::string id;  // FoundMouse::id
-  bool isMarkedByPlace = false;
-  std::string name;  // FoundMouse::name
-  Device::Connection connection = Device::Connection::Wired;
-  std::string firmwareVersion;  // of its USB descriptor; empty where there is none
-  std::int32_t resolution = 0;  // DPI; 0 where udev does not know it
-  std::string systemPath;       // of the USB or HID device, /sys/devices/...
+  std::string id;                // the same whenever this mouse is plugged in, and no other's, see mouseId()
+  bool isMarkedByPlace = false;  // it has no serial number, so in another socket its ID is another one
+  std::string name;              // as it tells itself, see cleanName()
+  bool isWireless = false;       // by Bluetooth or a receiver
+  std::string firmwareVersion;   // of its USB descriptor; empty where there is none
+  std::int32_t resolution = 0;   // DPI; 0 where udev does not know it
+  std::string systemPath;        // of the USB or HID device, /sys/devices/...
   std::vector<MouseNode> nodes;
   std::vector<std::string> rawNodes;       // /dev/hidraw3
   std::vector<std::string> powerSupplies;  // their names in /sys/class/power_supply
@@ -47,4 +46,4 @@ Found findMice();
 // Whether udev is done with this event node, so that others have heard of it.
 bool isKnownToUdev(const std::string& node);
 
-}  // namespace vorn::engine
+}  // namespace vorn

@@ -1,11 +1,11 @@
-#include "core-engine/device/linux/EventCodes.h"
+#include "mice/EventCodes.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <initializer_list>
 
-namespace vorn::engine {
+namespace vorn {
 namespace {
 
 std::bitset<KEY_CNT> keys(std::initializer_list<std::uint16_t> codes) {
@@ -76,4 +76,4 @@ TEST(EventCodesTest, EachTypeHasItsOwnCodes) {
 }
 
 }  // namespace
-}  // namespace vorn::engine
+}  // namespace vorn

@@ -1,9 +1,9 @@
-#include "core-engine/device/linux/MouseIdentity.h"
+#include "mice/MouseIdentity.h"
 
 #include <gtest/gtest.h>
 #include <linux/input.h>
 
-namespace vorn::engine {
+namespace vorn {
 namespace {
 
 TEST(MouseIdentityTest, ANameHasNothingThatForgesWhatAPersonReads) {
@@ -58,4 +58,4 @@ TEST(MouseIdentityTest, TheResolutionIsTheUsualOneOfTheList) {
 }
 
 }  // namespace
-}  // namespace vorn::engine
+}  // namespace vorn
