@@ -27,6 +27,21 @@ std::string joined(const std::vector<std::string>& all) {
   return text;
 }
 
+bool isClosed(const MouseNode& node) {
+  return node.isForbidden;
+}
+bool isAny(const MouseNode&) {
+  return true;
+}
+
+std::vector<std::string> pathsOf(const MouseHardware& mouse, bool (*isMeant)(const MouseNode&)) {
+  std::vector<std::string> paths;
+  for (const MouseNode& node : mouse.nodes) {
+    if (isMeant(node)) paths.push_back(node.path);
+  }
+  return paths;
+}
+
 Finding engineFinding(const Examination& found) {
   switch (found.engine) {
     case ServiceState::Running:
@@ -49,13 +64,14 @@ std::string remedyOfAccess(const Examination& found) {
 std::vector<Finding> miceFindings(const Examination& found) {
   if (found.machineMice.empty()) return {{"Mice", State::Optional, "none is plugged in; the virtual one can be used"}};
   std::vector<Finding> findings;
-  for (const MachineMouse& mouse : found.machineMice) {
+  for (const MouseHardware& mouse : found.machineMice) {
     const std::string what = "Mouse \"" + mouse.name + "\"";
-    std::vector<std::string> closed = mouse.forbidden;
-    closed.insert(closed.end(), mouse.closedKeys.begin(), mouse.closedKeys.end());
+    const std::vector<std::string> closed = pathsOf(mouse, isClosed);
+    const bool isPointerClosed = std::ranges::any_of(
+        mouse.nodes, [](const MouseNode& node) { return isClosed(node) && node.codes.isPointer(); });
     if (closed.empty()) {
-      findings.push_back({what, State::Fine, "you may use it: " + joined(mouse.nodes)});
-    } else if (mouse.forbidden.empty() && !found.rules.empty()) {
+      findings.push_back({what, State::Fine, "you may use it: " + joined(pathsOf(mouse, isAny))});
+    } else if (!isPointerClosed && !found.rules.empty()) {
       findings.push_back(
           {what, State::Optional, "its keys stay closed, since they may be those of a keyboard: " + joined(closed)});
     } else {
@@ -81,10 +97,10 @@ Finding outputFinding(const Examination& found) {
 Finding rulesFinding(const Examination& found) {
   if (!found.rules.empty()) return {"udev rules", State::Fine, found.rules};
   // Whoever has access already gets it in another way.
-  const bool isNeeded = found.output == FileAccess::Forbidden ||
-                        std::any_of(found.machineMice.begin(), found.machineMice.end(), [](const MachineMouse& mouse) {
-                          return !mouse.forbidden.empty() || !mouse.closedKeys.empty();
-                        });
+  const bool isNeeded =
+      found.output == FileAccess::Forbidden || std::ranges::any_of(found.machineMice, [](const MouseHardware& mouse) {
+        return std::ranges::any_of(mouse.nodes, isClosed);
+      });
   return {"udev rules", isNeeded ? State::Missing : State::Optional, "they are not installed", installRules(found)};
 }
 

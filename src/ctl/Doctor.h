@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "ctl/MachineMice.h"
+#include "ctl/DeviceAccess.h"
+#include "mice/MouseFinder.h"
 #include "model/PropertyList.h"
 
 namespace vorn::ctl {
@@ -20,7 +21,7 @@ enum class ServiceState : std::uint8_t {
 struct Examination {
   ServiceState engine = ServiceState::Missing;
   PropertyList mice;  // what the engine lists; none without an answer of it
-  std::vector<MachineMouse> machineMice;
+  std::vector<MouseHardware> machineMice;
   FileAccess output = FileAccess::Missing;     // to /dev/uinput
   std::string rules;                           // of udev: their path; empty where they are not installed
   std::string rulesAtHand = "70-skarn.rules";  // a copy of them to install

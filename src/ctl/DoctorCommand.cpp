@@ -49,7 +49,7 @@ Examination examine(const Context& context) {
     found.mice = mice.values.front();
     found.engine = ServiceState::Running;
   }
-  found.machineMice = miceOfMachine();
+  found.machineMice = findMice().mice;
   found.output = accessTo(mice::outputNode);
   found.rules = installedRules();
   found.rulesAtHand = rulesAtHand();

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "mice/MouseIdentity.h"
+#include "mice/NodeKind.h"
 
 namespace vorn {
 
@@ -79,8 +80,7 @@ std::optional<Owner> ownerOf(udev_device* node) {
   const bool isReceived = above != nullptr && text(udev_device_get_subsystem(above)) == "hid";
   if (usb != nullptr && !isBehindAdapter && !isReceived)
     return Owner{usb, {BUS_USB, number(attribute(usb, "idVendor")), number(attribute(usb, "idProduct"))}, true, false};
-  const bool isMousesBus = id.bus == BUS_USB || id.bus == BUS_BLUETOOTH;
-  return hid != nullptr && isMousesBus ? std::optional(Owner{hid, id, false, isReceived}) : std::nullopt;
+  return hid != nullptr && isBusOfMice(id.bus) ? std::optional(Owner{hid, id, false, isReceived}) : std::nullopt;
 }
 
 // The same mouse in the same socket is in the same place.
@@ -117,6 +117,11 @@ std::vector<OwnedDevice> devices(udev* context, const char* subsystem, const cha
   return result;
 }
 
+NodeKind kindOf(udev_device* node) {
+  return {is(node, "ID_INPUT_MOUSE") && !is(node, "ID_INPUT_JOYSTICK"),
+          is(node, "ID_INPUT_TOUCHPAD") || is(node, "ID_INPUT_TABLET")};
+}
+
 // A mouse while its nodes are gathered.
 class Gathering {
  public:
@@ -140,12 +145,9 @@ class Gathering {
 
   // Nothing where it is no mouse.
   std::optional<MouseHardware> finish(udev* context) {
-    bool isMouse = false;
-    for (const OwnedDevice& node : mNodes) {
-      if (is(node.get(), "ID_INPUT_TOUCHPAD") || is(node.get(), "ID_INPUT_TABLET")) return std::nullopt;
-      isMouse |= is(node.get(), "ID_INPUT_MOUSE") && !is(node.get(), "ID_INPUT_JOYSTICK");
-    }
-    if (!isMouse) return std::nullopt;
+    std::vector<NodeKind> kinds;
+    for (const OwnedDevice& node : mNodes) kinds.push_back(kindOf(node.get()));
+    if (!isMouse(kinds)) return std::nullopt;
     // In the order in which the kernel has made them, so that those that are named alike keep their names.
     std::sort(mNodes.begin(), mNodes.end(), [](const OwnedDevice& one, const OwnedDevice& other) {
       return udev_device_get_devnum(one.get()) < udev_device_get_devnum(other.get());

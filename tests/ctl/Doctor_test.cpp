@@ -21,12 +21,20 @@ PropertyList mouse(const std::string& id, bool isInUse) {
       {{"id", id}, {"name", "Acme"}, {"isInUse", isInUse}, {"isPresent", true}, {"isAllowed", true}});
 }
 
+MouseHardware mouseOfMachine() {
+  MouseHardware found;
+  found.name = "Acme";
+  found.nodes = {{"/dev/input/event4", "00 Acme", {}, false}, {"/dev/input/event5", "01 Acme", {}, false}};
+  found.nodes[0].codes.relative.set(REL_X).set(REL_Y);
+  return found;
+}
+
 // A machine where nothing is missing.
 Examination well() {
   Examination found;
   found.engine = ServiceState::Running;
   found.mice = PropertyList::array({mouse("usb-1", true), mouse("virtual", false)});
-  found.machineMice = {{"Acme", {"/dev/input/event4", "/dev/input/event5"}, {}, {}}};
+  found.machineMice = {mouseOfMachine()};
   found.output = FileAccess::Allowed;
   found.rules = "/usr/lib/udev/rules.d/70-skarn.rules";
   found.hasSystemBus = true;
@@ -58,20 +66,20 @@ TEST(DoctorTest, FindsNothingMissingWhereAllIsWell) {
 
 TEST(DoctorTest, SaysWhatGivesAccess) {
   Examination found = well();
-  found.machineMice[0].forbidden = {"/dev/input/event5"};
+  found.machineMice[0].nodes[0].isForbidden = true;
   found.output = FileAccess::Forbidden;
   const std::string noOutput = "no access, so the engine can neither type nor click";
-  EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event5", apply},
+  EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event4", apply},
                                           {"/dev/uinput", State::Missing, noOutput, apply}}));
   found.rules.clear();
-  EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event5", install},
+  EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event4", install},
                                           {"/dev/uinput", State::Missing, noOutput, install},
                                           {"udev rules", State::Missing, "they are not installed", install}}));
 }
 
 TEST(DoctorTest, LeavesKeysClosedThatMayBeThoseOfAKeyboard) {
   Examination found = well();
-  found.machineMice[0].closedKeys = {"/dev/input/event5"};
+  found.machineMice[0].nodes[1].isForbidden = true;
   EXPECT_EQ(differences(found),
             (Findings{{"Mouse \"Acme\"", State::Optional,
                        "its keys stay closed, since they may be those of a keyboard: /dev/input/event5"}}));
