@@ -27,19 +27,16 @@ std::string joined(const std::vector<std::string>& all) {
   return text;
 }
 
-bool isClosed(const MouseNode& node) {
-  return node.isForbidden;
-}
-bool isAny(const MouseNode&) {
-  return true;
+std::vector<std::string> pathsOf(const std::vector<MouseNode>& nodes) {
+  std::vector<std::string> paths;
+  for (const MouseNode& node : nodes) paths.push_back(node.path);
+  return paths;
 }
 
-std::vector<std::string> pathsOf(const MouseHardware& mouse, bool (*isMeant)(const MouseNode&)) {
-  std::vector<std::string> paths;
-  for (const MouseNode& node : mouse.nodes) {
-    if (isMeant(node)) paths.push_back(node.path);
-  }
-  return paths;
+std::vector<std::string> forbiddenOf(const MouseHardware& mouse) {
+  std::vector<MouseNode> nodes = mouse.nodes;
+  std::erase_if(nodes, [](const MouseNode& node) { return !node.isForbidden; });
+  return pathsOf(nodes);
 }
 
 Finding engineFinding(const Examination& found) {
@@ -61,22 +58,23 @@ std::string remedyOfAccess(const Examination& found) {
   return found.rules.empty() ? installRules(found) : applyRules;
 }
 
+Finding mouseFinding(const Examination& found, const MouseHardware& mouse, const std::string& what) {
+  const std::vector<std::string> forbidden = forbiddenOf(mouse);
+  if (!forbidden.empty()) return {what, State::Missing, "no access to " + joined(forbidden), remedyOfAccess(found)};
+  if (mouse.otherNodes.empty()) return {what, State::Fine, "you may use it: " + joined(pathsOf(mouse.nodes))};
+  return {what, State::Optional,
+          "its keys stay closed, since they may be those of a keyboard: " + joined(mouse.otherNodes)};
+}
+
 std::vector<Finding> miceFindings(const Examination& found) {
-  if (found.machineMice.empty()) return {{"Mice", State::Optional, "none is plugged in; the virtual one can be used"}};
   std::vector<Finding> findings;
-  for (const MouseHardware& mouse : found.machineMice) {
-    const std::string what = "Mouse \"" + mouse.name + "\"";
-    const std::vector<std::string> closed = pathsOf(mouse, isClosed);
-    const bool isPointerClosed = std::ranges::any_of(
-        mouse.nodes, [](const MouseNode& node) { return isClosed(node) && node.codes.isPointer(); });
-    if (closed.empty()) {
-      findings.push_back({what, State::Fine, "you may use it: " + joined(pathsOf(mouse, isAny))});
-    } else if (!isPointerClosed && !found.rules.empty()) {
-      findings.push_back(
-          {what, State::Optional, "its keys stay closed, since they may be those of a keyboard: " + joined(closed)});
-    } else {
-      findings.push_back({what, State::Missing, "no access to " + joined(closed), remedyOfAccess(found)});
-    }
+  if (found.machineMice.empty())
+    findings.push_back({"Mice", State::Optional, "none is plugged in; the virtual one can be used"});
+  const auto whatIs = [](const MouseHardware& mouse) { return "Mouse \"" + mouse.name + "\""; };
+  for (const MouseHardware& mouse : found.machineMice) findings.push_back(mouseFinding(found, mouse, whatIs(mouse)));
+  for (const MouseHardware& mouse : found.leftAlone) {
+    findings.push_back(
+        {whatIs(mouse), State::Optional, "it is left alone, since it may be a keyboard: " + joined(mouse.otherNodes)});
   }
   return findings;
 }
@@ -98,9 +96,8 @@ Finding rulesFinding(const Examination& found) {
   if (!found.rules.empty()) return {"udev rules", State::Fine, found.rules};
   // Whoever has access already gets it in another way.
   const bool isNeeded =
-      found.output == FileAccess::Forbidden || std::ranges::any_of(found.machineMice, [](const MouseHardware& mouse) {
-        return std::ranges::any_of(mouse.nodes, isClosed);
-      });
+      found.output == FileAccess::Forbidden ||
+      std::ranges::any_of(found.machineMice, [](const MouseHardware& mouse) { return !forbiddenOf(mouse).empty(); });
   return {"udev rules", isNeeded ? State::Missing : State::Optional, "they are not installed", installRules(found)};
 }
 

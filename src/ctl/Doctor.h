@@ -22,6 +22,7 @@ struct Examination {
   ServiceState engine = ServiceState::Missing;
   PropertyList mice;  // what the engine lists; none without an answer of it
   std::vector<MouseHardware> machineMice;
+  std::vector<MouseHardware> leftAlone;        // that may be keyboards
   FileAccess output = FileAccess::Missing;     // to /dev/uinput
   std::string rules;                           // of udev: their path; empty where they are not installed
   std::string rulesAtHand = "70-skarn.rules";  // a copy of them to install

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <chrono>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ctl/Commands.h"
@@ -49,7 +50,9 @@ Examination examine(const Context& context) {
     found.mice = mice.values.front();
     found.engine = ServiceState::Running;
   }
-  found.machineMice = findMice().mice;
+  Found onMachine = findMice();
+  found.machineMice = std::move(onMachine.mice);
+  found.leftAlone = std::move(onMachine.leftAlone);
   found.output = accessTo(mice::outputNode);
   found.rules = installedRules();
   found.rulesAtHand = rulesAtHand();

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <optional>
@@ -117,9 +118,25 @@ std::vector<OwnedDevice> devices(udev* context, const char* subsystem, const cha
   return result;
 }
 
-NodeKind kindOf(udev_device* node) {
-  return {is(node, "ID_INPUT_MOUSE") && !is(node, "ID_INPUT_JOYSTICK"),
-          is(node, "ID_INPUT_TOUCHPAD") || is(node, "ID_INPUT_TABLET")};
+// As many bytes of it as tell what it begins with.
+std::string beginOfDescriptor(udev_device* hid) {
+  if (hid == nullptr) return {};
+  std::ifstream file(text(udev_device_get_syspath(hid)) + "/report_descriptor", std::ios::binary);
+  char begin[8];
+  file.read(begin, sizeof begin);
+  return {begin, static_cast<std::size_t>(file.gcount())};
+}
+
+NodeKind kindOf(udev_device* node, const Owner& owner) {
+  NodeKind kind;
+  kind.isMouse = is(node, "ID_INPUT_MOUSE") && !is(node, "ID_INPUT_JOYSTICK");
+  kind.isTouched = is(node, "ID_INPUT_TOUCHPAD") || is(node, "ID_INPUT_TABLET");
+  kind.isKeyboard = is(node, "ID_INPUT_KEYBOARD");
+  udev_device* hid = udev_device_get_parent_with_subsystem_devtype(node, "hid", nullptr);
+  kind.isBehindMouse =
+      !owner.isReceived && beginsWithMouse(property(node, "ID_USB_INTERFACES"), beginOfDescriptor(hid));
+  kind.isNamedAsMouse = is(node, "SKARN_MOUSE");
+  return kind;
 }
 
 // A mouse while its nodes are gathered.
@@ -143,16 +160,22 @@ class Gathering {
 
   void add(OwnedDevice node) { mNodes.push_back(std::move(node)); }
 
-  // Nothing where it is no mouse.
+  // Nothing where it is no mouse; no nodes where all of them may be a keyboard's.
   std::optional<MouseHardware> finish(udev* context) {
-    std::vector<NodeKind> kinds;
-    for (const OwnedDevice& node : mNodes) kinds.push_back(kindOf(node.get()));
-    if (!isMouse(kinds)) return std::nullopt;
     // In the order in which the kernel has made them, so that those that are named alike keep their names.
     std::sort(mNodes.begin(), mNodes.end(), [](const OwnedDevice& one, const OwnedDevice& other) {
       return udev_device_get_devnum(one.get()) < udev_device_get_devnum(other.get());
     });
-    for (const OwnedDevice& node : mNodes) describe(node.get());
+    std::vector<NodeKind> kinds;
+    for (const OwnedDevice& node : mNodes) kinds.push_back(kindOf(node.get(), mOwner));
+    if (!isMouse(kinds)) return std::nullopt;
+    for (std::size_t index = 0; index < mNodes.size(); ++index) {
+      udev_device* node = mNodes[index].get();
+      if (isOfMouse(kinds[index]))
+        describe(node);
+      else
+        mHardware.otherNodes.push_back(text(udev_device_get_devnode(node)));
+    }
     const OwnedDevice owner(udev_device_new_from_syspath(context, mHardware.systemPath.c_str()));
     if (!owner) return std::nullopt;
     for (const OwnedDevice& raw : devices(context, "hidraw", nullptr, owner.get()))
@@ -220,7 +243,11 @@ Found findMice() {
   }
   std::vector<std::pair<MouseHardware, std::string>> mice;
   for (auto& [path, gathering] : gathered) {
-    if (auto mouse = gathering.finish(context.get())) mice.emplace_back(std::move(*mouse), gathering.place());
+    auto mouse = gathering.finish(context.get());
+    if (mouse && mouse->nodes.empty())
+      found.leftAlone.push_back(std::move(*mouse));
+    else if (mouse)
+      mice.emplace_back(std::move(*mouse), gathering.place());
   }
   makeUnique(mice);
   for (auto& [mouse, place] : mice) found.mice.push_back(std::move(mouse));

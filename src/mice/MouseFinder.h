@@ -30,17 +30,20 @@ struct MouseHardware {
   std::int32_t resolution = 0;   // DPI; 0 where udev does not know it
   std::string systemPath;        // of the USB or HID device, /sys/devices/...
   std::vector<MouseNode> nodes;
+  std::vector<std::string> otherNodes;     // paths of those that may be a keyboard's, and so are left alone
   std::vector<std::string> rawNodes;       // /dev/hidraw3
   std::vector<std::string> powerSupplies;  // their names in /sys/class/power_supply
   friend bool operator==(const MouseHardware&, const MouseHardware&) = default;
 };
 
 struct Found {
-  std::vector<MouseHardware> mice;  // by name, then by ID
-  bool isComplete = true;           // udev knows each event node that there is
+  std::vector<MouseHardware> mice;       // by name, then by ID
+  std::vector<MouseHardware> leftAlone;  // mice that may be keyboards in all their nodes
+  bool isComplete = true;                // udev knows each event node that there is
 };
 
-// Touchpads, tablets and what programs make (uinput) are no mice, nor what has neither USB nor Bluetooth.
+// Touchpads, tablets and what programs make (uinput) are no mice, nor what has neither USB nor Bluetooth. What may be a
+// keyboard's is no part of a mouse, also for a user who may read everything.
 Found findMice();
 
 // Whether udev is done with this event node, so that others have heard of it.

@@ -77,15 +77,38 @@ TEST(DoctorTest, SaysWhatGivesAccess) {
                                           {"udev rules", State::Missing, "they are not installed", install}}));
 }
 
-TEST(DoctorTest, LeavesKeysClosedThatMayBeThoseOfAKeyboard) {
+TEST(DoctorTest, MissesTheKeysOfAMouse) {
   Examination found = well();
   found.machineMice[0].nodes[1].isForbidden = true;
+  found.machineMice[0].otherNodes = {"/dev/input/event6"};
   EXPECT_EQ(differences(found),
-            (Findings{{"Mouse \"Acme\"", State::Optional,
-                       "its keys stay closed, since they may be those of a keyboard: /dev/input/event5"}}));
+            (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event5", apply}}));
   found.rules.clear();
   EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme\"", State::Missing, "no access to /dev/input/event5", install},
                                           {"udev rules", State::Missing, "they are not installed", install}}));
+}
+
+TEST(DoctorTest, LeavesKeysClosedThatMayBeThoseOfAKeyboard) {
+  Examination found = well();
+  found.machineMice[0].otherNodes = {"/dev/input/event6"};
+  EXPECT_EQ(differences(found),
+            (Findings{{"Mouse \"Acme\"", State::Optional,
+                       "its keys stay closed, since they may be those of a keyboard: /dev/input/event6"}}));
+  found.rules.clear();
+  EXPECT_EQ(differences(found),
+            (Findings{{"Mouse \"Acme\"", State::Optional,
+                       "its keys stay closed, since they may be those of a keyboard: /dev/input/event6"},
+                      {"udev rules", State::Optional, "they are not installed", install}}));
+}
+
+TEST(DoctorTest, NamesWhatMayBeAKeyboardAltogether) {
+  Examination found = well();
+  found.leftAlone = {mouseOfMachine()};
+  found.leftAlone[0].name = "Acme Keyboard";
+  found.leftAlone[0].nodes.clear();
+  found.leftAlone[0].otherNodes = {"/dev/input/event6"};
+  EXPECT_EQ(differences(found), (Findings{{"Mouse \"Acme Keyboard\"", State::Optional,
+                                           "it is left alone, since it may be a keyboard: /dev/input/event6"}}));
 }
 
 TEST(DoctorTest, MissesNoRulesWhereThereIsAccessWithoutThem) {
