@@ -1793,6 +1793,10 @@ For this profile, set the brightness to Off.</translation>
         <source>Not plugged in</source>
         <translation>Not plugged in</translation>
     </message>
+    <message id="lkeyMouseBusy">
+        <source>Another program keeps a part of it for itself (%1). What is assigned there does nothing until it is let go.</source>
+        <translation>Another program keeps a part of it for itself (%1). What is assigned there does nothing until it is let go.</translation>
+    </message>
     <message id="lkeyMouseButton">
         <source>Mouse Button</source>
         <translation>Mouse Button</translation>
@@ -1858,6 +1862,10 @@ For this profile, set the brightness to Off.</translation>
 The device rules that come with the package allow it to whoever sits at the machine. With them installed, this command puts them in force at once:</source>
         <translation>You may not use this mouse: your account may not open %1.
 The device rules that come with the package allow it to whoever sits at the machine. With them installed, this command puts them in force at once:</translation>
+    </message>
+    <message id="lkeyMouseHeld">
+        <source>Something on it is held down, and what is assigned there does nothing until it is let go (%1). Press it once more, or plug the mouse in again.</source>
+        <translation>Something on it is held down, and what is assigned there does nothing until it is let go (%1). Press it once more, or plug the mouse in again.</translation>
     </message>
     <message id="lkeyMouseInUse">
         <source>In use</source>

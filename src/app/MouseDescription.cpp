@@ -14,6 +14,12 @@ QString textOf(const PropertyList& value) {
   return QString::fromStdString(value.toString());
 }
 
+QStringList textsOf(const PropertyList& values) {
+  QStringList texts;
+  for (const PropertyList& value : values.elements()) texts << textOf(value);
+  return texts;
+}
+
 MouseDescription::Controls controlsOf(const PropertyList& identifiers) {
   MouseDescription::Controls controls;
   for (const PropertyList& identifier : identifiers.elements()) controls.insert(identifier.toString());
@@ -44,7 +50,7 @@ MouseDescription mouseDescription(const PropertyList& mouse) {
   description.isInUse = mouse[words::IsInUse].toBool();
   description.isPresent = mouse[words::IsPresent].toBool();
   description.isAllowed = mouse[words::IsAllowed].toBool();
-  for (const PropertyList& file : mouse[words::Forbidden].elements()) description.forbidden << textOf(file);
+  description.forbidden = textsOf(mouse[words::Forbidden]);
   description.controls = controlsOf(mouse[words::Controls]);
   description.taught = controlsOf(mouse[words::Taught]);
   description.resolution = mouse[words::Resolution].toInt();
@@ -53,6 +59,8 @@ MouseDescription mouseDescription(const PropertyList& mouse) {
   description.hasLight = mouse[words::HasLight].toBool();
   description.hasPower = mouse[words::HasPower].toBool();
   description.hasBattery = mouse[words::HasBattery].toBool();
+  description.held = textsOf(mouse[words::Held]);
+  description.busy = textsOf(mouse[words::Busy]);
   return description;
 }
 

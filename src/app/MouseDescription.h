@@ -36,6 +36,8 @@ struct MouseDescription {
   bool hasLight = false;
   bool hasPower = false;
   bool hasBattery = false;
+  QStringList held;  // device files that are not used, since something on them is held down
+  QStringList busy;  // likewise, since another program keeps them for itself
 
   bool isVirtual() const { return connection == Connection::Virtual; }
   // One that has to be taught, scaled and so on.

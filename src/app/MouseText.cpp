@@ -167,6 +167,11 @@ QStringList abilityTexts(const MouseDescription& mouse) {
   QStringList texts{countText(mouse)};
   if (!mouse.isInUse) return texts << localized("lkeyMouseMoreInUse");
   if (!mouse.isPresent) return texts;
+  const auto tellUnused = [&texts](const char* key, const QStringList& files) {
+    if (!files.isEmpty()) texts.prepend(localized(key).arg(files.join(localized("lkeyListSeparator"))));
+  };
+  tellUnused("lkeyMouseBusy", mouse.busy);
+  tellUnused("lkeyMouseHeld", mouse.held);
   texts << sensitivityText(mouse);
   if (const QString offered = listOfAbilities(mouse, true); !offered.isEmpty())
     texts << localized("lkeyMouseOffers").arg(offered);

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "ctl/MiceWords.h"
 #include "ctl/Text.h"
 #include "protocol/Mice.h"
 
@@ -116,7 +117,16 @@ std::vector<Finding> useFindings(const Examination& found) {
   if (!(*used)[words::IsPresent].toBool()) return {{what, State::Missing, "\"" + name + "\" is not plugged in"}};
   if (!(*used)[words::IsAllowed].toBool())
     return {{what, State::Missing, "the engine has no access to all of \"" + name + "\"", remedyOfAccess(found)}};
-  return {{what, State::Fine, "\"" + name + "\", and the engine has it open"}};
+  std::vector<Finding> findings;
+  if (const std::string held = withCommas((*used)[words::Held]); !held.empty()) {
+    findings.push_back({what, State::Missing,
+                        "\"" + name + "\" is not used where something is held down (" + held +
+                            "): press it and let it go, or plug the mouse in again"});
+  }
+  if (const std::string busy = withCommas((*used)[words::Busy]); !busy.empty())
+    findings.push_back({what, State::Missing, "another program keeps " + busy + " of \"" + name + "\" for itself"});
+  if (findings.empty()) findings.push_back({what, State::Fine, "\"" + name + "\", and the engine has it open"});
+  return findings;
 }
 
 Finding serviceFinding(const Examination& found, const std::string& what, ServiceState state, const std::string& use,

@@ -19,12 +19,6 @@ bool isVirtual(const PropertyList& mouse) {
   return mouse[words::ID].string() == mice::virtualMouse;
 }
 
-std::string joined(const PropertyList& texts) {
-  std::string text;
-  for (const PropertyList& each : texts.elements()) text += (text.empty() ? "" : ", ") + each.toString();
-  return text;
-}
-
 std::string connectionOf(const PropertyList& mouse) {
   if (!mouse[words::IsPresent].toBool()) return "not plugged in";
   const std::string_view connection = mouse[words::Connection].string();
@@ -80,6 +74,12 @@ Failure ambiguous(const std::vector<PropertyList>& found, const std::string& wor
 
 }  // namespace
 
+std::string withCommas(const PropertyList& texts) {
+  std::string text;
+  for (const PropertyList& each : texts.elements()) text += (text.empty() ? "" : ", ") + each.toString();
+  return text;
+}
+
 Result<PropertyList> mouseNamed(const PropertyList& all, const std::string& word) {
   const std::u32string folded = foldedCase(word);
   const auto hasID = [&word](const PropertyList& mouse) { return mouse[words::ID].string() == word; };
@@ -102,7 +102,7 @@ std::string lineOfMouse(const PropertyList& mouse) {
   std::string line = mouse[words::IsInUse].toBool() ? "* " : "  ";
   line += padded(mouse[words::Name].toString(), widthOfName) + padded(mouse[words::ID].toString(), widthOfID);
   line += connectionOf(mouse);
-  if (!mouse[words::Forbidden].isEmpty()) line += "; no access to " + joined(mouse[words::Forbidden]);
+  if (!mouse[words::Forbidden].isEmpty()) line += "; no access to " + withCommas(mouse[words::Forbidden]);
   line.erase(line.find_last_not_of(' ') + 1);
   return line;
 }
@@ -115,8 +115,13 @@ std::vector<std::string> linesOfMouse(const PropertyList& mouse) {
                                     "State:        " + std::string(isInUse ? "in use" : "not in use") +
                                         (connection.empty() ? "" : ", " + connection)};
   if (!isVirtual(mouse)) {
-    lines.push_back("Device files: " + joined(mouse[words::Nodes]));
-    if (!mouse[words::Forbidden].isEmpty()) lines.push_back("No access to: " + joined(mouse[words::Forbidden]));
+    lines.push_back("Device files: " + withCommas(mouse[words::Nodes]));
+    if (!mouse[words::Forbidden].isEmpty()) lines.push_back("No access to: " + withCommas(mouse[words::Forbidden]));
+    if (const PropertyList& held = mouse[words::Held]; !held.isEmpty())
+      lines.push_back("Not used:     " + withCommas(held) +
+                      ", since something on it is held down; press it and let it go");
+    if (const PropertyList& busy = mouse[words::Busy]; !busy.isEmpty())
+      lines.push_back("Not used:     " + withCommas(busy) + ", since another program keeps it for itself");
     lines.push_back("Controls:     " + controlsOf(mouse[words::Controls]));
     lines.push_back("Taught:       " + controlsOf(mouse[words::Taught]));
     const std::int64_t resolution = mouse[words::Resolution].toInt64();

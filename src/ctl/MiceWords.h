@@ -18,6 +18,9 @@ std::string lineOfMouse(const PropertyList& mouse);
 // All that is known of it.
 std::vector<std::string> linesOfMouse(const PropertyList& mouse);
 
+// The texts of an array, "/dev/input/event4, /dev/input/event5".
+std::string withCommas(const PropertyList& texts);
+
 // "12 Z"; a fixed key as it is.
 std::string nameOfControl(const std::string& identifier);
 // What became of a teaching: a dictionary with "control", "source" and "former".

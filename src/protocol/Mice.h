@@ -63,6 +63,10 @@ inline constexpr Key HasPollingRate = "hasPollingRate";
 inline constexpr Key HasLight = "hasLight";
 inline constexpr Key HasPower = "hasPower";
 inline constexpr Key HasBattery = "hasBattery";
+// Of the mouse in use, arrays of strings: its device files that are not used though something is assigned there, since
+// something on them is held down, or another program keeps them for itself.
+inline constexpr Key Held = "held";
+inline constexpr Key Busy = "busy";
 }  // namespace keys
 
 namespace connections {

@@ -45,7 +45,9 @@ class MouseChoiceTest : public QObject {
                             .with(miceKeys::Taught, stringArray({"03"}))
                             .with(miceKeys::Sensitivity, "hardware")
                             .with(miceKeys::HasLight, true)
-                            .with(miceKeys::HasBattery, true),
+                            .with(miceKeys::HasBattery, true)
+                            .with(miceKeys::Held, stringArray({"/dev/input/event5"}))
+                            .with(miceKeys::Busy, stringArray({"/dev/input/event4"})),
                         virtualMouse()}));
     QVERIFY(one.choice.isKnown());
     QCOMPARE(one.choice.mice().size(), 2U);
@@ -61,7 +63,9 @@ class MouseChoiceTest : public QObject {
                                     .resolution = 1600,
                                     .sensitivity = MouseDescription::Sensitivity::Hardware,
                                     .hasLight = true,
-                                    .hasBattery = true};
+                                    .hasBattery = true,
+                                    .held = {"/dev/input/event5"},
+                                    .busy = {"/dev/input/event4"}};
     QVERIFY(one.choice.inUse() != nullptr && *one.choice.inUse() == expected);
     QVERIFY(one.choice.mice()[1].isVirtual());
   }

@@ -58,6 +58,19 @@ class MouseTextTest : public QObject {
     QCOMPARE(textsOf(inUse(virtualMouse())), textsOf(virtualMouse()));
   }
 
+  void what_of_the_mouse_in_use_cannot_be_used_is_told_first() {
+    const vorn::PropertyList acme = inUse(realMouse("usb-1", "Acme"));
+    const QStringList usual = abilityTexts(mouseDescription(acme));
+    const vorn::PropertyList stuck = acme.with("held", stringArray({"/dev/input/event5", "/dev/input/event6"}))
+                                         .with("busy", stringArray({"/dev/input/event4"}));
+    QCOMPARE(abilityTexts(mouseDescription(stuck)),
+             (QStringList{"Something on it is held down, and what is assigned there does nothing until it is let go "
+                          "(/dev/input/event5, /dev/input/event6). Press it once more, or plug the mouse in again.",
+                          "Another program keeps a part of it for itself (/dev/input/event4). What is assigned there "
+                          "does nothing until it is let go."} +
+              usual));
+  }
+
   void every_refusal_has_its_words() {
     using Outcome = vorn::MiceAnswer::Outcome;
     QCOMPARE(failureText(Outcome::Done), QString());

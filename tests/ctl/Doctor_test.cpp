@@ -156,6 +156,21 @@ TEST(DoctorTest, TellsOfTheMouseInUse) {
                                           {"Mouse in use", State::Fine, "the virtual one"}}));
 }
 
+TEST(DoctorTest, TellsWhatOfTheMouseInUseCannotBeUsed) {
+  const auto files = [](const char* file) { return PropertyList::array({file}); };
+  const Finding held{
+      "Mouse in use", State::Missing,
+      "\"Acme\" is not used where something is held down (/dev/input/event5): press it and let it go, or "
+      "plug the mouse in again"};
+  const Finding busy{"Mouse in use", State::Missing, "another program keeps /dev/input/event4 of \"Acme\" for itself"};
+  Examination found = well();
+  const PropertyList acme = mouse("usb-1", true).with("held", files("/dev/input/event5"));
+  found.mice = PropertyList::array({acme, mouse("virtual", false)});
+  EXPECT_EQ(differences(found), Findings{held});
+  found.mice = PropertyList::array({acme.with("busy", files("/dev/input/event4")), mouse("virtual", false)});
+  EXPECT_EQ(differences(found), (Findings{held, busy}));
+}
+
 TEST(DoctorTest, NeedsNeitherOfTheOtherServices) {
   Examination found = well();
   found.ratbag = found.power = ServiceState::Missing;

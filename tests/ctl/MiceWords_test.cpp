@@ -77,6 +77,17 @@ TEST(MiceWordsTest, TellsAllOfAMouse) {
                                        "Sensitivity:  set in the mouse", "Offers:       polling rate, battery"}));
 }
 
+TEST(MiceWordsTest, TellsWhatOfAMouseIsNotUsed) {
+  const Lines lines = linesOfMouse(mouse("usb-1", "Acme")
+                                       .with("held", texts({"/dev/input/event4", "/dev/input/event5"}))
+                                       .with("busy", texts({"/dev/input/event6"})));
+  ASSERT_EQ(lines.size(), 9U);
+  EXPECT_EQ(lines[4],
+            "Not used:     /dev/input/event4, /dev/input/event5, since something on it is held down; press it and let "
+            "it go");
+  EXPECT_EQ(lines[5], "Not used:     /dev/input/event6, since another program keeps it for itself");
+}
+
 TEST(MiceWordsTest, TellsWhatBecameOfATeaching) {
   const PropertyList taught =
       PropertyList::dictionary({{"control", "20"}, {"source", "BTN_SIDE"}, {"former", ""}, {"isTaught", true}});

@@ -76,6 +76,10 @@ struct DeviceAbilities {
   bool hasBattery = false;
   // What it sends reaches the desktop, and so the window of a client as well.
   bool reachesDesktop = false;
+  // Its device files that have to be taken from the desktop for what is assigned, and cannot be: something on them has
+  // been held down since before, and another program keeps them for itself.
+  std::vector<std::string> held{};
+  std::vector<std::string> busy{};
   friend bool operator==(const DeviceAbilities&, const DeviceAbilities&) = default;
 };
 

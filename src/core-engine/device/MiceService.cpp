@@ -79,7 +79,9 @@ PropertyList told(const Mice::Listed& listed) {
                                                   {words::HasPollingRate, listed.abilities->hasPollingRate},
                                                   {words::HasLight, listed.abilities->hasLight},
                                                   {words::HasPower, listed.abilities->hasPower},
-                                                  {words::HasBattery, listed.abilities->hasBattery}}));
+                                                  {words::HasBattery, listed.abilities->hasBattery},
+                                                  {words::Held, arrayOf(listed.abilities->held)},
+                                                  {words::Busy, arrayOf(listed.abilities->busy)}}));
 }
 
 }  // namespace

@@ -45,6 +45,8 @@ class FakeMice : public RealMice {
       DeviceAbilities result;
       result.sensitivity = DeviceAbilities::Way::Scaled;
       result.reachesDesktop = true;
+      result.held = held;
+      result.busy = busy;
       return result;
     }
     void setRecord(const MouseRecord& told) override { record = told; }
@@ -57,6 +59,8 @@ class FakeMice : public RealMice {
     bool isListening = false;
     MouseRecord record;
     Heard heard;
+    std::vector<std::string> held;
+    std::vector<std::string> busy;
 
    private:
     FakeMice& mAll;

@@ -117,6 +117,20 @@ TEST_F(MiceServiceTest, ChoosesAMouse) {
   EXPECT_EQ(absent["name"].string(), "Acme");
 }
 
+TEST_F(MiceServiceTest, TellsWhatOfTheMouseInUseCannotBeUsed) {
+  EXPECT_EQ(call("Choose", {{"s", acme}}), "");
+  PropertyList mouse = ask("List").values.at(0).at(0);
+  EXPECT_EQ(mouse["held"], texts({}));
+  EXPECT_EQ(mouse["busy"], texts({}));
+  onEngine([this] {
+    real.inUse.at(0)->held = {"/dev/input/event5"};
+    real.inUse.at(0)->busy = {"/dev/input/event4"};
+  });
+  mouse = ask("List").values.at(0).at(0);
+  EXPECT_EQ(mouse["held"], texts({"/dev/input/event5"}));
+  EXPECT_EQ(mouse["busy"], texts({"/dev/input/event4"}));
+}
+
 TEST_F(MiceServiceTest, TellsWhyItRefuses) {
   EXPECT_EQ(call("Choose", {{"s", "usb-0"}}), std::string(mice::errors::NotFound) + ": There is no mouse \"usb-0\"");
   EXPECT_EQ(call("Teach", {{"s", "43"}}),

@@ -77,6 +77,11 @@ DeviceAbilities LinuxMouse::abilities() const {
   if (abilities.sensitivity == DeviceAbilities::Way::Missing && !isForbidden && OutputDevice::isAllowed())
     abilities.sensitivity = DeviceAbilities::Way::Scaled;
   abilities.reachesDesktop = true;
+  for (const auto& node : mNodes) {
+    const NodeInUse::Obstacle obstacle = node->obstacle();
+    if (obstacle == NodeInUse::Obstacle::Held) abilities.held.push_back(node->facts().path);
+    if (obstacle == NodeInUse::Obstacle::Busy) abilities.busy.push_back(node->facts().path);
+  }
   return abilities;
 }
 
@@ -90,13 +95,11 @@ void LinuxMouse::update(std::optional<MouseHardware> hardware) {
   pursue();
   // What plays on would do so at somebody else's screen.
   if (connection() != before || std::exchange(mHasLostNode, false)) notify(ConnectionChanged{});
-  tellAbilities();
 }
 
 void LinuxMouse::hardwareChanged() {
   updateRules();
   pursue();
-  tellAbilities();
 }
 
 void LinuxMouse::batteryChanged() {
@@ -187,6 +190,7 @@ void LinuxMouse::pursue() {
     const Turn busy(*this);
     pursueOnce();
   } while (mHasChanged && ++turn < maximumTurns);
+  tellAbilities();
 }
 
 void LinuxMouse::pursueOnce() {

@@ -16,6 +16,13 @@ constexpr Scheduler::Duration retryTime = std::chrono::seconds(10);
 
 }  // namespace
 
+NodeInUse::NodeInUse(MouseNode node, NodeOwner& owner)
+    : mFacts(std::move(node)), mOwner(owner), mLongWait(owner.scheduler(), [this] {
+        mOwner.fault("held", "The mouse's node \"" + mFacts.name + "\" is not used yet (" + mFacts.path +
+                                 "), since something on it is held down.");
+        mOwner.isReady();
+      }) {}
+
 NodeInUse::~NodeInUse() {
   mOwner.scheduler().cancel(mRetry);
   close();
@@ -48,6 +55,7 @@ bool NodeInUse::setForbidden(bool isForbidden) {
   mPassed.reset();
   mCopy.reset();
   mIsWaiting = false;
+  mLongWait.set(false);
   close();
   return true;
 }
@@ -70,6 +78,13 @@ void NodeInUse::pursue(const NodeWishes& wishes) {
     open();
   else
     close();
+  mLongWait.set(mIsWaiting && !isGrabbed());
+}
+
+NodeInUse::Obstacle NodeInUse::obstacle() const {
+  if (!mWishes.isGrabbed || isGrabbed()) return Obstacle::None;
+  if (mIsBusy) return Obstacle::Busy;
+  return mLongWait.isLong() ? Obstacle::Held : Obstacle::None;
 }
 
 OutputDevice* NodeInUse::output() const {
@@ -104,9 +119,10 @@ void NodeInUse::tryGrab() {
   mIsWaiting = mNode->isAnythingDown();
   if (mIsWaiting) return;
   const InputNode::Time time = InputNode::now();
-  if (!mNode->grab()) {
+  mIsBusy = !mNode->grab() && errno == EBUSY;
+  if (!mNode->isGrabbed()) {
     fail("grab", "cannot be taken from the desktop (" + mFacts.path + ": " + std::strerror(errno) + ")" +
-                     (errno == EBUSY ? ", another program keeps it for itself" : ""));
+                     (mIsBusy ? ", another program keeps it for itself" : ""));
     return retryLater();
   }
   // It may have been pressed just now.

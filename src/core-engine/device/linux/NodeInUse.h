@@ -13,6 +13,7 @@
 #include "core-engine/Scheduler.h"
 #include "core-engine/device/Device.h"
 #include "core-engine/device/linux/InputNode.h"
+#include "core-engine/device/linux/LongWait.h"
 #include "core-engine/device/linux/MadeOutput.h"
 #include "core-engine/device/linux/PressListener.h"
 #include "core-engine/device/linux/ReportTranslator.h"
@@ -37,7 +38,7 @@ class NodeOwner {
   virtual void tell(const DeviceEvent& event) = 0;
   // Something is there to be read.
   virtual void isReadable(NodeInUse& node) = 0;
-  // What was waited for has come; pursue() is to be called again.
+  // What was waited for has come, or has been waited for too long; pursue() is to be called again.
   virtual void isReady() = 0;
   virtual void fault(std::string_view kind, const std::string& text) = 0;
 
@@ -55,8 +56,12 @@ struct NodeWishes {
 
 class NodeInUse {
  public:
+  // Why it cannot be taken from the desktop, though it is to be: something on it has been held down for long, or
+  // another program keeps it for itself.
+  enum class Obstacle : std::uint8_t { None, Held, Busy };
+
   // The owner outlives it.
-  NodeInUse(MouseNode node, NodeOwner& owner) : mFacts(std::move(node)), mOwner(owner) {}
+  NodeInUse(MouseNode node, NodeOwner& owner);
   // Tells nothing any more; what it holds on the desktop is released.
   ~NodeInUse();
   NodeInUse(const NodeInUse&) = delete;
@@ -75,6 +80,7 @@ class NodeInUse {
   void pursue(const NodeWishes& wishes);
   // It waits for what is down to come up.
   bool isWaiting() const { return mIsWaiting; }
+  Obstacle obstacle() const;
   // False when the node is gone.
   bool read();
   // Tells of the releases of all that is down on a node that is gone.
@@ -109,6 +115,8 @@ class NodeInUse {
   InputNode::Time mGrabbedUntil{};
   std::vector<HidUsage> mToldKeys;  // as pressed
   bool mIsWaiting = false;
+  LongWait mLongWait;
+  bool mIsBusy = false;     // another program has grabbed it
   bool mHasFailed = false;  // and said so
   Scheduler::Ticket mRetry = 0;
 };
