@@ -259,7 +259,10 @@ void LinuxMouse::make(std::unique_ptr<MadeOutput>& output, std::unique_ptr<Outpu
 }
 
 void LinuxMouse::tell(const DeviceEvent& event) {
-  if (const auto* const control = std::get_if<ControlChanged>(&event)) mServices.noteControl(control->isPressed);
+  if (const auto* const control = std::get_if<ControlChanged>(&event)) {
+    if (!mHeld.take(*control)) return;
+    mServices.noteControl(control->isPressed);
+  }
   notify(event);
 }
 

@@ -10,6 +10,7 @@
 
 #include "core-engine/Log.h"
 #include "core-engine/device/RealMice.h"
+#include "core-engine/device/linux/HeldControls.h"
 #include "core-engine/device/linux/MouseServices.h"
 #include "core-engine/device/linux/NodeInUse.h"
 
@@ -89,6 +90,7 @@ class LinuxMouse : public RealMouse, private NodeOwner {
   DeviceValues mValues;
   TranslationRules mRules;
   ControlSet mKept;  // the controls for which nodes are taken: assigned in whichever keymap, or taught
+  HeldControls mHeld;
   MouseServices mServices;
   bool mIsListening = false;
   Heard mHeard;

@@ -35,6 +35,7 @@ class NodeOwner {
   virtual const PressListener::Heard& heard() const = 0;  // empty when nothing is taught
   // Where the keys of nodes go that are nothing but keyboards; nullptr while there is none.
   virtual MadeOutput* keyboard() = 0;
+  // A control that is told as pressed is told as released by the same node.
   virtual void tell(const DeviceEvent& event) = 0;
   // Something is there to be read.
   virtual void isReadable(NodeInUse& node) = 0;
