@@ -12,14 +12,6 @@
 
 namespace vorn::engine {
 
-namespace {
-
-InputNode::Time timeOf(const input_event& event) {
-  return std::chrono::seconds(event.input_event_sec) + std::chrono::microseconds(event.input_event_usec);
-}
-
-}  // namespace
-
 InputNode::Time InputNode::now() {
   timespec time{};
   ::clock_gettime(CLOCK_MONOTONIC, &time);
@@ -76,34 +68,13 @@ bool InputNode::isAnythingDown() const {
   return false;
 }
 
-bool InputNode::read(const ReportHandler& handler) {
-  InputNode::Time time{};
-  const auto finish = [&] {
-    if (mReport.empty()) return;
-    // The handler may have the node read again.
-    const std::vector<KernelEvent> report = std::move(mReport);
-    mReport.clear();
-    handler(report, time);
+ReportReader::Result InputNode::read(const ReportHandler& handler) {
+  // What a fast mouse sends in a hundredth of a second.
+  constexpr std::size_t maximumEventsInOneGo = 256;
+  const auto next = [this](unsigned flags, input_event& event) {
+    return libevdev_next_event(mNode.get(), flags, &event);
   };
-  unsigned flags = LIBEVDEV_READ_FLAG_NORMAL;
-  for (;;) {
-    input_event event{};
-    const int status = libevdev_next_event(mNode.get(), flags, &event);
-    if (status == -EINTR) continue;
-    if (status == -EAGAIN && flags == LIBEVDEV_READ_FLAG_SYNC) {
-      finish();
-      flags = LIBEVDEV_READ_FLAG_NORMAL;
-      continue;
-    }
-    if (status < 0) return status == -EAGAIN;
-    time = timeOf(event);
-    if (status == LIBEVDEV_READ_STATUS_SYNC && event.type == EV_SYN && event.code == SYN_DROPPED)
-      flags = LIBEVDEV_READ_FLAG_SYNC;
-    if (event.type == EV_SYN)
-      finish();
-    else
-      mReport.push_back({event.type, event.code, event.value});
-  }
+  return mReader.read(next, handler, maximumEventsInOneGo);
 }
 
 libevdev* InputNode::description() const {

@@ -2,13 +2,10 @@
 #pragma once
 
 #include <chrono>
-#include <functional>
 #include <memory>
-#include <span>
 #include <string>
-#include <vector>
 
-#include "core-engine/device/linux/KernelEvent.h"
+#include "core-engine/device/linux/ReportReader.h"
 #include "core-engine/device/linux/ReportTranslator.h"
 #include "model/FileDescriptor.h"
 
@@ -18,10 +15,8 @@ namespace vorn::engine {
 
 class InputNode {
  public:
-  // By the kernel's monotonic clock.
-  using Time = std::chrono::microseconds;
-  // What a node tells of at once, without its SYN_REPORT.
-  using ReportHandler = std::function<void(std::span<const KernelEvent> report, Time time)>;
+  using Time = ReportReader::Time;
+  using ReportHandler = ReportReader::Handler;
 
   static Time now();
   // Nothing, with the reason in errno, where that cannot be done.
@@ -41,9 +36,9 @@ class InputNode {
   // Whether a key or button of it is down now, or a hat out of its middle, told or not.
   bool isAnythingDown() const;
 
-  // Tells of every report that has come. Where the kernel's buffer ran over, what has changed since is told as one
-  // report. False when the node is gone.
-  bool read(const ReportHandler& handler);
+  // Tells of the reports that have come, but of a flood only of its beginning: some hundred events. What is left may
+  // not make the descriptor readable. Where the kernel's buffer ran over, what has changed since is told as one report.
+  ReportReader::Result read(const ReportHandler& handler);
 
   // A new description of this node, for a copy of it: its name, numbers, codes and properties. The caller frees it;
   // nullptr when the node is gone.
@@ -58,7 +53,7 @@ class InputNode {
 
   FileDescriptor mDescriptor;
   std::unique_ptr<libevdev, Free> mNode;
-  std::vector<KernelEvent> mReport;
+  ReportReader mReader;
   bool mIsGrabbed = false;
 };
 

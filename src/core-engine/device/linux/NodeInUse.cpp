@@ -35,11 +35,16 @@ bool NodeInUse::open() {
     failToOpen();
     return false;
   }
-  mWatch = mOwner.loop().watch(mNode->descriptor(), [this] { mOwner.isReadable(*this); });
+  watch();
   return true;
 }
 
+void NodeInUse::watch() {
+  mWatch = mOwner.loop().watch(mNode->descriptor(), [this] { mOwner.isReadable(*this); });
+}
+
 void NodeInUse::close() {
+  mOwner.scheduler().cancel(std::exchange(mRest, 0));
   mOwner.loop().unwatch(std::exchange(mWatch, 0));
   mListener.reset();
   mNode.reset();
@@ -142,7 +147,7 @@ void NodeInUse::tryLetGo() {
   mGrabbedUntil = InputNode::now();
   mNode->letGo();
   // What has come meanwhile nobody else has got.
-  read();
+  readUntil(mGrabbedUntil);
   releaseAll();
   mTranslator.reset();
   mPassed.reset();
@@ -150,8 +155,33 @@ void NodeInUse::tryLetGo() {
 }
 
 bool NodeInUse::read() {
-  return !mNode ||
-         mNode->read([this](std::span<const KernelEvent> report, InputNode::Time time) { handle(report, time); });
+  if (!mNode) return true;
+  const ReportReader::Result result =
+      mNode->read([this](std::span<const KernelEvent> report, InputNode::Time time) { handle(report, time); });
+  if (result == ReportReader::Result::More) readRestSoon();
+  return result != ReportReader::Result::Gone;
+}
+
+// What is watched comes before timers and messages, so a device that never rests would keep them away for ever.
+void NodeInUse::readRestSoon() {
+  if (mRest != 0) return;
+  mOwner.loop().unwatch(std::exchange(mWatch, 0));
+  mRest = mOwner.scheduler().after(Scheduler::Duration(0), [this] {
+    mRest = 0;
+    watch();
+    mOwner.isReadable(*this);
+  });
+}
+
+void NodeInUse::readUntil(InputNode::Time end) {
+  InputNode::Time latest{};
+  const auto take = [&](std::span<const KernelEvent> report, InputNode::Time time) {
+    latest = time;
+    handle(report, time);
+  };
+  ReportReader::Result result = ReportReader::Result::More;
+  while (result == ReportReader::Result::More && latest < end) result = mNode->read(take);
+  if (result == ReportReader::Result::More) readRestSoon();
 }
 
 void NodeInUse::handle(std::span<const KernelEvent> report, InputNode::Time time) {

@@ -82,7 +82,8 @@ class NodeInUse {
   // It waits for what is down to come up.
   bool isWaiting() const { return mIsWaiting; }
   Obstacle obstacle() const;
-  // False when the node is gone.
+  // Reads what has come; of a flood the beginning, and the rest when everything else has had its turn. False when the
+  // node is gone.
   bool read();
   // Tells of the releases of all that is down on a node that is gone.
   void releaseAll();
@@ -90,6 +91,9 @@ class NodeInUse {
  private:
   bool open();
   void close();
+  void watch();
+  void readRestSoon();
+  void readUntil(InputNode::Time end);
   bool hasOutput();
   OutputDevice* output() const;
   void tryGrab();
@@ -107,6 +111,7 @@ class NodeInUse {
   NodeWishes mWishes;
   std::unique_ptr<InputNode> mNode;
   RunLoop::Watch mWatch = 0;
+  Scheduler::Ticket mRest = 0;  // of a flood, which is read then
   std::unique_ptr<MadeOutput> mCopy;
   std::optional<OutputHold> mPassed;
   std::optional<ReportTranslator> mTranslator;
