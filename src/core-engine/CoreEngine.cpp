@@ -189,6 +189,7 @@ void CoreEngine::handle(const DeviceEvent& event) {
     mPlayer.handle(event);
     if (std::holds_alternative<ConnectionChanged>(event)) mDeviceNews.announce();
     if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();
+    if (std::holds_alternative<FirmwareChanged>(event)) mDeviceNews.firmwareChanged();
     const bool isOther = std::holds_alternative<ConnectionChanged>(event);
     if (isOther || std::holds_alternative<AbilitiesChanged>(event)) mMice.tellChanged();
   };

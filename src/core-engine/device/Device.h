@@ -23,6 +23,10 @@ struct ConnectionChanged {
 struct BatteryChanged {
   friend bool operator==(const BatteryChanged&, const BatteryChanged&) = default;
 };
+// The mouse tells another firmware version than when it came.
+struct FirmwareChanged {
+  friend bool operator==(const FirmwareChanged&, const FirmwareChanged&) = default;
+};
 // A control was pressed or released; control is its identifier, or one of the fixed keys (model/Controls.h). A step of
 // the wheel is a press and a release.
 struct ControlChanged {
@@ -44,7 +48,8 @@ struct KeyChanged {
 struct AbilitiesChanged {
   friend bool operator==(const AbilitiesChanged&, const AbilitiesChanged&) = default;
 };
-using DeviceEvent = std::variant<ConnectionChanged, BatteryChanged, ControlChanged, KeyChanged, AbilitiesChanged>;
+using DeviceEvent =
+    std::variant<ConnectionChanged, BatteryChanged, FirmwareChanged, ControlChanged, KeyChanged, AbilitiesChanged>;
 
 // What a control does depends on the settings, and a mouse that goes lets go of its controls.
 inline bool needsSettings(const DeviceEvent& event) {
@@ -68,7 +73,8 @@ class Device {
   virtual ~Device() = default;
 
   virtual Connection connection() const = 0;
-  // As the maker writes it; empty while the mouse is absent or does not tell.
+  // As the maker writes it; empty while the mouse is absent or does not tell. What other services know of it may come
+  // later than the mouse; FirmwareChanged tells.
   virtual std::string firmwareVersion() const = 0;
   virtual int batteryPercent() const = 0;  // 0 to 100; 0 while the mouse is absent
   virtual ChargingStatus chargingStatus() const = 0;

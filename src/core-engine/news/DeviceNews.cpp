@@ -38,12 +38,15 @@ PropertyList chargingReport(const Device& device) {
   return report(MessageID::QueryChargingStatus, {{newsKeys::DeviceChargingStatus, static_cast<std::int32_t>(status)}});
 }
 
-DeviceNews::DeviceNews(const Device& device, NewsPort& port) : mDevice(device), mPort(port) {
+DeviceNews::DeviceNews(const Device& device, NewsPort& port)
+    : mDevice(device), mPort(port), mFirmwareVersion(device.firmwareVersion()) {
   remember();
 }
 
 void DeviceNews::announce() {
   remember();
+  // Who hears of the mouse asks for it.
+  mFirmwareVersion = mDevice.firmwareVersion();
   if (!mDevice.isPresent()) {
     // It serves both products.
     mPort.post(notificationNames::deviceRemoved(wiredProductID), {});
@@ -66,6 +69,13 @@ void DeviceNews::batteryChanged() {
   const bool isDisplayed = earlierStatus != hidden || mChargingStatus != hidden;
   if (mBatteryPercent != earlierPercent && isDisplayed) mPort.post(name, levelReport(mBatteryPercent));
   if (mChargingStatus != earlierStatus) mPort.post(name, chargingReport(mDevice));
+}
+
+void DeviceNews::firmwareChanged() {
+  const std::string version = mDevice.firmwareVersion();
+  if (!mDevice.isPresent() || version.empty() || version == mFirmwareVersion) return;
+  mFirmwareVersion = version;
+  mPort.post(notificationNames::commandReply(productInUse(mDevice)), firmwareReport(mDevice));
 }
 
 void DeviceNews::remember() {

@@ -1,8 +1,9 @@
-// What is told to everybody about the mouse itself: that it came or went, its battery and its charging status. One
-// thread, the engine's.
+// What is told to everybody about the mouse itself: that it came or went, its battery, its charging status and its
+// firmware version. One thread, the engine's.
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "core-engine/device/Device.h"
 #include "core-engine/news/NewsPort.h"
@@ -34,6 +35,9 @@ class DeviceNews {
   void announce();
   // Tells the battery level and the charging status, as far as they are others than at the last time.
   void batteryChanged();
+  // Tells the firmware version, where it is another one than at the last time. One that is no longer known is what it
+  // was.
+  void firmwareChanged();
 
  private:
   void remember();
@@ -42,6 +46,7 @@ class DeviceNews {
   NewsPort& mPort;
   int mBatteryPercent = 0;
   ChargingStatus mChargingStatus = ChargingStatus::NoBatteryDisplay;
+  std::string mFirmwareVersion;
 };
 
 }  // namespace vorn::engine

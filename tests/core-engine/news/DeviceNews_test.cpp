@@ -66,6 +66,40 @@ TEST_F(DeviceNewsTest, TellTheLevelUnderTheProductInUseWhileTheBatteryGoesDown) 
   EXPECT_EQ(take(), (Posts{level(67, "0"), level(33, "0")}));
 }
 
+TEST_F(DeviceNewsTest, TellTheFirmwareVersionThatComesLaterThanTheMouse) {
+  device.setFirmwareVersion("");
+  device.setConnection(Connection::Wireless);
+  take();
+  device.setFirmwareVersion("2.10");
+  news.firmwareChanged();
+  news.firmwareChanged();
+  EXPECT_EQ(take(), Posts{firmwareOf(false, 0, "2.10", "0")});
+  device.setFirmwareVersion("2.20");
+  news.firmwareChanged();
+  EXPECT_EQ(take(), Posts{firmwareOf(false, 0, "2.20", "0")});
+}
+
+TEST_F(DeviceNewsTest, TellNoFirmwareVersionThatClientsAskFor) {
+  news.firmwareChanged();
+  EXPECT_EQ(take(), Posts{});
+  device.setConnection(Connection::Absent);
+  device.setFirmwareVersion("2.10");
+  news.firmwareChanged();
+  EXPECT_EQ(take(), Posts{removed});
+  device.setConnection(Connection::Wired);
+  take();
+  news.firmwareChanged();
+  EXPECT_EQ(take(), Posts{});
+}
+
+TEST_F(DeviceNewsTest, AFirmwareVersionThatIsNoLongerKnownIsWhatItWas) {
+  device.setFirmwareFailing(true);
+  news.firmwareChanged();
+  device.setFirmwareFailing(false);
+  news.firmwareChanged();
+  EXPECT_EQ(take(), Posts{});
+}
+
 TEST_F(DeviceNewsTest, TellTheLevelBeforeTheStatusThatHidesIt) {
   device.setBattery(99);
   EXPECT_EQ(take(), (Posts{level(99), charging(1)}));

@@ -45,6 +45,7 @@ struct FakeMouse {
   sd_bus* bus = nullptr;
   std::string sysname;
   std::string model;
+  std::string firmware;  // empty: it does not tell
   bool hasSeparateAxes = true;
   Values values;
   Values committed;
@@ -115,7 +116,9 @@ GETTER(getVersion) {
 }
 GETTER(getText) {
   const FakeMouse& mouse = *partOf(self).mouse;
-  return sd_bus_message_append(reply, "s", std::string(property) == "Model" ? mouse.model.c_str() : "Acme Mouse");
+  const std::string what = property;
+  if (what == "FirmwareVersion") return sd_bus_message_append(reply, "s", mouse.firmware.c_str());
+  return sd_bus_message_append(reply, "s", what == "Model" ? mouse.model.c_str() : "Acme Mouse");
 }
 GETTER(getProfiles) {
   static_cast<void>(property);
@@ -244,6 +247,7 @@ int nothing(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/) {
 const sd_bus_vtable deviceTable[] = {SD_BUS_VTABLE_START(0),
                                      SD_BUS_PROPERTY("Model", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
                                      SD_BUS_PROPERTY("Name", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+                                     SD_BUS_PROPERTY("FirmwareVersion", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
                                      SD_BUS_PROPERTY("Profiles", "ao", getProfiles, 0, SD_BUS_VTABLE_PROPERTY_CONST),
                                      SD_BUS_METHOD("Commit", "", "u", commit, SD_BUS_VTABLE_UNPRIVILEGED),
                                      SD_BUS_SIGNAL("Resync", "", 0),
@@ -356,6 +360,10 @@ bool FakeRatbag::change(const std::string& what, FakeMouse& mouse, Words& words)
     return sd_bus_emit_properties_changed(mouse.bus, path.c_str(), interface, property, nullptr) >= 0;
   };
   Values& values = mouse.values;
+  if (what == "firmware") {
+    mouse.firmware = words.next();
+    return true;
+  }
   if (what == "resolution") {
     for (std::uint32_t& axis : values.resolution[1][1]) axis = words.number();
     return tell(mouse.path("resolution", 1, "r", 1), resolutionInterface, "Resolution");

@@ -26,6 +26,7 @@ class FakeRatbag {
   // "start", "stop": takes or gives up its name.
   // "add SYSNAME MODEL", "add-plain SYSNAME MODEL" (X and Y are one), "remove SYSNAME"
   // "refuse PROPERTY" (from now on; none: nothing), "clamp RESOLUTION" (takes no higher one), "fail" (the next commit)
+  // "firmware SYSNAME VERSION", to be told before the mouse is known
   // "resolution SYSNAME X Y", "rate SYSNAME HZ", "color SYSNAME RED GREEN BLUE", "activate SYSNAME INDEX": changes the
   // active resolution's values and so on, as by another program.
   // "garbage KIND": how it answers questions for properties, off for the truth; "garble": garbage as a signal.

@@ -93,6 +93,7 @@ void LinuxMouse::update(std::optional<MouseHardware> hardware) {
   for (MadeOutput* output : outputs()) output->look();
   updateRules();
   pursue();
+  mToldFirmware = firmwareVersion();
   // What plays on would do so at somebody else's screen.
   if (connection() != before || std::exchange(mHasLostNode, false)) notify(ConnectionChanged{});
 }
@@ -100,6 +101,8 @@ void LinuxMouse::update(std::optional<MouseHardware> hardware) {
 void LinuxMouse::hardwareChanged() {
   updateRules();
   pursue();
+  const std::string firmware = firmwareVersion();
+  if (std::exchange(mToldFirmware, firmware) != firmware) notify(FirmwareChanged{});
 }
 
 void LinuxMouse::batteryChanged() {

@@ -96,6 +96,7 @@ class LinuxMouse : public RealMouse, private NodeOwner {
   Heard mHeard;
   PressListener::Heard mListener;
   DeviceAbilities mToldAbilities;
+  std::string mToldFirmware;
   bool mHasOutputFailed = false;
   bool mHasLostNode = false;  // to somebody else who is at the screen now
   bool mIsBusy = false;       // a node is read or pursued; what changes meanwhile is done afterwards
