@@ -4,6 +4,22 @@
 
 namespace vorn {
 
+namespace {
+
+struct Factory {
+  AssignmentCommand command = AssignmentCommand::Disable;
+  std::int32_t param1 = 0;
+};
+
+Factory factoryOf(const Control& control) {
+  if (control.identifier == wheelButton) return {AssignmentCommand::MouseButton3};
+  if (control.identifier == wheelUp) return {AssignmentCommand::ScrollUp};
+  if (control.identifier == wheelDown) return {AssignmentCommand::ScrollDown};
+  return {AssignmentCommand::DefaultKey, control.code()};
+}
+
+}  // namespace
+
 PropertyList assignmentRecord(AssignmentCommand command, const PropertyList& param1, const PropertyList& param2) {
   return PropertyList::dictionary(
       {{keys::Command, static_cast<std::int32_t>(command)}, {keys::Param1, param1}, {keys::Param2, param2}});
@@ -14,19 +30,16 @@ AssignmentCommand commandOf(const PropertyList& record) {
 }
 
 PropertyList factoryAssignment(std::string_view identifier) {
-  if (identifier == wheelButton) return assignmentRecord(AssignmentCommand::MouseButton3);
-  if (identifier == wheelUp) return assignmentRecord(AssignmentCommand::ScrollUp);
-  if (identifier == wheelDown) return assignmentRecord(AssignmentCommand::ScrollDown);
   const Control* control = controlOf(identifier);
-  if (control == nullptr) return assignmentRecord(AssignmentCommand::Disable);
-  return assignmentRecord(AssignmentCommand::DefaultKey, control->code());
+  const Factory factory = control != nullptr ? factoryOf(*control) : Factory();
+  return assignmentRecord(factory.command, factory.param1);
 }
 
 bool isFactoryAssignment(const PropertyList& record, const Control& control) {
   const AssignmentCommand command = commandOf(record);
   if (command == AssignmentCommand::DefaultKey && control.group == keys::Buttons) return true;
-  const PropertyList factory = factoryAssignment(control.identifier);
-  return command == commandOf(factory) && record[keys::Param1].toInt64() == factory[keys::Param1].toInt64();
+  const Factory factory = factoryOf(control);
+  return command == factory.command && record[keys::Param1].toInt64() == factory.param1;
 }
 
 }  // namespace vorn

@@ -9,7 +9,6 @@
 #include "core-engine/rules/SensitivityRules.h"
 #include "model/Controls.h"
 #include "model/HidUsages.h"
-#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
@@ -187,7 +186,7 @@ void AssignmentPlayer::switchKeymap(const std::string& control, const PropertyLi
 
 void AssignmentPlayer::playMacro(const std::string& control, const PropertyList& assignment) {
   const PropertyList& macro = mParts.store.bundle()[keys::Macros].at(assignment[keys::Param1].toInt());
-  mMacros.start(control, macroEvents(macro), assignment[keys::Param2].toInt());
+  mMacros.start(control, macro[keys::Sequence][keys::Events], assignment[keys::Param2].toInt());
 }
 
 void AssignmentPlayer::launch(const PropertyList& assignment) {

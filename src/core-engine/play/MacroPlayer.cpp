@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "model/Assignments.h"
+#include "model/MacroEvents.h"
 #include "model/SettingsKeys.h"
 #include "model/eventParser.h"
 
@@ -17,12 +18,22 @@ Scheduler::Duration delayOf(const PropertyList& event) {
   return std::chrono::milliseconds(event[keys::Delay].toInt64());
 }
 
+// The position of the first event from this one on, as many as there are elements for none. Looked for one by one as
+// they are played: a long macro begins at once.
+std::size_t eventFrom(const PropertyList& events, std::size_t position) {
+  const auto all = events.elements();
+  while (position < all.size() && !isMacroEvent(all[position])) ++position;
+  return position;
+}
+
 }  // namespace
 
 void MacroPlayer::start(const std::string& control, const PropertyList& events, std::int32_t repeatMode) {
-  if (events.elements().empty() || isPlaying(control)) return;
+  const std::size_t first = eventFrom(events, 0);
+  if (first == events.elements().size() || isPlaying(control)) return;
   auto playback = std::make_unique<Playback>(mOutput);
   playback->events = events;
+  playback->first = first;
   playback->repeatMode = repeatMode;
   const bool isEndless = repeatMode == repeatUntilPressedAgain || repeatMode == repeatUntilReleased;
   const bool isCounted = repeatMode >= 1 && repeatMode <= maximumRuns;
@@ -49,7 +60,7 @@ void MacroPlayer::stopAll() {
 }
 
 void MacroPlayer::startRun(Playback& playback, Scheduler::Duration time) {
-  playback.next = 0;
+  playback.next = playback.first;
   playback.runStart = time;
   playback.due = time + delayOf(playback.event());
 }
@@ -58,7 +69,8 @@ void MacroPlayer::proceed(const std::string& control) {
   Playback& playback = *mPlaybacks.find(control)->second;
   for (std::size_t count = 0; count < eventsPerTurn && playback.due <= mScheduler.now(); ++count) {
     perform(playback);
-    if (++playback.next < playback.events.size()) {
+    playback.next = eventFrom(playback.events, playback.next + 1);
+    if (playback.next < playback.events.size()) {
       // From the time when this event was due, or what the machine is late by would add up.
       playback.due += delayOf(playback.event());
       continue;

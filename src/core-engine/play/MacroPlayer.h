@@ -29,9 +29,9 @@ class MacroPlayer {
   MacroPlayer(const MacroPlayer&) = delete;
   MacroPlayer& operator=(const MacroPlayer&) = delete;
 
-  // Plays the events, an array of macro events (model/MacroEvents.h); each one's delay passes before it. At the end of
-  // every run comes up what the run left down. Nothing happens where there are no events, or while a macro of this
-  // control plays.
+  // Plays the events, an array of macro events (model/MacroEvents.h); each one's delay passes before it, and what is no
+  // event is passed over. At the end of every run comes up what the run left down. Nothing happens where there are no
+  // events, or while a macro of this control plays.
   void start(const std::string& control, const PropertyList& events, std::int32_t repeatMode);
   bool isPlaying(std::string_view control) const { return mPlaybacks.contains(control); }
   // The repeat mode of the macro that plays; 0 where none does.
@@ -45,6 +45,7 @@ class MacroPlayer {
     PropertyList events;
     std::int32_t repeatMode = 0;
     std::int64_t runsLeft = 0;
+    std::size_t first = 0;      // event
     std::size_t next = 0;       // the event that is due then
     Scheduler::Duration due{};  // when the next event happens
     Scheduler::Duration runStart{};

@@ -49,6 +49,26 @@ TEST_F(MacroPlayerTest, PlaysWhatIsDueAtOnceAtOnce) {
   EXPECT_FALSE(player.isPlaying("43"));
 }
 
+TEST_F(MacroPlayerTest, PassesOverWhatIsNoEventWithItsDelay) {
+  player.start("43",
+               PropertyList::array({7, event(2, 1000, 4), event(1, 5, 4), event(1, 1000, 300), "text", event(0, 20, 4),
+                                    event(1, 1000, 0), PropertyList()}),
+               2);
+  advance(1s);
+  EXPECT_EQ(take(), (Outputs{{5, keyDown(4)}, {25, keyUp(4)}, {30, keyDown(4)}, {50, keyUp(4)}}));
+  EXPECT_FALSE(player.isPlaying("43"));
+}
+
+TEST_F(MacroPlayerTest, PlaysNothingWhereNothingIsAnEvent) {
+  for (const PropertyList& events : {PropertyList(), PropertyList("text"), PropertyList::array(),
+                                     PropertyList::array({7, event(2, 0, 4), event(1, 0, 300)})}) {
+    player.start("43", events, repeatUntilReleased);
+    EXPECT_FALSE(player.isPlaying("43"));
+  }
+  EXPECT_EQ(scheduler.pending(), 0U);
+  EXPECT_EQ(take(), Outputs{});
+}
+
 TEST_F(MacroPlayerTest, RepeatsAsOftenAsItIsTold) {
   for (const std::int32_t count : {2, 10}) {
     player.start("43", shortMacro(), count);
