@@ -17,7 +17,8 @@ class FakePower {
   explicit FakePower(sd_bus* bus) : mBus(bus) {}
 
   // "start", "stop", "garbage on", "garbage off", "add NAME NATIVE-PATH PERCENT STATE", "remove NAME",
-  // "change NAME PERCENT STATE", "unplug NAME" (is no longer present)
+  // "change NAME PERCENT STATE", "level NAME LEVEL", "unplug NAME" (is no longer present), "poll NAME PERCENT" (is
+  // looked at again, and the others are told only that it was)
   bool obey(Words& words) {
     const std::string what = words.next();
     if (what == "start") return start();
@@ -32,12 +33,18 @@ class FakePower {
     if (found == mBatteries.end()) return false;
     if (what == "remove") return remove(found->first);
     if (what == "unplug") found->second.isPresent = 0;
+    if (what == "level") found->second.level = words.number();
     if (what == "change") {
       found->second.percentage = std::strtod(words.next().c_str(), nullptr);
       found->second.state = words.number();
     }
-    return sd_bus_emit_properties_changed(mBus, found->second.path.c_str(), deviceInterface, "Percentage", "State",
-                                          "IsPresent", nullptr) >= 0;
+    ++found->second.updateTime;
+    if (what == "poll") {
+      found->second.percentage = std::strtod(words.next().c_str(), nullptr);
+      return tell(found->second, "UpdateTime");
+    }
+    return sd_bus_emit_properties_changed(mBus, found->second.path.c_str(), deviceInterface, "UpdateTime", "Percentage",
+                                          "State", "IsPresent", "BatteryLevel", nullptr) >= 0;
   }
 
  private:
@@ -47,6 +54,8 @@ class FakePower {
     double percentage = 0;
     std::uint32_t state = 0;
     int isPresent = 1;
+    std::uint32_t level = 1;  // for a battery that tells percents
+    std::uint64_t updateTime = 0;
     sd_bus_slot* slot = nullptr;
   };
   static constexpr const char* busName = "org.freedesktop.UPower";
@@ -70,6 +79,8 @@ class FakePower {
         SD_BUS_PROPERTY("Percentage", "d", nullptr, offsetof(Battery, percentage), SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
         SD_BUS_PROPERTY("State", "u", nullptr, offsetof(Battery, state), SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
         SD_BUS_PROPERTY("IsPresent", "b", nullptr, offsetof(Battery, isPresent), SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
+        SD_BUS_PROPERTY("BatteryLevel", "u", nullptr, offsetof(Battery, level), SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
+        SD_BUS_PROPERTY("UpdateTime", "t", nullptr, offsetof(Battery, updateTime), SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
         SD_BUS_VTABLE_END};
     Battery& battery = mBatteries[name];
     battery.path = std::string(managerPath) + "/devices/" + name;
@@ -80,7 +91,14 @@ class FakePower {
     return sd_bus_emit_signal(mBus, managerPath, busName, "DeviceAdded", "o", battery.path.c_str()) >= 0;
   }
 
+  bool tell(const Battery& battery, const char* property) {
+    return sd_bus_emit_properties_changed(mBus, battery.path.c_str(), deviceInterface, property, nullptr) >= 0;
+  }
+
+  // Whose state is unknown in the end.
   bool remove(const std::string& name) {
+    mBatteries[name].state = 0;
+    tell(mBatteries[name], "State");
     const Battery battery = mBatteries[name];
     sd_bus_slot_unref(battery.slot);
     mBatteries.erase(name);

@@ -19,7 +19,17 @@ constexpr const char* deviceInterface = "org.freedesktop.UPower.Device";
 // No machine has as many batteries.
 constexpr std::size_t maximumDevices = 256;
 
-// Numbers of UPower ("State" of org.freedesktop.UPower.Device).
+namespace names {
+constexpr const char* Percentage = "Percentage";
+constexpr const char* State = "State";
+constexpr const char* IsPresent = "IsPresent";
+constexpr const char* BatteryLevel = "BatteryLevel";
+constexpr const char* ofLevel[] = {Percentage, State, IsPresent, BatteryLevel};
+}  // namespace names
+
+// Numbers of UPower ("State" and "BatteryLevel" of org.freedesktop.UPower.Device). Of a battery that tells no percents
+// but something like "low" UPower makes some, also of one that tells nothing yet.
+constexpr int unknownLevel = 0;
 enum class State : std::uint8_t { Charging = 1, FullyCharged = 4, PendingCharge = 5 };
 
 std::string_view lastOf(std::string_view path) {
@@ -32,32 +42,42 @@ struct Level {
   friend bool operator==(const Level&, const Level&) = default;
 };
 
-ChargingStatus statusOf(const PropertyList& state) {
+// UPower says of every battery that is full that it is fully charged, whether it is being charged or not.
+ChargingStatus statusOf(const PropertyList& state, bool isWired) {
   switch (static_cast<State>(state.toInt())) {
     case State::Charging:
     case State::PendingCharge:
       return ChargingStatus::Charging;
     case State::FullyCharged:
-      return ChargingStatus::NoBatteryDisplay;
+      return isWired ? ChargingStatus::NoBatteryDisplay : ChargingStatus::OnBattery;
     default:
       return ChargingStatus::OnBattery;
   }
 }
 
-Level levelOf(const PropertyList& device) {
-  const PropertyList& percentage = device["Percentage"];
-  const PropertyList& isPresent = device["IsPresent"];
-  if (!percentage.isNumber() || !std::isfinite(percentage.toDouble()) || (isPresent.isBoolean() && !isPresent.toBool()))
-    return {};
+Level levelOf(const PropertyList& device, bool isWired) {
+  const PropertyList& percentage = device[names::Percentage];
+  const PropertyList& isPresent = device[names::IsPresent];
+  const PropertyList& level = device[names::BatteryLevel];
+  const bool isGuessed = level.isNumber() && level.toInt() == unknownLevel;
+  const bool isAbsent = isPresent.isBoolean() && !isPresent.toBool();
+  if (!percentage.isNumber() || !std::isfinite(percentage.toDouble()) || isGuessed || isAbsent) return {};
   const double percent = std::clamp(percentage.toDouble(), 0.0, 100.0);
-  return {static_cast<int>(std::lround(percent)), statusOf(device["State"])};
+  return {static_cast<int>(std::lround(percent)), statusOf(device[names::State], isWired)};
+}
+
+// UPower looks at a battery again and again, and tells that it has.
+bool tellsOfLevel(const PropertyChanges& changes) {
+  return changes.isIncomplete ||
+         std::ranges::any_of(names::ofLevel, [&](const char* name) { return changes.changed.contains(name); });
 }
 
 }  // namespace
 
 struct MouseBattery::Client {
-  Client(std::vector<std::string> which, Handler told)
+  Client(std::vector<std::string> which, bool isOnCable, Handler told)
       : supplies(std::move(which)),
+        isWired(isOnCable),
         handler(std::move(told)),
         service(Bus::System, busName, [this] { serviceChanged(); }) {
     service.watch(managerPath, managerInterface, "DeviceAdded", [this](const ReceivedSignal& received) {
@@ -69,6 +89,7 @@ struct MouseBattery::Client {
   }
 
   std::vector<std::string> supplies;
+  bool isWired;
   Handler handler;
   bool hasAsked = false;
   std::string battery;  // its object; empty for none
@@ -111,7 +132,8 @@ struct MouseBattery::Client {
       battery = device;
       // Only this one's changes: the other batteries of the machine are no reason to wake up.
       service.watch(battery, propertiesInterface, propertiesChanged, [this](const ReceivedSignal& received) {
-        if (propertyChangesOf(received, deviceInterface)) read();
+        const auto changes = propertyChangesOf(received, deviceInterface);
+        if (changes && tellsOfLevel(*changes)) read();
       });
       read();
     });
@@ -120,7 +142,7 @@ struct MouseBattery::Client {
   // What UPower says at once, for it may tell of one half of a change before the other.
   void read() {
     service.getProperties(battery, deviceInterface, [this, device = battery](const PropertyList& properties) {
-      if (device == battery) become(levelOf(properties));
+      if (device == battery) become(levelOf(properties, isWired));
     });
   }
 
@@ -130,8 +152,8 @@ struct MouseBattery::Client {
   }
 };
 
-MouseBattery::MouseBattery(std::vector<std::string> supplies, Handler changed) {
-  if (!supplies.empty()) mClient = std::make_unique<Client>(std::move(supplies), std::move(changed));
+MouseBattery::MouseBattery(std::vector<std::string> supplies, bool isWired, Handler changed) {
+  if (!supplies.empty()) mClient = std::make_unique<Client>(std::move(supplies), isWired, std::move(changed));
 }
 
 MouseBattery::~MouseBattery() = default;

@@ -18,15 +18,16 @@ class MouseBattery {
 
   // supplies: the names of the mouse's power_supply nodes ("hidpp_battery_0") or their paths below /sys. Without any,
   // nothing is asked; else this connects to the system bus if nobody has, and has UPower started if it is installed.
+  // isWired: whether the mouse is on its cable.
   // changed is called from the run loop when percent() or chargingStatus() have changed, and may end this.
-  MouseBattery(std::vector<std::string> supplies, Handler changed);
+  MouseBattery(std::vector<std::string> supplies, bool isWired, Handler changed);
   ~MouseBattery();
   MouseBattery(const MouseBattery&) = delete;
   MouseBattery& operator=(const MouseBattery&) = delete;
 
   // 0 to 100; nothing while UPower does not tell of the battery.
   std::optional<int> percent() const;
-  // No battery display while UPower does not tell of it, and for one that is full on its cable.
+  // No battery display while UPower does not tell of it, and for one that is full of a mouse on its cable.
   ChargingStatus chargingStatus() const;
 
  private:

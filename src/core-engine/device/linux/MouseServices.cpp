@@ -52,7 +52,7 @@ void MouseServices::update(const std::optional<MouseHardware>& hardware) {
           [this](bool isGoingToSleep) { isGoingToSleep ? mHandlers.goesToSleep() : wakeUp(); });
     }
     follow(identityOf(*hardware));
-    followBattery(hardware->powerSupplies);
+    followBattery(hardware->powerSupplies, !hardware->isWireless);
   } else {
     stopSettling();
     mSleep.reset();
@@ -68,11 +68,12 @@ void MouseServices::follow(const RatbagIdentity& identity) {
   mRatbag = std::make_unique<RatbagMouse>(identity, [this](RatbagMouse::News news) { hear(news); });
 }
 
-void MouseServices::followBattery(const std::vector<std::string>& supplies) {
-  if (mBattery && supplies == mSupplies) return;
+void MouseServices::followBattery(const std::vector<std::string>& supplies, bool isWired) {
+  if (mBattery && supplies == mSupplies && isWired == mIsWired) return;
   const bool wasKnown = mBattery && mBattery->percent();
   mSupplies = supplies;
-  mBattery = std::make_unique<MouseBattery>(supplies, [this] {
+  mIsWired = isWired;
+  mBattery = std::make_unique<MouseBattery>(supplies, isWired, [this] {
     pursue();
     mHandlers.batteryChanged();
   });

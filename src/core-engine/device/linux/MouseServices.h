@@ -64,7 +64,7 @@ class MouseServices {
   };
 
   void follow(const RatbagIdentity& identity);
-  void followBattery(const std::vector<std::string>& supplies);
+  void followBattery(const std::vector<std::string>& supplies, bool isWired);
   void hear(RatbagMouse::News news);
   void wakeUp();
   void applyAnew();
@@ -87,6 +87,7 @@ class MouseServices {
   RatbagIdentity mIdentity;
   std::unique_ptr<RatbagMouse> mRatbag;
   std::vector<std::string> mSupplies;
+  bool mIsWired = false;
   std::unique_ptr<MouseBattery> mBattery;
   std::unique_ptr<SleepWatch> mSleep;
 };

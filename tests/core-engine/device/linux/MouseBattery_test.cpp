@@ -16,8 +16,8 @@ using Told = std::pair<std::optional<int>, ChargingStatus>;
 
 class MouseBatteryTest : public SystemFixture {
  protected:
-  void follow(const std::vector<std::string>& supplies = {"hidpp_battery_0"}) {
-    mBattery.emplace(supplies, [this] { mTold.push_back(now()); });
+  void follow(const std::vector<std::string>& supplies = {"hidpp_battery_0"}, bool isWired = true) {
+    mBattery.emplace(supplies, isWired, [this] { mTold.push_back(now()); });
   }
   Told now() const { return {mBattery->percent(), mBattery->chargingStatus()}; }
   bool hasTold(std::size_t count) {
@@ -68,6 +68,48 @@ TEST_F(MouseBatteryTest, TellsEveryChangeAndNoneOfAnother) {
   EXPECT_EQ(mTold, (std::vector{Told(50, onBattery), Told(49, onBattery), Told(49, charging), Told(100, none),
                                 Told(100, charging), Told(99, onBattery), Told(100, onBattery), Told(0, onBattery),
                                 Told(std::nullopt, none)}));
+}
+
+TEST_F(MouseBatteryTest, IsShownWhenItIsFullAndHasNoCable) {
+  vorn::test::FakeSystemProcess system({"power start", "power add mouse hidpp_battery_0 100 4"});
+  follow({"hidpp_battery_0"}, false);
+  ASSERT_TRUE(hasTold(1));
+  EXPECT_TRUE(system.obey("power change mouse 99 2"));
+  ASSERT_TRUE(hasTold(2));
+  EXPECT_EQ(mTold, (std::vector{Told(100, onBattery), Told(99, onBattery)}));
+}
+
+TEST_F(MouseBatteryTest, IsNotShownWhileTheServiceHasToGuessItsLevel) {
+  vorn::test::FakeSystemProcess system({"power start", "power add mouse hidpp_battery_0 10 2", "power level mouse 3"});
+  follow();
+  ASSERT_TRUE(hasTold(1));
+  EXPECT_TRUE(system.obey("power level mouse 0"));
+  ASSERT_TRUE(hasTold(2));
+  EXPECT_TRUE(system.obey("power level mouse 1"));
+  ASSERT_TRUE(hasTold(3));
+  EXPECT_EQ(mTold, (std::vector{Told(10, onBattery), Told(std::nullopt, none), Told(10, onBattery)}));
+}
+
+TEST_F(MouseBatteryTest, IsNotAskedForWhenItWasOnlyLookedAt) {
+  vorn::test::FakeSystemProcess system({"power start", "power add mouse hidpp_battery_0 50 2"});
+  follow();
+  ASSERT_TRUE(hasTold(1));
+  handleAll();
+  EXPECT_TRUE(system.obey("power poll mouse 49"));
+  handleAll();
+  handleAll();
+  EXPECT_EQ(mTold, std::vector{Told(50, onBattery)});
+  EXPECT_TRUE(system.obey("power change mouse 48 2"));
+  ASSERT_TRUE(hasTold(2));
+  EXPECT_EQ(now(), Told(48, onBattery));
+}
+
+TEST_F(MouseBatteryTest, GoesWithItsMouseWhileItIsCharged) {
+  vorn::test::FakeSystemProcess system({"power start", "power add mouse hidpp_battery_0 50 1"});
+  follow();
+  ASSERT_TRUE(hasTold(1));
+  EXPECT_TRUE(system.obey("power remove mouse"));
+  ASSERT_TRUE(becomesTrue([this] { return now() == Told(std::nullopt, none); }));
 }
 
 TEST_F(MouseBatteryTest, ComesAndGoesWithItsMouseAndWithTheService) {

@@ -323,6 +323,18 @@ TEST_F(MouseServicesTest, FollowsABatteryThatGetsAnotherName) {
   EXPECT_EQ(mServices.batteryPercent(), 40);
 }
 
+TEST_F(MouseServicesTest, HidesABatteryThatIsFullOfAMouseOnItsCableAlone) {
+  start({"power start", "power add mouse hidpp_battery_0 100 4"});
+  MouseHardware hardware = mouse();
+  hardware.isWireless = true;
+  mServices.update(hardware);
+  ASSERT_TRUE(becomesTrue([this] { return mServices.batteryPercent() == 100; }));
+  EXPECT_EQ(mServices.chargingStatus(), ChargingStatus::OnBattery);
+  mServices.update(mouse());
+  ASSERT_TRUE(becomesTrue([this] { return mServices.batteryPercent() == 100; }));
+  EXPECT_EQ(mServices.chargingStatus(), ChargingStatus::NoBatteryDisplay);
+}
+
 TEST_F(MouseServicesTest, DoesWithoutABus) {
   mBus.end();
   mServices.update(mouse());
