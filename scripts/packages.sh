@@ -25,6 +25,7 @@ check_packages=(git clang libclang-rt-14-dev clang-format clang-tidy shellcheck 
 # To run tests in a virtual machine (tests/guest), besides what builds the programs.
 guest_packages=(
   qemu-system-x86 busybox-static kmod udev systemd libpam-systemd dbus-user-session python3-evdev
+  upower ratbagd
   xserver-xorg-core xserver-xorg-video-dummy xserver-xorg-input-libinput xinput xterm
   sway seatd foot
 )

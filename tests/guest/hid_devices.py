@@ -27,6 +27,9 @@ KEYBOARD = bytes.fromhex(
 # Both in one device, by report numbers, as mice with Bluetooth have them.
 _PARTS = MOUSE.replace(b"\xa1\x01", b"\xa1\x01\x85\x01", 1), KEYBOARD.replace(b"\xa1\x01", b"\xa1\x01\x85\x02", 1)
 MOUSE_AND_KEYBOARD = _PARTS[0] + _PARTS[1]
+# With a battery that tells its charge in percent and whether it is charged, as a third kind of report.
+_BATTERY = bytes.fromhex("8503" "05850965" "150025647508950181020944250175018102" "75078103")
+MOUSE_WITH_BATTERY = _PARTS[0][:-1] + _BATTERY + b"\xc0" + _PARTS[1]
 # What some keyboards are.
 KEYBOARD_AND_MOUSE = _PARTS[1] + _PARTS[0]
 # The fourth one, among the buttons of a report.
@@ -37,15 +40,22 @@ def mouse_report(buttons=0, x=0, y=0, wheel=0, side=0):
     return struct.pack("<Bhhbb", buttons, x, y, wheel, side)
 
 
+def battery_report(percent, is_charging=False):
+    return bytes([percent, is_charging])
+
+
 def keyboard_report(*usages, modifiers=0):
     return bytes([modifiers, 0]) + bytes(usages).ljust(6, b"\0")
 
 
 class HidDevice:
-    """A HID device; it is plugged until it is closed."""
+    """A HID device; it is plugged until it is closed. Answers: what it tells when it is asked, by the numbers of the
+    reports."""
     _CREATE, _INPUT, _GET_REPORT, _GET_REPORT_REPLY, _SET_REPORT, _SET_REPORT_REPLY = 11, 12, 9, 10, 13, 14
 
-    def __init__(self, name, descriptor, product, bus=BUS_USB, place="", serial=""):
+    def __init__(self, name, descriptor, product, bus=BUS_USB, place="", serial="",
+                 answers=None):
+        self.answers = answers or {}
         self._file = os.open("/dev/uhid", os.O_RDWR | os.O_CLOEXEC)
         os.write(self._file, struct.pack("<I128s64s64sHHIIII4096s", self._CREATE, name.encode(), place.encode(),
                                          serial.encode(), len(descriptor), bus, 0x1209, product, 0x111, 0, descriptor))
@@ -59,9 +69,10 @@ class HidDevice:
             ready = select.select([self._file, self._end[0]], [], [])[0]
             if self._end[0] in ready:
                 return
-            kind, number = struct.unpack_from("<II", os.read(self._file, 4380).ljust(8, b"\0"))
+            kind, number, report = struct.unpack_from("<IIB", os.read(self._file, 4380).ljust(9, b"\0"))
             if kind == self._GET_REPORT:
-                os.write(self._file, struct.pack("<IIHH2s", self._GET_REPORT_REPLY, number, 0, 2, b"\0\0"))
+                answer = self.answers.get(report, b"\0\0")
+                os.write(self._file, struct.pack("<IIHH", self._GET_REPORT_REPLY, number, 0, len(answer)) + answer)
             elif kind == self._SET_REPORT:
                 os.write(self._file, struct.pack("<IIH", self._SET_REPORT_REPLY, number, 0))
 

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """The core engine as a service of a user's session: what systemd and the bus make of the installed files.
 
-    service_test.py PREFIX     PREFIX: folder of an installation for /usr/local, with bench-attacker among its programs
+    service_test.py PREFIX [PART...]     PREFIX: folder of an installation for /usr/local, with bench-attacker among its
+                                         programs; without names of parts (those below) all of them
 
 Runs as root in a guest with systemd (tests/guest/service starts it there). Each check is a line; the exit status is 1
 when one of them fails.
@@ -21,16 +22,14 @@ from evdev import ecodes
 from checks import PATIENCE, check, finish, wait_until
 from desktop import KEYBOARD_NAME, Desktop, end_of, is_grabbed, keys, node_called, nodes_called, press, typed
 from hid_devices import BUS_BLUETOOTH, KEYBOARD, KEYBOARD_AND_MOUSE, MOUSE, MOUSE_AND_KEYBOARD, HidDevice, UsbMouse
+from service_peers import uses_what_the_system_knows
+from user_session import (HOME, UID, UNIT, USER, as_file_of_user, as_user, begin_session, engine, is_still, log, log_in,
+                          log_out, start, start_as_user, status, systemctl, unit)
 
 HERE = pathlib.Path(__file__).resolve().parent
-USER = "tester"
-UID = 59000
 REMOTE_USER = "remote"
 REMOTE_UID = 59001
-HOME = pathlib.Path("/home/tester")
 STATE = HOME / ".local/state/vorn-core-engine"
-RUNTIME = pathlib.Path(f"/run/user/{UID}")
-UNIT = "vorn-core-engine.service"
 DROP_IN = HOME / f".config/systemd/user/{UNIT}.d/test.conf"
 NAME = "org.vorn.CoreEngine"
 BUS_CALL = ("busctl", "--user", "call", "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
@@ -39,14 +38,6 @@ IDLE_SECONDS = 5
 MAXIMUM_PEAK = 64 * 1024  # kB
 MAXIMUM_REST = 6 * 1024  # of its own: the pages of libraries are shared out among those who have them in use
 MAXIMUM_EXPOSURE = 2.0
-ENVIRONMENT = {
-    "HOME": str(HOME),
-    "USER": USER,
-    "PATH": "/usr/local/bin:/usr/bin:/bin",
-    "LANG": "C.UTF-8",
-    "XDG_RUNTIME_DIR": str(RUNTIME),
-    "DBUS_SESSION_BUS_ADDRESS": f"unix:path={RUNTIME}/bus",
-}
 
 # What the sandbox makes of the attempts of sandbox_probe.py; all of them succeed outside.
 REFUSALS = {
@@ -81,57 +72,10 @@ NODES = {
 PLUGGED = []
 
 
-def start_as_user(*command):
-    return subprocess.Popen(command, user=UID, group=UID, extra_groups=[], env=ENVIRONMENT, cwd=HOME, text=True,
-                            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-
-
-def as_user(*command):
-    """Exit status and output of a command of the user."""
-    process = start_as_user(*command)
-    output = process.communicate(timeout=PATIENCE)[0].strip()
-    return process.returncode, output
-
-
-def systemctl(*words):
-    return as_user("systemctl", "--user", *words)
-
-
-def start():
-    systemctl("reset-failed")  # how often it was started before does not matter here
-    return systemctl("start", UNIT)
-
-
-def unit(name):
-    return systemctl("show", "--value", "--property", name, UNIT)[1]
-
-
-def engine():
-    return int(unit("MainPID"))
-
-
-def status(process, field):
-    text = pathlib.Path(f"/proc/{process}/status").read_text(encoding="utf-8")
-    return re.search(rf"^{field}:\s+(\S+)", text, re.M)[1]
-
-
 def proportional_size(process):
     """kB of memory, of each page that others have too its share."""
     text = pathlib.Path(f"/proc/{process}/smaps_rollup").read_text(encoding="utf-8")
     return int(re.search(r"^Pss:\s+(\d+)", text, re.M)[1])
-
-
-def log():
-    return subprocess.run(["journalctl", "--quiet", "--output=cat", f"_SYSTEMD_USER_UNIT={UNIT}"], check=True,
-                          capture_output=True, text=True).stdout
-
-
-def as_file_of_user(path, text, mode=0o644):
-    as_user("mkdir", "-p", str(path.parent))
-    path.write_text(text, encoding="utf-8")
-    path.chmod(mode)
-    os.chown(path, UID, UID)
-    return path
 
 
 def install(prefix):
@@ -195,23 +139,6 @@ def missing_things():
     """The exit status of vornctl's examination, and what it found missing."""
     result, output = as_user("vornctl", "--timeout", str(PATIENCE), "doctor")
     return result, [line for line in output.splitlines() if line.startswith("missing")]
-
-
-def begin_session(name, user, *properties, **variables):
-    """A session of the user, until the unit of this name is stopped."""
-    subprocess.run(["systemd-run", "--quiet", f"--unit={name}", f"--uid={user}", "--property=PAMName=login",
-                    *(f"--property={each}" for each in properties), "--setenv=XDG_SESSION_CLASS=user",
-                    "--setenv=XDG_SESSION_TYPE=tty", *(f"--setenv={key}={value}" for key, value in variables.items()),
-                    "sleep", "infinity"], check=True)
-
-
-def log_in():
-    """At the screen."""
-    begin_session("at-the-screen", USER, "TTYPath=/dev/tty1", "StandardInput=tty", XDG_SEAT="seat0", XDG_VTNR="1")
-
-
-def log_out():
-    subprocess.run(["systemctl", "stop", "at-the-screen"], check=True)
 
 
 def gives_mice_to_the_person_at_the_screen():
@@ -337,13 +264,8 @@ def survives_stop_and_start():
 
 def sleeps():
     running = engine()
-
-    def is_still():
-        before = status(running, "voluntary_ctxt_switches")
-        time.sleep(IDLE_SECONDS)
-        return status(running, "voluntary_ctxt_switches") == before
-
-    check(f"it does not wake up for {IDLE_SECONDS} s while nobody asks", wait_until(is_still))
+    check(f"it does not wake up for {IDLE_SECONDS} s while nobody asks",
+          wait_until(lambda: is_still(running, IDLE_SECONDS)))
 
 
 def launches_outside():
@@ -445,13 +367,18 @@ def starts_without_user_namespaces():
     switch.write_text("1")
 
 
+# In this order.
+PARTS = (starts_on_demand, is_sandboxed, gives_mice_to_the_person_at_the_screen, gives_nothing_to_others, uses_a_mouse,
+         uses_what_the_system_knows, sandbox_refuses, start, survives_stop_and_start, sleeps, launches_outside,
+         withstands_a_flood, comes_back_when_killed, gives_way_to_an_engine_started_by_hand, follows_the_state_folder,
+         starts_without_user_namespaces)
+
+
 def main():
     install(sys.argv[1])
-    for part in (starts_on_demand, is_sandboxed, gives_mice_to_the_person_at_the_screen, gives_nothing_to_others,
-                 uses_a_mouse, sandbox_refuses, start, survives_stop_and_start, sleeps, launches_outside,
-                 withstands_a_flood, comes_back_when_killed, gives_way_to_an_engine_started_by_hand,
-                 follows_the_state_folder, starts_without_user_namespaces):
-        part()
+    for part in PARTS:
+        if part.__name__ in (sys.argv[2:] or [each.__name__ for each in PARTS]):
+            part()
     for device in PLUGGED:
         device.unplug()
     finish(log)
