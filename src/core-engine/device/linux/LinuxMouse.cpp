@@ -40,8 +40,8 @@ class LinuxMouse::Turn {
 LinuxMouse::LinuxMouse(std::string id, Surroundings surroundings)
     : mId(std::move(id)),
       mSurroundings(std::move(surroundings)),
-      mServices(mSurroundings.scheduler,
-                {[this] { hardwareChanged(); }, [this] { batteryChanged(); }, [this] { goToSleep(); }}) {}
+      mServices(mSurroundings.scheduler, {[this] { hardwareChanged(); }, [this] { batteryChanged(); },
+                                          [this] { goToSleep(); }, [this] { mSurroundings.lookSoon(); }}) {}
 
 LinuxMouse::~LinuxMouse() {
   if (mSurroundings.isLeaving) mSurroundings.isLeaving(*this);

@@ -23,7 +23,7 @@ class LinuxMouse : public RealMouse, private NodeOwner {
     RunLoop& loop;
     Scheduler& scheduler;
     Log& log;
-    std::function<void()> lookSoon;              // something of the mouse has gone
+    std::function<void()> lookSoon;              // something of the mouse has gone, or may have come
     std::function<void(LinuxMouse&)> isLeaving;  // its last call; may be empty
   };
 

@@ -58,6 +58,7 @@ void MouseServices::update(const std::optional<MouseHardware>& hardware) {
     mSleep.reset();
     mRatbag.reset();
     mBattery.reset();
+    mBatteryWatch.reset();
   }
 }
 
@@ -73,6 +74,10 @@ void MouseServices::followBattery(const std::vector<std::string>& supplies, bool
   const bool wasKnown = mBattery && mBattery->percent();
   mSupplies = supplies;
   mIsWired = isWired;
+  if (!supplies.empty())
+    mBatteryWatch.reset();
+  else if (!mBatteryWatch)
+    mBatteryWatch = std::make_unique<BatteryWatch>([this] { mHandlers.batteryAppeared(); });
   mBattery = std::make_unique<MouseBattery>(supplies, isWired, [this] {
     pursue();
     mHandlers.batteryChanged();

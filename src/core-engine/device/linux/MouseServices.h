@@ -13,6 +13,7 @@
 
 #include "core-engine/Scheduler.h"
 #include "core-engine/device/DeviceValues.h"
+#include "core-engine/device/linux/BatteryWatch.h"
 #include "core-engine/device/linux/MouseBattery.h"
 #include "core-engine/device/linux/RatbagMouse.h"
 #include "core-engine/device/linux/SleepWatch.h"
@@ -27,6 +28,7 @@ class MouseServices {
     std::function<void()> hardwareChanged;  // sensitivity(), firmwareVersion() or abilities() may be others
     std::function<void()> batteryChanged;   // the battery and abilities() are others
     std::function<void()> goesToSleep;      // the machine does, soon
+    std::function<void()> batteryAppeared;  // of some device; the mouse has none so far
   };
 
   // The scheduler outlives this.
@@ -89,6 +91,7 @@ class MouseServices {
   std::vector<std::string> mSupplies;
   bool mIsWired = false;
   std::unique_ptr<MouseBattery> mBattery;
+  std::unique_ptr<BatteryWatch> mBatteryWatch;  // while the mouse has none
   std::unique_ptr<SleepWatch> mSleep;
 };
 

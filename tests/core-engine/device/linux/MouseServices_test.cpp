@@ -77,8 +77,10 @@ class MouseServicesTest : public SystemFixture {
   int mHardwareChanges = 0;
   int mBatteryChanges = 0;
   int mSleeps = 0;
+  int mAppearances = 0;
   MouseServices mServices{mScheduler,
-                          {[this] { ++mHardwareChanges; }, [this] { ++mBatteryChanges; }, [this] { ++mSleeps; }}};
+                          {[this] { ++mHardwareChanges; }, [this] { ++mBatteryChanges; }, [this] { ++mSleeps; },
+                           [this] { ++mAppearances; }}};
 };
 
 TEST_F(MouseServicesTest, SetsWhatIsAskedOfAMouseThatBecomesKnown) {
@@ -321,6 +323,21 @@ TEST_F(MouseServicesTest, FollowsABatteryThatGetsAnotherName) {
   EXPECT_EQ(mServices.batteryPercent(), 0);
   ASSERT_TRUE(becomesTrue([this] { return mBatteryChanges == 3; }));
   EXPECT_EQ(mServices.batteryPercent(), 40);
+}
+
+TEST_F(MouseServicesTest, HearsOfBatteriesWhileTheMouseHasNone) {
+  start({"power start"});
+  MouseHardware hardware = mouse();
+  hardware.powerSupplies = {};
+  mServices.update(hardware);
+  handleAll();
+  obey("power add mouse hidpp_battery_0 50 2");
+  ASSERT_TRUE(becomesTrue([this] { return mAppearances == 1; }));
+  mServices.update(mouse());
+  ASSERT_TRUE(becomesTrue([this] { return mServices.batteryPercent() == 50; }));
+  obey("power add other hidpp_battery_1 40 2");
+  handleAll();
+  EXPECT_EQ(mAppearances, 1);
 }
 
 TEST_F(MouseServicesTest, HidesABatteryThatIsFullOfAMouseOnItsCableAlone) {
