@@ -45,16 +45,16 @@ class Reader:
 
 class Engine:
     """An engine with settings of its own; those stay while it is started and ended. Its patience: how many seconds an
-    answer may take."""
+    answer may take. further: what is more in its environment."""
 
-    def __init__(self, programs, user=None, patience=PATIENCE):
+    def __init__(self, programs, user=None, patience=PATIENCE, **further):
         self._programs = pathlib.Path(programs)
         self._patience = patience
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="engine-test"))
         if user:
             os.chown(self.home, user, user)
         environment = {name: value for name, value in os.environ.items() if name not in _OF_THE_SESSION}
-        environment.update(HOME=str(self.home), LANG="C.UTF-8")
+        environment.update(HOME=str(self.home), LANG="C.UTF-8", **further)
         self._settings = {"env": environment, "cwd": self.home}
         if user:
             self._settings.update(user=user, group=user, extra_groups=[])

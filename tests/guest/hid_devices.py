@@ -22,6 +22,8 @@ FINE_MOUSE = bytes.fromhex(
     "05010902a101" + _POINTER +
     "a102" "0948150025013501450875029501b102" "3500450009381581257f750895018106" "c0"
     "75069501b103" "a102" "050c0a38021581257f750895018106" "c0" "c0" "c0")
+# The plain one with a battery, of which it tells at the end of each report.
+MOUSE_TELLING_BATTERY = MOUSE[:-1] + bytes.fromhex("05060920150026ff00750895018102" "c0")
 KEYBOARD = bytes.fromhex(
     "05010906a101" "050719e029e715002501750195088102" "950175088101" "05071900297f1500257f750895068100" "c0")
 # Both in one device, by report numbers, as mice with Bluetooth have them.

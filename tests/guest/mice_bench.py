@@ -11,17 +11,13 @@ import evdev
 from checks import check, wait_until
 from desktop import Desktop, nodes_called
 from hid_devices import UsbMouse
+from system import read_lines
 
 # HID usages of keys, and the controls that send them.
 KEY_A, KEY_B, KEY_Q, KEY_W, KEY_F12 = 4, 5, 20, 26, 69
 GRID_Q, GRID_W, WHEEL_UP = "20", "26", "06"
 
 log = []
-
-
-def read_lines(stream, lines):
-    for line in stream:
-        lines.append(line.strip())
 
 
 class Program:
@@ -76,36 +72,6 @@ class Program:
         self.process.wait()
         self.bus.terminate()
         self.bus.wait()
-
-
-class System:
-    """A system bus with what plays ratbagd, UPower and logind on it."""
-
-    def __init__(self, program, *commands):
-        self.lines = []
-        self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address=1"], text=True,
-                                    stdout=subprocess.PIPE)
-        self.environment = {"DBUS_SYSTEM_BUS_ADDRESS": self.bus.stdout.readline().strip()}
-        fake = pathlib.Path(program).with_name("fake-system")
-        self.process = subprocess.Popen([fake], text=True, bufsize=1, env={**os.environ, **self.environment},
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        threading.Thread(target=read_lines, args=(self.process.stdout, self.lines), daemon=True).start()
-        wait_until(lambda: "ready" in self.lines)
-        for command in commands:
-            self.obey(command)
-
-    def obey(self, command):
-        self.process.stdin.write(command + "\n")
-        check(command, wait_until(lambda: f"ok {command}" in self.lines))
-
-    def resolutions(self):
-        """What was set as the resolution up to now."""
-        return [line.split()[-1] for line in self.lines if " Resolution " in line]
-
-    def end(self):
-        for process in self.process, self.bus:
-            process.kill()
-            process.wait()
 
 
 class Bench:

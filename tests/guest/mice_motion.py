@@ -1,6 +1,4 @@
 """Real mice: their wheels and their motion, and what the services of the system do for them."""
-import glob
-import os
 import pathlib
 import random
 import time
@@ -11,7 +9,8 @@ from evdev import ecodes
 from checks import check, wait_until
 from desktop import KEYBOARD_NAME, POINTER_NAME, end_of, is_grabbed, keys, node_called, nodes_called, typed
 from hid_devices import FINE_MOUSE, SIDE_BUTTON, HidDevice, mouse_report
-from mice_bench import GRID_Q, KEY_B, KEY_Q, WHEEL_UP, System, is_still
+from mice_bench import GRID_Q, KEY_B, KEY_Q, WHEEL_UP, is_still
+from system import System, raw_nodes
 
 
 def description(path):
@@ -127,18 +126,11 @@ def comes_to_move(bench, expected):
     return wait_until(is_moved)
 
 
-def raw_nodes(name):
-    """Its hidraw nodes, by the numbers of its interfaces."""
-    folders = [folder for folder in glob.glob("/sys/class/hidraw/*")
-               if name in pathlib.Path(folder, "device/uevent").read_text(encoding="utf-8")]
-    return [os.path.basename(folder) for folder in sorted(folders, key=os.path.realpath)]
-
-
 def uses_what_services_know(bench):
     mouse, desktop = bench.mouse, bench.desktop
     bench.program.stop()
     raw = raw_nodes("Acme Grid")[0]
-    system = System(bench.path, f"ratbag add {raw} usb:1209:0010:0", "ratbag start", "login start")
+    system = System(pathlib.Path(bench.path).parent, f"ratbag add {raw} usb:1209:0010:0", "ratbag start", "login start")
     bench.start(**system.environment)
     bench.assign(sensitivity="800,400")
     check("the sensitivity is set in the hardware", bool(wait_until(lambda: system.resolutions() == ["800x400"])))
