@@ -120,6 +120,7 @@ int CoreEngine::run() {
   const auto service = ServiceName::claim(engineServiceName, &error);
   if (!service) mLog.line("the engine cannot be started on demand: " + error);
   logReady();
+  giveMemoryBackLater();
   const bool isAsked = mLoop.run();
   notifyServiceManager("STOPPING=1");
   if (isAsked) {
@@ -191,7 +192,9 @@ void CoreEngine::handle(const DeviceEvent& event) {
     if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();
     if (std::holds_alternative<FirmwareChanged>(event)) mDeviceNews.firmwareChanged();
     const bool isOther = std::holds_alternative<ConnectionChanged>(event);
-    if (isOther || std::holds_alternative<AbilitiesChanged>(event)) mMice.tellChanged();
+    if (!isOther && !std::holds_alternative<AbilitiesChanged>(event)) return;
+    mMice.tellChanged();
+    giveMemoryBackLater();
   };
   needsSettings(event) ? mTurns.whenSaved(carryOut) : mTurns.inTurn(carryOut);
 }

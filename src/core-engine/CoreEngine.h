@@ -60,7 +60,7 @@ class CoreEngine : private RequestObserver {
   void end();
   void logReady();
   std::optional<Bytes> receive(const LocalMessagePort::Message& message);
-  // Soon after a request the memory that it took is given back to the system.
+  // Soon after the start, a request or another mouse the memory that it took is given back to the system.
   void giveMemoryBackLater();
   void hasServed(const RequestKind& kind, const Request& request) override;
   void serve(const LocalMessagePort::Message& message, std::function<void()> done);

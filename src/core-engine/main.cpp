@@ -1,3 +1,5 @@
+#include <malloc.h>
+
 #include <csignal>
 #include <cstddef>
 #include <cstdio>
@@ -16,6 +18,8 @@ int main(int argc, char** argv) {
   // A log that nobody reads any more is no reason to end, and neither is a file that may not grow: the write fails.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+  // Threads take their memory from one place, so that less of it lies idle: the one that saves does little else.
+  mallopt(M_ARENA_MAX, 1);
   Log log;
   const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
   const auto parsed = vorn::engine::parseOptions(arguments.empty() ? arguments : arguments.subspan(1));
