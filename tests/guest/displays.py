@@ -15,7 +15,6 @@ from checks import wait_until
 TESTER = 59000
 ACCELERATION = -0.5
 LATER_ACCELERATION = 0.25
-_DISPLAY = ":7"
 
 _X_CONFIGURATION = f"""
 Section "ServerFlags"
@@ -101,23 +100,26 @@ while read -r line; do echo "$line"; done
 
 
 class XServer(_Display):
+    """With a terminal, unless it has something else to show."""
+    NAME = ":7"
     PACKAGES = {"/usr/lib/xorg/Xorg": "xserver-xorg-core",
                 "/usr/lib/xorg/modules/drivers/dummy_drv.so": "xserver-xorg-video-dummy",
                 "/usr/lib/xorg/modules/input/libinput_drv.so": "xserver-xorg-input-libinput", "xinput": "xinput",
                 "xterm": "xterm"}
 
-    def __init__(self):
+    def __init__(self, *command):
         super().__init__()
         configuration = self.folder / "xorg.conf"
         configuration.write_text(_X_CONFIGURATION, encoding="utf-8")
-        self.start("/usr/lib/xorg/Xorg", _DISPLAY, "vt7", "-config", configuration, "-novtswitch", "-sharevts",
+        self.start("/usr/lib/xorg/Xorg", self.NAME, "vt7", "-config", configuration, "-novtswitch", "-sharevts",
                    "-nolisten", "tcp", "-noreset", "-logfile", self.folder / "Xorg.log")
-        self._environment = dict(os.environ, DISPLAY=_DISPLAY)
+        self._environment = dict(os.environ, DISPLAY=self.NAME)
         self._x11 = ctypes.CDLL("libX11.so.6")
         self._x11.XOpenDisplay.restype = ctypes.c_void_p
-        self._connection = wait_until(lambda: self._x11.XOpenDisplay(_DISPLAY.encode()))
+        self._connection = wait_until(lambda: self._x11.XOpenDisplay(self.NAME.encode()))
         # All of the screen: keys go to the window below the pointer.
-        self.start("xterm", "-geometry", "300x100+0+0", "-e", self.reader, env=self._environment)
+        terminal = ("xterm", "-geometry", "300x100+0+0", "-e", self.reader)
+        self.start(*(command or terminal), env=self._environment)
 
     def _xinput(self, *words):
         return subprocess.run(["xinput", *words], env=self._environment, check=True, capture_output=True,
@@ -193,3 +195,11 @@ class Sway(_Display):
                         if each["identifier"] == "4617:16:Acme_Grid" and each["type"] == "pointer"]
             return len(pointers) == count and [(each["accel_speed"], [each["accel_profile"]]) for each in pointers]
         return wait_until(found)
+
+
+def is_installed(display):
+    """Whether it can be started; what is left out otherwise is told."""
+    missing = display.missing_packages()
+    if missing:
+        print(f"left out  {display.__name__}, without the packages {' '.join(missing)}", flush=True)
+    return not missing

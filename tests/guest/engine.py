@@ -96,6 +96,15 @@ class Engine:
         """A command of vornctl that goes on."""
         return Reader([self._programs / "vornctl", *words], **self._settings)
 
+    def begin_window(self, display, *words):
+        """The window of the configurator, on this X display, for screen readers too."""
+        environment = dict(self._settings["env"], DISPLAY=display, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        return Reader([self._programs / "skarn-configurator", *words], **dict(self._settings, env=environment))
+
+    def session(self):
+        """The address of its bus."""
+        return self._settings["env"]["DBUS_SESSION_BUS_ADDRESS"]
+
     def add_macro(self, name, events):
         """Of (1 press or 0 release, HID usage of a key, milliseconds before it)."""
         path = self.home / f"{name}.SkarnMacro"

@@ -20,9 +20,10 @@ from evdev import ecodes
 
 from checks import check, finish, wait_until
 from desktop import (KEYBOARD_NAME, Desktop, end_of, is_grabbed, keys, node_called, nodes_called, press, typed)
-from displays import ACCELERATION, LATER_ACCELERATION, TESTER, Sway, XServer
+from displays import ACCELERATION, LATER_ACCELERATION, TESTER, Sway, XServer, is_installed
 from engine import Engine
 from hid_devices import SIDE_BUTTON, UsbMouse
+from window_parts import uses_window
 
 MOUSE = "usb-1209:0010-SN-1"
 # HID usages of keys, and the controls that send them.
@@ -222,14 +223,6 @@ def keeps_its_choice(bench):
     bench.engine.start()
 
 
-def is_installed(display):
-    """Whether it can be started; what is left out otherwise is told."""
-    missing = display.missing_packages()
-    if missing:
-        print(f"left out  {display.__name__}, without the packages {' '.join(missing)}", flush=True)
-    return not missing
-
-
 def types_into_x(bench):
     if not is_installed(XServer):
         return
@@ -344,7 +337,7 @@ def says_what_is_forbidden(bench):
 def main():
     bench = Bench(sys.argv[1])
     parts = (chooses, plays_a_macro, teaches_a_button, follows_profiles, records, leaves_nothing_pressed,
-             keeps_its_choice, types_into_x, types_into_wayland, says_what_is_forbidden)
+             keeps_its_choice, types_into_x, types_into_wayland, uses_window, says_what_is_forbidden)
     for part in parts:
         # Nothing works without a mouse in use.
         if part is chooses or part.__name__ in (sys.argv[2:] or [each.__name__ for each in parts]):

@@ -26,6 +26,9 @@ FINE_MOUSE = bytes.fromhex(
 MOUSE_TELLING_BATTERY = MOUSE[:-1] + bytes.fromhex("05060920150026ff00750895018102" "c0")
 KEYBOARD = bytes.fromhex(
     "05010906a101" "050719e029e715002501750195088102" "950175088101" "05071900297f1500257f750895068100" "c0")
+# Twelve keys, the row of digits, as thumb grids send them: 1 to 12 in its reports.
+GRID = bytes.fromhex(
+    "05010906a101" "050719e029e715002501750195088102" "950175088101" "0507191e2927092d092e1501250c750895068100" "c0")
 # Both in one device, by report numbers, as mice with Bluetooth have them.
 _PARTS = MOUSE.replace(b"\xa1\x01", b"\xa1\x01\x85\x01", 1), KEYBOARD.replace(b"\xa1\x01", b"\xa1\x01\x85\x02", 1)
 MOUSE_AND_KEYBOARD = _PARTS[0] + _PARTS[1]
@@ -34,6 +37,8 @@ _BATTERY = bytes.fromhex("8503" "05850965" "150025647508950181020944250175018102
 MOUSE_WITH_BATTERY = _PARTS[0][:-1] + _BATTERY + b"\xc0" + _PARTS[1]
 # What some keyboards are.
 KEYBOARD_AND_MOUSE = _PARTS[1] + _PARTS[0]
+FINE_MOUSE_AND_GRID = (FINE_MOUSE.replace(b"\xa1\x01", b"\xa1\x01\x85\x01", 1) +
+                       GRID.replace(b"\xa1\x01", b"\xa1\x01\x85\x02", 1))
 # The fourth one, among the buttons of a report.
 SIDE_BUTTON = 8
 
@@ -62,7 +67,7 @@ class HidDevice:
         os.write(self._file, struct.pack("<I128s64s64sHHIIII4096s", self._CREATE, name.encode(), place.encode(),
                                          serial.encode(), len(descriptor), bus, 0x1209, product, 0x111, 0, descriptor))
         self._end = os.pipe()
-        self._thread = threading.Thread(target=self._answer)
+        self._thread = threading.Thread(target=self._answer, daemon=True)
         self._thread.start()
 
     def _answer(self):
@@ -73,7 +78,7 @@ class HidDevice:
                 return
             kind, number, report = struct.unpack_from("<IIB", os.read(self._file, 4380).ljust(9, b"\0"))
             if kind == self._GET_REPORT:
-                answer = self.answers.get(report, b"\0\0")
+                answer = self.answers.get(report, bytes((report, 0)))
                 os.write(self._file, struct.pack("<IIHH", self._GET_REPORT_REPLY, number, 0, len(answer)) + answer)
             elif kind == self._SET_REPORT:
                 os.write(self._file, struct.pack("<IIH", self._SET_REPORT_REPLY, number, 0))
@@ -85,6 +90,27 @@ class HidDevice:
         os.write(self._end[1], b".")
         self._thread.join()
         os.close(self._file)
+
+
+class ThumbMouse:
+    """A mouse with a fine wheel and a thumb grid, plugged again and again."""
+    NAME = "Acme Thumb"
+
+    def __init__(self):
+        self.plug()
+
+    def plug(self):
+        self._device = HidDevice(self.NAME, FINE_MOUSE_AND_GRID, 0x40, place="usb-4/input0", serial="T1")
+
+    def unplug(self):
+        self._device.unplug()
+
+    def move(self, **report):
+        self._device.send(b"\1" + mouse_report(**report))
+
+    def type(self, *keys):
+        """The keys of the grid that are down from now on, 1 to 12."""
+        self._device.send(b"\2" + keyboard_report(*keys))
 
 
 class UsbMouse:
