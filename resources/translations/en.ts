@@ -207,6 +207,10 @@
         <source>While a macro is recorded the mouse stays the same</source>
         <translation>While a macro is recorded the mouse stays the same</translation>
     </message>
+    <message id="lkeyChooseOtherMouse">
+        <source>%1: %2. Choose another mouse…</source>
+        <translation>%1: %2. Choose another mouse…</translation>
+    </message>
     <message id="lkeyChordBack">
         <source>back</source>
         <translation>back</translation>

@@ -1,5 +1,6 @@
 #include "app/MouseControls.h"
 
+#include <QHelpEvent>
 #include <QTabBar>
 #include <QToolButton>
 #include <algorithm>
@@ -10,11 +11,13 @@
 #include "app/MouseChoice.h"
 #include "app/MouseMainWindow.h"
 #include "app/MouseSheet.h"
+#include "app/MouseText.h"
 #include "app/StateStrip.h"
 #include "platform/Localization.h"
 #include "platform/ShownName.h"
 #include "ui_MouseMainWindow.h"
 #include "widgets/FieldUndo.h"
+#include "widgets/PlainToolTip.h"
 
 namespace skarn {
 
@@ -28,8 +31,11 @@ constexpr std::chrono::seconds offerLifetime{30};
 MouseControls::MouseControls(MouseMainWindow& window, MouseChoice& choice, WindowMemory memory)
     : mWindow(window), mChoice(choice), mMemory(std::move(memory)) {
   connect(window.ui().mChooseMouse, &QToolButton::clicked, this, &MouseControls::openSheet);
+  // What is said there has the name of a device in it.
+  window.ui().mChooseMouse->installEventFilter(this);
   connect(&choice, &MouseChoice::changed, this, [this] {
     refresh();
+    withdrawOffer();
     offerOnce();
     emit changed();
   });
@@ -54,6 +60,7 @@ QString MouseControls::obstacle() const {
 void MouseControls::setRecording(bool isRecording) {
   mIsRecording = isRecording;
   refresh();
+  withdrawOffer();
 }
 
 void MouseControls::refresh() {
@@ -62,14 +69,28 @@ void MouseControls::refresh() {
   // The keyboard would go on to some other control.
   if (!why.isEmpty() && mWindow.focusWidget() == button) mWindow.ui().mMouseTabView->tabBar()->setFocus();
   button->setEnabled(why.isEmpty());
-  button->setToolTip(why.isEmpty() ? localized("lkeyChooseMouse") : why);
+  button->setToolTip(why.isEmpty() ? toolTip() : why);
   if (mSheet && !mChoice.isKnown()) mSheet->reject();
+}
+
+QString MouseControls::toolTip() const {
+  const MouseDescription* used = mChoice.inUse();
+  return used == nullptr ? localized("lkeyChooseMouse")
+                         : localized("lkeyChooseOtherMouse").arg(shownName(used->name), stateText(*used));
+}
+
+bool MouseControls::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QObject::eventFilter(watched, event);
+  QToolButton* button = mWindow.ui().mChooseMouse;
+  showPlainToolTip(*static_cast<QHelpEvent*>(event), button->toolTip(), button);
+  return true;
 }
 
 void MouseControls::openSheet() {
   if (!canChoose() || (mSheet && mSheet->isVisible())) return;
   endTyping(mWindow);
   mSheet = MouseSheet::open(&mWindow, mChoice);
+  withdrawOffer();
 }
 
 QDialog* MouseControls::sheet() const {
@@ -81,20 +102,35 @@ StripButton MouseControls::stripButton() const {
   return {localized("lkeyChooseMouse"), localized("lkeyChooseMouseHint"), canChoose()};
 }
 
-void MouseControls::offerOnce() {
-  if (mHasOffered || !canChoose() || mSheet || !mWindow.historyLine().text().isEmpty()) return;
+// --- The offer
+
+const MouseDescription* MouseControls::better() const {
   const MouseDescription* used = mChoice.inUse();
-  if (used == nullptr || !used->isVirtual()) return;
+  if (!canChoose() || used == nullptr || !used->isVirtual()) return nullptr;
   const auto isUsable = [](const MouseDescription& mouse) {
     return !mouse.isVirtual() && mouse.isPresent && mouse.isAllowed;
   };
   const auto found = std::ranges::find_if(mChoice.mice(), isUsable);
-  if (found == mChoice.mice().end()) return;
+  return found == mChoice.mice().end() ? nullptr : &*found;
+}
+
+void MouseControls::offerOnce() {
+  const MouseDescription* mouse = better();
+  if (mHasOffered || mouse == nullptr || mSheet || !mWindow.historyLine().text().isEmpty()) return;
   mHasOffered = true;
   // What cannot be remembered would be offered again and again.
   if (mMemory.isMouseOffered() || !mMemory.setMouseOffered()) return;
-  mWindow.historyLine().say(localized("lkeyMouseOffer").arg(shownName(found->name)),
-                            {localized("lkeyChooseMouse"), [this] { openSheet(); }, offerLifetime});
+  mOffer = localized("lkeyMouseOffer").arg(shownName(mouse->name));
+  mWindow.historyLine().say(mOffer, {localized("lkeyChooseMouse"), [this] { openSheet(); }, offerLifetime});
+}
+
+void MouseControls::withdrawOffer() {
+  if (mOffer.isEmpty()) return;
+  const MouseDescription* mouse = better();
+  const bool isStill = mouse != nullptr && mOffer == localized("lkeyMouseOffer").arg(shownName(mouse->name));
+  if (isStill && !mSheet) return;
+  if (mWindow.historyLine().text() == mOffer) mWindow.historyLine().fallSilent();
+  mOffer.clear();
 }
 
 }  // namespace skarn

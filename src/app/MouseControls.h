@@ -15,6 +15,7 @@ namespace skarn {
 class MouseChoice;
 class MouseMainWindow;
 class MouseSheet;
+struct MouseDescription;
 struct StripButton;
 
 class MouseControls : public QObject {
@@ -40,11 +41,19 @@ class MouseControls : public QObject {
   // canChoose() may be different now.
   void changed();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void refresh();
+  QString toolTip() const;
   // Why nothing can be chosen; empty where it can.
   QString obstacle() const;
+  // A mouse that could be used in place of the virtual one; nullptr where there is none, or nothing can be chosen.
+  const MouseDescription* better() const;
   void offerOnce();
+  // Takes the offer back where it is no longer one.
+  void withdrawOffer();
 
   MouseMainWindow& mWindow;
   MouseChoice& mChoice;
@@ -52,6 +61,7 @@ class MouseControls : public QObject {
   QPointer<MouseSheet> mSheet;
   bool mIsRecording = false;
   bool mHasOffered = false;  // in this run
+  QString mOffer;            // as the line says it; empty while it offers nothing
 };
 
 }  // namespace skarn

@@ -3,7 +3,7 @@
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QPushButton>
-#include <initializer_list>
+#include <algorithm>
 
 #include "app/MouseModel.h"
 #include "app/MouseResolutionSheet.h"
@@ -18,6 +18,9 @@
 namespace skarn {
 
 namespace {
+
+constexpr int fewestRows = 4;
+constexpr int mostRows = 6;
 
 void offer(QPushButton& button, const char* whyNot) {
   button.setEnabled(whyNot == nullptr);
@@ -85,6 +88,13 @@ void MouseSheet::wireButtons() {
   connect(mUi->mMouseForget, &QPushButton::clicked, this, &MouseSheet::forget);
 }
 
+// Whole rows, and the sheet does not change with every mouse that comes or goes.
+void MouseSheet::fitTable() {
+  const int rows = std::clamp(mModel->rowCount(), fewestRows, mostRows);
+  mUi->mMouseTable->setFixedHeight(mUi->mMouseTable->horizontalHeader()->sizeHint().height() +
+                                   rows * RowDelegate::rowHeight);
+}
+
 // --- Showing
 
 const MouseDescription* MouseSheet::selected() const {
@@ -101,6 +111,7 @@ void MouseSheet::showMice() {
   const MouseDescription* before = selected();
   const QString id = before == nullptr ? QString() : before->id;
   mModel->setMice(mChoice.mice());
+  fitTable();
   const int row = mModel->rowOf(id);
   select(row < 0 ? mModel->rowInUse() : row);
   showSelected();

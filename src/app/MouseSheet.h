@@ -30,6 +30,7 @@ class MouseSheet : public QDialog {
   MouseSheet(QWidget* window, MouseChoice& choice);
   void setUpTable();
   void wireButtons();
+  void fitTable();
   // The selection stays where it is, whatever comes and goes.
   void showMice();
   void showSelected();

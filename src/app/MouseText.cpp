@@ -69,6 +69,15 @@ constexpr std::pair<std::string_view, std::string_view> keyNames[] = {
     {"KPENTER", "Keypad Enter"},
     {"VOLUMEUP", "Volume Up"},
     {"VOLUMEDOWN", "Volume Down"},
+    {"PLAYPAUSE", "Play/Pause"},
+    {"PLAYCD", "Play"},
+    {"STOPCD", "Stop"},
+    {"NEXTSONG", "Next Track"},
+    {"PREVIOUSSONG", "Previous Track"},
+    {"HOMEPAGE", "Home Page"},
+    {"CALC", "Calculator"},
+    {"BRIGHTNESSUP", "Brightness Up"},
+    {"BRIGHTNESSDOWN", "Brightness Down"},
 };
 
 QString text(std::string_view latin) {

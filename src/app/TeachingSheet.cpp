@@ -42,6 +42,8 @@ QString nameOf(const Step& step) {
   return step.control == nullptr ? controlText(step.identifier) : spokenName(*step.control);
 }
 
+constexpr int rowHeight = 28;  // of the summary
+
 bool isWheel(const std::string& source) {
   return source.starts_with("REL_");
 }
@@ -179,6 +181,8 @@ void TeachingSheet::finish() {
   }
   mUi->mTeachingList->clear();
   mUi->mTeachingList->addItems(lines);
+  for (int row = 0; row < mUi->mTeachingList->count(); ++row)
+    mUi->mTeachingList->item(row)->setSizeHint(QSize(0, rowHeight));
   mUi->mTeachingList->setVisible(!lines.isEmpty());
   mUi->mTeachingSummary->setText(localized(lines.isEmpty() ? "lkeyTeachingNothing" : "lkeyTeachingSummary"));
   mUi->mTeachingPages->setCurrentWidget(mUi->mTeachingEnd);

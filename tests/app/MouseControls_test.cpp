@@ -104,6 +104,41 @@ class MouseControlsTest : public QObject {
     QVERIFY(!again.line().isVisible());
   }
 
+  void an_offer_ends_with_what_it_offers() {
+    const QTemporaryDir folder;
+    const auto offered = [&](const char* file) {
+      auto one = std::make_unique<MiceFixture>(std::vector{acme, inUse(virtualMouse())}, folder.filePath(file));
+      if (!one->line().isVisible()) QTest::qFail("the mouse is offered", __FILE__, __LINE__);
+      return one;
+    };
+    const auto chosen = offered("chosen.ini");
+    chosen->tell({inUse(acme), virtualMouse()});
+    QVERIFY(!chosen->line().isVisible());
+    const auto gone = offered("gone.ini");
+    gone->tell({inUse(virtualMouse())});
+    QVERIFY(!gone->line().isVisible());
+    const auto opened = offered("opened.ini");
+    opened->openSheet();
+    QVERIFY(!opened->line().isVisible());
+    const auto withoutEngine = offered("engine.ini");
+    withoutEngine->link.engineChanged(false);
+    QVERIFY(withoutEngine->line().text() != QStringLiteral("Use Acme here?"));
+    // What the line says of something else stays.
+    const auto other = offered("other.ini");
+    other->line().say(QStringLiteral("Deleted"));
+    other->tell({inUse(acme), virtualMouse()});
+    QCOMPARE(other->line().text(), QStringLiteral("Deleted"));
+  }
+
+  void the_picture_in_the_header_tells_the_mouse_in_use() {
+    MiceFixture one({acme, inUse(virtualMouse())});
+    QCOMPARE(one.header().toolTip(), QStringLiteral("Virtual mouse: In use. Choose another mouse…"));
+    one.tell({inUse(acme), virtualMouse()});
+    QCOMPARE(one.header().toolTip(), QStringLiteral("Acme: In use. Choose another mouse…"));
+    one.tell({absent(inUse(acme)), virtualMouse()});
+    QCOMPARE(one.header().toolTip(), QStringLiteral("Acme: In use, not plugged in. Choose another mouse…"));
+  }
+
   void nothing_is_offered_where_a_real_mouse_is_in_use_or_nothing_can_be_kept() {
     const QTemporaryDir folder;
     MiceFixture used({inUse(acme), virtualMouse()}, folder.filePath("window.ini"));

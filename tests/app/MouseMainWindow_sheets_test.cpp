@@ -70,6 +70,18 @@ std::vector<SheetCase> sheetsOfWindow() {
              return Sent{{}, {{vorn::HistoryCall::GoTo, 0}}};
            },
        .staysOpen = true},
+      {.name = "mice",
+       .window = "mMouseSheet",
+       .from = "mChooseMouse",
+       .field = "mMouseTable",
+       .open = [](SheetBench& bench) { bench.press("mChooseMouse"); },
+       .reason = "lkeyMiceIsInUse",
+       .change = [](SheetBench& bench) { bench.key("mMouseTable", Qt::Key_Up); },
+       .confirmed =
+           [](const SheetBench&) {
+             return Sent{{}, {}, {{vorn::MiceCall::Choose, "usb-1"}}};
+           },
+       .staysOpen = true},
       {.name = "no mouse",
        .window = "mDeviceConnectionWindow",
        .from = "mHelpButton",

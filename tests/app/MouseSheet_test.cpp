@@ -1,5 +1,6 @@
 #include "app/MouseSheet.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QSpinBox>
 
@@ -54,8 +55,13 @@ class MouseSheetTest : public QObject {
     QVERIFY(one.text("mMouseAbout").contains(QStringLiteral("/dev/input/event5")));
     QVERIFY(one.text("mMouseCommand").contains(QStringLiteral("udevadm")));
     QVERIFY(one.shows("mMouseCommand"));
-    const auto* command = one.window.findChild<QLabel*>(QStringLiteral("mMouseCommand"));
+    auto* command = one.window.findChild<QLabel*>(QStringLiteral("mMouseCommand"));
     QVERIFY(command->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    const auto said = [&](QAccessible::Text which) {
+      return QAccessible::queryAccessibleInterface(command)->text(which);
+    };
+    QCOMPARE(said(QAccessible::Name), command->text());
+    QCOMPARE(said(QAccessible::Description), localized("lkeyMouseCommand"));
     QVERIFY(one.shows("mMouseDoctor"));
     QVERIFY(!one.ok().isEnabled());
     QCOMPARE(one.ok().toolTip(), localized("lkeyMiceNotAllowed"));
@@ -87,6 +93,23 @@ class MouseSheetTest : public QObject {
     QCOMPARE(one.column(0).at(one.selectedRow()), QStringLiteral("Other"));
     one.tell({acme, inUse(virtualMouse())});
     QCOMPARE(one.column(0).at(one.selectedRow()), QStringLiteral("Virtual mouse"));
+  }
+
+  void whole_rows_are_shown_up_to_some() {
+    std::vector<PropertyList> mice{acme, other, absent(realMouse("usb-3", "Away")), inUse(virtualMouse())};
+    OpenMice one(mice);
+    const auto lastRow = [&] {
+      return one.table().visualRect(one.table().model()->index(one.table().model()->rowCount() - 1, 0));
+    };
+    QVERIFY(one.table().viewport()->rect().contains(lastRow()));
+    mice.insert(mice.begin(), realMouse("usb-4", "Fifth"));
+    one.tell(mice);
+    QVERIFY(QTest::qWaitFor([&] { return one.table().viewport()->rect().contains(lastRow()); }));
+    for (int number = 6; number < 9; ++number)
+      mice.insert(mice.begin(), realMouse("usb-" + std::to_string(number), "More"));
+    one.tell(mice);
+    const int rowHeight = lastRow().height();
+    QVERIFY(QTest::qWaitFor([&] { return one.table().viewport()->height() == 6 * rowHeight; }));
   }
 
   void only_a_mouse_in_use_can_be_told_something() {
@@ -125,6 +148,27 @@ class MouseSheetTest : public QObject {
     QCOMPARE(one.text("mMouseNotice"), QStringLiteral("The resolution is 1200 DPI"));
     QVERIFY(QTest::qWaitFor(
         [&] { return one.window.findChild<QSpinBox*>() == nullptr || !one.isShown("mResolutionSheet"); }));
+  }
+
+  void the_resolution_is_told_by_return_and_by_nothing_else() {
+    OpenMice one({inUse(acme), virtualMouse()});
+    one.button("mMouseResolution").setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&one.button("mMouseResolution"), Qt::Key_Return);
+    QApplication::setActiveWindow(one.sheet("mResolutionSheet"));
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("mResolutionField"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("1200"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QVERIFY(!one.isShown("mResolutionSheet"));
+    QVERIFY(one.isShown("mMouseSheet"));
+    QVERIFY(one.isAsked({}));
+    QApplication::setActiveWindow(one.sheet("mMouseSheet"));
+    QCOMPARE(QApplication::focusWidget(), &one.button("mMouseResolution"));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    one.click(one.button("mMouseResolution"));
+    QApplication::setActiveWindow(one.sheet("mResolutionSheet"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("900"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QVERIFY(one.isAsked({{.call = Call::SetResolution, .resolution = 900}}));
   }
 
   void forgetting_is_one_request() {

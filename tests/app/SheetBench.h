@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "app/HubFixture.h"
+#include "app/MouseRecords.h"
 #include "buttons/ButtonsFixture.h"
 #include "model/Assignments.h"
 #include "model/MacroEdits.h"
@@ -26,10 +27,11 @@ namespace skarn::test {
 
 using Requests = std::vector<ScriptedLink::Request>;
 
-// What left the window: for the engine, and for its history.
+// What left the window: for the engine, for its history, and for its mice.
 struct Sent {
   Requests requests;
   std::vector<vorn::HistoryRequest> history;
+  std::vector<vorn::MiceRequest> mice{};
   friend bool operator==(const Sent&, const Sent&) = default;
 };
 
@@ -69,6 +71,7 @@ struct SheetBench : HubFixture {
       link.answer(granted, changeAnswer(bundle).with("ReturnStatus", 0));
     }
     answerHistory();
+    answerMice();
     window.activateWindow();
     if (!QTest::qWaitForWindowActive(&window)) QTest::qFail("the window is active", __FILE__, __LINE__);
   }
@@ -84,6 +87,13 @@ struct SheetBench : HubFixture {
                                                           {words::SourceApp, vorn::configuratorIdentifier}});
     if (!link.answerHistory({vorn::HistoryAnswer::Outcome::Done, PropertyList::array({change})}))
       QTest::qFail("the history is asked for", __FILE__, __LINE__);
+  }
+
+  // A mouse, and the virtual one in use.
+  void answerMice() {
+    const std::vector<PropertyList> mice{realMouse("usb-1", "Acme"), inUse(virtualMouse())};
+    if (!link.answerMice({vorn::MiceAnswer::Outcome::Done, PropertyList::array(mice)}))
+      QTest::qFail("the mice are asked for", __FILE__, __LINE__);
   }
 
   // Press A, press B, release A.
@@ -167,7 +177,10 @@ struct SheetBench : HubFixture {
     QTest::keyClick(find("mKeyChooser"), Qt::Key_Return);
   }
 
-  Sent take() { return {std::exchange(link.requests, {}), std::exchange(link.historyRequests, {})}; }
+  Sent take() {
+    return {std::exchange(link.requests, {}), std::exchange(link.historyRequests, {}),
+            std::exchange(link.miceRequests, {})};
+  }
 
   ButtonsDriver buttons;
   PropertyList bundle;

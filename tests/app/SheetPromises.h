@@ -19,6 +19,8 @@ inline std::string described(const Sent& sent) {
     text += std::to_string(static_cast<int>(request.messageID)) + " " + request.body.description() + "\n";
   for (const auto& request : sent.history)
     text += "history " + std::to_string(static_cast<int>(request.call)) + " " + std::to_string(request.change) + "\n";
+  for (const auto& request : sent.mice)
+    text += "mice " + std::to_string(static_cast<int>(request.call)) + " " + request.name + "\n";
   return text.empty() ? "nothing\n" : text;
 }
 
