@@ -28,6 +28,7 @@ guest_packages=(
   upower ratbagd
   xserver-xorg-core xserver-xorg-video-dummy xserver-xorg-input-libinput xinput xterm
   sway seatd foot
+  openbox at-spi2-core python3-dbus
 )
 
 is_installed() {

@@ -361,7 +361,10 @@ QString MousePerformanceController::sensitivityTip() const {
 
 void MousePerformanceController::explainMissing() {
   const bool lacksRate = mIsEnabled && !mOffersPollingRate;
-  mUi->mPollingRate->setToolTip(lacksRate ? localized("lkeyMouseLacksPollingRate") : QString());
+  const QString rateNote = localized(lacksRate ? "lkeyMouseLacksPollingRate" : "lkeyPollingRateNote");
+  mUi->mPollingRate->setToolTip(lacksRate ? rateNote : QString());
+  mUi->mPollingRate->setAccessibleDescription(rateNote);
+  mUi->mPollingRateNoteLabel->setText(rateNote);
   for (QWidget* control : std::initializer_list<QWidget*>{mUi->mXDpiSlider, mUi->mXDpiField})
     control->setToolTip(sensitivityTip());
   for (QWidget* control : std::initializer_list<QWidget*>{mUi->mYDpiSlider, mUi->mYDpiField}) {

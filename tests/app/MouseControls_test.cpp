@@ -170,11 +170,15 @@ class MouseControlsTest : public QObject {
       QCOMPARE(row->popUp()->accessibleDescription().endsWith(localized("lkeyMouseLacksControl")), !isOfTheWheel);
     }
     QCOMPARE(toolTipOf(one, "mPollingRate"), localized("lkeyMouseLacksPollingRate"));
+    QCOMPARE(one.text("mPollingRateNoteLabel"), localized("lkeyMouseLacksPollingRate"));
+    const auto* rate = one.window.findChild<QComboBox*>(QStringLiteral("mPollingRate"));
+    QCOMPARE(rate->accessibleDescription(), localized("lkeyMouseLacksPollingRate"));
     QCOMPARE(toolTipOf(one, "mXDpiSlider"), QString());
     QCOMPARE(toolTipOf(one, "mMainColor"), localized("lkeyMouseLacksLight"));
-    QVERIFY(one.window.findChild<QComboBox*>(QStringLiteral("mPollingRate"))->isEnabled());
+    QVERIFY(rate->isEnabled());
     one.tell({inUse(acme).with("hasPollingRate", true).with("hasLight", true).with("sensitivity", "missing")});
     QCOMPARE(toolTipOf(one, "mPollingRate"), QString());
+    QCOMPARE(one.text("mPollingRateNoteLabel"), localized("lkeyPollingRateNote"));
     QCOMPARE(toolTipOf(one, "mXDpiSlider"), localized("lkeyMouseLacksSensitivity"));
     QCOMPARE(toolTipOf(one, "mMainColor"), QString());
     // Without a mouse the reason is another.
