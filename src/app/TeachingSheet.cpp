@@ -121,13 +121,16 @@ void TeachingSheet::ask(std::size_t step) {
   mRest.stop();
   mStep = step;
   mIsAsking = true;
+  mIsHeard = false;
   mUi->mTeachingPages->setCurrentWidget(mUi->mTeachingWalk);
   setFocus();
   showStep();
-  mChoice.teach(steps()[step].identifier, [sheet = QPointer(this), step](MouseChoice::Outcome outcome) {
-    if (!sheet || sheet->mStep != step || outcome == MouseChoice::Outcome::Done) return;
-    sheet->pause(failureText(outcome));
-  });
+  mChoice.teach(steps()[step].identifier,
+                [sheet = QPointer(this), question = ++mQuestion](MouseChoice::Outcome outcome) {
+                  if (!sheet || sheet->mQuestion != question || !sheet->mIsAsking) return;
+                  sheet->mIsHeard = outcome == MouseChoice::Outcome::Done;
+                  if (!sheet->mIsHeard) sheet->pause(failureText(outcome));
+                });
 }
 
 void TeachingSheet::skip() {
@@ -147,7 +150,7 @@ void TeachingSheet::pause(const QString& why) {
 }
 
 void TeachingSheet::taught(const vorn::TaughtControl& taught) {
-  const bool isAsked = mIsAsking && taught.control == steps()[mStep].identifier;
+  const bool isAsked = mIsAsking && mIsHeard && taught.control == steps()[mStep].identifier;
   if (taught.isTaught) note(taught);
   if (!isAsked) return;
   // Nothing was pressed for as long as the engine waits.

@@ -63,6 +63,8 @@ class TeachingSheet : public QDialog {
   QString mMouse;  // its ID
   std::size_t mStep = 0;
   bool mIsAsking = false;
+  unsigned mQuestion = 0;                   // which one is asked
+  bool mIsHeard = false;                    // whether the engine has taken it: what it tells before ends another one
   std::map<std::string, QString> mResults;  // by control: what it is now; empty where it has lost what it was
   QTimer mRest{this};
 };
