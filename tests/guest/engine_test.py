@@ -1,7 +1,8 @@
 #!/usr/bin/python3
-"""The core engine with real mice, from a command of vornctl and a press on the mouse to what its desktop gets.
+"""The core engine with real mice, from a command of vornctl, or of the window, and a press on the mouse to what its
+desktop gets.
 
-    engine_test.py PROGRAMS [PART...]     PROGRAMS: folder of vorn-core-engine and vornctl; without names of parts (the
+    engine_test.py PROGRAMS [PART...]     PROGRAMS: folder of the programs; without names of parts (the
                                           functions below) all of them
 
 Runs as root in a guest (tests/guest/engine starts it there). Each check is a line; the exit status is 1 when one of

@@ -1,13 +1,16 @@
 """What a screen reader is told of a program's windows, over the accessibility bus of its session."""
 import contextlib
+import functools
 import os
-
-import dbus
-import dbus.bus
 
 from checks import wait_until
 
-_PAGES = "layered pane"
+try:
+    import dbus
+    import dbus.bus
+except ImportError:  # Who finds it missing leaves out what needs it.
+    pass
+
 _ROOT = "/org/a11y/atspi/accessible/root"
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 # at-spi2-core, atspi-constants.h: the state types.
@@ -25,23 +28,44 @@ def _as_user(user):
 
 
 class Thing:
-    """Something of a window as it was when it was looked at: a button, a line of text, a cell."""
+    """Something of a window: a button, a line of text, a cell. It tells what it is when it is first asked for that, and
+    nothing when it has gone."""
 
-    def __init__(self, accessible):
-        self._accessible = accessible
-        properties = dbus.Interface(accessible, dbus.PROPERTIES_IFACE)
-        self.name = str(properties.Get(_ACCESSIBLE, "Name"))
-        self.description = str(properties.Get(_ACCESSIBLE, "Description"))
-        self.role = str(accessible.GetRoleName(dbus_interface=_ACCESSIBLE))
-        low, high = accessible.GetState(dbus_interface=_ACCESSIBLE)
+    def __init__(self, bus, connection, path):
+        self._bus, self._at = bus, (connection, path)
+        low, high = self._call(_ACCESSIBLE, "GetState")
         states = int(low) | int(high) << 32
         self.is_focused, self.is_selected, self.is_enabled, self.is_visible = (
             bool(states >> number & 1) for number in (_FOCUSED, _SELECTED, _SENSITIVE, _VISIBLE))
 
+    def _call(self, interface, member, signature="", *words):
+        return self._bus.call_blocking(*self._at, interface, member, signature, words)
+
+    def _text(self, *call):
+        try:
+            return str(self._call(*call))
+        except dbus.DBusException:
+            return ""
+
+    @functools.cached_property
+    def name(self):
+        return self._text(dbus.PROPERTIES_IFACE, "Get", "ss", _ACCESSIBLE, "Name")
+
+    @functools.cached_property
+    def description(self):
+        return self._text(dbus.PROPERTIES_IFACE, "Get", "ss", _ACCESSIBLE, "Description")
+
+    @functools.cached_property
+    def role(self):
+        return self._text(_ACCESSIBLE, "GetRoleName")
+
+    def children(self):
+        """Where they are."""
+        return [(name, path) for name, path in self._call(_ACCESSIBLE, "GetChildren") if name]
 
     def focus(self):
         """Gives it the keyboard."""
-        self._accessible.GrabFocus(dbus_interface="org.a11y.atspi.Component")
+        self._call("org.a11y.atspi.Component", "GrabFocus")
 
 
 class ScreenReader:
@@ -60,39 +84,37 @@ class ScreenReader:
                 owner = self._bus.call_blocking("org.freedesktop.DBus", "/", "org.freedesktop.DBus",
                                                 "GetConnectionUnixProcessID", "s", (name,))
                 if owner == program:
-                    self._accessible(name, _ROOT).GetRoleName(dbus_interface=_ACCESSIBLE)
+                    Thing(self._bus, name, _ROOT)
                     return name
             except dbus.DBusException:  # It has gone, or is not ready.
                 pass
         return None
 
-    def _accessible(self, name, path):
-        return self._bus.get_object(name, path, introspect=False)
-
-    def _things(self, path, pages):
-        accessible = self._accessible(self._name, path)
-        thing = Thing(accessible)
-        if not thing.is_visible and not pages:
+    def _things(self, thing, skipped, has_hidden):
+        if not thing.is_visible and not has_hidden:
             return
         yield thing
-        if thing.role == _PAGES and not pages:
+        if skipped is not None and thing.role == skipped:
             return
-        for name, child in accessible.GetChildren(dbus_interface=_ACCESSIBLE):
-            if name:
-                yield from self._things(child, pages)
+        for child in thing.children():
+            yield from self._things(Thing(self._bus, *child), skipped, has_hidden)
 
     def windows(self):
-        """The paths of the windows that are shown, by their titles."""
-        children = self._accessible(self._name, _ROOT).GetChildren(dbus_interface=_ACCESSIBLE)
-        windows = ((Thing(self._accessible(self._name, path)), path) for _, path in children)
-        return {thing.name: path for thing, path in windows if thing.is_visible}
+        """Those that are shown, by their titles."""
+        windows = {}
+        for child in Thing(self._bus, self._name, _ROOT).children():
+            with contextlib.suppress(dbus.DBusException):  # It has gone meanwhile.
+                window = Thing(self._bus, *child)
+                if window.is_visible:
+                    windows[window.name] = window
+        return windows
 
-    def look(self, title, pages=False):
-        """What is shown in the window with this title, one after the other: nothing where there is none. Pages, of which
-        one is shown at a time, hold much: they are left out, unless all that is in the window is asked for."""
+    def look(self, title, skipped=None, has_hidden=False):
+        """What is in the window with this title, one after the other: nothing where there is none. Skipped: the role of
+        what is not looked into."""
         try:
-            path = self.windows().get(title)
-            if path:
-                yield from self._things(path, pages)
+            window = self.windows().get(title)
+            if window:
+                yield from self._things(window, skipped, has_hidden)
         except dbus.DBusException:  # Something has gone meanwhile.
             pass
