@@ -44,7 +44,7 @@ class Window:
         return bool(wait_until(lambda: (title in self._reader.windows()) == is_open))
 
     def look(self, title=TITLE, tabs=False):
-        """What is in the window with this title. The tabs hold much: they are left out, or all of them are looked at."""
+        """What is in the window with this title. The tabs hold much: they are left out, or all of it is looked at."""
         is_short = title == self.TITLE and not tabs
         return self._reader.look(title, "layered pane" if is_short else None, tabs)
 
