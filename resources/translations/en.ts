@@ -2999,6 +2999,34 @@ The device rules that come with the package allow it to whoever sits at the mach
         <source>Thumb grid</source>
         <translation>Thumb grid</translation>
     </message>
+    <message id="lkeyTrayHiddenText">
+        <source>Its icon in the tray opens the window again. To quit, use the icon's menu or Ctrl+Q in the window.</source>
+        <translation>Its icon in the tray opens the window again. To quit, use the icon's menu or Ctrl+Q in the window.</translation>
+    </message>
+    <message id="lkeyTrayHiddenTitle">
+        <source>Skarn is still there</source>
+        <translation>Skarn is still there</translation>
+    </message>
+    <message id="lkeyTrayMissing">
+        <source>This desktop has no tray</source>
+        <translation>This desktop has no tray</translation>
+    </message>
+    <message id="lkeyTrayOpen">
+        <source>Open Skarn</source>
+        <translation>Open Skarn</translation>
+    </message>
+    <message id="lkeyTrayQuit">
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+    <message id="lkeyTrayShow">
+        <source>Show in the Tray</source>
+        <translation>Show in the Tray</translation>
+    </message>
+    <message id="lkeyTrayShowTip">
+        <source>Battery and profiles stand in the tray of the desktop, and the close button only hides the window</source>
+        <translation>Battery and profiles stand in the tray of the desktop, and the close button only hides the window</translation>
+    </message>
     <message id="lkeyTypeAName">
         <source>Type a name first</source>
         <translation>Type a name first</translation>
@@ -3110,6 +3138,14 @@ The device rules that come with the package allow it to whoever sits at the mach
     <message id="lkeyWholeNumberWithin">
         <source>A whole number from %1 to %2</source>
         <translation>A whole number from %1 to %2</translation>
+    </message>
+    <message id="lkeyWindowSettings">
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message id="lkeyWindowSettingsTip">
+        <source>Settings of this window</source>
+        <translation>Settings of this window</translation>
     </message>
     <message id="lkeyX">
         <source>X</source>

@@ -17,6 +17,7 @@
 #include "app/SettingsHistory.h"
 #include "app/Sheets.h"
 #include "app/StateStrip.h"
+#include "app/TrayControls.h"
 #include "app/TypedKeys.h"
 #include "app/VRCErrorHandler.h"
 #include "buttons/MouseButtonController.h"
@@ -114,6 +115,7 @@ void MouseMainController::awakeFromNib() {
   mIsEngineThere = mServices.link.watchEngine([this](bool isThere) { isThere ? engineCame() : engineWent(); });
   wireHistory();
   wireMice();
+  wireTray();
   // Looks at events before what was made earlier.
   mTypedKeys = std::make_unique<TypedKeys>(
       mServices.link, mWindow,
@@ -183,6 +185,16 @@ void MouseMainController::wireMice() {
   });
 }
 
+void MouseMainController::wireTray() {
+  mTrayControls = std::make_unique<TrayControls>(mWindow, WindowMemory(mServices.memoryFile));
+  connect(mTrayControls.get(), &TrayControls::profileChosen, this, [this](int profile, const QString& name) {
+    // The profiles may have changed since the menu opened.
+    if (profilesArray.at(profile)[keys::ProfileName].toString() == name.toStdString()) switchProfileWithID(profile);
+  });
+  connect(mMouseMacrosController->mRecordMacroDetails(), &QAbstractButton::toggled, this,
+          &MouseMainController::tellTray, Qt::QueuedConnection);
+}
+
 void MouseMainController::createLocalPort() {
   mServices.link.createLocalPort();
 }
@@ -242,6 +254,7 @@ void MouseMainController::initializeDevice() {
   }
 
   mHasStarted = true;
+  mTrayControls->begin();
   askForMice();
   registerNotifications();
   registerHelpBook();
@@ -345,6 +358,7 @@ void MouseMainController::updateUISettings() {
   mMouseMaintenenceController->updateUISettings();
   // The Macros tab is refreshed through its table only.
   refreshControllersTableDisplay();
+  tellTray();
 }
 
 void MouseMainController::refreshControllersTableDisplay() {

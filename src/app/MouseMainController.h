@@ -59,6 +59,7 @@ class MouseProfilesController;
 class NamedImageView;
 class RestoringStateSheet;
 class SettingsHistory;
+class TrayControls;
 class TypedKeys;
 
 // What the hub reaches outside itself; tests answer in place of the system.
@@ -289,6 +290,9 @@ class MouseMainController : public QObject,
   void askForMice();
   // The tabs learn what the mouse in use lacks.
   void showWhatMouseLacks();
+  void wireTray();
+  // The item in the tray says what the window says.
+  void tellTray();
   QString textOf(Presence presence) const;
   // The strip follows whether an engine that was there answers.
   void noteAnswer(bool isAnswered);
@@ -353,6 +357,7 @@ class MouseMainController : public QObject,
   std::unique_ptr<HistoryControls> mHistoryControls;
   std::unique_ptr<MouseChoice> mMouseChoice;
   std::unique_ptr<MouseControls> mMouseControls;
+  std::unique_ptr<TrayControls> mTrayControls;
   std::unique_ptr<TypedKeys> mTypedKeys;
   QTimer mNewsTimer;  // runs for newsRest after a reload for news
   bool mHasMoreNews = false;

@@ -283,7 +283,7 @@ void MouseMainController::updateBatteryStatus(const PropertyList& info) {
 }
 
 void MouseMainController::sayBatteryInWords() {
-  if (mBattery->imageName().isEmpty()) return;
+  if (mBattery->imageName().isEmpty()) return tellTray();
   const bool isCharging = batteryStatus == static_cast<std::uint32_t>(ChargingStatus::Charging);
   if (!mBatteryPercent) {
     mBattery->setWords(localized(isCharging ? "lkeyBatteryCharging" : "lkeyBattery"));
@@ -291,6 +291,7 @@ void MouseMainController::sayBatteryInWords() {
     mBattery->setWords(
         localized(isCharging ? "lkeyBatteryChargingPercent" : "lkeyBatteryPercent").arg(*mBatteryPercent));
   }
+  tellTray();
 }
 
 void MouseMainController::chargingBatteryAboutToRun() {

@@ -20,11 +20,13 @@
 #include "app/SettingsHistory.h"
 #include "app/Sheets.h"
 #include "app/StateStrip.h"
+#include "app/TrayControls.h"
 #include "app/VRCErrorHandler.h"
 #include "buttons/MouseButtonController.h"
 #include "lighting/MouseLightingController.h"
 #include "macros/MouseMacrosController.h"
 #include "maintenance/MouseMaintenanceController.h"
+#include "model/SettingsKeys.h"
 #include "performance/MousePerformanceController.h"
 #include "platform/Bundle.h"
 #include "platform/Localization.h"
@@ -36,6 +38,7 @@ namespace skarn {
 
 using vorn::MessageID;
 using vorn::PropertyList;
+namespace keys = vorn::keys;
 namespace requestKeys = vorn::requestKeys;
 namespace replyKeys = vorn::replyKeys;
 
@@ -228,6 +231,7 @@ void MouseMainController::sayPresence() {
   mAppySettings->setEnabled(!isMissed);
   mAppySettings->setToolTip(localized(isMissed ? "lkeyApplyNoEngineTip" : "lkeyApplyTip"));
   offerHistory();
+  tellTray();
 }
 
 void MouseMainController::offerHistory() {
@@ -277,6 +281,18 @@ void MouseMainController::showWhatMouseLacks() {
                                               !isKnown || mouse->hasPollingRate);
   mMouseLightingController->setMouseOffersLight(!isKnown || mouse->hasLight);
   mMouseMaintenenceController->setMouseOffersPower(!isKnown || mouse->hasPower);
+}
+
+void MouseMainController::tellTray() {
+  const bool isConnected = mPresence == Presence::Connected;
+  TrayState state;
+  state.mouse = isConnected ? mBattery->toolTip() : textOf(mPresence);
+  state.canSwitch = isConnected && !mMouseMacrosController->mIsRecording();
+  for (std::size_t i = 0; !mShowsDefaults && i < profilesArray.size(); ++i)
+    state.profiles << QString::fromStdString(
+        profilesArray.at(static_cast<std::int64_t>(i))[keys::ProfileName].toString());
+  state.active = deviceSettingsDict[keys::ActiveProfile].toInt();
+  mTrayControls->setState(state);
 }
 
 void MouseMainController::noteAnswer(bool isAnswered) {

@@ -18,8 +18,17 @@ class WindowMemory {
   bool isMouseOffered() const;
   // False where that could not be kept.
   bool setMouseOffered();
+  // Whether the window is to have an item in the tray. False where nothing can be kept.
+  bool isInTray() const;
+  bool setInTray(bool isInTray);
+  // Whether a person has been told that the closed window lives on in the tray.
+  bool isTrayExplained() const;
+  bool setTrayExplained();
 
  private:
+  bool value(const QString& key, bool otherwise) const;
+  bool setValue(const QString& key, bool value);
+
   QString mFile;
 };
 

@@ -27,6 +27,9 @@ class Display {
   enum class Window { Main, Sheet };
   // Waits until this window of the process has the keyboard. False when it has not got it in time.
   virtual bool waitForFocus(pid_t process, Window window) = 0;
+  // Closes the process's main window, which has the keyboard, as the button of its frame does, and waits until it is no
+  // longer to be seen. False when it stays.
+  virtual bool closeWindow(pid_t process) = 0;
   // Types, and returns the time stamps that the display gives the strokes, by which a window sees them. Empty on
   // failure.
   virtual std::vector<std::chrono::milliseconds> type(const std::vector<Stroke>& strokes) = 0;

@@ -87,6 +87,8 @@ class WaylandDisplay : public Display {
     return mKeyboard->flush() ? times : std::vector<milliseconds>();
   }
 
+  bool closeWindow(pid_t process) override { return obeys("[pid=" + std::to_string(process) + "] kill"); }
+
   bool takeFocus() override { return obeys("workspace 2"); }
 
  private:

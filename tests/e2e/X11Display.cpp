@@ -79,6 +79,26 @@ class X11Display : public Display {
     });
   }
 
+  bool closeWindow(pid_t process) override {
+    const xcb_window_t window = activeWindow();
+    if (property(window, "_NET_WM_PID") != std::vector{static_cast<std::uint32_t>(process)}) return false;
+    const std::uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(mConnection.get(), window, XCB_CW_EVENT_MASK, &structure);
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom("WM_PROTOCOLS");
+    message.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(mConnection.get(), 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+    xcb_flush(mConnection.get());
+    return waitUntil([&] {
+      const ReplyOf<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+          mConnection.get(), xcb_get_window_attributes(mConnection.get(), window), nullptr));
+      return !attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE;
+    });
+  }
+
   std::vector<milliseconds> type(const std::vector<Stroke>& strokes) override {
     mSeen.clear();
     for (const Stroke& stroke : strokes) {
