@@ -100,7 +100,7 @@ void MouseMainWindow::tintIcons() {
   mUi->mUndoButton->setIcon(tintedIcon(QStringLiteral("undo.png"), text));
   mUi->mRedoButton->setIcon(tintedIcon(QStringLiteral("redo.png"), text));
   mUi->mHistoryButton->setIcon(tintedIcon(QStringLiteral("history.png"), text));
-  mUi->mSettingsButton->setIcon(tintedIcon(QStringLiteral("GearOn.png"), text));
+  mUi->mWindowSettings->setIcon(tintedIcon(QStringLiteral("settings.png"), text));
   mUi->mHelpButton->setIcon(QIcon(tintedImage(QStringLiteral("help.png"), text)));
 
   QPalette dot = palette();

@@ -1,31 +1,31 @@
 #include "app/TrayControls.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QEvent>
-#include <QToolButton>
 #include <utility>
 
 #include "app/MouseMainWindow.h"
 #include "app/TrayHost.h"
 #include "platform/Localization.h"
 #include "ui_MouseMainWindow.h"
+#include "widgets/PullDownButton.h"
 
 namespace skarn {
 
-TrayControls::TrayControls(MouseMainWindow& window, WindowMemory memory)
-    : mWindow(window), mMemory(std::move(memory)), mShowInTray(mMenu.addAction(localized("lkeyTrayShow"))) {
-  mShowInTray->setObjectName(QStringLiteral("mShowInTray"));
-  mShowInTray->setCheckable(true);
-  mMenu.setToolTipsVisible(true);
-  connect(mShowInTray, &QAction::triggered, this, &TrayControls::want);
-  connect(&mMenu, &QMenu::aboutToShow, this, &TrayControls::lookForTray);
-  window.ui().mSettingsButton->setMenu(&mMenu);
+TrayControls::TrayControls(MouseMainWindow& window, WindowMemory memory) : mWindow(window), mMemory(std::move(memory)) {
+  PullDownButton& button = *window.ui().mWindowSettings;
+  button.setItems({{.tag = 0, .title = localized("lkeyTrayShow"), .isCheckable = true}}, QStringLiteral("mShowInTray"),
+                  [this](int) { want(mShowInTray->isChecked()); });
+  mShowInTray = taggedItems(*button.menu()).first();
+  button.menu()->setToolTipsVisible(true);
+  connect(button.menu(), &QMenu::aboutToShow, this, &TrayControls::lookForTray);
   window.installEventFilter(this);
   refresh();
 }
 
 TrayControls::~TrayControls() {
-  mWindow.ui().mSettingsButton->setMenu(nullptr);
+  mWindow.ui().mWindowSettings->menu()->clear();
 }
 
 void TrayControls::begin() {

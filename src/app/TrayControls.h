@@ -2,13 +2,14 @@
 // ticked and there is a tray, and the close button, which then only hides the window. Main thread.
 #pragma once
 
-#include <QAction>
 #include <QObject>
 #include <QString>
 #include <memory>
 
 #include "app/TrayIcon.h"
 #include "app/WindowMemory.h"
+
+class QAction;
 
 namespace skarn {
 
@@ -45,8 +46,7 @@ class TrayControls : public QObject {
 
   MouseMainWindow& mWindow;
   WindowMemory mMemory;
-  QMenu mMenu;
-  QAction* mShowInTray;  // the menu's child
+  QAction* mShowInTray;  // the item of the menu
   std::unique_ptr<TrayHost> mHost;
   std::unique_ptr<TrayIcon> mIcon;
   TrayState mState;

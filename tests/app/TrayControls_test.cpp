@@ -5,13 +5,13 @@
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QToolButton>
 
 #include "app/MouseMainWindow.h"
 #include "app/TrayIcon.h"
 #include "platform/Localization.h"
 #include "support/QtTests.h"
 #include "ui_MouseMainWindow.h"
+#include "widgets/PullDownButton.h"
 #include "widgets/SkarnStyle.h"
 
 using namespace skarn;
@@ -24,7 +24,7 @@ struct Bench {
     controls.begin();
     window.show();
   }
-  QToolButton& button() { return *window.ui().mSettingsButton; }
+  PullDownButton& button() { return *window.ui().mWindowSettings; }
   QAction& box() { return *button().menu()->findChild<QAction*>(QStringLiteral("mShowInTray")); }
 
   MouseMainWindow window;
