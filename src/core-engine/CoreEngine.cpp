@@ -72,6 +72,7 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
   mStore.setChangeHandler([this](const PropertyList& before, const PropertyList& after, const ChangeOrigin& origin) {
     mHistory.note(before, after, origin);
     mNews.settingsChanged(before, after, origin.sourceApp);
+    mScreenMessages.settingsChanged(before, after, origin);
     updateDevice();
   });
   mStore.addKeeper(mBackups);
@@ -81,7 +82,10 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
     mProfiles.profilesMoved(before[keys::Profiles], profilePlaces);
     for (const ArrayMove& each : macroMoves) mRecorder.macrosMoved(each.start, each.gone, each.come);
   });
-  mMice.setLeavingHandler([this] { releaseAll(); });
+  mMice.setLeavingHandler([this] {
+    releaseAll();
+    mScreenMessages.mouseLeaves();
+  });
 }
 
 CoreEngine::~CoreEngine() {
@@ -192,6 +196,7 @@ void CoreEngine::handle(const DeviceEvent& event) {
     if (std::holds_alternative<BatteryChanged>(event)) mDeviceNews.batteryChanged();
     if (std::holds_alternative<FirmwareChanged>(event)) mDeviceNews.firmwareChanged();
     const bool isOther = std::holds_alternative<ConnectionChanged>(event);
+    if (isOther || std::holds_alternative<BatteryChanged>(event)) mScreenMessages.batteryChanged(mStore.bundle());
     if (!isOther && !std::holds_alternative<AbilitiesChanged>(event)) return;
     mMice.tellChanged();
     giveMemoryBackLater();

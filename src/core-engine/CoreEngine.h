@@ -17,6 +17,9 @@
 #include "core-engine/news/BusNewsPort.h"
 #include "core-engine/news/DeviceNews.h"
 #include "core-engine/news/News.h"
+#include "core-engine/news/NotificationScreen.h"
+#include "core-engine/news/ScreenMessages.h"
+#include "core-engine/news/ScreenTexts.h"
 #include "core-engine/play/AssignmentPlayer.h"
 #include "core-engine/play/ProfileChanger.h"
 #include "core-engine/play/ProgramLauncher.h"
@@ -102,6 +105,8 @@ class CoreEngine : private RequestObserver {
                                    return takeInTurn(connection, work);
                                  }};
   DeviceNews mDeviceNews{mDevice, mNewsPort};
+  NotificationScreen mScreen{mScheduler};
+  ScreenMessages mScreenMessages{mDevice, mScreen, screenTextsFor(localeOfMessages())};
   Announcer mAnnouncer{mClients, mReplyPorts, mDevice, mDeviceNews, mScheduler};
   // Whose recording and whose capture runs.
   ListeningClient mRecordingClient{[this] { mRecorder.discard(); }};

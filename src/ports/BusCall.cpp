@@ -103,14 +103,22 @@ void callLater(BusConnection& connection, sd_bus_message* message, std::optional
 }
 
 SlotReference addMatch(Bus bus, const std::string& rule, sd_bus_message_handler_t handler, void* userData) {
+  if (bus == Bus::System) return addMatchLater(bus, rule, handler, userData);
+  BusConnection& connection = BusConnection::forThisThread(bus);
+  if (!connection.isOpen()) return nullptr;
+  sd_bus_slot* slot = nullptr;
+  const int result = sd_bus_add_match(connection.handle(), &slot, rule.c_str(), handler, userData);
+  connection.announceQueuedMessages();
+  return result < 0 ? nullptr : SlotReference(slot);
+}
+
+SlotReference addMatchLater(Bus bus, const std::string& rule, sd_bus_message_handler_t handler, void* userData) {
   BusConnection& connection = BusConnection::forThisThread(bus);
   if (!connection.isOpen()) return nullptr;
   // A bus that has no room for the rule is no reason to end the connection, which is what happens without this.
   const auto ignore = [](sd_bus_message*, void*, sd_bus_error*) { return 0; };
   sd_bus_slot* slot = nullptr;
-  const int result = bus == Bus::Session
-                         ? sd_bus_add_match(connection.handle(), &slot, rule.c_str(), handler, userData)
-                         : sd_bus_add_match_async(connection.handle(), &slot, rule.c_str(), handler, ignore, userData);
+  const int result = sd_bus_add_match_async(connection.handle(), &slot, rule.c_str(), handler, ignore, userData);
   connection.announceQueuedMessages();
   return result < 0 ? nullptr : SlotReference(slot);
 }

@@ -77,6 +77,8 @@ void callLater(BusConnection& connection, sd_bus_message* message, std::optional
 // Has the handler called with whatever fits the rule. On the session's bus from now on; on the system's, which nobody
 // waits for, from when it knows. Null, and nothing is called, where that cannot be.
 SlotReference addMatch(Bus bus, const std::string& rule, sd_bus_message_handler_t handler, void* userData);
+// The same without waiting for either bus: it knows of the rule before it hears of what is sent afterwards.
+SlotReference addMatchLater(Bus bus, const std::string& rule, sd_bus_message_handler_t handler, void* userData);
 
 // The rule for the bus's own word that a bus name has another owner; argument: which ones ("arg0='org.vorn.Example'").
 std::string ownerChangesOf(const std::string& argument);

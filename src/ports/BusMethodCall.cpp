@@ -36,7 +36,10 @@ bus::MessageReference newRequest(const BusConnection& connection, const BusTarge
     return nullptr;
   }
   for (const BusInput& input : inputs) {
-    if (bus::appendValue(request.get(), input.type, input.value)) continue;
+    const bool isAppended = input.entryTypes.empty()
+                                ? bus::appendValue(request.get(), input.type, input.value)
+                                : bus::appendDictionary(request.get(), input.value, input.entryTypes);
+    if (isAppended) continue;
     *error = "A value does not fit the type " + input.type;
     return nullptr;
   }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +13,8 @@
 #include "ports/BusConnection.h"
 
 namespace vorn {
+
+using BusEntryTypes = std::map<std::string, std::string, std::less<>>;
 
 struct BusTarget {
   std::string busName;
@@ -23,6 +26,8 @@ struct BusTarget {
 struct BusInput {
   std::string type;  // one of the types of BusObject.h, or v<T>, a variant that holds a T
   PropertyList value;
+  // Of an a{sv}: the types of the entries that are to be of others than BusObject.h says, by their keys.
+  BusEntryTypes entryTypes{};
 };
 
 struct BusAnswer {

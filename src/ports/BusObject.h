@@ -3,13 +3,12 @@
 //
 // Values travel as property lists, by their D-Bus type:
 //   b                  a boolean
-//   n q i u x t        an integer
+//   y n q i u x t      an integer
 //   s                  a string
 //   aT                 an array of values of the type T
 //   (TU...)            an array with one value for each type
 //   a{sv}              a dictionary of booleans (b), integers (x), strings (s) and arrays of strings (as)
 // What other programs' objects return and their signals carry may also hold
-//   y                  an integer
 //   d                  a real
 //   o g                a string
 //   v                  what the variant holds

@@ -28,6 +28,8 @@ bool appendBasicValue(sd_bus_message* message, char type, const PropertyList& va
       const int isTrue = value.toBool() ? 1 : 0;
       return value.isBoolean() && sd_bus_message_append_basic(message, type, &isTrue) >= 0;
     }
+    case SD_BUS_TYPE_BYTE:
+      return appendNumber<std::uint8_t>(message, type, value);
     case SD_BUS_TYPE_INT16:
       return appendNumber<std::int16_t>(message, type, value);
     case SD_BUS_TYPE_UINT16:
@@ -94,21 +96,6 @@ bool appendVariant(sd_bus_message* message, std::string_view contents, const Pro
          appendValue(message, contents, value) && sd_bus_message_close_container(message) >= 0;
 }
 
-bool appendDictionary(sd_bus_message* message, const PropertyList& value) {
-  if (!value.isDictionary() || sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "{sv}") < 0) return false;
-  for (std::size_t index = 0; index < value.size(); ++index) {
-    const PropertyList& entry = value.valueAt(index);
-    const char* type = variantTypeOf(entry);
-    const bool isAppended = sd_bus_message_open_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv") >= 0 &&
-                            appendBasicValue(message, SD_BUS_TYPE_STRING, value.keyAt(index)) &&
-                            sd_bus_message_open_container(message, SD_BUS_TYPE_VARIANT, type) >= 0 &&
-                            appendValue(message, type, entry) && sd_bus_message_close_container(message) >= 0 &&
-                            sd_bus_message_close_container(message) >= 0;
-    if (!isAppended) return false;
-  }
-  return sd_bus_message_close_container(message) >= 0;
-}
-
 template <typename Number>
 std::optional<PropertyList> readNumber(sd_bus_message* message, char type) {
   Number number{};
@@ -160,8 +147,22 @@ std::optional<std::vector<PropertyList>> readValues(sd_bus_message* message) {
   return result < 0 ? std::nullopt : std::optional(std::move(values));
 }
 
+bool appendDictionary(sd_bus_message* message, const PropertyList& value, const BusEntryTypes& types) {
+  if (!value.isDictionary() || sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "{sv}") < 0) return false;
+  for (std::size_t index = 0; index < value.size(); ++index) {
+    const PropertyList& entry = value.valueAt(index);
+    const auto own = types.find(value.keyAt(index));
+    const std::string type = own == types.end() ? variantTypeOf(entry) : own->second;
+    const bool isAppended = sd_bus_message_open_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv") >= 0 &&
+                            appendBasicValue(message, SD_BUS_TYPE_STRING, value.keyAt(index)) &&
+                            appendVariant(message, type, entry) && sd_bus_message_close_container(message) >= 0;
+    if (!isAppended) return false;
+  }
+  return sd_bus_message_close_container(message) >= 0;
+}
+
 bool appendValue(sd_bus_message* message, std::string_view type, const PropertyList& value) {
-  if (type == "a{sv}") return appendDictionary(message, value);
+  if (type == "a{sv}") return appendDictionary(message, value, {});
   if (type.starts_with("v<"))
     return type.ends_with('>') && appendVariant(message, type.substr(2, type.size() - 3), value);
   if (type.starts_with('a')) return appendArray(message, type.substr(1), value);

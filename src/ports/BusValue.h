@@ -8,11 +8,15 @@
 #include <vector>
 
 #include "model/PropertyList.h"
+#include "ports/BusMethodCall.h"
 
 namespace vorn::bus {
 
 // Appends the value as this one complete type, or v<T>, a variant that holds a T. False when it does not fit.
 bool appendValue(sd_bus_message* message, std::string_view type, const PropertyList& value);
+
+// Appends the dictionary as an a{sv}, with these types for some of its entries. False when one does not fit.
+bool appendDictionary(sd_bus_message* message, const PropertyList& value, const BusEntryTypes& types);
 
 // Reads one value of a basic type. Nothing when the message holds another one.
 std::optional<PropertyList> readBasicValue(sd_bus_message* message, char type);

@@ -53,7 +53,7 @@ NameWatch::NameWatch(Bus bus, const std::string& busName, Handler changed) : mSt
   if (!bus::isValidBusName(busName)) return;
   BusConnection& connection = BusConnection::forThisThread(bus);
   mState->changes =
-      bus::addMatch(bus, bus::ownerChangesOf("arg0='" + busName + "'"), &State::ownerChanged, mState.get());
+      bus::addMatchLater(bus, bus::ownerChangesOf("arg0='" + busName + "'"), &State::ownerChanged, mState.get());
   const bus::MessageReference question = bus::newBusCall(connection, "GetNameOwner");
   if (!question || sd_bus_message_append(question.get(), "s", busName.c_str()) < 0) return;
   sd_bus_slot* slot = nullptr;

@@ -4,12 +4,12 @@
 
 #include <systemd/sd-bus.h>
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "ports/BusConnection.h"
 #include "support/LoopThread.h"
+#include "support/MessageText.h"
 
 namespace vorn::test {
 
@@ -31,7 +31,7 @@ class FakeServiceManager {
   FakeServiceManager(const FakeServiceManager&) = delete;
   FakeServiceManager& operator=(const FakeServiceManager&) = delete;
 
-  // Every call so far: the method and its arguments; (structure), [array], <type variant>.
+  // Every call so far: the method and its arguments (MessageText.h).
   std::vector<std::string> calls() {
     std::vector<std::string> calls;
     mThread.run([&] { calls = mCalls; });
@@ -55,34 +55,9 @@ class FakeServiceManager {
   static constexpr const char* path = "/org/freedesktop/systemd1";
   static constexpr const char* job = "/org/freedesktop/systemd1/job/7";
 
-  static std::string described(sd_bus_message* message) {
-    std::string text;
-    char type = 0;
-    const char* contents = nullptr;
-    while (sd_bus_message_peek_type(message, &type, &contents) > 0) {
-      if (!text.empty()) text += ' ';
-      if (contents != nullptr) {
-        sd_bus_message_enter_container(message, type, contents);
-        const bool isStructure = type == SD_BUS_TYPE_STRUCT;
-        text += isStructure ? "(" : type == SD_BUS_TYPE_VARIANT ? std::string("<") + contents + " " : "[";
-        text += described(message) + (isStructure ? ")" : type == SD_BUS_TYPE_VARIANT ? ">" : "]");
-        sd_bus_message_exit_container(message);
-      } else if (type == SD_BUS_TYPE_STRING) {
-        const char* value = nullptr;
-        sd_bus_message_read_basic(message, type, &value);
-        text += "'" + std::string(value) + "'";
-      } else {
-        std::uint64_t value = 0;
-        sd_bus_message_read_basic(message, type, &value);
-        text += type + std::to_string(value);
-      }
-    }
-    return text;
-  }
-
   static int called(sd_bus_message* message, void* self, sd_bus_error*) {
     auto& manager = *static_cast<FakeServiceManager*>(self);
-    manager.mCalls.push_back(std::string(sd_bus_message_get_member(message)) + " " + described(message));
+    manager.mCalls.push_back(std::string(sd_bus_message_get_member(message)) + " " + textOf(message));
     if (!manager.mRefusal.empty())
       return sd_bus_reply_method_errorf(message, SD_BUS_ERROR_FAILED, "%s", manager.mRefusal.c_str());
     return sd_bus_reply_method_return(message, "o", job);
