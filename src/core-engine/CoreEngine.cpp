@@ -12,8 +12,7 @@
 
 #include "core-engine/ShortTurns.h"
 #include "core-engine/device/linux/LinuxMice.h"
-#include "core-engine/play/PosixProgramLauncher.h"
-#include "core-engine/play/ServiceProgramLauncher.h"
+#include "core-engine/play/DesktopProgramLauncher.h"
 #include "core-engine/requests/Farewell.h"
 #include "model/SettingsKeys.h"
 #include "ports/BusConnection.h"
@@ -28,11 +27,6 @@ namespace {
 
 // Exit status of its own: to start once more is of no use while the other one runs.
 constexpr int anotherEngine = 3;
-
-std::unique_ptr<ProgramLauncher> launcherFor(const Options& options) {
-  if (options.isService) return std::make_unique<ServiceProgramLauncher>();
-  return std::make_unique<PosixProgramLauncher>();
-}
 
 // Today, where the user is, as "2026-11-22".
 std::string localDate() {
@@ -56,7 +50,7 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mVirtualDevice(options.connection),
       mRealMice(std::make_unique<LinuxMice>(mLoop, mScheduler, log)),
       mMice({mFiles, log, mScheduler, mStore, mTurns, mVirtualDevice, *mRealMice, mDevice}, options.stateFolder),
-      mLauncher(launcherFor(options)) {
+      mLauncher(std::make_unique<DesktopProgramLauncher>(options.isService)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
   mRecorder.setClientHandler([this](const std::string& client) {
     mRecordingClient.become(client);

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "model/ApplicationBundle.h"
@@ -40,6 +41,34 @@ std::optional<LaunchCommand> commandOfEntry(const std::string& path, std::string
   return readDesktopEntry(std::string(bytes.begin(), bytes.end()), path, error);
 }
 
+// A well-known one (D-Bus specification, "Bus names").
+bool isBusName(std::string_view name) {
+  constexpr std::size_t maximumLength = 255;
+  const auto isElement = [](std::string_view element) {
+    const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
+    const auto mayStand = [&](char character) {
+      return isDigit(character) || (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+             character == '_' || character == '-';
+    };
+    return !element.empty() && !isDigit(element.front()) && std::ranges::all_of(element, mayStand);
+  };
+  if (name.size() > maximumLength || name.find('.') == std::string_view::npos) return false;
+  while (true) {
+    const std::size_t end = name.find('.');
+    if (!isElement(name.substr(0, end))) return false;
+    if (end == std::string_view::npos) return true;
+    name.remove_prefix(end + 1);
+  }
+}
+
+// The name of the entry's file, where it is the bus name of an application that can be activated.
+std::string busNameOf(const DesktopEntry& entry, std::string_view path) {
+  if (!entry.isTrue("DBusActivatable")) return {};
+  std::string_view name = path.substr(path.rfind('/') + 1);
+  name = name.substr(0, name.rfind('.'));
+  return isBusName(name) ? std::string(name) : std::string();
+}
+
 }  // namespace
 
 bool isProgram(const std::string& path) {
@@ -70,8 +99,14 @@ std::optional<LaunchCommand> readDesktopEntry(std::string_view text, const std::
   if (entry->text("Type") != "Application") return fail("no desktop entry of an application");
   if (entry->isTrue("Hidden")) return fail("the desktop entry is hidden");
   auto arguments = entry->command(path);
-  if (!arguments) return fail("the desktop entry has no usable Exec");
-  return LaunchCommand{std::move(*arguments), entry->text("Path"), entry->isTrue("Terminal")};
+  std::string busName = busNameOf(*entry, path);
+  if (!arguments && busName.empty()) return fail("the desktop entry has no usable Exec");
+  return LaunchCommand{std::move(arguments).value_or(std::vector<std::string>()),
+                       entry->text("Path"),
+                       entry->isTrue("Terminal"),
+                       entry->text("TryExec"),
+                       std::move(busName),
+                       entry->text("StartupNotify") != "false"};
 }
 
 std::optional<std::string> bundleExecutable(const PropertyList& information, std::string& error) {

@@ -13,9 +13,13 @@
 namespace vorn {
 
 struct LaunchCommand {
-  std::vector<std::string> arguments;  // the first one is the program: a path, or a name to look for in PATH
-  std::string folder;                  // where it starts; empty for the user's home
+  // The first one is the program: a path, or a name to look for in PATH. Empty where it can only be activated.
+  std::vector<std::string> arguments;
+  std::string folder;  // where it starts; empty for the user's home
   bool needsTerminal = false;
+  std::string tryProgram{};    // a program without which the application counts as not installed; empty for none
+  std::string busName{};       // of an application that can be activated over the session bus; empty for others
+  bool takesStartupID = true;  // false for one that says that it does not know startup notification
   friend bool operator==(const LaunchCommand&, const LaunchCommand&) = default;
 };
 
@@ -28,7 +32,8 @@ std::optional<LaunchCommand> launchCommandOf(const std::string& path, std::strin
 bool isProgram(const std::string& path);
 
 // Reads a desktop entry. path is where it lies. Nothing, with the reason in error, for an entry that is no application,
-// is hidden or has no usable Exec.
+// is hidden or has neither a usable Exec nor DBusActivatable and a file name that is a bus name (Desktop Entry
+// Specification 1.5, "D-Bus Activation").
 std::optional<LaunchCommand> readDesktopEntry(std::string_view text, const std::string& path, std::string& error);
 
 // The name of the program of an application bundle, the "CFBundleExecutable" of its information dictionary. Nothing,

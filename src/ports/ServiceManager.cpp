@@ -4,9 +4,11 @@
 #include <systemd/sd-daemon.h>
 
 #include <algorithm>
+#include <iterator>
 #include <list>
 #include <utility>
 
+#include "model/Utf8.h"
 #include "ports/BusCall.h"
 #include "ports/BusConnection.h"
 
@@ -43,6 +45,44 @@ bool appendExecStart(sd_bus_message* message, const TransientService& service) {
          sd_bus_message_close_container(message) >= 0 && sd_bus_message_close_container(message) >= 0;
 }
 
+// systemd refuses all of them for one that it does not take (environ(7), and env_assignment_is_valid() in its sources).
+bool isVariable(std::string_view assignment) {
+  const auto isOfName = [](char character) {
+    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
+           (character >= 'a' && character <= 'z') || character == '_';
+  };
+  const std::string_view name = assignment.substr(0, assignment.find('='));
+  if (name.empty() || name.size() == assignment.size() || (name.front() >= '0' && name.front() <= '9')) return false;
+  if (!std::ranges::all_of(name, isOfName)) return false;
+  for (std::string_view rest = assignment; !rest.empty();) {
+    const Utf8Character character = firstCharacter(rest);
+    const bool isBlank = character.code == '\t' || character.code == '\n';
+    if (!character.isValid || character.code == 0x7F || (character.code < 0x20 && !isBlank)) return false;
+    rest.remove_prefix(character.length);
+  }
+  return true;
+}
+
+bool appendTexts(sd_bus_message* message, const char* property, const std::vector<std::string>& texts) {
+  if (texts.empty()) return true;
+  const bool isOpen = sd_bus_message_open_container(message, SD_BUS_TYPE_STRUCT, "sv") >= 0 &&
+                      sd_bus_message_append(message, "s", property) >= 0 &&
+                      sd_bus_message_open_container(message, SD_BUS_TYPE_VARIANT, "as") >= 0 &&
+                      sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "s") >= 0;
+  return isOpen &&
+         std::ranges::all_of(
+             texts, [&](const std::string& text) { return sd_bus_message_append(message, "s", text.c_str()) >= 0; }) &&
+         sd_bus_message_close_container(message) >= 0 && sd_bus_message_close_container(message) >= 0 &&
+         sd_bus_message_close_container(message) >= 0;
+}
+
+bool appendEnvironment(sd_bus_message* message, const TransientService& service) {
+  std::vector<std::string> variables;
+  std::ranges::copy_if(service.environment, std::back_inserter(variables), isVariable);
+  return appendTexts(message, "Environment", variables) &&
+         appendTexts(message, "UnsetEnvironment", service.withoutVariables);
+}
+
 bool appendProperties(sd_bus_message* message, const TransientService& service) {
   const std::string folder = "-" + service.folder;
   const std::pair<const char*, const char*> properties[] = {
@@ -59,7 +99,8 @@ bool appendProperties(sd_bus_message* message, const TransientService& service) 
   for (const auto& [name, value] : properties) {
     if (sd_bus_message_append(message, "(sv)", name, "s", value) < 0) return false;
   }
-  return appendExecStart(message, service) && sd_bus_message_close_container(message) >= 0;
+  return appendEnvironment(message, service) && appendExecStart(message, service) &&
+         sd_bus_message_close_container(message) >= 0;
 }
 
 bus::MessageReference newStart(const BusConnection& connection, const TransientService& service) {
@@ -104,11 +145,11 @@ struct ServiceStarter::State {
 
   bool listen(const BusConnection& connection);
 
-  void end(std::list<Start>::iterator start, const std::string& error) {
+  void end(std::list<Start>::iterator start, const StartedService& result) {
     const Started started = std::move(start->started);
     starts.erase(start);
     if (starts.empty()) jobs.reset();
-    started(error);
+    started(result);
   }
   static int answered(sd_bus_message* message, void* start, sd_bus_error*) {
     const sd_bus_error* error = sd_bus_message_get_error(message);
@@ -116,7 +157,9 @@ struct ServiceStarter::State {
     const std::string reason = error->message != nullptr && *error->message != '\0' ? error->message : error->name;
     State& state = *static_cast<Start*>(start)->state;
     const auto own = std::ranges::find_if(state.starts, [start](const Start& each) { return &each == start; });
-    state.end(own, "the service manager says: " + reason);
+    // One that has not answered may still do it.
+    const bool isUnanswered = sd_bus_error_has_name(error, SD_BUS_ERROR_NO_REPLY) > 0;
+    state.end(own, {"the service manager says: " + reason, !isUnanswered});
     return 0;
   }
   static int jobRemoved(sd_bus_message* message, void* self, sd_bus_error*) {
@@ -128,7 +171,8 @@ struct ServiceStarter::State {
     if (own == state.starts.end()) return 0;
     const bool isDone = std::string_view(result) == "done";
     state.end(
-        own, isDone ? "" : std::string("the service manager could not run it (") + result + "); its journal tells why");
+        own,
+        {isDone ? "" : std::string("the service manager could not run it (") + result + "); its journal tells why"});
     return 0;
   }
 };

@@ -26,14 +26,23 @@ struct TransientService {
   std::string program;                 // absolute path
   std::vector<std::string> arguments;  // the first one is the program's name
   std::string folder;                  // where it starts; the root folder where this is missing
+  // NAME=VALUE, on top of the manager's own environment; what the manager takes for no variable is left out.
+  std::vector<std::string> environment{};
+  std::vector<std::string> withoutVariables{};  // names of what it does not get of the manager's environment
+};
+
+// How the start of a transient service has ended.
+struct StartedService {
+  std::string error{};     // in English; empty when the program runs
+  bool isUntaken = false;  // there is no manager, or it has refused: nothing runs, and nothing will
 };
 
 // Starts transient services through this thread's connection. All calls, and all that is called back from its run loop,
 // belong to the thread that created it.
 class ServiceStarter {
  public:
-  // Called once, later: when the program runs, with an empty error, or else with the reason in English.
-  using Started = std::function<void(const std::string& error)>;
+  // Called once, later.
+  using Started = std::function<void(const StartedService& start)>;
 
   ServiceStarter();
   ~ServiceStarter();  // forgets whatever is on its way

@@ -61,6 +61,14 @@ class CoreEngineServiceTest : public testing::Test {
     EXPECT_EQ(answer.status, BusAnswer::Status::Success) << answer.error;
   }
 
+  bool hasRun() const {
+    const auto end = std::chrono::steady_clock::now() + 20s;
+    while (!std::filesystem::exists(folder.path("run")) && std::chrono::steady_clock::now() < end) {
+      std::this_thread::sleep_for(2ms);
+    }
+    return std::filesystem::exists(folder.path("run"));
+  }
+
   vorn::test::PrivateBus bus;
   TemporaryFolder folder;
   const std::string state = folder.path("state");
@@ -97,16 +105,42 @@ TEST_F(CoreEngineServiceTest, LogsWhatItsManagerCannotRun) {
   }));
 }
 
-TEST_F(CoreEngineServiceTest, LaunchesProgramsItselfWithoutAManagerOfItsOwn) {
+TEST_F(CoreEngineServiceTest, LeavesThemToTheManagerOfTheSessionTooWhereItIsNoService) {
   vorn::test::FakeServiceManager manager;
   const auto engine = startEngine({});
   pressControl();
-  const auto end = std::chrono::steady_clock::now() + 20s;
-  while (!std::filesystem::exists(folder.path("run")) && std::chrono::steady_clock::now() < end) {
-    std::this_thread::sleep_for(2ms);
-  }
-  EXPECT_TRUE(std::filesystem::exists(folder.path("run")));
-  EXPECT_EQ(manager.calls(), std::vector<std::string>{});
+  EXPECT_TRUE(serveBusUntil([&] { return !manager.calls().empty(); }));
+  ASSERT_EQ(manager.calls().size(), 1U);
+  const std::string call = manager.calls().front();
+  EXPECT_TRUE(call.starts_with("StartTransientUnit 'app-vorn-touch@")) << call;
+  EXPECT_NE(call.find("'DBUS_SESSION_BUS_ADDRESS=" + bus.address() + "'"), std::string::npos) << call;
+  EXPECT_FALSE(std::filesystem::exists(folder.path("run")));
+}
+
+TEST_F(CoreEngineServiceTest, LaunchesProgramsItselfWhereThereIsNoManager) {
+  const auto engine = startEngine({});
+  pressControl();
+  EXPECT_TRUE(hasRun());
+}
+
+TEST_F(CoreEngineServiceTest, LaunchesProgramsItselfWhereTheManagerRefuses) {
+  vorn::test::FakeServiceManager manager;
+  manager.refuse("No room");
+  const auto engine = startEngine({});
+  pressControl();
+  EXPECT_TRUE(hasRun());
+  EXPECT_EQ(manager.calls().size(), 1U);
+}
+
+TEST_F(CoreEngineServiceTest, LaunchesNothingInItsOwnSandbox) {
+  const auto engine = startEngine({"--service"});
+  pressControl();
+  EXPECT_TRUE(engine->waitForLine([&](const std::string& line) {
+    return line ==
+           "vorn-core-engine: client the mouse: cannot launch " + entry +
+               ": cannot start /bin/sh: the service manager says: Name \"org.freedesktop.systemd1\" does not exist";
+  }));
+  EXPECT_FALSE(std::filesystem::exists(folder.path("run")));
 }
 
 }  // namespace

@@ -34,6 +34,32 @@ TEST(ApplicationEntryTest, TellsTheProgramItsFolderAndItsTerminal) {
   EXPECT_EQ(read("Exec=editor"), (LaunchCommand{{"editor"}, "", false}));
 }
 
+TEST(ApplicationEntryTest, TellsWhatElseAStartNeeds) {
+  EXPECT_EQ(read("Exec=editor\nTryExec=/opt/editor\nStartupNotify=false\n"),
+            (LaunchCommand{{"editor"}, "", false, "/opt/editor", "", false}));
+  EXPECT_EQ(read("Exec=editor\nStartupNotify=true\n"), (LaunchCommand{{"editor"}, "", false}));
+}
+
+TEST(ApplicationEntryTest, TellsTheBusNameOfAnApplicationThatCanBeActivated) {
+  const auto busNameOf = [](const std::string& file, const std::string& lines) -> std::string {
+    std::string error;
+    const auto command = readDesktopEntry("[Desktop Entry]\nType=Application\n" + lines, "/apps.d/" + file, error);
+    return command ? command->busName : error;
+  };
+  const std::string activatable = "Exec=editor\nDBusActivatable=true\n";
+  EXPECT_EQ(busNameOf("org.vorn.Editor.desktop", activatable), "org.vorn.Editor");
+  EXPECT_EQ(busNameOf("org.vorn.My-Editor_2.desktop", activatable), "org.vorn.My-Editor_2");
+  EXPECT_EQ(busNameOf("org.vorn.Editor.desktop", "DBusActivatable=true\n"), "org.vorn.Editor");
+  EXPECT_EQ(busNameOf("org.vorn.Editor.desktop", "Exec=editor\nDBusActivatable=false\n"), "");
+  EXPECT_EQ(busNameOf("org.vorn.Editor.desktop", "Exec=editor\n"), "");
+  const std::string long255 = "org." + std::string(251, 'x');
+  EXPECT_EQ(busNameOf(long255 + ".desktop", activatable), long255);
+  for (const std::string& file : {std::string("editor"), std::string("org..Editor"), std::string("org.7zip"),
+                                  std::string("org.vorn.My Editor"), std::string(".org.Editor"), long255 + "x"})
+    EXPECT_EQ(busNameOf(file + ".desktop", activatable), "") << file;
+  EXPECT_EQ(busNameOf("editor.desktop", "DBusActivatable=true\n"), "the desktop entry has no usable Exec");
+}
+
 TEST(ApplicationEntryTest, IsReadFromItsOwnGroupOnly) {
   std::string error;
   const auto command = readDesktopEntry(

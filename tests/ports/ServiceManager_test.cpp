@@ -29,7 +29,12 @@ class ServiceManagerStarterTest : public testing::Test {
   void start(const TransientService& service = editor) {
     std::string error;
     EXPECT_TRUE(starter->start(
-        service, [this](const std::string& reason) { ended = reason; }, error))
+        service,
+        [this](const StartedService& start) {
+          ended = start.error;
+          isUntaken = start.isUntaken;
+        },
+        error))
         << error;
   }
   std::string waitForEnd() {
@@ -39,6 +44,7 @@ class ServiceManagerStarterTest : public testing::Test {
 
   test::PrivateBus bus;
   std::optional<std::string> ended;
+  bool isUntaken = false;
   std::unique_ptr<ServiceStarter> starter = std::make_unique<ServiceStarter>();
 };
 
@@ -70,6 +76,7 @@ TEST_F(ServiceManagerStarterTest, TellsThatTheProgramCouldNotBeRun) {
   EXPECT_TRUE(test::serveBusUntil([&] { return !manager.calls().empty(); }));
   manager.removeJob(editor.unit, "failed");
   EXPECT_EQ(waitForEnd(), "the service manager could not run it (failed); its journal tells why");
+  EXPECT_FALSE(isUntaken);
 }
 
 TEST_F(ServiceManagerStarterTest, TellsWhyTheManagerRefuses) {
@@ -77,11 +84,13 @@ TEST_F(ServiceManagerStarterTest, TellsWhyTheManagerRefuses) {
   manager.refuse("Unit name is too good");
   start();
   EXPECT_EQ(waitForEnd(), "the service manager says: Unit name is too good");
+  EXPECT_TRUE(isUntaken);
 }
 
 TEST_F(ServiceManagerStarterTest, TellsThatThereIsNoManagerAndStartsNone) {
   start();
   EXPECT_EQ(waitForEnd(), "the service manager says: Name \"org.freedesktop.systemd1\" does not exist");
+  EXPECT_TRUE(isUntaken);
 }
 
 TEST_F(ServiceManagerStarterTest, TellsWhatCannotBeSent) {
@@ -90,7 +99,12 @@ TEST_F(ServiceManagerStarterTest, TellsWhatCannotBeSent) {
   service.arguments.emplace_back("a\0b", 3);
   std::string error;
   EXPECT_FALSE(starter->start(
-      service, [this](const std::string& reason) { ended = reason; }, error));
+      service,
+      [this](const StartedService& start) {
+        ended = start.error;
+        isUntaken = start.isUntaken;
+      },
+      error));
   EXPECT_EQ(error, "the service manager cannot be told of it");
   EXPECT_EQ(manager.calls(), Calls{});
   EXPECT_EQ(ended, std::nullopt);
@@ -101,7 +115,12 @@ TEST_F(ServiceManagerStarterTest, TellsThatThereIsNoBus) {
   EXPECT_FALSE(test::serveBusUntil([] { return false; }));
   std::string error;
   EXPECT_FALSE(starter->start(
-      editor, [this](const std::string& reason) { ended = reason; }, error));
+      editor,
+      [this](const StartedService& start) {
+        ended = start.error;
+        isUntaken = start.isUntaken;
+      },
+      error));
   EXPECT_NE(error, "");
   EXPECT_EQ(ended, std::nullopt);
 }
@@ -114,7 +133,7 @@ TEST_F(ServiceManagerStarterTest, KeepsSeveralStartsApart) {
     TransientService service = editor;
     service.unit = name + ".service";
     EXPECT_TRUE(starter->start(
-        service, [&order, name](const std::string&) { order.push_back(name); }, error))
+        service, [&order, name](const StartedService&) { order.push_back(name); }, error))
         << error;
   }
   EXPECT_TRUE(test::serveBusUntil([&] { return manager.calls().size() == 2; }));
@@ -161,7 +180,7 @@ TEST_F(ServiceManagerStarterTest, ForgetsWhatIsOnItsWayAtItsEnd) {
   bool isSecondEnded = false;
   std::string error;
   EXPECT_TRUE(starter->start(
-      second, [&](const std::string&) { isSecondEnded = true; }, error))
+      second, [&](const StartedService&) { isSecondEnded = true; }, error))
       << error;
   EXPECT_TRUE(test::serveBusUntil([&] { return manager.calls().size() == 2; }));
   manager.removeJob(second.unit, "done");

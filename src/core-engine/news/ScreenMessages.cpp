@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "model/SettingsKeys.h"
+#include "model/Utf8.h"
 #include "protocol/EngineProtocol.h"
 
 namespace vorn::engine {
@@ -15,17 +16,14 @@ constexpr std::size_t maximumName = 80;  // bytes; what is longer fills a screen
 
 // Names are a person's own, or a file's: one line of them, and no longer than can be read in passing.
 std::string shownName(std::string_view name) {
-  std::size_t length = std::min(name.size(), maximumName);
-  const auto isContinuation = [&](std::size_t index) {
-    return (static_cast<unsigned char>(name[index]) & 0xC0) == 0x80;
-  };
-  while (length < name.size() && length > 0 && isContinuation(length)) --length;
-  std::string shown(name.substr(0, length));
-  const auto isControl = [](char character) {
-    return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-  };
-  std::ranges::replace_if(shown, isControl, ' ');
-  return length < name.size() ? shown + "…" : shown;
+  std::string shown;
+  while (!name.empty()) {
+    const Utf8Character next = firstCharacter(name);
+    if (shown.size() + next.length > maximumName) return shown + "…";
+    shown += next.isValid && !isControlCharacter(next.code) ? name.substr(0, next.length) : " ";
+    name.remove_prefix(next.length);
+  }
+  return shown;
 }
 
 // A change that a person sees where it is made.

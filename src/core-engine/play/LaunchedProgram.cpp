@@ -1,33 +1,16 @@
 #include "core-engine/play/LaunchedProgram.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <utility>
 
+#include "core-engine/play/ProgramSearch.h"
+#include "core-engine/play/StartupID.h"
+#include "core-engine/play/Terminal.h"
 #include "model/ApplicationEntry.h"
 
 namespace vorn::engine {
 
 namespace {
-
-std::string environmentValue(const char* name, const char* otherwise) {
-  const char* value = std::getenv(name);
-  return value != nullptr && *value != '\0' ? value : otherwise;
-}
-
-// The program's path; empty where PATH has no such program.
-std::string foundProgram(const std::string& name) {
-  if (name.find('/') != std::string::npos) return name.front() == '/' && isProgram(name) ? name : std::string();
-  const std::string folders = environmentValue("PATH", "/usr/local/bin:/usr/bin:/bin");
-  for (std::size_t start = 0; start <= folders.size();) {
-    const std::size_t end = std::min(folders.find(':', start), folders.size());
-    std::string path = folders.substr(start, end - start) + "/" + name;
-    if (path.front() == '/' && path != "/" + name && isProgram(path)) return path;
-    start = end + 1;
-  }
-  return {};
-}
 
 // A folder's name may end in a slash.
 std::string applicationName(std::string path) {
@@ -35,22 +18,43 @@ std::string applicationName(std::string path) {
   return std::filesystem::path(path).stem().string();
 }
 
+std::string noProgram(const std::string& name) {
+  return "there is no program " + name;
+}
+
+// What the system runs. Why it cannot; empty where it can.
+std::string findProgram(const LaunchCommand& command, LaunchedProgram& program) {
+  if (command.arguments.empty()) return "the desktop entry has no usable Exec";
+  program.arguments = command.arguments;
+  if (command.needsTerminal) {
+    const std::vector<std::string> terminal = terminalCommand();
+    program.arguments.insert(program.arguments.begin(), terminal.begin(), terminal.end());
+  }
+  for (const std::string& each : {program.arguments.front(), command.arguments.front()}) {
+    if (foundProgram(each).empty()) return noProgram(each);
+  }
+  program.path = foundProgram(program.arguments.front());
+  return {};
+}
+
 }  // namespace
 
 std::optional<LaunchedProgram> launchedProgram(const std::string& path, std::string& error) {
-  auto command = launchCommandOf(path, error);
+  const auto command = launchCommandOf(path, error);
   if (!command) return std::nullopt;
-  const std::string named = command->arguments.front();
-  std::vector<std::string> arguments = std::move(command->arguments);
-  if (command->needsTerminal) arguments.insert(arguments.begin(), {"x-terminal-emulator", "-e"});
-  for (const std::string& program : {arguments.front(), named}) {
-    if (!foundProgram(program).empty()) continue;
-    error = "there is no program " + program;
+  if (!command->tryProgram.empty() && foundProgram(command->tryProgram).empty()) {
+    error = noProgram(command->tryProgram);
     return std::nullopt;
   }
-  std::string folder = command->folder.empty() ? environmentValue("HOME", "/") : command->folder;
-  std::string program = foundProgram(arguments.front());
-  return LaunchedProgram{applicationName(path), std::move(program), std::move(arguments), std::move(folder)};
+  LaunchedProgram program{applicationName(path), {}, {}, command->folder, command->busName};
+  if (program.folder.empty()) program.folder = environmentValue("HOME", "/");
+  program.missing = findProgram(*command, program);
+  if (!program.missing.empty() && program.busName.empty()) {
+    error = program.missing;
+    return std::nullopt;
+  }
+  if (command->takesStartupID) program.startupID = startupID(program.application);
+  return program;
 }
 
 }  // namespace vorn::engine

@@ -135,8 +135,8 @@ TEST_F(ScreenMessagesTest, TellANameInOneShortLine) {
     const auto with = [&](int active) { return bundleWith({staged("One"), staged(name)}, active); };
     return std::pair(with(0), with(1));
   };
-  const auto [before, after] = named("<b>Work</b>\n& \tplay %1\x7f");
-  EXPECT_EQ(afterChange(before, after), Messages{told("Profile: <b>Work</b> &  play %1 ")});
+  const auto [before, after] = named("<b>Work</b>\n& \tplay %1\x7f\xff\u202e");
+  EXPECT_EQ(afterChange(before, after), Messages{told("Profile: <b>Work</b> &  play %1   ")});
   const auto [beforeLong, afterLong] = named(std::string(79, 'x') + "é" + std::string(1000, 'x'));
   EXPECT_EQ(afterChange(beforeLong, afterLong), Messages{told("Profile: " + std::string(79, 'x') + "…")});
   const auto [beforeFitting, afterFitting] = named(std::string(78, 'x') + "é");

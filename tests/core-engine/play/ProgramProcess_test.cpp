@@ -1,5 +1,5 @@
 // Starts real programs and looks at what they found.
-#include "core-engine/play/PosixProgramLauncher.h"
+#include "core-engine/play/ProgramProcess.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -17,12 +17,13 @@
 #include <thread>
 
 #include "model/PropertyListCodec.h"
+#include "support/ChangedEnvironment.h"
 #include "support/TemporaryFolder.h"
 
 namespace vorn::engine::test {
 namespace {
 
-class PosixProgramLauncherTest : public testing::Test {
+class ProgramProcessTest : public testing::Test {
  protected:
   void write(const std::string& name, const std::string& contents, mode_t mode = 0644) {
     std::filesystem::create_directories(std::filesystem::path(folder.path(name)).parent_path());
@@ -63,46 +64,45 @@ class PosixProgramLauncherTest : public testing::Test {
   // Why the launch fails; empty when it does not.
   std::string failureOf(const std::string& path) {
     std::string failure;
-    launcher.launch(path, [&failure](const std::string& reason) { failure = reason; });
-    return failure;
+    const auto program = launchedProgram(path, failure);
+    return program ? startProcess(*program) : failure;
   }
 
   TemporaryFolder folder;
-  PosixProgramLauncher launcher;
 };
 
-TEST_F(PosixProgramLauncherTest, StartsTheProgramOfADesktopEntryInItsFolder) {
+TEST_F(ProgramProcessTest, StartsTheProgramOfADesktopEntryInItsFolder) {
   writeProgram("bin/tell", "pwd; for each; do echo \"[$each]\"; done");
   write("tell.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/tell") +
                             " \"a b\" %U c\nPath=" + folder.path("bin") + "\n");
   EXPECT_EQ(launched("tell.desktop"), std::filesystem::canonical(folder.path("bin")).string() + "\n[a b]\n[c]\n");
 }
 
-TEST_F(PosixProgramLauncherTest, FindsTheProgramOfADesktopEntryInPath) {
+TEST_F(ProgramProcessTest, FindsTheProgramOfADesktopEntryInPath) {
   write("sh.desktop", "[Desktop Entry]\nType=Application\nExec=sh -c \"echo found > " + folder.path("saying") +
                           "; mv " + folder.path("saying") + " " + folder.path("said") + "\"\n");
   EXPECT_EQ(launched("sh.desktop"), "found\n");
 }
 
-TEST_F(PosixProgramLauncherTest, StartsTheProgramOfAnApplicationBundle) {
+TEST_F(ProgramProcessTest, StartsTheProgramOfAnApplicationBundle) {
   writeInformation("Mac.app/Contents/Info.plist", "tell");
   writeProgram("Mac.app/Contents/MacOS/tell", "echo nested");
   EXPECT_EQ(launched("Mac.app/"), "nested\n");
 }
 
-TEST_F(PosixProgramLauncherTest, StartsTheProgramOfAFlatApplicationBundle) {
+TEST_F(ProgramProcessTest, StartsTheProgramOfAFlatApplicationBundle) {
   writeInformation("Flat.app/Info.plist", "tell");
   writeProgram("Flat.app/tell", "echo flat");
   EXPECT_EQ(launched("Flat.app"), "flat\n");
 }
 
-TEST_F(PosixProgramLauncherTest, StartsABundleWhateverTheCaseOfItsEnding) {
+TEST_F(ProgramProcessTest, StartsABundleWhateverTheCaseOfItsEnding) {
   writeInformation("Loud.APP/Info.plist", "tell");
   writeProgram("Loud.APP/tell", "echo loud");
   EXPECT_EQ(launched("Loud.APP"), "loud\n");
 }
 
-TEST_F(PosixProgramLauncherTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
+TEST_F(ProgramProcessTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
   writeInformation("Flat.app/Info.plist", "tell");
   writeProgram("Flat.app/tell", "cut -d' ' -f6 /proc/$$/stat; readlink /proc/$$/fd/0");
   const std::string told = launched("Flat.app");
@@ -110,7 +110,7 @@ TEST_F(PosixProgramLauncherTest, GivesTheProgramASessionOfItsOwnAndNoFiles) {
   EXPECT_TRUE(told.ends_with("\n/dev/null\n")) << told;
 }
 
-TEST_F(PosixProgramLauncherTest, GivesTheProgramUsualSignals) {
+TEST_F(ProgramProcessTest, GivesTheProgramUsualSignals) {
   sigset_t blocked;
   sigset_t before;
   ::sigemptyset(&blocked);
@@ -125,7 +125,23 @@ TEST_F(PosixProgramLauncherTest, GivesTheProgramUsualSignals) {
   EXPECT_NE(status.find("SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"), std::string::npos) << status;
 }
 
-TEST_F(PosixProgramLauncherTest, LeavesNoChildBehind) {
+TEST_F(ProgramProcessTest, GivesTheProgramTheEnvironmentWithoutWhatWasTheEnginesOwn) {
+  vorn::test::ChangedEnvironment environment;
+  environment.set("DISPLAY", ":98");
+  environment.set("WAYLAND_DISPLAY", std::nullopt);
+  environment.set("XDG_SESSION_TYPE", std::nullopt);
+  environment.set("DESKTOP_STARTUP_ID", "shell/vorn-core-engine/7_TIME5");
+  environment.set("XDG_ACTIVATION_TOKEN", "used");
+  environment.set("NOTIFY_SOCKET", "/none");
+  environment.set("OF_THE_SESSION", "a  b");
+  writeInformation("Flat.app/Info.plist", "tell");
+  writeProgram("Flat.app/tell",
+               "echo \"$OF_THE_SESSION,$XDG_ACTIVATION_TOKEN,$NOTIFY_SOCKET,$DISPLAY,${DESKTOP_STARTUP_ID%%_TIME*}\"");
+  const std::string told = launched("Flat.app");
+  EXPECT_TRUE(told.starts_with("a  b,,,:98,vorn-core-engine/Flat/" + std::to_string(::getpid()) + "-")) << told;
+}
+
+TEST_F(ProgramProcessTest, LeavesNoChildBehind) {
   writeInformation("Flat.app/Info.plist", "tell");
   writeProgram("Flat.app/tell", "echo done");
   EXPECT_EQ(launched("Flat.app"), "done\n");
@@ -133,7 +149,7 @@ TEST_F(PosixProgramLauncherTest, LeavesNoChildBehind) {
   EXPECT_EQ(errno, ECHILD);
 }
 
-TEST_F(PosixProgramLauncherTest, RefusesWhatIsNoApplication) {
+TEST_F(ProgramProcessTest, RefusesWhatIsNoApplication) {
   write("tell", "#!/bin/sh\n", 0755);
   EXPECT_EQ(failureOf(folder.path("tell")), "neither an application bundle nor a desktop entry");
   EXPECT_EQ(failureOf("Flat.app"), "not an absolute path");
@@ -142,12 +158,12 @@ TEST_F(PosixProgramLauncherTest, RefusesWhatIsNoApplication) {
   EXPECT_EQ(failureOf(folder.path("none.desktop")), "No such file or directory");
 }
 
-TEST_F(PosixProgramLauncherTest, DoesNotWaitForTheWriterOfANamedPipe) {
+TEST_F(ProgramProcessTest, DoesNotWaitForTheWriterOfANamedPipe) {
   ASSERT_EQ(::mkfifo(folder.path("pipe.desktop").c_str(), 0600), 0);
   EXPECT_EQ(failureOf(folder.path("pipe.desktop")), "not a regular file");
 }
 
-TEST_F(PosixProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
+TEST_F(ProgramProcessTest, RefusesAProgramThatCannotBeRun) {
   writeInformation("Flat.app/Info.plist", "tell");
   EXPECT_EQ(failureOf(folder.path("Flat.app")), "there is no program " + folder.path("Flat.app/tell"));
   write("Flat.app/tell", "#!/bin/sh\n", 0644);
@@ -158,7 +174,7 @@ TEST_F(PosixProgramLauncherTest, RefusesAProgramThatCannotBeRun) {
   EXPECT_EQ(failureOf(folder.path("relative.desktop")), "there is no program bin/sh");
 }
 
-TEST_F(PosixProgramLauncherTest, TellsWhyTheSystemDoesNotRunAProgram) {
+TEST_F(ProgramProcessTest, TellsWhyTheSystemDoesNotRunAProgram) {
   write("bin/odd", "#!/no/such/interpreter\n", 0755);
   write("odd.desktop", "[Desktop Entry]\nType=Application\nExec=" + folder.path("bin/odd") + "\n");
   EXPECT_EQ(failureOf(folder.path("odd.desktop")),
@@ -169,14 +185,14 @@ TEST_F(PosixProgramLauncherTest, TellsWhyTheSystemDoesNotRunAProgram) {
             "cannot start " + folder.path("bin/empty") + ": Exec format error");
 }
 
-TEST_F(PosixProgramLauncherTest, RefusesAnArgumentThatTheSystemDoesNotPassOn) {
+TEST_F(ProgramProcessTest, RefusesAnArgumentThatTheSystemDoesNotPassOn) {
   const std::string program = folder.path("bin/tell");
   writeProgram("bin/tell", "echo told");
   write("long.desktop", "[Desktop Entry]\nType=Application\nExec=" + program + " " + std::string(200'000, 'x') + "\n");
   EXPECT_EQ(failureOf(folder.path("long.desktop")), "cannot start " + program + ": Argument list too long");
 }
 
-TEST_F(PosixProgramLauncherTest, RefusesAnInformationFileThatIsNone) {
+TEST_F(ProgramProcessTest, RefusesAnInformationFileThatIsNone) {
   write("Odd.app/Info.plist", "no property list");
   EXPECT_NE(failureOf(folder.path("Odd.app")), "");
   write("Empty.app/Info.plist", "<plist><dict/></plist>");

@@ -1,4 +1,4 @@
-#include "core-engine/play/PosixProgramLauncher.h"
+#include "core-engine/play/ProgramProcess.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -10,10 +10,9 @@
 #include <csignal>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
-#include "core-engine/play/LaunchedProgram.h"
+#include "core-engine/play/ProgramEnvironment.h"
 #include "model/FileDescriptor.h"
 #include "model/RegularFile.h"
 
@@ -28,8 +27,15 @@ namespace {
   ::_exit(127);
 }
 
+struct Start {
+  const char* program = nullptr;
+  char* const* arguments = nullptr;
+  char* const* environment = nullptr;
+  const char* folder = nullptr;
+};
+
 // In the new process. Nothing here may need memory or a lock: the process is a copy of one that may hold them.
-[[noreturn]] void become(const char* program, char* const* arguments, const char* folder, int pipe) {
+[[noreturn]] void become(const Start& start, int pipe) {
   ::setsid();
   // A grandchild, so that its end is reaped by the system and not waited for by the engine.
   if (const pid_t grandchild = ::fork(); grandchild < 0) {
@@ -41,12 +47,12 @@ namespace {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(null, stream);
     if (null > STDERR_FILENO) ::close(null);
   }
-  if (::chdir(folder) < 0 && ::chdir("/") < 0) giveUp(pipe);
+  if (::chdir(start.folder) < 0 && ::chdir("/") < 0) giveUp(pipe);
   for (int signal = 1; signal < NSIG; ++signal) ::signal(signal, SIG_DFL);
   sigset_t none;
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
-  ::execv(program, arguments);
+  ::execve(start.program, start.arguments, start.environment);
   giveUp(pipe);
 }
 
@@ -62,33 +68,35 @@ int failureOf(pid_t child, int pipe) {
   return count == sizeof reason ? reason : 0;
 }
 
-// Why the program cannot be started; empty when it runs.
-std::string start(LaunchedProgram program) {
+// What execve() takes; the texts outlive it.
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
-  pointers.reserve(program.arguments.size() + 1);
-  for (std::string& argument : program.arguments) pointers.push_back(argument.data());
+  pointers.reserve(texts.size() + 1);
+  for (std::string& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
+  return pointers;
+}
+
+}  // namespace
+
+std::string startProcess(const LaunchedProgram& program) {
+  std::vector<std::string> arguments = program.arguments;
+  std::vector<std::string> environment = programEnvironment(program.startupID);
+  const std::vector<char*> argumentPointers = pointersTo(arguments);
+  const std::vector<char*> environmentPointers = pointersTo(environment);
+  const Start start{program.path.c_str(), argumentPointers.data(), environmentPointers.data(), program.folder.c_str()};
 
   int ends[2] = {-1, -1};
   const bool hasPipe = ::pipe2(ends, O_CLOEXEC) == 0;
   const FileDescriptor reading(ends[0]);
   FileDescriptor writing(ends[1]);
   const pid_t child = hasPipe ? ::fork() : -1;
-  if (child == 0) become(program.path.c_str(), pointers.data(), program.folder.c_str(), writing.get());
+  if (child == 0) become(start, writing.get());
   int reason = errno;
   writing.close();
   if (child > 0) reason = failureOf(child, reading.get());
   if (reason == 0) return {};
   return "cannot start " + program.path + ": " + reasonOf({reason, std::generic_category()});
-}
-
-}  // namespace
-
-void PosixProgramLauncher::launch(const std::string& path, const Failed& failed) {
-  std::string error;
-  auto program = launchedProgram(path, error);
-  if (program) error = start(std::move(*program));
-  if (!error.empty()) failed(error);
 }
 
 }  // namespace vorn::engine
