@@ -41,7 +41,7 @@ function(skarn_qt_library name)
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTOUIC_OPTIONS "-idbased")
 endfunction()
 
-# A program of ours, installed.
+# A program of ours, installed with its manual page (docs/NAME.1).
 #   skarn_program(NAME source... LINK target...)
 function(skarn_program name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "LINK")
@@ -50,4 +50,5 @@ function(skarn_program name)
   target_link_options(${name} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:LINKER:--gc-sections>")
   target_compile_definitions(${name} PRIVATE SKARN_VERSION="${PROJECT_VERSION}")
   install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/docs/${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endfunction()

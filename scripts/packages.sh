@@ -1,5 +1,6 @@
 # shellcheck shell=bash disable=SC2034
-# What the scripts share: the Debian packages of this project, and how it is built. Sourced by ./run and ./check.
+# What the scripts share: the Debian packages of this project, and how it is built. Sourced by ./run, ./check
+# and scripts/package.
 
 # To build and start the programs.
 build_packages=(
@@ -19,9 +20,15 @@ test_packages=(
   openbox libxcb-xinput-dev libxcb-xtest0-dev
   ratbagd
   sway qt6-wayland libwayland-dev
+  appstream mandoc man-db
 )
+# To make the Debian package, besides what builds the programs.
+package_packages=(dpkg-dev file)
 # To check everything else, besides the above.
-check_packages=(git clang libclang-rt-14-dev clang-format clang-tidy shellcheck binutils)
+check_packages=(
+  git clang libclang-rt-14-dev clang-format clang-tidy shellcheck binutils
+  lintian debootstrap
+)
 # To run tests in a virtual machine (tests/guest), besides what builds the programs.
 guest_packages=(
   qemu-system-x86 busybox-static kmod udev systemd libpam-systemd dbus-user-session python3-evdev
