@@ -86,40 +86,40 @@ Result<PropertyList> launch(const Request& request) {
 }
 
 struct Action {
-  std::string_view name;  // one word, or two of which the second is a choice
-  bool takesValue;        // one more word
-  Command command;        // where there is no function
+  std::string_view name;   // one word, or two of which the second is a choice
+  std::string_view value;  // one more word, if not empty: the words that it may be, or what it stands for
+  Command command;         // where there is no function
   Result<PropertyList> (*parse)(const Request& request);
   std::string_view option;  // that it takes
 };
 
 constexpr Action actions[] = {
     {"default",
-     false,
+     "",
      {},
      [](const Request& request) -> Result<PropertyList> { return factoryAssignment(request.control.identifier); },
      ""},
-    {"disable", false, {}, disabled, ""},
-    {"key", true, {}, key, "--with"},
-    {"macro", true, {}, macro, "--repeat"},
-    {"profile", true, Command::Profile, nullptr, ""},
-    {"keymap", true, {}, keymap, "--switch-back"},
-    {"button", true, {}, button, ""},
-    {"launch", true, {}, launch, ""},
-    {"scroll up", false, Command::ScrollUp, nullptr, ""},
-    {"scroll down", false, Command::ScrollDown, nullptr, ""},
-    {"stage up", false, Command::StageUp, nullptr, ""},
-    {"stage down", false, Command::StageDown, nullptr, ""},
-    {"forward", false, Command::Forward, nullptr, ""},
-    {"backward", false, Command::Backward, nullptr, ""},
-    {"sensitivity on-the-fly", false, Command::OnTheFlySensitivity, nullptr, ""},
-    {"sensitivity temporary", false, Command::TemporarySensitivity, nullptr, ""},
+    {"disable", "", {}, disabled, ""},
+    {"key", "KEY", {}, key, "--with"},
+    {"macro", "MACRO", {}, macro, "--repeat"},
+    {"profile", "PROFILE", Command::Profile, nullptr, ""},
+    {"keymap", "1|2|3|4|5|6|7|8|cycle", {}, keymap, "--switch-back"},
+    {"button", "1|2|3|4|5|6|7|8|double", {}, button, ""},
+    {"launch", "PATH", {}, launch, ""},
+    {"scroll up", "", Command::ScrollUp, nullptr, ""},
+    {"scroll down", "", Command::ScrollDown, nullptr, ""},
+    {"stage up", "", Command::StageUp, nullptr, ""},
+    {"stage down", "", Command::StageDown, nullptr, ""},
+    {"forward", "", Command::Forward, nullptr, ""},
+    {"backward", "", Command::Backward, nullptr, ""},
+    {"sensitivity on-the-fly", "", Command::OnTheFlySensitivity, nullptr, ""},
+    {"sensitivity temporary", "", Command::TemporarySensitivity, nullptr, ""},
 };
 
 const Action* actionNamed(const Arguments& words) {
   const std::string pair = words.size() == 2 ? words[0] + " " + words[1] : "";
   for (const Action& action : actions) {
-    const std::size_t count = action.takesValue ? 2 : 1;
+    const std::size_t count = action.value.empty() ? 1 : 2;
     if (action.name == pair || (words.size() == count && action.name == words[0])) return &action;
   }
   return nullptr;
@@ -139,11 +139,18 @@ std::string joined(const Arguments& words) {
 
 }  // namespace
 
+std::vector<ActionWord> actionWords() {
+  std::vector<ActionWord> words;
+  for (const Action& action : actions) words.push_back({action.name, action.value});
+  return words;
+}
+
 Result<ParsedAction> parseAction(const Control& control, const Arguments& action, const CommandLine& line) {
   const Action* found = actionNamed(action);
   if (found == nullptr) {
     for (const Action& each : actions) {
-      if (each.name == action[0]) return wrong(action[0] + (each.takesValue ? " takes one word" : " takes no words"));
+      if (each.name != action[0]) continue;
+      return wrong(action[0] + (each.value.empty() ? " takes no words" : " takes one word"));
     }
     return wrong("unknown action \"" + joined(action) + "\"" +
                  suggestion(actionNames(), joined(action), "; --help lists them"));

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "ctl/Context.h"
 #include "ctl/Controls.h"
@@ -13,6 +15,14 @@ struct ParsedAction {
   PropertyList record;  // without "param1" where there is a target
   std::string target;   // the macro or profile that it names, a number from 1 or a name
 };
+
+struct ActionWord {
+  std::string_view name;  // one word, or two
+  std::string_view
+      value;  // of one more word: those that it may be, with bars between, or what it stands for in capitals
+};
+// All actions that there are.
+std::vector<ActionWord> actionWords();
 
 // The words of an action, and its options, for the control.
 Result<ParsedAction> parseAction(const Control& control, const Arguments& action, const CommandLine& line);

@@ -115,6 +115,13 @@ std::string suggestedOption(std::string_view word) {
 
 }  // namespace
 
+std::vector<OptionWord> optionWords() {
+  std::vector<OptionWord> words;
+  for (const Flag& flag : flags) words.push_back({flag.name, false, flag.isOfCommands});
+  for (const Setting& setting : settings) words.push_back({setting.name, true, setting.isOfCommands});
+  return words;
+}
+
 bool isJsonWanted(std::span<const char* const> arguments) {
   const auto end = std::find(arguments.begin(), arguments.end(), std::string_view("--"));
   return std::find(arguments.begin(), end, std::string_view("--json")) != end;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ctl/Failure.h"
@@ -40,6 +41,14 @@ struct CommandLine {
 
   friend bool operator==(const CommandLine&, const CommandLine&) = default;
 };
+
+struct OptionWord {
+  std::string_view name;
+  bool takesValue;
+  bool isOfCommands;  // of single commands
+};
+// All options that there are.
+std::vector<OptionWord> optionWords();
 
 // Whether --json is among the options, also where the line cannot be parsed.
 bool isJsonWanted(std::span<const char* const> arguments);

@@ -67,20 +67,16 @@ constexpr Command table[] = {
     {"device firmware", "VERSION", 1, 1, "--failing", "set the firmware version", setFirmware},
     {"device state", "", 0, 0, "", "print the state of the virtual mouse", deviceState},
     {"device output", "", 0, 0, "", "print and take what it sent to the desktop", deviceOutput},
+    {"complete", "[-- WORD...]", 0, any, "", "for shells: print what may stand as the last word", complete, true},
 };
 
 Failure wrong(std::string text) {
   return {ExitStatus::Usage, std::move(text)};
 }
 
-bool takes(const Command& command, const std::string& option) {
-  const auto spaced = [](std::string_view words) { return std::string(" ").append(words).append(" "); };
-  return spaced(command.options).find(spaced(option)) != std::string::npos;
-}
-
 Outcome complaint(const Command& command, const CommandLine& line, std::size_t argumentCount) {
   for (const std::string& option : line.commandOptions) {
-    if (!takes(command, option)) return wrong(std::string(command.name) + " takes no option " + option);
+    if (!takesOption(command, option)) return wrong(std::string(command.name) + " takes no option " + option);
   }
   if (argumentCount >= command.minimum && argumentCount <= command.maximum) return std::nullopt;
   const std::string usage = std::string(command.name) + (command.arguments.empty() ? "" : " ");
@@ -139,6 +135,11 @@ Failure unknownCommand(const Arguments& words) {
 
 std::span<const Command> commandTable() {
   return table;
+}
+
+bool takesOption(const Command& command, std::string_view option) {
+  const auto spaced = [](std::string_view words) { return std::string(" ").append(words).append(" "); };
+  return spaced(command.options).find(spaced(option)) != std::string::npos;
 }
 
 Result<Invocation> findCommand(const CommandLine& line) {

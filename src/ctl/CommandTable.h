@@ -23,6 +23,9 @@ struct Command {
 
 std::span<const Command> commandTable();
 
+// Whether the option is one of the command's own.
+bool takesOption(const Command& command, std::string_view option);
+
 struct Invocation {
   const Command* command;
   Arguments arguments;

@@ -50,6 +50,8 @@ Outcome forgetTaught(Context& context, const Arguments& arguments);
 Outcome setResolution(Context& context, const Arguments& arguments);
 Outcome doctor(Context& context, const Arguments& arguments);
 
+Outcome complete(Context& context, const Arguments& arguments);
+
 Outcome plugDevice(Context& context, const Arguments& arguments);
 Outcome unplugDevice(Context& context, const Arguments& arguments);
 Outcome pressControl(Context& context, const Arguments& arguments);

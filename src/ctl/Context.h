@@ -26,6 +26,8 @@ class Output {
   void either(const std::string& text, const PropertyList& value) { mIsJson ? json(value) : line(text); }
   // The lines, or the one value.
   void either(const std::vector<std::string>& lines, const PropertyList& value);
+  // For programs: the texts with tabs between; nothing where one of them is not printable as it is.
+  void columns(const std::vector<std::string>& texts);
   // A file that goes to standard output; never to a terminal.
   Outcome file(BytesView bytes);
   Outcome flush();

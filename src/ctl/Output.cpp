@@ -30,6 +30,15 @@ void Output::either(const std::vector<std::string>& lines, const PropertyList& v
   for (const std::string& each : lines) line(each);
 }
 
+void Output::columns(const std::vector<std::string>& texts) {
+  std::string joined;
+  for (const std::string& text : texts) {
+    if (printable(text) != text) return;
+    joined += (&text == &texts.front() ? "" : "\t") + text;
+  }
+  write(stdout, joined);
+}
+
 Outcome Output::file(BytesView bytes) {
   if (::isatty(STDOUT_FILENO) != 0) {
     return Failure{ExitStatus::FileError, "standard output is a terminal; send it to a file or a program"};

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# What the completion of vornctl offers; $1 is its script. Needs no engine.
+# What the completion of vornctl offers in bash; $1 is its script, $2 the folder of vornctl. Needs no engine.
 # shellcheck source=scripts/vornctl.bash
 source "$1"
 failures=0
@@ -10,28 +10,22 @@ expect() {
   shift
   COMP_WORDS=(vornctl "$@")
   COMP_CWORD=$#
-  _vornctl
+  _vornctl vornctl
   if [[ ${COMPREPLY[*]} != "$expected" ]]; then
     echo "vornctl $*: expected \"$expected\", got \"${COMPREPLY[*]}\""
     failures=1
   fi
 }
 
-# Stands in for an engine with three changes, two profiles and two mice.
-vornctl() {
-  case $* in
-    '--no-start --timeout 1 history list') printf '%s    2026-01-02 10:00:00  vornctl\n' 12 9 1 ;;
-    '--no-start --timeout 1 mice list --json') echo '[{"id":"usb-1","name":"A"},{"id":"virtual","name":"V"}]' ;;
-    '--no-start --timeout 1 profiles list') printf '* 1  Work\n  2  Games\n' ;;
-  esac
-}
-
 # A folder with a folder and two files.
 folder=$(mktemp -d)
 trap 'rm -r "$folder"' EXIT
-mkdir "$folder/All.SkarnProfiles"
-touch "$folder/Mine.SkarnProfile" "$folder/other.txt"
-cd "$folder" || exit 1
+mkdir -p "$folder/bin" "$folder/files/All.SkarnProfiles"
+touch "$folder/files/Mine.SkarnProfile" "$folder/files/other.txt"
+ln -s "$(realpath "$(dirname "$0")")/completion_vornctl.sh" "$folder/bin/vornctl"
+VORNCTL=$(realpath "$2")/vornctl
+export VORNCTL PATH=$folder/bin:$PATH DBUS_SESSION_BUS_ADDRESS=disabled:
+cd "$folder/files" || exit 1
 
 expect 'status profiles get set macros assign assignments keys undo redo history backups monitor mice doctor device' ''
 expect 'list go' history ''
@@ -45,8 +39,8 @@ expect 'keymap' mice teach ke
 expect 'stage-up stage-down' mice forget st
 expect '--all' profiles export --al
 expect '--all' profiles import --json --al
-expect '--append' --a
-expect '--append' macros export --a
+expect '--append --all' --a
+expect '' macros export --a
 expect '' profiles list --al
 expect '' undo ''
 expect 'Work Games' profiles export ''
@@ -70,10 +64,15 @@ expect '--list' get --li
 expect 'held' assign 1 macro 1 --repeat h
 expect 'battery charging none usual' device charging ''
 expect 'stage-up stage-down' device press stage
-expect '--repeat --release' --re
+expect '--release --repeat' --re
 expect 'DPIX DPIY' get DPI
 expect '' monitor ''
 expect 'record rename' macros re
 expect '--append' macros record 1 --app
 expect '' macros record --seconds ''
+expect "Default Work\\ \\&\\ Play It\\'s" profiles switch ''
+expect 'Work\ \&\ Play' profiles switch wo
+expect 'Work\ \&\ Play' profiles switch 'Work\ '
+expect 'Wheel Wheel-Up Wheel-Down' device press wh
+expect other.txt assign 1 launch oth
 exit "$failures"

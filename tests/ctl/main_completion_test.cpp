@@ -1,69 +1,57 @@
-// The completion of vornctl offers the controls and settings that there are; completion.bash tests the rest of it.
+// What vornctl offers the completion of shells, with the real engine and without; completion.bash and its like test
+// what shells make of it.
 #include <gtest/gtest.h>
 
-#include "ctl/Controls.h"
-#include "model/ProfileKeys.h"
-#include "support/ChildProcess.h"
+#include <string>
+
+#include "ctl/EngineSession.h"
 
 namespace vorn::ctl::test {
 namespace {
 
-using Words = std::vector<std::string>;
-
-// What may follow the words.
-Words offersAfter(const Words& words) {
-  Words commandLine = {"bash", "--norc", "-c",
-                       "source \"$0\"; COMP_WORDS=(vornctl \"$@\" ''); COMP_CWORD=$(($# + 1)); _vornctl;"
-                       "printf '%s\\n' \"${COMPREPLY[@]}\"",
-                       COMPLETION_SCRIPT};
-  commandLine.insert(commandLine.end(), words.begin(), words.end());
-  vorn::test::ChildProcess shell(commandLine);
-  Words offers;
-  while (const auto line = shell.waitForLine([](const std::string&) { return true; })) offers.push_back(*line);
-  return offers;
-}
-
-// The numbers of the controls that the words name; 0 for any other word.
-std::vector<int> numbersOf(const Words& words) {
-  std::vector<int> numbers;
-  for (const std::string& word : words) {
-    const auto* named =
-        std::ranges::find_if(controls, [&](const Control& each) { return isSameWord(each.name, word); });
-    numbers.push_back(named == controls.end() ? 0 : named->number);
+class VornCtlCompletionTest : public EngineSession {
+ protected:
+  static std::string offersAfter(Words words) {
+    words.insert(words.begin(), {"complete", "--"});
+    words.emplace_back();
+    return outputOf(words);
   }
-  return numbers;
+};
+
+TEST_F(VornCtlCompletionTest, OffersTheNamesOfTheRunningEngine) {
+  outputOf({"profiles", "add", "Work & Play"});
+  outputOf({"profiles", "add", "Two\nlines"});
+  const std::string first = outputOf({"get", "ProfileName", "--profile", "1"});
+  // No shell could pass a name on that is printed in another way.
+  EXPECT_EQ(offersAfter({"profiles", "switch"}), first + "Work & Play\n");
+  EXPECT_EQ(offersAfter({"mice", "use"}), "virtual\n");
+  EXPECT_EQ(offersAfter({"history", "go"}), "2\n1\n0\tthe time before all of them\n");
+  const std::string backups = offersAfter({"backups", "restore"});
+  EXPECT_EQ(outputOf({"backups", "list"}).substr(0, 10) + "\n", backups);
 }
 
-std::vector<int> allNumbers() {
-  std::vector<int> numbers;
-  for (const Control& control : controls) numbers.push_back(control.number);
-  return numbers;
+TEST_F(VornCtlCompletionTest, TellsWhatFilesMayStandThere) {
+  EXPECT_EQ(offersAfter({"macros", "import"}), "\tfiles\tSkarnMacro\n");
+  EXPECT_EQ(offersAfter({"profiles", "import", "--all"}), "\tfolders\n");
+  EXPECT_EQ(offersAfter({"assign", "1", "launch"}), "\tfiles\t\n");
 }
 
-TEST(CompletionTest, OffersEverySettingOfAProfile) {
-  Words expected;
-  for (const ProfileKey& setting : profileKeys) {
-    // What has no single value is offered as the beginning of a path, but for lists that are short enough to read.
-    const bool isPath = setting.type == SettingType::Dictionary || setting.type == SettingType::Keymaps;
-    expected.push_back(std::string(setting.key) + (isPath ? "/" : ""));
-  }
-  EXPECT_EQ(offersAfter({"get"}), expected);
-  EXPECT_EQ(offersAfter({"set"}), expected);
+TEST_F(VornCtlCompletionTest, TellsTheWordsAsJsonToo) {
+  EXPECT_EQ(outputOf({"complete", "--json", "--", "backups", ""}),
+            R"([{"description":"list the settings of before the first change of each day","word":"list"},)"
+            R"({"description":"put a backup in the place of the settings","word":"restore"}])"
+            "\n");
 }
 
-TEST(CompletionTest, OffersEveryControlByItsName) {
-  EXPECT_EQ(numbersOf(offersAfter({"assign"})), allNumbers());
-}
-
-TEST(CompletionTest, OffersTheFixedKeysOfTheVirtualMouseToo) {
-  for (const char* action : {"press", "release", "click"}) {
-    Words offers = offersAfter({"device", action});
-    ASSERT_GE(offers.size(), fixedKeys.size());
-    const auto firstFixed = offers.end() - fixedKeys.size();
-    EXPECT_EQ(Words(firstFixed, offers.end()), Words(fixedKeys.begin(), fixedKeys.end()));
-    offers.erase(firstFixed, offers.end());
-    EXPECT_EQ(numbersOf(offers), allNumbers());
-  }
+TEST(VornCtlCompletionWithoutEngineTest, OffersWhatNeedsNoneAndStartsNone) {
+  const vorn::test::PrivateBus bus;
+  EXPECT_EQ(runVornCtl({"complete", "--", "profiles", "switch", ""}).output, "");
+  EXPECT_EQ(runVornCtl({"complete", "--", "backups", "r"}).output,
+            "list\tlist the settings of before the first change of each day\n"
+            "restore\tput a backup in the place of the settings\n");
+  const Ended withoutBus = runVornCtl({"complete", "--", "mice", "use", ""}, {"DBUS_SESSION_BUS_ADDRESS=disabled:"});
+  EXPECT_EQ(withoutBus.output, "");
+  EXPECT_EQ(withoutBus.status, 0);
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ def listed_files(root):
     """Every file that a CMakeLists.txt of the tests names, from where it stands or from the root."""
     files = set()
     for lists in (root / "tests").rglob("CMakeLists.txt"):
-        for word in re.findall(r"[\w./-]+\.(?:cpp|py|bash)", lists.read_text()):
+        for word in re.findall(r"[\w./-]+\.(?:cpp|py|bash|zsh|fish)", lists.read_text()):
             files |= {(folder / word.lstrip("/")).resolve() for folder in (lists.parent, root)}
     return files
 
@@ -64,7 +64,7 @@ def unused_files(root):
             is_used = re.search(rf"\b{file.stem.removeprefix('check_')}\b", resource_checks)
         elif file.parent.name == "guest":
             is_used = file.name in guest or is_imported
-        elif file.suffix in (".cpp", ".py", ".bash"):
+        elif file.suffix in (".cpp", ".py", ".bash", ".zsh", ".fish"):
             # One program for each reader, by a pattern; a module of another script; a step of the gate.
             is_used = (file.resolve() in files or file.stem.startswith("fuzz_") or is_imported or
                        file.relative_to(root).as_posix() in gate)
