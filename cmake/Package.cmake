@@ -7,6 +7,8 @@ set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR})
 set(CPACK_PACKAGE_CONTACT "${SKARN_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "configurator of a gaming mouse and its core engine")
 set(CPACK_VERBATIM_VARIABLES ON)
+# By its component, so that what cmake --install has listed in install_manifest.txt stays.
+set(CPACK_INSTALL_CMAKE_PROJECTS "${CMAKE_BINARY_DIR};skarn;skarn;/")
 # Files name programs by their paths, so the prefix has to be the one that is meant: files go below it by DESTDIR.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
