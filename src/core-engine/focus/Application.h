@@ -11,9 +11,10 @@ struct Application {
   std::string identifier;
   // The program of its window's process: an absolute path, or a file name where no more is known. May be empty.
   std::string executable;
-  std::string name;  // for people; may be empty
+  std::string name;        // for people; may be empty
+  std::string instance{};  // of an X11 window, beside its class; may be empty
 
-  bool isNone() const { return identifier.empty() && executable.empty() && name.empty(); }
+  bool isNone() const { return identifier.empty() && executable.empty() && name.empty() && instance.empty(); }
   friend bool operator==(const Application&, const Application&) = default;
 };
 

@@ -21,6 +21,7 @@ class ApplicationInFront {
   enum class State : std::uint8_t {
     Trying,  // not known yet; every source leaves this state in bounded time
     Works,
+    Silent,  // its display is there, but nobody tells what is in front, and somebody may yet: a window manager to come
     Failed,  // it does not work here, or its display has gone; for good: another one is made for another try
   };
   // Both are called from the run loop or a scheduler's turn, never within the constructor or start(), and may not end
