@@ -12,6 +12,8 @@
 
 #include "core-engine/ShortTurns.h"
 #include "core-engine/device/linux/LinuxMice.h"
+#include "core-engine/focus/DesktopEntries.h"
+#include "core-engine/focus/X11Focus.h"
 #include "core-engine/play/DesktopProgramLauncher.h"
 #include "core-engine/requests/Farewell.h"
 #include "model/SettingsKeys.h"
@@ -27,6 +29,15 @@ namespace {
 
 // Exit status of its own: to start once more is of no use while the other one runs.
 constexpr int anotherEngine = 3;
+
+FocusSources::Makers focusMakers(RunLoop& loop, Scheduler& scheduler) {
+  FocusSources::Makers makers;
+  makers.x11 = [&loop, &scheduler](const FoundDisplays& displays, const ApplicationInFront::Handlers& handlers) {
+    const X11Focus::Server server{displays.x11Socket, displays.x11Display, displays.x11Authority};
+    return std::make_unique<X11Focus>(loop, scheduler, server, handlers);
+  };
+  return makers;
+}
 
 // Today, where the user is, as "2026-11-22".
 std::string localDate() {
@@ -50,6 +61,11 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
       mVirtualDevice(options.connection),
       mRealMice(std::make_unique<LinuxMice>(mLoop, mScheduler, log)),
       mMice({mFiles, log, mScheduler, mStore, mTurns, mVirtualDevice, *mRealMice, mDevice}, options.stateFolder),
+      mFollowing({mFiles, log, mScheduler, mStore, mTurns, mProfiles}, options.stateFolder, installedEntry),
+      mFocusSources(mScheduler, mDisplays, focusMakers(mLoop, mScheduler), [this] { focusChanged(); }),
+      mFocusService(
+          mScheduler, mFocusSources,
+          {[this] { return mFollowing.isUsed(); }, [this] { return mFollowing.chosenName(); }, installedName}),
       mLauncher(std::make_unique<DesktopProgramLauncher>(options.isService)) {
   mReplyPorts.setLostHandler([this](const std::string& portName) { portLost(portName); });
   mRecorder.setClientHandler([this](const std::string& client) {
@@ -67,6 +83,8 @@ CoreEngine::CoreEngine(const Options& options, Log& log)
     mHistory.note(before, after, origin);
     mNews.settingsChanged(before, after, origin.sourceApp);
     mScreenMessages.settingsChanged(before, after, origin);
+    mFollowing.settingsChanged(before, after);
+    mFocusService.updateUse();
     updateDevice();
   });
   mStore.addKeeper(mBackups);
@@ -108,10 +126,13 @@ int CoreEngine::run() {
   mStore.load([this] { return mDefaults.ownProfile(); });
   updateDevice();
   mHistoryJournal.load(mFile.loadedFingerprint());
+  mFollowing.load();
   if (!mVirtualMouse.start(error)) mLog.line("the virtual mouse cannot be reached over the bus: " + error);
   if (!mMiceService.start(error)) mLog.line("the mouse cannot be chosen over the bus: " + error);
   if (!mTypedKeys.start(error)) mLog.line("keys typed into a window cannot be taken over the bus: " + error);
   if (!mHistoryService.start(error)) mLog.line("the history cannot be reached over the bus: " + error);
+  if (!mFocusService.start(error)) mLog.line("the application in front cannot be told over the bus: " + error);
+  mFocusService.updateUse();
   // Windows that an earlier engine left behind show what it told last.
   mDeviceNews.announce();
   // Last: who has asked the bus to start an engine goes on now.
@@ -165,6 +186,11 @@ void CoreEngine::portLost(const std::string& portName) {
   mClients.portLost(portName);
   mRecordingClient.portLost(portName);
   mCapturingClient.portLost(portName);
+}
+
+void CoreEngine::focusChanged() {
+  mFollowing.setApplication(mFollowing.isUsed() ? mFocusSources.application() : std::nullopt);
+  mFocusService.changed();
 }
 
 bool CoreEngine::noteTyped(const std::string& connection, const KeyChanged& key) {

@@ -10,6 +10,10 @@
 #include "core-engine/device/RealMice.h"
 #include "core-engine/device/VirtualDevice.h"
 #include "core-engine/device/VirtualMouseService.h"
+#include "core-engine/focus/FocusService.h"
+#include "core-engine/focus/FocusSources.h"
+#include "core-engine/focus/ProfileFollowing.h"
+#include "core-engine/focus/SessionDisplays.h"
 #include "core-engine/history/History.h"
 #include "core-engine/history/HistoryJournal.h"
 #include "core-engine/history/HistoryService.h"
@@ -77,6 +81,8 @@ class CoreEngine : private RequestObserver {
   // Lets go of everything that is held, and waits until what that changes is saved.
   void releaseAll();
   void portLost(const std::string& portName);
+  // What the sources say of the application in front has become another.
+  void focusChanged();
   // A key from the window of a client. False when the connection is none of those that record or capture.
   bool noteTyped(const std::string& connection, const KeyChanged& key);
 
@@ -115,6 +121,10 @@ class CoreEngine : private RequestObserver {
   KeyCapture mCapture{mNewsPort};
   HeardKeys mHeard{mDevice, mScheduler, mRecorder, mCapture};
   ProfileChanger mProfiles{mStore};
+  ProfileFollowing mFollowing;
+  SessionDisplays mDisplays{mLoop, mScheduler};
+  FocusSources mFocusSources;
+  FocusService mFocusService;
   std::unique_ptr<ProgramLauncher> mLauncher;
   EngineParts mParts{mStore,     mDevice,   mClients, mDefaults, mLog,     mNewsPort,
                      mScheduler, mRecorder, mCapture, mHeard,    mProfiles};

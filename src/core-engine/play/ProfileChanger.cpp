@@ -34,9 +34,9 @@ const PropertyList& ProfileChanger::activeProfile() const {
   return profileAt(activeProfileID());
 }
 
-void ProfileChanger::switchTo(const PropertyList& profileID) {
-  if (mStore.isEmpty()) return;
-  mStore.put(withActiveProfile(mStore.bundle(), profileID).bundle, [](SettingsStore::Outcome) {});
+void ProfileChanger::switchTo(const PropertyList& profileID, SettingsStore::Done done) {
+  if (mStore.isEmpty()) return done(SettingsStore::Outcome::Refused);
+  mStore.put(withActiveProfile(mStore.bundle(), profileID).bundle, std::move(done));
 }
 
 void ProfileChanger::change(const PropertyList& settings) {

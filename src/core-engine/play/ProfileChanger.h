@@ -28,7 +28,8 @@ class ProfileChanger {
   // The record of the active profile; none while there are no settings.
   const PropertyList& activeProfile() const;
   // A profile that does not exist is not switched to.
-  void switchTo(const PropertyList& profileID);
+  void switchTo(
+      const PropertyList& profileID, SettingsStore::Done done = [](SettingsStore::Outcome) {});
 
   // Puts the settings, keys of a profile record, into the active profile.
   void change(const PropertyList& settings);
