@@ -179,6 +179,8 @@ void CoreEngine::hasServed(const RequestKind& kind, const Request& request) {
   mProfiles.takeBackReleased();
   mAnnouncer.noteServed(kind.messageID, request);
   // It may have given an empty store its first settings, or ended a recording.
+  mFollowing.load();
+  mFocusService.updateUse();
   updateDevice();
 }
 

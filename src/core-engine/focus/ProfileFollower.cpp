@@ -59,6 +59,7 @@ void ProfileFollower::begin(const PropertyList& bundle, std::optional<std::int64
 }
 
 void ProfileFollower::settingsChanged(const PropertyList& before, const PropertyList& after, bool isOwn) {
+  mBundle = before;
   const std::int64_t wasActive = active();
   mBundle = after;
   if (before[keys::Profiles] != after[keys::Profiles]) readRules();

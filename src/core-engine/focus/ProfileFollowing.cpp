@@ -12,6 +12,8 @@ ProfileFollowing::ProfileFollowing(const Parts& parts, const std::string& folder
     : mParts(parts), mFile(parts.files, folder), mFollower(parts.scheduler, std::move(entries), [this] { act(); }) {}
 
 void ProfileFollowing::load() {
+  if (mIsLoaded || mParts.store.isEmpty()) return;
+  mIsLoaded = true;
   mRemembered = mFile.load();
   mFollower.begin(mParts.store.bundle(),
                   FormerProfileFile::positionOf(mRemembered, mParts.store.bundle()[keys::Profiles]));
@@ -19,6 +21,7 @@ void ProfileFollowing::load() {
 }
 
 void ProfileFollowing::settingsChanged(const PropertyList& before, const PropertyList& after) {
+  load();
   mFollower.settingsChanged(before, after, mIsSwitching);
   rememberSoon();
 }

@@ -27,7 +27,7 @@ class ProfileFollowing {
   // All of them outlive this. Nothing is touched yet.
   ProfileFollowing(const Parts& parts, const std::string& folder, ApplicationMatch::Entries entries);
 
-  // Once, when the settings are loaded and before the disk has anything else to do.
+  // To be called when there may be settings for the first time, and no save is under way; does nothing once there are.
   void load();
   // The settings in force have changed; to be told before any other change of them.
   void settingsChanged(const PropertyList& before, const PropertyList& after);
@@ -52,6 +52,7 @@ class ProfileFollowing {
   FormerProfileFile mFile;
   FormerProfileFile::Record mRemembered;  // on the disk
   ProfileFollower mFollower;
+  bool mIsLoaded = false;
   bool mIsActing = false;
   bool mIsSwitching = false;
   bool mIsRememberingSoon = false;

@@ -1,7 +1,5 @@
 #include "core-engine/focus/SessionDisplays.h"
 
-#include <dirent.h>
-#include <fcntl.h>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,7 +9,9 @@
 #include <charconv>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -43,22 +43,16 @@ std::string valueOf(const Variables& values, std::string_view name) {
   return found == values.end() ? std::string() : found->second;
 }
 
-struct CloseFolder {
-  void operator()(DIR* folder) const { closedir(folder); }
-};
-
 // The sockets of the user, or of the system, whose names begin so; those of the user first, in the order of their
 // names.
 std::vector<std::string> socketsIn(const std::string& folder, std::string_view prefix) {
   std::vector<std::pair<bool, std::string>> found;
-  const std::unique_ptr<DIR, CloseFolder> opened(opendir(folder.c_str()));
-  if (!opened) return {};
-  while (const dirent* each = readdir(opened.get())) {
-    std::string name(each->d_name);
+  std::error_code error;
+  for (std::filesystem::directory_iterator each(folder, error), end; !error && each != end; each.increment(error)) {
+    std::string name = each->path().filename();
     struct stat status {};
-    const bool isSocket = name.starts_with(prefix) &&
-                          fstatat(dirfd(opened.get()), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-                          S_ISSOCK(status.st_mode);
+    const bool isSocket =
+        name.starts_with(prefix) && lstat(each->path().c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
     if (!isSocket || (status.st_uid != getuid() && status.st_uid != 0)) continue;
     found.emplace_back(status.st_uid != getuid(), std::move(name));
   }
