@@ -45,7 +45,9 @@ std::vector<std::string> argumentsIn(const std::string& path) {
 }  // namespace
 
 std::string programOf(std::string_view file, const std::vector<std::string>& arguments) {
-  const std::string called = arguments.empty() ? std::string() : arguments.front();
+  std::string called = arguments.empty() ? std::string() : arguments.front();
+  // A shell that a person has logged in with.
+  if (called.starts_with('-')) called.erase(0, 1);
   if (!programNameOf(file).empty()) return std::string(file);
   if (!programNameOf(called).empty()) return called;
   for (std::size_t index = 1; index < arguments.size(); ++index) {

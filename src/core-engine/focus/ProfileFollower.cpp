@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "core-engine/history/SettingsComparison.h"
-#include "core-engine/history/SettingsEdits.h"
 #include "model/SettingsKeys.h"
 
 namespace vorn::engine {
@@ -17,27 +15,33 @@ bool isSame(const Application& left, const Application& right) {
          left.instance == right.instance && (isNamed || left.name.empty() == right.name.empty());
 }
 
-// Where each profile of before stands now; negative where it is gone.
+// Where each profile of before stands now; negative where it is gone. One that is as it was is found first, then one of
+// its name, then one that has only got another name.
 std::vector<std::int64_t> placesAfter(const PropertyList& before, const PropertyList& after) {
-  const PropertyList& old = before[keys::Profiles];
-  const PropertyList& now = after[keys::Profiles];
-  const auto count = static_cast<std::int64_t>(old.size());
-  std::vector<std::int64_t> places;
-  std::int64_t changed = 0;
-  for (std::int64_t each = 0; each < count; ++each) {
-    places.push_back(each);
-    if (old.at(each) != now.at(each)) ++changed;
-  }
-  // One that has changed is still the same.
-  if (old.size() == now.size() && changed <= 1) return places;
-  places = withEditsMadeAgain(before, editsBetween(before, after)).profilePlaces;
-  places.resize(old.size(), -1);
-  for (std::int64_t each = 0; each < count; ++each) {
-    std::int64_t& place = places[static_cast<std::size_t>(each)];
-    const bool isTaken = std::find(places.begin(), places.end(), each) != places.end();
-    // One that was replaced by another of its name.
-    if (place < 0 && !isTaken && old.at(each)[keys::ProfileName] == now.at(each)[keys::ProfileName]) place = each;
-  }
+  const auto count = static_cast<std::int64_t>(before.size());
+  const auto countNow = static_cast<std::int64_t>(after.size());
+  std::vector<std::int64_t> places(before.size(), -1);
+  std::vector<bool> isTaken(after.size(), false);
+  const auto match = [&](std::int64_t from, std::int64_t to, const auto& isSame) {
+    std::int64_t& place = places[static_cast<std::size_t>(from)];
+    if (place >= 0 || isTaken[static_cast<std::size_t>(to)] || !isSame(before.at(from), after.at(to))) return;
+    place = to;
+    isTaken[static_cast<std::size_t>(to)] = true;
+  };
+  const auto matchInPlace = [&](const auto& isSame) {
+    for (std::int64_t each = 0; each < std::min(count, countNow); ++each) match(each, each, isSame);
+  };
+  const auto matchAnywhere = [&](const auto& isSame) {
+    matchInPlace(isSame);
+    for (std::int64_t each = 0; each < count; ++each) {
+      for (std::int64_t other = 0; other < countNow; ++other) match(each, other, isSame);
+    }
+  };
+  matchAnywhere([](const PropertyList& left, const PropertyList& right) { return left == right; });
+  matchAnywhere([](const PropertyList& left, const PropertyList& right) {
+    return left[keys::ProfileName] == right[keys::ProfileName];
+  });
+  if (count == countNow) matchInPlace([](const PropertyList&, const PropertyList&) { return true; });
   return places;
 }
 
@@ -64,7 +68,7 @@ void ProfileFollower::settingsChanged(const PropertyList& before, const Property
   mBundle = after;
   if (before[keys::Profiles] != after[keys::Profiles]) readRules();
   if (isOwn && mStep) return keepFormer(mStep->former);
-  const std::vector<std::int64_t> places = placesAfter(before, after);
+  const std::vector<std::int64_t> places = placesAfter(before[keys::Profiles], after[keys::Profiles]);
   const auto placeOf = [&places](std::int64_t profile) {
     const bool isKnown = profile >= 0 && profile < static_cast<std::int64_t>(places.size());
     return isKnown ? places[static_cast<std::size_t>(profile)] : -1;
