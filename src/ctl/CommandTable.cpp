@@ -56,6 +56,7 @@ constexpr Command table[] = {
     {"mice forget", "[CONTROL]", 0, 1, "", "forget what was taught, for one control or for all", forgetTaught},
     {"mice resolution", "DPI", 1, 1, "", "correct what the mouse counts in an inch; 0: as it was", setResolution},
     {"doctor", "", 0, 0, "", "look for what keeps mice from working, and how to mend it", doctor, true},
+    {"focus", "", 0, 0, "", "print which application is in front, and the profile that follows it", showFocus},
     {"device plug", "wired|wireless", 1, 1, "", "plug the virtual mouse in", plugDevice},
     {"device unplug", "", 0, 0, "", "take the virtual mouse away", unplugDevice},
     {"device press", "CONTROL", 1, 1, "", "press a control", pressControl},

@@ -51,6 +51,7 @@ Outcome setResolution(Context& context, const Arguments& arguments);
 Outcome doctor(Context& context, const Arguments& arguments);
 
 Outcome complete(Context& context, const Arguments& arguments);
+Outcome showFocus(Context& context, const Arguments& arguments);
 
 Outcome plugDevice(Context& context, const Arguments& arguments);
 Outcome unplugDevice(Context& context, const Arguments& arguments);

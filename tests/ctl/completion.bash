@@ -27,7 +27,7 @@ VORNCTL=$(realpath "$2")/vornctl
 export VORNCTL PATH=$folder/bin:$PATH DBUS_SESSION_BUS_ADDRESS=disabled:
 cd "$folder/files" || exit 1
 
-expect 'status profiles get set macros assign assignments keys undo redo history backups monitor mice doctor device' ''
+expect 'status profiles get set macros assign assignments keys undo redo history backups monitor mice doctor focus device' ''
 expect 'list go' history ''
 expect '12 9 1 0' history go ''
 expect '12 1' history go 1
