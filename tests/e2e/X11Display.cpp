@@ -7,14 +7,13 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <utility>
 
 #include "e2e/Display.h"
+#include "e2e/X11Server.h"
 #include "model/KernelKeys.h"
-#include "support/ChildProcess.h"
 
 namespace vorn::test {
 
@@ -35,35 +34,11 @@ struct Disconnect {
   void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
 };
 
-// No keys of its own, and whatever window comes has the keyboard.
-constexpr const char* openboxConfiguration =
-    "<openbox_config xmlns=\"http://openbox.org/3.4/rc\">\n"
-    "  <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>\n"
-    "  <keyboard></keyboard>\n"
-    "  <mouse></mouse>\n"
-    "</openbox_config>\n";
-
 class X11Display : public Display {
  public:
-  ~X11Display() override {
-    mConnection.reset();
-    for (ChildProcess* process : {mOpenbox.get(), mServer.get()}) {
-      if (process == nullptr) continue;
-      process->signal(15);
-      process->waitForEnd();
-    }
-  }
-
   bool start(const std::string& folder) {
-    mServer = std::make_unique<ChildProcess>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
-                                                                      "1600x1200x24", "-nolisten", "tcp", "-noreset"});
-    const auto number = mServer->waitForLine([](const std::string&) { return true; }, patience);
-    if (!number) return false;
-    setenv("DISPLAY", (":" + *number).c_str(), 1);
-    if (!connect()) return false;
-    std::ofstream(folder + "/rc.xml") << openboxConfiguration;
-    mOpenbox = std::make_unique<ChildProcess>(
-        std::vector<std::string>{"openbox", "--config-file", folder + "/rc.xml", "--sm-disable"});
+    if (!mServer.start() || !connect()) return false;
+    mServer.startWindowManager(folder);
     // A window manager is there when it says so.
     return waitUntil([this] { return !propertyOfRoot("_NET_SUPPORTING_WM_CHECK").empty(); });
   }
@@ -196,8 +171,7 @@ class X11Display : public Display {
     return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active[0];
   }
 
-  std::unique_ptr<ChildProcess> mServer;
-  std::unique_ptr<ChildProcess> mOpenbox;
+  X11Server mServer;
   std::unique_ptr<xcb_connection_t, Disconnect> mConnection;
   xcb_screen_t* mScreen = nullptr;
   std::uint8_t mInputExtension = 0;

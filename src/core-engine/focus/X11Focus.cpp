@@ -89,16 +89,30 @@ void X11Focus::take() {
 }
 
 void X11Focus::note(const xcb_generic_event_t& event) {
-  const auto type = static_cast<std::uint8_t>(event.response_type & 0x7fU);
-  if (type == XCB_PROPERTY_NOTIFY) {
-    const auto& changed = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    const bool isOfRoot =
-        changed.window == mRoot &&
-        (changed.atom == mAtoms[ActiveWindow] || changed.atom == mAtoms[Manager] || changed.atom == mAtoms[Supported]);
-    if (isOfRoot || (changed.window == mNameless && changed.atom == XCB_ATOM_WM_CLASS)) look();
-  } else if (type == XCB_DESTROY_NOTIFY) {
-    if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == mManager) look();
+  switch (event.response_type & 0x7fU) {
+    case XCB_PROPERTY_NOTIFY:
+      return noteProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+    case XCB_DESTROY_NOTIFY:
+      return noteWindow(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+    case XCB_UNMAP_NOTIFY:
+      return noteWindow(reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window);
+    case XCB_MAP_NOTIFY:
+      return noteWindow(reinterpret_cast<const xcb_map_notify_event_t&>(event).window);
+    default:
+      return;
   }
+}
+
+void X11Focus::noteProperty(const xcb_property_notify_event_t& changed) {
+  const bool isOfRoot =
+      changed.window == mRoot &&
+      (changed.atom == mAtoms[ActiveWindow] || changed.atom == mAtoms[Manager] || changed.atom == mAtoms[Supported]);
+  if (isOfRoot || (changed.window == mInFront && changed.atom == XCB_ATOM_WM_CLASS)) look();
+}
+
+// Window managers may go on naming a window that is gone.
+void X11Focus::noteWindow(xcb_window_t window) {
+  if (window == mManager || window == mInFront) look();
 }
 
 void X11Focus::askForAtoms() {
@@ -152,6 +166,7 @@ void X11Focus::askWindow(xcb_window_t window) {
   const auto ask = [this, window, asked](xcb_atom_t atom, X11Property Window::*member) {
     mQuestions->property(window, atom, [asked, member](const X11Property& value) { (*asked).*member = value; });
   };
+  mQuestions->mapping(window, [asked](bool isMapped) { asked->isMapped = isMapped; });
   ask(XCB_ATOM_WM_CLASS, &Window::names);
   ask(mAtoms[Title], &Window::title);
   ask(mAtoms[Process], &Window::process);
@@ -163,13 +178,7 @@ void X11Focus::askWindow(xcb_window_t window) {
 }
 
 void X11Focus::lookedAt(const Window& window) {
-  if (mNameless != XCB_WINDOW_NONE) select(mNameless, 0);
-  mNameless = XCB_WINDOW_NONE;
-  if (window.id != XCB_WINDOW_NONE && window.names.text.empty()) {
-    // Some programs say later who they are.
-    mNameless = window.id;
-    select(mNameless, XCB_EVENT_MASK_PROPERTY_CHANGE);
-  }
+  watchWindow(window);
   const Application application = applicationOf(window);
   ended();
   become(State::Works);
@@ -202,13 +211,22 @@ bool X11Focus::isPassedOver(const Window& window) const {
 
 Application X11Focus::applicationOf(const Window& window) const {
   // A panel, and the window that shows the desktop.
-  if (window.id == XCB_WINDOW_NONE || isPassedOver(window)) return {};
+  if (!window.isMapped || isPassedOver(window)) return {};
   const auto [instance, identifier] = instanceAndClass(window.names.text);
   Application application{identifier, {}, window.title.text.substr(0, longestTitle), instance};
   // The number of a process on another machine tells nothing here.
   const std::string machine = window.machine.text.substr(0, window.machine.text.find('\0'));
   if (machine.empty() || machine == mHost) application.executable = programOfProcess(window.process.number());
   return application;
+}
+
+void X11Focus::watchWindow(const Window& window) {
+  if (mInFront != XCB_WINDOW_NONE && mInFront != window.id) select(mInFront, 0);
+  mInFront = window.id;
+  if (mInFront == XCB_WINDOW_NONE) return;
+  // Some programs say later who they are.
+  const std::uint32_t naming = window.names.text.empty() ? XCB_EVENT_MASK_PROPERTY_CHANGE : 0;
+  select(mInFront, XCB_EVENT_MASK_STRUCTURE_NOTIFY | naming);
 }
 
 void X11Focus::select(xcb_window_t window, std::uint32_t events) {

@@ -50,6 +50,7 @@ class X11Focus : public ApplicationInFront {
   // What a window says of itself.
   struct Window {
     xcb_window_t id = XCB_WINDOW_NONE;
+    bool isMapped = false;
     X11Property names;
     X11Property title;
     X11Property process;
@@ -60,6 +61,8 @@ class X11Focus : public ApplicationInFront {
   void connected(X11Connection connection);
   void take();
   void note(const xcb_generic_event_t& event);
+  void noteProperty(const xcb_property_notify_event_t& changed);
+  void noteWindow(xcb_window_t window);
   void askForAtoms();
   // Looks for the window manager and the window in front, now or when a look that is under way has ended.
   void look();
@@ -72,6 +75,8 @@ class X11Focus : public ApplicationInFront {
   void beSilent();
   bool isPassedOver(const Window& window) const;
   Application applicationOf(const Window& window) const;
+  // Its window is told of from now on, and the one before no longer.
+  void watchWindow(const Window& window);
   void select(xcb_window_t window, std::uint32_t events);
   void fail();
 
@@ -84,8 +89,8 @@ class X11Focus : public ApplicationInFront {
   RunLoop::Watch mWatch = 0;
   Scheduler::Ticket mTicket = 0;
   xcb_window_t mRoot = XCB_WINDOW_NONE;
-  xcb_window_t mManager = XCB_WINDOW_NONE;   // its own window, which goes with it
-  xcb_window_t mNameless = XCB_WINDOW_NONE;  // in front, without a class yet
+  xcb_window_t mManager = XCB_WINDOW_NONE;  // its own window, which goes with it
+  xcb_window_t mInFront = XCB_WINDOW_NONE;
   std::array<xcb_atom_t, atomCount> mAtoms{};
   bool mIsLooking = false;
   bool mIsToLook = false;

@@ -49,6 +49,14 @@ void X11Questions::property(xcb_window_t window, xcb_atom_t name, std::function<
                         }});
 }
 
+void X11Questions::mapping(xcb_window_t window, std::function<void(bool)> answered) {
+  const auto cookie = xcb_get_window_attributes(connection(), window);
+  mQuestions.push_back({cookie.sequence, [answered = std::move(answered)](const void* reply) {
+                          const auto* known = static_cast<const xcb_get_window_attributes_reply_t*>(reply);
+                          answered(known != nullptr && known->map_state != XCB_MAP_STATE_UNMAPPED);
+                        }});
+}
+
 void X11Questions::flush() {
   xcb_flush(connection());
 }

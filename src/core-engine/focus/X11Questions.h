@@ -32,6 +32,8 @@ class X11Questions {
   // answered is called from takeAnswers(), in the order of the questions; the atom is XCB_ATOM_NONE after an error.
   void atom(const std::string& name, std::function<void(xcb_atom_t)> answered);
   void property(xcb_window_t window, xcb_atom_t name, std::function<void(const X11Property&)> answered);
+  // Whether the window is there and mapped.
+  void mapping(xcb_window_t window, std::function<void(bool isMapped)> answered);
   // Sends what was asked for.
   void flush();
 
