@@ -32,8 +32,7 @@ class Window {
     const auto process = static_cast<std::uint32_t>(getpid());
     setProperty(atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &process);
     setProperty(atom("_NET_WM_NAME"), atom("UTF8_STRING"), 8, name.size(), name.data());
-    xcb_map_window(mConnection, mWindow);
-    xcb_flush(mConnection);
+    show();
   }
   ~Window() { xcb_disconnect(mConnection); }
   Window(const Window&) = delete;
@@ -44,10 +43,16 @@ class Window {
   bool serve() {
     while (const std::unique_ptr<xcb_generic_event_t, Free> event{xcb_poll_for_event(mConnection)}) {
       if ((event->response_type & 0x7f) != XCB_MAP_NOTIFY) continue;
+      mIsShown = true;
       std::puts("shown");
       std::fflush(stdout);
     }
     return xcb_connection_has_error(mConnection) == 0;
+  }
+  bool isShown() const { return mIsShown; }
+  void show() {
+    xcb_map_window(mConnection, mWindow);
+    xcb_flush(mConnection);
   }
   void comeToFront() {
     xcb_client_message_event_t message{};
@@ -75,6 +80,7 @@ class Window {
   xcb_connection_t* mConnection;
   xcb_window_t mRoot = XCB_WINDOW_NONE;
   xcb_window_t mWindow = XCB_WINDOW_NONE;
+  bool mIsShown = false;
 };
 
 }  // namespace
@@ -83,7 +89,12 @@ int main(int argc, char** argv) {
   if (argc != 3) return 2;
   Window window(argv[1], argv[2]);
   std::array<pollfd, 2> watched{{{window.descriptor(), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}}};
-  while (window.serve() && poll(watched.data(), watched.size(), -1) > 0) {
+  // A window manager that is only starting may miss what asks to be shown.
+  constexpr int patience = 300;
+  while (window.serve()) {
+    const int count = poll(watched.data(), watched.size(), window.isShown() ? -1 : patience);
+    if (count < 0) break;
+    if (count == 0) window.show();
     if (watched[1].revents == 0) continue;
     std::array<char, 256> line{};
     const ssize_t length = read(STDIN_FILENO, line.data(), line.size());
