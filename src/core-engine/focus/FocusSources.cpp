@@ -93,6 +93,8 @@ void FocusSources::find() {
   mIsFinding = true;
   mDisplays.watch([this] {
     if (mSource && mSource->state() == State::Works) return;
+    // What has come is not kept waiting for what has failed.
+    mScheduler.cancel(std::exchange(mRetry, 0));
     mRetries = 0;
     retryLater();
   });
