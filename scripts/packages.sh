@@ -5,7 +5,7 @@
 # To build and start the programs.
 build_packages=(
   cmake g++ ninja-build pkg-config
-  libexpat1-dev libsystemd-dev libevdev-dev libudev-dev
+  libexpat1-dev libsystemd-dev libevdev-dev libudev-dev libxcb1-dev
   qt6-base-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools libgl-dev
   libqt6svg6
   librsvg2-bin python3

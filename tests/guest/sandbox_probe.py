@@ -34,6 +34,11 @@ def see_temporary_files():
         raise OSError(errno.ENOENT, "")
 
 
+def connect_to_x_server():
+    with socket.socket(socket.AF_UNIX) as connection:
+        connection.connect("/tmp/.X11-unix/X99")
+
+
 def see_writable_usr():
     if os.statvfs("/usr").f_flag & os.ST_RDONLY:
         raise OSError(errno.EROFS, "")
@@ -69,6 +74,7 @@ ATTEMPTS = {
     "writes in the run-time folder": lambda: write(pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "file"),
     "sees a /usr that can be written to": see_writable_usr,
     "sees the temporary files of others": see_temporary_files,
+    "connects to an X server": connect_to_x_server,
     "writes temporary files": lambda: write(pathlib.Path("/tmp/file")),
     "reads a mouse": lambda: read_node("Plain mouse"),
     "reads the keys of a mouse": lambda: read_node("Mouse with keys Keyboard"),

@@ -13,6 +13,7 @@ import pathlib
 import re
 import shutil
 import signal
+import socket
 import subprocess
 import sys
 import time
@@ -234,6 +235,12 @@ def drop_in(text):
 def sandbox_refuses():
     """The probe in the place of the engine, with all other lines of the unit; and without any."""
     pathlib.Path("/tmp/of-somebody-else").touch()
+    # Listens like an X server, until this program ends.
+    pathlib.Path("/tmp/.X11-unix").mkdir(exist_ok=True)
+    server = socket.socket(socket.AF_UNIX)
+    server.bind("/tmp/.X11-unix/X99")
+    server.listen()
+    os.chmod("/tmp/.X11-unix/X99", 0o777)
     probe = "/usr/local/bin/sandbox_probe.py"
     inside, outside = STATE / "probe", as_file_of_user(HOME / "probe/result", "")
     systemctl("stop", UNIT)
