@@ -29,8 +29,7 @@ FocusService::FocusService(Scheduler& scheduler, FocusSources& sources, Question
     : mScheduler(scheduler), mSources(sources), mQuestions(std::move(questions)) {}
 
 FocusService::~FocusService() {
-  mScheduler.cancel(mProbe);
-  mScheduler.cancel(mTelling);
+  for (const Scheduler::Ticket each : {mProbe, mLetGo, mTelling}) mScheduler.cancel(each);
 }
 
 bool FocusService::start(std::string& error) {
@@ -90,8 +89,9 @@ void FocusService::endProbe() {
   const PropertyList told = state();
   for (const BusReturn& answer : std::exchange(mProbing, {})) answer(BusReply::success({told}));
   // Not within what has brought it.
-  mProbe = mScheduler.after(Scheduler::Duration::zero(), [this] {
-    mProbe = 0;
+  if (mLetGo != 0) return;
+  mLetGo = mScheduler.after(Scheduler::Duration::zero(), [this] {
+    mLetGo = 0;
     updateUse();
   });
 }

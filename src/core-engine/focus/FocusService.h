@@ -58,6 +58,7 @@ class FocusService {
   std::unique_ptr<BusObject> mObject;
   std::vector<BusReturn> mProbing;  // wait until it is known what is in front
   Scheduler::Ticket mProbe = 0;
+  Scheduler::Ticket mLetGo = 0;
   Scheduler::Ticket mTelling = 0;
   PropertyList mTold;
 };
