@@ -19,16 +19,11 @@ namespace {
 
 constexpr std::size_t maximumAuthority = std::size_t{1} << 20;
 
-std::string hostName() {
-  std::array<char, 256> name{};
-  return gethostname(name.data(), name.size() - 1) == 0 ? std::string(name.data()) : std::string();
-}
-
 // Takes the descriptor. None where there is an error.
 X11Connection connectTo(int descriptor, int display, const std::string& authority) {
   Bytes file;
   readRegularFile(authority, maximumAuthority, file);
-  auto key = x11KeyIn(file, hostName(), display);
+  auto key = x11KeyIn(file, localHostName(), display);
   xcb_auth_info_t info{};
   if (key) {
     info = {static_cast<int>(key->name.size()), key->name.data(), static_cast<int>(key->data.size()), key->data.data()};
@@ -55,6 +50,11 @@ std::thread threadWithoutSignals(const std::function<void()>& work) {
 }
 
 }  // namespace
+
+std::string localHostName() {
+  std::array<char, 256> name{};
+  return gethostname(name.data(), name.size() - 1) == 0 ? std::string(name.data()) : std::string();
+}
 
 struct X11Connector::Attempt {
   explicit Attempt(int descriptor) : socket(descriptor) {}

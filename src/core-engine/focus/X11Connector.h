@@ -45,4 +45,7 @@ class X11Connector {
   std::thread mThread;
 };
 
+// As X servers and windows name this machine; empty where it has none.
+std::string localHostName();
+
 }  // namespace vorn::engine

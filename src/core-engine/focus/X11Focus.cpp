@@ -1,7 +1,5 @@
 #include "core-engine/focus/X11Focus.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -30,11 +28,6 @@ int screenOf(const std::string& display) {
   return screen;
 }
 
-std::string hostName() {
-  std::array<char, 256> name{};
-  return gethostname(name.data(), name.size() - 1) == 0 ? std::string(name.data()) : std::string();
-}
-
 // The two texts of WM_CLASS, each ended by a null byte ("Inter-Client Communication Conventions Manual").
 std::pair<std::string, std::string> instanceAndClass(const std::string& names) {
   const std::size_t end = std::min(names.find('\0'), names.size());
@@ -49,7 +42,7 @@ X11Focus::X11Focus(RunLoop& loop, Scheduler& scheduler, Server server, Handlers 
       mLoop(loop),
       mScheduler(scheduler),
       mServer(std::move(server)),
-      mHost(hostName()) {}
+      mHost(localHostName()) {}
 
 X11Focus::~X11Focus() {
   mScheduler.cancel(mTicket);
