@@ -5,7 +5,7 @@
 # To build and start the programs.
 build_packages=(
   cmake g++ ninja-build pkg-config
-  libexpat1-dev libsystemd-dev libevdev-dev libudev-dev libxcb1-dev
+  libexpat1-dev libsystemd-dev libevdev-dev libudev-dev libwayland-dev libxcb1-dev
   qt6-base-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools libgl-dev
   libqt6svg6
   librsvg2-bin python3
@@ -19,7 +19,7 @@ test_packages=(
   xvfb xauth fonts-dejavu-core
   openbox libxcb-xinput-dev libxcb-xtest0-dev
   ratbagd
-  sway qt6-wayland libwayland-dev
+  sway qt6-wayland foot
   appstream mandoc man-db zsh fish
 )
 # To make the Debian package, besides what builds the programs.

@@ -13,6 +13,7 @@
 #include "core-engine/ShortTurns.h"
 #include "core-engine/device/linux/LinuxMice.h"
 #include "core-engine/focus/DesktopEntries.h"
+#include "core-engine/focus/WaylandApplications.h"
 #include "core-engine/focus/X11Focus.h"
 #include "core-engine/play/DesktopProgramLauncher.h"
 #include "core-engine/requests/Farewell.h"
@@ -35,6 +36,9 @@ FocusSources::Makers focusMakers(RunLoop& loop, Scheduler& scheduler) {
   makers.x11 = [&loop, &scheduler](const FoundDisplays& displays, const ApplicationInFront::Handlers& handlers) {
     const X11Focus::Server server{displays.x11Socket, displays.x11Display, displays.x11Authority};
     return std::make_unique<X11Focus>(loop, scheduler, server, handlers);
+  };
+  makers.wlroots = [&loop, &scheduler](const FoundDisplays& displays, const ApplicationInFront::Handlers& handlers) {
+    return std::make_unique<WaylandApplications>(loop, scheduler, displays.waylandSocket, handlers);
   };
   return makers;
 }

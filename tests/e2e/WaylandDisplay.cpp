@@ -1,13 +1,11 @@
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <string_view>
 #include <thread>
 
 #include "e2e/Display.h"
 #include "e2e/VirtualKeyboard.h"
 #include "model/KernelKeys.h"
-#include "support/ChildProcess.h"
+#include "support/Sway.h"
 
 namespace vorn::test {
 
@@ -19,14 +17,12 @@ constexpr std::chrono::seconds patience{60};
 
 // Keys repeat as soon as they are held, so that repetitions come between any two strokes.
 constexpr const char* swayConfiguration =
-    "output * resolution 1600x1200\n"
     "default_border none\n"
     "focus_follows_mouse no\n"
     "input * {\n"
     "  repeat_delay 1\n"
     "  repeat_rate 100\n"
-    "}\n"
-    "exec printf 'socket %s\\n' \"$WAYLAND_DISPLAY\"\n";
+    "}\n";
 
 // The bit that XKB gives a modifier; 0 for other keys.
 std::uint32_t bitOf(std::uint16_t usage) {
@@ -37,26 +33,12 @@ std::uint32_t bitOf(std::uint16_t usage) {
 
 class WaylandDisplay : public Display {
  public:
-  ~WaylandDisplay() override {
-    mKeyboard.reset();
-    if (!mSway) return;
-    mSway->signal(15);
-    mSway->waitForEnd();
-  }
-
   bool start(const std::string& folder) {
-    std::ofstream(folder + "/config") << swayConfiguration;
+    mSway = Sway::start(folder, swayConfiguration);
+    if (!mSway) return false;
     setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
-    setenv("SWAYSOCK", (folder + "/sway").c_str(), 1);
-    mSway = std::make_unique<ChildProcess>(std::vector<std::string>{
-        NOT_ROOT_PROGRAM, "env", "WLR_BACKENDS=headless", "WLR_RENDERER=pixman", "WLR_LIBINPUT_NO_DEVICES=1",
-        "LIBSEAT_BACKEND=noop", "sway", "--config", folder + "/config"});
-    constexpr std::string_view said = "socket ";
-    const auto line = mSway->waitForLine([&](const std::string& each) { return each.starts_with(said); }, patience);
-    if (!line) return false;
-    const std::string socket = folder + "/" + line->substr(said.size());
-    setenv("WAYLAND_DISPLAY", socket.c_str(), 1);
-    mKeyboard = VirtualKeyboard::plug(socket);
+    setenv("WAYLAND_DISPLAY", mSway->socket().c_str(), 1);
+    mKeyboard = VirtualKeyboard::plug(mSway->socket());
     return mKeyboard != nullptr;
   }
 
@@ -66,7 +48,7 @@ class WaylandDisplay : public Display {
     const std::string kind = window == Window::Sheet ? "floating" : "tiling";
     const std::string windowInFront = "[con_id=__focused__ " + kind + " pid=" + std::to_string(process) + "] nop";
     const auto end = std::chrono::steady_clock::now() + patience;
-    while (!obeys(windowInFront)) {
+    while (!mSway->obeys(windowInFront)) {
       if (std::chrono::steady_clock::now() > end) return false;
       std::this_thread::sleep_for(milliseconds(20));
     }
@@ -87,17 +69,12 @@ class WaylandDisplay : public Display {
     return mKeyboard->flush() ? times : std::vector<milliseconds>();
   }
 
-  bool closeWindow(pid_t process) override { return obeys("[pid=" + std::to_string(process) + "] kill"); }
+  bool closeWindow(pid_t process) override { return mSway->obeys("[pid=" + std::to_string(process) + "] kill"); }
 
-  bool takeFocus() override { return obeys("workspace 2"); }
+  bool takeFocus() override { return mSway->obeys("workspace 2"); }
 
  private:
-  // Whether Sway did what it was told; it has done it then.
-  static bool obeys(const std::string& command) {
-    return ChildProcess({"swaymsg", "--quiet", command}).waitForEnd(patience) == 0;
-  }
-
-  std::unique_ptr<ChildProcess> mSway;
+  std::unique_ptr<Sway> mSway;  // outlives the keyboard
   std::unique_ptr<VirtualKeyboard> mKeyboard;
   std::uint32_t mModifiers = 0;
   milliseconds mTime{1'000'000};
@@ -108,7 +85,7 @@ class WaylandDisplay : public Display {
 std::unique_ptr<Display> startWaylandDisplay(const std::string& folder) {
   auto display = std::make_unique<WaylandDisplay>();
   if (display->start(folder)) return display;
-  std::fputs("No display: Sway did not start\n", stderr);
+  std::fputs("No display: its keyboard cannot be plugged\n", stderr);
   return nullptr;
 }
 

@@ -12,6 +12,7 @@ KINDS = {
     "expat": r"expat\.h",
     "libevdev": r"libevdev/libevdev(-uinput)?\.h",
     "libudev": r"libudev\.h",
+    "libwayland-client": r"wayland-client\.h",
     "libxcb": r"xcb/xcb(ext)?\.h",
 }
 INCLUDE = re.compile(r"\s*#\s*include\b\s*(.*)")
