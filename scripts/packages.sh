@@ -20,7 +20,7 @@ test_packages=(
   openbox libxcb-xinput-dev libxcb-xtest0-dev
   ratbagd
   sway qt6-wayland foot
-  appstream mandoc man-db zsh fish
+  appstream mandoc man-db zsh fish nodejs
 )
 # To make the Debian package, besides what builds the programs.
 package_packages=(dpkg-dev file)

@@ -13,6 +13,7 @@
 #include "core-engine/ShortTurns.h"
 #include "core-engine/device/linux/LinuxMice.h"
 #include "core-engine/focus/DesktopEntries.h"
+#include "core-engine/focus/KWinApplications.h"
 #include "core-engine/focus/WaylandApplications.h"
 #include "core-engine/focus/X11Focus.h"
 #include "core-engine/play/DesktopProgramLauncher.h"
@@ -39,6 +40,9 @@ FocusSources::Makers focusMakers(RunLoop& loop, Scheduler& scheduler) {
   };
   makers.wlroots = [&loop, &scheduler](const FoundDisplays& displays, const ApplicationInFront::Handlers& handlers) {
     return std::make_unique<WaylandApplications>(loop, scheduler, displays.waylandSocket, handlers);
+  };
+  makers.kwin = [&scheduler](const FoundDisplays&, const ApplicationInFront::Handlers& handlers) {
+    return std::make_unique<KWinApplications>(scheduler, sharedFile("focus/kwin.js"), handlers);
   };
   return makers;
 }

@@ -111,11 +111,15 @@ std::string usualStateFolder() {
   return home.starts_with('/') ? home + "/.local/state/vorn-core-engine" : std::string();
 }
 
-std::string usualDefaultsFile() {
+std::string sharedFile(std::string_view path) {
   std::error_code error;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
   if (error) return {};
-  return (program.parent_path().parent_path() / "share/skarn-configurator/Skarn.plist").string();
+  return (program.parent_path().parent_path() / "share/skarn-configurator" / path).string();
+}
+
+std::string usualDefaultsFile() {
+  return sharedFile("Skarn.plist");
 }
 
 }  // namespace vorn::engine

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "core-engine/device/Device.h"
@@ -32,7 +33,11 @@ std::string helpText();
 // 0.8). Empty where there is no home folder either.
 std::string usualStateFolder();
 
-// The default-settings file that was installed or built with this program; empty when the program cannot find itself.
+// The path of a file that was installed or built with this program, by its path in the folder that they share; empty
+// when the program cannot find itself.
+std::string sharedFile(std::string_view path);
+
+// The default-settings file among them.
 std::string usualDefaultsFile();
 
 }  // namespace vorn::engine

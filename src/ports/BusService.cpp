@@ -82,6 +82,10 @@ bool BusService::isThere() const {
   return !mState->owner.empty();
 }
 
+const std::string& BusService::owner() const {
+  return mState->owner;
+}
+
 bool BusService::hasBus() const {
   return mState->connection != nullptr;
 }

@@ -34,6 +34,8 @@ class BusService {
   BusService& operator=(const BusService&) = delete;
 
   bool isThere() const;
+  // The unique bus name of the connection that it is; empty while it is not there.
+  const std::string& owner() const;
   // False where there was no bus to begin with.
   bool hasBus() const;
 

@@ -43,7 +43,13 @@ void FocusSources::setUsed(bool isUsed) {
 }
 
 void FocusSources::setTold(const std::string& connection, const Application& application) {
-  if (mSource && mSource->takeTold(connection, application)) return;
+  if (mSource && mSource->takeTold(connection, application)) {
+    // What it told before the source was there counts no more.
+    if (!mTold || mTold->connection != connection) return;
+    mTold.reset();
+    mTeller.reset();
+    return mChanged();
+  }
   const bool isOther = !mTold || mTold->connection != connection;
   if (!isOther && mTold->application == application) return;
   mTold = Told{connection, application};
