@@ -987,6 +987,46 @@
         <source>There is no folder “%1”</source>
         <translation>There is no folder “%1”</translation>
     </message>
+    <message id="lkeyFollowingKDE">
+        <source>KDE Plasma</source>
+        <translation>KDE Plasma</translation>
+    </message>
+    <message id="lkeyFollowingNeedsDesktop">
+        <source>Auto switch does not work on this desktop, which does not tell which application is in front.</source>
+        <translation>Auto switch does not work on this desktop, which does not tell which application is in front.</translation>
+    </message>
+    <message id="lkeyFollowingNeedsDisplay">
+        <source>Auto switch does not work: the core engine cannot reach the desktop. Log out and in again.</source>
+        <translation>Auto switch does not work: the core engine cannot reach the desktop. Log out and in again.</translation>
+    </message>
+    <message id="lkeyFollowingNeedsExtension">
+        <source>Auto switch needs Skarn's extension for GNOME. Turn it on in the Extensions app; if it is not listed there, log out and in again first.</source>
+        <translation>Auto switch needs Skarn's extension for GNOME. Turn it on in the Extensions app; if it is not listed there, log out and in again first.</translation>
+    </message>
+    <message id="lkeyFollowingNeedsKDE">
+        <source>Auto switch does not work: KDE Plasma does not tell Skarn which application is in front. Log out and in again.</source>
+        <translation>Auto switch does not work: KDE Plasma does not tell Skarn which application is in front. Log out and in again.</translation>
+    </message>
+    <message id="lkeyFollowingOffer">
+        <source>Auto switch makes a profile active while its application is in front. It works on this desktop.</source>
+        <translation>Auto switch makes a profile active while its application is in front. It works on this desktop.</translation>
+    </message>
+    <message id="lkeyFollowingProgram">
+        <source>an extension of the desktop</source>
+        <translation>an extension of the desktop</translation>
+    </message>
+    <message id="lkeyFollowingWayland">
+        <source>the Wayland desktop</source>
+        <translation>the Wayland desktop</translation>
+    </message>
+    <message id="lkeyFollowingWorks">
+        <source>Auto switch works on this desktop: %1 tells which application is in front.</source>
+        <translation>Auto switch works on this desktop: %1 tells which application is in front.</translation>
+    </message>
+    <message id="lkeyFollowingX11">
+        <source>X11</source>
+        <translation>X11</translation>
+    </message>
     <message id="lkeyForgetTaught">
         <source>Forget What Was Taught</source>
         <translation>Forget What Was Taught</translation>

@@ -9,6 +9,7 @@
 #include <QToolButton>
 #include <utility>
 
+#include "app/FocusState.h"
 #include "app/HistoryControls.h"
 #include "app/MouseChoice.h"
 #include "app/MouseControls.h"
@@ -116,6 +117,7 @@ void MouseMainController::awakeFromNib() {
   wireHistory();
   wireMice();
   wireTray();
+  wireFocus();
   // Looks at events before what was made earlier.
   mTypedKeys = std::make_unique<TypedKeys>(
       mServices.link, mWindow,
@@ -137,12 +139,13 @@ void MouseMainController::awakeFromNib() {
 }
 
 void MouseMainController::wireControls() {
-  const auto tellMacros = [this] {
+  const auto tabChanged = [this] {
     mMouseMacrosController->tabViewDidSelectTabViewItem(mMouseTabView->currentWidget());
+    askForFocus();
   };
-  connect(mMouseTabView, &QTabWidget::currentChanged, this, tellMacros);
+  connect(mMouseTabView, &QTabWidget::currentChanged, this, tabChanged);
   // The window may open on the Macros tab.
-  tellMacros();
+  tabChanged();
   connect(&mWindow.stateStrip(), &StateStrip::buttonClicked, this, [this] {
     if (mPresence == Presence::NoDevice) return mMouseControls->openSheet();
     startEngine(true);
@@ -193,6 +196,12 @@ void MouseMainController::wireTray() {
   });
   connect(mMouseMacrosController->mRecordMacroDetails(), &QAbstractButton::toggled, this,
           &MouseMainController::tellTray, Qt::QueuedConnection);
+}
+
+void MouseMainController::wireFocus() {
+  mFocusState = std::make_unique<FocusState>(mServices.link);
+  connect(mFocusState.get(), &FocusState::changed, mMouseProfilesController,
+          [this] { mMouseProfilesController->setFocusState(mFocusState->state()); });
 }
 
 void MouseMainController::createLocalPort() {
@@ -256,6 +265,7 @@ void MouseMainController::initializeDevice() {
   mHasStarted = true;
   mTrayControls->begin();
   askForMice();
+  askForFocus();
   registerNotifications();
   registerHelpBook();
   FWQueryThreadAboutToRun();

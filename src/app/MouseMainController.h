@@ -46,6 +46,7 @@ namespace skarn {
 
 class BusyIndicator;
 class DeviceConnectionSheet;
+class FocusState;
 class HistoryControls;
 class MouseButtonController;
 class MouseChoice;
@@ -288,6 +289,9 @@ class MouseMainController : public QObject,
   void wireMice();
   // The mice are asked for as long as there is an engine, with a mouse or without.
   void askForMice();
+  void wireFocus();
+  // The application in front is asked for while the Profiles tab tells of it.
+  void askForFocus();
   // The tabs learn what the mouse in use lacks.
   void showWhatMouseLacks();
   void wireTray();
@@ -355,6 +359,7 @@ class MouseMainController : public QObject,
 
   std::unique_ptr<SettingsHistory> mHistory;
   std::unique_ptr<HistoryControls> mHistoryControls;
+  std::unique_ptr<FocusState> mFocusState;
   std::unique_ptr<MouseChoice> mMouseChoice;
   std::unique_ptr<MouseControls> mMouseControls;
   std::unique_ptr<TrayControls> mTrayControls;

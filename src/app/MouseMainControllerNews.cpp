@@ -4,6 +4,7 @@
 #include <charconv>
 #include <chrono>
 
+#include "app/FocusState.h"
 #include "app/MouseChoice.h"
 #include "app/MouseMainController.h"
 #include "app/MouseMainWindow.h"

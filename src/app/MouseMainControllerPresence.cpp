@@ -10,6 +10,7 @@
 #include <bitset>
 #include <utility>
 
+#include "app/FocusState.h"
 #include "app/HistoryControls.h"
 #include "app/MouseChoice.h"
 #include "app/MouseControls.h"
@@ -148,6 +149,7 @@ void MouseMainController::engineWent() {
   mIsEngineThere = false;
   mIsEngineGone = true;
   askForMice();
+  askForFocus();
   if (!mHasStarted) return;
   mServices.report("the engine has gone");
   hideErrorDialog();
@@ -165,6 +167,7 @@ void MouseMainController::engineCame() {
   // What told that there is no engine, or why it did not start.
   closeSheetsOfTabs();
   askForMice();
+  askForFocus();
   setMFirmwareVersionString({});
   const PropertyList answer = registerDevice();
   if (answer.isNone()) {
@@ -267,6 +270,15 @@ void MouseMainController::askForMice() {
     mMouseChoice->begin();
   } else {
     mMouseChoice->end();
+  }
+}
+
+void MouseMainController::askForFocus() {
+  if (!mHasStarted || !mIsEngineThere) return mFocusState->end();
+  if (mMouseTabView->currentWidget() == mMouseProfilesController) {
+    mFocusState->begin();
+  } else {
+    mFocusState->rest();
   }
 }
 

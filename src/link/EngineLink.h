@@ -144,6 +144,10 @@ class EngineLink {
   // The same for the mice. Both functions are there, or none, to end it.
   virtual void watchMice(MiceNews news) = 0;
   virtual void askMice(const MiceRequest& request, std::function<void(const MiceAnswer&)> done) = 0;
+  // The same for the application in front: its state, by the keys of protocol/Focus.h, or none where nobody answers. An
+  // engine that no profile needs it for finds it out now, which takes some time.
+  virtual void watchFocus(std::function<void()> changed) = 0;
+  virtual void askFocus(std::function<void(const PropertyList& state)> done) = 0;
   // Polls the slot at most polls times with interval in between and ends as soon as it holds a dictionary; true when
   // it does. One thread at a time, as a rule the main thread.
   virtual bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) = 0;

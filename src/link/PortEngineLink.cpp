@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "model/VrCoreUtility.h"
+#include "protocol/Focus.h"
 #include "protocol/History.h"
 #include "protocol/Mice.h"
 #include "protocol/TypedKeys.h"
@@ -307,6 +308,18 @@ void PortEngineLink::watchMice(MiceNews news) {
 void PortEngineLink::askMice(const MiceRequest& request, std::function<void(const MiceAnswer&)> done) {
   askBeside({mice::objectPath, mice::interface, methodOf(request.call), inputsOf(request)},
             [done = std::move(done)](const BusAnswer& answer) { done(miceAnswerOf(answer)); });
+}
+
+void PortEngineLink::watchFocus(std::function<void()> changed) {
+  mFocusWatch.reset();
+  if (!changed) return;
+  watchBeside(mFocusWatch, {focus::objectPath, focus::interface, focus::signalNames::Changed},
+              [changed = std::move(changed)](const PropertyList&) { changed(); });
+}
+
+void PortEngineLink::askFocus(std::function<void(const PropertyList& state)> done) {
+  askBeside({focus::objectPath, focus::interface, focus::methods::State, {}},
+            [done = std::move(done)](const BusAnswer& answer) { done(PropertyList::array(answer.values).at(0)); });
 }
 
 bool PortEngineLink::waitForReply(int polls, std::chrono::milliseconds interval) {

@@ -48,6 +48,8 @@ class PortEngineLink : public EngineLink {
   void askHistory(const HistoryRequest& request, std::function<void(const HistoryAnswer&)> done) override;
   void watchMice(MiceNews news) override;
   void askMice(const MiceRequest& request, std::function<void(const MiceAnswer&)> done) override;
+  void watchFocus(std::function<void()> changed) override;
+  void askFocus(std::function<void(const PropertyList& state)> done) override;
   bool waitForReply(int polls = maximumPolls, std::chrono::milliseconds interval = pollInterval) override;
   PropertyList reply() const override;
   void emptySlot() override;
@@ -83,6 +85,7 @@ class PortEngineLink : public EngineLink {
   std::optional<PortWatch> mEngineWatch;
   std::optional<SignalWatch> mHistoryWatch;
   std::optional<SignalWatch> mMiceWatch;
+  std::optional<SignalWatch> mFocusWatch;
   std::optional<SignalWatch> mTaughtWatch;
   ReplySlot mSlot;
   std::mutex mReplyLoopMutex;

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -17,6 +18,7 @@
 #include "platform/SettingsText.h"
 #include "platform/ShownName.h"
 #include "profiles/AutoSwitchCell.h"
+#include "profiles/FollowingText.h"
 #include "profiles/NSTableViewSubClass.h"
 #include "profiles/ProfileComparisonSheet.h"
 #include "profiles/ProfileImportSheet.h"
@@ -54,6 +56,8 @@ MouseProfilesController::MouseProfilesController(QWidget* parent)
   connect(mUi->mAddProfile, &QAbstractButton::clicked, this, [this] { clickAdd(); });
   connect(mUi->mDeleteProfile, &QAbstractButton::clicked, this, [this] { clickDelete(); });
   connect(mUi->mEnableOnScreenDisplay, &QAbstractButton::clicked, this, &MouseProfilesController::tickEnableOnScreen);
+  // Its place stays while there is nothing to tell.
+  mUi->mFollowing->setMinimumHeight(mUi->mFollowing->fontMetrics().height());
   tintIcons();
   explainControls();
 }
@@ -265,6 +269,19 @@ void MouseProfilesController::setMProfilesArray(const PropertyList& profiles) {
   // What the tab does itself it tells behind the reload.
   if (profiles.arrayOrEmpty() != profilesArray) mUi->mProfileNotice->fallSilent();
   profilesArray = profiles.arrayOrEmpty();
+  tellFollowing();
+}
+
+void MouseProfilesController::setFocusState(const PropertyList& state) {
+  focusState = state;
+  tellFollowing();
+}
+
+void MouseProfilesController::tellFollowing() {
+  const bool isAskedFor = std::ranges::any_of(profilesArray.elements(), [](const PropertyList& profile) {
+    return numberOf(profile, keys::AutoSwitchOn).value_or(0) != 0;
+  });
+  mUi->mFollowing->setText(followingText(focusState, isAskedFor));
 }
 
 void MouseProfilesController::refreshTableDisplay() {

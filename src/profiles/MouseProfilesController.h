@@ -77,6 +77,8 @@ class MouseProfilesController : public QWidget {
   // Sheets are shown on it; on the tab's own window as long as there is none.
   QWidget* mProfilesWindow() const { return profilesWindow; }
   void setMProfilesWindow(QWidget* window) { profilesWindow = window; }
+  // What the engine knows of the application in front (protocol/Focus.h); none where it does not tell.
+  void setFocusState(const vorn::PropertyList& state);
   // The record of the last rename; empty before the first.
   const vorn::PropertyList& mUserSettingsDict() const { return userSettingsDict; }
 
@@ -146,6 +148,7 @@ class MouseProfilesController : public QWidget {
   int activeProfile() const;  // -1 when there is none in the list
   int selectedRow() const;
   bool isFull() const;
+  void tellFollowing();
   QWidget* sheetParent() const;
 
   void setUpTable();
@@ -207,6 +210,7 @@ class MouseProfilesController : public QWidget {
   vorn::PropertyList deviceSettingsDict = vorn::PropertyList::dictionary();
   vorn::PropertyList profilesArray = vorn::PropertyList::array();
   vorn::PropertyList macrosArray = vorn::PropertyList::array();
+  vorn::PropertyList focusState;
   vorn::PropertyList defaultDict = vorn::PropertyList::dictionary();
   vorn::PropertyList userSettingsDict = vorn::PropertyList::dictionary();
   QVariant mTableObjectValue;  // the value that "auto switch" was last ticked with

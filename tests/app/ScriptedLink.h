@@ -58,6 +58,10 @@ class ScriptedLink : public vorn::EngineLink {
   // The same of the mice.
   bool answerMice(const vorn::MiceAnswer& answer) { return answerOldest(mMiceAsked, answer); }
 
+  std::function<void()> focusChanged;  // tells the hub of the application in front
+  std::size_t unansweredFocus() const { return mFocusAsked.size(); }
+  bool answerFocus(const vorn::PropertyList& state) { return answerOldest(mFocusAsked, state); }
+
   bool createLocalPort() override { return hasPort = true; }
   bool isEngineAvailable() override {
     ++lookUps;
@@ -95,6 +99,10 @@ class ScriptedLink : public vorn::EngineLink {
     miceRequests.push_back(request);
     mMiceAsked.push_back(std::move(done));
   }
+  void watchFocus(std::function<void()> changed) override { focusChanged = std::move(changed); }
+  void askFocus(std::function<void(const vorn::PropertyList&)> done) override {
+    mFocusAsked.push_back(std::move(done));
+  }
   bool waitForReply(int polls, std::chrono::milliseconds interval) override {
     if (!mSlot.isNone()) return true;
     unansweredWaits.push_back({polls, interval});
@@ -119,6 +127,7 @@ class ScriptedLink : public vorn::EngineLink {
   vorn::PropertyList mSlot;
   std::deque<std::function<void(const vorn::HistoryAnswer&)>> mHistoryAsked;
   std::deque<std::function<void(const vorn::MiceAnswer&)>> mMiceAsked;
+  std::deque<std::function<void(const vorn::PropertyList&)>> mFocusAsked;
 };
 
 }  // namespace skarn::test
