@@ -56,4 +56,12 @@ void Sway::kill() {
   mProcess->waitForEnd();
 }
 
+void Sway::pause() {
+  mProcess->signal(SIGSTOP);
+}
+
+void Sway::resume() {
+  mProcess->signal(SIGCONT);
+}
+
 }  // namespace vorn::test

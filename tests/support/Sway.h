@@ -20,8 +20,10 @@ class Sway {
   const std::string& socket() const { return mSocket; }  // the absolute path
   // Whether it did what it was told, in the words of sway(5); it has done it then.
   bool obeys(const std::string& command) const;
-  // As seen by programs whose compositor dies.
+  // As seen by programs whose compositor dies, or hangs for a while.
   void kill();
+  void pause();
+  void resume();
 
  private:
   Sway();
