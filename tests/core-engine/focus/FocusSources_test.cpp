@@ -10,6 +10,7 @@
 #include "core-engine/TestParts.h"
 #include "core-engine/focus/FocusFixture.h"
 #include "protocol/Focus.h"
+#include "support/PrivateBus.h"
 
 namespace vorn::engine::test {
 namespace {
@@ -211,6 +212,19 @@ TEST_F(FocusSourcesTest, TryRarelyWhatFailsAgainAndAgain) {
 
 TEST_F(FocusSourcesTest, LetASourceTakeWhatItsOwnProgramTells) {
   displays.displays = wayland;
+  use();
+  become(State::Failed);
+  source->own = ":1.7";
+  become(State::Works);
+  sources.setTold(":1.7", applicationNamed("chess"));
+  EXPECT_EQ(front(), "chess");
+  EXPECT_EQ(sources.source(), "kwin");
+}
+
+TEST_F(FocusSourcesTest, ForgetWhatASourcesOwnProgramToldBeforeItWasThere) {
+  const vorn::test::PrivateBus bus;
+  displays.displays = wayland;
+  sources.setTold(":1.7", applicationNamed("paint"));
   use();
   become(State::Failed);
   source->own = ":1.7";
