@@ -1,6 +1,7 @@
 // A mouse of the machine without nodes, as the services of the system know it.
 #include "core-engine/device/linux/LinuxMouse.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -56,6 +57,37 @@ TEST_F(LinuxMouseTest, TellsOfNoFirmwareVersionWhereTheServiceKnowsNone) {
   handleAll();
   EXPECT_EQ(mMouse.firmwareVersion(), "1.23");
   EXPECT_EQ(firmwareChanges(), 0);
+}
+
+TEST_F(LinuxMouseTest, CountsAsSomebodyHasSaidElseAsTheSystemSaysElseAsMostMiceDo) {
+  EXPECT_EQ(mMouse.resolution(), 800);
+  MouseHardware hardware = acme();
+  mMouse.update(hardware);
+  EXPECT_EQ(mMouse.resolution(), 800);
+  hardware.resolution = 1600;
+  mMouse.update(hardware);
+  EXPECT_EQ(mMouse.resolution(), 1600);
+  MouseRecord record;
+  record.resolution = 1200;
+  mMouse.setRecord(record);
+  EXPECT_EQ(mMouse.resolution(), 1200);
+  mMouse.setRecord({});
+  EXPECT_EQ(mMouse.resolution(), 1600);
+}
+
+TEST_F(LinuxMouseTest, IsOnItsCableOrItsReceiverOrAbsent) {
+  EXPECT_EQ(mMouse.connection(), Device::Connection::Absent);
+  MouseHardware hardware = acme();
+  mMouse.update(hardware);
+  EXPECT_EQ(mMouse.connection(), Device::Connection::Wired);
+  hardware.isWireless = true;
+  mMouse.update(hardware);
+  EXPECT_EQ(mMouse.connection(), Device::Connection::Wireless);
+  mMouse.update({});
+  EXPECT_EQ(mMouse.connection(), Device::Connection::Absent);
+  EXPECT_EQ(std::count(mEvents.begin(), mEvents.end(), DeviceEvent(ConnectionChanged{})), 3);
+  EXPECT_EQ(mMouse.firmwareVersion(), "");
+  EXPECT_EQ(mMouse.abilities(), DeviceAbilities{});
 }
 
 }  // namespace
