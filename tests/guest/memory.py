@@ -11,7 +11,7 @@ import re
 import sys
 import time
 
-from checks import wait_until
+from checks import check, finish, wait_until
 from desktop import KEYBOARD_NAME, is_grabbed, node_called
 from engine import Engine
 from hid_devices import MOUSE_TELLING_BATTERY, HidDevice, mouse_report
@@ -47,6 +47,7 @@ def tell(name, engine):
     share, own, written = (sum(sizes) for sizes in zip(*found.values()))
     print(f"{name}: {share / 1024:.2f} MB (budget {BUDGET:.0f}), {own / 1024:.2f} of them its own, "
           f"{written / 1024:.2f} of these written to")
+    check(f"{name} it is within its budget", share / 1024 <= BUDGET)
     for mapped, sizes in sorted(found.items(), key=lambda each: -each[1][0])[:12]:
         print(f"  {mapped:<28} {sizes[0]:5} kB, {sizes[1]:5} its own, {sizes[2]:5} written to", flush=True)
 
@@ -75,6 +76,7 @@ def main():
     engine.end()
     system.end()
     mouse.unplug()
+    finish(lambda: "\n".join(engine.log))
 
 
 if __name__ == "__main__":

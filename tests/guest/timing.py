@@ -14,7 +14,7 @@ import subprocess
 import sys
 import time
 
-from checks import wait_until
+from checks import check, finish, wait_until
 from desktop import KEYBOARD_NAME, is_grabbed, node_called
 from engine import Engine
 from hid_devices import MOUSE, HidDevice, mouse_report
@@ -26,6 +26,9 @@ KEY_A = 4
 EVENT_SIZE = 24  # struct input_event
 # The clock leaps while the guest waits for the disk of the machine below.
 PATIENCE = 3000
+# Microseconds, by the median.
+PASSING_BUDGET = 50
+PLAYING_BUDGET = 200
 
 
 class Trace:
@@ -78,6 +81,8 @@ def measure_passing(mouse, engine):
             delays.append(when - read)
             read = None
     tell("from the read of a report to its write", delays)
+    check("most reports are read one by one", len(delays) > COUNT // 2)
+    check(f"within {PASSING_BUDGET} µs by the median", statistics.median(delays) <= PASSING_BUDGET)
 
 
 def measure_playing(mouse, engine):
@@ -88,8 +93,10 @@ def measure_playing(mouse, engine):
     start = [when for when, is_write in calls if not is_write][0]
     writes = [when for when, is_write in calls if is_write]
     print(f"from the read of the press to the first event of a macro of {COUNT}: {writes[0] - start} µs")
-    tell("events of the macro behind their times, as counted from the first",
-         [when - writes[0] - 1000 * DELAY * number for number, when in enumerate(writes)])
+    late = [when - writes[0] - 1000 * DELAY * number for number, when in enumerate(writes)]
+    tell("events of the macro behind their times, as counted from the first", late)
+    check("all of the macro is written", len(late), COUNT)
+    check(f"within {PLAYING_BUDGET} µs of its times by the median", statistics.median(late) <= PLAYING_BUDGET)
 
 
 def main():
@@ -107,6 +114,7 @@ def main():
     measure_playing(mouse, engine)
     engine.end()
     mouse.unplug()
+    finish(lambda: "\n".join(engine.log))
 
 
 if __name__ == "__main__":
