@@ -64,8 +64,8 @@ class Engine:
         self.log = []
         self.start()
 
-    def start(self):
-        self.running = Reader([self._programs / "vorn-core-engine"], **self._settings)
+    def start(self, *options):
+        self.running = Reader([self._programs / "vorn-core-engine", *options], **self._settings)
         self.running.lines = self.log
         wait_until(lambda: self.ask("status")[0] == 0)
 

@@ -167,6 +167,27 @@ def follows_profiles(bench):
     check("and plays", keys(bench.play(end_of(ecodes.KEY_B))), COMBO_KEYS)
 
 
+def tells_what_is_held(bench):
+    bench.do("assign", GRID_Q, "default")
+    wait_until(lambda: not is_grabbed(bench.grid))
+    bench.desktop.after()
+    bench.mouse.type(KEY_W)
+    bench.desktop.after((ecodes.EV_KEY, ecodes.KEY_W, 1))
+    bench.do("assign", GRID_Q, "macro", "Combo")
+
+    def held():
+        return json.loads(bench.do("mice", "show", "--json"))["held"]
+    check("vornctl says which part is not used while a key on it is held", wait_until(held), [bench.grid])
+    words = f'"Acme Grid" is not used where something is held down ({bench.grid})'
+    told = bench.engine.ask("doctor")[1]
+    check("so does vornctl doctor", words in told or told)
+    bench.mouse.type()
+    check("it is used when the key is up", wait_until(lambda: is_grabbed(bench.grid)))
+    check("and that is told", held(), [])
+    node_called(KEYBOARD_NAME)
+    bench.is_ready()
+
+
 def records(bench):
     recording = bench.engine.begin("macros", "record", "--new", "Recorded")
     check("vornctl records", recording.tells("Recording macro"))
@@ -221,6 +242,24 @@ def keeps_its_choice(bench):
     check("it ends", bench.engine.stop(), 0)
     check("and leaves nothing", (wait_until(lambda: nodes_called(KEYBOARD_NAME) == []), is_grabbed(bench.grid)),
           (True, False))
+    bench.engine.start()
+
+
+def logs_nothing_that_passes(bench):
+    bench.engine.stop()
+    bench.engine.start("--verbose")
+    wait_until(lambda: is_grabbed(bench.grid))
+    node_called(KEYBOARD_NAME)
+    bench.is_ready()
+    bench.desktop.after()
+    check("an engine logs what clients ask for when it is told to", bool(wait_until(
+        lambda: any("answer" in line for line in bench.engine.log))))
+    before = list(bench.engine.log)
+    press(bench.mouse, KEY_W, KEY_Q, KEY_F12)
+    bench.mouse.move(x=3)
+    bench.desktop.after(end_of(ecodes.KEY_B), end_of(ecodes.KEY_F12), (ecodes.EV_REL, ecodes.REL_X, 3))
+    check("and nothing of what passes and plays", bench.engine.log[len(before):], [])
+    bench.engine.stop()
     bench.engine.start()
 
 
@@ -337,8 +376,9 @@ def says_what_is_forbidden(bench):
 
 def main():
     bench = Bench(sys.argv[1])
-    parts = (chooses, plays_a_macro, teaches_a_button, follows_profiles, records, leaves_nothing_pressed,
-             keeps_its_choice, types_into_x, types_into_wayland, uses_window, says_what_is_forbidden)
+    parts = (chooses, plays_a_macro, teaches_a_button, follows_profiles, tells_what_is_held, records,
+             leaves_nothing_pressed, keeps_its_choice, logs_nothing_that_passes, types_into_x, types_into_wayland,
+             uses_window, says_what_is_forbidden)
     for part in parts:
         # Nothing works without a mouse in use.
         if part is chooses or part.__name__ in (sys.argv[2:] or [each.__name__ for each in parts]):

@@ -6,7 +6,7 @@ from evdev import ecodes
 
 from checks import check, wait_until
 from desktop import KEYBOARD_NAME, POINTER_NAME, end_of, is_grabbed, keys, node_called, nodes_called, press, typed
-from hid_devices import BUS_BLUETOOTH, KEYBOARD, MOUSE_AND_KEYBOARD, HidDevice, UsbMouse
+from hid_devices import BUS_BLUETOOTH, KEYBOARD, KEYBOARD_AND_MOUSE, MOUSE_AND_KEYBOARD, HidDevice, UsbMouse
 from mice_bench import GRID_Q, GRID_W, KEY_A, KEY_F12, KEY_Q, Program, is_still, log
 
 TESTER = 59000
@@ -39,12 +39,43 @@ def follows_changes(bench):
     check("one that goes is told of", program.tells("changed"))
     check("and has gone", list(program.mice()), ["usb-1209:0010-SN-1"])
     keyboard.unplug()
+    leaves_alone_the_keys_of_a_keyboard(program)
     equal = UsbMouse("Grid", "0x0010", "SN-1")
     both = wait_until(lambda: len(mice := program.mice()) == 2 and mice)
     check("two mice with the same number are told apart", len(set(both)), 2)
     check("the first one keeps its ID", "usb-1209:0010-SN-1" in both)
+    takes_one_of_two(bench, equal, next(each for each in both if each != "usb-1209:0010-SN-1"))
     equal.unplug()
     check("one is left", wait_until(lambda: list(program.mice()) == ["usb-1209:0010-SN-1"]))
+
+
+def leaves_alone_the_keys_of_a_keyboard(program):
+    """Also of who may read them, as this program may."""
+    device = HidDevice("Acme Both", KEYBOARD_AND_MOUSE, 0x22, BUS_BLUETOOTH, "11:22:33:44:55:66", "aa:bb:cc:dd:ee:f0")
+    identifier = "bluetooth-1209:0022-aa:bb:cc:dd:ee:f0"
+    pointer, keyboard = node_called("Acme Both Mouse"), node_called("Acme Both Keyboard")
+    wait_until(lambda: identifier in program.mice())
+    check("of a keyboard with a pointer only the pointer is a mouse", (
+        os.access(keyboard, os.R_OK), program.mice().get(identifier, [""] * 4)[3]), (True, pointer))
+    device.unplug()
+    wait_until(lambda: identifier not in program.mice())
+
+
+def takes_one_of_two(bench, equal, identifier):
+    """Of equal mice, the one that was chosen; the identifier is the other's."""
+    others = wait_until(lambda: len(nodes := bench.program.mice()[identifier][3].split(",")) == 2 and nodes)
+    bench.assign(GRID_Q)
+    check("of two equal mice the chosen one is taken", wait_until(lambda: is_grabbed(bench.grid)))
+    check("and the other one is not", [is_grabbed(node) for node in others], [False, False])
+    bench.is_ready()
+    bench.desktop.after()
+    press(equal, KEY_Q)
+    press(bench.mouse, KEY_Q)
+    check("one plays what is assigned, and the other types its key", sorted(keys(bench.desktop.after(
+        end_of(ecodes.KEY_Q), end_of(ecodes.KEY_A)))),
+          sorted([("Acme Grid", "KEY_Q", 1), ("Acme Grid", "KEY_Q", 0), *typed("KEY_A")]))
+    bench.assign()
+    wait_until(lambda: bench.program.open_nodes() == [])
 
 
 def leaves_alone_what_it_does_not_need(bench):

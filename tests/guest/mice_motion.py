@@ -32,15 +32,17 @@ def replaces_wheel(bench):
     desktop.after()
     for wheel in [1] * 24 + [-1] * 16:
         mouse.send(mouse_report(wheel=wheel))
+    mouse.send(mouse_report(side=1))
     mouse.send(mouse_report(buttons=SIDE_BUTTON))
     mouse.send(mouse_report())
     found = desktop.after(end_of(ecodes.BTN_SIDE), end_of(ecodes.KEY_B))
     check("three steps up are three keys", [row for row in keys(found) if row[1] == "KEY_B"],
           typed("KEY_B", "KEY_B", "KEY_B"))
     turns = {code: [event[3] for event in found if event[1:3] == (ecodes.EV_REL, code)]
-             for code in (ecodes.REL_WHEEL, ecodes.REL_WHEEL_HI_RES)}
-    check("of the wheel only the turn down is left, in both kinds", turns,
-          {ecodes.REL_WHEEL: [-1, -1], ecodes.REL_WHEEL_HI_RES: [-15] * 16})
+             for code in (ecodes.REL_WHEEL, ecodes.REL_WHEEL_HI_RES, ecodes.REL_HWHEEL, ecodes.REL_HWHEEL_HI_RES)}
+    check("of the wheel the turns down and to the side are left, each in both kinds", turns, {
+        ecodes.REL_WHEEL: [-1, -1], ecodes.REL_WHEEL_HI_RES: [-15] * 16,
+        ecodes.REL_HWHEEL: [1], ecodes.REL_HWHEEL_HI_RES: [120]})
     check("all of it by the copy", {event[0] for event in found}, {"Acme Fine", KEYBOARD_NAME})
     bench.assign(WHEEL_UP, sensitivity="800,800", clicks=1)
     check("a copy without all buttons gets a pointer beside it", bool(node_called(POINTER_NAME)))

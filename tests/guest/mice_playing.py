@@ -6,7 +6,7 @@ from evdev import ecodes
 from checks import check, wait_until
 from desktop import KEYBOARD_NAME, end_of, is_grabbed, keys, node_called, nodes_called, press, typed
 from hid_devices import SIDE_BUTTON
-from mice_bench import GRID_Q, KEY_B, KEY_F12, KEY_Q, KEY_W
+from mice_bench import GRID_Q, KEY_B, KEY_F12, KEY_Q, KEY_W, log
 
 
 def plays_and_passes(bench):
@@ -17,6 +17,8 @@ def plays_and_passes(bench):
     check("there is a keyboard then", bool(node_called(KEYBOARD_NAME)))
     wait_until(lambda: bench.grid in program.open_nodes())
     check("a node with a key that is down is not grabbed", is_grabbed(bench.grid), False)
+    check("when that lasts the log says so", bool(wait_until(lambda: any(
+        "since something on it is held down" in line for line in log))))
     mouse.type()
     check("it is when the key is up", wait_until(lambda: is_grabbed(bench.grid)))
     check("its release went where its press went", keys(desktop.after(end_of(ecodes.KEY_W))),

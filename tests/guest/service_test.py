@@ -109,6 +109,8 @@ def is_sandboxed():
     check("its namespaces are its own", namespaces, dict.fromkeys(namespaces, True))
     group = pathlib.Path(f"/proc/{running}/cgroup").read_text(encoding="utf-8").strip().removeprefix("0::")
     check("its memory is limited", pathlib.Path(f"/sys/fs/cgroup{group}/memory.max").read_text().strip(), str(1 << 30))
+    limits = pathlib.Path(f"/proc/{running}/limits").read_text(encoding="utf-8")
+    check("it leaves no core dumps", re.search(r"^Max core file size +(\w+) +(\w+)", limits, re.M).groups(), ("0", "0"))
     check("the settings are the user's alone", [oct(path.stat().st_mode & 0o777) for path in (
         STATE, STATE / "settings.plist")], ["0o700", "0o600"])
     exposure = as_user("systemd-analyze", "--user", "security", "--no-pager", UNIT)[1].splitlines()[-1]
