@@ -292,7 +292,7 @@ void MouseMainController::showWhatMouseLacks() {
   mMousePerformanceController->setMouseOffers(!isKnown || mouse->sensitivity != MouseDescription::Sensitivity::Missing,
                                               !isKnown || mouse->hasPollingRate);
   mMouseLightingController->setMouseOffersLight(!isKnown || mouse->hasLight);
-  mMouseMaintenenceController->setMouseOffersPower(!isKnown || mouse->hasPower);
+  mMouseMaintenenceController->setMouseOffers(!isKnown || mouse->hasLight, !isKnown || mouse->hasPower);
 }
 
 void MouseMainController::tellTray() {

@@ -170,16 +170,19 @@ void MouseMaintenanceController::enableControlsState(bool enabled) {
   explain();
 }
 
-void MouseMaintenanceController::setMouseOffersPower(bool isOffered) {
-  mOffersPower = isOffered;
+void MouseMaintenanceController::setMouseOffers(bool light, bool power) {
+  mOffersLight = light;
+  mOffersPower = power;
   explain();
 }
 
 void MouseMaintenanceController::explain() {
   const QString whyNot = mIsEnabled ? QString() : localized("lkeyNoMouseConnected");
+  const QString ofLight = mIsEnabled && !mOffersLight ? localized("lkeyMouseLacksLight") : whyNot;
   const QString ofPower = mIsEnabled && !mOffersPower ? localized("lkeyMouseLacksPower") : whyNot;
   mUi->mRestoreSettings->setToolTip(whyNot);
-  for (const PowerSlider& row : powerSliders) (mUi.get()->*row.slider)->setToolTip(ofPower);
+  for (const PowerSlider& row : powerSliders)
+    (mUi.get()->*row.slider)->setToolTip(row.slider == &Layout::mLightBrightnessSlider ? ofLight : ofPower);
 }
 
 }  // namespace skarn

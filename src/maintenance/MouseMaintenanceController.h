@@ -74,9 +74,9 @@ class MouseMaintenanceController : public QWidget {
   void updateUISettings();
   // Without a usable device the sliders and the restore button are disabled and say why.
   void enableControlsState(bool enabled);
-  // Power settings that the mouse in use lacks are set all the same, for one that has them; the tooltips say so. At
-  // first they are offered.
-  void setMouseOffersPower(bool isOffered);
+  // Settings that the mouse in use lacks are set all the same, for one that has them; the tooltips say so. light: its
+  // brightness on battery; power: the others. At first both are offered.
+  void setMouseOffers(bool light, bool power);
   // Shows and animates the indicator beside the firmware version; stops and hides it.
   void startProgresIndicatorAnimation();
   void stopProgressIndicatorAnimation();
@@ -98,6 +98,7 @@ class MouseMaintenanceController : public QWidget {
   QPointer<QWidget> maintenanceWindow;
   OpenAddress mOpenAddress;
   bool mIsEnabled = true;
+  bool mOffersLight = true;
   bool mOffersPower = true;
 };
 

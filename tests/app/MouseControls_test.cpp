@@ -154,7 +154,8 @@ class MouseControlsTest : public QObject {
       QVERIFY(!row->isMissing());
       QCOMPARE(row->toolTip(), QString());
     }
-    for (const char* name : {"mPollingRate", "mXDpiSlider", "mMainColor", "mLightning"})
+    for (const char* name :
+         {"mPollingRate", "mXDpiSlider", "mMainColor", "mLightning", "mLightBrightnessSlider", "mSleepModeSlider"})
       QCOMPARE(toolTipOf(one, name), QString());
   }
 
@@ -175,16 +176,28 @@ class MouseControlsTest : public QObject {
     QCOMPARE(rate->accessibleDescription(), localized("lkeyMouseLacksPollingRate"));
     QCOMPARE(toolTipOf(one, "mXDpiSlider"), QString());
     QCOMPARE(toolTipOf(one, "mMainColor"), localized("lkeyMouseLacksLight"));
+    QCOMPARE(toolTipOf(one, "mLightBrightnessSlider"), localized("lkeyMouseLacksLight"));
+    QCOMPARE(toolTipOf(one, "mSleepModeSlider"), localized("lkeyMouseLacksPower"));
+    QCOMPARE(toolTipOf(one, "mFLashScrollWheelSlider"), localized("lkeyMouseLacksPower"));
     QVERIFY(rate->isEnabled());
     one.tell({inUse(acme).with("hasPollingRate", true).with("hasLight", true).with("sensitivity", "missing")});
     QCOMPARE(toolTipOf(one, "mPollingRate"), QString());
     QCOMPARE(one.text("mPollingRateNoteLabel"), localized("lkeyPollingRateNote"));
     QCOMPARE(toolTipOf(one, "mXDpiSlider"), localized("lkeyMouseLacksSensitivity"));
     QCOMPARE(toolTipOf(one, "mMainColor"), QString());
+    // Its light is another one on battery, whatever else of its battery can be set.
+    QCOMPARE(toolTipOf(one, "mLightBrightnessSlider"), QString());
+    QCOMPARE(toolTipOf(one, "mSleepModeSlider"), localized("lkeyMouseLacksPower"));
+    one.tell({inUse(acme).with("hasPower", true)});
+    QCOMPARE(toolTipOf(one, "mLightBrightnessSlider"), localized("lkeyMouseLacksLight"));
+    QCOMPARE(toolTipOf(one, "mSleepModeSlider"), QString());
+    QCOMPARE(toolTipOf(one, "mFLashScrollWheelSlider"), QString());
     // Without a mouse the reason is another.
     one.notifications.post("Device Removed 273", "", {});
     QVERIFY(picture->missing().empty());
     QCOMPARE(toolTipOf(one, "mMainColor"), localized("lkeyNoMouseConnected"));
+    QCOMPARE(toolTipOf(one, "mLightBrightnessSlider"), localized("lkeyNoMouseConnected"));
+    QCOMPARE(toolTipOf(one, "mSleepModeSlider"), localized("lkeyNoMouseConnected"));
   }
 };
 
