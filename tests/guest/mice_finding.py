@@ -1,5 +1,8 @@
 """Real mice: which ones there are, what of them is taken, and what the system allows."""
 import os
+import pathlib
+import re
+import subprocess
 
 import evdev
 from evdev import ecodes
@@ -10,6 +13,7 @@ from hid_devices import BUS_BLUETOOTH, KEYBOARD, KEYBOARD_AND_MOUSE, MOUSE_AND_K
 from mice_bench import GRID_Q, GRID_W, KEY_A, KEY_F12, KEY_Q, Program, is_still, log
 
 TESTER = 59000
+SECURITY = pathlib.Path(__file__).parents[2] / "docs/security.md"
 
 
 def finds_mice(bench):
@@ -40,6 +44,7 @@ def follows_changes(bench):
     check("and has gone", list(program.mice()), ["usb-1209:0010-SN-1"])
     keyboard.unplug()
     leaves_alone_the_keys_of_a_keyboard(program)
+    uses_what_somebody_has_named(program)
     equal = UsbMouse("Grid", "0x0010", "SN-1")
     both = wait_until(lambda: len(mice := program.mice()) == 2 and mice)
     check("two mice with the same number are told apart", len(set(both)), 2)
@@ -58,6 +63,23 @@ def leaves_alone_the_keys_of_a_keyboard(program):
     check("of a keyboard with a pointer only the pointer is a mouse", (
         os.access(keyboard, os.R_OK), program.mice().get(identifier, [""] * 4)[3]), (True, pointer))
     device.unplug()
+    wait_until(lambda: identifier not in program.mice())
+
+
+def uses_what_somebody_has_named(program):
+    """By the rule that the documentation gives."""
+    rule = re.search(r'^SUBSYSTEM=="input".*SKARN_MOUSE.*$', SECURITY.read_text(encoding="utf-8"), re.M)[0]
+    rules = pathlib.Path("/run/udev/rules.d/60-my-mouse.rules")
+    rules.write_text(rule.replace("0005", "0023") + "\n", encoding="utf-8")
+    subprocess.run(["udevadm", "control", "--reload"], check=True)
+    device = HidDevice("Acme Named", KEYBOARD_AND_MOUSE, 0x23, BUS_BLUETOOTH, "11:22:33:44:55:66", "aa:bb:cc:dd:ee:f1")
+    identifier = "bluetooth-1209:0023-aa:bb:cc:dd:ee:f1"
+    both = sorted([node_called("Acme Named Mouse"), node_called("Acme Named Keyboard")])
+    check("of one that somebody has named the keys are the mouse's too", wait_until(
+        lambda: sorted(program.mice().get(identifier, [""] * 4)[3].split(",")) == both))
+    device.unplug()
+    rules.unlink()
+    subprocess.run(["udevadm", "control", "--reload"], check=True)
     wait_until(lambda: identifier not in program.mice())
 
 
