@@ -118,7 +118,7 @@ class XServer(_Display):
         self._x11.XOpenDisplay.restype = ctypes.c_void_p
         self._connection = wait_until(lambda: self._x11.XOpenDisplay(self.NAME.encode()))
         # All of the screen: keys go to the window below the pointer.
-        terminal = ("xterm", "-geometry", "300x100+0+0", "-e", self.reader)
+        terminal = ("xterm", "-wf", "-geometry", "300x100+0+0", "-e", self.reader)
         self.start(*(command or terminal), env=self._environment)
 
     def _xinput(self, *words):
@@ -180,10 +180,19 @@ class Sway(_Display):
             "WLR_RENDERER": "pixman"}}
         self.start("sway", "-c", configuration, **self._user)
 
-    def _inputs(self):
+    def _ask(self, what):
         socket = glob.glob(str(self._runtime / "sway-ipc.*.sock"))[0]
-        return json.loads(subprocess.run(["swaymsg", "-s", socket, "-r", "-t", "get_inputs"], check=True,
-                                         capture_output=True, text=True, **self._user).stdout)
+        return json.loads(subprocess.run(["swaymsg", "-s", socket, "-r", "-t", what], check=True, capture_output=True,
+                                         text=True, **self._user).stdout)
+
+    def _inputs(self):
+        return self._ask("get_inputs")
+
+    def has_terminal(self):
+        """With the keyboard: what is typed before goes nowhere."""
+        def is_focused(node):
+            return node["focused"] and node.get("app_id") == "foot" or any(map(is_focused, node["nodes"]))
+        return super().has_terminal() and bool(wait_until(lambda: is_focused(self._ask("get_tree"))))
 
     def has(self, name):
         return bool(wait_until(lambda: any(each["name"] == name for each in self._inputs())))

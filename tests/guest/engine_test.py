@@ -2,87 +2,33 @@
 """The core engine with real mice, from a command of vornctl, or of the window, and a press on the mouse to what its
 desktop gets.
 
-    engine_test.py PROGRAMS [PART...]     PROGRAMS: folder of the programs; without names of parts (the
-                                          functions below) all of them
+    engine_test.py PROGRAMS [PART...]     PROGRAMS: folder of the programs; without names of parts (those
+                                          below) all of them
 
 Runs as root in a guest (tests/guest/engine starts it there). Each check is a line; the exit status is 1 when one of
 them fails.
 """
 import json
 import os
-import pathlib
-import re
 import signal
 import sys
 import time
 
-import evdev
 from evdev import ecodes
 
 from checks import check, finish, wait_until
-from desktop import (KEYBOARD_NAME, Desktop, end_of, is_grabbed, keys, node_called, nodes_called, press, typed)
-from displays import ACCELERATION, LATER_ACCELERATION, TESTER, Sway, XServer, is_installed
-from engine import Engine
-from hid_devices import SIDE_BUTTON, UsbMouse
+from desktop import KEYBOARD_NAME, end_of, is_grabbed, keys, node_called, nodes_called, press, typed
+from engine_access import says_what_is_forbidden, tells_what_is_held
+from engine_bench import GRID_Q, KEY_A, KEY_B, KEY_F12, KEY_Q, KEY_SHIFT, KEY_W, MOUSE, Bench
+from engine_displays import HELLO, types_into_wayland, types_into_x
+from hid_devices import SIDE_BUTTON
 from window_parts import uses_window
 
-MOUSE = "usb-1209:0010-SN-1"
-# HID usages of keys, and the controls that send them.
-KEY_A, KEY_B, KEY_Q, KEY_W, KEY_F12, KEY_ENTER, KEY_SHIFT = 4, 5, 20, 26, 69, 40, 225
-GRID_Q, GRID_W = "id:20", "id:26"
 # Press or release, key, milliseconds before it.
 COMBO = [(1, KEY_SHIFT, 0), (1, KEY_A, 30), (0, KEY_A, 20), (0, KEY_SHIFT, 0), (1, KEY_B, 70), (0, KEY_B, 5)]
 COMBO_KEYS = [(KEYBOARD_NAME, name, value) for name, value in (
     ("KEY_LEFTSHIFT", 1), ("KEY_A", 1), ("KEY_A", 0), ("KEY_LEFTSHIFT", 0), ("KEY_B", 1), ("KEY_B", 0))]
 LONG = [(1, KEY_SHIFT, 0), (1, KEY_A, 0), (0, KEY_A, 600_000), (0, KEY_SHIFT, 0)]
-# "Hello" and Enter.
-HELLO = [(1, KEY_SHIFT, 0), (1, 11, 0), (0, 11, 5), (0, KEY_SHIFT, 0)] + [
-    (command, key, 5) for key in (8, 15, 15, 18, KEY_ENTER) for command in (1, 0)]
-
-
-class Bench:
-    """A USB mouse with a thumb grid, a desktop, and an engine that uses the mouse."""
-
-    def __init__(self, programs):
-        self.programs = programs
-        self.mouse = UsbMouse("Grid", "0x0010", "SN-1")
-        self.desktop = Desktop()
-        self.find()
-        self.engine = Engine(programs)
-
-    def find(self):
-        def nodes():
-            return {evdev.InputDevice(node).phys[-1]: node for node in nodes_called("Acme Grid", False)}
-        found = wait_until(lambda: len(nodes()) == 2 and nodes())
-        self.pointer, self.grid = found["0"], found["1"]
-
-    def do(self, *words):
-        status, output = self.engine.ask(*words)
-        if status:
-            check(f"vornctl {' '.join(words)}", output)
-        return output
-
-    def is_ready(self):
-        """The desktop reads all that there is."""
-        return wait_until(self.desktop.is_reading_all)
-
-    def play(self, *last):
-        """Presses and lets go of the assigned key; what comes until the last of these events."""
-        self.is_ready()
-        self.desktop.after()
-        self.pressed = time.clock_gettime(time.CLOCK_MONOTONIC) * 1_000_000
-        press(self.mouse, KEY_Q)
-        return self.desktop.after(*last)
-
-    def held(self):
-        """The names of the keys that the desktop has for pressed."""
-        held = []
-        for device in list(self.desktop.devices.values()):
-            try:
-                held += [ecodes.KEY.get(code, code) for code in device.active_keys()]
-            except OSError:  # It has gone.
-                pass
-        return held
 
 
 def chooses(bench):
@@ -167,34 +113,12 @@ def follows_profiles(bench):
     check("and plays", keys(bench.play(end_of(ecodes.KEY_B))), COMBO_KEYS)
 
 
-def tells_what_is_held(bench):
-    bench.do("assign", GRID_Q, "default")
-    wait_until(lambda: not is_grabbed(bench.grid))
-    bench.desktop.after()
-    bench.mouse.type(KEY_W)
-    bench.desktop.after((ecodes.EV_KEY, ecodes.KEY_W, 1))
-    bench.do("assign", GRID_Q, "macro", "Combo")
-
-    def held():
-        return json.loads(bench.do("mice", "show", "--json"))["held"]
-    check("vornctl says which part is not used while a key on it is held", wait_until(held), [bench.grid])
-    words = f'"Acme Grid" is not used where something is held down ({bench.grid})'
-    told = bench.engine.ask("doctor")[1]
-    check("so does vornctl doctor", words in told or told)
-    bench.mouse.type()
-    check("it is used when the key is up", wait_until(lambda: is_grabbed(bench.grid)))
-    check("and that is told", held(), [])
-    node_called(KEYBOARD_NAME)
-    bench.is_ready()
-
-
 def records(bench):
     recording = bench.engine.begin("macros", "record", "--new", "Recorded")
     check("vornctl records", recording.tells("Recording macro"))
     bench.desktop.after()
     press(bench.mouse, KEY_W, KEY_Q, KEY_F12)
-    wait_until(lambda: sum(" B" in line for line in recording.lines) == 2 and any(
-        "F12" in line for line in recording.lines))
+    wait_until(lambda: [sum(key in line for line in recording.lines) for key in (" B", " F12")] == [2, 2])
     found = keys(bench.desktop.after(end_of(ecodes.KEY_B), end_of(ecodes.KEY_F12)))
     check("the desktop gets what it would get otherwise", (
         [row for row in found if row in COMBO_KEYS], [row for row in found if row not in COMBO_KEYS]), (
@@ -263,125 +187,17 @@ def logs_nothing_that_passes(bench):
     bench.engine.start()
 
 
-def types_into_x(bench):
-    if not is_installed(XServer):
-        return
-    bench.do("assign", GRID_Q, "default")
-    server = XServer()
-    settings = (ACCELERATION, ["flat"])
-    check("an X server sets up the mouse, by its name and by its numbers", server.settings(bench.pointer), settings)
-    server.accelerate(bench.pointer, LATER_ACCELERATION)
-    check("a terminal runs on it", server.has_terminal())
-    bench.do("assign", GRID_Q, "macro", "Hello")
-    check("it finds the keyboard of the engine", bool(server.device(node_called(KEYBOARD_NAME))))
-    press(bench.mouse, KEY_Q)
-    server.typed(1)
-    press(bench.mouse, KEY_W, KEY_ENTER)
-    check("the terminal gets what the macro types, once, and the keys that pass", server.typed(2), ["Hello", "w"])
-    check("a pointer that is left alone keeps what was set since",
-          server.settings(bench.pointer), (LATER_ACCELERATION, ["flat"]))
-    bench.do("assign", GRID_Q, "default")
-    reproduces_pointer(bench, server)
-    server.end()
-
-
-def takes_pointer(bench):
-    """A taught button types. The copy of the pointer."""
-    teaching = bench.engine.begin("mice", "teach", "5")
-    teaching.tells("Press what")
-    bench.mouse.move(buttons=SIDE_BUTTON)
-    bench.mouse.move()
-    teaching.finish()
-    bench.do("assign", "5", "macro", "Hello")
-    wait_until(lambda: is_grabbed(bench.pointer))
-    return node_called("Acme Grid", True)
-
-
-def reproduces_pointer(bench, server):
-    copy = takes_pointer(bench)
-    check("a pointer that is reproduced is set up like the mouse", server.settings(copy), (ACCELERATION, ["flat"]))
-    before = server.pointer()
-    for _ in range(10):
-        bench.mouse.move(x=-8)
-    check("it moves as these settings ask for", wait_until(lambda: server.pointer() == before - 40) or (
-        before - server.pointer()))
-    server.device(node_called(KEYBOARD_NAME))
-    bench.mouse.move(buttons=SIDE_BUTTON)
-    bench.mouse.move()
-    check("its taught button types", server.typed(3)[2:], ["Hello"])
-    bench.do("mice", "forget")
-
-
-def types_into_wayland(bench):
-    if not is_installed(Sway):
-        return
-    takes_pointer(bench)
-    compositor = Sway()
-    check("a terminal runs on a Wayland compositor", compositor.has_terminal())
-    check("which sets up the mouse and its copy alike", compositor.settings(2), [(ACCELERATION, ["flat"])] * 2)
-    bench.do("assign", GRID_Q, "macro", "Hello")
-    wait_until(lambda: is_grabbed(bench.grid))
-    check("it has the keyboard of the engine", compositor.has(KEYBOARD_NAME))
-    press(bench.mouse, KEY_Q)
-    first = compositor.typed(1)
-    bench.mouse.move(buttons=SIDE_BUTTON)
-    bench.mouse.move()
-    second = compositor.typed(2)
-    press(bench.mouse, KEY_W, KEY_ENTER)
-    check("its terminal gets what the macros type, once, and the keys that pass", (first, second, compositor.typed(3)),
-          (["Hello"], ["Hello"] * 2, ["Hello", "Hello", "w"]))
-    bench.do("mice", "forget")
-    check("with nothing taken there is one pointer again", compositor.settings(1), [(ACCELERATION, ["flat"])])
-    compositor.end()
-
-
-def gives_nodes(bench, user, mode):
-    for node in (bench.pointer, bench.grid, "/dev/uinput"):
-        os.chown(node, user, user)
-        os.chmod(node, mode)
-
-
-def says_what_is_forbidden(bench):
-    bench.engine.stop()
-    gives_nodes(bench, 0, 0o600)
-    engine = bench.engine = Engine(bench.programs, TESTER)
-    nodes = ", ".join(sorted((bench.pointer, bench.grid), key=lambda node: int(re.sub(r"\D", "", node))))
-    check("a mouse that is forbidden is not used", engine.ask("mice", "use", MOUSE), (
-        1, f"vornctl: You may not use Acme Grid: no access to {nodes}, /dev/uinput; "
-           '"vornctl doctor" says what mends it'))
-    gives_nodes(bench, TESTER, 0o600)
-    check("it is when that is allowed", wait_until(lambda: engine.ask("mice", "use", MOUSE) == (0, "")))
-    bench.do("assign", GRID_Q, "key", "a")
-    check("and works", wait_until(lambda: is_grabbed(bench.grid)))
-    check("vornctl doctor is content", (lambda status, told: (status, re.findall("^missing.*", told, re.M)))(
-        *engine.ask("doctor")), (0, []))
-    engine.stop()
-    gives_nodes(bench, 0, 0o600)
-    engine.start()
-    check("the log of the engine says what it may not do", bool(wait_until(
-        lambda: any("Permission denied" in line for line in engine.log))))
-    status, told = engine.ask("doctor")
-    check("vornctl doctor fails then", status, 1)
-    for words in (f'missing   Mouse "Acme Grid": no access to {nodes}',
-                  "missing   /dev/uinput: no access, so the engine can neither type nor click",
-                  'missing   Mouse in use: the engine has no access to all of "Acme Grid"',
-                  "sudo udevadm control --reload && sudo udevadm trigger"):
-        check(f"it says: {words}", words in told or told)
-    status, told = engine.ask("doctor", "--json")
-    found = {each["what"]: each["state"] for each in json.loads(told.splitlines()[0])}
-    check("programs can read it", (status, found.get("/dev/uinput"), found.get("Engine")), (1, "missing", "fine"))
-    gives_nodes(bench, TESTER, 0o600)
-    check("what is allowed is used at once", wait_until(lambda: is_grabbed(bench.grid)))
+# In this order.
+PARTS = (chooses, plays_a_macro, teaches_a_button, follows_profiles, tells_what_is_held, records,
+         leaves_nothing_pressed, keeps_its_choice, logs_nothing_that_passes, types_into_x, types_into_wayland,
+         uses_window, says_what_is_forbidden)
 
 
 def main():
     bench = Bench(sys.argv[1])
-    parts = (chooses, plays_a_macro, teaches_a_button, follows_profiles, tells_what_is_held, records,
-             leaves_nothing_pressed, keeps_its_choice, logs_nothing_that_passes, types_into_x, types_into_wayland,
-             uses_window, says_what_is_forbidden)
-    for part in parts:
+    for part in PARTS:
         # Nothing works without a mouse in use.
-        if part is chooses or part.__name__ in (sys.argv[2:] or [each.__name__ for each in parts]):
+        if part is chooses or part.__name__ in (sys.argv[2:] or [each.__name__ for each in PARTS]):
             part(bench)
     bench.engine.end()
     bench.mouse.unplug()

@@ -12,7 +12,7 @@ import sys
 import time
 
 from checks import check, finish, wait_until
-from desktop import KEYBOARD_NAME, is_grabbed, node_called
+from desktop import KEYBOARD_NAME, is_grabbed, node_called, record_grabs
 from engine import Engine
 from hid_devices import MOUSE_TELLING_BATTERY, HidDevice, mouse_report
 from system import System, raw_nodes
@@ -53,6 +53,7 @@ def tell(name, engine):
 
 
 def main():
+    record_grabs()
     mouse = HidDevice(NAME, MOUSE_TELLING_BATTERY, 0x40, place="usb-1/input0", serial=SERIAL)
     node = node_called(NAME, False)
     system = System(sys.argv[1], f"ratbag add {raw_nodes(NAME)[0]} usb:1209:0040:0", "ratbag start", "login start",

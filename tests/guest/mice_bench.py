@@ -4,11 +4,10 @@ import os
 import pathlib
 import subprocess
 import threading
-import time
 
 import evdev
 
-from checks import check, wait_until
+from checks import comes_to_rest, wait_until
 from desktop import Desktop, nodes_called
 from hid_devices import UsbMouse
 from system import read_lines
@@ -42,7 +41,7 @@ class Program:
 
     def tells(self, line):
         """Whether it tells this, now or soon."""
-        return bool(wait_until(lambda: line in self.lines, 15))
+        return bool(wait_until(lambda: line in self.lines))
 
     def mice(self):
         """The mice that it finds, by their IDs: name, connection, resolution, nodes, forbidden ones, output and
@@ -57,9 +56,8 @@ class Program:
                 targets.append(os.readlink(file))
         return sorted(target for target in targets if target.startswith("/dev/input/event"))
 
-    def wake_ups(self):
-        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text(encoding="utf-8")
-        return status.split("voluntary_ctxt_switches:")[1].split()[0]
+    def comes_to_rest(self):
+        return comes_to_rest(self.process.pid)
 
     def stop(self):
         self.process.stdin.close()
@@ -108,9 +106,3 @@ class Bench:
         self.program = Program(self.path, **environment)
         self.program.ask("use usb-1209:0010-SN-1")
         self.program.ask(f"play {GRID_Q} 7 {KEY_A}")
-
-
-def is_still(program):
-    before = program.wake_ups()
-    time.sleep(3)
-    return program.wake_ups() == before and before

@@ -13,7 +13,9 @@ import sys
 
 from checks import check, finish, wait_until
 from hid_devices import MOUSE, HidDevice
-from service_test import STATE, UID, UNIT, USER, as_user, engine, event_nodes, log, log_in, may_open
+from service_mice import event_nodes, may_open
+from service_test import STATE
+from user_session import UID, UNIT, USER, as_user, engine, log, log_in, vornctl
 
 SCRIPTS = pathlib.Path("/tmp/package-scripts")
 MOUSE_NAME = "Plain mouse"
@@ -48,13 +50,13 @@ def main(package):
     check("and /dev/uinput", wait_until(lambda: in_force("/dev/uinput")))
     check("the engine runs in the session that there is", wait_until(engine) > 0)
     check("it is enabled for all users", as_user("systemctl", "--user", "is-enabled", UNIT), (0, "enabled"))
-    check("a setting is changed", as_user("vornctl", "set", "DPIX", "1600"), (0, ""))
+    check("a setting is changed", vornctl("set", "DPIX", "1600"), (0, ""))
 
     before = engine()
     check("the package is upgraded", [run("prerm", "upgrade", "2"), run("postrm", "upgrade", "2"),
                                       run("postinst", "configure", "1")], [0, 0, 0])
     check("a new engine runs", wait_until(lambda: engine() not in (0, before)))
-    check("with the settings of the former one", as_user("vornctl", "get", "DPIX"), (0, "1600"))
+    check("with the settings of the former one", vornctl("get", "DPIX"), (0, "1600"))
 
     check("the package is removed", run("prerm", "remove"), 0)
     check("the engine has ended", wait_until(lambda: engine() == 0))

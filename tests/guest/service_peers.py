@@ -5,11 +5,11 @@ import subprocess
 
 from evdev import ecodes
 
-from checks import check, wait_until
+from checks import check, comes_to_rest, wait_until
 from desktop import KEYBOARD_NAME, Desktop, end_of, is_grabbed, keys, node_called, typed
 from engine import Reader
 from hid_devices import (BUS_BLUETOOTH, MOUSE_WITH_BATTERY, HidDevice, battery_report, keyboard_report, mouse_report)
-from user_session import AS_USER, as_user, engine, is_still, log, log_in
+from user_session import AS_USER, as_user, engine, log, log_in, vornctl
 
 NAME = "Acme Charged"
 KEY_Q, KEY_W = 20, 26
@@ -30,7 +30,7 @@ def process_of(service):
 
 def told_battery():
     """Level and charging, as vornctl has them of the engine."""
-    output = as_user("vornctl", "status", "--json")[1]
+    output = vornctl("status", "--json")[1]
     told = json.loads(output) if output.startswith("{") else {}
     return told.get("battery"), told.get("charging")
 
@@ -49,7 +49,7 @@ class Bench:
         systemctl("stop", POWER, RATBAG)
         self.plug(57)
         self.desktop = Desktop()
-        wait_until(lambda: as_user("vornctl", "mice", "use", NAME) == (0, ""))
+        wait_until(lambda: vornctl("mice", "use", NAME) == (0, ""))
 
     def plug(self, percent):
         self._device = HidDevice(NAME, MOUSE_WITH_BATTERY, 0x40, BUS_BLUETOOTH, "11:22:33:44:55:66",
@@ -78,10 +78,10 @@ class Bench:
         check(name, keys(self.desktop.after(end_of(ecodes.KEY_W))), typed("KEY_B", "KEY_W"))
 
     def end(self):
-        as_user("vornctl", "assign", "id:20", "default")
+        vornctl("assign", "id:20", "default")
         for key in "DPIX", "DPIY":
-            as_user("vornctl", "set", key, "800")
-        as_user("vornctl", "mice", "use", "virtual")
+            vornctl("set", key, "800")
+        vornctl("mice", "use", "virtual")
         self.desktop.is_reading = False
         self.unplug()
         systemctl("stop", POWER, RATBAG)
@@ -116,8 +116,7 @@ def follows_a_battery(bench):
     check("a mouse that has gone has no battery", becomes(None, None), (None, None))
     bench.plug(48)
     check("plugged in again it has", becomes(48, "battery"), (48, "battery"))
-    running = engine()
-    check("with UPower at rest the engine is too", wait_until(lambda: is_still(running)))
+    check("with UPower at rest the engine is too", comes_to_rest(engine()))
 
 
 def sleeps_begun():
@@ -127,7 +126,7 @@ def sleeps_begun():
 
 
 def begin_to_wait_for_sleep():
-    """Keeps the machine awake after logind has told that it is going to sleep, for some seconds at most. Its input is
+    """Keeps the machine awake after logind has told that it is going to sleep, for a minute at most. Its input is
     what that waits for."""
     delay = subprocess.Popen(["systemd-inhibit", "--what=sleep", "--mode=delay", "cat"], stdin=subprocess.PIPE)
     wait_until(lambda: '"sleep"' in subprocess.run(
@@ -142,9 +141,9 @@ def sleeps_with_the_machine(bench):
     mode.write_text("freezer", encoding="utf-8")
     pathlib.Path("/sys/module/suspend/parameters/pm_test_delay").write_text("1", encoding="utf-8")
     nodes = [node_called(f"{NAME} {part}", False) for part in ("Keyboard", "Mouse")]
-    as_user("vornctl", "assign", "id:20", "key", "b")
+    vornctl("assign", "id:20", "key", "b")
     for key in "DPIX", "DPIY":
-        as_user("vornctl", "set", key, "400")
+        vornctl("set", key, "400")
     check("its keys and its motion are taken", wait_until(lambda: all(map(is_grabbed, nodes))))
     bench.plays("what is assigned is played")
     signals = Reader(("busctl", "--json=short", "monitor", SLEEP_SIGNALS))
@@ -164,7 +163,7 @@ def sleeps_with_the_machine(bench):
     mode.write_text("none", encoding="utf-8")
     bench.type()
     # Nobody was at the screen meanwhile, as the kernel shows another one.
-    as_user("vornctl", "mice", "list")
+    vornctl("mice", "list")
     check("after the sleep all is taken", wait_until(lambda: all(map(is_grabbed, nodes))))
     bench.plays("what is assigned is played again")
     bench.move(x=8)
@@ -179,7 +178,7 @@ def lives_with_ratbagd(bench):
     bench.plays("without ratbagd the mouse works")
     systemctl("start", RATBAG)
     check("ratbagd knows no such mouse", as_user("ratbagctl", "list"), (0, "No devices available."))
-    said = as_user("vornctl", "doctor")[1]
+    said = vornctl("doctor")[1]
     names = ["ratbagd", "UPower"]
     check("vornctl finds the services", [name for name in names if f"fine      {name}: it runs" in said], names)
     bench.plays("with a ratbagd that has come late the mouse works")

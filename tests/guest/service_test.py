@@ -18,18 +18,13 @@ import subprocess
 import sys
 import time
 
-from evdev import ecodes
-
-from checks import PATIENCE, check, finish, wait_until
-from desktop import KEYBOARD_NAME, Desktop, end_of, is_grabbed, keys, node_called, nodes_called, press, typed
-from hid_devices import BUS_BLUETOOTH, KEYBOARD, KEYBOARD_AND_MOUSE, MOUSE, MOUSE_AND_KEYBOARD, HidDevice, UsbMouse
+from checks import check, comes_to_rest, finish, wait_until
+from service_mice import PLUGGED, gives_mice_to_the_person_at_the_screen, gives_nothing_to_others, uses_a_mouse
 from service_peers import uses_what_the_system_knows
-from user_session import (HOME, UID, UNIT, USER, as_file_of_user, as_user, begin_session, engine, is_still, log, log_in,
-                          log_out, start, start_as_user, status, systemctl, unit)
+from user_session import (HOME, UID, UNIT, USER, as_file_of_user, as_user, engine, log, start, start_as_user, status,
+                          systemctl, unit, vornctl)
 
 HERE = pathlib.Path(__file__).resolve().parent
-REMOTE_USER = "remote"
-REMOTE_UID = 59001
 STATE = HOME / ".local/state/vorn-core-engine"
 DROP_IN = HOME / f".config/systemd/user/{UNIT}.d/test.conf"
 NAME = "org.vorn.CoreEngine"
@@ -58,20 +53,6 @@ REFUSALS = {
 # What nobody may do who is the user, in the sandbox or outside of it.
 NEVER = {"reads a keyboard": "EACCES", "reads the keyboard of a device that has a mouse as well": "EACCES"}
 
-# The nodes of what is plugged in, and whether the person at the screen gets them.
-NODES = {
-    "Plain mouse": True,
-    "Plain keyboard": False,
-    "Mouse with keys Mouse": True,
-    "Mouse with keys Keyboard": True,
-    "Keyboard with a mouse Keyboard": False,
-    "Keyboard with a mouse Mouse": True,
-    "Acme Composite (mouse)": True,
-    "Acme Composite (keyboard)": True,
-}
-
-PLUGGED = []
-
 
 def proportional_size(process):
     """kB of memory, of each page that others have too its share."""
@@ -92,11 +73,12 @@ def install(prefix):
 def starts_on_demand():
     check("the engine does not run before somebody asks", engine(), 0)
     check("the bus starts the engine on demand", as_user(*ACTIVATION), (0, "u 1"))
-    check("the service is active then", unit("ActiveState"), "active")
+    check("the service is active then", wait_until(lambda: unit("ActiveState") == "active"))
     owner = as_user(*BUS_CALL, "GetConnectionUnixProcessID", "s", NAME)
     check("the service is the owner of the name", owner, (0, f"u {engine()}"))
-    check("vornctl reaches it", as_user("vornctl", "profiles", "list"), (0, "* 1  Default"))
-    check("it tells its state", unit("StatusText"), f"profiles: 0, macros: 0, settings in {STATE}")
+    check("vornctl reaches it", vornctl("profiles", "list"), (0, "* 1  Default"))
+    state = f"profiles: 0, macros: 0, settings in {STATE}"
+    check("it tells its state", wait_until(lambda: unit("StatusText") == state) or unit("StatusText"))
 
 
 def is_sandboxed():
@@ -116,113 +98,6 @@ def is_sandboxed():
     exposure = as_user("systemd-analyze", "--user", "security", "--no-pager", UNIT)[1].splitlines()[-1]
     check(f"systemd finds it hardly exposed ({exposure})",
           float(re.search(r": ([0-9.]+) ", exposure)[1]) <= MAXIMUM_EXPOSURE)
-
-
-def event_nodes():
-    """The nodes by the names of their devices; the interfaces of a USB device share one."""
-    nodes = {}
-    for folder in pathlib.Path("/sys/class/input").glob("event*"):
-        name = (folder / "device/name").read_text(encoding="utf-8").strip()
-        if name == "Acme Composite":
-            has_motion = (folder / "device/capabilities/rel").read_text(encoding="utf-8").strip() != "0"
-            name += " (mouse)" if has_motion else " (keyboard)"
-        nodes[name] = f"/dev/input/{folder.name}"
-    return nodes
-
-
-def may_open(*paths, user=UID):
-    """Whether the user may read each of the files."""
-    program = "import os, sys\nfor path in sys.argv[1:]: print(path, os.access(path, os.R_OK))"
-    lines = subprocess.run(["/usr/bin/python3", "-c", program, *paths], user=user, group=user, extra_groups=[],
-                           check=True, capture_output=True, text=True).stdout.splitlines()
-    return {path: answer == "True" for path, answer in (line.split() for line in lines)}
-
-
-def missing_things():
-    """The exit status of vornctl's examination, and what it found missing."""
-    result, output = as_user("vornctl", "--timeout", str(PATIENCE), "doctor")
-    return result, [line for line in output.splitlines() if line.startswith("missing")]
-
-
-def gives_mice_to_the_person_at_the_screen():
-    """By the rules of udev alone: nobody is in the group \"input\"."""
-    PLUGGED.extend((HidDevice("Plain keyboard", KEYBOARD, 1), HidDevice("Plain mouse", MOUSE, 2),
-                    HidDevice("Mouse with keys", MOUSE_AND_KEYBOARD, 3, BUS_BLUETOOTH),
-                    HidDevice("Keyboard with a mouse", KEYBOARD_AND_MOUSE, 4, BUS_BLUETOOTH),
-                    UsbMouse("Composite", "0x0005", "A1")))
-    check("everything is plugged in", wait_until(lambda: set(NODES) <= set(event_nodes())))
-    subprocess.run(["udevadm", "settle"], check=True)
-    nodes = {event_nodes()[name]: name for name in NODES}
-    nodes["/dev/uinput"] = "/dev/uinput"
-    everything = {**NODES, "/dev/uinput": True}
-
-    def found():
-        return {nodes[path]: may for path, may in may_open(*nodes).items()}
-
-    check("nobody gets them who is not at the screen", found(), dict.fromkeys(everything, False))
-    log_in()
-    check("the person at the screen gets the mice and /dev/uinput, and no other keyboard",
-          wait_until(lambda: found() == everything) or found())
-    check("vornctl says so", missing_things(), (0, []))
-    log_out()
-    check("they are taken back with the session", wait_until(lambda: not any(found().values())))
-    status, lines = missing_things()
-    check("vornctl says what is missing then", (status, any("/dev/uinput" in line for line in lines)), (1, True))
-    log_in()
-    wait_until(lambda: found() == everything)
-
-
-def gives_nothing_to_others():
-    """Who has a session, but without a seat, as over the network, while somebody else is at the screen."""
-    with open("/etc/passwd", "a", encoding="utf-8") as accounts:
-        accounts.write(f"{REMOTE_USER}:x:{REMOTE_UID}:{REMOTE_UID}::/:/bin/bash\n")
-    with open("/etc/shadow", "a", encoding="utf-8") as accounts:
-        accounts.write(f"{REMOTE_USER}:*:19000::::::\n")
-    begin_session("elsewhere", REMOTE_USER)
-
-    def seats():
-        rows = subprocess.run(["loginctl", "list-sessions", "--no-legend"], check=True, capture_output=True,
-                              text=True).stdout.splitlines()
-        return {row.split()[2]: "seat0" in row.split() for row in rows}
-
-    expected = {USER: True, REMOTE_USER: False}
-    check("one has a session at the screen and another one elsewhere",
-          wait_until(lambda: seats() == expected) or seats(), True)
-    nodes = [event_nodes()[name] for name in NODES] + ["/dev/uinput"]
-    check("who is not at the screen gets nothing", may_open(*nodes, user=REMOTE_UID), dict.fromkeys(nodes, False))
-    subprocess.run(["systemctl", "stop", "elsewhere"], check=True)
-
-
-def uses_a_mouse():
-    """In the sandbox, by what udev gives."""
-    mouse, desktop = PLUGGED[-1], Desktop()
-    nodes = [event_nodes()[f"Acme Composite ({part})"] for part in ("keyboard", "mouse")]
-    choice = ("vornctl", "mice", "use", "Acme Composite")
-    check("vornctl chooses the mouse", wait_until(lambda: as_user(*choice) == (0, "")))
-    check("a key of it gets an assignment", as_user("vornctl", "assign", "id:20", "key", "b"), (0, ""))
-
-    def is_in_use():
-        return is_grabbed(nodes[0]) and bool(nodes_called(KEYBOARD_NAME))
-
-    def check_that_it_plays(name):
-        node_called(KEYBOARD_NAME)
-        wait_until(desktop.is_reading_all)
-        desktop.after()
-        press(mouse, 20, 26)
-        check(name, keys(desktop.after(end_of(ecodes.KEY_W))), typed("KEY_B", "KEY_W"))
-
-    check("its keys are taken, and its pointer is not", (wait_until(is_in_use), is_grabbed(nodes[1])), (True, False))
-    check_that_it_plays("what is assigned is played, and other keys pass, once")
-    log_out()
-    check("the mouse is let go when its user leaves the screen", wait_until(lambda: not is_grabbed(nodes[0])))
-    check("and the keyboard of the engine has gone", wait_until(lambda: not nodes_called(KEYBOARD_NAME)))
-    log_in()
-    check("it is taken again when they are back", wait_until(is_in_use))
-    check_that_it_plays("and plays")
-    as_user("vornctl", "mice", "use", "virtual")
-    as_user("vornctl", "assign", "id:20", "default")
-    check("with the virtual mouse in use it is the desktop's", wait_until(lambda: not is_grabbed(nodes[0])))
-    desktop.is_reading = False
 
 
 @contextlib.contextmanager
@@ -263,18 +138,16 @@ def sandbox_refuses():
 
 
 def survives_stop_and_start():
-    check("a change is acknowledged", as_user("vornctl", "set", "ProfileName", "Kept")[0], 0)
+    check("a change is acknowledged", vornctl("set", "ProfileName", "Kept")[0], 0)
     check("it stops", systemctl("stop", UNIT), (0, ""))
     check("it has ended well", (unit("ActiveState"), unit("Result"), unit("ExecMainStatus")),
           ("inactive", "success", "0"))
     check("it starts by hand", start(), (0, ""))
-    check("the settings are there again", as_user("vornctl", "profiles", "list"), (0, "* 1  Kept"))
+    check("the settings are there again", vornctl("profiles", "list"), (0, "* 1  Kept"))
 
 
 def sleeps():
-    running = engine()
-    check(f"it does not wake up for {IDLE_SECONDS} s while nobody asks",
-          wait_until(lambda: is_still(running, IDLE_SECONDS)))
+    check(f"it does not wake up for {IDLE_SECONDS} s while nobody asks", comes_to_rest(engine(), IDLE_SECONDS))
 
 
 def launches_outside():
@@ -286,8 +159,8 @@ def launches_outside():
     entry = as_file_of_user(HOME / "apps/tell-all.desktop",
                             f'[Desktop Entry]\nType=Application\nName=Tell\nPath={HOME}/bin\n'
                             f'Exec={tell} "a b" "\\\\$HOME"\n')
-    check("a control gets the program", as_user("vornctl", "assign", "4", "launch", str(entry))[0], 0)
-    check("the control is pressed", as_user("vornctl", "device", "click", "4")[0], 0)
+    check("a control gets the program", vornctl("assign", "4", "launch", str(entry))[0], 0)
+    check("the control is pressed", vornctl("device", "click", "4")[0], 0)
     check("the program runs outside of the sandbox", wait_until(told.exists))
     lines = told.read_text(encoding="utf-8").splitlines() if told.exists() else []
     check("it starts in its folder, with its arguments and no sandbox", lines[:3],
@@ -298,8 +171,8 @@ def launches_outside():
         "list-units", "--all", "--no-legend", "app-vorn-*")[1] == ""))
     broken = as_file_of_user(HOME / "bin/broken", "#!/no/such/interpreter\n", 0o755)
     entry = as_file_of_user(HOME / "apps/broken.desktop", f"[Desktop Entry]\nType=Application\nName=B\nExec={broken}\n")
-    as_user("vornctl", "assign", "4", "launch", str(entry))
-    as_user("vornctl", "device", "click", "4")
+    vornctl("assign", "4", "launch", str(entry))
+    vornctl("device", "click", "4")
     reason = (f"vorn-core-engine: client the mouse: cannot launch {entry}: cannot start {broken}: "
               "the service manager could not run it (failed); its journal tells why\n")
     check("the log tells which program does not start", wait_until(lambda: reason in log()))
@@ -311,7 +184,7 @@ def withstands_a_flood():
     end = time.monotonic() + 5
     answers = []
     while time.monotonic() < end:
-        answers.append(as_user("vornctl", "profiles", "list"))
+        answers.append(vornctl("profiles", "list"))
     check("the flood goes on", attacker.poll(), None)
     attacker.kill()
     attacker.communicate()
@@ -326,12 +199,12 @@ def withstands_a_flood():
 
 def comes_back_when_killed():
     running = engine()
-    check("a last change is acknowledged", as_user("vornctl", "set", "ProfileName", "Survivor")[0], 0)
+    check("a last change is acknowledged", vornctl("set", "ProfileName", "Survivor")[0], 0)
     os.kill(running, signal.SIGKILL)
     check("it runs again when it was killed", wait_until(
         lambda: engine() not in (0, running) and unit("ActiveState") == "active"))
     check("it was the service that did so", unit("NRestarts"), "1")
-    check("what was acknowledged is there", as_user("vornctl", "profiles", "list"), (0, "* 1  Survivor"))
+    check("what was acknowledged is there", vornctl("profiles", "list"), (0, "* 1  Survivor"))
     check("nothing was damaged", list(STATE.glob("*damaged*")), [])
 
 
@@ -340,7 +213,7 @@ def follows_the_state_folder():
     systemctl("stop", UNIT)
     systemctl("set-environment", f"XDG_STATE_HOME={elsewhere}")
     start()
-    check("another state folder is taken and made", as_user("vornctl", "set", "ProfileName", "Elsewhere")[0], 0)
+    check("another state folder is taken and made", vornctl("set", "ProfileName", "Elsewhere")[0], 0)
     check("the settings lie there", (elsewhere / "vorn-core-engine/settings.plist").exists())
     check("it stops in the end", systemctl("stop", UNIT), (0, ""))
     check("nothing has failed", systemctl("--failed", "--no-legend"), (0, ""))
@@ -349,8 +222,8 @@ def follows_the_state_folder():
 def gives_way_to_an_engine_started_by_hand():
     systemctl("stop", UNIT)
     by_hand = start_as_user("vorn-core-engine")
-    ask = ("vornctl", "--no-start", "profiles", "list")
-    check("an engine that was started by hand serves", wait_until(lambda: as_user(*ask)[0] == 0))
+    check("an engine that was started by hand serves",
+          wait_until(lambda: vornctl("--no-start", "profiles", "list")[0] == 0))
     check("the service does not start beside it", (start()[0], unit("ExecMainStatus")), (1, "3"))
     # A service that is to start again would not have failed, but wait for that.
     check("it has failed once and for all", [unit(name) for name in ("ActiveState", "SubState", "Result", "NRestarts")],
@@ -359,7 +232,7 @@ def gives_way_to_an_engine_started_by_hand():
     by_hand.communicate()
     check("the engine that was started by hand has ended well", by_hand.returncode, 0)
     check("without it the bus starts the service at once", as_user(*ACTIVATION), (0, "u 1"))
-    check("the service is active again", unit("ActiveState"), "active")
+    check("the service is active again", wait_until(lambda: unit("ActiveState") == "active"))
 
 
 def starts_without_user_namespaces():
@@ -371,7 +244,7 @@ def starts_without_user_namespaces():
         check("without user namespaces it does not start", (start()[0], unit("ExecMainStatus")), (1, "217"))
     with drop_in(lines):
         check("the documented drop-in starts it all the same", start(), (0, ""))
-        check("it works there", as_user("vornctl", "profiles", "list"), (0, "* 1  Elsewhere"))
+        check("it works there", vornctl("profiles", "list"), (0, "* 1  Elsewhere"))
         systemctl("stop", UNIT)
     switch.write_text("1")
 

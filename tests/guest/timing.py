@@ -15,7 +15,7 @@ import sys
 import time
 
 from checks import check, finish, wait_until
-from desktop import KEYBOARD_NAME, is_grabbed, node_called
+from desktop import KEYBOARD_NAME, is_grabbed, node_called, record_grabs
 from engine import Engine
 from hid_devices import MOUSE, HidDevice, mouse_report
 
@@ -100,6 +100,7 @@ def measure_playing(mouse, engine):
 
 
 def main():
+    record_grabs()
     mouse = HidDevice("Acme Quick", MOUSE, 0x40, place="usb-1/input0", serial="Q1")
     node = node_called("Acme Quick", False)
     engine = Engine(sys.argv[1], patience=PATIENCE)

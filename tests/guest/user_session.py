@@ -3,7 +3,6 @@ import os
 import pathlib
 import re
 import subprocess
-import time
 
 from checks import PATIENCE
 
@@ -31,8 +30,12 @@ def start_as_user(*command):
 def as_user(*command):
     """Exit status and output of a command of the user."""
     process = start_as_user(*command)
-    output = process.communicate(timeout=PATIENCE)[0].strip()
+    output = process.communicate(timeout=2 * PATIENCE)[0].strip()
     return process.returncode, output
+
+
+def vornctl(*words):
+    return as_user("vornctl", "--timeout", str(PATIENCE), *words)
 
 
 def systemctl(*words):
@@ -55,12 +58,6 @@ def engine():
 def status(process, field):
     text = pathlib.Path(f"/proc/{process}/status").read_text(encoding="utf-8")
     return re.search(rf"^{field}:\s+(\S+)", text, re.M)[1]
-
-
-def is_still(process, seconds=5):
-    before = status(process, "voluntary_ctxt_switches")
-    time.sleep(seconds)
-    return status(process, "voluntary_ctxt_switches") == before
 
 
 def log():
