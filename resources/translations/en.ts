@@ -3015,6 +3015,10 @@ The device rules that come with the package allow it to whoever sits at the mach
         <source>Teach the Controls</source>
         <translation>Teach the Controls</translation>
     </message>
+    <message id="lkeyTeachingWait">
+        <source>One moment…</source>
+        <translation>One moment…</translation>
+    </message>
     <message id="lkeyTemporaryDPISwitch">
         <source>Temporary DPI Switch</source>
         <translation>Temporary DPI Switch</translation>

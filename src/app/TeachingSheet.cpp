@@ -129,7 +129,7 @@ void TeachingSheet::ask(std::size_t step) {
                 [sheet = QPointer(this), question = ++mQuestion](MouseChoice::Outcome outcome) {
                   if (!sheet || sheet->mQuestion != question || !sheet->mIsAsking) return;
                   sheet->mIsHeard = outcome == MouseChoice::Outcome::Done;
-                  if (!sheet->mIsHeard) sheet->pause(failureText(outcome));
+                  sheet->mIsHeard ? sheet->showStep() : sheet->pause(failureText(outcome));
                 });
 }
 
@@ -211,7 +211,10 @@ void TeachingSheet::showStep() {
   } else if (mouse->controls.contains(step.identifier)) {
     now = "lkeyTeachingNowUsual";
   }
-  const char* prompt = mIsAsking ? "lkeyTeachingPrompt" : "lkeyTeachingPaused";
+  // What is pressed before the engine listens would be lost.
+  const bool isListening = mIsAsking && mIsHeard;
+  const char* prompt = "lkeyTeachingPaused";
+  if (mIsAsking) prompt = isListening ? "lkeyTeachingPrompt" : "lkeyTeachingWait";
   if (mRest.isActive()) prompt = "lkeyTeachingNext";
   mUi->mTeachingPicture->setHighlighted(step.control);
   mUi->mTeachingPlace->setText(localized("lkeyTeachingPlace").arg(mStep + 1).arg(steps().size()));
@@ -220,8 +223,9 @@ void TeachingSheet::showStep() {
   mUi->mTeachingNow->setText(localized(now));
   mUi->mTeachingBack->setEnabled(mStep > 0);
   mUi->mTeachingAgain->setVisible(!mIsAsking && !mRest.isActive());
-  if (!mIsAsking) return;
-  mUi->mTeachingControl->setAccessibleName(nameOf(step) + QStringLiteral(". ") + localized(prompt));
+  mUi->mTeachingControl->setAccessibleName(isListening ? nameOf(step) + QStringLiteral(". ") + localized(prompt)
+                                                       : nameOf(step));
+  if (!isListening) return;
   QAccessibleEvent told(mUi->mTeachingControl, QAccessible::Alert);
   QAccessible::updateAccessibility(&told);
 }

@@ -74,6 +74,18 @@ class TeachingSheetTest : public QObject {
     QVERIFY(!one.button("mTeachingAgain").isVisible());
   }
 
+  void a_press_is_asked_for_as_soon_as_the_engine_listens() {
+    Walk one;
+    const auto* control = one.sheet("mTeachingSheet")->findChild<QWidget*>(QStringLiteral("mTeachingControl"));
+    one.click(one.button("mTeachingSkip"));
+    QCOMPARE(one.text("mTeachingControl"), QStringLiteral("Button 2, Q key"));
+    QCOMPARE(one.text("mTeachingPrompt"), QStringLiteral("One moment…"));
+    QCOMPARE(control->accessibleName(), QStringLiteral("Button 2, Q key"));
+    one.expectAsked("20");
+    QCOMPARE(one.text("mTeachingPrompt"), QStringLiteral("Press this control on your mouse."));
+    QCOMPARE(control->accessibleName(), QStringLiteral("Button 2, Q key. Press this control on your mouse."));
+  }
+
   void what_is_taught_is_told_and_the_next_control_follows() {
     Walk one;
     one.teach({"43", true, "BTN_SIDE", ""}, {acme.with("controls", stringArray({"03", "06", "07", "43"}))});

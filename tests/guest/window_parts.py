@@ -103,7 +103,7 @@ def chooses_in_window(bench):
 
 def teaches(bench, control, done, press_it):
     """It is asked for, and pressed."""
-    check(f"{control} is asked for", bench.window.says(control, TEACH))
+    check(f"{control} is asked for", bench.window.says(f"{control}. Press this control", TEACH))
     press_it()
     check(f"and taught: {done}", bench.window.says(done, TEACH))
 
