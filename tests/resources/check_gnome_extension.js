@@ -167,8 +167,16 @@ assert.deepStrictEqual(shell.passTime(), [["game.exe", "", "The game"]], "the ne
 
 shell.focus(editor);
 shell.extension.disable();
+assert.deepStrictEqual(shell.passTime(), [["", "", ""]], "nothing is in front for who hears no more of it");
 assert.deepStrictEqual(shell.countAll(), [0, 0, 0, 0], "it leaves nothing behind");
 shell.extension.enable();
 shell.startEngine();
+assert.deepStrictEqual(shell.passTime(), [["org.example.Editor.desktop", "12", "Editor"]], "enabled again, it tells anew");
+shell.focus(null);
+assert.deepStrictEqual(shell.passTime(), [["", "", ""]]);
 shell.extension.disable();
+assert.deepStrictEqual(shell.passTime(), [], "the engine knows that nothing is in front");
+shell.extension.enable();
+shell.extension.disable();
+assert.deepStrictEqual(shell.passTime(), [], "nothing without an engine");
 assert.deepStrictEqual(shell.countAll(), [0, 0, 0, 0], "also the second time");

@@ -8,6 +8,7 @@ const BUS_NAME = 'org.vorn.Focus';
 const OBJECT_PATH = '/org/vorn/Focus';
 const INTERFACE = 'org.vorn.Focus1';
 const FOLDING_TIME = 10; // milliseconds
+const NOTHING = ['', '', '']; // the bare desktop
 
 class Teller {
     constructor() {
@@ -26,6 +27,9 @@ class Teller {
         Gio.bus_unwatch_name(this._watch);
         global.display.disconnect(this._windowSignal);
         this._tracker.disconnect(this._applicationSignal);
+        // The shell turns extensions off while the screen is locked, too; its connection stays.
+        if (this._connection)
+            this._tellOf(NOTHING);
         this._end();
     }
 
@@ -53,7 +57,10 @@ class Teller {
     }
 
     _tell() {
-        const front = this._applicationInFront();
+        this._tellOf(this._applicationInFront());
+    }
+
+    _tellOf(front) {
         if (this._told && front.every((text, index) => text === this._told[index]))
             return;
         this._told = front;
@@ -67,11 +74,11 @@ class Teller {
             });
     }
 
-    // Identifier, the process for its program, and name; three empty texts for the bare desktop.
+    // Identifier, the process for its program, and name.
     _applicationInFront() {
         const window = global.display.focus_window;
         if (!window || window.get_window_type() === Meta.WindowType.DESKTOP)
-            return ['', '', ''];
+            return NOTHING;
         const application = this._tracker.get_window_app(window);
         // What has no desktop file has an ID that is only a number.
         const hasFile = application && !application.is_window_backed();
