@@ -57,7 +57,7 @@ int criticalLevel(const PropertyList& bundle) {
 
 void ScreenMessages::settingsChanged(const PropertyList& before, const PropertyList& after,
                                      const ChangeOrigin& origin) {
-  if (isSeenAnyway(origin)) return;
+  if (isSeenAnyway(origin) || !mDevice.isPresent()) return;
   const PropertyList& profile = after[keys::Profiles].at(activeID(after));
   if (activeID(before) == activeID(after)) {
     const PropertyList& former = before[keys::Profiles].at(activeID(before));

@@ -3,6 +3,7 @@
 //   the sensitivity  when the active profile has "SensitivityOSDOn"
 //   the battery      when it falls to the "BatteryCriticalLevel" of the device's settings
 // What a person does in the configurator's window, or takes back, is seen where it was done and told by no message.
+// Nor is anything of a mouse that is not there.
 // One thread, the engine's.
 #pragma once
 

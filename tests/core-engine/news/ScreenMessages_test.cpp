@@ -108,6 +108,15 @@ TEST_F(ScreenMessagesTest, TellNothingThatIsTakenBack) {
   EXPECT_EQ(afterChange(two(0), two(1), {Kind::History}), Messages{});
 }
 
+// Profiles go on following applications; who has left the mouse at home need not read of each.
+TEST_F(ScreenMessagesTest, TellNothingOfAMouseThatIsNotThere) {
+  device.setConnection(Device::Connection::Absent);
+  EXPECT_EQ(afterChange(two(0), two(1)), Messages{});
+  EXPECT_EQ(afterChange(one(staged("One")), one(withSensitivity(staged("One"), 400, 400, 0))), Messages{});
+  device.setConnection(Device::Connection::Wireless);
+  EXPECT_EQ(afterChange(two(1), two(0)), Messages{told("Profile: One")});
+}
+
 TEST_F(ScreenMessagesTest, TellNoProfileWhereThatIsOff) {
   EXPECT_EQ(afterChange(two(0, false), two(1, false)), Messages{});
 }
