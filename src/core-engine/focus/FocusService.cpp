@@ -63,6 +63,8 @@ void FocusService::updateUse() {
 
 void FocusService::changed() {
   if (!mProbing.empty() && isKnown()) endProbe();
+  // Who asks meanwhile may learn something else, so what is told next is told in any case.
+  if (!mQuestions.isUsed()) mTold = {};
   if (!mQuestions.isUsed() || mTelling != 0) return;
   mTelling = mScheduler.after(foldingTime, [this] {
     mTelling = 0;
