@@ -1008,8 +1008,8 @@
         <translation>Auto switch does not work: KDE Plasma does not tell Skarn which application is in front. Log out and in again.</translation>
     </message>
     <message id="lkeyFollowingOffer">
-        <source>Auto switch makes a profile active while its application is in front. It works on this desktop.</source>
-        <translation>Auto switch makes a profile active while its application is in front. It works on this desktop.</translation>
+        <source>Auto switch makes a profile active while its application is in front. It works on this desktop, by what %1 tells.</source>
+        <translation>Auto switch makes a profile active while its application is in front. It works on this desktop, by what %1 tells.</translation>
     </message>
     <message id="lkeyFollowingProgram">
         <source>an extension of the desktop</source>

@@ -34,7 +34,7 @@ QString followingText(const vorn::PropertyList& focus, bool isAskedFor) {
   if (!need.empty()) return remedyFor(need);
   const std::string_view source = focus[words::Source].string();
   if (source.empty()) return {};
-  return isAskedFor ? localized("lkeyFollowingWorks").arg(tellerOf(source)) : localized("lkeyFollowingOffer");
+  return localized(isAskedFor ? "lkeyFollowingWorks" : "lkeyFollowingOffer").arg(tellerOf(source));
 }
 
 }  // namespace skarn

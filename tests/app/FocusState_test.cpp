@@ -104,11 +104,11 @@ class FocusStateTest : public QObject {
     one.show(one.window.ui().MouseProfilesController);
     QCOMPARE(one.link.unansweredFocus(), 1U);
     QVERIFY(one.link.answerFocus(known("x11")));
-    QCOMPARE(one.told(), localized("lkeyFollowingOffer"));
+    QCOMPARE(one.told(), localized("lkeyFollowingOffer").arg(localized("lkeyFollowingX11")));
     QVERIFY(one.link.focusChanged);
     one.show(one.window.ui().MouseButtonController);
     QVERIFY(!one.link.focusChanged);
-    QCOMPARE(one.told(), localized("lkeyFollowingOffer"));
+    QCOMPARE(one.told(), localized("lkeyFollowingOffer").arg(localized("lkeyFollowingX11")));
   }
 
   void the_window_tells_nothing_when_the_engine_goes_and_asks_when_it_comes() {

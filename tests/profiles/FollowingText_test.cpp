@@ -23,6 +23,9 @@ PropertyList needs(std::string_view need) {
 QString works(const char* teller) {
   return localized("lkeyFollowingWorks").arg(localized(teller));
 }
+QString offer(const char* teller) {
+  return localized("lkeyFollowingOffer").arg(localized(teller));
+}
 
 }  // namespace
 
@@ -48,7 +51,11 @@ class FollowingTextTest : public QObject {
   }
 
   void it_is_offered_where_no_profile_asks_for_it() {
-    QCOMPARE(followingText(worksBy("x11"), false), localized("lkeyFollowingOffer"));
+    QCOMPARE(followingText(worksBy("x11"), false), offer("lkeyFollowingX11"));
+    QCOMPARE(followingText(worksBy("bus"), false), offer("lkeyFollowingProgram"));
+    QCOMPARE(offer("lkeyFollowingWayland"),
+             QStringLiteral("Auto switch makes a profile active while its application is in front. It works on this "
+                            "desktop, by what the Wayland desktop tells."));
   }
 
   void what_is_missing_is_told_in_any_case() {
@@ -71,7 +78,7 @@ class FollowingTextTest : public QObject {
     QCOMPARE(line->text(), QString());
     const int height = tab.table().height();
     tab.tab->setFocusState(worksBy("kwin"));
-    QCOMPARE(line->text(), localized("lkeyFollowingOffer"));
+    QCOMPARE(line->text(), offer("lkeyFollowingKDE"));
     tab.delegate.list = tab.delegate.list.replacing(1, tab.delegate.list.at(1).with(keys::AutoSwitchOn, 1));
     tab.delegate.reload();
     QCOMPARE(line->text(), works("lkeyFollowingKDE"));
