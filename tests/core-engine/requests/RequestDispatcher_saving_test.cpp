@@ -1,6 +1,7 @@
 // Requests while the disk takes its time.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@
 namespace vorn::engine::test {
 namespace {
 
+using namespace std::chrono_literals;
 using Answers = std::vector<MemoryPorts::Answer>;
 
 class RequestDispatcherSavingTest : public testing::Test {
@@ -35,6 +37,16 @@ class RequestDispatcherSavingTest : public testing::Test {
     parts.store.setChangeHandler(
         [this](const auto&, const auto&, const auto&) { parts.scheduler.advance(std::chrono::seconds(1)); });
   }
+  // The engine is told to end while so many requests wait, few enough that none is served when another arrives. Each of
+  // them takes the time, and has the processor for the work. Returns how many are answered.
+  std::size_t answeredAtTheEnd(std::size_t count, Scheduler::Duration time, Scheduler::Duration work) {
+    for (std::size_t number = 0; number < count; ++number) send("One", 4);
+    servingTime = time;
+    serveLastRequests(intake, turns, parts.store, parts.scheduler,
+                      [this, work] { return work * static_cast<std::int64_t>(parts.ports.answers.size()); });
+    EXPECT_EQ(outcomes(), std::vector<std::string>(parts.ports.answers.size(), "One 4: 0"));
+    return parts.ports.answers.size();
+  }
   std::vector<std::string> outcomes() const {
     std::vector<std::string> result;
     for (const MemoryPorts::Answer& answer : parts.ports.answers) {
@@ -48,11 +60,13 @@ class RequestDispatcherSavingTest : public testing::Test {
   }
 
   HeldDisk held;
+  Scheduler::Duration servingTime{};  // of every request, beside what the disk takes
   TestParts parts{bundle("old"), &held.thread()};
   RequestDispatcher dispatcher{parts.parts(), parts.ports};
   SettingsTurns turns{parts.store};
   RequestIntake intake{parts.log, parts.scheduler, [this](const auto& message, const std::function<void()>& done) {
                          dispatcher.receive(message, done);
+                         parts.scheduler.advance(servingTime);
                        }};
 };
 
@@ -170,6 +184,20 @@ TEST_F(RequestDispatcherSavingTest, RefusesFurtherChangesBeforeItsEndWhenTheDisk
   serveLastRequests(intake, turns, parts.store, parts.scheduler);
   EXPECT_EQ(outcomes(), (std::vector<std::string>{"One 6: 0", "Two 6: 4", "One 4: 0"}));
   EXPECT_EQ(parts.stored(), bundle("new"));
+}
+
+TEST_F(RequestDispatcherSavingTest, AnswersAllBeforeItsEndWhereItIsOnlyOthersThatTakeTheTime) {
+  EXPECT_EQ(answeredAtTheEnd(15, 50ms, 5ms), 15U);
+}
+
+TEST_F(RequestDispatcherSavingTest, EndsWhenTheAnswersAreTooMuchWork) {
+  // Five until it saves no more, four for the rest.
+  EXPECT_EQ(answeredAtTheEnd(15, 50ms, 50ms), 9U);
+}
+
+TEST_F(RequestDispatcherSavingTest, EndsThoughOthersLeaveItNoProcessor) {
+  // One until it saves no more, three for the rest.
+  EXPECT_EQ(answeredAtTheEnd(15, 1s, 0ms), 4U);
 }
 
 }  // namespace
