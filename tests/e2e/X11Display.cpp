@@ -12,8 +12,8 @@
 #include <utility>
 
 #include "e2e/Display.h"
-#include "e2e/X11Server.h"
 #include "model/KernelKeys.h"
+#include "support/X11Server.h"
 
 namespace vorn::test {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "e2e/FollowedEngine.h"
-#include "e2e/X11Server.h"
+#include "support/X11Server.h"
 
 namespace vorn::test {
 namespace {

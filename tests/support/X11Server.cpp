@@ -1,4 +1,4 @@
-#include "e2e/X11Server.h"
+#include "support/X11Server.h"
 
 #include <unistd.h>
 
