@@ -20,7 +20,7 @@ function expect
     end
 end
 
-expect 'status profiles get set macros assign assignments keys undo redo history backups monitor mice doctor device' ''
+expect 'status profiles get set macros assign assignments keys undo redo history backups monitor mice doctor focus device' ''
 expect 'list go' 'history '
 expect '12 9 1 0' 'history go '
 expect 'list restore' 'backups '

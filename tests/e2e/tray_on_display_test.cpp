@@ -40,6 +40,7 @@ class TrayOnDisplayTest : public testing::Test {
     setenv("XDG_CONFIG_HOME", mFolder.path("config").c_str(), 1);
     setenv("XDG_CACHE_HOME", mFolder.path("cache").c_str(), 1);
     setenv("NO_AT_BRIDGE", "1", 1);
+    setenv("LSAN_OPTIONS", "suppressions=" LEAKS_OF_OTHERS ":print_suppressions=0", 1);
     mDisplay = startX11Display(mDisplayFolder.path());
     ASSERT_TRUE(mDisplay);
     mEngine = std::make_unique<EngineProcess>(mFolder.path("state"));
