@@ -30,6 +30,7 @@ std::string joined(const std::vector<std::string>& all) {
 
 std::vector<std::string> pathsOf(const std::vector<MouseNode>& nodes) {
   std::vector<std::string> paths;
+  paths.reserve(nodes.size());
   for (const MouseNode& node : nodes) paths.push_back(node.path);
   return paths;
 }

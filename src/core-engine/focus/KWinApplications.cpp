@@ -43,6 +43,7 @@ void KWinApplications::load() {
 void KWinApplications::call(const char* method, const std::vector<std::string>& arguments,
                             const BusService::Answered& answered) {
   std::vector<BusInput> inputs;
+  inputs.reserve(arguments.size());
   for (const std::string& argument : arguments) inputs.push_back({"s", argument});
   mKWin->call("/Scripting", "org.kde.kwin.Scripting", method, inputs, answered);
 }

@@ -58,6 +58,7 @@ std::vector<std::string> socketsIn(const std::string& folder, std::string_view p
   }
   std::sort(found.begin(), found.end());
   std::vector<std::string> names;
+  names.reserve(found.size());
   for (auto& [isSystem, name] : found) names.push_back(std::move(name));
   return names;
 }
@@ -179,7 +180,7 @@ FoundDisplays SessionDisplays::inFolders(const Variables& variables) const {
   const std::string runtimeFolder = valueOf(variables, variables::RuntimeFolder);
   const auto listened = [](const std::string& folder, std::string_view prefix) {
     for (const std::string& name : socketsIn(folder, prefix)) {
-      if (isListenedTo(folder + "/" + name)) return name;
+      if (isListenedTo(std::filesystem::path(folder) / name)) return name;
     }
     return std::string();
   };
