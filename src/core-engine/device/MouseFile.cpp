@@ -132,13 +132,7 @@ std::error_code MouseFile::save(const KnownMice& mice) {
     if (error && error != std::errc::no_such_file_or_directory) return error;
     mIsDamaged = false;
   }
-  const std::string fresh = mFolder + "/mouse.new.plist";
-  if (const std::error_code error = writeSynced(mFiles, fresh, *bytes)) return error;
-  if (const std::error_code error = mFiles.rename(fresh, mPath)) {
-    mFiles.remove(fresh);
-    return error;
-  }
-  return mFiles.syncFolder(mFolder);
+  return replaceSynced(mFiles, mFolder, "mouse.plist", "mouse.new.plist", *bytes);
 }
 
 }  // namespace vorn::engine

@@ -48,13 +48,7 @@ std::error_code FormerProfileFile::save(const Record& record) {
   }
   const auto bytes = encodeBinaryPropertyList(record);
   if (!bytes || bytes->size() > maximumSize) return std::make_error_code(std::errc::file_too_large);
-  const std::string fresh = mFolder + "/former-profile.new.plist";
-  if (const std::error_code error = writeSynced(mFiles, fresh, *bytes)) return error;
-  if (const std::error_code error = mFiles.rename(fresh, mPath)) {
-    mFiles.remove(fresh);
-    return error;
-  }
-  return mFiles.syncFolder(mFolder);
+  return replaceSynced(mFiles, mFolder, "former-profile.plist", "former-profile.new.plist", *bytes);
 }
 
 }  // namespace vorn::engine

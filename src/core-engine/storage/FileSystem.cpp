@@ -31,6 +31,17 @@ std::error_code writeSynced(FileSystem& files, const std::string& path, BytesVie
   return error;
 }
 
+std::error_code replaceSynced(FileSystem& files, const std::string& folder, const std::string& name,
+                              const std::string& freshName, BytesView bytes) {
+  const std::string fresh = folder + "/" + freshName;
+  if (const std::error_code error = writeSynced(files, fresh, bytes)) return error;
+  if (const std::error_code error = files.rename(fresh, folder + "/" + name)) {
+    files.remove(fresh);
+    return error;
+  }
+  return files.syncFolder(folder);
+}
+
 std::error_code setAside(FileSystem& files, const std::string& path, std::string& newPath) {
   std::error_code error;
   for (int number = 1; number <= maximumDamagedFiles; ++number) {

@@ -73,6 +73,11 @@ std::error_code writeAll(FileSystem& files, FileSystem::Handle handle, BytesView
 // is removed again.
 std::error_code writeSynced(FileSystem& files, const std::string& path, BytesView bytes);
 
+// The same for a file of that name in the folder, which is the old or the new one whatever happens; it is written as
+// freshName first. When this returns without an error, the new one is there also after a loss of power.
+std::error_code replaceSynced(FileSystem& files, const std::string& folder, const std::string& name,
+                              const std::string& freshName, BytesView bytes);
+
 // Moves what cannot be used out of the way: to PATH.damaged-N, newPath, with the first free number.
 std::error_code setAside(FileSystem& files, const std::string& path, std::string& newPath);
 
